@@ -1,0 +1,31 @@
+#include "toolkit/core/bitmap_guard.h"
+
+#include <cstdint>
+
+#include "toolkit/core/allegro.h"
+
+namespace zel {
+namespace {
+
+BITMAP* CreateGuarded(int depth, int w, int h) {
+  if (!IsPossibleBitmap(depth, w, h)) return nullptr;
+  // create_bitmap_ex asks the hook whenever there is one, so it steps aside.
+  system_driver->create_bitmap = nullptr;
+  BITMAP* bitmap = create_bitmap_ex(depth, w, h);
+  system_driver->create_bitmap = CreateGuarded;
+  return bitmap;
+}
+
+}  // namespace
+
+bool IsPossibleBitmap(int depth, int w, int h) {
+  constexpr std::int64_t kMostBytes = 256 << 20;
+  constexpr int kBitsPerByte = 8;
+  if (w < 0 || h < 0 || depth <= 0) return false;
+  const int bytesPerPixel = (depth + kBitsPerByte - 1) / kBitsPerByte;
+  return std::int64_t{w} * h <= kMostBytes / bytesPerPixel;
+}
+
+void InstallBitmapGuard() { system_driver->create_bitmap = CreateGuarded; }
+
+}  // namespace zel

@@ -1,0 +1,80 @@
+#include "toolkit/core/text.h"
+
+namespace zel {
+namespace {
+
+struct Character {
+  int bytes;
+  bool isDamaged;
+};
+
+// The character at `text`, never reaching past the terminator: Allegro takes the length that a
+// UTF-8 lead byte announces for granted, a damaged text may end before. Stray tail bytes belong to
+// the damage before them, as they do for Allegro.
+Character CharacterAt(const char* text) {
+  const int announced = uwidth(text);
+  const bool isUtf8 = get_uformat() == U_UTF8;
+  const auto belongs = [isUtf8](char byte) {
+    return isUtf8 ? (byte & 0xC0) == 0x80 : byte != '\0';
+  };
+  int bytes = 1;
+  while (bytes < announced && belongs(text[bytes])) ++bytes;
+  const auto lead = static_cast<unsigned char>(*text);
+  const bool isLead = lead < 0x80 || (lead >= 0xC2 && lead <= 0xF4);
+  if (!isUtf8 || (isLead && bytes == announced)) return {bytes, false};
+  while (belongs(text[bytes])) ++bytes;
+  return {bytes, true};
+}
+
+// Appends one character, or what Allegro shows for a damaged one; answers the bytes taken from
+// `text`.
+int AppendCharacter(std::string& kept, const char* text) {
+  const Character character = CharacterAt(text);
+  if (character.isDamaged)
+    kept += '^';
+  else
+    kept.append(text, static_cast<std::size_t>(character.bytes));
+  return character.bytes;
+}
+
+}  // namespace
+
+Ascii::Ascii(const char* ascii) : text_{ascii} {
+  if (!need_uconvert(ascii, U_ASCII, U_CURRENT)) return;
+  const int size = uconvert_size(ascii, U_ASCII, U_CURRENT);
+  converted_.resize(static_cast<std::size_t>(size));
+  do_uconvert(ascii, U_ASCII, converted_.data(), U_CURRENT, size);
+  text_ = converted_.c_str();
+}
+
+std::string CutToBytes(const char* text, std::size_t bytes) {
+  std::string kept;
+  while (*text != '\0') {
+    const std::size_t before = kept.size();
+    text += AppendCharacter(kept, text);
+    if (kept.size() > bytes) {
+      kept.resize(before);
+      break;
+    }
+  }
+  return kept;
+}
+
+std::string CutToChars(const char* text, int count) {
+  std::string kept;
+  for (; count > 0 && *text != '\0'; --count) text += AppendCharacter(kept, text);
+  return kept;
+}
+
+std::string Trimmed(const char* text) {
+  while (uisspace(ugetc(text))) text += CharacterAt(text).bytes;
+  const char* end = text;
+  for (const char* next = text; *next != '\0';) {
+    const bool isSpace = uisspace(ugetc(next));
+    next += CharacterAt(next).bytes;
+    if (!isSpace) end = next;
+  }
+  return {text, end};
+}
+
+}  // namespace zel
