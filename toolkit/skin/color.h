@@ -1,0 +1,50 @@
+// Colours of the current graphics mode.
+#pragma once
+
+#include <cstdint>
+
+namespace zel {
+
+// A pixel value as Allegro's makecol makes it, or -1 for no colour. Only meaningful in the pixel
+// format that was current when it was made.
+class Color {
+ public:
+  constexpr Color() = default;                     // no colour
+  constexpr Color(int pixel) : value{pixel} {}     // the pixel value as given
+  Color(int red, int green, int blue);             // makecol; components 0..255, not clamped
+  Color(int red, int green, int blue, int alpha);  // a 32-bit pixel with alpha, 0..255 each
+  static Color FromHsv(float hue, float saturation, float value);  // 0..360, 0..1, 0..1
+  // Three decimal numbers separated by commas, spaces or semicolons; a missing one is 0. "-1" is no
+  // colour. The text is in the current text format.
+  static Color FromText(const char* text);
+
+  constexpr operator int() const { return value; }
+  constexpr bool IsSet() const { return value >= 0; }
+  int r() const;
+  int g() const;
+  int b() const;
+  int a() const;  // of a 32-bit pixel
+  void SetR(int red);
+  void SetG(int green);
+  void SetB(int blue);
+  void SetA(int alpha);
+  // Tints this colour: the hue of the tint, the products of both saturations and of both values.
+  // Alpha 0 changes nothing, 256 tints fully. No colour stays no colour.
+  void Colorize(Color tint, int alpha);
+
+ private:
+  std::int32_t value = -1;
+};
+
+// The colour a third of the way from `a` to `b`; the step is rounded toward zero by component.
+Color MixNear(Color a, Color b);
+
+// Named colours; all 0 until the first graphics mode is set. magenta is also the mask colour.
+inline Color white{0}, black{0}, red{0}, green{0}, blue{0}, cyan{0}, magenta{0}, yellow{0};
+inline Color darkgray{0}, gray{0}, lightgray{0}, orange{0}, brown{0}, violet{0}, darkred{0};
+inline Color darkgreen{0}, darkblue{0};
+
+// Makes the named colours again for the current pixel format.
+void RecomputeNamedColors();
+
+}  // namespace zel

@@ -1,0 +1,94 @@
+#include <algorithm>
+
+#include "toolkit/skin/skin_bitmap.h"
+
+namespace zel {
+
+void SkinBitmap::Box3D(int x1, int y1, int x2, int y2, Color fill, Color light, Color dark) {
+  if (fill.IsSet()) rectfill(x1, y1, x2, y2, fill);
+  const Color outerLight = MixNear(light, dark);
+  const Color innerDark = MixNear(dark, light);
+  vline(x1, y1, y2, outerLight);
+  hline(x1, y1, x2, outerLight);
+  vline(x1 + 1, y1 + 1, y2 - 1, light);
+  hline(x1 + 1, y1 + 1, x2 - 1, light);
+  vline(x2 - 1, y1 + 1, y2, innerDark);
+  hline(x1 + 1, y2 - 1, x2, innerDark);
+  hline(x1, y2, x2, dark);
+  vline(x2, y1, y2, dark);
+}
+
+void SkinBitmap::Circle3D(int x, int y, int r, Color fill, Color light, Color dark) {
+  if (fill.IsSet()) circlefill(x, y, r, fill);
+  set_clip_rect(0, 0, x + r / 2, y + r / 2);
+  circle(x, y, r, MixNear(light, dark));
+  circle(x, y, r - 1, light);
+  set_clip_rect(x - r / 2, y - r / 2, Width() - 1, Height() - 1);
+  circle(x, y, r - 1, MixNear(dark, light));
+  circle(x, y, r, dark);
+  set_clip_rect(0, 0, Width() - 1, Height() - 1);
+}
+
+void SkinBitmap::XMark(int cx, int cy, int size, Color color) {
+  const int left = cx - size / 2, right = cx + size / 2;
+  const int top = cy - size / 2, bottom = cy + size / 2;
+  line(left, top, right, bottom, color);
+  line(left, bottom, right, top, color);
+  // The lines above and below the diagonals end where they would leave the square.
+  line(left + 1, top, right, bottom - 1, color);
+  line(left, top + 1, right - 1, bottom, color);
+  line(left, bottom - 1, right - 1, top, color);
+  line(left + 1, bottom, right, top + 1, color);
+}
+
+void SkinBitmap::CheckMark(int x, int y, Color color) {
+  constexpr int kThickness = 3;
+  for (int i = 0; i < kThickness; ++i) {
+    line(x, y + 2 + i, x + 2, y + 4 + i, color);
+    line(x + 3, y + 3 + i, x + 6, y + i, color);
+  }
+}
+
+void SkinBitmap::Arrow(int x, int y, Color color, int direction) {
+  constexpr int kDepth = 4;
+  constexpr int kHalfWidth = kDepth - 1;
+  for (int i = 0; i < kDepth; ++i) {
+    const int fromPoint = i, fromBase = kHalfWidth - i;  // half widths of the run at depth i
+    const auto upright = [&](int half) {
+      vline(x + i, y + kHalfWidth - half, y + kHalfWidth + half, color);
+    };
+    const auto level = [&](int half) {
+      hline(x + kHalfWidth - half, y + i, x + kHalfWidth + half, color);
+    };
+    switch (direction) {
+      case kArrowLeft:
+        upright(fromPoint);
+        break;
+      case kArrowRight:
+        upright(fromBase);
+        break;
+      case kArrowUp:
+        level(fromPoint);
+        break;
+      case kArrowDown:
+        level(fromBase);
+        break;
+    }
+  }
+}
+
+void SkinBitmap::DottedRect(int x1, int y1, int x2, int y2, Color color) {
+  // Dots before the bitmap's first pixel are left out: the loops begin with the first one inside.
+  const auto firstDot = [](int from) { return from < 0 ? from & 1 : from; };
+  const int lastX = std::min(x2, Width() - 1), lastY = std::min(y2, Height() - 1);
+  for (int x = firstDot(x1); x <= lastX; x += 2) {
+    putpixel(x, y1, color);
+    putpixel(x, y2, color);
+  }
+  for (int y = firstDot(y1); y <= lastY; y += 2) {
+    putpixel(x1, y, color);
+    putpixel(x2, y, color);
+  }
+}
+
+}  // namespace zel

@@ -1,0 +1,148 @@
+#include <algorithm>
+#include <cassert>
+#include <cstdint>
+
+#include "toolkit/skin/skin_bitmap.h"
+
+namespace zel {
+namespace {
+
+// Coordinates on the target may be anything that a widget computes; in 64 bits no sum of them
+// overflows.
+using Wide = std::int64_t;
+
+int TileOf(int wanted, int frame) { return std::min(wanted < 0 ? frame / 3 : wanted, frame); }
+
+// The pixels from `begin` up to and without `end`.
+struct Range {
+  Wide begin, end;
+  bool Meets(Wide from, Wide length) const { return from < end && begin < from + length; }
+};
+
+// Copies rectangles from a picture to a target, leaving out what nobody would see.
+class Copier {
+ public:
+  Copier(BITMAP* picture, BITMAP* target, bool masked)
+      : picture_{picture}, target_{target}, copy_{masked ? ::masked_blit : ::blit} {}
+
+  Range VisibleX() const { return {target_->cl, target_->cr}; }
+  Range VisibleY() const { return {target_->ct, target_->cb}; }
+
+  // Allegro's own clipping adds in 32 bits, so the rectangle is made small before.
+  void Copy(Wide sx, Wide sy, Wide dx, Wide dy, Wide w, Wide h) const {
+    w = std::min(w, picture_->w - sx);
+    h = std::min(h, picture_->h - sy);
+    if (sx < 0 || sy < 0 || w <= 0 || h <= 0) return;
+    if (!VisibleX().Meets(dx, w) || !VisibleY().Meets(dy, h)) return;
+    copy_(picture_, target_, static_cast<int>(sx), static_cast<int>(sy), static_cast<int>(dx),
+          static_cast<int>(dy), static_cast<int>(w), static_cast<int>(h));
+  }
+
+ private:
+  BITMAP* picture_;
+  BITMAP* target_;
+  void (*copy_)(BITMAP*, BITMAP*, int, int, int, int, int, int);
+};
+
+// How a line of `total` pixels, which begins at `start` on the target, is put together from an
+// edge, tiles and an edge.
+struct Layout {
+  Wide edge, tile, start, total;
+
+  // Calls draw(offset in the frame, place on the target, length) for the pieces of the line from
+  // its start to its end; tiles outside of what is visible are passed over.
+  template <class Draw>
+  void ForEachPiece(Range visible, const Draw& draw) const {
+    draw(0, start, edge);
+    const Wide end = start + total - edge;
+    const Wide step = std::max<Wide>(tile, 1);
+    const Wide hidden = std::max<Wide>(visible.begin - (start + edge), 0);
+    for (Wide at = start + edge + hidden / step * step; at < std::min(end, visible.end);
+         at += step) {
+      draw(edge, at, std::min(step, end - at));
+    }
+    draw(edge + tile, end, edge);
+  }
+};
+
+}  // namespace
+
+int SkinBitmap::TileWidthOf(int frameWidth) const { return TileOf(tileSize.w, frameWidth); }
+int SkinBitmap::TileHeightOf(int frameHeight) const { return TileOf(tileSize.h, frameHeight); }
+
+int SkinBitmap::EdgeWidthOf(int frameWidth) const {
+  return (frameWidth - TileWidthOf(frameWidth)) / 2;
+}
+
+int SkinBitmap::EdgeHeightOf(int frameHeight) const {
+  return (frameHeight - TileHeightOf(frameHeight)) / 2;
+}
+
+void SkinBitmap::DrawHSlice(DrawTarget target, const HSlice& slice, int dx, int dy, int total,
+                            bool masked) const {
+  if (!CanDraw(target, masked)) return;
+  const Copier copier{bitmap, target, masked};
+  Layout{slice.edge, slice.tile, dx, total}.ForEachPiece(
+      copier.VisibleX(), [&](Wide offset, Wide x, Wide width) {
+        copier.Copy(slice.sx + offset, slice.sy, x, dy, width, slice.height);
+      });
+}
+
+void SkinBitmap::DrawVSlice(DrawTarget target, const VSlice& slice, int dx, int dy, int total,
+                            bool masked) const {
+  if (!CanDraw(target, masked)) return;
+  const Copier copier{bitmap, target, masked};
+  Layout{slice.edge, slice.tile, dy, total}.ForEachPiece(
+      copier.VisibleY(), [&](Wide offset, Wide y, Wide height) {
+        copier.Copy(slice.sx, slice.sy + offset, dx, y, slice.width, height);
+      });
+}
+
+void SkinBitmap::DrawHFrame(DrawTarget target, int frame, int x, int y, int total, int frames,
+                            bool masked) const {
+  assert(frames >= 1);
+  const int height = Height() / frames;
+  const HSlice slice{0, frame * height, EdgeWidthOf(Width()), height, TileWidthOf(Width())};
+  DrawHSlice(target, slice, x, y, total, masked);
+}
+
+void SkinBitmap::DrawVFrame(DrawTarget target, int frame, int x, int y, int total, int frames,
+                            bool masked) const {
+  assert(frames >= 1);
+  const int width = Width() / frames;
+  const VSlice slice{frame * width, 0, EdgeHeightOf(Height()), width, TileHeightOf(Height())};
+  DrawVSlice(target, slice, x, y, total, masked);
+}
+
+void SkinBitmap::DrawHFrameMasked(DrawTarget target, int frame, int x, int y, int total,
+                                  int frames) const {
+  DrawHFrame(target, frame, x, y, total, frames, true);
+}
+
+void SkinBitmap::DrawVFrameMasked(DrawTarget target, int frame, int x, int y, int total,
+                                  int frames) const {
+  DrawVFrame(target, frame, x, y, total, frames, true);
+}
+
+void SkinBitmap::DrawArea(DrawTarget target, int column, int row, int x, int y, int w, int h,
+                          int columns, int rows, bool masked) const {
+  assert(columns >= 1 && rows >= 1);
+  if (!CanDraw(target, masked)) return;
+  const Copier copier{bitmap, target, masked};
+  const int frameWidth = Width() / columns, frameHeight = Height() / rows;
+  const Wide sx = Wide{column} * frameWidth, sy = Wide{row} * frameHeight;
+  const Layout across{EdgeWidthOf(frameWidth), TileWidthOf(frameWidth), x, w};
+  const Layout down{EdgeHeightOf(frameHeight), TileHeightOf(frameHeight), y, h};
+  down.ForEachPiece(copier.VisibleY(), [&](Wide offsetY, Wide top, Wide height) {
+    across.ForEachPiece(copier.VisibleX(), [&](Wide offsetX, Wide left, Wide width) {
+      copier.Copy(sx + offsetX, sy + offsetY, left, top, width, height);
+    });
+  });
+}
+
+void SkinBitmap::DrawAreaMasked(DrawTarget target, int column, int row, int x, int y, int w, int h,
+                                int columns, int rows) const {
+  DrawArea(target, column, row, x, y, w, h, columns, rows, true);
+}
+
+}  // namespace zel
