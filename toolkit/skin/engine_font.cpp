@@ -1,0 +1,248 @@
+#include "toolkit/skin/engine_font.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+#include "toolkit/skin/font.h"
+#include "toolkit/skin/glyph_painter.h"
+
+namespace zel {
+namespace {
+
+FT_Library library = nullptr;
+Color textBackground;
+
+constexpr int kInitialSize = 8;
+constexpr int kMaxSpacing = 4096;
+// FreeType counts in 1/64 pixels (its manual, "Glyph Conventions").
+constexpr int kSubpixelBits = 6;
+constexpr int kGrayLevels = 256;
+
+// The search for a size ends here; no line on a screen is taller.
+constexpr int kLargestSize = 4096;
+
+int LineHeight(FT_Face face) {
+  const FT_Size_Metrics& metrics = face->size->metrics;
+  return static_cast<int>((metrics.ascender >> kSubpixelBits) +
+                          std::labs(metrics.descender >> kSubpixelBits));
+}
+
+bool SetPixelSize(FT_Face face, int px) {
+  return FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(px)) == 0;
+}
+
+// The pixel size whose line is `px` high: searched upward or downward from px, the last one below
+// it where none fits. 0 when there is none.
+int FindPixelSize(FT_Face face, int px) {
+  int direction = 0;
+  for (int size = px; size >= 1 && size <= kLargestSize; size += direction) {
+    if (!SetPixelSize(face, size)) return 0;
+    const int height = LineHeight(face);
+    if (height == px) return size;
+    if (direction == 0) direction = height > px ? -1 : 1;
+    if (direction > 0 && height > px) return SetPixelSize(face, size - 1) ? size - 1 : 0;
+    if (direction < 0 && height < px) return size;
+  }
+  return 0;
+}
+
+void CopyMono(const FT_Bitmap& bitmap, GlyphImage& image) {
+  for (int y = 0; y < image.height; ++y) {
+    const unsigned char* row = bitmap.buffer + y * bitmap.pitch;
+    for (int x = 0; x < image.width; ++x)
+      image.pixels[y * image.width + x] = (row[x / 8] >> (7 - x % 8)) & 1;
+  }
+}
+
+void CopyGray(const FT_Bitmap& bitmap, GlyphImage& image) {
+  const int levels = std::max<int>(1, bitmap.num_grays);
+  const int factor = levels < kGrayLevels ? kGrayLevels / levels : 1;
+  for (int y = 0; y < image.height; ++y) {
+    const unsigned char* row = bitmap.buffer + y * bitmap.pitch;
+    for (int x = 0; x < image.width; ++x)
+      image.pixels[y * image.width + x] =
+          static_cast<std::uint8_t>(std::min(row[x] * factor, kGrayLevels - 1));
+  }
+}
+
+// Makes two-tone pixels of coverage and the other way round, for faces that come with their
+// pictures.
+void Convert(GlyphImage& image, FT_Render_Mode mode, bool isMono) {
+  const std::size_t count = static_cast<std::size_t>(image.width) * image.height;
+  for (std::size_t i = 0; i < count; ++i) {
+    std::uint8_t& pixel = image.pixels[i];
+    if (mode == FT_RENDER_MODE_MONO && !isMono) pixel = pixel >= kGrayLevels / 2;
+    if (mode != FT_RENDER_MODE_MONO && isMono) pixel = pixel ? kGrayLevels - 1 : 0;
+  }
+}
+
+std::unique_ptr<GlyphImage> Render(FT_Face face, unsigned index, FT_Render_Mode mode) {
+  auto image = std::make_unique<GlyphImage>();
+  if (FT_Load_Glyph(face, index, FT_LOAD_DEFAULT) != 0) return image;
+  if (FT_Render_Glyph(face->glyph, mode) != 0) return image;
+  const FT_Bitmap& bitmap = face->glyph->bitmap;
+  const bool isMono = bitmap.pixel_mode == FT_PIXEL_MODE_MONO;
+  if (!isMono && bitmap.pixel_mode != FT_PIXEL_MODE_GRAY) return image;
+  if (!bitmap.buffer) return image;
+  image->width = static_cast<int>(bitmap.width);
+  image->height = static_cast<int>(bitmap.rows);
+  image->left = face->glyph->bitmap_left;
+  image->top = face->glyph->bitmap_top;
+  image->pixels = std::make_unique<std::uint8_t[]>(static_cast<std::size_t>(image->width) *
+                                                   static_cast<std::size_t>(image->height));
+  if (isMono)
+    CopyMono(bitmap, *image);
+  else
+    CopyGray(bitmap, *image);
+  Convert(*image, mode, isMono);
+  return image;
+}
+
+unsigned GlyphIndex(FT_Face face, int character) {
+  return face->charmap ? FT_Get_Char_Index(face, static_cast<FT_ULong>(character))
+                       : static_cast<unsigned>(character);
+}
+
+// The glyph of a character with its advance; null when the face has none.
+Glyph* GetGlyph(EngineFont& face, int character, unsigned* index) {
+  *index = GlyphIndex(face.ftFace, character);
+  Glyph* glyph = face.glyphs.At(*index);
+  if (!glyph || glyph->cached) return glyph;
+  glyph->cached = true;
+  if (FT_Load_Glyph(face.ftFace, *index, FT_LOAD_DEFAULT) == 0) {
+    glyph->advanceX = static_cast<int>(face.ftFace->glyph->advance.x >> kSubpixelBits);
+    glyph->advanceY = static_cast<int>(face.ftFace->glyph->advance.y >> kSubpixelBits);
+  }
+  return glyph;
+}
+
+const GlyphImage& GetImage(EngineFont& face, Glyph& glyph, unsigned index, bool antialiased) {
+  std::unique_ptr<GlyphImage>& image = antialiased ? glyph.gray : glyph.mono;
+  if (!image)
+    image = Render(face.ftFace, index, antialiased ? FT_RENDER_MODE_NORMAL : FT_RENDER_MODE_MONO);
+  return *image;
+}
+
+int LeftEnd(EngineFont& face, const char* text, int x, int align) {
+  if (align == kAlignRight) return x - EngineTextLength(face, text);
+  if (align == kAlignCentre) return x - EngineTextLength(face, text) / 2;
+  return x;
+}
+
+void DrawLine(BITMAP* target, EngineFont& face, const char* text, int x, int y, Color color,
+              int align, bool antialiased) {
+  if (!target || target->cr <= target->cl) return;
+  x = LeftEnd(face, text, x, align);
+  if (y >= target->cb || y + face.size <= target->ct || x >= target->cr) return;
+  if (textBackground.IsSet())
+    rectfill(target, x, y, x + EngineTextLength(face, text) - 1, y + face.size - 1, textBackground);
+  const GlyphPainter painter{target, color, textBackground, antialiased};
+  for (const char* position = text; *position != '\0';) {
+    const int character = ugetxc(&position);
+    unsigned index = 0;
+    Glyph* glyph = GetGlyph(face, character, &index);
+    if (!glyph) continue;
+    const GlyphImage& image = GetImage(face, *glyph, index, antialiased);
+    painter.Paint(image, x + image.left, y + face.ascent - image.top);
+    x += glyph->advanceX + face.spacing;
+    if (glyph->advanceY != 0) y += glyph->advanceY + face.spacing;
+    if (x >= target->cr) return;
+  }
+}
+
+}  // namespace
+
+void GlyphCache::Resize(std::size_t count) {
+  count_ = count;
+  pages_.clear();
+  pages_.resize((count + kPage - 1) / kPage);
+}
+
+Glyph* GlyphCache::At(std::size_t index) {
+  if (index >= count_) return nullptr;
+  std::unique_ptr<Glyph[]>& page = pages_[index / kPage];
+  if (!page) page = std::make_unique<Glyph[]>(kPage);
+  return &page[index % kPage];
+}
+
+void GlyphCache::Clear() { Resize(count_); }
+
+EngineFont::~EngineFont() {
+  // Stopping FreeType has freed the faces with it.
+  if (ftFace && library) FT_Done_Face(ftFace);
+}
+
+bool EngineInit() { return library || FT_Init_FreeType(&library) == 0; }
+
+void EngineExit() {
+  if (library) FT_Done_FreeType(std::exchange(library, nullptr));
+}
+
+std::unique_ptr<EngineFont> EngineLoad(FontBytes bytes) {
+  if (!library || !bytes || bytes->empty()) return nullptr;
+  auto face = std::make_unique<EngineFont>();
+  face->data = std::move(bytes);
+  if (FT_New_Memory_Face(library, face->data->data(), static_cast<FT_Long>(face->data->size()), 0,
+                         &face->ftFace) != 0) {
+    face->ftFace = nullptr;
+    return nullptr;
+  }
+  const FT_Face opened = face->ftFace;
+  int initialSize = kInitialSize;
+  if (!FT_IS_SCALABLE(opened)) {
+    face->fixedCount = opened->num_fixed_sizes;
+    for (int i = 0; i < face->fixedCount; ++i)
+      face->fixedSizes.push_back(opened->available_sizes[i].height);
+    if (!face->fixedSizes.empty()) initialSize = face->fixedSizes.front();
+  }
+  face->fixedSizes.push_back(-1);
+  face->glyphs.Resize(static_cast<std::size_t>(std::max<FT_Long>(0, opened->num_glyphs)));
+  EngineSetSize(*face, initialSize);
+  return face;
+}
+
+int EngineSetSize(EngineFont& face, int px) {
+  if (px == face.size) return 0;
+  if (px < 1) return -1;
+  const int found = FindPixelSize(face.ftFace, px);
+  if (found == 0) {
+    if (face.pixelSize > 0) SetPixelSize(face.ftFace, face.pixelSize);
+    return -1;
+  }
+  face.glyphs.Clear();
+  face.size = px;
+  face.pixelSize = found;
+  face.ascent = static_cast<int>(face.ftFace->size->metrics.ascender >> kSubpixelBits);
+  return 0;
+}
+
+void EngineSetSpacing(EngineFont& face, int spacing) {
+  face.spacing = std::clamp(spacing, 0, kMaxSpacing);
+}
+
+void EngineSetBackground(Color background) { textBackground = background; }
+
+int EngineTextLength(EngineFont& face, const char* text) {
+  int length = 0;
+  for (const char* position = text; *position != '\0';) {
+    unsigned index = 0;
+    const Glyph* glyph = GetGlyph(face, ugetxc(&position), &index);
+    if (glyph && glyph->advanceX != 0) length += glyph->advanceX + face.spacing;
+  }
+  return length;
+}
+
+int EngineTextHeight(const EngineFont& face) { return face.size; }
+
+void EngineTextout(BITMAP* target, EngineFont& face, const char* text, int x, int y, Color color,
+                   int align) {
+  DrawLine(target, face, text, x, y, color, align, false);
+}
+
+void EngineTextoutAA(BITMAP* target, EngineFont& face, const char* text, int x, int y, Color color,
+                     int align) {
+  DrawLine(target, face, text, x, y, color, align, true);
+}
+
+}  // namespace zel

@@ -1,0 +1,89 @@
+// Text with outline fonts, on top of FreeType.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+#include "toolkit/core/allegro.h"
+#include "toolkit/skin/color.h"
+
+namespace zel {
+
+// One glyph drawn at some size: a byte per pixel.
+struct GlyphImage {
+  int width = 0, height = 0;
+  int left = 0, top = 0;                   // of the top-left pixel from the pen, top upward
+  std::unique_ptr<std::uint8_t[]> pixels;  // 1 where set, or coverage 0..255
+};
+
+// A glyph at the current size, with its images made when they are first drawn.
+struct Glyph {
+  bool cached = false;
+  int advanceX = 0, advanceY = 0;  // pixels
+  std::unique_ptr<GlyphImage> mono;
+  std::unique_ptr<GlyphImage> gray;
+};
+
+// A record for every glyph of a face; memory for them is taken as they are used.
+class GlyphCache {
+ public:
+  void Resize(std::size_t count);
+  // Null for an index that the face does not have.
+  Glyph* At(std::size_t index);
+  void Clear();
+
+ private:
+  static constexpr std::size_t kPage = 64;
+  std::size_t count_ = 0;
+  std::vector<std::unique_ptr<Glyph[]>> pages_;
+};
+
+using FontBytes = std::shared_ptr<const std::vector<std::uint8_t>>;
+
+// A face opened from a copy of its file, which faces of the same file may share.
+class EngineFont {
+ public:
+  EngineFont() = default;
+  EngineFont(const EngineFont&) = delete;
+  EngineFont& operator=(const EngineFont&) = delete;
+  ~EngineFont();
+
+  FT_Face ftFace = nullptr;
+  int size = 0;       // line height asked for, in pixels: ascender + |descender|
+  int pixelSize = 0;  // FreeType's size for it
+  int ascent = 0;     // pixels at pixelSize
+  FontBytes data;
+  int spacing = 0;      // extra pixels after every advance, 0..4096
+  int fixedCount = -1;  // fixed sizes of a bitmap face; -1 for a scalable one
+  GlyphCache glyphs;
+  std::vector<int> fixedSizes;  // ended by -1
+};
+
+// Starts and stops FreeType. EngineInit answers false when it cannot be started.
+bool EngineInit();
+void EngineExit();
+
+// Opens a face; null when the bytes are no font (or the engine is not started).
+std::unique_ptr<EngineFont> EngineLoad(FontBytes bytes);
+// The line height in pixels; 0, or -1 when there is no such size: then the old one stays.
+int EngineSetSize(EngineFont& face, int px);
+void EngineSetSpacing(EngineFont& face, int spacing);
+// The colour behind the text drawn from now on; -1 is transparent.
+void EngineSetBackground(Color background);
+
+// Draw a text with its left end, right end or middle (a TextAlign) at x and its line's top at y;
+// the first in two tones, the second antialiased. 8-bit modes blend nothing: there a pixel is drawn
+// when at least half of it is covered.
+void EngineTextout(BITMAP* target, EngineFont& face, const char* text, int x, int y, Color color,
+                   int align);
+void EngineTextoutAA(BITMAP* target, EngineFont& face, const char* text, int x, int y, Color color,
+                     int align);
+int EngineTextLength(EngineFont& face, const char* text);
+int EngineTextHeight(const EngineFont& face);
+
+}  // namespace zel

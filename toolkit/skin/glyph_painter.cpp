@@ -1,0 +1,133 @@
+#include "toolkit/skin/glyph_painter.h"
+
+#include <algorithm>
+
+#include "toolkit/skin/engine_font.h"
+
+namespace zel {
+namespace {
+
+constexpr int kFull = 255;
+constexpr int kHalf = 128;
+
+// The arithmetic of Allegro's trans blenders (its manual, set_trans_blender), pixel by pixel
+// without a call: `n` is the coverage, 1 to 254.
+template <std::uint32_t kSpread>
+std::uint16_t BlendHigh(std::uint32_t color, std::uint32_t below, unsigned n) {
+  const std::uint32_t x = ((color & 0xFFFF) | (color << 16)) & kSpread;
+  const std::uint32_t y = ((below & 0xFFFF) | (below << 16)) & kSpread;
+  const std::uint32_t mixed = ((x - y) * ((n + 1) / 8) / 32 + y) & kSpread;
+  return static_cast<std::uint16_t>((mixed & 0xFFFF) | (mixed >> 16));
+}
+
+std::uint32_t BlendTrue(std::uint32_t color, std::uint32_t below, unsigned n) {
+  ++n;
+  const std::uint32_t redBlue =
+      (((color & 0xFF00FF) - (below & 0xFF00FF)) * n / 256 + below) & 0xFF00FF;
+  const std::uint32_t green = (((color & 0xFF00) - (below & 0xFF00)) * n / 256 + (below & 0xFF00));
+  return redBlue | (green & 0xFF00);
+}
+
+// The entry of a ramp between two components.
+int RampStep(int color, int background) { return color == background ? 0 : color - background + 1; }
+int RampEntry(int color, int background, int k) {
+  return (background * 256 + k * RampStep(color, background)) >> 8;
+}
+
+}  // namespace
+
+GlyphPainter::GlyphPainter(BITMAP* target, Color color, Color background, bool antialiased)
+    : target_{target}, color_{color}, background_{background}, paintSpan_{ChooseSpan(antialiased)} {
+  if (paintSpan_ == &GlyphPainter::PaintRamp) MakeRamp();
+}
+
+GlyphPainter::PaintSpan GlyphPainter::ChooseSpan(bool antialiased) const {
+  if (!antialiased) return &GlyphPainter::PaintSolid;
+  if (background_.IsSet()) return &GlyphPainter::PaintRamp;
+  const int depth = bitmap_color_depth(target_);
+  if (depth == 8) return &GlyphPainter::PaintHalfCovered;
+  if (!is_memory_bitmap(target_) || depth == 24) return &GlyphPainter::PaintThroughAllegro;
+  if (depth == 15) return &GlyphPainter::Blend15;
+  return depth == 16 ? &GlyphPainter::Blend16 : &GlyphPainter::Blend32;
+}
+
+void GlyphPainter::MakeRamp() {
+  for (int k = 1; k < 256; ++k)
+    ramp_[k] = makecol(RampEntry(color_.r(), background_.r(), k),
+                       RampEntry(color_.g(), background_.g(), k),
+                       RampEntry(color_.b(), background_.b(), k));
+}
+
+void GlyphPainter::Paint(const GlyphImage& image, int x, int y) const {
+  const int left = std::max(x, target_->cl);
+  const int right = std::min(x + image.width, target_->cr);
+  const int top = std::max(y, target_->ct);
+  const int bottom = std::min(y + image.height, target_->cb);
+  if (left >= right) return;
+  for (int row = top; row < bottom; ++row) {
+    const std::uint8_t* coverage = image.pixels.get() + (row - y) * image.width + (left - x);
+    (this->*paintSpan_)({coverage, left, row, right - left});
+  }
+}
+
+void GlyphPainter::PaintSolid(const Span& span) const {
+  for (int i = 0; i < span.count; ++i)
+    if (span.coverage[i]) putpixel(target_, span.x + i, span.y, color_);
+}
+
+void GlyphPainter::PaintHalfCovered(const Span& span) const {
+  for (int i = 0; i < span.count; ++i)
+    if (span.coverage[i] >= kHalf) putpixel(target_, span.x + i, span.y, color_);
+}
+
+void GlyphPainter::PaintRamp(const Span& span) const {
+  for (int i = 0; i < span.count; ++i)
+    if (const int k = span.coverage[i]) putpixel(target_, span.x + i, span.y, ramp_[k]);
+}
+
+void GlyphPainter::PaintThroughAllegro(const Span& span) const {
+  for (int i = 0; i < span.count; ++i) {
+    const int k = span.coverage[i];
+    if (k == 0) continue;
+    if (k < kFull) {
+      set_trans_blender(0, 0, 0, k);
+      drawing_mode(DRAW_MODE_TRANS, nullptr, 0, 0);
+    }
+    putpixel(target_, span.x + i, span.y, color_);
+    if (k < kFull) solid_mode();
+  }
+}
+
+void GlyphPainter::Blend15(const Span& span) const {
+  auto* row = reinterpret_cast<std::uint16_t*>(target_->line[span.y]) + span.x;
+  const auto color = static_cast<std::uint32_t>(static_cast<int>(color_));
+  for (int i = 0; i < span.count; ++i) {
+    const unsigned k = span.coverage[i];
+    if (k == 0) continue;
+    row[i] =
+        k == kFull ? static_cast<std::uint16_t>(color) : BlendHigh<0x3E07C1F>(color, row[i], k);
+  }
+}
+
+void GlyphPainter::Blend16(const Span& span) const {
+  auto* row = reinterpret_cast<std::uint16_t*>(target_->line[span.y]) + span.x;
+  const auto color = static_cast<std::uint32_t>(static_cast<int>(color_));
+  for (int i = 0; i < span.count; ++i) {
+    const unsigned k = span.coverage[i];
+    if (k == 0) continue;
+    row[i] =
+        k == kFull ? static_cast<std::uint16_t>(color) : BlendHigh<0x7E0F81F>(color, row[i], k);
+  }
+}
+
+void GlyphPainter::Blend32(const Span& span) const {
+  auto* row = reinterpret_cast<std::uint32_t*>(target_->line[span.y]) + span.x;
+  const auto color = static_cast<std::uint32_t>(static_cast<int>(color_));
+  for (int i = 0; i < span.count; ++i) {
+    const unsigned k = span.coverage[i];
+    if (k == 0) continue;
+    row[i] = k == kFull ? color : BlendTrue(color, row[i], k);
+  }
+}
+
+}  // namespace zel
