@@ -1,0 +1,178 @@
+#include "toolkit/skin/skin.h"
+
+#include <algorithm>
+
+#include "toolkit/skin/builtin_look.h"
+#include "toolkit/skin/skin_file.h"
+
+namespace zel {
+namespace {
+
+template <class Held>
+void MakeHolders(std::vector<std::unique_ptr<Held>>& holders, int count) {
+  holders.reserve(static_cast<std::size_t>(count));
+  for (int i = 0; i < count; ++i) holders.push_back(std::make_unique<Held>());
+}
+
+bool IsBuiltinName(const char* name) {
+  return ugetc(name) == 0 || ustrcmp(name, Ascii("default")) == 0;
+}
+
+bool IsIndex(int index, int count) { return index >= 0 && index < count; }
+
+void ColorizePicture(BITMAP* picture, Color tint, int alpha) {
+  for (int y = 0; y < picture->h; ++y) {
+    for (int x = 0; x < picture->w; ++x) {
+      Color pixel{getpixel(picture, x, y)};
+      if (pixel == magenta) continue;
+      pixel.Colorize(tint, alpha);
+      putpixel(picture, x, y, pixel);
+    }
+  }
+}
+
+// Never destroyed by the end of the process: Allegro may have ended before, and bitmaps cannot be
+// destroyed without it.
+std::unique_ptr<Skin>& CurrentSkinHolder() {
+  static auto* const holder = new std::unique_ptr<Skin>;
+  return *holder;
+}
+
+}  // namespace
+
+Skin::Skin(const char* name) {
+  MakeHolders(bitmaps, kBitmaps);
+  MakeHolders(cursors, kCursors);
+  MakeHolders(fonts, kFonts);
+  for (auto& states : fontColor) std::fill(std::begin(states), std::end(states), black);
+  if (name && IsBuiltinName(name))
+    Skin::Reset();
+  else
+    error = Skin::Load(name);
+}
+
+Skin::~Skin() = default;
+
+Error Skin::LoadSamples(const char*) { return kNoError; }
+
+void Skin::GenerateDefaultBitmaps() {
+  for (int id = 0; id < kElementCount; ++id) GenerateDefaultBitmap(id);
+}
+
+void Skin::GenerateDefaultBitmap(int id) {
+  if (IsIndex(id, kElementCount)) DrawBuiltinElement(*bitmaps[id], id, colors);
+}
+
+void Skin::ResetSamples() {}
+
+void Skin::ResetCursors() {
+  for (int i = MOUSE_CROSSHAIR; i < kCursorCount; ++i) cursors[i]->CreateDefault();
+}
+
+void Skin::ResetFonts() {
+  for (int i = 0; i < kSkinFonts; ++i) fonts[i]->Reset();
+}
+
+void Skin::ResetColors() {
+  ResetNamedColors(*this);
+  for (int set = 0; set < kTextSetCount; ++set) {
+    for (int state = 0; state < kDrawStates; ++state) {
+      const bool disabled = state == kDisabled;
+      fontColor[set][state] = colors[disabled ? kDisable : kFontFace];
+      shadowColor[set][state] = disabled ? colors[kShad1] : Color{};
+    }
+  }
+  fontColor[kHyperText][kNormal] = Color{0, 0, 128};
+  for (const DrawState state : {kSelected, kFocused})
+    fontColor[kHyperText][state] = Color{128, 0, 128};
+}
+
+void Skin::ResetControls() {
+  constexpr Size kNoTileSize{-1, -1};
+  for (int id = 0; id < kElementCount; ++id) bitmaps[id]->SetTileSize(kNoTileSize);
+  ResetNumbers(*this);
+  boxBackColor = colors[kFace];
+  tooltipBackColor = Color{255, 255, 192};
+  tooltipBorderColor = black;
+}
+
+Error Skin::Load(const char* path) {
+  error = kNoError;
+  if (!path || !exists(path)) return error = kSkinFileError;
+  const std::string file = path;  // `path` may be the text in skinFile
+  set_config_file(file.c_str());
+  Reset();
+  skinFile = std::make_unique<std::string>(file);
+  return error = ReadSkinFile(*this, file.c_str());
+}
+
+void Skin::Reload() {
+  if (skinFile && !IsBuiltinName(skinFile->c_str()))
+    Load(skinFile->c_str());
+  else
+    Reset();
+}
+
+void Skin::Unload() {
+  for (auto& holder : bitmaps) holder->Destroy();
+  for (auto& cursor : cursors) cursor->Free();
+  for (auto& font : fonts) font->Reset();
+}
+
+void Skin::Reset() {
+  Unload();
+  ResetColors();
+  ResetControls();
+  ResetFonts();
+  ResetCursors();
+  ResetSamples();
+  GenerateDefaultBitmaps();
+}
+
+void Skin::Colorize(Color tint, int alpha) {
+  Reload();
+  for (int id = 0; id < kElementCount; ++id)
+    if (BITMAP* picture = bitmaps[id]->GetBitmap()) ColorizePicture(picture, tint, alpha);
+  for (Color& color : colors) color.Colorize(tint, alpha);
+}
+
+Error Skin::SetCursorBitmap(const char* path, int index, int frames, int duration) {
+  if (!IsIndex(index, kCursors)) return kIndexError;
+  SkinBitmap picture;
+  if (const Error result = picture.Load(path, kMemoryBitmap); result.IsError()) return result;
+  cursors[index]->Create(picture, frames);
+  cursors[index]->SetAnimationInterval(duration);
+  return kNoError;
+}
+
+Error Skin::SetFontFile(const char* path, int index, int size) {
+  if (!IsIndex(index, kFonts)) return kIndexError;
+  const Error result = fonts[index]->Load(path);
+  if (!result.IsError()) fonts[index]->SetSize(size);
+  return result;
+}
+
+void Skin::DumpBitmaps() const {
+  constexpr Size kSheet{320, 480};
+  constexpr int kGap = 1;
+  SkinBitmap sheet(kSheet.w, kSheet.h, kMemoryBitmap);
+  sheet.clear_to_color(yellow);
+  Point at;
+  int rowHeight = 0;
+  for (int id = 0; id < kElementCount; ++id) {
+    const SkinBitmap& element = *bitmaps[id];
+    if (at.x + element.Width() > kSheet.w) {
+      at = {0, at.y + rowHeight + kGap};
+      rowHeight = 0;
+    }
+    element.blit(sheet, 0, 0, at.x, at.y, element.Width(), element.Height());
+    at.x += element.Width() + kGap;
+    rowHeight = std::max(rowHeight, element.Height());
+  }
+  sheet.Save(Ascii("log.bmp"));
+}
+
+Skin* CurrentSkin() { return CurrentSkinHolder().get(); }
+void SetCurrentSkin(std::unique_ptr<Skin> skin) { CurrentSkinHolder() = std::move(skin); }
+
+}  // namespace zel

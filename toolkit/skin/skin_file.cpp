@@ -1,0 +1,198 @@
+#include "toolkit/skin/skin_file.h"
+
+#include <string>
+
+#include "toolkit/skin/skin.h"
+#include "toolkit/skin/skin_values.h"
+
+namespace zel {
+namespace {
+
+struct NamedColorKey {
+  const char* key;
+  const char* value;  // in the built-in look and in a file without the key
+};
+constexpr NamedColorKey kNamedColors[kSkinColorCount] = {
+    {"face", "210,210,210"},     {"fontface", "16,16,16"},   {"shad1", "255,255,255"},
+    {"shad2", "80,80,80"},       {"disable", "128,128,128"}, {"select", "128,192,128"},
+    {"deselect", "224,224,224"}, {"focus", "128,192,128"},   {"sunken", "232,232,232"},
+    {"back", "180,180,180"},
+};
+
+struct NumberKey {
+  const char* section;
+  const char* key;
+  int fallback;  // in a file without the key
+  int builtin;   // in the built-in look
+  int& (*field)(Skin& skin);
+};
+
+constexpr NumberKey Number(const char* section, const char* key, int value,
+                           int& (*field)(Skin& skin)) {
+  return {section, key, value, value, field};
+}
+
+constexpr NumberKey kNumbers[] = {
+    Number("WALLPAPER", "style", 3, [](Skin& skin) -> int& { return skin.wallpaperStyle; }),
+    Number("BUTTON", "displacement", 1, [](Skin& skin) -> int& { return skin.buttonDisplacement; }),
+    Number("BUTTON", "animationType", 0,
+           [](Skin& skin) -> int& { return skin.buttonAnimationType; }),
+    Number("BUTTON", "animationLength", 0,
+           [](Skin& skin) -> int& { return skin.buttonAnimationLength; }),
+    {"BOX", "offX", 6, 10, [](Skin& skin) -> int& { return skin.boxOffset.x; }},
+    Number("BOX", "offY", 1, [](Skin& skin) -> int& { return skin.boxOffset.y; }),
+    Number("BOX", "alignment", 0, [](Skin& skin) -> int& { return skin.boxAlignment; }),
+    Number("WINDOW", "textX", 10, [](Skin& skin) -> int& { return skin.windowTextPos.x; }),
+    Number("WINDOW", "textY", 8, [](Skin& skin) -> int& { return skin.windowTextPos.y; }),
+    Number("WINDOW", "alignment", 0, [](Skin& skin) -> int& { return skin.windowAlignment; }),
+    Number("WINDOW", "textBack", 0, [](Skin& skin) -> int& { return skin.windowTextBack; }),
+    Number("WINDOW", "exitX", -22, [](Skin& skin) -> int& { return skin.windowExitPos.x; }),
+    Number("WINDOW", "exitY", 6, [](Skin& skin) -> int& { return skin.windowExitPos.y; }),
+    Number("WINDOW", "maxX", -40, [](Skin& skin) -> int& { return skin.windowMaxPos.x; }),
+    Number("WINDOW", "maxY", 6, [](Skin& skin) -> int& { return skin.windowMaxPos.y; }),
+    Number("WINDOW", "minX", -56, [](Skin& skin) -> int& { return skin.windowMinPos.x; }),
+    Number("WINDOW", "minY", 6, [](Skin& skin) -> int& { return skin.windowMinPos.y; }),
+    Number("WINDOW", "animationType", 0,
+           [](Skin& skin) -> int& { return skin.windowAnimationType; }),
+    Number("WINDOW", "animationLength", 0,
+           [](Skin& skin) -> int& { return skin.windowAnimationLength; }),
+    Number("COMBOBOX", "animationType", 0,
+           [](Skin& skin) -> int& { return skin.comboAnimationType; }),
+    Number("COMBOBOX", "animationLength", 0,
+           [](Skin& skin) -> int& { return skin.comboAnimationLength; }),
+    Number("MENU", "height", 16, [](Skin& skin) -> int& { return skin.menuHeight; }),
+    Number("MENU", "delay", 300, [](Skin& skin) -> int& { return skin.menuDelay; }),
+    Number("MENU", "animationType", 0, [](Skin& skin) -> int& { return skin.menuAnimationType; }),
+    Number("MENU", "animationLength", 0,
+           [](Skin& skin) -> int& { return skin.menuAnimationLength; }),
+    Number("TOOLTIP", "animationType", 0,
+           [](Skin& skin) -> int& { return skin.tooltipAnimationType; }),
+    Number("TOOLTIP", "animationLength", 0,
+           [](Skin& skin) -> int& { return skin.tooltipAnimationLength; }),
+    {"Skin", "dottedRect", 0, 1, [](Skin& skin) -> int& { return skin.dottedRect; }},
+    {"Skin", "focus", 1, 0, [](Skin& skin) -> int& { return skin.focus; }},
+};
+
+// The sections with keys for all four drawing states.
+struct TextSection {
+  const char* section;
+  TextSet set;
+};
+constexpr TextSection kTextSections[] = {
+    {"BUTTON", kButtonText},     {"CHECKBOX", kCheckBoxText}, {"RADIO", kRadioText},
+    {"LIST", kListText},         {"TEXT", kEditText},         {"MENU", kMenuText},
+    {"PROGRESS", kProgressText}, {"WINDOW", kWindowText},     {"HYPER", kHyperText},
+    {"TAB", kTabText},           {"TOOLTIP", kTooltipText},
+};
+
+struct TextKeys {
+  const char* font;
+  const char* fontColor;
+  const char* fontColorFallback;
+  const char* shadowColor;
+};
+constexpr TextKeys kTextKeys[kDrawStates] = {
+    {"font1", "f_col1", "0,0,0", "s_col1"},
+    {"font2", "f_col2", "0,0,0", "s_col2"},
+    {"font3", "f_col3", "128,128,128", "s_col3"},
+    {"font4", "f_col4", "0,0,0", "s_col4"},
+};
+constexpr const char* kNoShadow = "-1";
+
+constexpr const char* kSkin = "Skin";
+
+// A value of the section "Skin"; null when it is absent.
+const char* SkinText(const char* key) {
+  return get_config_string(Ascii(kSkin), Ascii(key), nullptr);
+}
+
+// A file beside the skin file.
+std::string Beside(const char* skinFile, const char* name) {
+  constexpr int kPathBytes = 2048;
+  char directory[kPathBytes];
+  char path[kPathBytes];
+  replace_filename(directory, skinFile, Ascii(""), kPathBytes);
+  append_filename(path, directory, name, kPathBytes);
+  return path;
+}
+
+void ReadFonts(Skin& skin, const char* path) {
+  constexpr int kSize = 10;
+  for (int i = 0; i < Skin::kSkinFonts; ++i) {
+    const std::string section = "FONT" + std::to_string(i);
+    const int size = ReadSkinInt(section.c_str(), "size", kSize);
+    const char* file = get_config_string(Ascii(section.c_str()), Ascii("file"), Ascii("none"));
+    skin.fonts[i]->Load(Beside(path, file).c_str());
+    skin.fonts[i]->SetSize(size);
+  }
+}
+
+int ReadFontIndex(const char* section, const char* key) {
+  return ReadSkinInt(section, key, 0, 0, Skin::kFonts - 1);
+}
+
+void ReadTextSets(Skin& skin) {
+  for (int state = 0; state < kDrawStates; ++state) {
+    const TextKeys& keys = kTextKeys[state];
+    for (const auto& [section, set] : kTextSections) {
+      skin.fontIndex[set][state] = ReadFontIndex(section, keys.font);
+      skin.fontColor[set][state] = ReadSkinColor(section, keys.fontColor, keys.fontColorFallback);
+      skin.shadowColor[set][state] = ReadSkinColor(section, keys.shadowColor, kNoShadow);
+    }
+  }
+}
+
+// Boxes know two states only, and the second pair of keys is that of the disabled one.
+void ReadBoxTextSet(Skin& skin) {
+  constexpr const char* kBox = "BOX";
+  skin.fontIndex[kBoxText][kNormal] = ReadFontIndex(kBox, "font1");
+  skin.fontColor[kBoxText][kNormal] = ReadSkinColor(kBox, "f_col1", "32,32,32");
+  skin.fontColor[kBoxText][kDisabled] = ReadSkinColor(kBox, "f_col2", "128,128,128");
+  skin.shadowColor[kBoxText][kNormal] = ReadSkinColor(kBox, "s_col1", kNoShadow);
+  skin.shadowColor[kBoxText][kDisabled] = ReadSkinColor(kBox, "s_col2", "255,255,255");
+}
+
+void ReadControls(Skin& skin) {
+  for (const NumberKey& number : kNumbers)
+    number.field(skin) = ReadSkinInt(number.section, number.key, number.fallback);
+  skin.boxBackColor = ReadSkinColor("BOX", "backColor", "222,222,222");
+  skin.tooltipBackColor = ReadSkinColor("TOOLTIP", "backColor", "255,255,192");
+  skin.tooltipBorderColor = ReadSkinColor("TOOLTIP", "borderColor", "0,0,0");
+}
+
+}  // namespace
+
+void ResetNamedColors(Skin& skin) {
+  for (int i = 0; i < kSkinColorCount; ++i)
+    skin.colors[i] = Color::FromText(Ascii(kNamedColors[i].value));
+}
+
+void ResetNumbers(Skin& skin) {
+  for (const NumberKey& number : kNumbers) number.field(skin) = number.builtin;
+}
+
+Error ReadSkinFile(Skin& skin, const char* path) {
+  const char* data = SkinText("main_data");
+  if (data) {
+    const Error result = skin.LoadData(Beside(path, data).c_str());
+    if (result.IsError()) return result;
+  }
+  for (int i = 0; i < kSkinColorCount; ++i)
+    skin.colors[i] = ReadSkinColor("COLORS", kNamedColors[i].key, kNamedColors[i].value);
+  // The built-in pictures again, in the colours of the file.
+  if (!data) skin.GenerateDefaultBitmaps();
+  if (const char* shapes = SkinText("cursors")) {
+    const Error result = skin.LoadCursors(Beside(path, shapes).c_str());
+    if (result.IsError()) return result;
+  }
+  skin.title = std::make_unique<FixedText<512>>(SkinText("title"));
+  ReadFonts(skin, path);
+  ReadTextSets(skin);
+  ReadBoxTextSet(skin);
+  ReadControls(skin);
+  constexpr RGB kBlack{0, 0, 0, 0};
+  set_color(0, &kBlack);
+  return kNoError;
+}
+
+}  // namespace zel

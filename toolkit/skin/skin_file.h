@@ -1,0 +1,19 @@
+// The keys of a skin description file and the values of the built-in look, side by side.
+#pragma once
+
+#include "toolkit/core/error.h"
+
+namespace zel {
+
+class Skin;
+
+// The built-in values.
+void ResetNamedColors(Skin& skin);
+void ResetNumbers(Skin& skin);
+
+// Reads the current configuration file, which was loaded from `path`, over the built-in look: the
+// pictures and pointer shapes that it names, its fonts, colours and numbers. Stops at the first
+// datafile that cannot be read.
+Error ReadSkinFile(Skin& skin, const char* path);
+
+}  // namespace zel
