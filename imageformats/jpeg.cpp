@@ -1,0 +1,125 @@
+#include "imageformats/jpeg.h"
+
+#include <csetjmp>
+#include <cstdio>
+#include <vector>
+
+#include <jpeglib.h>
+
+// Needs the types of the other.
+#include <jerror.h>
+
+#include "imageformats/picture.h"
+
+namespace zel {
+namespace {
+
+// libjpeg ends with error_exit, which must not return. No object with a destructor lives between
+// the setjmp and the longjmp.
+struct ErrorTrap {
+  jpeg_error_mgr manager;
+  std::jmp_buf escape;
+};
+
+[[noreturn]] void Escape(j_common_ptr info) {
+  std::longjmp(reinterpret_cast<ErrorTrap*>(info->err)->escape, 1);
+}
+
+// Of the library's warnings those about odd headers are harmless; the others, such as the end of
+// the file before the end of the picture, are damage.
+void EscapeFromDamage(j_common_ptr info, int level) {
+  if (level >= 0) return;
+  switch (info->err->msg_code) {
+    case JWRN_ADOBE_XFORM:
+    case JWRN_BOGUS_ICC:
+    case JWRN_EXTRANEOUS_DATA:
+    case JWRN_JFIF_MAJOR:
+      return;
+  }
+  Escape(info);
+}
+
+void SayNothing(j_common_ptr) {}
+
+// More scans than any encoder makes only keep the decoder busy.
+constexpr int kMostScans = 100;
+
+void EscapeFromEndlessScans(j_common_ptr info) {
+  if (reinterpret_cast<j_decompress_ptr>(info)->input_scan_number > kMostScans) Escape(info);
+}
+
+// Turns cyan, magenta, yellow and black into red, green, blue and alpha. Programs that leave an
+// Adobe marker write them inverted.
+void ConvertCmyk(JSAMPLE* pixel, JDIMENSION width, bool inverted) {
+  const int flip = inverted ? 0 : 255;
+  for (JDIMENSION x = 0; x < width; ++x, pixel += 4) {
+    const int light = pixel[3] ^ flip;
+    for (int i = 0; i < 3; ++i) pixel[i] = static_cast<JSAMPLE>((pixel[i] ^ flip) * light / 255);
+    pixel[3] = 255;
+  }
+}
+
+struct Decoder {
+  jpeg_decompress_struct info;
+  ErrorTrap trap;
+  jpeg_progress_mgr progress;
+  BITMAP* volatile picture;
+};
+
+void ReadRows(Decoder& decoder) {
+  jpeg_decompress_struct& info = decoder.info;
+  const JDIMENSION width = info.output_width;
+  const bool isCmyk = info.out_color_space == JCS_CMYK;
+  // libjpeg's own memory: freed with the decoder, whatever happens.
+  const auto pool = reinterpret_cast<j_common_ptr>(&info);
+  JSAMPARRAY row = info.mem->alloc_sarray(pool, JPOOL_IMAGE, width * 4, 1);
+  while (info.output_scanline < info.output_height) {
+    const int y = static_cast<int>(info.output_scanline);
+    jpeg_read_scanlines(&info, row, 1);
+    if (isCmyk) ConvertCmyk(row[0], width, info.saw_Adobe_marker);
+    WriteRgbaRow(decoder.picture, y, row[0]);
+  }
+}
+
+bool Decode(Decoder& decoder, const std::uint8_t* bytes, std::size_t length, int depth) {
+  jpeg_decompress_struct& info = decoder.info;
+  info.err = jpeg_std_error(&decoder.trap.manager);
+  decoder.trap.manager.error_exit = Escape;
+  decoder.trap.manager.emit_message = EscapeFromDamage;
+  decoder.trap.manager.output_message = SayNothing;
+  if (setjmp(decoder.trap.escape) != 0) {
+    jpeg_destroy_decompress(&info);
+    return false;
+  }
+  jpeg_create_decompress(&info);
+  decoder.progress.progress_monitor = EscapeFromEndlessScans;
+  info.progress = &decoder.progress;
+  jpeg_mem_src(&info, bytes, static_cast<unsigned long>(length));
+  jpeg_read_header(&info, TRUE);
+  const bool isCmyk = info.jpeg_color_space == JCS_CMYK || info.jpeg_color_space == JCS_YCCK;
+  info.out_color_space = isCmyk ? JCS_CMYK : JCS_EXT_RGBA;
+  decoder.picture = NewPicture(depth, info.image_width, info.image_height);
+  if (decoder.picture) {
+    jpeg_start_decompress(&info);
+    ReadRows(decoder);
+    jpeg_finish_decompress(&info);
+  }
+  jpeg_destroy_decompress(&info);
+  return decoder.picture != nullptr;
+}
+
+}  // namespace
+
+BITMAP* LoadJpeg(const char* fileName, RGB* palette) {
+  const std::vector<std::uint8_t> bytes = ReadPicture(fileName);
+  if (bytes.empty()) return nullptr;
+  const int depth = PictureDepth();
+  Decoder decoder{};
+  if (!Decode(decoder, bytes.data(), bytes.size(), depth)) {
+    if (decoder.picture) destroy_bitmap(decoder.picture);
+    return nullptr;
+  }
+  return FinishPicture(decoder.picture, depth, palette);
+}
+
+}  // namespace zel

@@ -1,0 +1,115 @@
+#include "imageformats/picture.h"
+
+#include <allegro/internal/aintern.h>
+
+#include <memory>
+
+namespace zel {
+namespace {
+
+constexpr int kTrueColor = 24;
+constexpr std::uint8_t kHalfOpaque = 128;
+constexpr std::uint64_t kLargestFile = 256u << 20;
+
+struct PackfileCloser {
+  void operator()(PACKFILE* file) const { pack_fclose(file); }
+};
+
+// The shifts of a pixel format, copied from Allegro's variables so that loops need not read them
+// again for every pixel.
+struct Shifts {
+  int red, green, blue;
+};
+
+struct To15 {
+  const Shifts shifts{_rgb_r_shift_15, _rgb_g_shift_15, _rgb_b_shift_15};
+  int operator()(int r, int g, int b) const {
+    return (r >> 3 << shifts.red) | (g >> 3 << shifts.green) | (b >> 3 << shifts.blue);
+  }
+};
+
+struct To16 {
+  const Shifts shifts{_rgb_r_shift_16, _rgb_g_shift_16, _rgb_b_shift_16};
+  int operator()(int r, int g, int b) const {
+    return (r >> 3 << shifts.red) | (g >> 2 << shifts.green) | (b >> 3 << shifts.blue);
+  }
+};
+
+struct To24 {
+  const Shifts shifts{_rgb_r_shift_24, _rgb_g_shift_24, _rgb_b_shift_24};
+  int operator()(int r, int g, int b) const {
+    return (r << shifts.red) | (g << shifts.green) | (b << shifts.blue);
+  }
+};
+
+struct To32 {
+  const Shifts shifts{_rgb_r_shift_32, _rgb_g_shift_32, _rgb_b_shift_32};
+  int operator()(int r, int g, int b) const {
+    return (r << shifts.red) | (g << shifts.green) | (b << shifts.blue);
+  }
+};
+
+struct Bytes3 {
+  std::uint8_t bytes[3];
+};
+
+void Store(std::uint16_t& pixel, int color) { pixel = static_cast<std::uint16_t>(color); }
+void Store(std::uint32_t& pixel, int color) { pixel = static_cast<std::uint32_t>(color); }
+void Store(Bytes3& pixel, int color) { WRITE3BYTES(pixel.bytes, color); }
+
+template <class Pixel, class Convert>
+void WriteRow(BITMAP* picture, int y, const std::uint8_t* row, Convert convert) {
+  Pixel* pixel = reinterpret_cast<Pixel*>(picture->line[y]);
+  const int mask = bitmap_mask_color(picture);
+  for (int x = 0; x < picture->w; ++x, row += 4)
+    Store(pixel[x], row[3] < kHalfOpaque ? mask : convert(row[0], row[1], row[2]));
+}
+
+}  // namespace
+
+std::vector<std::uint8_t> ReadPicture(const char* fileName) {
+  const std::unique_ptr<PACKFILE, PackfileCloser> file{pack_fopen(fileName, F_READ)};
+  if (!file) return {};
+  std::vector<std::uint8_t> bytes;
+  std::uint8_t block[1 << 15];
+  for (long count = pack_fread(block, sizeof block, file.get());
+       count > 0 && bytes.size() < kLargestFile;
+       count = pack_fread(block, sizeof block, file.get()))
+    bytes.insert(bytes.end(), block, block + count);
+  return bytes;
+}
+
+int PictureDepth() { return _color_load_depth(kTrueColor, FALSE); }
+
+BITMAP* NewPicture(int depth, unsigned width, unsigned height) {
+  if (width < 1 || height < 1 || width > kLargestSide || height > kLargestSide) return nullptr;
+  if (static_cast<unsigned long>(width) * height > kLargestArea) return nullptr;
+  const bool isReducedLater = depth == 8 || (get_color_conversion() & COLORCONV_DITHER);
+  return create_bitmap_ex(isReducedLater ? kTrueColor : depth, static_cast<int>(width),
+                          static_cast<int>(height));
+}
+
+void WriteRgbaRow(BITMAP* picture, int y, const std::uint8_t* row) {
+  switch (bitmap_color_depth(picture)) {
+    case 15:
+      return WriteRow<std::uint16_t>(picture, y, row, To15{});
+    case 16:
+      return WriteRow<std::uint16_t>(picture, y, row, To16{});
+    case 32:
+      return WriteRow<std::uint32_t>(picture, y, row, To32{});
+    default:
+      return WriteRow<Bytes3>(picture, y, row, To24{});
+  }
+}
+
+BITMAP* FinishPicture(BITMAP* picture, int depth, RGB* palette) {
+  if (palette && depth != 8) generate_332_palette(palette);
+  if (bitmap_color_depth(picture) == depth) return picture;
+  const int conversion = get_color_conversion();
+  set_color_conversion(conversion | COLORCONV_KEEP_TRANS);
+  BITMAP* finished = _fixup_loaded_bitmap(picture, palette, depth);
+  set_color_conversion(conversion);
+  return finished;
+}
+
+}  // namespace zel

@@ -1,0 +1,11 @@
+// PNG pictures, through libpng.
+#pragma once
+
+#include "toolkit/core/allegro.h"
+
+namespace zel {
+
+// As LoadJpeg. Pixels that are less than half opaque come in the mask colour.
+BITMAP* LoadPng(const char* fileName, RGB* palette);
+
+}  // namespace zel
