@@ -1,0 +1,207 @@
+// The widget that holds other widgets and runs them.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "toolkit/core/widget.h"
+
+namespace zel {
+
+class Tooltip;
+
+inline constexpr std::uint32_t kFlagMovable = 262144;
+inline constexpr std::uint32_t kFlagSizeable = 524288;
+
+// Popup: keep the dialog's coordinate.
+inline constexpr int kKeepPosition = 32768;
+
+// What a press at the pointer would drag.
+enum DragMode : int {
+  kDragNone,
+  kDragMove,
+  kDragTopLeft,
+  kDragTopRight,
+  kDragBottomLeft,
+  kDragBottomRight,
+  kDragTop,
+  kDragBottom,
+  kDragLeft,
+  kDragRight,
+};
+
+// Where MoveFocus goes.
+enum class FocusMove { kNext, kPrevious, kRight, kLeft, kDown, kUp };
+
+// A container with an event loop.
+//
+// The outermost dialog (the root, its own parent) owns the loop: once per logic tick it polls the
+// input, routes it to the child under the pointer or with the focus, and delivers timers; then it
+// draws what is dirty through the current screen update. Dialogs inside it are driven by it.
+//
+// Borrows its children in drawing order, the last one topmost; owns its tooltip. A new dialog
+// covers the screen and is a root until it is added to another dialog.
+class Dialog : public Widget {
+ public:
+  Dialog();
+
+  ~Dialog() override;
+  void MsgStart() override;
+  void MsgEnd() override;
+  void MsgDraw() override;
+  void MsgClick() override;
+  void MsgDClick() override;
+  bool MsgWantFocus() override;
+  void MsgGotFocus() override;
+  void MsgLostFocus() override;
+  void MsgIdle() override;
+  void MsgWheel(int steps) override;
+  void MsgLPress() override;
+  void MsgMPress() override;
+  void MsgRPress() override;
+  void MsgLRelease() override;
+  void MsgMRelease() override;
+  void MsgRRelease() override;
+  void MsgTimer(int id) override;
+  void MsgTick() override;
+  void MsgMove() override;
+  void MsgResize() override;
+  void MsgShape() override;
+  void MsgMouseMove(Point delta) override;
+  void MsgInitSkin() override;
+  void Enable() override;
+  void Disable() override;
+  void Hide() override;
+  void Unhide() override;
+  void Redraw() override;
+  void SetSkin(Skin* newSkin) override;
+
+  // The virtual operations that a dialog adds; their order is part of the interface.
+  virtual int GetDragMode();
+  virtual void UpdateLayout();
+  virtual void CreateScreenUpdate();
+  // Takes a widget in as the topmost child. False when it is one already.
+  virtual bool Add(Widget* widget);
+  virtual void Remove(Widget* widget);
+  // What children report. An exit widget that was activated closes the dialog; all else goes up.
+  virtual void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2);
+  // Ends Execute or Popup if MsgClose allows it.
+  virtual void Close();
+  // Runs the dialog as a root until it is closed; answers the child that had the focus.
+  virtual Widget* Execute(Widget* focusWidget);
+  // Runs the dialog on top of the root of `over` (or of a root of its own) until it is closed.
+  virtual Widget* Popup(Dialog* over, int px, int py, Widget* focusWidget);
+  virtual Widget* Popup(Dialog* over, Point pos, Widget* focusWidget);
+  // Puts the dialog in the middle of its parent, a root in that of the screen.
+  virtual void Centre();
+  void Resize(int width, int height, bool percent = false) override;
+  void Resize(Size size, bool percent = false) override;
+
+  bool IsRoot() const { return parent == this; }
+  bool IsRunning() const { return running; }
+  bool IsClosed() const { return closed; }
+  Dialog* GetRoot();
+  const std::vector<Widget*>& Children() const { return children; }
+  // The child with the focus and the child under the pointer; null when there is none.
+  Widget* GetFocus() const { return focus; }
+  Widget* GetMouse() const { return mouse; }
+  // The same, followed into child dialogs.
+  Widget* FocusWidget() const;
+  Widget* MouseWidget() const;
+  // True when the widget is this dialog or lies in it, however deep.
+  bool Contains(const Widget* widget) const;
+  using Rect::Contains;
+  // Repaints what lies under a part of a child that does not cover its whole area. The part is
+  // relative to the child.
+  void RedrawBehind(const Widget* child, const Rect& part);
+  // Makes a child the topmost one.
+  void BringToFront(Widget* child);
+  void SetEscapeCloses(bool closes) { escapeCloses = closes; }
+
+  // The bitmap that a child draws on; empty when there is none (outside the screen, or before the
+  // dialog's own transition has begun).
+  SubCanvas GetCanvas(const Widget* widget);
+  // Gives `widget`, and the containers between it and this dialog, the focus if it wants it.
+  void SetFocus(Widget* widget);
+  void ChangeFocus(Widget* oldFocus, Widget* newFocus);
+  void MoveFocus(FocusMove move);
+  void HandleMouse();
+  void HandleKeyboard();
+  // True when the key was used.
+  bool HandleKey(int character, int scancode);
+  void DrawDirty();
+  // Sends the pending moves and resizes.
+  void ApplyGeometry();
+  // Re-reads the skin where it changed.
+  void InitChangedSkins();
+  // Takes a child out without a message; for widgets that are destroyed.
+  void Forget(Widget* widget);
+
+ protected:
+  std::vector<Widget*> children;
+  bool running = false;
+  Widget* focus = nullptr;
+  Widget* mouse = nullptr;
+  bool joystickHeld = false;
+  bool escapeCloses = true;
+  bool closed = false;
+  Point pressPosition;  // of the left button, relative to the dialog
+  int dragMode = kDragNone;
+  int minWidth = 20;
+  int minHeight = 8;
+
+ private:
+  struct CanvasBase {
+    BITMAP* bitmap;
+    Point origin;  // the absolute position of the bitmap's top-left corner
+  };
+  struct Candidate {
+    Widget* widget;
+    int score;
+  };
+  using Handler = void (Widget::*)();
+
+  CanvasBase FindCanvasBase(bool ownDrawing);
+  void SendToChildren(int msg, int arg = 0);
+  void DrawTree(bool redrawsAll);
+  void MarkCovering(Widget* changed);
+  void MarkCovering(const Widget* changed, const Rect& area);
+  void StartRoot();
+  void EndRoot();
+  void FindMouseAtStart();
+  bool WorkOffTimers();
+  void WaitForTick();
+  void RestoreVideoMemory();
+  Widget* FindUnderPointer();
+  void SetMousePath(Widget* deepest);
+  void FollowPointer();
+  void MoveFocusWithPointer(Widget* underPointer);
+  void RoutePress(Handler handler);
+  Widget* CapturingChild() const;
+  void DropFocus(Widget* widget);
+  void Drag();
+  void DragEdges(int dx, int dy);
+  void DispatchButtons(int before, int now);
+  void CountDoubleClick(int pressed);
+  bool HandleJoystick();
+  bool OfferToFocus(int code, int character, int scancode);
+  bool HandleShortcut(int character, int scancode);
+  bool HandleDialogKey(int character, int scancode);
+  void CollectCandidates(const Widget* current, std::vector<Candidate>& candidates);
+  Dialog* InputTarget();
+  Widget* RunPopup(int px, int py, Widget* focusWidget);
+
+  std::unique_ptr<Tooltip> tooltipWidget_;
+};
+
+// The widget as a dialog, or null when it is none.
+inline Dialog* AsDialog(Widget* widget) {
+  return widget && widget->IsContainer() ? static_cast<Dialog*>(widget) : nullptr;
+}
+
+// The window for a double click in logic ticks, from Settings::doubleClickDelay; set when a root
+// starts, and again by whoever switches the mouse on later.
+void UpdateDoubleClickWindow();
+int DoubleClickWindow();
+
+}  // namespace zel

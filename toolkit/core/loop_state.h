@@ -1,0 +1,26 @@
+// What all dialogs of the process share while a root runs.
+#pragma once
+
+#include "toolkit/core/timers.h"
+
+namespace zel {
+
+class Widget;
+
+enum class DoubleClick { kNone, kLeftOnce, kRightOnce, kMiddleOnce, kDetected };
+
+struct LoopState {
+  static constexpr int kNoRoot = -2;
+
+  int logicTimer = kNoRoot;
+  DoubleClick doubleClick = DoubleClick::kNone;
+  int doubleClickCounter = 0;              // logic ticks since the first press
+  int doubleClickWindow = 0;               // logic ticks
+  volatile bool redrawEverything = false;  // set by Allegro's display-switch callback
+  volatile bool closeRequested = false;    // set by Allegro's close-button callback
+  Widget* lastFocus = nullptr;             // the widget that last lost the focus
+};
+
+extern LoopState loopState;
+
+}  // namespace zel

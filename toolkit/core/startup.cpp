@@ -1,0 +1,159 @@
+#include "toolkit/core/startup.h"
+
+#include <sys/prctl.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <memory>
+#include <new>
+
+#include "imageformats/register.h"
+#include "toolkit/core/allegro.h"
+#include "toolkit/core/bitmap_guard.h"
+#include "toolkit/core/dialog.h"
+#include "toolkit/core/graphics_mode.h"
+#include "toolkit/core/screen_update.h"
+#include "toolkit/core/settings.h"
+#include "toolkit/skin/color.h"
+#include "toolkit/skin/engine_font.h"
+#include "toolkit/skin/skin.h"
+
+namespace zel {
+namespace {
+
+// Cards below this one are Allegro's autodetection.
+constexpr int kFirstRealCard = 3;
+constexpr int kFullScreenCard = GFX_AUTODETECT_FULLSCREEN;
+constexpr int kWindowedCard = GFX_AUTODETECT_WINDOWED;
+static_assert(kFullScreenCard == 1 && kWindowedCard == 2);
+
+constexpr int kDefaultDepth = 16;
+constexpr int kPaletteDepth = 8;
+constexpr int kNoDepth = 0;
+constexpr int kSystemRate = -1;  // of the keyboard
+
+// Allegro's timer thread and the event loop sleep a few microseconds at a time. With the kernel's
+// usual slack that wakes the processor thousands of times a second; with this one the program idles
+// below one percent and a tick is noticed at most this much later. In nanoseconds; threads inherit
+// it.
+constexpr unsigned long kTimerSlack = 4'000'000;
+
+bool InstallAllegro() {
+  if (system_driver) return true;
+  prctl(PR_SET_TIMERSLACK, kTimerSlack, 0, 0, 0);
+  if (install_allegro(SYSTEM_AUTODETECT, &errno, std::atexit) != 0) return false;
+  InstallBitmapGuard();
+  RegisterPictureFormats();
+  return true;
+}
+
+int ResolveCard(int card, bool fullscreen) {
+  if (card >= kFirstRealCard) return card;
+  return fullscreen ? kFullScreenCard : kWindowedCard;
+}
+
+int ResolveDepth(int depth) {
+  if (depth >= 1) return depth;
+  const int desktop = desktop_color_depth();
+  return desktop >= 1 ? desktop : kDefaultDepth;
+}
+
+// What is tried when a depth cannot be set.
+int PairedDepth(int depth) {
+  switch (depth) {
+    case kPaletteDepth:
+      return kNoDepth;  // and so refused
+    case 16:
+      return 15;
+    case 24:
+      return 32;
+    case 32:
+      return 24;
+    default:
+      return 16;
+  }
+}
+
+void MakeFollow(Dialog& root) {
+  if (ScreenUpdate* update = CurrentScreenUpdate()) update->Create();
+  root.Resize(settings.screenWidth, settings.screenHeight);
+  Skin* current = CurrentSkin();
+  if (current) current->Reload();
+  if (Skin* own = root.GetSkin(); own && own != current) own->Reload();
+  root.SetSkin(root.GetSkin());
+}
+
+void RestoreMode(Dialog& root) {
+  SetGraphicsMode(settings.gfxMode, settings.screenWidth, settings.screenHeight,
+                  settings.colorDepth);
+  if (ScreenUpdate* update = CurrentScreenUpdate()) update->Create();
+  root.Redraw();
+}
+
+Error InstallInput() {
+  if (install_keyboard() != 0) return kKeyboardError;
+  if (install_timer() != 0) return kTimerError;
+  if (install_mouse() < 0) return kMouseError;
+  if (settings.keyDelay != kSystemRate && settings.keyRepeat != kSystemRate)
+    set_keyboard_rate(std::max(0, settings.keyDelay), std::max(0, settings.keyRepeat));
+  set_mouse_speed(settings.UsableMouseSpeed(), settings.UsableMouseSpeed());
+  request_refresh_rate(std::max(0, settings.refreshRate));
+  return kNoError;
+}
+
+Error LoadCurrentSkin() {
+  if (!EngineInit()) return kFontError;
+  std::unique_ptr<Skin> skin{new (std::nothrow) Skin{settings.skinPath}};
+  if (!skin) return kMemoryError;
+  SetCurrentSkin(std::move(skin));
+  const Error result = CurrentSkin()->GetError();
+  return result.IsError() ? result : Error{kNoError};
+}
+
+}  // namespace
+
+Error InstallToolkit(const char* configFile) {
+  if (!InstallAllegro()) return kAllegroError;
+  settings.Load(configFile);
+  const Error mode = ChangeScreenMode(settings.gfxMode, settings.fullscreen, settings.screenWidth,
+                                      settings.screenHeight, settings.colorDepth, nullptr);
+  if (mode.IsError()) return mode;
+  const Error input = InstallInput();
+  if (input.IsError()) return input;
+  return LoadCurrentSkin();
+}
+
+Error ChangeScreenMode(int card, bool fullscreen, int w, int h, int depth, Dialog* root) {
+  card = ResolveCard(card, fullscreen);
+  depth = ResolveDepth(depth);
+  const bool shadow = settings.mouseShadow && depth != kPaletteDepth;
+  // A canvas in video memory ends with the mode.
+  if (ScreenUpdate* update = CurrentScreenUpdate()) update->Destroy();
+  if (!SetGraphicsMode(card, w, h, depth)) {
+    const int paired = PairedDepth(depth);
+    if (!SetGraphicsMode(card, w, h, paired)) {
+      if (root) RestoreMode(*root);
+      return kGraphicsError;
+    }
+    depth = paired;
+  }
+  settings.screenWidth = SCREEN_W;
+  settings.screenHeight = SCREEN_H;
+  settings.gfxMode = card;
+  settings.colorDepth = depth;
+  settings.mouseShadow = shadow;
+  RecomputeNamedColors();
+  if (settings.useVideoMemory) ShowVideoPage();
+  if (root) MakeFollow(*root);
+  if (settings.runInBackground && set_display_switch_mode(SWITCH_BACKGROUND) != 0)
+    set_display_switch_mode(SWITCH_BACKAMNESIA);
+  return kNoError;
+}
+
+void ExitToolkit() {
+  SetCurrentSkin(nullptr);
+  EngineExit();
+}
+
+}  // namespace zel

@@ -1,0 +1,24 @@
+// Bringing the toolkit up and taking it down again.
+#pragma once
+
+#include "toolkit/core/error.h"
+
+namespace zel {
+
+class Dialog;
+
+// Installs Allegro (once), reads the settings from `configFile` (when not null), sets the graphics
+// mode, installs keyboard, timer and mouse, starts the font engine and loads the current skin.
+// May be called again after a failure, with other settings and no file.
+Error InstallToolkit(const char* configFile);
+
+// Sets a graphics mode and makes everything follow it: settings, named colours and, when `root` is
+// given, the screen update, the skin and the widgets. `card` is an Allegro driver id. When neither
+// the depth nor its paired depth can be set, the settings stay and, with a root, so does the old
+// mode.
+Error ChangeScreenMode(int card, bool fullscreen, int w, int h, int depth, Dialog* root);
+
+// Destroys the current skin and stops the font engine. Allegro itself ends with the process.
+void ExitToolkit();
+
+}  // namespace zel

@@ -1,0 +1,500 @@
+#include "toolkit/core/widget.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "toolkit/core/dialog.h"
+#include "toolkit/core/loop_state.h"
+#include "toolkit/core/mouse_pointer.h"
+#include "toolkit/core/screen_update.h"
+#include "toolkit/core/settings.h"
+#include "toolkit/skin/skin.h"
+#include "toolkit/widgets/animator.h"
+
+namespace zel {
+namespace {
+
+// The bits that end with MSG_END.
+constexpr std::uint32_t kRunningFlags =
+    kFlagFocus | kFlagMouse | kFlagMoved | kFlagResized | kFlagSkinChanged;
+
+constexpr int kNotUsed = -1;  // in the percent geometry
+
+unsigned nextCreationOrder = 0;
+
+int PercentOf(int extent, int percent) {
+  return static_cast<int>(static_cast<long long>(extent) * percent / 100);
+}
+
+}  // namespace
+
+Widget::Widget()
+    : skin{CurrentSkin()},
+      animator{std::make_unique<Animator>()},
+      creationOrder_{nextCreationOrder++} {
+  for (Color& color : fontColor) color = black;
+}
+
+Widget::~Widget() {
+  if (loopState.lastFocus == this) loopState.lastFocus = nullptr;
+  if (parent && static_cast<Widget*>(parent) != this) parent->Forget(this);
+}
+
+void Widget::Report(int msg, EventArg arg1, EventArg arg2) {
+  if (parent) parent->HandleEvent(this, msg, arg1, arg2);
+}
+
+void Widget::SetCursor(int index) {
+  if (!parent || !mousePointer || index < 0 || index >= Skin::kCursors) return;
+  if (Skin* shapes = parent->GetSkin()) mousePointer->SetCursor(shapes->cursors[index].get());
+}
+
+void Widget::UpdateAbsolutePos() {
+  if (!parent || static_cast<Widget*>(parent) == this) return;
+  const Point origin = parent->GetAbsolutePos();
+  Rect::x = origin.x + relPos.x;
+  Rect::y = origin.y + relPos.y;
+}
+
+void Widget::MsgStart() {
+  UpdateAbsolutePos();
+  Report(MSG_START);
+}
+
+void Widget::MsgEnd() {
+  Report(MSG_END);
+  ClearFlag(kRunningFlags);
+}
+
+void Widget::Paint(Bitmap& canvas) {
+  if (TestFlag(kFlagStartAnimation) && !animator->Running()) {
+    animator->Start(canvas, animationLength);
+    if (!animator->NewImage().IsEmpty()) {
+      Draw(animator->NewImage());
+      animator->Draw(canvas, animationType);
+    }
+    ClearFlag(kFlagStartAnimation);
+  } else if (!TestFlag(kFlagStartAnimation) && animator->Running()) {
+    animator->Draw(canvas, animationType);
+  } else {
+    Draw(canvas);
+  }
+}
+
+void Widget::PaintParts(Bitmap& canvas) {
+  const std::vector<Rect> parts = std::exchange(dirtyParts_, {});
+  for (const Rect& part : parts) {
+    canvas.set_clip_rect(part.x, part.y, part.Right() - 1, part.Bottom() - 1);
+    Draw(canvas);
+    if (ScreenUpdate* update = CurrentScreenUpdate())
+      update->AddDirtyRect(x() + part.x, y() + part.y, part.w, part.h);
+  }
+}
+
+void Widget::MsgDraw() {
+  const bool inParts = DirtyInParts() && !TestFlag(kFlagStartAnimation) && !animator->Running();
+  if (parent) {
+    SubCanvas canvas = parent->GetCanvas(this);
+    if (!canvas.IsEmpty()) {
+      if (inParts)
+        PaintParts(canvas);
+      else
+        Paint(canvas);
+    }
+  }
+  dirtyParts_.clear();
+  ClearFlag(kFlagDirty);
+  ScreenUpdate* update = CurrentScreenUpdate();
+  if (update && !inParts) update->AddDirtyRect(*this);
+  Report(MSG_DRAW);
+}
+
+void Widget::Draw(Bitmap&) {}
+
+void Widget::MsgClick() { Report(MSG_CLICK); }
+void Widget::MsgDClick() { Report(MSG_DCLICK); }
+void Widget::MsgKey() { Report(MSG_KEY); }
+
+bool Widget::MsgChar(int code) {
+  Report(MSG_CHAR, code);
+  return false;
+}
+
+bool Widget::MsgUChar(int character) {
+  Report(MSG_UCHAR, character);
+  return false;
+}
+
+bool Widget::MsgXChar(int code) {
+  Report(MSG_XCHAR, code);
+  return false;
+}
+
+bool Widget::MsgWantFocus() {
+  Report(MSG_WANTFOCUS);
+  return false;
+}
+
+void Widget::MsgGotFocus() {
+  ChangeFlag(kFlagFocus, true);
+  Report(MSG_GOTFOCUS);
+}
+
+void Widget::MsgLostFocus() {
+  ChangeFlag(kFlagFocus, false);
+  Report(MSG_LOSTFOCUS);
+}
+
+bool Widget::MsgWantMouse() {
+  Report(MSG_WANTMOUSE);
+  return true;
+}
+
+void Widget::MsgGotMouse() {
+  SetFlag(kFlagMouse);
+  Report(MSG_GOTMOUSE);
+}
+
+void Widget::MsgLostMouse() {
+  ClearFlag(kFlagMouse);
+  Report(MSG_LOSTMOUSE);
+}
+
+void Widget::MsgIdle() {}
+
+void Widget::MsgRadio(int group) { Report(MSG_RADIO, group); }
+void Widget::MsgWheel(int steps) { Report(MSG_WHEEL, steps); }
+void Widget::MsgLPress() { Report(MSG_LPRESS); }
+void Widget::MsgMPress() { Report(MSG_MPRESS); }
+void Widget::MsgRPress() { Report(MSG_RPRESS); }
+void Widget::MsgLRelease() { Report(MSG_LRELEASE); }
+void Widget::MsgMRelease() { Report(MSG_MRELEASE); }
+void Widget::MsgRRelease() { Report(MSG_RRELEASE); }
+void Widget::MsgTimer(int id) { Report(MSG_TIMER, id); }
+
+void Widget::MsgTick() {
+  if (!animator->Running()) return;
+  if (animator->Step())
+    Redraw();
+  else
+    StopAnimation();
+}
+
+void Widget::ApplyPercentPosition() {
+  if (!parent) return;
+  if (relGeom.x != kNotUsed) SetX(PercentOf(parent->w(), relGeom.x));
+  if (relGeom.y != kNotUsed) SetY(PercentOf(parent->h(), relGeom.y));
+}
+
+void Widget::ApplyPercentSize() {
+  if (!parent) return;
+  if (relGeom.w != kNotUsed) SetW(PercentOf(parent->w(), relGeom.w));
+  if (relGeom.h != kNotUsed) SetH(PercentOf(parent->h(), relGeom.h));
+}
+
+void Widget::MsgMove() {
+  Report(MSG_MOVE);
+  ApplyPercentPosition();
+  ClearFlag(kFlagMoved);
+}
+
+void Widget::MsgResize() {
+  Report(MSG_RESIZE);
+  ApplyPercentSize();
+  ClearFlag(kFlagResized);
+}
+
+void Widget::MsgShape() {
+  Report(MSG_SHAPE);
+  ApplyPercentPosition();
+  ApplyPercentSize();
+  ClearFlag(kFlagMoved | kFlagResized);
+}
+
+void Widget::MsgMouseMove(Point p) { Report(MSG_MOUSEMOVE, p.x, p.y); }
+
+void Widget::MsgInitSkin() {
+  Report(MSG_INITSKIN);
+  ClearFlag(kFlagSkinChanged);
+}
+
+bool Widget::MsgClose() { return true; }
+bool Widget::MsgWantTab() { return MsgWantFocus(); }
+
+int Widget::x() const { return Rect::x; }
+int Widget::y() const { return Rect::y; }
+int Widget::x2() const { return x() + w(); }
+int Widget::y2() const { return y() + h(); }
+int Widget::w() const { return Rect::w; }
+int Widget::h() const { return Rect::h; }
+Point Widget::GetRelativePos() const { return relPos; }
+int Widget::GetKey() const { return key; }
+std::uint32_t Widget::GetFlags() const { return flags; }
+bool Widget::TestFlag(std::uint32_t mask) const { return (flags & mask) == mask; }
+bool Widget::HasFocus() const { return TestFlag(kFlagFocus); }
+bool Widget::HasMouse() const { return TestFlag(kFlagMouse); }
+bool Widget::Hidden() const { return TestFlag(kFlagHidden); }
+bool Widget::IsExit() const { return TestFlag(kFlagExit); }
+bool Widget::Selected() const { return TestFlag(kFlagSelected); }
+bool Widget::Disabled() const { return TestFlag(kFlagDisabled); }
+bool Widget::Dirty() const { return TestFlag(kFlagDirty); }
+bool Widget::IsContainer() const { return TestFlag(kFlagContainer); }
+bool Widget::IsWindow() const { return TestFlag(kFlagWindow); }
+Dialog* Widget::GetParent() const { return parent; }
+
+void Widget::SetX(int v, bool percent) {
+  if (percent) {
+    relGeom.x = v;
+  } else {
+    if (v < 0 && parent) v += parent->w();
+    relPos.x = v;
+    UpdateAbsolutePos();
+  }
+  Redraw();
+  SetFlag(kFlagMoved);
+}
+
+void Widget::SetY(int v, bool percent) {
+  if (percent) {
+    relGeom.y = v;
+  } else {
+    if (v < 0 && parent) v += parent->h();
+    relPos.y = v;
+    UpdateAbsolutePos();
+  }
+  Redraw();
+  SetFlag(kFlagMoved);
+}
+
+void Widget::SetW(int v, bool percent) {
+  (percent ? relGeom.w : Rect::w) = v;
+  Redraw();
+  SetFlag(kFlagResized);
+}
+
+void Widget::SetH(int v, bool percent) {
+  (percent ? relGeom.h : Rect::h) = v;
+  Redraw();
+  SetFlag(kFlagResized);
+}
+
+void Widget::SetKey(int shortcut) { key = shortcut; }
+void Widget::SetFlag(std::uint32_t mask) { flags |= mask; }
+void Widget::ClearFlag(std::uint32_t mask) { flags &= ~mask; }
+
+void Widget::ChangeFlag(std::uint32_t mask, bool set) {
+  if (set)
+    SetFlag(mask);
+  else
+    ClearFlag(mask);
+  Redraw();
+}
+
+void Widget::Enable() { ChangeFlag(kFlagDisabled, false); }
+void Widget::Disable() { ChangeFlag(kFlagDisabled, true); }
+void Widget::Hide() { SetFlag(kFlagHidden); }
+void Widget::Unhide() { ChangeFlag(kFlagHidden, false); }
+void Widget::MakeExit() { ChangeFlag(kFlagExit, true); }
+void Widget::DontExit() { ChangeFlag(kFlagExit, false); }
+
+void Widget::Redraw() {
+  dirtyParts_.clear();
+  SetFlag(kFlagDirty);
+}
+
+void Widget::RedrawPart(const Rect& part) {
+  if (Dirty() && dirtyParts_.empty()) return;
+  if (std::find(dirtyParts_.begin(), dirtyParts_.end(), part) != dirtyParts_.end()) return;
+  dirtyParts_.push_back(part);
+  SetFlag(kFlagDirty);
+}
+
+void Widget::RedrawArea(const Rect& area) {
+  if (!Overlaps(area)) return;
+  if (IsContainer()) {
+    if (!Dirty()) Redraw();
+    return;
+  }
+  const int left = std::max(x(), area.x);
+  const int top = std::max(y(), area.y);
+  RedrawPart({left - x(), top - y(), std::min(x2(), area.Right()) - left,
+              std::min(y2(), area.Bottom()) - top});
+}
+
+void Widget::Place(int px, int py, bool percent) {
+  SetX(px, percent);
+  SetY(py, percent);
+}
+void Widget::Place(Point p, bool percent) { Place(p.x, p.y, percent); }
+
+void Widget::Resize(int width, int height, bool percent) {
+  SetW(width, percent);
+  SetH(height, percent);
+}
+void Widget::Resize(Size size, bool percent) { Resize(size.w, size.h, percent); }
+
+void Widget::Shape(int px, int py, int width, int height, bool percent) {
+  Resize(width, height, percent);
+  Place(px, py, percent);
+}
+void Widget::Shape(Point p, Size size, bool percent) { Shape(p.x, p.y, size.w, size.h, percent); }
+void Widget::Shape(const Rect& rect, bool percent) {
+  Shape(rect.x, rect.y, rect.w, rect.h, percent);
+}
+
+void Widget::Select() { ChangeFlag(kFlagSelected, true); }
+void Widget::Deselect() { ChangeFlag(kFlagSelected, false); }
+void Widget::SetParent(Dialog* dialog) { parent = dialog; }
+
+void Widget::SetAnimator(std::unique_ptr<Animator> newAnimator) {
+  if (newAnimator) animator = std::move(newAnimator);
+}
+
+void Widget::SetAnimationProperties(int length, int type) {
+  animationLength = length;
+  animationType = type;
+}
+
+void Widget::StartAnimation() {
+  StopAnimation();
+  if (animationType != 0) SetFlag(kFlagStartAnimation);
+}
+
+void Widget::PlayAnimation(int type) {
+  animationType = type;
+  StartAnimation();
+}
+
+void Widget::StopAnimation() { ClearFlag(kFlagStartAnimation); }
+
+void Widget::ResetAnimation() {
+  ClearFlag(kFlagStartAnimation);
+  animator->Reset();
+}
+
+void Widget::SetTooltip(const char* text) {
+  tooltip = text ? std::make_unique<std::string>(text) : nullptr;
+}
+
+const char* Widget::GetTooltip() const {
+  if (tooltip) return tooltip->c_str();
+  if (!parent || static_cast<const Widget*>(parent) == this) return nullptr;
+  return parent->GetTooltip();
+}
+
+void Widget::Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask) {
+  Shape(px, py, width, height);
+  SetKey(shortcut);
+  SetFlag(mask);
+}
+
+void Widget::SetSkin(Skin* newSkin) {
+  skin = newSkin ? newSkin : CurrentSkin();
+  SetFlag(kFlagSkinChanged);
+  if (!Hidden()) Redraw();
+}
+
+Skin* Widget::GetSkin() const { return skin; }
+
+Point Widget::GetMousePos() const {
+  const Point pointer = mousePointer ? mousePointer->GetMousePosition() : Point{mouse_x, mouse_y};
+  return {pointer.x - x(), pointer.y - y()};
+}
+
+int Widget::SendMessage(int msg, int arg) {
+  using Plain = void (Widget::*)();
+  using WithArg = void (Widget::*)(int);
+  using KeyHandler = bool (Widget::*)(int);
+  using Question = bool (Widget::*)();
+  struct Row {
+    int msg;
+    Plain plain = nullptr;
+    WithArg withArg = nullptr;
+    KeyHandler keyHandler = nullptr;
+    Question question = nullptr;
+  };
+  static constexpr Row kRows[] = {
+      {.msg = MSG_END, .plain = &Widget::MsgEnd},
+      {.msg = MSG_DRAW, .plain = &Widget::MsgDraw},
+      {.msg = MSG_CLICK, .plain = &Widget::MsgClick},
+      {.msg = MSG_DCLICK, .plain = &Widget::MsgDClick},
+      {.msg = MSG_KEY, .plain = &Widget::MsgKey},
+      {.msg = MSG_CHAR, .keyHandler = &Widget::MsgChar},
+      {.msg = MSG_UCHAR, .keyHandler = &Widget::MsgUChar},
+      {.msg = MSG_XCHAR, .keyHandler = &Widget::MsgXChar},
+      {.msg = MSG_WANTFOCUS, .question = &Widget::MsgWantFocus},
+      {.msg = MSG_GOTFOCUS, .plain = &Widget::MsgGotFocus},
+      {.msg = MSG_LOSTFOCUS, .plain = &Widget::MsgLostFocus},
+      {.msg = MSG_GOTMOUSE, .plain = &Widget::MsgGotMouse},
+      {.msg = MSG_LOSTMOUSE, .plain = &Widget::MsgLostMouse},
+      {.msg = MSG_IDLE, .plain = &Widget::MsgIdle},
+      {.msg = MSG_RADIO, .withArg = &Widget::MsgRadio},
+      {.msg = MSG_WHEEL, .withArg = &Widget::MsgWheel},
+      {.msg = MSG_LPRESS, .plain = &Widget::MsgLPress},
+      {.msg = MSG_LRELEASE, .plain = &Widget::MsgLRelease},
+      {.msg = MSG_MPRESS, .plain = &Widget::MsgMPress},
+      {.msg = MSG_MRELEASE, .plain = &Widget::MsgMRelease},
+      {.msg = MSG_RPRESS, .plain = &Widget::MsgRPress},
+      {.msg = MSG_RRELEASE, .plain = &Widget::MsgRRelease},
+      {.msg = MSG_TIMER, .withArg = &Widget::MsgTimer},
+      {.msg = MSG_TICK, .plain = &Widget::MsgTick},
+      {.msg = MSG_INITSKIN, .plain = &Widget::MsgInitSkin},
+      {.msg = MSG_MOVE, .plain = &Widget::MsgMove},
+      {.msg = MSG_RESIZE, .plain = &Widget::MsgResize},
+      {.msg = MSG_SHAPE, .plain = &Widget::MsgShape},
+      {.msg = MSG_CLOSE, .question = &Widget::MsgClose},
+      {.msg = MSG_WANTMOUSE, .question = &Widget::MsgWantMouse},
+      {.msg = MSG_WANTTAB, .question = &Widget::MsgWantTab},
+  };
+
+  if (msg == MSG_START) {
+    MsgStart();
+    StartAnimation();
+    return kMessageOk;
+  }
+  for (const Row& row : kRows) {
+    if (row.msg != msg) continue;
+    if (row.plain) (this->*row.plain)();
+    if (row.withArg) (this->*row.withArg)(arg);
+    if (row.keyHandler) return (this->*row.keyHandler)(arg) ? kMessageUsed : kMessageOk;
+    if (row.question) return (this->*row.question)() ? kMessageWanted : kMessageOk;
+    return kMessageOk;
+  }
+  return kMessageOk;
+}
+
+void Widget::SetFontColor(Color text, Color shadow, int state) {
+  fontColor[state] = text;
+  shadowColor[state] = shadow;
+}
+
+void Widget::SetFont(int index, int state) { fontIndex[state] = index; }
+
+const Font& Widget::GetFont(int state) const {
+  static const Font libraryFont;
+  const int index = fontIndex[state];
+  if (!skin || index < 0 || index >= Skin::kFonts) return libraryFont;
+  return *skin->fonts[index];
+}
+
+void Widget::TakeTextSet(int textSet) {
+  if (!skin) return;
+  for (int state = 0; state < kDrawStates; ++state) {
+    SetFont(skin->fontIndex[textSet][state], state);
+    SetFontColor(skin->fontColor[textSet][state], skin->shadowColor[textSet][state], state);
+  }
+}
+
+SkinBitmap* Widget::GetBitmap() const {
+  if (!skin || bitmapIndex < 0 || bitmapIndex >= Skin::kBitmaps) return nullptr;
+  SkinBitmap* element = skin->bitmaps[bitmapIndex].get();
+  return element->IsEmpty() ? nullptr : element;
+}
+
+Point Widget::GetAbsolutePos() const {
+  if (!parent || static_cast<const Widget*>(parent) == this) return {0, 0};
+  const Point origin = parent->GetAbsolutePos();
+  return {origin.x + relPos.x, origin.y + relPos.y};
+}
+
+}  // namespace zel
