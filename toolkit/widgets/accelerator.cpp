@@ -1,0 +1,27 @@
+#include "toolkit/widgets/accelerator.h"
+
+#include "toolkit/core/dialog.h"
+
+namespace zel {
+namespace {
+
+// Shift, control, alt and the two flag keys; not the locks.
+constexpr int kComparedShifts = 63;
+
+}  // namespace
+
+void Accelerator::Setup(int newScancode, int newShifts, Widget* newTarget) {
+  scancode = newScancode;
+  shifts = newShifts;
+  target = newTarget;
+}
+
+bool Accelerator::MsgXChar(int code) {
+  if (code >> 8 != scancode || (key_shifts & kComparedShifts) != shifts) return false;
+  if (target && target->Disabled()) return false;
+  if (!GetParent()) return false;
+  GetParent()->HandleEvent(target ? target : this, MSG_ACTIVATE, 0, 0);
+  return true;
+}
+
+}  // namespace zel

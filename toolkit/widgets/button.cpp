@@ -1,0 +1,379 @@
+#include "toolkit/widgets/button.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <iterator>
+#include <limits>
+
+#include "toolkit/core/dialog.h"
+#include "toolkit/core/settings.h"
+#include "toolkit/core/text.h"
+#include "toolkit/skin/skin.h"
+
+namespace zel {
+namespace {
+
+constexpr int kElementRows = 4;  // one per DrawState
+constexpr int kCheckColumns = 2;
+
+// How long a key keeps a button pressed, in milliseconds, when the keyboard has no delay of its
+// own.
+constexpr int kKeyPress = 300;
+// What the press lasts beyond the keyboard's delay, so that holding the key keeps the button down.
+constexpr int kBeyondKeyDelay = 20;
+constexpr int kRepeatPeriod = 60;  // milliseconds
+
+constexpr int kFocusInset = 3;    // of a button's dotted rectangle
+constexpr int kCheckTextGap = 4;  // between the box and its text
+
+// Room for the largest double with six digits behind the point.
+constexpr int kLongestDouble = 320;
+
+// Removes the zeros that "%f" leaves at the end.
+void TrimZeros(std::string& number) {
+  const std::size_t point = number.find('.');
+  if (point == std::string::npos) return;
+  std::size_t last = number.find_last_not_of('0');
+  if (last == point) ++last;
+  number.resize(last + 1);
+}
+
+int LinesTop(int valign, int height, int textHeight) {
+  if (valign == kAlignTop) return 0;
+  return valign == kAlignBottom ? height - textHeight : (height - textHeight) / 2;
+}
+
+}  // namespace
+
+Label::Label() { SetFlag(kFlagAutoSize); }
+
+void Label::Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask,
+                  const char* newText, int alignment) {
+  SetText(newText);
+  if (alignment == kAlignLeft) AlignLeft();
+  if (alignment == kAlignRight) AlignRight();
+  if (alignment == kAlignCentre) AlignCentre();
+  Widget::Setup(px, py, width, height, shortcut, mask);
+}
+
+void Label::UpdateSize() {
+  if (!text || !TestFlag(kFlagAutoSize)) return;
+  const Font& font = GetFont(TextState());
+  if (multiline)
+    Resize(w(), TextHeight());
+  else
+    Resize(font.TextLength(text->c_str()), font.TextHeight());
+}
+
+void Label::SetText(const char* newText) {
+  text = newText ? std::make_unique<std::string>(newText) : nullptr;
+  UpdateSize();
+  Redraw();
+}
+
+void Label::SetNumber(int n) { SetText(Ascii(std::to_string(n).c_str())); }
+
+void Label::SetNumber(double d) {
+  // Unlike printf, to_chars writes a point whatever the locale says.
+  char digits[kLongestDouble];
+  const auto end = std::to_chars(digits, std::end(digits), d, std::chars_format::fixed, 6).ptr;
+  std::string number{digits, end};
+  TrimZeros(number);
+  SetText(Ascii(number.c_str()));
+}
+
+const char* Label::GetText() const { return text ? text->c_str() : nullptr; }
+
+int Label::GetInt() const {
+  using Limits = std::numeric_limits<int>;
+  const double number = GetDouble();
+  if (std::isnan(number)) return 0;
+  return static_cast<int>(std::clamp<double>(number, Limits::min(), Limits::max()));
+}
+
+double Label::GetDouble() const { return text ? ustrtod(text->c_str(), nullptr) : 0.0; }
+
+void Label::SetAlignment(int alignment) {
+  align = alignment;
+  UpdateSize();
+  Redraw();
+}
+
+int Label::GetAlignment() const { return align; }
+void Label::AlignLeft() { SetAlignment(kAlignLeft); }
+void Label::AlignRight() { SetAlignment(kAlignRight); }
+void Label::AlignCentre() { SetAlignment(kAlignCentre); }
+
+void Label::SetVAlignment(int alignment) {
+  valign = alignment;
+  Redraw();
+}
+
+int Label::GetVAlignment() const { return valign; }
+bool Label::IsMultiline() const { return multiline; }
+
+void Label::SetMultiline(bool wrap) {
+  if (wrap == multiline) return;
+  multiline = wrap;
+  UpdateSize();
+  Redraw();
+}
+
+int Label::TextHeight() const {
+  return text ? GetFont(TextState()).MultilineHeight(text->c_str(), w()) : 0;
+}
+
+void Label::Draw(Bitmap& canvas) {
+  if (!text) return;
+  const int state = TextState();
+  const Font& font = GetFont(state);
+  const Color color = GetFontColor(state);
+  const Color shadow = GetShadowColor(state);
+  if (textBackColor.IsSet()) canvas.clear_to_color(textBackColor);
+  if (multiline) {
+    font.MultilineTextout(canvas, text->c_str(), color, shadow, Color{}, 0,
+                          LinesTop(valign, h(), TextHeight()), w(), align);
+    return;
+  }
+  const int x = align == kAlignLeft ? 0 : align == kAlignRight ? w() : w() / 2;
+  font.TextoutShadow(canvas, text->c_str(), {x, (h() - font.TextHeight()) / 2}, color, shadow,
+                     Color{}, align);
+}
+
+Button::Button() { ClearFlag(kFlagAutoSize); }
+
+void Button::Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask,
+                   const char* newText) {
+  SetText(newText);
+  Widget::Setup(px, py, width, height, shortcut, mask);
+}
+
+void Button::UpdateSize() {
+  if (!TestFlag(kFlagAutoSize)) return;
+  if (const SkinBitmap* element = GetBitmap())
+    Resize(element->Width(), element->Height() / kElementRows);
+}
+
+int Button::LookState() const {
+  if (Disabled()) return kDisabled;
+  if (Selected()) return kSelected;
+  return HasFocus() ? kFocused : kNormal;
+}
+
+int Button::HeldState() const {
+  if (Disabled()) return kDisabled;
+  if (TestFlag(kFlagPressed)) return kSelected;
+  return HasFocus() ? kFocused : kNormal;
+}
+
+void Button::Draw(Bitmap& canvas) {
+  UpdateSize();
+  const int state = LookState();
+  if (const SkinBitmap* element = GetBitmap()) {
+    if (TestFlag(kFlagAutoSize))
+      element->masked_blit(canvas.GetBitmap(), 0, state * h(), 0, 0, element->Width(), h());
+    else
+      element->DrawArea(canvas.GetBitmap(), 0, state, 0, 0, w(), h(), 1, kElementRows);
+  }
+  if (text) {
+    const Font& font = GetFont(state);
+    const int moved = state == kSelected && skin ? skin->buttonDisplacement : 0;
+    const Point point{w() / 2 - 1 + moved, (h() - font.TextHeight()) / 2 - 1 + moved};
+    font.TextoutShadow(canvas, text->c_str(), point, GetFontColor(state), GetShadowColor(state),
+                       Color{}, kAlignCentre);
+  }
+  if (skin && skin->dottedRect != 0 && HasFocus() && !TestFlag(kFlagAutoSize))
+    canvas.DottedRect(kFocusInset, kFocusInset, w() - kFocusInset, h() - kFocusInset,
+                      GetFontColor(state));
+}
+
+void Button::SwitchSelected() {
+  if (Selected())
+    Deselect();
+  else
+    Select();
+}
+
+void Button::ShowChange() {
+  Redraw();
+  StartAnimation();
+}
+
+void Button::Activate() { Report(MSG_ACTIVATE); }
+
+void Button::MsgStart() {
+  keyTimer = 0;
+  repeatTimer = 0;
+  UpdateSize();
+  Label::MsgStart();
+}
+
+bool Button::MsgWantFocus() {
+  Report(MSG_WANTFOCUS);
+  return true;
+}
+
+void Button::MsgGotFocus() {
+  Label::MsgGotFocus();
+  StartAnimation();
+}
+
+void Button::MsgLostFocus() {
+  Label::MsgLostFocus();
+  StartAnimation();
+}
+
+void Button::MsgLPress() {
+  Label::MsgLPress();
+  SwitchSelected();
+  ShowChange();
+  SetFlag(kFlagPressed);
+}
+
+void Button::MsgLRelease() {
+  Label::MsgLRelease();
+  const bool pressed = TestFlag(kFlagPressed);
+  ClearFlag(kFlagPressed);
+  if (!HasMouse()) {
+    // Without a press of its own there is nothing to take back.
+    if (pressed) SwitchSelected();
+    ShowChange();
+    return;
+  }
+  if (!pressed) return;
+  if (!TestFlag(kFlagToggle)) SwitchSelected();
+  ShowChange();
+  if (!TestFlag(kFlagAutoRepeat)) Activate();
+}
+
+int Button::KeyPressTicks() const {
+  if (settings.keyDelay < 1) return settings.Ticks(kKeyPress);
+  return settings.Ticks(settings.keyDelay + kBeyondKeyDelay);
+}
+
+void Button::MsgKey() {
+  Label::MsgKey();
+  if (keyTimer == 0) {
+    SwitchSelected();
+    ShowChange();
+    SetFlag(kFlagPressed);
+  }
+  // At a low tick rate the press still has to end.
+  keyTimer = std::max(1, KeyPressTicks());
+}
+
+void Button::EndKeyPress() {
+  ClearFlag(kFlagPressed);
+  if (!TestFlag(kFlagToggle)) SwitchSelected();
+  ShowChange();
+  if (!TestFlag(kFlagAutoRepeat)) Activate();
+}
+
+void Button::AutoRepeat() {
+  if (!TestFlag(kFlagPressed | kFlagAutoRepeat)) return;
+  if (repeatTimer != 0) {
+    --repeatTimer;
+    return;
+  }
+  repeatTimer = settings.Ticks(kRepeatPeriod);
+  Activate();
+}
+
+void Button::MsgTick() {
+  Label::MsgTick();
+  if (keyTimer != 0 && --keyTimer == 0) EndKeyPress();
+  AutoRepeat();
+}
+
+void Button::MsgInitSkin() {
+  Label::MsgInitSkin();
+  TakeTextSet(kButtonText);
+  SetTextBackColor(Color{});
+  SetBitmap(BUTTON);
+  if (skin) SetAnimationProperties(skin->buttonAnimationLength, skin->buttonAnimationType);
+}
+
+void Button::DrawToggle(Bitmap& canvas) {
+  const int state = HeldState();
+  const Font& font = GetFont(state);
+  const SkinBitmap* element = GetBitmap();
+  const int frameWidth = element ? element->Width() / kCheckColumns : 0;
+  const int frameHeight = element ? element->Height() / kElementRows : 0;
+  const int slack = font.TextHeight() - frameHeight;
+  const int boxY = slack > 0 ? slack / 2 : 0;
+  const int textY = slack < 0 ? -slack / 2 : 1;
+
+  canvas.clear_to_color(textBackColor);
+  if (element)
+    element->masked_blit(canvas.GetBitmap(), Selected() ? frameWidth : 0, state * frameHeight, 0,
+                         boxY, frameWidth, frameHeight);
+  if (!text) return;
+  font.TextoutShadow(canvas, text->c_str(), {frameHeight + kCheckTextGap, textY},
+                     GetFontColor(state), GetShadowColor(state), Color{}, kAlignLeft);
+  if (skin && skin->dottedRect != 0 && HasFocus())
+    canvas.DottedRect(frameHeight + 2, textY - 1, font.TextLength(text->c_str()) + frameHeight + 6,
+                      textY + font.TextHeight(), GetFontColor(state));
+}
+
+void Button::InitToggleSkin(int textSet, int element) {
+  Button::MsgInitSkin();
+  TakeTextSet(textSet);
+  if (skin) SetTextBackColor(skin->colors[kFace]);
+  SetBitmap(element);
+  SetFlag(kFlagToggle);
+  ClearFlag(kFlagAutoSize | kFlagAutoRepeat);
+}
+
+void CheckBox::Draw(Bitmap& canvas) { DrawToggle(canvas); }
+void RadioButton::Draw(Bitmap& canvas) { DrawToggle(canvas); }
+
+void CheckBox::MsgInitSkin() { InitToggleSkin(kCheckBoxText, CHECKBOX); }
+
+void RadioButton::Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask,
+                        const char* newText, int g) {
+  Label::Setup(px, py, width, height, shortcut, mask, newText, kAlignLeft);
+  group = g;
+}
+
+void RadioButton::MsgInitSkin() { InitToggleSkin(kRadioText, RADIO); }
+
+void RadioButton::TellGroup() {
+  if (!parent) return;
+  const std::vector<Widget*> siblings = parent->Children();
+  for (Widget* sibling : siblings) sibling->SendMessage(MSG_RADIO, group);
+}
+
+void RadioButton::MsgLPress() {
+  Widget::MsgLPress();
+  if (Selected()) return;
+  Select();
+  ShowChange();
+  SetFlag(kFlagPressed);
+}
+
+void RadioButton::MsgLRelease() {
+  const bool pressed = TestFlag(kFlagPressed);
+  const bool selected = Selected();
+  Button::MsgLRelease();
+  if (pressed && Selected() == selected) TellGroup();
+}
+
+void RadioButton::MsgKey() {
+  if (Selected()) {
+    Widget::MsgKey();
+    return;
+  }
+  Button::MsgKey();
+  TellGroup();
+}
+
+void RadioButton::MsgRadio(int g) {
+  if (g == group && !HasFocus() && Selected()) {
+    Deselect();
+    ShowChange();
+  }
+  Widget::MsgRadio(g);
+}
+
+}  // namespace zel

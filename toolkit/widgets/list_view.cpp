@@ -1,0 +1,421 @@
+#include "toolkit/widgets/list_view.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "toolkit/skin/skin.h"
+
+namespace zel {
+namespace {
+
+constexpr int kPlainItemHeight = 12;  // pixels, without a picture of the skin
+constexpr int kTextInset = 3;
+
+// States of an item, in the order of the frames of "LIST".
+enum ItemState : int {
+  kItemPlain,
+  kItemMarked,
+  kItemFocused,
+  kItemCursor,
+  kItemCursorMarked,
+  kItemCurrent,  // and marked, under the focus
+  kItemDisabled,
+  kItemDisabledMarked,
+};
+
+}  // namespace
+
+int TextStateOfItem(int state) {
+  constexpr int kTextStates[kListStates] = {kNormal,   kNormal,   kFocused,  kFocused,
+                                            kSelected, kSelected, kDisabled, kDisabled};
+  return kTextStates[state];
+}
+
+void ListItem::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {
+  if (skinBitmap)
+    skinBitmap->DrawArea(canvas.GetBitmap(), 0, state, 0, 0, canvas.Width(), canvas.Height(), 1,
+                         kListStates);
+}
+
+int ListItem::GetHeight() const {
+  const SkinBitmap* element = owner ? owner->GetBitmap() : nullptr;
+  return element ? element->Height() / kListStates : kPlainItemHeight;
+}
+
+const char* ListItem::GetText() const { return nullptr; }
+
+TextListItem::TextListItem(const char* itemText, std::intptr_t userData) : ListItem{userData} {
+  SetText(itemText);
+}
+
+const char* TextListItem::GetText() const { return text ? text->c_str() : nullptr; }
+
+void TextListItem::SetText(const char* newText) {
+  text = newText ? std::make_unique<std::string>(newText) : nullptr;
+}
+
+void TextListItem::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {
+  ListItem::Draw(canvas, skinBitmap, state);
+  if (!text || !owner || !owner->GetParent()) return;
+  const Widget& styled = *owner->GetParent();
+  const int group = TextStateOfItem(state);
+  const Font& font = styled.GetFont(group);
+  font.TextoutShadow(canvas, text->c_str(), {kTextInset, (GetHeight() - font.TextHeight()) / 2},
+                     styled.GetFontColor(group), styled.GetShadowColor(group), Color{}, kAlignLeft);
+}
+
+ListItem* ListView::GetItem(int index) const {
+  return IsValid(index) ? items[static_cast<std::size_t>(index)].get() : nullptr;
+}
+
+void ListView::InsertItem(std::unique_ptr<ListItem> item, int index) {
+  item->owner = this;
+  items.insert(items.begin() + std::clamp(index, 0, Count()), std::move(item));
+  if (Count() == 1) SetCurrent(0);
+}
+
+void ListView::DeleteItem(int index) {
+  if (!IsValid(index)) return;
+  PageSize();
+  items.erase(items.begin() + index);
+  if (index < current || current >= Count()) {
+    if (Count() > 0)
+      SetCurrent(std::max(current - 1, 0));
+    else
+      current = -1;
+  } else if (Count() == 0) {
+    current = -1;
+  }
+  if (first > 0 && Count() < first + PageSize()) --first;
+}
+
+void ListView::Clear() {
+  items.clear();
+  first = 0;
+  current = -1;
+  Redraw();
+}
+
+bool ListView::MarkCurrent(int index) {
+  if (!IsValid(index)) return false;
+  if (ListItem* before = GetItem(current)) before->selected = false;
+  current = index;
+  GetItem(current)->selected = true;
+  return true;
+}
+
+void ListView::RedrawItems(int index, int other) {
+  int y = 0;
+  for (int i = first; i < Count() && y <= h(); ++i) {
+    const int height = items[static_cast<std::size_t>(i)]->GetHeight();
+    if (i == index || i == other) {
+      const Rect row{0, y, w(), std::min(height, h() - y)};
+      RedrawPart(row);
+      if (parent) parent->RedrawBehind(this, row);
+    }
+    y += height;
+  }
+}
+
+void ListView::SetCurrent(int index) {
+  const int before = current;
+  if (multiSelect)
+    current = index;
+  else
+    MarkCurrent(index);
+  RedrawItems(before, current);
+  Report(MSG_SCROLL, current);
+}
+
+void ListView::SelectItem(int index) {
+  if (!IsValid(index)) return;
+  const int before = current;
+  if (!multiSelect) {
+    MarkCurrent(index);
+  } else {
+    current = index;
+    GetItem(index)->selected = true;
+  }
+  RedrawItems(before, current);
+}
+
+void ListView::DeselectItem(int index) {
+  if (!IsValid(index)) return;
+  GetItem(index)->selected = false;
+  RedrawItems(index, index);
+}
+
+bool ListView::IsSelected(int index) const { return IsValid(index) && GetItem(index)->selected; }
+
+void ListView::DeselectAll() {
+  for (const auto& item : items) item->selected = false;
+  Redraw();
+}
+
+int ListView::GetSelected() const {
+  if (!multiSelect) return current;
+  const auto marked =
+      std::find_if(items.begin(), items.end(), [](const auto& item) { return item->selected; });
+  return marked == items.end() ? 0 : static_cast<int>(marked - items.begin());
+}
+
+int ListView::ItemAt() const {
+  const int y = GetMousePos().y;
+  int sum = 0;
+  for (int i = first; i < Count(); ++i) {
+    sum += items[static_cast<std::size_t>(i)]->GetHeight();
+    if (sum >= y) return i;
+  }
+  return -1;
+}
+
+int ListView::PageSize() {
+  if (bitmapIndex == -1) return 0;
+  int sum = 0;
+  int i = first;
+  for (; i < Count(); ++i) {
+    const int height = GetItem(i)->GetHeight();
+    if (sum + height > h()) break;
+    sum += height;
+  }
+  if (i < Count()) return i - first;
+  while (first > 0) {
+    sum += GetItem(first - 1)->GetHeight();
+    if (sum > h()) break;
+    --first;
+  }
+  return i - first;
+}
+
+void ListView::ScrollToCurrent() {
+  const int target = GetSelected();
+  const int page = PageSize();
+  if (target < first)
+    first = std::max(target, 0);
+  else if (target >= first + page)
+    first = target - page + 1;
+  Redraw();
+}
+
+void ListView::Sort() {
+  ListItem* stays = GetItem(current);
+  const auto text = [](const std::unique_ptr<ListItem>& item) {
+    const char* own = item->GetText();
+    return own ? own : "";
+  };
+  std::stable_sort(items.begin(), items.end(),
+                   [text](const auto& a, const auto& b) { return ustrcmp(text(a), text(b)) < 0; });
+  const auto found = std::find_if(items.begin(), items.end(),
+                                  [stays](const auto& item) { return item.get() == stays; });
+  if (found != items.end()) current = static_cast<int>(found - items.begin());
+  Redraw();
+}
+
+int ListView::StateOf(int index) const {
+  const bool marked = IsSelected(index);
+  const bool isCurrent = index == current;
+  if (!multiSelect) {
+    if (Disabled()) return kItemDisabled;
+    return isCurrent ? kItemCurrent : kItemPlain;
+  }
+  if (HasFocus()) {
+    if (isCurrent) return marked ? kItemCursorMarked : kItemCursor;
+    return marked ? kItemCurrent : kItemFocused;
+  }
+  if (Disabled()) return marked ? kItemDisabledMarked : kItemDisabled;
+  return marked ? kItemMarked : kItemPlain;
+}
+
+void ListView::Draw(Bitmap& canvas) {
+  const BITMAP* target = canvas.GetBitmap();
+  if (!target) return;
+  int y = 0;
+  for (int i = first; i < Count() && y <= h(); ++i) {
+    ListItem& item = *GetItem(i);
+    const int height = item.GetHeight();
+    const bool shows = y < canvas.Height() && y < target->cb && y + height > target->ct;
+    if (shows) {
+      SubCanvas strip{canvas, 0, y, w(), height};
+      item.Draw(strip, GetBitmap(), StateOf(i));
+      if (i == current && skin && skin->dottedRect != 0)
+        canvas.DottedRect(1, y + 1, w() - 2, y + height - 2, skin->colors[kFontFace]);
+    }
+    y += height;
+  }
+}
+
+void ListView::MoveCurrentTo(int target) {
+  target = target < 0 ? 0 : std::min(target, Count() - 1);
+  if (target != current) SetCurrent(target);
+}
+
+void ListView::ActivateByEnter() {
+  if (!IsValid(current)) return;
+  if (multiSelect) GetItem(current)->selected = true;
+  ActivateItem(current);
+  RedrawItems(current, current);
+}
+
+void ListView::ActivateBySpace() {
+  if (!IsValid(current)) return;
+  if (multiSelect) GetItem(current)->selected = !GetItem(current)->selected;
+  ActivateItem(current);
+  RedrawItems(current, current);
+}
+
+bool ListView::MsgChar(int code) {
+  Widget::MsgChar(code);
+  int target = current;
+  switch (code >> 8) {
+    case KEY_ENTER:
+      ActivateByEnter();
+      target = current;
+      break;
+    case KEY_SPACE:
+      ActivateBySpace();
+      target = current;
+      break;
+    case KEY_HOME:
+      target = 0;
+      break;
+    case KEY_END:
+      target = Count() - 1;
+      break;
+    case KEY_PGUP:
+      target = current - PageSize();
+      break;
+    case KEY_PGDN:
+      target = current + PageSize();
+      break;
+    case KEY_UP:
+      target = current - 1;
+      break;
+    case KEY_DOWN:
+      target = current + 1;
+      break;
+    default:
+      return false;
+  }
+  MoveCurrentTo(target);
+  return true;
+}
+
+bool ListView::MsgWantFocus() {
+  Widget::MsgWantFocus();
+  return Count() > 0;
+}
+
+void ListView::MsgLPress() {
+  Widget::MsgLPress();
+  const int pressed = ItemAt();
+  if (!multiSelect) {
+    if (IsValid(pressed)) SetCurrent(pressed);
+  } else if (IsSelected(pressed)) {
+    DeselectItem(pressed);
+  } else {
+    SelectItem(pressed);
+  }
+  ActivateItem(pressed);
+  RedrawItems(current, pressed);
+}
+
+void ListView::MsgDClick() {
+  Widget::MsgDClick();
+  const int clicked = ItemAt();
+  if (clicked != -1) ActivateItem(clicked);
+}
+
+void ListView::MsgMouseMove(Point p) {
+  Widget::MsgMouseMove(p);
+  if (!multiSelect) return;
+  const int under = ItemAt();
+  if (IsValid(under) && under != current) SetCurrent(under);
+}
+
+void ListView::MsgInitSkin() {
+  Widget::MsgInitSkin();
+  SetBitmap(LIST);
+}
+
+ListBox::ListBox() : ListBox{std::make_unique<ListView>()} {}
+
+ListBox::ListBox(std::unique_ptr<ListView> view) : list{std::move(view)} {
+  scrollBar.Hide();
+  Add(&panel);
+  Add(list.get());
+  Add(&scrollBar);
+}
+
+void ListBox::InsertItem(std::unique_ptr<ListItem> item, int index) {
+  list->InsertItem(std::move(item), index);
+}
+void ListBox::InsertItem(std::unique_ptr<ListItem> item) { list->InsertItem(std::move(item)); }
+
+void ListBox::ItemsChanged() {
+  UpdateLayout();
+  Redraw();
+}
+
+void ListBox::MsgInitSkin() {
+  Dialog::MsgInitSkin();
+  panel.SetBitmap(PANEL_SUNKEN);
+  TakeTextSet(kListText);
+  SetTextBackColor(Color{});
+  UpdateLayout();
+}
+
+void ListBox::UpdateLayout() {
+  const SkinBitmap* barElement = skin ? skin->bitmaps[SCROLL_VBACK].get() : nullptr;
+  if (!barElement || barElement->IsEmpty()) return;
+  const int barWidth = barElement->Width();
+  const SkinBitmap& frame = *skin->bitmaps[PANEL_SUNKEN];
+  const int edgeX = frame.EdgeWidthOf(frame.Width());
+  const int edgeY = frame.EdgeHeightOf(frame.Height());
+
+  panel.Resize(w(), h());
+  list->Shape(edgeX, edgeY, w() - 2 * edgeX, h() - 2 * edgeY);
+  const int page = list->PageSize();
+  if (page < Count()) {
+    panel.SetW(w() - barWidth);
+    list->SetW(w() - 2 * edgeX - barWidth);
+    scrollBar.Shape(w() - barWidth, 0, barWidth, h());
+    scrollBar.SetOrientation(kVertical);
+    scrollBar.SetRange(Count(), page);
+    scrollBar.SetPosition(list->GetFirst());
+    if (!Hidden()) scrollBar.Unhide();
+  } else {
+    scrollBar.Hide();
+  }
+  Dialog::UpdateLayout();
+}
+
+void ListBox::FollowCurrent() {
+  const int current = list->GetCurrent();
+  const int before = list->GetFirst();
+  const int page = list->PageSize();
+  if (current < list->GetFirst())
+    list->SetFirst(std::max(current, 0));
+  else if (page != 0 && list->GetFirst() + page <= current)
+    list->SetFirst(current - page + 1);
+  if (list->GetFirst() == before) return;
+  scrollBar.SetPosition(list->GetFirst());
+  Redraw();
+}
+
+void ListBox::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
+  Dialog::HandleEvent(sender, msg, arg1, arg2);
+  if (msg == MSG_WHEEL && !scrollBar.Hidden() && !scrollBar.Dialog::Contains(sender)) {
+    scrollBar.HandleEvent(sender, msg, arg1, arg2);
+  } else if (msg == MSG_SCROLL && sender == list.get()) {
+    FollowCurrent();
+    Report(MSG_SCROLL, list->GetCurrent());
+  } else if (msg == MSG_SCROLL && sender == &scrollBar) {
+    list->SetFirst(scrollBar.GetPosition());
+    Redraw();
+  } else if (msg == MSG_ACTIVATE && sender == list.get() && arg1 >= 0) {
+    Report(MSG_ACTIVATE, arg1);
+  }
+}
+
+}  // namespace zel

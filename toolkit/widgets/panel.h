@@ -1,0 +1,89 @@
+// Widgets that only draw: frames, plain backgrounds and pictures.
+#pragma once
+
+#include "toolkit/core/widget.h"
+
+namespace zel {
+
+// Draws one element of the skin over its whole area.
+class Panel : public Widget {
+ public:
+  void Draw(Bitmap& canvas) override;
+  void MsgInitSkin() override;
+
+ protected:
+  void InitElement(int element);
+};
+
+class PanelRaised : public Panel {
+ public:
+  void MsgInitSkin() override;
+};
+
+class PanelSunken : public Panel {
+ public:
+  void MsgInitSkin() override;
+};
+
+class PanelRidge : public Panel {
+ public:
+  void MsgInitSkin() override;
+};
+
+class PanelGroove : public Panel {
+ public:
+  void MsgInitSkin() override;
+};
+
+class ShadowBox : public Panel {
+ public:
+  void MsgInitSkin() override;
+};
+
+// Fills its whole parent with one colour, that of the skin's "back" unless it is told otherwise.
+class ClearScreen : public Widget {
+ public:
+  void MsgStart() override;
+  void Draw(Bitmap& canvas) override;
+  void MsgInitSkin() override;
+
+  void SetColor(Color newColor) { color = newColor; }
+  Color GetColor() const { return color; }
+
+ private:
+  Color color;
+};
+
+// Shows a picture of its own or an element of the skin, in the middle of its area. A new image
+// sizes itself to what it shows.
+class Image : public Widget {
+ public:
+  Image();
+
+  void Draw(Bitmap& canvas) override;
+
+  // The virtual operations that an image adds; their order is part of the interface.
+  virtual void UpdateSize();
+  // A file that cannot be read leaves no picture; null takes the picture away.
+  virtual void SetBitmap(const char* fileName);
+  virtual void SetBitmap(const SkinBitmap& picture);  // copied
+  virtual void SetBitmap(int element);
+  virtual void SetMasked(bool mask);
+  virtual void SetBackColor(Color color);
+  virtual void Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask,
+                     int element, bool isMasked, Color back);
+  virtual void Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask,
+                     const char* fileName, bool isMasked, Color back);
+  virtual void Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask,
+                     const SkinBitmap& picture, bool isMasked, Color back);
+
+ protected:
+  // What is shown; null when there is nothing.
+  const SkinBitmap* Source() const;
+
+  SkinBitmap bitmap;
+  bool masked = false;
+  Color backColor;
+};
+
+}  // namespace zel

@@ -1,0 +1,244 @@
+#include "toolkit/widgets/scroll_view.h"
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+
+#include "toolkit/core/text.h"
+#include "toolkit/skin/skin.h"
+
+namespace zel {
+namespace {
+
+constexpr double kBarIncrement = 16;  // pixels per press of an arrow
+
+// Files beyond this length are cut; nobody reads that much in a panel.
+constexpr long kLongestFile = 16L << 20;
+
+// A bar shows when the content does not fit the room that is left beside the other bar.
+bool ShowsBar(int mode, int room, int extent, int otherBar, bool otherShows) {
+  if (mode != kScrollAsNeeded) return mode == kAlwaysScroll;
+  return room < extent || (room - otherBar < extent && otherShows);
+}
+
+bool WillShow(int mode, int room, int extent) {
+  return mode == kAlwaysScroll || (mode == kScrollAsNeeded && room < extent);
+}
+
+// Where a view of `extent` has to begin so that [from, from + length) shows; the far edge wins.
+int Reveal(int position, int extent, int from, int length) {
+  if (from < position) position = from;
+  return std::max(position, from + length - extent);
+}
+
+struct PackfileCloser {
+  void operator()(PACKFILE* file) const { pack_fclose(file); }
+};
+
+}  // namespace
+
+void ScrollContent::Draw(Bitmap& canvas) { view.DrawVisible(canvas); }
+
+ScrollView::ScrollView() : content{*this} {
+  for (Widget* child :
+       {static_cast<Widget*>(&corner), static_cast<Widget*>(&hBar), static_cast<Widget*>(&vBar),
+        static_cast<Widget*>(&panel), static_cast<Widget*>(&content)})
+    Add(child);
+  hBar.SetOrientation(kHorizontal);
+  vBar.SetOrientation(kVertical);
+  for (ScrollBar* bar : {&hBar, &vBar}) {
+    bar->SetIncrement(kBarIncrement);
+    bar->Hide();
+  }
+  corner.Hide();
+}
+
+int ScrollView::VisibleWidth() const {
+  return w() - (vShown ? vBar.Thickness() : 0) - marginLeft - marginRight;
+}
+
+int ScrollView::VisibleHeight() const {
+  return h() - (hShown ? hBar.Thickness() : 0) - marginTop - marginBottom;
+}
+
+void ScrollView::DrawContent(Bitmap&) {}
+void ScrollView::Scrolled() {}
+
+void ScrollView::DrawVisible(Bitmap& canvas) {
+  const int width = std::min(VisibleWidth(), canvas.Width() - marginLeft);
+  const int height = std::min(VisibleHeight(), canvas.Height() - marginTop);
+  if (width < 1 || height < 1) return;
+  SubCanvas visible{canvas, marginLeft, marginTop, width, height};
+  if (!visible.IsEmpty()) DrawContent(visible);
+}
+
+void ScrollView::SetContentSize(int width, int height) {
+  contentW = width;
+  contentH = height;
+  UpdateLayout();
+  ClampScroll();
+}
+
+void ScrollView::SetScrollModes(int horizontal, int vertical) {
+  hMode = horizontal;
+  vMode = vertical;
+  UpdateLayout();
+}
+
+void ScrollView::SetMargins(int left, int top, int right, int bottom) {
+  marginLeft = left;
+  marginTop = top;
+  marginRight = right;
+  marginBottom = bottom;
+  UpdateLayout();
+}
+
+void ScrollView::ClampScroll() {
+  scrollX = std::clamp(scrollX, 0, std::max(0, contentW - VisibleWidth()));
+  scrollY = std::clamp(scrollY, 0, std::max(0, contentH - VisibleHeight()));
+  hBar.SetPosition(scrollX);
+  vBar.SetPosition(scrollY);
+}
+
+void ScrollView::ScrollTo(int left, int top, int width, int height) {
+  const Point before{scrollX, scrollY};
+  scrollX = Reveal(scrollX, VisibleWidth(), left, width);
+  scrollY = Reveal(scrollY, VisibleHeight(), top, height);
+  if (before == Point{scrollX, scrollY}) return;
+  ClampScroll();
+  Redraw();
+}
+
+void ScrollView::Center() {
+  const Point before{scrollX, scrollY};
+  scrollX = (contentW - VisibleWidth()) / 2;
+  scrollY = (contentH - VisibleHeight()) / 2;
+  if (before == Point{scrollX, scrollY}) return;
+  ClampScroll();
+  Redraw();
+}
+
+void ScrollView::DecideBars() {
+  const int roomX = w() - marginLeft - marginRight;
+  const int roomY = h() - marginTop - marginBottom;
+  hShown = ShowsBar(hMode, roomX, contentW, vBar.Thickness(), WillShow(vMode, roomY, contentH));
+  vShown = ShowsBar(vMode, roomY, contentH, hBar.Thickness(), WillShow(hMode, roomX, contentW));
+}
+
+void ScrollView::PlaceBars() {
+  const int right = vShown ? vBar.Thickness() : 0;
+  const int bottom = hShown ? hBar.Thickness() : 0;
+  if (hShown) {
+    hBar.Shape(0, h() - bottom, w() - right, bottom);
+    hBar.SetRange(contentW, VisibleWidth());
+    hBar.SetPosition(scrollX);
+  }
+  if (vShown) {
+    vBar.Shape(w() - right, 0, right, h() - bottom);
+    vBar.SetRange(contentH, VisibleHeight());
+    vBar.SetPosition(scrollY);
+  }
+  panel.Shape(0, 0, w() - right, h() - bottom);
+  content.Shape(0, 0, w() - right, h() - bottom);
+  corner.Shape(w() - right, h() - bottom, right, bottom);
+}
+
+void ScrollView::UpdateLayout() {
+  DecideBars();
+  PlaceBars();
+  const auto show = [this](Widget& widget, bool shown) {
+    if (!shown)
+      widget.Hide();
+    else if (!Hidden())
+      widget.Unhide();
+  };
+  show(hBar, hShown);
+  show(vBar, vShown);
+  show(corner, hShown && vShown);
+  Dialog::UpdateLayout();
+  Redraw();
+}
+
+void ScrollView::MsgInitSkin() {
+  Dialog::MsgInitSkin();
+  UpdateLayout();
+}
+
+void ScrollView::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
+  Dialog::HandleEvent(sender, msg, arg1, arg2);
+  if (msg != MSG_SCROLL || (sender != &hBar && sender != &vBar)) return;
+  (sender == &hBar ? scrollX : scrollY) = static_cast<int>(arg1);
+  Redraw();
+  Scrolled();
+}
+
+int TextView::TextState() const {
+  if (Disabled()) return kDisabled;
+  if (Selected()) return kSelected;
+  return HasFocus() ? kFocused : kNormal;
+}
+
+void TextView::MsgInitSkin() {
+  TakeTextSet(kEditText);
+  ScrollView::MsgInitSkin();
+  UpdateContentSize();
+}
+
+void TextView::UpdateContentSize() {
+  const Font& font = GetFont(TextState());
+  int widest = 0;
+  for (const std::string& line : lines) widest = std::max(widest, font.TextLength(line.c_str()));
+  SetContentSize(widest, font.TextHeight() * static_cast<int>(lines.size()));
+}
+
+void TextView::LoadFile(const char* path) {
+  lines.clear();
+  const std::unique_ptr<PACKFILE, PackfileCloser> file{pack_fopen(path, F_READ)};
+  if (file) {
+    std::string line;
+    long length = 0;
+    for (int byte = pack_getc(file.get()); byte != EOF && length < kLongestFile;
+         byte = pack_getc(file.get()), ++length) {
+      if (byte != '\n') {
+        line += static_cast<char>(byte);
+        continue;
+      }
+      lines.push_back(CutToBytes(line.c_str(), line.size()));
+      line.clear();
+    }
+    lines.push_back(CutToBytes(line.c_str(), line.size()));
+  }
+  UpdateContentSize();
+}
+
+void TextView::AppendLines(std::vector<std::string> more) {
+  std::move(more.begin(), more.end(), std::back_inserter(lines));
+  UpdateContentSize();
+}
+
+void TextView::SetText(const char* text) {
+  lines.clear();
+  std::string rest = text ? text : "";
+  char* position = nullptr;
+  const Ascii separator{"\n"};
+  for (char* line = ustrtok_r(rest.data(), separator, &position); line;
+       line = ustrtok_r(nullptr, separator, &position))
+    lines.emplace_back(line);
+  UpdateContentSize();
+}
+
+void TextView::DrawContent(Bitmap& canvas) {
+  const int state = TextState();
+  const Font& font = GetFont(state);
+  const int lineHeight = font.TextHeight();
+  if (lineHeight < 1) return;
+  int y = -(scrollY % lineHeight);
+  for (auto line = static_cast<std::size_t>(scrollY / lineHeight);
+       line < lines.size() && y <= canvas.Height(); ++line) {
+    font.TextoutShadow(canvas, lines[line].c_str(), {-scrollX, y}, GetFontColor(state),
+                       GetShadowColor(state), Color{}, kAlignLeft);
+    y += lineHeight;
+  }
+}
+
+}  // namespace zel

@@ -1,0 +1,110 @@
+// Views of content that is larger than they are.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "toolkit/core/dialog.h"
+#include "toolkit/widgets/panel.h"
+#include "toolkit/widgets/scroll_bar.h"
+
+namespace zel {
+
+class ScrollView;
+
+// The child of a view in whose place the content is drawn.
+class ScrollContent : public Widget {
+ public:
+  explicit ScrollContent(ScrollView& owner) : view{owner} {}
+  void Draw(Bitmap& canvas) override;
+
+ private:
+  ScrollView& view;
+};
+
+// When a view shows a scroll bar.
+enum ScrollMode : int { kNeverScroll = 0, kAlwaysScroll = 1, kScrollAsNeeded = 2 };
+
+// Shows a part of some content, with scroll bars as they are needed. Derived classes draw the
+// content.
+class ScrollView : public Dialog {
+ public:
+  ScrollView();
+
+  void MsgInitSkin() override;
+  void UpdateLayout() override;
+  void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override;
+
+  // The virtual operations that a view adds; their order is part of the interface.
+  // Draws the content; the canvas is the visible area, at (scrollX, scrollY) of the content.
+  virtual void DrawContent(Bitmap& canvas);
+  // Draws the content inside the margins of a canvas that covers the view.
+  virtual void DrawVisible(Bitmap& canvas);
+  // The content was scrolled by a bar.
+  virtual void Scrolled();
+
+  void SetContentSize(int width, int height);
+  // Scrolls as little as it takes to bring a rectangle of the content into view.
+  void ScrollTo(int left, int top, int width, int height);
+  // Shows the middle of the content.
+  void Center();
+  void SetScrollModes(int horizontal, int vertical);
+  void SetMargins(int left, int top, int right, int bottom);
+  int VisibleWidth() const;
+  int VisibleHeight() const;
+  int ScrollX() const { return scrollX; }
+  int ScrollY() const { return scrollY; }
+  bool HorizontalShown() const { return hShown; }
+  bool VerticalShown() const { return vShown; }
+  bool CornerShown() const { return !corner.Hidden(); }
+
+ protected:
+  ScrollBar hBar;
+  ScrollBar vBar;
+  ClearScreen corner;
+  Color backColor;
+  PanelSunken panel;
+  ScrollContent content;
+  int contentW = 0;
+  int contentH = 0;
+  int scrollX = 0;
+  int scrollY = 0;
+  int hMode = kScrollAsNeeded;
+  int vMode = kScrollAsNeeded;
+  int marginBottom = 0;
+  int marginRight = 0;
+  int marginLeft = 0;
+  int marginTop = 0;
+  bool hShown = false;
+  bool vShown = false;
+
+ private:
+  void ClampScroll();
+  void DecideBars();
+  void PlaceBars();
+};
+
+// Shows lines of text.
+class TextView : public ScrollView {
+ public:
+  void MsgInitSkin() override;
+  void DrawContent(Bitmap& canvas) override;
+
+  // Shows a file; none or an unreadable one gives a view without text.
+  void LoadFile(const char* path);
+  // Shows the lines of a text; empty lines are left out.
+  void SetText(const char* text);
+  // Adds lines below those that are there, empty ones too.
+  void AppendLines(std::vector<std::string> more);
+  const std::vector<std::string>& Lines() const { return lines; }
+
+ protected:
+  void UpdateContentSize();
+
+  std::vector<std::string> lines;
+
+ private:
+  int TextState() const;
+};
+
+}  // namespace zel

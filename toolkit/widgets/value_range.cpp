@@ -1,0 +1,124 @@
+#include "toolkit/widgets/value_range.h"
+
+#include <algorithm>
+
+namespace zel {
+namespace {
+
+// Frames of the bar's element.
+enum BarFrame : int { kTrack = 0, kFilled = 1, kBarFrames = 2 };
+
+}  // namespace
+
+void ValueRange::SetMin(double d) { min = d; }
+void ValueRange::SetMax(double d) { max = d; }
+
+void ValueRange::SetRange(double newMin, double newMax) {
+  SetMin(newMin);
+  SetMax(newMax);
+}
+
+void ValueRange::SetValue(double d) {
+  if (d < min)
+    value = min;
+  else if (d > max)
+    value = max;
+  else
+    value = d;
+}
+
+void ValueRange::SetIncrement(double d) { increment = d; }
+
+void ValueRange::Setup(double newMin, double newMax, double newValue, double newIncrement) {
+  SetRange(newMin, newMax);
+  SetValue(newValue);
+  SetIncrement(newIncrement);
+}
+
+void ValueRange::Increment() { value = std::min(value + increment, max); }
+void ValueRange::Decrement() { value = std::max(value - increment, min); }
+double ValueRange::GetMin() const { return min; }
+double ValueRange::GetMax() const { return max; }
+double ValueRange::GetRange() const { return max - min; }
+double ValueRange::GetValue() const { return value; }
+double ValueRange::GetIncrement() const { return increment; }
+
+void Separator::SetOrientation(int o) {
+  orientation = o;
+  SetBitmap(IsHorizontal() ? SEPARATORH : SEPARATORV);
+}
+
+void Separator::Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask,
+                      int o) {
+  Widget::Setup(px, py, width, height, shortcut, mask);
+  SetOrientation(o);
+}
+
+void Separator::TakeThickness() {
+  const SkinBitmap* element = GetBitmap();
+  if (!element) return;
+  if (IsHorizontal())
+    SetH(element->Height());
+  else
+    SetW(element->Width());
+}
+
+void Separator::MsgInitSkin() {
+  Widget::MsgInitSkin();
+  SetOrientation(orientation);
+  TakeThickness();
+}
+
+void Separator::Draw(Bitmap& canvas) {
+  const SkinBitmap* element = GetBitmap();
+  if (!element) return;
+  if (IsHorizontal())
+    element->DrawHFrame(canvas.GetBitmap(), 0, 0, 0, w(), 1);
+  else
+    element->DrawVFrame(canvas.GetBitmap(), 0, 0, 0, h(), 1);
+}
+
+void ProgressBar::SetOrientation(int o) {
+  orientation = o;
+  SetBitmap(IsHorizontal() ? PROGRESSH : PROGRESSV);
+}
+
+void ProgressBar::Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask,
+                        int o) {
+  Separator::Setup(px, py, width, height, shortcut, mask, o);
+  ValueRange::Setup(0.0, 100.0, 0.0, 1.0);
+}
+
+void ProgressBar::SetPosition(int p) {
+  SetValue(p);
+  Redraw();
+}
+
+void ProgressBar::Increment() {
+  ValueRange::Increment();
+  Redraw();
+}
+
+int ProgressBar::FillLength(int length) const {
+  const double range = max - min;
+  if (!(range > 0)) return 0;
+  const double filled = length * ((value - min) / range);
+  return static_cast<int>(std::clamp(filled, 0.0, static_cast<double>(std::max(0, length))));
+}
+
+void ProgressBar::Draw(Bitmap& canvas) {
+  const SkinBitmap* element = GetBitmap();
+  BITMAP* target = canvas.GetBitmap();
+  if (!element) return;
+  if (IsHorizontal()) {
+    element->DrawHFrameMasked(target, kTrack, 0, 0, w(), kBarFrames);
+    if (const int filled = FillLength(w()); filled > 0)
+      element->DrawHFrameMasked(target, kFilled, 0, 0, filled, kBarFrames);
+  } else {
+    element->DrawVFrameMasked(target, kTrack, 0, 0, h(), kBarFrames);
+    if (const int filled = FillLength(h()); filled > 0)
+      element->DrawVFrameMasked(target, kFilled, 0, 0, filled, kBarFrames);
+  }
+}
+
+}  // namespace zel
