@@ -1,0 +1,103 @@
+#include "launcher/hint_file.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "launcher/menu_config.h"
+#include "toolkit/core/allegro.h"
+#include "toolkit/core/text.h"
+
+namespace zel {
+namespace {
+
+constexpr std::size_t kLineBytes = 2047;  // a longer line is cut
+constexpr int kRoom = 4095;               // what joined pieces may fill
+constexpr long kLongestFile = 16L << 20;
+
+struct PackfileCloser {
+  void operator()(PACKFILE* file) const { pack_fclose(file); }
+};
+
+std::string ReadWhole(const char* fileName) {
+  if (!exists(fileName)) return {};
+  const std::unique_ptr<PACKFILE, PackfileCloser> file{pack_fopen(fileName, F_READ)};
+  if (!file) return {};
+  std::string text;
+  for (int byte = pack_getc(file.get()); byte != EOF && byte != '\0';
+       byte = pack_getc(file.get())) {
+    text += static_cast<char>(byte);
+    if (static_cast<long>(text.size()) > kLongestFile) break;
+  }
+  return text;
+}
+
+bool IsEndLine(const std::string& line) {
+  constexpr char kEnd[] = "[END:";
+  const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; };
+  return line.size() >= sizeof kEnd - 1 &&
+         std::equal(std::begin(kEnd), std::end(kEnd) - 1, line.begin(),
+                    [upper](char end, char c) { return end == upper(c); });
+}
+
+// Joins lines to a text of limited length.
+class Paragraph {
+ public:
+  void Add(const std::string& line) {
+    if (line.empty()) {
+      Append("\n", 1);
+      return;
+    }
+    if (!text_.empty()) Append(" ", 1);
+    const int length = ustrlen(line.c_str());
+    if (!Append(line, length)) {
+      text_ += CutToChars(line.c_str(), kHintCharacters - count_);
+      count_ = kHintCharacters;
+    }
+  }
+
+  std::string Finish() {
+    std::string text = CutToChars(text_.c_str(), kHintCharacters);
+    while (!text.empty() && text.back() == '\n') text.pop_back();
+    return text;
+  }
+
+ private:
+  bool Append(const std::string& piece, int length) {
+    if (count_ + length > kRoom) return false;
+    text_ += piece;
+    count_ += length;
+    return true;
+  }
+
+  std::string text_;
+  int count_ = 0;  // characters
+};
+
+}  // namespace
+
+HintFile::HintFile(const char* fileName) {
+  const std::string text = ReadWhole(fileName);
+  for (std::size_t start = 0; start < text.size();) {
+    const std::size_t end = std::min(text.find_first_of("\r\n", start), text.size());
+    std::string line = Trimmed(text.substr(start, end - start).c_str());
+    line = CutToBytes(line.c_str(), kLineBytes);
+    if (!line.empty() && line.front() == '[') firstLine_.emplace(line, lines_.size());
+    lines_.push_back(std::move(line));
+    start = end + 1;
+    // CR LF and LF CR are one line end.
+    const bool pair = start < text.size() && (text[start] == '\r' || text[start] == '\n') &&
+                      text[start] != text[end];
+    if (pair) ++start;
+  }
+}
+
+std::string HintFile::Fill(const char* section) const {
+  const auto found = firstLine_.find("[" + std::string{section} + "]");
+  if (found == firstLine_.end()) return {};
+  Paragraph paragraph;
+  for (std::size_t i = found->second + 1; i + 1 < lines_.size() && !IsEndLine(lines_[i]); ++i)
+    paragraph.Add(lines_[i]);
+  return paragraph.Finish();
+}
+
+}  // namespace zel

@@ -1,0 +1,27 @@
+// Explanations of menu items.
+#pragma once
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace zel {
+
+// A hint file, read once for all items of a menu. Its sections begin with a line "[name]" and end
+// with a line that begins with "[end:"; lines outside sections say nothing.
+class HintFile {
+ public:
+  // A missing or empty file has no sections.
+  explicit HintFile(const char* fileName);
+
+  // The text of a section: its lines joined with spaces, an empty line giving a line feed, cut to
+  // 4096 characters. Empty when there is no such section. A section without an end line loses the
+  // last line of the file.
+  std::string Fill(const char* section) const;
+
+ private:
+  std::vector<std::string> lines_;                          // trimmed
+  std::unordered_map<std::string, std::size_t> firstLine_;  // of every line in brackets
+};
+
+}  // namespace zel

@@ -1,0 +1,100 @@
+#include "launcher/language.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+#include "launcher/code_pages.h"
+#include "launcher/paths.h"
+#include "launcher/state.h"
+#include "toolkit/core/allegro.h"
+
+namespace zel {
+namespace {
+
+struct LanguageCode {
+  const char* code;
+  Language language;
+};
+constexpr LanguageCode kCodes[] = {
+    {"en", kEnglish}, {"ru", kRussian}, {"de", kGerman},  {"fr", kFrench},   {"pl", kPolish},
+    {"es", kSpanish}, {"it", kItalian}, {"cn", kChinese}, {"ja", kJapanese},
+};
+
+constexpr std::string_view kWhite = " \t\v\f";
+constexpr std::size_t kLongestFile = 1 << 20;
+
+std::string ReadLanguageFile() {
+  const int file = open(paths.languageFile, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+  if (file < 0) return {};
+  std::string text;
+  char block[4096];
+  ssize_t count = 0;
+  while (text.size() < kLongestFile && (count = read(file, block, sizeof block)) > 0)
+    text.append(block, static_cast<std::size_t>(count));
+  close(file);
+  return text;
+}
+
+std::string_view TrimmedLine(std::string_view line) {
+  const std::size_t start = line.find_first_not_of(kWhite);
+  if (start == std::string_view::npos) return {};
+  return line.substr(start, line.find_last_not_of(kWhite) - start + 1);
+}
+
+// The value of a line "LANG = value"; empty for any other line. Quotes belong to the value.
+std::string_view LangValue(std::string_view line) {
+  line = TrimmedLine(line);
+  const std::size_t nameEnd = std::min(line.find_first_of(" \t\v\f=#"), line.size());
+  if (line.substr(0, nameEnd) != "LANG") return {};
+  const std::size_t start = line.find_first_not_of(" \t\v\f=", nameEnd);
+  return start == std::string_view::npos ? std::string_view{} : line.substr(start);
+}
+
+void ReadLanguageCode() {
+  std::fill(std::begin(launcherState.languageCode), std::end(launcherState.languageCode), '\0');
+  const std::string text = ReadLanguageFile();
+  for (std::size_t start = 0; start < text.size();) {
+    const std::size_t end = std::min(text.find_first_of("\r\n", start), text.size());
+    const std::string_view value = LangValue({text.data() + start, end - start});
+    if (value.size() > 1) {
+      value.copy(launcherState.languageCode, 2);
+      return;
+    }
+    start = end + 1;
+  }
+}
+
+}  // namespace
+
+int LanguageIndex() {
+  ReadLanguageCode();
+  for (const LanguageCode& row : kCodes)
+    if (std::strcmp(row.code, launcherState.languageCode) == 0) return row.language;
+  return kEnglish;
+}
+
+void SetupEncoding() {
+  set_uformat(U_ASCII);
+  const unsigned short* page = WesternCodePage();
+  switch (LanguageIndex()) {
+    case kRussian:
+      page = RussianCodePage();
+      break;
+    case kPolish:
+      page = CentralEuropeanCodePage();
+      break;
+    case kChinese:
+    case kJapanese:
+      set_uformat(U_UTF8);
+      return;
+  }
+  set_uformat(U_ASCII_CP);
+  set_ucodepage(page, nullptr);
+}
+
+}  // namespace zel

@@ -1,0 +1,120 @@
+#include "launcher/launcher.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+#include "launcher/language.h"
+#include "launcher/menu_screen.h"
+#include "launcher/paths.h"
+#include "launcher/state.h"
+#include "launcher/texts.h"
+#include "toolkit/core/allegro.h"
+#include "toolkit/core/graphics_mode.h"
+#include "toolkit/core/settings.h"
+#include "toolkit/core/startup.h"
+
+namespace zel {
+namespace {
+
+constexpr const char* kSettingsFile = "zel.cfg";
+constexpr int kNotRootText = 174;
+constexpr int kNoGraphicsText = 1513;
+
+constexpr int kAutodetectFullScreen = 1;
+
+// What is tried when the settings' own mode cannot be set.
+struct FallbackMode {
+  int width, height, depth;
+  bool antialiasing;
+};
+constexpr FallbackMode kFallbackModes[] = {
+    {640, 480, 16, true},
+    {800, 600, 8, false},
+    {640, 480, 8, false},
+};
+
+enum class Directory { kConfiguration, kSaved };
+
+void ChangeDirectory(Directory directory) {
+  const char* path = directory == Directory::kConfiguration ? paths.configDirectory
+                                                            : launcherState.savedDirectory.c_str();
+  // Without its directory the launcher finds no files and shows its defaults.
+  if (chdir(path) != 0) return;
+}
+
+void SaveDirectory() {
+  char path[260];
+  launcherState.savedDirectory.Assign(getcwd(path, sizeof path));
+}
+
+[[noreturn]] void EndWithoutGraphics() {
+  SetTextMode();
+  allegro_message("%s\n", Text(kNoGraphicsText));
+  allegro_exit();
+  ChangeDirectory(Directory::kSaved);
+  std::exit(EXIT_SUCCESS);
+}
+
+Error TryFallbackModes(Error result) {
+  for (const FallbackMode& mode : kFallbackModes) {
+    if (result != Error{kGraphicsError}) break;
+    settings.gfxMode = kAutodetectFullScreen;
+    settings.fullscreen = true;
+    settings.screenWidth = mode.width;
+    settings.screenHeight = mode.height;
+    settings.colorDepth = mode.depth;
+    settings.antialiasing = mode.antialiasing;
+    result = InstallToolkit(nullptr);
+  }
+  return result;
+}
+
+// Returns only with a graphics mode and a running toolkit.
+void BringUpGraphics() {
+  const Error result = TryFallbackModes(InstallToolkit(kSettingsFile));
+  if (!result.IsError()) return;
+  if (result == Error{kGraphicsError}) EndWithoutGraphics();
+  ChangeDirectory(Directory::kSaved);
+  result.Report();
+}
+
+void DecideAboutMouse() {
+  const bool serverRuns = FileExists(paths.mouseServerPid);
+  launcherState.mousePending = !serverRuns;
+  settings.showMouse = serverRuns;
+  if (!serverRuns) remove_mouse();
+}
+
+void RunMenu() {
+  const auto screen = std::make_unique<MenuScreen>();
+  launcherState.runningScreen = screen.get();
+  screen->Execute(nullptr);
+  launcherState.runningScreen = nullptr;
+}
+
+}  // namespace
+
+int RunLauncher() {
+  launcherState.exitCode = 0;
+  launcherState.outputString.Clear();
+  launcherState.mousePending = false;
+  if (geteuid() != 0) {
+    std::fprintf(stderr, "%s\n", Text(kNotRootText));
+    return launcherState.exitCode;
+  }
+  launcherState.runningScreen = nullptr;
+  SaveDirectory();
+  ChangeDirectory(Directory::kConfiguration);
+  SetupEncoding();
+  BringUpGraphics();
+  DecideAboutMouse();
+  RunMenu();
+  ExitToolkit();
+  ChangeDirectory(Directory::kSaved);
+  return launcherState.exitCode;
+}
+
+}  // namespace zel

@@ -1,0 +1,11 @@
+// The program, from start-up to the choice.
+#pragma once
+
+namespace zel {
+
+// Runs the launcher. Answers the exit status: the exit code of the chosen item, or 0 when it is not
+// run as root. Ends the process itself when there is no usable graphics mode (status 0) or the
+// toolkit cannot be started (status 1).
+int RunLauncher();
+
+}  // namespace zel

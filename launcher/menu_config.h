@@ -1,0 +1,98 @@
+// The menu as its files describe it.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "toolkit/core/text.h"
+#include "toolkit/skin/color.h"
+
+namespace zel {
+
+class HintFile;
+class SectionFile;
+
+// What an item is; bits combine.
+enum MenuItemFlag : std::uint32_t {
+  kItemSeparator = 1,
+  kItemSubmenu = 2,
+  kItemBack = 4,  // only the entry that leads out of a submenu
+  kItemDisabled = 8,
+};
+
+// Hints are cut to this many characters.
+inline constexpr int kHintCharacters = 4096;
+inline constexpr std::size_t kBytesPerCharacter = 4;  // in UTF-8
+
+struct MenuItem {
+  std::uint32_t flags = 0;
+  FixedText<1024> title;
+  FixedText<260> icon;  // picture file
+  std::int32_t exitCode = 0;
+  FixedText<1024> exitString;
+  FixedText<1024> hintSection;
+  FixedText<kHintCharacters * kBytesPerCharacter + 1> hintText;
+  FixedText<260> submenu;  // menu file
+  Color color;             // of the title; none when not set
+  FixedText<260> waitForFile;
+  FixedText<260> waitWhileFile;
+  std::int32_t timeout = 0;  // seconds
+  FixedText<260> showIfFile;
+};
+
+// One open menu file.
+struct MenuLevel {
+  FixedText<260> fileName;
+  std::int32_t index = 0;  // of the selected entry, counted as the list shows them
+};
+
+// Where things lie on the screen, in pixels. A menu file that leaves a value out inherits it from
+// the file read before it.
+struct LayoutValues {
+  std::int32_t menuLeft = 79;
+  std::int32_t menuTop = 180;
+  std::int32_t menuWidth = 340;
+  std::int32_t menuHeight = 297;
+  std::int32_t hintLeft = 413;
+  std::int32_t hintTop = 180;
+  std::int32_t hintWidth = 287;
+  std::int32_t hintHeight = 297;
+  std::int32_t progressX = 82;
+  std::int32_t progressY = 490;
+  std::int32_t progressW = 614;
+};
+extern LayoutValues layoutValues;
+
+// The menu file that is shown, and the files that led to it.
+//
+// Reading never fails: what a file does not say has its default, and a missing file says nothing.
+class MenuConfig {
+ public:
+  MenuConfig();
+  ~MenuConfig();
+
+  // Opens a menu file as a new level or, with null, closes the current level and reads the one
+  // below again. Refills everything, the layout values included.
+  void Read(const char* menuFile);
+
+  MenuLevel& CurrentLevel() { return *levels.back(); }
+  int Depth() const { return static_cast<int>(levels.size()); }
+
+  FixedText<260> background{"back.bmp"};
+  FixedText<1024> menuTitle;
+  FixedText<1024> hintTitle;
+  FixedText<260> hintFile;
+  std::int32_t lineCount = 0;
+  std::vector<std::unique_ptr<MenuItem>> items;    // in file order
+  std::vector<std::unique_ptr<MenuLevel>> levels;  // outermost first; the last is current
+
+ private:
+  void ReadScreen(SectionFile& file);
+  void ReadItems(SectionFile& file);
+};
+
+// True when something of that name exists; false for an empty name.
+bool FileExists(const char* name);
+
+}  // namespace zel

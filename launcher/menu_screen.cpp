@@ -1,0 +1,165 @@
+#include "launcher/menu_screen.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "launcher/paths.h"
+#include "launcher/result_files.h"
+#include "launcher/state.h"
+#include "toolkit/core/settings.h"
+
+namespace zel {
+namespace {
+
+constexpr const char* kMainMenu = "menu.cfg";
+constexpr int kMousePollPeriod = 500;  // milliseconds
+
+// True when nothing keeps the item from being chosen at once.
+bool IsReady(const MenuItem& item) {
+  if (!item.waitWhileFile.IsEmpty()) return !FileExists(item.waitWhileFile);
+  return item.waitForFile.IsEmpty() || FileExists(item.waitForFile);
+}
+
+}  // namespace
+
+MenuScreen::MenuScreen() {
+  Add(&backdrop);
+  Add(&wallpaper);
+  Add(&menuPanel);
+  Add(&hintPanel);
+  Load(kMainMenu);
+  if (launcherState.mousePending) mouseTimer = InstallTimer(kMousePollPeriod);
+  DeleteOutputFile();
+}
+
+MenuScreen::~MenuScreen() { RemoveTimer(mouseTimer); }
+
+void MenuScreen::Load(const char* menuFile) {
+  configuration.Read(menuFile);
+  FillList();
+  PlacePanels();
+  wallpaper.SetPicture(configuration.background);
+  Redraw();
+}
+
+void MenuScreen::FillList() {
+  MenuList& list = menuPanel.List();
+  list.Clear();
+  if (configuration.Depth() > 1) {
+    MenuItem back;
+    back.flags = kItemBack;
+    back.color = launcherState.backLineColor;
+    list.InsertItem(std::make_unique<MenuEntry>(back, icons_));
+  }
+  for (const auto& item : configuration.items)
+    list.InsertItem(std::make_unique<MenuEntry>(*item, icons_));
+  icons_.Clear();
+}
+
+void MenuScreen::PlacePanels() {
+  const LayoutValues& at = layoutValues;
+  menuPanel.SetTitle(configuration.menuTitle);
+  menuPanel.Setup(at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight, 0, 0);
+  hintPanel.SetTitle(configuration.hintTitle);
+  hintPanel.Setup(at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight, 0, 0);
+  if (FileExists(configuration.hintFile))
+    hintPanel.Unhide();
+  else
+    hintPanel.Hide();
+  // The hint is wrapped for the panel as it is now, not as it is after the next tick.
+  menuPanel.UpdateLayout();
+  hintPanel.UpdateLayout();
+}
+
+void MenuScreen::UpdateCurrent(bool withHint) {
+  const MenuEntry* entry = menuPanel.CurrentEntry();
+  if (!entry) return;
+  if (withHint) hintPanel.ShowHint(entry, GetFont(kNormal));
+  launcherState.exitCode = entry->Item().exitCode;
+  if (configuration.Depth() > 0) configuration.CurrentLevel().index = List().GetCurrent();
+  launcherState.outputString.Assign(entry->Item().exitString);
+}
+
+void MenuScreen::SelectEntry(int index) {
+  List().SetCurrent(index);
+  List().SetPendingIndex(index);
+  UpdateCurrent(true);
+}
+
+void MenuScreen::Choose(const MenuEntry& entry) {
+  const MenuItem& item = entry.Item();
+  if (item.flags & kItemBack) {
+    Load(nullptr);
+    SelectEntry(configuration.CurrentLevel().index);
+  } else if (item.flags & kItemDisabled) {
+    return;
+  } else if (item.flags & kItemSubmenu) {
+    // Loading destroys the entry.
+    const FixedText<260> submenu = item.submenu;
+    Load(submenu);
+    SelectEntry(0);
+  } else if (IsReady(item)) {
+    chosen = true;
+    Close();
+  }
+}
+
+void MenuScreen::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
+  Dialog::HandleEvent(sender, msg, arg1, arg2);
+  if (msg == MSG_ITEM_SELECTED) UpdateCurrent(true);
+  if (msg == MSG_ITEM_CHOSEN && arg1 != 0) Choose(*reinterpret_cast<const MenuEntry*>(arg1));
+}
+
+bool MenuScreen::RestoreLevel(int level, int index) {
+  if (level > 0) {
+    const MenuEntry* entry = menuPanel.CurrentEntry();
+    if (!entry || !(entry->Item().flags & kItemSubmenu) || entry->Item().submenu.IsEmpty())
+      return false;
+    const FixedText<260> submenu = entry->Item().submenu;
+    Load(submenu);
+  }
+  const int last = List().Count() - 1;
+  List().SetCurrent(std::min(index, last));
+  UpdateCurrent(false);
+  return index <= last;
+}
+
+void MenuScreen::Restore() {
+  const std::vector<int> indices = ReadMenuPosition();
+  for (std::size_t level = 0; level < indices.size(); ++level)
+    if (!RestoreLevel(static_cast<int>(level), indices[level])) break;
+  UpdateCurrent(true);
+}
+
+void MenuScreen::MsgStart() {
+  Dialog::MsgStart();
+  // With the keyboard alone the first key must already reach the menu.
+  if (!FocusWidget()) SetFocus(&List());
+  Restore();
+}
+
+void MenuScreen::LookForMouse() {
+  if (!FileExists(paths.mouseServerPid)) return;
+  install_mouse();
+  set_mouse_speed(settings.UsableMouseSpeed(), settings.UsableMouseSpeed());
+  launcherState.mousePending = false;
+  settings.showMouse = true;
+  RemoveTimer(mouseTimer);
+  UpdateDoubleClickWindow();
+  mouseTimer = kNoTimer;
+}
+
+void MenuScreen::MsgTimer(int id) {
+  Dialog::MsgTimer(id);
+  if (id == mouseTimer) LookForMouse();
+}
+
+void MenuScreen::MsgInitSkin() { backdrop.SetColor(Color{0, 0, 0}); }
+
+bool MenuScreen::MsgClose() {
+  if (!chosen) return false;
+  WriteResultFiles(configuration);
+  return true;
+}
+
+}  // namespace zel

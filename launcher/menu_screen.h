@@ -1,0 +1,54 @@
+// The launcher's one full-screen dialog.
+#pragma once
+
+#include "launcher/menu_config.h"
+#include "launcher/menu_widgets.h"
+#include "toolkit/core/dialog.h"
+#include "toolkit/core/timers.h"
+#include "toolkit/widgets/panel.h"
+
+namespace zel {
+
+// Shows the menu over its background with the hint of the current entry, opens submenus and comes
+// back from them, and closes when an item is chosen; it refuses every other way of closing.
+//
+// Keeps the exit code and the output string of launcherState in step with the current entry.
+class MenuScreen final : public Dialog {
+ public:
+  MenuScreen();
+  ~MenuScreen() override;
+
+  void MsgStart() override;
+  void MsgTimer(int id) override;
+  void MsgInitSkin() override;
+  bool MsgClose() override;
+  void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override;
+
+  // Shows a menu file, or with null the file below the current one again.
+  void Load(const char* menuFile);
+  // Takes over what the current entry says; with `withHint` its hint too.
+  void UpdateCurrent(bool withHint);
+
+  const MenuConfig& Config() const { return configuration; }
+  MenuList& List() { return menuPanel.List(); }
+
+ private:
+  void FillList();
+  void PlacePanels();
+  void Restore();
+  bool RestoreLevel(int level, int index);
+  void SelectEntry(int index);
+  void Choose(const MenuEntry& entry);
+  void LookForMouse();
+
+  ClearScreen backdrop;
+  bool chosen = false;
+  MenuPanel menuPanel;
+  HintPanel hintPanel;
+  WallpaperPanel wallpaper;
+  int mouseTimer = kNoTimer;
+  MenuConfig configuration;
+  IconCache icons_;
+};
+
+}  // namespace zel

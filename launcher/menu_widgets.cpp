@@ -1,0 +1,228 @@
+#include "launcher/menu_widgets.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "toolkit/skin/skin.h"
+
+namespace zel {
+namespace {
+
+// Between the hint and its frame.
+constexpr int kHintInset = 4;
+// What ShowHint leaves of the text viewer's width for its frame and scroll bar.
+constexpr int kHintMargin = 24;
+
+}  // namespace
+
+MenuEntry* MenuList::GetEntry(int index) const { return static_cast<MenuEntry*>(GetItem(index)); }
+
+bool MenuList::IsSeparatorAt(int index) const {
+  const MenuEntry* entry = GetEntry(index);
+  return entry && entry->IsSeparator();
+}
+
+void MenuList::SelectFirstEntry() {
+  for (int i = 0; i < Count(); ++i) {
+    if (IsSeparatorAt(i)) continue;
+    SetCurrent(i);
+    return;
+  }
+}
+
+bool MenuList::HandlePadKey(int scancode) {
+  int target = current;
+  switch (scancode) {
+    case KEY_1_PAD:
+      target = Count() - 1;
+      break;
+    case KEY_2_PAD:
+      target = current + 1;
+      break;
+    case KEY_3_PAD:
+      target = current + PageSize();
+      break;
+    case KEY_7_PAD:
+      target = 0;
+      break;
+    case KEY_8_PAD:
+      target = current - 1;
+      break;
+    case KEY_9_PAD:
+      target = current - PageSize();
+      break;
+    case KEY_ENTER_PAD:
+      if (!IsValid(current)) return true;
+      if (!multiSelect || IsSelected(current))
+        ActivateItem(current);
+      else
+        SelectItem(current);
+      Redraw();
+      return true;
+    default:
+      return false;
+  }
+  if (Count() > 0) MoveCurrentTo(target);
+  return true;
+}
+
+bool MenuList::HandleKey(int code) {
+  if (ListView::MsgChar(code)) return true;
+  return HandlePadKey(code >> 8);
+}
+
+bool MenuList::MsgChar(int code) {
+  bool used = false;
+  bool moved = false;
+  do {
+    const int before = current;
+    used = HandleKey(code);
+    moved = current != before;
+  } while (moved && IsSeparatorAt(current));
+  if (moved) Report(MSG_ITEM_SELECTED, reinterpret_cast<EventArg>(GetItem(current)));
+  if (pendingIndex != -1) SelectItem(std::exchange(pendingIndex, -1));
+  return used;
+}
+
+void MenuList::MsgGotFocus() { Widget::MsgGotFocus(); }
+
+void MenuList::MsgLPress() {
+  Widget::MsgLPress();
+  const int pressed = ItemAt();
+  if (!IsValid(pressed) || IsSeparatorAt(pressed)) return;
+  if (pressed != current) SetCurrent(pressed);
+  RedrawItems(current, pressed);
+  Report(MSG_ITEM_SELECTED, reinterpret_cast<EventArg>(GetItem(pressed)));
+}
+
+TitledPanel::TitledPanel(Widget& childWidget) : child{childWidget} {}
+
+void TitledPanel::SetTitle(const char* text) {
+  title.Assign(text);
+  Redraw();
+}
+
+int TitledPanel::TitleHeight() const { return GetFont(kNormal).TextHeight() * 5 / 4; }
+
+void TitledPanel::MsgInitSkin() {
+  Dialog::MsgInitSkin();
+  if (skin) {
+    // The tile as it is stored: here -1 does not stand for a third.
+    const SkinBitmap& ridge = *skin->bitmaps[PANEL_RIDGE];
+    const Size tile = ridge.GetTileSize();
+    horizontalMargin = (ridge.Width() - tile.w) / 2;
+    verticalMargin = (ridge.Height() - tile.h) / 2;
+  }
+  UpdateLayout();
+}
+
+void TitledPanel::UpdateLayout() {
+  Dialog::UpdateLayout();
+  const int titleHeight = title.IsEmpty() ? 0 : TitleHeight();
+  child.Shape(horizontalMargin, verticalMargin + titleHeight, w() - 2 * horizontalMargin,
+              h() - titleHeight - 2 * verticalMargin);
+}
+
+void TitledPanel::Draw(Bitmap& canvas) {
+  Dialog::Draw(canvas);
+  const int width = w() - 2 * horizontalMargin;
+  const int height = h() - 2 * verticalMargin;
+  const bool hasRoom = verticalMargin < canvas.Height() && width > 0 && height > 0;
+  if (title.IsEmpty() || !hasRoom || !skin) return;
+  const Color face = skin->colors[kFace];
+  const Color light = skin->colors[kShad1];
+  const Color dark = skin->colors[kShad2];
+  SubCanvas inner{canvas, horizontalMargin, verticalMargin, width, height};
+  inner.Box3D(0, 0, width - 1, height - 1, face, light, dark);
+
+  const Font& font = GetFont(kNormal);
+  const int bandHeight = TitleHeight();
+  inner.Box3D(0, 0, width - 1, bandHeight - 1, face, light, dark);
+  const Point point{(width - font.TextLength(title)) / 2, (bandHeight - font.TextHeight()) / 2};
+  font.Textout(inner, title, point.x, point.y, skin->colors[kFontFace], Color{}, kAlignLeft);
+}
+
+bool TitledPanel::MsgXChar(int code) {
+  if (code >> 8 != KEY_TAB) return false;
+  GetRoot()->MoveFocus(FocusMove::kNext);
+  return true;
+}
+
+MenuPanel::MenuPanel() : MenuPanel{std::make_unique<MenuList>()} {}
+
+MenuPanel::MenuPanel(std::unique_ptr<MenuList> menuList)
+    : TitledPanel{listBox}, list{menuList.get()}, listBox{std::move(menuList)} {
+  Add(&listBox);
+}
+
+void MenuPanel::MsgStart() {
+  TitledPanel::MsgStart();
+  list->SelectFirstEntry();
+}
+
+void MenuPanel::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
+  TitledPanel::HandleEvent(sender, msg, arg1, arg2);
+  if (msg == MSG_ACTIVATE && sender == &listBox)
+    Report(MSG_ITEM_CHOSEN, reinterpret_cast<EventArg>(CurrentEntry()));
+}
+
+HintPanel::HintPanel() : TitledPanel{view} {
+  Add(&view);
+  view.SetMargins(kHintInset, kHintInset, kHintInset, kHintInset);
+}
+
+void HintPanel::Draw(Bitmap& canvas) {
+  if (Hidden())
+    Dialog::Draw(canvas);
+  else
+    TitledPanel::Draw(canvas);
+}
+
+void HintPanel::ShowHint(const MenuEntry* entry, const Font& font) {
+  view.SetText("");
+  if (!entry || entry->Item().hintText.IsEmpty()) return;
+  const int room = view.w() - kHintMargin;
+  const int space = font.TextLength(" ");
+  std::vector<std::string> lines;
+  std::string line;
+  int width = 0;
+  std::string rest = entry->Item().hintText.c_str();
+  char* position = nullptr;
+  for (char* word = ustrtok_r(rest.data(), " \n", &position); word;
+       word = ustrtok_r(nullptr, " \n", &position)) {
+    const int wordWidth = font.TextLength(word);
+    if (width + space + wordWidth > room) {
+      lines.push_back(std::exchange(line, {}));
+      width = 0;
+    }
+    line += word;
+    line += ' ';
+    width += wordWidth + space;
+  }
+  lines.push_back(std::move(line));
+  view.AppendLines(std::move(lines));
+}
+
+CenteredImage::CenteredImage() { ClearFlag(kFlagAutoSize); }
+
+void CenteredImage::Draw(Bitmap& canvas) {
+  if (bitmap.IsEmpty()) return;
+  const int left = std::max(0, (w() - bitmap.Width()) / 2);
+  const int top = std::max(0, (h() - bitmap.Height()) / 2);
+  bitmap.blit(canvas.GetBitmap(), sourceX, sourceY, left, top, w(), h());
+}
+
+WallpaperPanel::WallpaperPanel() {
+  Add(&clearScreen);
+  Add(&image);
+}
+
+void WallpaperPanel::SetPicture(const char* fileName) {
+  image.ResetSource();
+  image.SetBitmap(fileName);
+  image.Resize(w(), h());
+}
+
+}  // namespace zel

@@ -1,0 +1,156 @@
+// The launcher's own widgets.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+#include "launcher/menu_config.h"
+#include "toolkit/core/dialog.h"
+#include "toolkit/core/messages.h"
+#include "toolkit/widgets/list_view.h"
+#include "toolkit/widgets/panel.h"
+#include "toolkit/widgets/scroll_view.h"
+
+namespace zel {
+
+// The current entry has changed through a key or a press.
+inline constexpr int MSG_ITEM_SELECTED = kFirstApplicationMessage;
+// An entry was chosen; the first argument is the MenuEntry, or null.
+inline constexpr int MSG_ITEM_CHOSEN = kFirstApplicationMessage + 1;
+
+// Pictures by file name, each read once for all entries that show it.
+class IconCache {
+ public:
+  // Null when the file cannot be read.
+  std::shared_ptr<BITMAP> Get(const char* fileName);
+  void Clear() { icons_.clear(); }
+
+ private:
+  std::unordered_map<std::string, std::shared_ptr<BITMAP>> icons_;
+};
+
+// One entry of the menu: draws its item with icon, title and the marks of its kind.
+class MenuEntry : public ListItem {
+ public:
+  MenuEntry(const MenuItem& menuItem, IconCache& icons);
+
+  void Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) override;
+  const char* GetText() const override { return item.title; }
+
+  const MenuItem& Item() const { return item; }
+  bool IsSeparator() const { return item.flags & kItemSeparator; }
+
+ private:
+  struct TextLook;
+  void DrawSeparator(Bitmap& canvas) const;
+  void DrawBack(Bitmap& canvas, const TextLook& look) const;
+  void DrawItem(Bitmap& canvas, const TextLook& look) const;
+
+  MenuItem item;
+  std::shared_ptr<BITMAP> icon;  // null when there is none
+};
+
+// A list of menu entries: the keys pass over separators, and the numeric pad works without Num
+// Lock.
+class MenuList : public ListView {
+ public:
+  bool MsgChar(int code) override;
+  void MsgGotFocus() override;
+  void MsgLPress() override;
+
+  MenuEntry* GetEntry(int index) const;
+  // The entry that is current after the key that is being handled; -1 for none.
+  void SetPendingIndex(int index) { pendingIndex = index; }
+  // Makes the first entry that is no separator current.
+  void SelectFirstEntry();
+
+ private:
+  bool HandleKey(int code);
+  bool HandlePadKey(int scancode);
+  bool IsSeparatorAt(int index) const;
+
+  int pendingIndex = -1;
+};
+
+// A dialog with a title band around one child, which it borrows.
+class TitledPanel : public Dialog {
+ public:
+  // The child is a member of the derived class, which adds it once it is made.
+  explicit TitledPanel(Widget& childWidget);
+
+  void Draw(Bitmap& canvas) override;
+  bool MsgXChar(int code) override;
+  void MsgInitSkin() override;
+  void UpdateLayout() override;
+
+  void SetTitle(const char* text);
+
+ protected:
+  int TitleHeight() const;
+
+  Widget& child;
+  int horizontalMargin = 0;
+  int verticalMargin = 0;
+  FixedText<1024> title;
+};
+
+// The list of the menu. Tells its parent MSG_ITEM_CHOSEN.
+class MenuPanel final : public TitledPanel {
+ public:
+  MenuPanel();
+
+  void MsgStart() override;
+  void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override;
+
+  MenuList& List() { return *list; }
+  MenuEntry* CurrentEntry() const { return list->GetEntry(list->GetCurrent()); }
+  // After entries came or went.
+  void EntriesChanged() { listBox.ItemsChanged(); }
+
+ private:
+  explicit MenuPanel(std::unique_ptr<MenuList> menuList);
+
+  MenuList* list;  // owned by the list box
+  ListBox listBox;
+};
+
+// The explanation of the current entry.
+class HintPanel final : public TitledPanel {
+ public:
+  HintPanel();
+
+  void Draw(Bitmap& canvas) override;
+
+  // Shows an entry's hint, wrapped with a font; null shows none.
+  void ShowHint(const MenuEntry* entry, const Font& font);
+
+ private:
+  TextView view;
+};
+
+// A picture that is centred, or cut at its right and bottom where it is too large.
+class CenteredImage final : public Image {
+ public:
+  CenteredImage();
+  void Draw(Bitmap& canvas) override;
+  void ResetSource() { sourceX = sourceY = 0; }
+
+ private:
+  int sourceX = 0;
+  int sourceY = 0;
+};
+
+// The background of the screen.
+class WallpaperPanel final : public Dialog {
+ public:
+  WallpaperPanel();
+  // Shows a picture file; one that cannot be read leaves the plain background.
+  void SetPicture(const char* fileName);
+
+ private:
+  ClearScreen clearScreen;
+  CenteredImage image;
+};
+
+}  // namespace zel

@@ -1,0 +1,25 @@
+// What the parts of the launcher share.
+#pragma once
+
+#include <cstdint>
+
+#include "toolkit/core/text.h"
+#include "toolkit/skin/color.h"
+
+namespace zel {
+
+class MenuScreen;
+
+struct LauncherState {
+  Color backLineColor{200, 100, 100};   // of the entry that leads out of a submenu
+  char languageCode[3] = {};            // "de" from LANG=de_DE
+  MenuScreen* runningScreen = nullptr;  // while it runs
+  std::int32_t exitCode = 0;            // of the current item; what the process returns
+  FixedText<256> outputString;          // of the current item
+  bool mousePending = false;            // no mouse driver yet: its server was not running at start
+  FixedText<260> savedDirectory;        // the working directory at start
+};
+
+inline LauncherState launcherState;
+
+}  // namespace zel

@@ -1,0 +1,73 @@
+#include "launcher/texts.h"
+
+#include <libintl.h>
+
+#include <algorithm>
+#include <clocale>
+#include <iterator>
+
+#include "launcher/paths.h"
+
+namespace zel {
+
+const TextEntry TextTable[] = {
+    {174, "You must have root permissions to run this program"},
+    {1312, "Please wait"},
+    {1320, "&Cancel"},
+    {1513,
+     "The program can not start due to incorrect BIOS settings\n"
+     "or a lack of video memory on your computer. Please inform our\n"
+     "support team and we can help you.\n"
+     "If you are an experienced PC user, you can try by yourself to increase,\n"
+     "for example, the <Frame Buffer Size> setting in the <Video configuration>\n"
+     "part of your BIOS. It may help."},
+    {1515, "Back to the previous menu"},
+    {1516, "Waiting for services initialization..."},
+    {0xFFFFFFFF, ""},
+};
+
+namespace {
+
+constexpr const char* kDomain = "quillon";
+constexpr const char* kBrandDomain = "tevra";
+constexpr std::uint32_t kLastBrandId = 28;
+
+// A mark at the beginning of some texts that is never shown.
+constexpr char kMark = '\a';
+
+void OpenCatalogues() {
+  static bool open = false;
+  if (open) return;
+  open = true;
+  std::setlocale(LC_ALL, "");
+  bindtextdomain(kDomain, paths.catalogues);
+  bindtextdomain(kBrandDomain, paths.catalogues);
+}
+
+const char* Translate(const char* domain, const char* english) {
+  OpenCatalogues();
+  const char* text = dcgettext(domain, english, LC_MESSAGES);
+  while (*text == kMark) ++text;
+  return text;
+}
+
+const char* English(std::uint32_t id) {
+  const TextEntry* last = std::prev(std::end(TextTable));
+  const TextEntry* found = std::lower_bound(
+      std::begin(TextTable), last, id,
+      [](const TextEntry& entry, std::uint32_t wanted) { return entry.id < wanted; });
+  return found->id == id ? found->english : last->english;
+}
+
+}  // namespace
+
+const char* Text(std::uint32_t id) {
+  const char* english = English(id);
+  // The empty message id would give the catalogue's header.
+  if (*english == '\0') return english;
+  return Translate(id <= kLastBrandId ? kBrandDomain : kDomain, english);
+}
+
+const char* LanguageSuffix() { return Translate(kDomain, "en"); }
+
+}  // namespace zel
