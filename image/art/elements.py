@@ -1,0 +1,255 @@
+"""The 46 elements of the skin as SVG pictures.
+
+Each element is a list of frames on a grid; a frame is drawn by a small function that gets its drawing
+state (0 normal, 1 pressed or selected, 2 disabled, 3 focused). What is stretched over a widget is cut
+into edges and a tile, so everything but the edges of a frame has to repeat.
+"""
+
+from palette import (ACCENT, ACCENT_DARK, ACCENT_LIGHT, BACK, BUTTON, DARK, DISABLED, FACE, FOCUS, FONTFACE,
+                     GREY, LIGHT, SUNKEN, WHITE, css)
+
+NORMAL, PRESSED, OFF, FOCUSED = range(4)
+
+FILLS = {NORMAL: BUTTON, PRESSED: ACCENT, OFF: FACE, FOCUSED: FOCUS}
+EDGES = {NORMAL: DARK, PRESSED: ACCENT_DARK, OFF: GREY, FOCUSED: ACCENT}
+MARKS = {NORMAL: FONTFACE, PRESSED: WHITE, OFF: DISABLED, FOCUSED: ACCENT_DARK}
+
+
+def fill(w, h, color):
+    return f'<rect width="{w}" height="{h}" fill="{css(color)}"/>'
+
+
+def box(x, y, w, h, color, edge=None, radius=3.0):
+    """A rounded box whose one-pixel edge lies inside the given size."""
+    if edge is None:
+        return f'<rect x="{x}" y="{y}" width="{w}" height="{h}" rx="{radius}" fill="{css(color)}"/>'
+    return (f'<rect x="{x + .5}" y="{y + .5}" width="{w - 1}" height="{h - 1}" rx="{radius}" '
+            f'fill="{css(color)}" stroke="{css(edge)}"/>')
+
+
+def path(d, color, width=0.0):
+    if width:
+        return (f'<path d="{d}" fill="none" stroke="{css(color)}" stroke-width="{width}" '
+                'stroke-linecap="round" stroke-linejoin="round"/>')
+    return f'<path d="{d}" fill="{css(color)}"/>'
+
+
+def chevron(direction, cx, cy, color, r=4):
+    d = {"left": f"M{cx + r / 2} {cy - r}L{cx - r / 2} {cy}L{cx + r / 2} {cy + r}",
+         "right": f"M{cx - r / 2} {cy - r}L{cx + r / 2} {cy}L{cx - r / 2} {cy + r}",
+         "up": f"M{cx - r} {cy + r / 2}L{cx} {cy - r / 2}L{cx + r} {cy + r / 2}",
+         "down": f"M{cx - r} {cy - r / 2}L{cx} {cy + r / 2}L{cx + r} {cy - r / 2}"}[direction]
+    return path(d, color, 2)
+
+
+def button(state, w=24, h=26):
+    return fill(w, h, FACE) + box(0, 0, w, h, FILLS[state], EDGES[state])
+
+
+def arrow_button(direction):
+    def draw(state):
+        return (fill(18, 18, FACE) + box(0, 0, 18, 18, FILLS[state], EDGES[state], 2.5) +
+                chevron(direction, 9, 9, MARKS[state], 3.5))
+    return draw
+
+
+def check(state, checked):
+    fills = {NORMAL: SUNKEN, PRESSED: ACCENT_LIGHT, OFF: FACE, FOCUSED: FOCUS}
+    frame = fill(16, 16, FACE) + box(1, 1, 14, 14, fills[state], EDGES[state])
+    mark = DISABLED if state == OFF else ACCENT_DARK
+    return frame + (path("M4.5 8.5L7 11L11.5 5", mark, 2.2) if checked else "")
+
+
+def radio(state, checked):
+    fills = {NORMAL: SUNKEN, PRESSED: ACCENT_LIGHT, OFF: FACE, FOCUSED: FOCUS}
+    dot = DISABLED if state == OFF else ACCENT_DARK
+    frame = (fill(16, 16, FACE) + f'<circle cx="8" cy="8" r="6.5" fill="{css(fills[state])}" '
+             f'stroke="{css(EDGES[state])}"/>')
+    return frame + (f'<circle cx="8" cy="8" r="3.2" fill="{css(dot)}"/>' if checked else "")
+
+
+LIST_ROWS = (SUNKEN, ACCENT_LIGHT, SUNKEN, FOCUS, ACCENT, ACCENT, (240, 243, 247), GREY)
+
+
+def list_row(state):
+    row = fill(36, 26, SUNKEN if state < 6 else LIST_ROWS[6])
+    if state in (1, 3, 4, 5, 7):
+        row += box(0, 1, 36, 24, LIST_ROWS[state], None, 3)
+    return row
+
+
+def slider_back(vertical):
+    def draw(state):
+        groove = FACE if state == OFF else GREY
+        if vertical:
+            return fill(22, 24, FACE) + box(9, 0, 4, 24, groove, DARK, 2)
+        return fill(24, 22, FACE) + box(0, 9, 24, 4, groove, DARK, 2)
+    return draw
+
+
+def slider_grip(w, h):
+    return lambda state: box(0, 0, w, h, FILLS[state], EDGES[state], 3)
+
+
+def scroll_grip(w, h):
+    fills = {NORMAL: (178, 189, 206), PRESSED: ACCENT, OFF: GREY, FOCUSED: (110, 150, 202)}
+    return lambda state: fill(w, h, (236, 240, 245)) + box(2, 2, w - 4, h - 4, fills[state], None, 3)
+
+
+def overlay(state):
+    mark = WHITE if state in (PRESSED, FOCUSED) else (236, 240, 245)
+    return "".join(f'<rect x="5" y="{y}" width="8" height="1" fill="{css(mark)}"/>' for y in (5, 8, 11))
+
+
+def overlay_h(state):
+    mark = WHITE if state in (PRESSED, FOCUSED) else (236, 240, 245)
+    return "".join(f'<rect x="{x}" y="5" width="1" height="8" fill="{css(mark)}"/>' for x in (5, 8, 11))
+
+
+def window_icon(draw_mark):
+    fills = {NORMAL: ACCENT_DARK, PRESSED: FONTFACE, OFF: (150, 163, 182), FOCUSED: ACCENT_DARK}
+
+    def draw(state):
+        mark = (226, 231, 238) if state == OFF else WHITE
+        return box(0, 0, 16, 16, fills[state], None, 3) + draw_mark(mark)
+    return draw
+
+
+def menu_item(frame):
+    selected = frame in (1, 4, 6)
+    background = ACCENT if selected else FACE
+    mark = WHITE if selected else FONTFACE
+    row = fill(48, 20, FACE) + (box(1, 0, 46, 20, background, None, 3) if selected else "")
+    if frame == 2:
+        row += f'<rect x="4" y="9" width="40" height="1" fill="{css(DARK)}"/>'
+        row += f'<rect x="4" y="10" width="40" height="1" fill="{css(LIGHT)}"/>'
+    if frame in (3, 4):
+        row += chevron("right", 42, 10, mark, 3.5)
+    if frame in (5, 6):
+        row += path("M5 10.5L8 13.5L13 6.5", mark, 2)
+    return row
+
+
+def tab(frame):
+    face = FACE if frame == 1 else GREY
+    picture = box(0, 1, 24, 26, face, DARK, 3)
+    if frame != 1:
+        picture += f'<rect x="0" y="19" width="24" height="1" fill="{css(DARK)}"/>'
+    return picture
+
+
+def progress(frame, vertical):
+    w, h = (20, 24) if vertical else (24, 20)
+    if frame == 0:
+        return box(0, 0, w, h, SUNKEN, DARK, 3)
+    return box(2, 2, w - 4, h - 4, ACCENT, None, 2)
+
+
+def frame_strip(w, h, active, horizontal, first):
+    """A border of a window: its outer line, and the colour of the title bar or of the frame."""
+    color = ACCENT if active else (150, 163, 182)
+    picture = fill(w, h, color)
+    edge = ACCENT_DARK if active else (122, 134, 152)
+    x = y = 0
+    lw, lh = (w, 1) if horizontal else (1, h)
+    if not first:
+        x, y = (0, h - 1) if horizontal else (w - 1, 0)
+    return picture + f'<rect x="{x}" y="{y}" width="{lw}" height="{lh}" fill="{css(edge)}"/>'
+
+
+def panel(color, edge, radius=3.0, outside=FACE):
+    return lambda _: fill(64, 64, outside) + box(0, 0, 64, 64, color, edge, radius)
+
+
+def etched(first, second):
+    def draw(_):
+        return (f'<rect x="1.5" y="1.5" width="62" height="62" fill="none" stroke="{css(second)}"/>'
+                f'<rect x=".5" y=".5" width="62" height="62" fill="none" stroke="{css(first)}"/>')
+    return draw
+
+
+def bar(w, h, *colors):
+    step_x, step_y = (0, 1) if w > h else (1, 0)
+    lw, lh = (w, 1) if w > h else (1, h)
+    return "".join(f'<rect x="{i * step_x}" y="{i * step_y}" width="{lw}" height="{lh}" fill="{css(c)}"/>'
+                   for i, c in enumerate(colors))
+
+
+class Element:
+    """Frames of one size on a grid of columns and rows, and the tile of a frame.
+
+    `masked` elements are transparent where nothing is drawn.
+    """
+
+    def __init__(self, size, tile, draw, columns=1, rows=1, masked=False):
+        self.size, self.tile, self.draw = size, tile, draw
+        self.columns, self.rows, self.masked = columns, rows, masked
+
+    def svg(self):
+        w, h = self.size
+        frames = []
+        for row in range(self.rows):
+            for column in range(self.columns):
+                picture = self.draw(row * self.columns + column)
+                frames.append(f'<svg x="{column * w}" y="{row * h}" width="{w}" height="{h}">{picture}</svg>')
+        return (f'<svg xmlns="http://www.w3.org/2000/svg" width="{w * self.columns}" '
+                f'height="{h * self.rows}">{"".join(frames)}</svg>')
+
+
+def two_columns(draw):
+    return lambda i: draw(i // 2, i % 2 == 1)
+
+
+CLOSE = window_icon(lambda c: path("M5 5L11 11M11 5L5 11", c, 2))
+MAXIMISE = window_icon(lambda c: path("M4.5 5H11.5V11.5H4.5ZM4.5 6.5H11.5", c, 1.4))
+MINIMISE = window_icon(lambda c: path("M4.5 11H11.5", c, 2))
+RESTORE = window_icon(lambda c: path("M4.5 7H9.5V12H4.5ZM7 7V4.5H12V9.5H9.5", c, 1.4))
+
+ELEMENTS = {
+    "BOX": Element((64, 64), (56, 48), etched(DARK, LIGHT), masked=False),
+    "BOX_SHADDOW": Element((64, 64), (56, 56), lambda _: fill(64, 64, DARK) + box(0, 0, 62, 62, FACE, DARK, 0)),
+    "BUTTON": Element((24, 26), (12, 14), button, rows=4),
+    "CHECKBOX": Element((16, 16), (8, 8), two_columns(check), columns=2, rows=4, masked=True),
+    "CLEAR_BACK": Element((72, 72), (68, 68), lambda _: fill(72, 72, BACK)),
+    "COMBO_BUTTON": Element((18, 20), (18, 20), lambda s: chevron("down", 9, 10, MARKS[s]), rows=4, masked=True),
+    "HSLIDER_BACK": Element((24, 22), (16, 18), slider_back(False), rows=4),
+    "HSLIDER_GRIP": Element((11, 22), (11, 22), slider_grip(11, 22), rows=4, masked=True),
+    "ICONEXIT": Element((16, 16), (16, 16), CLOSE, rows=4, masked=True),
+    "ICONMAX": Element((16, 16), (16, 16), MAXIMISE, rows=4, masked=True),
+    "ICONMIN": Element((16, 16), (16, 16), MINIMISE, rows=4, masked=True),
+    "ICONRESTORE": Element((16, 16), (16, 16), RESTORE, rows=4, masked=True),
+    "LIST": Element((36, 26), (28, 14), list_row, rows=8),
+    "MENU_BACK": Element((64, 64), (56, 56), panel(FACE, DARK)),
+    "MENU_BUTTON": Element((18, 20), (10, 12), lambda f: fill(18, 20, ACCENT_LIGHT if f else FACE), rows=2),
+    "MENU_ITEM": Element((48, 20), (16, 16), menu_item, rows=7),
+    "PANEL_GROOVE": Element((64, 64), (56, 56), etched(DARK, LIGHT)),
+    "PANEL_RAISED": Element((64, 64), (56, 56), panel(FACE, DARK)),
+    "PANEL_RIDGE": Element((64, 64), (62, 62), etched(LIGHT, DARK)),
+    "PANEL_SUNKEN": Element((64, 64), (56, 56), panel(SUNKEN, DARK)),
+    "PROGRESSH": Element((24, 20), (12, 12), lambda f: progress(f, False), rows=2, masked=True),
+    "PROGRESSV": Element((20, 24), (12, 12), lambda f: progress(f, True), columns=2, masked=True),
+    "RADIO": Element((16, 16), (8, 8), two_columns(radio), columns=2, rows=4, masked=True),
+    "SCROLL_DOWN": Element((18, 18), (10, 10), arrow_button("down"), rows=4),
+    "SCROLL_HBACK": Element((24, 18), (12, 10), lambda _: fill(24, 18, (236, 240, 245)), rows=4),
+    "SCROLL_HGRIP": Element((36, 18), (12, 6), scroll_grip(36, 18), rows=4),
+    "SCROLL_HGRIPOVERLAY": Element((18, 18), (12, 12), overlay_h, rows=4, masked=True),
+    "SCROLL_LEFT": Element((18, 18), (10, 10), arrow_button("left"), rows=4),
+    "SCROLL_RIGHT": Element((18, 18), (10, 10), arrow_button("right"), rows=4),
+    "SCROLL_UP": Element((18, 18), (10, 10), arrow_button("up"), rows=4),
+    "SCROLL_VBACK": Element((18, 24), (10, 12), lambda _: fill(18, 24, (236, 240, 245)), rows=4),
+    "SCROLL_VGRIP": Element((18, 36), (6, 12), scroll_grip(18, 36), rows=4),
+    "SCROLL_VGRIPOVERLAY": Element((18, 18), (12, 12), overlay, rows=4, masked=True),
+    "SEPARATORH": Element((12, 2), (8, 2), lambda _: bar(12, 2, DARK, LIGHT)),
+    "SEPARATORV": Element((2, 12), (2, 8), lambda _: bar(2, 12, DARK, LIGHT)),
+    "TAB_BUTTON": Element((24, 20), (12, 12), tab, rows=4, masked=True),
+    "TAB_WINDOW": Element((64, 64), (56, 56), panel(FACE, DARK)),
+    "VSLIDER_BACK": Element((22, 24), (18, 16), slider_back(True), columns=4),
+    "VSLIDER_GRIP": Element((22, 11), (22, 11), slider_grip(22, 11), columns=4, masked=True),
+    "WINBOTTOM": Element((30, 4), (14, 4), lambda f: frame_strip(30, 4, f == 0, True, False), rows=2),
+    "WINDOW": Element((30, 30), (14, 14), lambda _: fill(30, 30, FACE)),
+    "WINGRIP": Element((30, 22), (14, 22), lambda f: fill(30, 22, ACCENT if f == 0 else (150, 163, 182)), rows=2),
+    "WINLEFT": Element((4, 60), (4, 28), lambda f: frame_strip(4, 60, f == 0, False, True), columns=2),
+    "WINRIGHT": Element((4, 60), (4, 28), lambda f: frame_strip(4, 60, f == 0, False, False), columns=2),
+    "WINTEXT": Element((12, 24), (4, 24), lambda _: "", rows=2, masked=True),
+    "WINTOP": Element((30, 4), (14, 4), lambda f: frame_strip(30, 4, f == 0, True, True), rows=2),
+}

@@ -1,0 +1,21 @@
+"""The colours of the skin, in one place: the pictures and the skin description use the same."""
+
+FACE = (226, 231, 238)
+FONTFACE = (24, 32, 44)
+LIGHT = (250, 251, 253)  # "shad1"
+DARK = (160, 171, 188)  # "shad2"
+SUNKEN = (251, 252, 254)
+BACK = (20, 34, 50)
+ACCENT = (31, 95, 168)
+ACCENT_DARK = (22, 72, 132)
+ACCENT_LIGHT = (196, 216, 241)
+FOCUS = (210, 226, 246)
+DISABLED = (142, 150, 162)
+BUTTON = (241, 244, 248)
+GREY = (206, 212, 222)
+WHITE = (255, 255, 255)
+MASK = (255, 0, 255)
+
+
+def css(color):
+    return "#%02x%02x%02x" % color
