@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "toolkit/core/geometry.h"
 #include "toolkit/skin/font.h"
 #include "toolkit/skin/glyph_painter.h"
 
@@ -21,10 +22,12 @@ constexpr int kGrayLevels = 256;
 
 // The search for a size ends here; no line on a screen is taller.
 constexpr int kLargestSize = 4096;
+// Pixels of a glyph; more of them is damage, and drawing them would take seconds.
+constexpr std::int64_t kLargestGlyph = 1 << 26;
 
 int LineHeight(FT_Face face) {
   const FT_Size_Metrics& metrics = face->size->metrics;
-  return static_cast<int>((metrics.ascender >> kSubpixelBits) +
+  return static_cast<int>(std::labs(metrics.ascender >> kSubpixelBits) +
                           std::labs(metrics.descender >> kSubpixelBits));
 }
 
@@ -66,6 +69,12 @@ void CopyGray(const FT_Bitmap& bitmap, GlyphImage& image) {
   }
 }
 
+bool IsDrawable(const FT_Glyph_Metrics& metrics) {
+  const std::int64_t width = metrics.width >> kSubpixelBits;
+  const std::int64_t height = metrics.height >> kSubpixelBits;
+  return width * height <= kLargestGlyph;
+}
+
 // Makes two-tone pixels of coverage and the other way round, for faces that come with their
 // pictures.
 void Convert(GlyphImage& image, FT_Render_Mode mode, bool isMono) {
@@ -80,7 +89,7 @@ void Convert(GlyphImage& image, FT_Render_Mode mode, bool isMono) {
 std::unique_ptr<GlyphImage> Render(FT_Face face, unsigned index, FT_Render_Mode mode) {
   auto image = std::make_unique<GlyphImage>();
   if (FT_Load_Glyph(face, index, FT_LOAD_DEFAULT) != 0) return image;
-  if (FT_Render_Glyph(face->glyph, mode) != 0) return image;
+  if (!IsDrawable(face->glyph->metrics) || FT_Render_Glyph(face->glyph, mode) != 0) return image;
   const FT_Bitmap& bitmap = face->glyph->bitmap;
   const bool isMono = bitmap.pixel_mode == FT_PIXEL_MODE_MONO;
   if (!isMono && bitmap.pixel_mode != FT_PIXEL_MODE_GRAY) return image;
@@ -99,14 +108,22 @@ std::unique_ptr<GlyphImage> Render(FT_Face face, unsigned index, FT_Render_Mode 
   return image;
 }
 
-unsigned GlyphIndex(FT_Face face, int character) {
+unsigned LookUpIndex(FT_Face face, int character) {
   return face->charmap ? FT_Get_Char_Index(face, static_cast<FT_ULong>(character))
                        : static_cast<unsigned>(character);
 }
 
+unsigned GlyphIndex(EngineFont& face, int character) {
+  if (character < 0 || character >= EngineFont::kQuickCharacters)
+    return LookUpIndex(face.ftFace, character);
+  unsigned& index = face.quickIndices[static_cast<std::size_t>(character)];
+  if (index == EngineFont::kUnknownGlyph) index = LookUpIndex(face.ftFace, character);
+  return index;
+}
+
 // The glyph of a character with its advance; null when the face has none.
 Glyph* GetGlyph(EngineFont& face, int character, unsigned* index) {
-  *index = GlyphIndex(face.ftFace, character);
+  *index = GlyphIndex(face, character);
   Glyph* glyph = face.glyphs.At(*index);
   if (!glyph || glyph->cached) return glyph;
   glyph->cached = true;
@@ -130,13 +147,17 @@ int LeftEnd(EngineFont& face, const char* text, int x, int align) {
   return x;
 }
 
+void FillBehind(BITMAP* target, const Rect& line) {
+  if (line.w > 0 && line.h > 0)
+    rectfill(target, line.x, line.y, line.Right() - 1, line.Bottom() - 1, textBackground);
+}
+
 void DrawLine(BITMAP* target, EngineFont& face, const char* text, int x, int y, Color color,
               int align, bool antialiased) {
   if (!target || target->cr <= target->cl) return;
   x = LeftEnd(face, text, x, align);
   if (y >= target->cb || y + face.size <= target->ct || x >= target->cr) return;
-  if (textBackground.IsSet())
-    rectfill(target, x, y, x + EngineTextLength(face, text) - 1, y + face.size - 1, textBackground);
+  if (textBackground.IsSet()) FillBehind(target, {x, y, EngineTextLength(face, text), face.size});
   const GlyphPainter painter{target, color, textBackground, antialiased};
   for (const char* position = text; *position != '\0';) {
     const int character = ugetxc(&position);
@@ -183,6 +204,7 @@ std::unique_ptr<EngineFont> EngineLoad(FontBytes bytes) {
   if (!library || !bytes || bytes->empty()) return nullptr;
   auto face = std::make_unique<EngineFont>();
   face->data = std::move(bytes);
+  face->dataSize = static_cast<int>(face->data->size());
   if (FT_New_Memory_Face(library, face->data->data(), static_cast<FT_Long>(face->data->size()), 0,
                          &face->ftFace) != 0) {
     face->ftFace = nullptr;
@@ -197,6 +219,7 @@ std::unique_ptr<EngineFont> EngineLoad(FontBytes bytes) {
     if (!face->fixedSizes.empty()) initialSize = face->fixedSizes.front();
   }
   face->fixedSizes.push_back(-1);
+  face->quickIndices.assign(EngineFont::kQuickCharacters, EngineFont::kUnknownGlyph);
   face->glyphs.Resize(static_cast<std::size_t>(std::max<FT_Long>(0, opened->num_glyphs)));
   EngineSetSize(*face, initialSize);
   return face;

@@ -58,10 +58,16 @@ class EngineFont {
   int pixelSize = 0;  // FreeType's size for it
   int ascent = 0;     // pixels at pixelSize
   FontBytes data;
+  int dataSize = 0;     // bytes of it
   int spacing = 0;      // extra pixels after every advance, 0..4096
   int fixedCount = -1;  // fixed sizes of a bitmap face; -1 for a scalable one
   GlyphCache glyphs;
   std::vector<int> fixedSizes;  // ended by -1
+
+  // The glyph indices of the first characters; kUnknownGlyph until asked for.
+  static constexpr unsigned kUnknownGlyph = ~0u;
+  static constexpr int kQuickCharacters = 256;
+  std::vector<unsigned> quickIndices;
 };
 
 // Starts and stops FreeType. EngineInit answers false when it cannot be started.

@@ -115,13 +115,11 @@ int Font::WrapCount(const char* text, int width, int* lineWidth) const {
       if (c == '\n') takenBytes = position + 1;
       if (ends) break;
     }
-    const std::string character = CutToChars(text + position, 1);
+    const char* next = text + position;
+    ugetxc(&next);
+    const std::string character{text + position, next};
     pendingWidth += TextLength(character.c_str());
-    // A damaged character stands for its bytes; never step over the end.
-    const int announced = uwidth(text + position);
-    int bytes = 1;
-    while (bytes < announced && text[position + bytes] != '\0') ++bytes;
-    position += bytes;
+    position = static_cast<int>(next - text);
   }
   *lineWidth = takenWidth;
   return takenBytes;

@@ -10,22 +10,35 @@ namespace {
 constexpr int kFull = 255;
 constexpr int kHalf = 128;
 
-// The arithmetic of Allegro's trans blenders (its manual, set_trans_blender), pixel by pixel
-// without a call: `n` is the coverage, 1 to 254.
+// The arithmetic of Allegro's trans blenders (its manual, set_trans_blender) for a row of pixels.
+// With it no coverage leaves a pixel as it is and full coverage gives the colour, so there is
+// nothing to branch on.
 template <std::uint32_t kSpread>
-std::uint16_t BlendHigh(std::uint32_t color, std::uint32_t below, unsigned n) {
+void BlendHighRow(std::uint16_t* row, const std::uint8_t* coverage, int count,
+                  std::uint32_t color) {
   const std::uint32_t x = ((color & 0xFFFF) | (color << 16)) & kSpread;
-  const std::uint32_t y = ((below & 0xFFFF) | (below << 16)) & kSpread;
-  const std::uint32_t mixed = ((x - y) * ((n + 1) / 8) / 32 + y) & kSpread;
-  return static_cast<std::uint16_t>((mixed & 0xFFFF) | (mixed >> 16));
+  for (int i = 0; i < count; ++i) {
+    const std::uint32_t y = (row[i] | (static_cast<std::uint32_t>(row[i]) << 16)) & kSpread;
+    const std::uint32_t n = (coverage[i] + 1u) / 8;
+    const std::uint32_t mixed = ((x - y) * n / 32 + y) & kSpread;
+    row[i] = static_cast<std::uint16_t>(mixed | (mixed >> 16));
+  }
 }
 
-std::uint32_t BlendTrue(std::uint32_t color, std::uint32_t below, unsigned n) {
-  ++n;
-  const std::uint32_t redBlue =
-      (((color & 0xFF00FF) - (below & 0xFF00FF)) * n / 256 + below) & 0xFF00FF;
-  const std::uint32_t green = (((color & 0xFF00) - (below & 0xFF00)) * n / 256 + (below & 0xFF00));
-  return redBlue | (green & 0xFF00);
+// Likewise, but blending takes away what is above the colour components, which pixels without or
+// with full coverage keep.
+void BlendTrueRow(std::uint32_t* row, const std::uint8_t* coverage, int count,
+                  std::uint32_t color) {
+  const std::uint32_t redBlue = color & 0xFF00FF, green = color & 0xFF00;
+  for (int i = 0; i < count; ++i) {
+    const std::uint32_t below = row[i];
+    const std::uint32_t n = coverage[i] + (coverage[i] != 0 ? 1u : 0u);
+    const std::uint32_t mixedRedBlue = (redBlue - (below & 0xFF00FF)) * n / 256 + below;
+    const std::uint32_t mixedGreen = (green - (below & 0xFF00)) * n / 256 + (below & 0xFF00);
+    const std::uint32_t mixed = (mixedRedBlue & 0xFF00FF) | (mixedGreen & 0xFF00);
+    const std::uint32_t ends = coverage[i] == 0 ? below : color;
+    row[i] = coverage[i] == 0 || coverage[i] == kFull ? ends : mixed;
+  }
 }
 
 // The entry of a ramp between two components.
@@ -99,35 +112,18 @@ void GlyphPainter::PaintThroughAllegro(const Span& span) const {
 }
 
 void GlyphPainter::Blend15(const Span& span) const {
-  auto* row = reinterpret_cast<std::uint16_t*>(target_->line[span.y]) + span.x;
-  const auto color = static_cast<std::uint32_t>(static_cast<int>(color_));
-  for (int i = 0; i < span.count; ++i) {
-    const unsigned k = span.coverage[i];
-    if (k == 0) continue;
-    row[i] =
-        k == kFull ? static_cast<std::uint16_t>(color) : BlendHigh<0x3E07C1F>(color, row[i], k);
-  }
+  BlendHighRow<0x3E07C1F>(reinterpret_cast<std::uint16_t*>(target_->line[span.y]) + span.x,
+                          span.coverage, span.count, static_cast<std::uint32_t>(int{color_}));
 }
 
 void GlyphPainter::Blend16(const Span& span) const {
-  auto* row = reinterpret_cast<std::uint16_t*>(target_->line[span.y]) + span.x;
-  const auto color = static_cast<std::uint32_t>(static_cast<int>(color_));
-  for (int i = 0; i < span.count; ++i) {
-    const unsigned k = span.coverage[i];
-    if (k == 0) continue;
-    row[i] =
-        k == kFull ? static_cast<std::uint16_t>(color) : BlendHigh<0x7E0F81F>(color, row[i], k);
-  }
+  BlendHighRow<0x7E0F81F>(reinterpret_cast<std::uint16_t*>(target_->line[span.y]) + span.x,
+                          span.coverage, span.count, static_cast<std::uint32_t>(int{color_}));
 }
 
 void GlyphPainter::Blend32(const Span& span) const {
-  auto* row = reinterpret_cast<std::uint32_t*>(target_->line[span.y]) + span.x;
-  const auto color = static_cast<std::uint32_t>(static_cast<int>(color_));
-  for (int i = 0; i < span.count; ++i) {
-    const unsigned k = span.coverage[i];
-    if (k == 0) continue;
-    row[i] = k == kFull ? color : BlendTrue(color, row[i], k);
-  }
+  BlendTrueRow(reinterpret_cast<std::uint32_t*>(target_->line[span.y]) + span.x, span.coverage,
+               span.count, static_cast<std::uint32_t>(int{color_}));
 }
 
 }  // namespace zel
