@@ -65,7 +65,7 @@ Color ParseColor(const char* text) {
 
 // A key in the interface language: "Title.de" where there is one, else "Title".
 std::string Translated(const SectionFile& file, const char* key, bool translates) {
-  const std::string plain = file.GetText(key);
+  std::string plain = file.GetText(key);
   if (!translates) return plain;
   return file.GetText((std::string{key} + "." + LanguageSuffix()).c_str(), plain.c_str());
 }

@@ -214,7 +214,20 @@ void CenteredImage::Draw(Bitmap& canvas) {
   bitmap.blit(canvas.GetBitmap(), sourceX, sourceY, left, top, w(), h());
 }
 
+void CenteredImage::UpdateOpacity() { SetOpaque(bitmap.Width() >= w() && bitmap.Height() >= h()); }
+
+void CenteredImage::MsgResize() {
+  Image::MsgResize();
+  UpdateOpacity();
+}
+
+void CenteredImage::MsgShape() {
+  Image::MsgShape();
+  UpdateOpacity();
+}
+
 WallpaperPanel::WallpaperPanel() {
+  SetOpaque(true);
   Add(&clearScreen);
   Add(&image);
 }

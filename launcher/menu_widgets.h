@@ -134,9 +134,13 @@ class CenteredImage final : public Image {
  public:
   CenteredImage();
   void Draw(Bitmap& canvas) override;
+  void MsgResize() override;
+  void MsgShape() override;
   void ResetSource() { sourceX = sourceY = 0; }
 
  private:
+  void UpdateOpacity();
+
   int sourceX = 0;
   int sourceY = 0;
 };

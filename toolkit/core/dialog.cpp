@@ -251,8 +251,31 @@ SubCanvas Dialog::GetCanvas(const Widget* widget) {
 
 void Dialog::MsgDraw() {
   Widget::MsgDraw();
-  for (Widget* child : children)
-    if (!child->Hidden()) child->SendMessage(MSG_DRAW);
+  for (std::size_t i = 0; i < children.size(); ++i) {
+    if (children[i]->Hidden()) continue;
+    if (IsCovered(i))
+      ForgetDirty(children[i]);
+    else
+      children[i]->SendMessage(MSG_DRAW);
+  }
+}
+
+// What does not show need not be drawn later either: whatever uncovers it redraws it.
+void Dialog::ForgetDirty(Widget* widget) {
+  widget->ClearFlag(kFlagDirty);
+  if (Dialog* dialog = AsDialog(widget))
+    for (Widget* child : dialog->children) ForgetDirty(child);
+}
+
+// Nothing of the child shows: another one that paints its whole area lies above it.
+bool Dialog::IsCovered(std::size_t index) const {
+  const Rect& area = children[index]->Bounds();
+  return std::any_of(children.begin() + static_cast<std::ptrdiff_t>(index) + 1, children.end(),
+                     [&area](const Widget* above) {
+                       const Rect& cover = above->Bounds();
+                       return above->IsOpaque() && cover.x <= area.x && cover.y <= area.y &&
+                              cover.Right() >= area.Right() && cover.Bottom() >= area.Bottom();
+                     });
 }
 
 void Dialog::RedrawBehind(const Widget* child, const Rect& part) {
@@ -292,8 +315,13 @@ void Dialog::DrawTree(bool redrawsAll) {
     MsgDraw();
     ClearFlag(kFlagDirty);
   }
-  for (Widget* child : children) {
+  for (std::size_t i = 0; i < children.size(); ++i) {
+    Widget* child = children[i];
     if (child->Hidden()) continue;
+    if (IsCovered(i)) {
+      ForgetDirty(child);
+      continue;
+    }
     const bool draws = redrawsAll || child->Dirty();
     if (draws) {
       child->SendMessage(MSG_DRAW);

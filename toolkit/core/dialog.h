@@ -164,6 +164,8 @@ class Dialog : public Widget {
   CanvasBase FindCanvasBase(bool ownDrawing);
   void SendToChildren(int msg, int arg = 0);
   void DrawTree(bool redrawsAll);
+  bool IsCovered(std::size_t index) const;
+  static void ForgetDirty(Widget* widget);
   void MarkCovering(Widget* changed);
   void MarkCovering(const Widget* changed, const Rect& area);
   void StartRoot();

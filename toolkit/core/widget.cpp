@@ -309,6 +309,10 @@ void Widget::RedrawPart(const Rect& part) {
   SetFlag(kFlagDirty);
 }
 
+bool Widget::IsOpaque() const {
+  return opaque_ && !Hidden() && !TestFlag(kFlagStartAnimation) && !animator->Running();
+}
+
 void Widget::RedrawArea(const Rect& area) {
   if (!Overlaps(area)) return;
   if (IsContainer()) {

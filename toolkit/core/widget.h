@@ -188,6 +188,8 @@ class Widget : public Rect {
   // Widgets are numbered as they are made; Tab follows the numbers.
   unsigned CreationOrder() const { return creationOrder_; }
   const Rect& PercentGeometry() const { return relGeom; }
+  // True while the widget paints every pixel of its area: what lies under it need not be drawn.
+  bool IsOpaque() const;
 
  protected:
   // Tells the parent, if there is one.
@@ -200,6 +202,7 @@ class Widget : public Rect {
   void ChangeFlag(std::uint32_t mask, bool set);
   void ApplyPercentPosition();
   void ApplyPercentSize();
+  void SetOpaque(bool paintsAll) { opaque_ = paintsAll; }
 
   std::uint32_t flags = 0;
   int key = 0;  // shortcut: a character, or a scan code times 256
@@ -222,6 +225,7 @@ class Widget : public Rect {
   void PaintParts(Bitmap& canvas);
 
   std::vector<Rect> dirtyParts_;
+  bool opaque_ = false;
   unsigned creationOrder_;
 };
 

@@ -43,6 +43,8 @@ class ShadowBox : public Panel {
 // Fills its whole parent with one colour, that of the skin's "back" unless it is told otherwise.
 class ClearScreen : public Widget {
  public:
+  ClearScreen() { SetOpaque(true); }
+
   void MsgStart() override;
   void Draw(Bitmap& canvas) override;
   void MsgInitSkin() override;
