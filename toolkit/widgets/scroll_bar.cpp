@@ -261,7 +261,8 @@ double ScrollBar::DraggedValue() const {
   const int gripLength = IsHorizontal() ? grip.w() : grip.h();
   const int trackLength = IsHorizontal() ? track.w() : track.h();
   if (trackLength <= gripLength) return min;
-  return (at - gripLength / 2 - ArrowExtents().less) * (max - min) / (trackLength - gripLength);
+  const int gripStart = at - gripLength / 2 - ArrowExtents().less;
+  return gripStart * (max - min) / (trackLength - gripLength);
 }
 
 void ScrollBar::ScrollByKeyOrDrag(int scancode) {

@@ -58,8 +58,8 @@ void Tooltip::Draw(Bitmap& canvas) {
   const char* shown = text ? text->c_str() : kNoText;
   canvas.clear_to_color(backColor);
   canvas.rect(0, 0, w() - 1, h() - 1, borderColor);
-  font.MultilineTextout(canvas, shown, GetFontColor(kNormal), GetShadowColor(kNormal), Color{},
-                        0, (h() - font.MultilineHeight(shown, w())) / 2, w(), kAlignCentre);
+  font.MultilineTextout(canvas, shown, GetFontColor(kNormal), GetShadowColor(kNormal), Color{}, 0,
+                        (h() - font.MultilineHeight(shown, w())) / 2, w(), kAlignCentre);
 }
 
 void Tooltip::FitText() {
