@@ -49,7 +49,7 @@ def build_datafile(target, pictures):
     for name, bmp, properties in pictures:
         kept = [f"-s-{key}" for key in properties]
         values = [f"{key}={value}" for key, value in properties.items()]
-        run("dat", "-a", "-k", "-c2", "-s1", *kept, "-t", "BMP", "-bpp", "24", f"NAME={name}", *values, target.resolve(),
+        run("dat", "-a", "-k", "-c0", "-s1", *kept, "-t", "BMP", "-bpp", "24", f"NAME={name}", *values, target.resolve(),
             bmp.name, directory=bmp.parent)
 
 

@@ -71,10 +71,14 @@ def radio(state, checked):
 LIST_ROWS = (SUNKEN, ACCENT_LIGHT, SUNKEN, FOCUS, ACCENT, ACCENT, (240, 243, 247), GREY)
 
 
+# Wide tiles dress a wide widget with few copies.
+WIDE = 256
+
+
 def list_row(state):
-    row = fill(36, 26, SUNKEN if state < 6 else LIST_ROWS[6])
+    row = fill(WIDE, 26, SUNKEN if state < 6 else LIST_ROWS[6])
     if state in (1, 3, 4, 5, 7):
-        row += box(0, 1, 36, 24, LIST_ROWS[state], None, 3)
+        row += box(0, 1, WIDE, 24, LIST_ROWS[state], None, 3)
     return row
 
 
@@ -158,7 +162,7 @@ def frame_strip(w, h, active, horizontal, first):
 
 
 def panel(color, edge, radius=3.0, outside=FACE):
-    return lambda _: fill(64, 64, outside) + box(0, 0, 64, 64, color, edge, radius)
+    return lambda _: fill(WIDE, 64, outside) + box(0, 0, WIDE, 64, color, edge, radius)
 
 
 def etched(first, second):
@@ -218,14 +222,14 @@ ELEMENTS = {
     "ICONMAX": Element((16, 16), (16, 16), MAXIMISE, rows=4, masked=True),
     "ICONMIN": Element((16, 16), (16, 16), MINIMISE, rows=4, masked=True),
     "ICONRESTORE": Element((16, 16), (16, 16), RESTORE, rows=4, masked=True),
-    "LIST": Element((36, 26), (28, 14), list_row, rows=8),
-    "MENU_BACK": Element((64, 64), (56, 56), panel(FACE, DARK)),
+    "LIST": Element((WIDE, 26), (WIDE - 8, 14), list_row, rows=8),
+    "MENU_BACK": Element((WIDE, 64), (WIDE - 8, 56), panel(FACE, DARK)),
     "MENU_BUTTON": Element((18, 20), (10, 12), lambda f: fill(18, 20, ACCENT_LIGHT if f else FACE), rows=2),
     "MENU_ITEM": Element((48, 20), (16, 16), menu_item, rows=7),
     "PANEL_GROOVE": Element((64, 64), (56, 56), etched(DARK, LIGHT)),
-    "PANEL_RAISED": Element((64, 64), (56, 56), panel(FACE, DARK)),
+    "PANEL_RAISED": Element((WIDE, 64), (WIDE - 8, 56), panel(FACE, DARK)),
     "PANEL_RIDGE": Element((64, 64), (62, 62), etched(LIGHT, DARK)),
-    "PANEL_SUNKEN": Element((64, 64), (56, 56), panel(SUNKEN, DARK)),
+    "PANEL_SUNKEN": Element((WIDE, 64), (WIDE - 8, 56), panel(SUNKEN, DARK)),
     "PROGRESSH": Element((24, 20), (12, 12), lambda f: progress(f, False), rows=2, masked=True),
     "PROGRESSV": Element((20, 24), (12, 12), lambda f: progress(f, True), columns=2, masked=True),
     "RADIO": Element((16, 16), (8, 8), two_columns(radio), columns=2, rows=4, masked=True),
@@ -242,7 +246,7 @@ ELEMENTS = {
     "SEPARATORH": Element((12, 2), (8, 2), lambda _: bar(12, 2, DARK, LIGHT)),
     "SEPARATORV": Element((2, 12), (2, 8), lambda _: bar(2, 12, DARK, LIGHT)),
     "TAB_BUTTON": Element((24, 20), (12, 12), tab, rows=4, masked=True),
-    "TAB_WINDOW": Element((64, 64), (56, 56), panel(FACE, DARK)),
+    "TAB_WINDOW": Element((WIDE, 64), (WIDE - 8, 56), panel(FACE, DARK)),
     "VSLIDER_BACK": Element((22, 24), (18, 16), slider_back(True), columns=4),
     "VSLIDER_GRIP": Element((22, 11), (22, 11), slider_grip(22, 11), columns=4, masked=True),
     "WINBOTTOM": Element((30, 4), (14, 4), lambda f: frame_strip(30, 4, f == 0, True, False), rows=2),

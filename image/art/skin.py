@@ -14,8 +14,7 @@ TEXT_COLORS = {
 }
 PLAIN = (palette.FONTFACE, palette.FONTFACE, palette.DISABLED, palette.FONTFACE)
 
-FONTS = (("DejaVuSans.ttf", 18), ("DejaVuSans-Bold.ttf", 18), ("DejaVuSans.ttf", 15), ("DejaVuSans-Bold.ttf", 15),
-         ("DejaVuSans.ttf", 24), ("DejaVuSans-Bold.ttf", 24))
+FONTS = (("DejaVuSans.ttf", 18), ("DejaVuSans-Bold.ttf", 18), ("DejaVuSans-Bold.ttf", 24))
 BOLD = 1
 
 
