@@ -1,0 +1,43 @@
+# The front door: each target does all of its set-up.
+#
+#   make run      show the launcher with the menu of data/ (CONFIG=DIR for another menu)
+#   make test     build everything and run all tests
+#   make check    look for faults with clang-format, cppcheck, clang-tidy and sanitizers
+#   make bench    run the benchmarks
+#   make build    build the launcher, build/bin/zel
+#   make install  put it to /usr/sbin and its data to /etc/zel, below DESTDIR
+#   make clean    remove everything that was built
+
+CONFIG ?= data
+
+.PHONY: run test check bench build install clean setup configure
+
+build: configure
+	cmake --build --preset release --target zel
+
+run: build
+	tools/run $(CONFIG)
+
+test: configure
+	cmake --build --preset release
+	ctest --preset release
+
+bench: configure
+	cmake --build --preset release --target zel zel_baseline zel_bench
+	bench/report
+
+check:
+	tools/setup --check
+	tools/check
+
+install: build
+	DESTDIR="$(DESTDIR)" cmake --install build
+
+clean:
+	rm -rf build build-*
+
+configure: setup
+	@cmake --preset release >/dev/null
+
+setup:
+	@tools/setup
