@@ -1,0 +1,352 @@
+#!/usr/bin/env python3
+"""What scripts that start the launcher rely on: exit status, result files, start and refusal."""
+
+import os
+import time
+import unittest
+
+from harness import ROOT, Display, Launcher, need_sandbox, wait_until
+
+SETTINGS = """[Toolkit]
+screenWidth = 800
+screenHeight = 600
+colorDepth = 16
+fullscreen = {fullscreen}
+skinPath = default
+"""
+
+MENU_LEFT, MENU_TOP = 100, 100
+SECOND_ENTRY = MENU_LEFT + 60, MENU_TOP + 20  # a point on it, in the built-in look
+NOWHERE = 700, 500                            # a point outside of all panels
+
+NO_GRAPHICS = """\
+The program can not start due to incorrect BIOS settings
+or a lack of video memory on your computer. Please inform our
+support team and we can help you.
+If you are an experienced PC user, you can try by yourself to increase,
+for example, the <Frame Buffer Size> setting in the <Video configuration>
+part of your BIOS. It may help.
+"""
+
+
+def menu(*entries):
+    """A menu file; an entry is a dictionary of keys."""
+    lines = ["[MENU_CONFIGURATION]", f"LinesNumber = {len(entries)}",
+             f"MenuLeft = {MENU_LEFT}", f"MenuTop = {MENU_TOP}",
+             "HintLeft = 413", "HintTop = 100"]
+    for number, entry in enumerate(entries, 1):
+        lines.append(f"[LINE{number}]")
+        lines += [f"{key} = {value}" for key, value in entry.items()]
+    return "\n".join(lines) + "\n"
+
+
+def action(title, code, text):
+    return {"Title": title, "ExCode": code, "ExString": text}
+
+
+MAIN = menu(
+    action("First", 11, "first"),
+    action("Second", 12, "second --with=\"two words\""),
+    action("Nothing", 0, "nothing"),
+    {"Title": "Beyond", "ExCode": 256 + 14},
+    {"Title": "More", "Submenu": "more.cfg"},
+)
+MORE = menu(
+    action("Inner first", 21, "inner first"),
+    action("Inner second", 22, "inner second"),
+    action("Inner nothing", 0, "inner nothing"),
+)
+
+
+def config(fullscreen=1, **changes):
+    files = {"zel.cfg": SETTINGS.format(fullscreen=fullscreen), "menu.cfg": MAIN, "more.cfg": MORE}
+    return files | {name.replace("_", "."): text for name, text in changes.items()}
+
+
+class LauncherTest(unittest.TestCase):
+    """A screen for all tests of a class, a launcher for each."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.display = Display()
+        cls.addClassCleanup(cls.display.stop)
+
+    def launcher(self, files=None):
+        launcher = Launcher(self.display, files or config())
+        self.addCleanup(launcher.stop)
+        return launcher
+
+    def expect(self, launcher, status, output, position):
+        """The launcher ends by itself and leaves exactly this."""
+        self.assertEqual(launcher.wait(), status)
+        self.assertEqual(launcher.output(), output)
+        self.assertEqual(launcher.position(), position)
+        self.assertEqual(launcher.stderr(), "")
+
+
+class ChoiceTest(LauncherTest):
+
+    def test_a_choice_is_reported_by_status_output_and_position(self):
+        launcher = self.launcher()
+        launcher.start()
+        launcher.press("Down", "Return")
+        self.expect(launcher, 12, "second --with=\"two words\"\n", "1")
+
+    def test_a_choice_in_a_submenu_reports_the_way_there(self):
+        launcher = self.launcher()
+        launcher.start()
+        launcher.press("End")
+        launcher.press_and_see("Return")
+        launcher.press("Down", "Down", "Return")
+        self.expect(launcher, 22, "inner second\n", "4,2")
+
+    def test_the_back_entry_returns_to_the_remembered_entry(self):
+        launcher = self.launcher()
+        launcher.start()
+        opened = launcher.press_and_see("End")
+        launcher.press_and_see("Return")
+        self.assertEqual(launcher.press_and_see("Return"), opened)
+        launcher.press("Up", "Return")
+        self.expect(launcher, 14, "\n", "3")
+
+    def test_an_exit_code_of_0_makes_the_next_start_begin_at_the_top(self):
+        launcher = self.launcher()
+        launcher.start()
+        launcher.press("End")
+        launcher.press_and_see("Return")
+        launcher.press("End", "Return")
+        self.expect(launcher, 0, "inner nothing\n", "0")
+        launcher.start()
+        launcher.press("Return")
+        self.expect(launcher, 11, "first\n", "0")
+
+    def test_only_the_low_8_bits_of_an_exit_code_arrive(self):
+        launcher = self.launcher()
+        launcher.start()
+        launcher.press("Down", "Down", "Down", "Return")
+        self.expect(launcher, 14, "\n", "3")
+
+    def test_the_output_of_an_earlier_run_is_gone_before_the_choice(self):
+        launcher = self.launcher()
+        launcher.output_file.write_text("earlier\n")
+        launcher.start()
+        self.assertIsNone(launcher.output())
+
+    def test_the_shipped_menu_works_in_a_window_and_in_full_screen(self):
+        shipped = (ROOT / "data/zel.cfg").read_text()
+        for fullscreen in (0, 1):
+            launcher = self.launcher(ROOT / "data")
+            launcher.configure({"zel.cfg": shipped + f"\n[Toolkit]\nfullscreen = {fullscreen}\n"})
+            launcher.start()
+            launcher.press("Down", "Return")
+            self.expect(launcher, 20, "scan --all --repair=ask\n", "1")
+
+
+class RestoreTest(LauncherTest):
+
+    def start_at(self, position):
+        launcher = self.launcher()
+        launcher.position_file.write_text(position)
+        launcher.start()
+        return launcher
+
+    def test_the_next_start_opens_the_submenu_of_the_last_choice(self):
+        launcher = self.start_at("4,2")
+        launcher.press("Return")
+        self.expect(launcher, 22, "inner second\n", "4,2")
+
+    def test_a_number_beyond_the_end_means_the_last_entry(self):
+        launcher = self.start_at("99")
+        launcher.press("Up", "Return")
+        self.expect(launcher, 14, "\n", "3")
+
+    def test_numbers_after_an_entry_without_submenu_are_ignored(self):
+        launcher = self.start_at("1,3")
+        launcher.press("Return")
+        self.expect(launcher, 12, "second --with=\"two words\"\n", "1")
+
+    def test_rubbish_does_no_harm(self):
+        for rubbish in ("-7", ",,\n,", "99999999999999999999,1", "4," * 5000, "\x00\x01\x7f" * 99):
+            with self.subTest(rubbish=rubbish[:20]):
+                launcher = self.start_at(rubbish)
+                launcher.press("Home", "Return")
+                launcher.press("Home", "Return")  # the first one may have left a submenu
+                self.assertEqual(launcher.wait(), 11)
+
+
+class RefusalTest(LauncherTest):
+
+    def test_nothing_but_a_choice_ends_the_menu(self):
+        for fullscreen in (0, 1):
+            with self.subTest(fullscreen=fullscreen):
+                launcher = self.launcher(config(fullscreen))
+                launcher.start()
+                launcher.request_close()
+                launcher.press("Escape", "alt+F4")
+                # Seen only once the requests before it have been dealt with.
+                launcher.press_and_see("Down")
+                self.assertTrue(launcher.running())
+                self.assertIsNone(launcher.output())
+                launcher.press("Return")
+                self.expect(launcher, 12, "second --with=\"two words\"\n", "1")
+
+
+class StartTest(LauncherTest):
+
+    def test_a_user_without_rights_is_told_and_nothing_else_happens(self):
+        launcher = self.launcher()
+        launcher.output_file.write_text("earlier\n")
+        launcher.launch(root=False)
+        self.assertEqual(launcher.wait(), 0)
+        self.assertEqual(launcher.stderr(),
+                         "You must have root permissions to run this program\n")
+        self.assertEqual(launcher.stdout(), "")
+        self.assertEqual(launcher.output(), "earlier\n")
+        self.assertIsNone(launcher.position())
+
+    def test_refused_modes_are_replaced_by_the_fixed_ones_in_turn(self):
+        settings = SETTINGS.format(fullscreen=0).replace("colorDepth = 16", "colorDepth = 32")
+        tries = ["800x600x32", "800x600x24", "640x480x16", "640x480x15", "800x600x8", "640x480x8"]
+        for works in ("800x600x24", "640x480x16", "800x600x8", "640x480x8"):
+            with self.subTest(works=works):
+                refused = tries[:tries.index(works)]
+                launcher = self.launcher(config(zel_cfg=settings))
+                launcher.start(refuse_modes=" ".join(refused))
+                launcher.press("Return")
+                self.assertEqual(launcher.wait(), 11)
+                self.assertEqual(launcher.output(), "first\n")
+                self.assertEqual(
+                    launcher.stderr().splitlines(),
+                    [f"mode {mode} refused" for mode in refused] + [f"mode {works} tried"])
+
+    def test_a_driver_that_does_not_exist_is_replaced_too(self):
+        launcher = self.launcher(config(zel_cfg=SETTINGS.format(fullscreen=0) + "gfxMode = NONE\n"))
+        launcher.start(refuse_modes="")
+        launcher.press("Return")
+        self.assertEqual(launcher.wait(), 11)
+        self.assertEqual(launcher.stderr().splitlines(),
+                         ["mode 800x600x16 tried", "mode 800x600x15 tried", "mode 640x480x16 tried"])
+
+    def test_without_any_graphics_mode_it_explains_and_ends_with_0(self):
+        launcher = self.launcher()
+        launcher.output_file.write_text("earlier\n")
+        launcher.launch(refuse_modes="all")
+        self.assertEqual(launcher.wait(), 0)
+        self.assertEqual(launcher.stdout(), NO_GRAPHICS)
+        self.assertIsNone(launcher.position())
+
+    def test_a_missing_skin_ends_it_with_1(self):
+        files = config()
+        files["zel.cfg"] = files["zel.cfg"].replace("= default", "= missing.skin")
+        launcher = self.launcher(files)
+        launcher.launch()
+        self.assertEqual(launcher.wait(), 1)
+        self.assertEqual(launcher.stdout().strip(), "Error: skin description file not found!")
+        self.assertIsNone(launcher.output())
+
+    def test_without_settings_and_menu_it_runs_and_refuses_to_end(self):
+        launcher = self.launcher({"unrelated.txt": "\n"})
+        launcher.start()
+        launcher.press("Return", "Escape")
+        launcher.request_close()
+        # It goes on looking for the mouse server, which proves that it still works.
+        appears(launcher)
+        self.assertTrue(launcher.running())
+
+
+class HostileFilesTest(LauncherTest):
+    """Other users may write to /tmp before the launcher does."""
+
+    def test_a_linked_position_file_is_neither_read_nor_written(self):
+        launcher = self.launcher()
+        target = launcher.state / "tmp/target"
+        target.write_text("1")
+        launcher.position_file.symlink_to("/tmp/target")
+        launcher.start()
+        launcher.press("Return")
+        self.assertEqual(launcher.wait(), 11)
+        self.assertEqual(launcher.output(), "first\n")
+        self.assertEqual(target.read_text(), "1")
+
+    def test_a_link_to_nowhere_creates_nothing(self):
+        launcher = self.launcher()
+        launcher.position_file.symlink_to("/root/created")
+        launcher.start()
+        launcher.press("Return")
+        self.assertEqual(launcher.wait(), 11)
+        self.assertFalse((launcher.state / "root/created").exists())
+
+    def test_a_linked_output_file_is_not_written_through(self):
+        launcher = self.launcher()
+        target = launcher.state / "tmp/target"
+        target.write_text("precious")
+        launcher.output_file.symlink_to("/tmp/target")
+        launcher.start()
+        self.assertFalse(launcher.output_file.is_symlink())
+        launcher.output_file.symlink_to("/tmp/target")
+        launcher.press("Return")
+        self.assertEqual(launcher.wait(), 11)
+        self.assertEqual(target.read_text(), "precious")
+        self.assertEqual(launcher.position(), "0")
+
+    def test_pipes_do_not_hang_it(self):
+        launcher = self.launcher()
+        os.mkfifo(launcher.position_file)
+        os.mkfifo(launcher.output_file)
+        launcher.start()
+        self.assertFalse(launcher.output_file.exists())
+        os.mkfifo(launcher.output_file)
+        launcher.press("Return")
+        self.assertEqual(launcher.wait(), 11)
+
+    def test_directories_in_place_of_files_do_no_harm(self):
+        launcher = self.launcher()
+        launcher.position_file.mkdir()
+        launcher.output_file.mkdir()
+        launcher.start()
+        launcher.press("Return")
+        self.assertEqual(launcher.wait(), 11)
+
+
+def appears(launcher):
+    """Starts the mouse server, and waits for the pointer. Answers after how many seconds it came."""
+    display = launcher.display
+    display.xdotool("mousemove", *NOWHERE)
+    picture, pointer = display.picture(), display.pointer()
+    start = time.monotonic()
+    launcher.mouse_server.touch()
+    wait_until(lambda: display.picture() != picture, "the mouse pointer")
+    seconds = time.monotonic() - start
+    # Allegro's pointer starts in the middle; a little later Allegro takes the server's pointer there.
+    wait_until(lambda: display.pointer() != pointer, "the server's pointer in the middle")
+    return seconds
+
+
+class MouseTest(LauncherTest):
+
+    def test_a_running_mouse_server_gives_a_mouse_at_once(self):
+        launcher = self.launcher()
+        launcher.mouse_server.touch()
+        before = launcher.start()
+        launcher.click(*SECOND_ENTRY)
+        self.display.wait_for_change(before)
+        launcher.press("Return")
+        self.expect(launcher, 12, "second --with=\"two words\"\n", "1")
+
+    def test_the_mouse_works_soon_after_its_server_appears(self):
+        launcher = self.launcher()
+        before = launcher.start()
+        launcher.click(*SECOND_ENTRY)
+        # Were there a pointer, it and the click would be drawn before the key is.
+        self.assertNotEqual(launcher.press_and_see("Down"), before)
+        self.assertEqual(launcher.press_and_see("Up"), before)
+
+        self.assertLess(appears(launcher), 1.5)
+        launcher.click(*SECOND_ENTRY)
+        launcher.press("Return")
+        self.expect(launcher, 12, "second --with=\"two words\"\n", "1")
+
+
+if __name__ == "__main__":
+    need_sandbox()
+    unittest.main()

@@ -1,0 +1,243 @@
+"""Runs the real launcher in a sandbox on a virtual screen, and plays the user.
+
+Everything is waited for by looking: at the screen's picture, at the process, at files.
+"""
+
+import ctypes
+import os
+import pathlib
+import shutil
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+BUILD = pathlib.Path(os.environ.get("ZEL_BUILD", ROOT / "build"))
+SANDBOX = ROOT / "tools/sandbox"
+SANDBOX_FAILED = 125
+SKIPPED = 77  # the exit status that CTest takes for a skipped test
+
+PATIENCE = 10.0  # seconds until a wait counts as failed
+POLL = 0.02
+STANDSTILL = 0.1  # seconds without a change after which a picture counts as complete
+
+
+def wait_until(condition, what, patience=PATIENCE):
+    """Answers the condition's first true value."""
+    end = time.monotonic() + patience
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise AssertionError(f"waited in vain: {what}")
+        time.sleep(POLL)
+
+
+def need_sandbox():
+    """Ends a test program as skipped where there can be no sandbox."""
+    with tempfile.TemporaryDirectory() as state:
+        command = [SANDBOX, "--state", state, "--", "true"]
+        if subprocess.run(command, check=False).returncode == SANDBOX_FAILED:
+            sys.exit(SKIPPED)
+
+
+class Display:
+    """A virtual screen. Its picture is read from the file that the server draws into."""
+
+    def __init__(self, width=800, height=600, depth=24):
+        self._memory = tempfile.TemporaryDirectory()
+        screen = f"{width}x{height}x{depth}"
+        self._server = subprocess.Popen(
+            ["Xvfb", "-displayfd", "1", "-noreset", "-nolisten", "tcp",
+             "-fbdir", self._memory.name, "-screen", "0", screen],
+            stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        number = self._server.stdout.readline().decode().strip()
+        if not number:
+            raise AssertionError(f"Xvfb does not start with a screen of {screen}")
+        self.name = ":" + number
+        self._file = pathlib.Path(self._memory.name) / "Xvfb_screen0"
+        header = struct.unpack(">25I", self._file.read_bytes()[:100])
+        header_size, colours = header[0], header[19]
+        self._start = header_size + 12 * colours
+
+    def picture(self):
+        """The pixels as bytes; equal when the same is seen."""
+        return self._file.read_bytes()[self._start:]
+
+    def is_blank(self):
+        """Nothing is shown, or only the server's own pointer."""
+        picture = self.picture()
+        return len(picture) - picture.count(0) < len(picture) / 100
+
+    def wait_for_change(self, before):
+        """Answers the first complete picture that differs from an earlier one."""
+        return self._wait_for_picture(lambda: self.picture() != before, "a change on the screen")
+
+    def wait_for_content(self):
+        """Answers the first complete picture that is not blank."""
+        return self._wait_for_picture(lambda: not self.is_blank(), "something on the screen")
+
+    def _wait_for_picture(self, condition, what):
+        def complete():
+            if not condition():
+                return None
+            picture = self.picture()
+            time.sleep(STANDSTILL)
+            return picture if picture == self.picture() else None
+        return wait_until(complete, what)
+
+    def xdotool(self, *arguments):
+        environment = dict(os.environ, DISPLAY=self.name)
+        subprocess.run(["xdotool", *map(str, arguments)], env=environment, check=True)
+
+    def pointer(self):
+        """Where the server's pointer is."""
+        environment = dict(os.environ, DISPLAY=self.name)
+        return subprocess.run(["xdotool", "getmouselocation"], env=environment, check=True,
+                              stdout=subprocess.PIPE).stdout
+
+    def stop(self):
+        self._server.terminate()
+        self._server.wait()
+        self._server.stdout.close()
+        self._memory.cleanup()
+
+
+class Launcher:
+    """One launcher with files of its own; `start` it as often as needed.
+
+    `config` is a directory, or a dictionary from file names to texts: the launcher's /etc/zel.
+    """
+
+    def __init__(self, display, config):
+        self.display = display
+        self.state = pathlib.Path(tempfile.mkdtemp(prefix="zel-e2e-"))
+        self.output_file = self.state / "root/output.txt"
+        self.position_file = self.state / "tmp/menupos.txt"
+        self.mouse_server = self.state / "run/gpm.pid"
+        for directory in ("etc/zel", "root", "run", "tmp"):
+            (self.state / directory).mkdir(parents=True)
+        self.configure(config)
+        self._process = None
+
+    def configure(self, config):
+        target = self.state / "etc/zel"
+        if isinstance(config, dict):
+            for name, text in config.items():
+                (target / name).write_text(text)
+        else:
+            shutil.copytree(config, target, dirs_exist_ok=True)
+
+    def start(self, refuse_modes=None, root=True):
+        """Starts it and answers the finished menu's picture. `refuse_modes`: see refuse_modes.cpp."""
+        self.launch(refuse_modes, root)
+        return self.display.wait_for_content()
+
+    def launch(self, refuse_modes=None, root=True):
+        """Starts it without waiting for the menu."""
+        # Without a search path Allegro finds no program for message boxes and prints its messages.
+        options = ["--state", self.state, "--env", "PATH=/nowhere"]
+        if refuse_modes is not None:
+            shutil.copy(BUILD / "lib/refuse_modes.so", self.state / "run")
+            options += ["--env", "LD_PRELOAD=/run/refuse_modes.so",
+                        "--env", "REFUSE_MODES=" + refuse_modes]
+        if not root:
+            options.append("--not-root")
+        environment = dict(os.environ, DISPLAY=self.display.name)
+        with open(self.state / "stdout", "wb") as out, open(self.state / "stderr", "wb") as err:
+            self._process = subprocess.Popen(
+                [SANDBOX, *options, "--", BUILD / "bin/zel"], env=environment,
+                stdin=subprocess.DEVNULL, stdout=out, stderr=err)
+
+    def press(self, *keys):
+        self.display.xdotool("key", "--delay", 30, *keys)
+
+    def press_and_see(self, *keys):
+        """Presses keys that change the picture; answers the new one."""
+        before = self.display.picture()
+        self.press(*keys)
+        return self.display.wait_for_change(before)
+
+    def click(self, x, y):
+        self.display.xdotool("mousemove", x, y, "mousedown", 1, "sleep", 0.1, "mouseup", 1)
+
+    def request_close(self):
+        """What a window manager does when the user clicks on the window's close button."""
+        request_close(self.display.name)
+
+    def running(self):
+        return self._process.poll() is None
+
+    def wait(self):
+        """Waits for the end and answers the exit status."""
+        wait_until(lambda: not self.running(), "the end of the launcher")
+        wait_until(self.display.is_blank, "a blank screen")
+        return self._process.returncode
+
+    def output(self):
+        """/root/output.txt, or None."""
+        return text_of(self.output_file)
+
+    def position(self):
+        """/tmp/menupos.txt, or None."""
+        return text_of(self.position_file)
+
+    def stdout(self):
+        return text_of(self.state / "stdout")
+
+    def stderr(self):
+        return text_of(self.state / "stderr")
+
+    def stop(self):
+        if self._process and self.running():
+            self._process.kill()
+            self._process.wait()
+        shutil.rmtree(self.state)
+
+
+def text_of(path):
+    return path.read_text() if path.exists() else None
+
+
+class _ClientMessage(ctypes.Structure):
+    """Xlib's XClientMessageEvent, as large as its XEvent."""
+    _fields_ = [("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("send_event", ctypes.c_int),
+                ("display", ctypes.c_void_p), ("window", ctypes.c_ulong),
+                ("message_type", ctypes.c_ulong), ("format", ctypes.c_int),
+                ("data", ctypes.c_long * 24)]
+
+
+def request_close(display_name):
+    """Sends WM_DELETE_WINDOW to every window that understands it (X11's ICCCM, section 4.2.8.1)."""
+    client_message, as_longs = 33, 32
+    x11 = ctypes.CDLL("libX11.so.6")
+    pointer, identifier = ctypes.c_void_p, ctypes.c_ulong
+    x11.XOpenDisplay.restype = pointer
+    for function in (x11.XDefaultRootWindow, x11.XInternAtom):
+        function.restype = identifier
+    display = pointer(x11.XOpenDisplay(display_name.encode()))
+    protocols = x11.XInternAtom(display, b"WM_PROTOCOLS", 0)
+    delete = x11.XInternAtom(display, b"WM_DELETE_WINDOW", 0)
+
+    found_root, parent, count = identifier(), identifier(), ctypes.c_uint()
+    children = ctypes.POINTER(identifier)()
+    root = identifier(x11.XDefaultRootWindow(display))
+    x11.XQueryTree(display, root, ctypes.byref(found_root), ctypes.byref(parent),
+                   ctypes.byref(children), ctypes.byref(count))
+    asked = 0
+    for window in children[:count.value]:
+        atoms, atom_count = ctypes.POINTER(identifier)(), ctypes.c_int()
+        x11.XGetWMProtocols(display, identifier(window), ctypes.byref(atoms),
+                            ctypes.byref(atom_count))
+        if delete in atoms[:atom_count.value]:
+            event = _ClientMessage(type=client_message, window=window, message_type=protocols,
+                                   format=as_longs)
+            event.data[0] = delete
+            x11.XSendEvent(display, identifier(window), 0, ctypes.c_long(0), ctypes.byref(event))
+            asked += 1
+    x11.XCloseDisplay(display)
+    if not asked:
+        raise AssertionError("no window can be asked to close")
