@@ -43,6 +43,7 @@ bool InstallAllegro() {
   if (system_driver) return true;
   prctl(PR_SET_TIMERSLACK, kTimerSlack, 0, 0, 0);
   if (install_allegro(SYSTEM_AUTODETECT, &errno, std::atexit) != 0) return false;
+  set_color_conversion(kPictureConversion);
   InstallBitmapGuard();
   RegisterPictureFormats();
   return true;
