@@ -278,6 +278,8 @@ int CheckTree(const char* directory) {
     std::fprintf(stderr, "zel-check: there is no directory %s\n", directory);
     return 2;
   }
+  // Byte by byte: the files of one tree may be written in several encodings.
+  set_uformat(U_ASCII);
   install_allegro(SYSTEM_NONE, &errno, std::atexit);
   set_color_conversion(kPictureConversion);
   InstallBitmapGuard();
