@@ -14,11 +14,10 @@ namespace {
 constexpr const char* kMainMenu = "menu.cfg";
 constexpr int kMousePollPeriod = 500;  // milliseconds
 
-// True when nothing keeps the item from being chosen at once.
-bool IsReady(const MenuItem& item) {
-  if (!item.waitWhileFile.IsEmpty()) return !FileExists(item.waitWhileFile);
-  return item.waitForFile.IsEmpty() || FileExists(item.waitForFile);
-}
+// The place of the progress bar relative to the layout values.
+constexpr int kProgressInset = 4;
+constexpr int kProgressMargin = 5;
+constexpr int kProgressHeight = 30;
 
 }  // namespace
 
@@ -28,11 +27,40 @@ MenuScreen::MenuScreen() {
   Add(&menuPanel);
   Add(&hintPanel);
   Load(kMainMenu);
+  SetUpProgress();
   if (launcherState.mousePending) mouseTimer = InstallTimer(kMousePollPeriod);
   DeleteOutputFile();
 }
 
-MenuScreen::~MenuScreen() { RemoveTimer(mouseTimer); }
+MenuScreen::~MenuScreen() {
+  RemoveTimer(progressTimer);
+  RemoveTimer(mouseTimer);
+}
+
+void MenuScreen::SetUpProgress() {
+  progressValues = {};
+  progressBar.Setup(layoutValues.progressX + kProgressInset, layoutValues.progressY,
+                    layoutValues.progressW - kProgressMargin, kProgressHeight, 0, 0, kHorizontal);
+  progressBar.SetIncrement(1);
+  progressBar.ShowSteps(progressValues.currentStep, progressValues.stepNumber);
+  if (!progressValues.Shows()) progressBar.Hide();
+  Add(&progressBar);
+  progressTimer = InstallTimer(progressValues.PollPeriod());
+}
+
+void MenuScreen::UpdateProgress() {
+  const int periodBefore = progressValues.PollPeriod();
+  progressValues = ReadProgressFile();
+  if (progressValues.Shows()) {
+    if (progressBar.Hidden()) progressBar.Unhide();
+    if (progressValues.PollPeriod() != periodBefore)
+      ReinstallTimer(progressTimer, progressValues.PollPeriod());
+    progressBar.ShowSteps(progressValues.currentStep, progressValues.stepNumber);
+  } else if (!progressBar.Hidden()) {
+    progressBar.Hide();
+    Redraw();
+  }
+}
 
 void MenuScreen::Load(const char* menuFile) {
   configuration.Read(menuFile);
@@ -104,6 +132,12 @@ void MenuScreen::Choose(const MenuEntry& entry) {
   }
 }
 
+// True when nothing keeps the item from being chosen.
+bool MenuScreen::IsReady(const MenuItem& item) {
+  if (!item.waitWhileFile.IsEmpty()) return !FileExists(item.waitWhileFile);
+  return item.waitForFile.IsEmpty() || FileExists(item.waitForFile);
+}
+
 void MenuScreen::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
   Dialog::HandleEvent(sender, msg, arg1, arg2);
   if (msg == MSG_ITEM_SELECTED) UpdateCurrent(true);
@@ -152,6 +186,7 @@ void MenuScreen::LookForMouse() {
 void MenuScreen::MsgTimer(int id) {
   Dialog::MsgTimer(id);
   if (id == mouseTimer) LookForMouse();
+  if (id == progressTimer) UpdateProgress();
 }
 
 void MenuScreen::MsgInitSkin() { backdrop.SetColor(Color{0, 0, 0}); }
