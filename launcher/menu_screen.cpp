@@ -6,6 +6,7 @@
 #include "launcher/paths.h"
 #include "launcher/result_files.h"
 #include "launcher/state.h"
+#include "launcher/wait_dialog.h"
 #include "toolkit/core/settings.h"
 
 namespace zel {
@@ -126,16 +127,17 @@ void MenuScreen::Choose(const MenuEntry& entry) {
     const FixedText<260> submenu = item.submenu;
     Load(submenu);
     SelectEntry(0);
-  } else if (IsReady(item)) {
+  } else if (WaitFor(item)) {
     chosen = true;
     Close();
   }
 }
 
-// True when nothing keeps the item from being chosen.
-bool MenuScreen::IsReady(const MenuItem& item) {
-  if (!item.waitWhileFile.IsEmpty()) return !FileExists(item.waitWhileFile);
-  return item.waitForFile.IsEmpty() || FileExists(item.waitForFile);
+// True when nothing keeps the item from being chosen any longer, false when the user gave up.
+bool MenuScreen::WaitFor(const MenuItem& item) {
+  if (item.waitForFile.IsEmpty() && item.waitWhileFile.IsEmpty()) return true;
+  WaitDialog dialog{item};
+  return dialog.Check() || dialog.Run(*this);
 }
 
 void MenuScreen::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {

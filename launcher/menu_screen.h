@@ -43,7 +43,7 @@ class MenuScreen final : public Dialog {
   void SetUpProgress();
   void UpdateProgress();
   void Choose(const MenuEntry& entry);
-  bool IsReady(const MenuItem& item);
+  bool WaitFor(const MenuItem& item);
   void LookForMouse();
 
   ClearScreen backdrop;
