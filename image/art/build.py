@@ -92,8 +92,8 @@ def build_backgrounds(work, target):
 
 def build_progress(work, target):
     bar = "".join(f'<rect y="{y}" width="4" height="1" fill="rgb({91 - 4 * y},{145 - 3 * y},{208 - 3 * y})"/>'
-                  for y in range(19))
-    render(f'<svg xmlns="http://www.w3.org/2000/svg" width="4" height="19">{bar}</svg>', work / "progress.png")
+                  for y in range(20))
+    render(f'<svg xmlns="http://www.w3.org/2000/svg" width="4" height="20">{bar}</svg>', work / "progress.png")
     to_bmp(work / "progress.png", target / "progress.bmp", palette.FACE, False)
 
 
