@@ -46,16 +46,18 @@ void MenuScreen::SetUpProgress() {
   progressBar.ShowSteps(progressValues.currentStep, progressValues.stepNumber);
   if (!progressValues.Shows()) progressBar.Hide();
   Add(&progressBar);
-  progressTimer = InstallTimer(progressValues.PollPeriod());
+  progressPeriod = progressValues.PollPeriod();
+  progressTimer = InstallTimer(progressPeriod);
 }
 
 void MenuScreen::UpdateProgress() {
-  const int periodBefore = progressValues.PollPeriod();
   progressValues = ReadProgressFile();
   if (progressValues.Shows()) {
     if (progressBar.Hidden()) progressBar.Unhide();
-    if (progressValues.PollPeriod() != periodBefore)
-      ReinstallTimer(progressTimer, progressValues.PollPeriod());
+    if (const int period = progressValues.PollPeriod(); period != progressPeriod) {
+      progressPeriod = period;
+      ReinstallTimer(progressTimer, period);
+    }
     progressBar.ShowSteps(progressValues.currentStep, progressValues.stepNumber);
   } else if (!progressBar.Hidden()) {
     progressBar.Hide();

@@ -53,6 +53,7 @@ class MenuScreen final : public Dialog {
   WallpaperPanel wallpaper;
   StepBar progressBar;
   int progressTimer = kNoTimer;
+  int progressPeriod = 0;  // of the timer, in milliseconds
   int mouseTimer = kNoTimer;
   MenuConfig configuration;
   IconCache icons_;
