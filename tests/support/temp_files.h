@@ -50,6 +50,16 @@ class TempDir {
   std::string path_;
 };
 
+// The same as the current directory.
+class WorkingDir : public TempDir {
+ public:
+  WorkingDir() { std::filesystem::current_path(Path()); }
+  ~WorkingDir() { std::filesystem::current_path(before_); }
+
+ private:
+  std::filesystem::path before_ = std::filesystem::current_path();
+};
+
 // One file in a directory of its own.
 class TempFile {
  public:

@@ -105,6 +105,15 @@ class WidgetFixture : public AllegroFixture {
     settings.showMouse = true;
     return CurrentScreenUpdate()->GetCanvas();
   }
+  // The pixels that are brought to the screen when that is drawn.
+  int Copied() {
+    Frame();
+    auto* update = static_cast<DirtyRectangles*>(CurrentScreenUpdate());
+    int pixels = 0;
+    for (const Rect& rect : update->Pending()) pixels += rect.w * rect.h;
+    update->Redraw();
+    return pixels;
+  }
   // The widget alone, on magenta.
   static SkinBitmap Drawn(Widget& widget) {
     SkinBitmap canvas(widget.w(), widget.h(), kMemoryBitmap);

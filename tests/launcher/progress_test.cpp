@@ -1,0 +1,86 @@
+#include "launcher/progress.h"
+
+#include <set>
+
+#include "launcher/paths.h"
+#include "tests/support/temp_files.h"
+#include "tests/support/widget_fixture.h"
+#include "toolkit/widgets/panel.h"
+
+namespace zel {
+namespace {
+
+class ProgressTest : public WidgetFixture {
+ protected:
+  ProgressTest() { paths.progressFile = "progress"; }
+  ~ProgressTest() override { paths = Paths{}; }
+
+  WorkingDir directory;
+};
+
+TEST_F(ProgressTest, TheFileSaysHowFarThingsAre) {
+  const ProgressValues hidden{0, 0, 1, 0};
+  const std::string steps = "[Progress]\nStepNumber=10\nCurrentStep=4\n";
+  const std::pair<std::string, ProgressValues> rows[] = {
+      {"", hidden},  // without a file
+      {steps + "ProgressInterval=250\n", {10, 4, 0, 250}},
+      {steps + "ProgressHi", {10, 4, 0, 0}},
+      {"[progress]\r\nstepnumber = 10\r\nCurrentStep = 20\r\n", {10, 10, 0, 0}},
+      {"[Progress]\nCurrentStep=8\nStepNumber=x\nProgressHide=-1", {0, 0, -1, 0}},
+      {std::string("\0\xff\xc3\n", 4) + steps + "\xf0", {10, 4, 0, 0}},
+      {std::string(1 << 20, '#') + '\n' + steps, hidden},
+  };
+  for (const auto& [content, values] : rows) {
+    if (!content.empty()) WriteFile("progress", content);
+    EXPECT_EQ(ReadProgressFile(), values) << content.substr(0, 99);
+  }
+  EXPECT_EQ(hidden.PollPeriod(), 1000);
+}
+
+// Although only what changes is painted, the bar looks as if it were drawn from scratch, with one
+// picture for each column.
+TEST_F(ProgressTest, TheBarIsARowOfPictures) {
+  ClearScreen ground;
+  Show(ground, {});
+  std::filesystem::create_directory("pic");
+  const int steps[] = {0, 3, 4, 30, 31, 36, 99, 100, 37, 2, 1, 100, 50, 1000, -1};
+  for (const Rows& rows : {Rows{"r"}, Rows{"..g.", "b.r.", "....", ".k.r"}, Rows(40, "rgb.bb")}) {
+    const BitmapPtr picture = Paint(rows);
+    save_bitmap("pic/progress.bmp", picture.get(), nullptr);
+    StepBar bar;
+    bar.Setup(0, 0, 200, 30, 0, 0, kHorizontal);
+    root.Add(&bar);
+    for (const int done : steps) {
+      SkinBitmap expected(200, 30, kMemoryBitmap);
+      expected.clear_to_color(ground.GetColor());
+      expected.Box3D(0, 0, 199, 23, white, black, gray);
+      expected.set_clip_rect(0, 0, 199, 26);
+      for (int x = 2; x < std::min(done, 100) * 2 - 2; ++x)
+        draw_sprite(expected.GetBitmap(), picture.get(), x, 2);
+      bar.ShowSteps(done, 100);
+      const SubCanvas shown{SkinBitmap{Frame()}, 0, 0, 200, 30};
+      ASSERT_TRUE(Picture(shown.GetBitmap()) == Picture(expected.GetBitmap())) << done;
+    }
+    Copied();
+    bar.ShowSteps(5, 100);
+    EXPECT_EQ(Copied(), (6 + picture->w - 1) * 27);
+  }
+}
+
+TEST_F(ProgressTest, TheBusyBlockRunsToAndFro) {
+  BusyBar bar;
+  Show(bar, {0, 0, 200, 20});
+  bar.SetOrientation(kHorizontal);
+  std::set<int> seen;
+  for (int i = 0; i < 200; ++i) {
+    bar.Increment();
+    int left = 0;
+    while (left < 200 && getpixel(Frame(), left, 5) != darkgray) ++left;
+    EXPECT_EQ(getpixel(Frame(), left + 28, 5), left == 170 ? gray : white);
+    seen.insert(left);
+  }
+  EXPECT_EQ(std::pair(*seen.begin(), *seen.rbegin()), std::pair(4, 170));
+}
+
+}  // namespace
+}  // namespace zel

@@ -1,0 +1,136 @@
+#include "toolkit/widgets/window.h"
+
+#include "tests/support/widget_fixture.h"
+#include "toolkit/core/mouse_pointer.h"
+
+namespace zel {
+namespace {
+
+// The dressed frame: thickness and corners of the borders, title bar, what it adds to the height.
+constexpr int kBorder = 4, kCorner = 8, kGrip = 20, kBar = 2 * kBorder + kGrip;
+
+// A window with a button in it. Its frame is red while it is active, else blue.
+class WindowTest : public WidgetFixture {
+ protected:
+  WindowTest() {
+    const Rows sideBySide(20, "rrrrbbbb");
+    Rows stacked(2 * kGrip, std::string(20, 'r'));
+    std::fill(stacked.begin() + kGrip, stacked.end(), std::string(20, 'b'));
+    const Rows thin(stacked.begin() + kGrip - kBorder, stacked.begin() + kGrip + kBorder);
+    for (const int part : {WINLEFT, WINRIGHT}) Dress(part, sideBySide, {4, 4});
+    for (const int part : {WINTOP, WINBOTTOM}) Dress(part, thin, {4, 4});
+    Dress(WINGRIP, stacked, {4, 4});
+    window = std::make_unique<Window>();
+    content.Shape(0, 0, 30, 20);
+    window->Add(&content);
+    Show(*window, {50, 40, 100, 60});
+    root.SetFocus(&content);
+  }
+  // Where the window is, compared with where it was at first.
+  Rect Change() const {
+    const Rect& now = window->Bounds();
+    return {now.x - 50, now.y - 40, now.w - 100 - 2 * kBorder, now.h - 60 - kBar};
+  }
+  // The point is relative to the window.
+  void Drag(int x, int y, int dx, int dy) {
+    const Point from{window->x() + x, window->y() + y};
+    MoveTo(from.x, from.y + 1);
+    Hold(from.x, from.y);
+    MoveTo(from.x + dx, from.y + dy);
+    Release();
+    Tick(20);  // no double click together with the next press
+  }
+
+  std::unique_ptr<Window> window;
+  Button content;
+};
+
+TEST_F(WindowTest, SizesAreThoseOfTheClientArea) {
+  EXPECT_EQ(window->Bounds(), Rect(50, 40, 100 + 2 * kBorder, 60 + kBar));
+  EXPECT_EQ(window->Client().Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 100, 60));
+  root.SetSkin(nullptr);
+  Tick();
+  EXPECT_EQ(Change(), Rect());
+}
+
+TEST_F(WindowTest, EachZoneHasItsShapeAndDragsItsEdges) {
+  const int right = window->w(), bottom = window->h(), middle = 50;
+  const std::tuple<int, int, int, Rect> zones[] = {
+      {0, middle, MOUSE_SIZE_HORIZONTAL, {-10, 0, 10, 0}},
+      {0, 3, MOUSE_SIZE_DIAGONAL1, {-10, 20, 10, -20}},
+      {0, bottom - 2, MOUSE_SIZE_DIAGONAL2, {-10, 0, 10, 20}},
+      {right, middle, MOUSE_SIZE_HORIZONTAL, {0, 0, -10, 0}},
+      {right, 3, MOUSE_SIZE_DIAGONAL2, {0, 20, -10, -20}},
+      {right, bottom - 2, MOUSE_SIZE_DIAGONAL1, {0, 0, -10, 20}},
+      {middle, 1, MOUSE_SIZE_VERTICAL, {0, 20, 0, -20}},
+      {middle, bottom - 1, MOUSE_SIZE_VERTICAL, {0, 0, 0, 20}},
+      {kBorder + kCorner - 1, 1, MOUSE_SIZE_DIAGONAL1, {-10, 20, 10, -20}},
+      {right - kBorder - kCorner, bottom - 1, MOUSE_SIZE_DIAGONAL1, {0, 0, -10, 20}},
+      {middle, kBorder + 18, MOUSE_NORMAL, {-10, 20, 0, 0}},
+  };
+  for (const auto& [x, y, shape, change] : zones) {
+    MoveTo(310, 190);
+    EXPECT_EQ(mousePointer->GetCursor(), CurrentSkin()->cursors[MOUSE_NORMAL].get());
+    MoveTo(50 + x, 40 + y + 1);
+    MoveTo(50 + x, 40 + y);
+    EXPECT_EQ(mousePointer->GetCursor(), CurrentSkin()->cursors[shape].get()) << x << ' ' << y;
+    Drag(x, y, -10, 20);
+    EXPECT_EQ(Change(), change) << x << ' ' << y;
+    window->Shape(50, 40, 100, 60);
+    Tick();
+  }
+  Drag(right - 1, bottom - 1, -500, -500);
+  EXPECT_EQ(Change(), Rect(0, 0, 32 - right, 8 + kBar - bottom));
+  Drag(14, kBorder + 18, -300, -300);
+  EXPECT_EQ(Change(), Rect(-50, -40, 32 - right, 8 + kBar - bottom));
+}
+
+TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
+  window->Minimize();
+  window->Maximize();
+  EXPECT_EQ(Change(), Rect(0, 0, 0, -60));
+  Drag(40, 22, 30, 10);
+  window->Minimize();
+  Tick();
+  EXPECT_EQ(Change(), Rect(30, 10, 0, 0));
+  EXPECT_EQ(root.FocusWidget(), &content);
+}
+
+TEST_F(WindowTest, ADoubleClickOnTheTitleCoversTheParent) {
+  for (int i = 0; i < 2; ++i) Click(90, 55);
+  Tick(20);
+  window->Minimize();
+  Drag(0, 100, 10, 0);
+  Drag(100, 22, 10, 10);
+  EXPECT_EQ(window->Bounds(), root.Bounds());
+  window->Maximize();
+  EXPECT_EQ(Change(), Rect());
+}
+
+TEST_F(WindowTest, AutoRollupFollowsThePointer) {
+  window->SetAutoRollup(true);
+  for (int i = 0; i < 2; ++i) {
+    MoveTo(70, 60);
+    EXPECT_EQ(Change(), Rect());
+    MoveTo(310, 190);
+    EXPECT_EQ(Change(), Rect(0, 0, 0, -60));
+  }
+  window->SetAutoRollup(false);
+  EXPECT_EQ(Change(), Rect());
+}
+
+TEST_F(WindowTest, LooksActiveWithTheFocusAlone) {
+  Button other;
+  Show(other, {0, 0, 20, 20});
+  for (Widget* focused : {&content, &other}) {
+    root.ChangeFocus(root.FocusWidget(), focused);
+    EXPECT_EQ(getpixel(Frame(), 51, 80), focused == &content ? red : blue);
+    EXPECT_EQ(getpixel(Frame(), 90, 62), focused == &content ? red : blue);
+  }
+  window->ClearFlag(kFlagSizeable);
+  root.SetFocus(&content);
+  EXPECT_EQ(getpixel(Frame(), window->x2() - 35, 53), red);
+}
+
+}  // namespace
+}  // namespace zel
