@@ -18,6 +18,7 @@ struct ProgressValues {
   bool Shows() const { return progressHide == 0; }
   // The interval, but a second for one that no timer can keep.
   int PollPeriod() const;
+  friend bool operator==(const ProgressValues&, const ProgressValues&) = default;
 };
 inline ProgressValues progressValues;
 
