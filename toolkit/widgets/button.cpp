@@ -271,8 +271,10 @@ void Button::AutoRepeat() {
 
 void Button::MsgTick() {
   Label::MsgTick();
-  if (keyTimer != 0 && --keyTimer == 0) EndKeyPress();
-  AutoRepeat();
+  if (keyTimer != 0 && --keyTimer == 0)
+    EndKeyPress();
+  else
+    AutoRepeat();
 }
 
 void Button::MsgInitSkin() {

@@ -250,18 +250,14 @@ void ListView::MoveCurrentTo(int target) {
   if (target != current) SetCurrent(target);
 }
 
-void ListView::ActivateByEnter() {
-  if (!IsValid(current)) return;
-  if (multiSelect) GetItem(current)->selected = true;
-  ActivateItem(current);
+void ListView::ActivateByKey(bool mark) {
+  if (!IsValid(current)) {
+    MoveCurrentTo(current);
+    return;
+  }
+  if (multiSelect) GetItem(current)->selected = mark;
   RedrawItems(current, current);
-}
-
-void ListView::ActivateBySpace() {
-  if (!IsValid(current)) return;
-  if (multiSelect) GetItem(current)->selected = !GetItem(current)->selected;
   ActivateItem(current);
-  RedrawItems(current, current);
 }
 
 bool ListView::MsgChar(int code) {
@@ -269,13 +265,11 @@ bool ListView::MsgChar(int code) {
   int target = current;
   switch (code >> 8) {
     case KEY_ENTER:
-      ActivateByEnter();
-      target = current;
-      break;
+      ActivateByKey(true);
+      return true;
     case KEY_SPACE:
-      ActivateBySpace();
-      target = current;
-      break;
+      ActivateByKey(!IsSelected(current));
+      return true;
     case KEY_HOME:
       target = 0;
       break;
@@ -316,8 +310,8 @@ void ListView::MsgLPress() {
   } else {
     SelectItem(pressed);
   }
-  ActivateItem(pressed);
   RedrawItems(current, pressed);
+  ActivateItem(pressed);
 }
 
 void ListView::MsgDClick() {
