@@ -24,8 +24,8 @@ constexpr int kLongestCharacter = 8;      // more than the bytes of one in any t
 constexpr int kTextLeft = 4;
 // The last glyph begins no further right than this from the right edge.
 constexpr int kTextRight = 10;
-constexpr int kHalfGlyph = 4;   // of the pixels before the next place for the cursor
-constexpr int kFocusInset = 2;  // of the dotted rectangle
+constexpr int kHalfGlyph = 4;  // a press further from a glyph's end puts the cursor before it
+constexpr int kFrame = 2;      // width of the border
 
 bool IsHexDigit(int ch) { return ch < 128 && std::isxdigit(ch); }
 
@@ -34,22 +34,6 @@ int InCase(int ch, int (*convert)(int)) {
   const int converted = convert(ch);
   return uisok(converted) ? converted : ch;
 }
-
-// Keeps drawing inside a part of a bitmap while it lives.
-class ClipGuard {
- public:
-  ClipGuard(BITMAP* target, const Rect& part) : target_{target} {
-    get_clip_rect(target_, &left_, &top_, &right_, &bottom_);
-    add_clip_rect(target_, part.x, part.y, part.Right() - 1, part.Bottom() - 1);
-  }
-  ~ClipGuard() { set_clip_rect(target_, left_, top_, right_, bottom_); }
-  ClipGuard(const ClipGuard&) = delete;
-  ClipGuard& operator=(const ClipGuard&) = delete;
-
- private:
-  BITMAP* target_;
-  int left_ = 0, top_ = 0, right_ = 0, bottom_ = 0;
-};
 
 }  // namespace
 
@@ -404,24 +388,19 @@ void EditBox::Paint(Bitmap& canvas, const View& view) const {
                        GetShadowColor(piece.state), piece.background, kAlignLeft);
     x += font.TextLength(piece.text.c_str());
   }
-  if (view.caret >= 0 && HasFocus())
-    canvas.vline(view.caret - 1, y, y + font.TextHeight() - 1, GetFontColor(state));
+  if (view.caret < 0 || !HasFocus()) return;
+  // Behind a glyph that is cut off the caret stays in sight.
+  const int caretX = std::min(view.caret, w() - kFrame - 1) - 1;
+  canvas.vline(caretX, y, y + font.TextHeight() - 1, GetFontColor(state));
 }
 
 void EditBox::Draw(Bitmap& canvas) {
-  if (canvas.IsEmpty()) return;
-  const SkinBitmap* frame = GetBitmap();
-  if (frame) frame->DrawArea(canvas, 0, 0, 0, 0, w(), h(), 1, 1);
-  const int edgeX = frame ? frame->EdgeWidthOf(frame->Width()) : 0;
-  const int edgeY = frame ? frame->EdgeHeightOf(frame->Height()) : 0;
-  const Rect inside{edgeX, edgeY, w() - 2 * edgeX, h() - 2 * edgeY};
-  if (inside.w > 0 && inside.h > 0) {
-    const ClipGuard clip{canvas.GetBitmap(), inside};
-    DrawText(first, canvas);
-  }
+  if (const SkinBitmap* frame = GetBitmap()) frame->DrawArea(canvas, 0, 0, 0, 0, w(), h(), 1, 1);
+  // The last glyph may be cut off, but leaves the border alone.
+  SubCanvas inside{canvas, 0, 0, w() - kFrame, h() - kFrame};
+  DrawText(first, inside);
   if (ShowsFocus())
-    canvas.DottedRect(kFocusInset, kFocusInset, w() - 1 - kFocusInset, h() - 1 - kFocusInset,
-                      skin->colors[kFontFace]);
+    canvas.DottedRect(kFrame, kFrame, w() - 1 - kFrame, h() - 1 - kFrame, skin->colors[kFontFace]);
 }
 
 }  // namespace zel
