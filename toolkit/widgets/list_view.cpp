@@ -172,6 +172,7 @@ int ListView::ItemAt() const {
 
 int ListView::PageSize() {
   if (bitmapIndex == -1) return 0;
+  first = std::clamp(first, 0, Count());
   int sum = 0;
   int i = first;
   for (; i < Count(); ++i) {
@@ -190,7 +191,8 @@ int ListView::PageSize() {
 
 void ListView::ScrollToCurrent() {
   const int target = GetSelected();
-  const int page = PageSize();
+  // In a list that is lower than an item the target is the one that shows in part.
+  const int page = std::max(1, PageSize());
   if (target < first)
     first = std::max(target, 0);
   else if (target >= first + page)
@@ -398,10 +400,13 @@ void ListBox::FollowCurrent() {
 }
 
 void ListBox::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
-  Dialog::HandleEvent(sender, msg, arg1, arg2);
   if (msg == MSG_WHEEL && !scrollBar.Hidden() && !scrollBar.Dialog::Contains(sender)) {
-    scrollBar.HandleEvent(sender, msg, arg1, arg2);
-  } else if (msg == MSG_SCROLL && sender == list.get()) {
+    // Comes back in the bar's name and then goes up.
+    scrollBar.HandleEvent(&scrollBar, msg, arg1, arg2);
+    return;
+  }
+  Dialog::HandleEvent(sender, msg, arg1, arg2);
+  if (msg == MSG_SCROLL && sender == list.get()) {
     FollowCurrent();
     Report(MSG_SCROLL, list->GetCurrent());
   } else if (msg == MSG_SCROLL && sender == &scrollBar) {
