@@ -87,7 +87,8 @@ void ListView::DeleteItem(int index) {
   } else if (Count() == 0) {
     current = -1;
   }
-  if (first > 0 && Count() < first + PageSize()) --first;
+  const int page = PageSize();
+  if (first > 0 && Count() < first + page) --first;
 }
 
 void ListView::Clear() {
