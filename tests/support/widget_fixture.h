@@ -30,17 +30,17 @@ using Events = std::vector<Event>;
 class RecordingDialog : public Dialog {
  public:
   void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override {
-    const bool noted = msg == MSG_ACTIVATE || msg == MSG_SCROLL || msg >= kFirstApplicationMessage;
-    if (noted && sender->GetParent() == this) {
-      events_.push_back({msg, arg1});
-      if (onEvent) onEvent(events_.back());
-    }
+    const bool isKind = msg == MSG_ACTIVATE || msg == MSG_SCROLL || msg >= kFirstApplicationMessage;
+    const bool noted = isKind && sender->GetParent() == this;
+    if (noted) events_.push_back({msg, arg1});
     Dialog::HandleEvent(sender, msg, arg1, arg2);
+    if (noted && onEvent) onEvent(events_.back());
   }
   // What was reported since the last call.
   Events Take() { return std::exchange(events_, {}); }
 
-  std::function<void(Event)> onEvent;  // what the application does then
+  // What the application does then; it may destroy the widget.
+  std::function<void(Event)> onEvent;
 
  private:
   Events events_;

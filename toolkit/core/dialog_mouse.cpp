@@ -64,6 +64,9 @@ void Dialog::HandleMouse() {
   poll_mouse();
   mousePointer->Update();
 
+  // What was hidden or disabled under the resting pointer is no longer there to be pressed.
+  const Widget* under = target->MouseWidget();
+  if (under && (under->Hidden() || under->Disabled())) target->FollowPointer();
   target->DispatchButtons(buttons, mousePointer->GetButtons());
   target->CountDoubleClick(mousePointer->GetButtons() & ~buttons);
   const Point moved = mousePointer->GetMousePosition();

@@ -489,11 +489,19 @@ void Widget::TakeTextSet(int textSet) {
   }
 }
 
-SkinBitmap* Widget::GetBitmap() const {
-  if (!skin || bitmapIndex < 0 || bitmapIndex >= Skin::kBitmaps) return nullptr;
-  SkinBitmap* element = skin->bitmaps[bitmapIndex].get();
+SkinBitmap* Widget::GetElement(int index) const {
+  if (!skin || index < 0 || index >= Skin::kBitmaps) return nullptr;
+  SkinBitmap* element = skin->bitmaps[index].get();
   return element->IsEmpty() ? nullptr : element;
 }
+
+int Widget::LookState() const {
+  if (Disabled()) return kDisabled;
+  if (Selected()) return kSelected;
+  return HasFocus() ? kFocused : kNormal;
+}
+
+bool Widget::ShowsFocus() const { return skin && skin->dottedRect != 0 && HasFocus(); }
 
 Point Widget::GetAbsolutePos() const {
   if (!parent || static_cast<const Widget*>(parent) == this) return {0, 0};

@@ -172,7 +172,7 @@ class Widget : public Rect {
   Color GetTextBackColor() const { return textBackColor; }
   void SetBitmap(int index) { bitmapIndex = index; }
   // The skin's element; null when none is selected or it has no picture.
-  SkinBitmap* GetBitmap() const;
+  SkinBitmap* GetBitmap() const { return GetElement(bitmapIndex); }
   // (0, 0) for a root, else the parent's absolute position plus the relative one.
   Point GetAbsolutePos() const;
 
@@ -196,6 +196,12 @@ class Widget : public Rect {
   void Report(int msg, EventArg arg1 = 0, EventArg arg2 = 0);
   // Takes fonts, text colours and shadow colours of all four states from a text set of the skin.
   void TakeTextSet(int textSet);
+  // An element of the skin by index; null when there is no such one or it has no picture.
+  SkinBitmap* GetElement(int index) const;
+  // The DrawState of a widget that one can press: disabled first, then selected, then focused.
+  int LookState() const;
+  // True when the skin wants a dotted rectangle to show that the widget has the focus.
+  bool ShowsFocus() const;
   // The absolute position from that of the parent.
   void UpdateAbsolutePos();
   // Sets or clears a flag and repaints.

@@ -4,12 +4,12 @@
 #include <charconv>
 #include <cmath>
 #include <iterator>
-#include <limits>
 
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/settings.h"
 #include "toolkit/core/text.h"
 #include "toolkit/skin/skin.h"
+#include "toolkit/widgets/value_range.h"
 
 namespace zel {
 namespace {
@@ -85,12 +85,7 @@ void Label::SetNumber(double d) {
 
 const char* Label::GetText() const { return text ? text->c_str() : nullptr; }
 
-int Label::GetInt() const {
-  using Limits = std::numeric_limits<int>;
-  const double number = GetDouble();
-  if (std::isnan(number)) return 0;
-  return static_cast<int>(std::clamp<double>(number, Limits::min(), Limits::max()));
-}
+int Label::GetInt() const { return RoundToInt(std::trunc(GetDouble())); }
 
 double Label::GetDouble() const { return text ? ustrtod(text->c_str(), nullptr) : 0.0; }
 
@@ -155,12 +150,6 @@ void Button::UpdateSize() {
     Resize(element->Width(), element->Height() / kElementRows);
 }
 
-int Button::LookState() const {
-  if (Disabled()) return kDisabled;
-  if (Selected()) return kSelected;
-  return HasFocus() ? kFocused : kNormal;
-}
-
 int Button::HeldState() const {
   if (Disabled()) return kDisabled;
   if (TestFlag(kFlagPressed)) return kSelected;
@@ -183,7 +172,7 @@ void Button::Draw(Bitmap& canvas) {
     font.HotkeyTextout(canvas, text->c_str(), point.x, point.y, GetFontColor(state),
                        GetShadowColor(state), Color{}, kAlignCentre);
   }
-  if (skin && skin->dottedRect != 0 && HasFocus() && !TestFlag(kFlagAutoSize))
+  if (ShowsFocus() && !TestFlag(kFlagAutoSize))
     canvas.DottedRect(kFocusInset, kFocusInset, w() - kFocusInset, h() - kFocusInset,
                       GetFontColor(state));
 }
@@ -282,8 +271,10 @@ void Button::AutoRepeat() {
 
 void Button::MsgTick() {
   Label::MsgTick();
-  if (keyTimer != 0 && --keyTimer == 0) EndKeyPress();
-  AutoRepeat();
+  if (keyTimer != 0 && --keyTimer == 0)
+    EndKeyPress();
+  else
+    AutoRepeat();
 }
 
 void Button::MsgInitSkin() {
@@ -311,7 +302,7 @@ void Button::DrawToggle(Bitmap& canvas) {
   if (!text) return;
   font.TextoutShadow(canvas, text->c_str(), {frameHeight + kCheckTextGap, textY},
                      GetFontColor(state), GetShadowColor(state), Color{}, kAlignLeft);
-  if (skin && skin->dottedRect != 0 && HasFocus())
+  if (ShowsFocus())
     canvas.DottedRect(frameHeight + 2, textY - 1, font.TextLength(text->c_str()) + frameHeight + 6,
                       textY + font.TextHeight(), GetFontColor(state));
 }

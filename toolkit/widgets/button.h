@@ -82,8 +82,6 @@ class Button : public Label {
              const char* newText);
 
  protected:
-  // The row of the element: disabled first, then pressed, then focused.
-  int LookState() const;
   // A toggle's look: pressed only while it is held.
   int HeldState() const;
   void SwitchSelected();

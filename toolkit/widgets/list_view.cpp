@@ -87,7 +87,8 @@ void ListView::DeleteItem(int index) {
   } else if (Count() == 0) {
     current = -1;
   }
-  if (first > 0 && Count() < first + PageSize()) --first;
+  const int page = PageSize();
+  if (first > 0 && Count() < first + page) --first;
 }
 
 void ListView::Clear() {
@@ -172,6 +173,7 @@ int ListView::ItemAt() const {
 
 int ListView::PageSize() {
   if (bitmapIndex == -1) return 0;
+  first = std::clamp(first, 0, Count());
   int sum = 0;
   int i = first;
   for (; i < Count(); ++i) {
@@ -190,7 +192,8 @@ int ListView::PageSize() {
 
 void ListView::ScrollToCurrent() {
   const int target = GetSelected();
-  const int page = PageSize();
+  // In a list that is lower than an item the target is the one that shows in part.
+  const int page = std::max(1, PageSize());
   if (target < first)
     first = std::max(target, 0);
   else if (target >= first + page)
@@ -250,18 +253,14 @@ void ListView::MoveCurrentTo(int target) {
   if (target != current) SetCurrent(target);
 }
 
-void ListView::ActivateByEnter() {
-  if (!IsValid(current)) return;
-  if (multiSelect) GetItem(current)->selected = true;
-  ActivateItem(current);
+void ListView::ActivateByKey(bool mark) {
+  if (!IsValid(current)) {
+    MoveCurrentTo(current);
+    return;
+  }
+  if (multiSelect) GetItem(current)->selected = mark;
   RedrawItems(current, current);
-}
-
-void ListView::ActivateBySpace() {
-  if (!IsValid(current)) return;
-  if (multiSelect) GetItem(current)->selected = !GetItem(current)->selected;
   ActivateItem(current);
-  RedrawItems(current, current);
 }
 
 bool ListView::MsgChar(int code) {
@@ -269,13 +268,11 @@ bool ListView::MsgChar(int code) {
   int target = current;
   switch (code >> 8) {
     case KEY_ENTER:
-      ActivateByEnter();
-      target = current;
-      break;
+      ActivateByKey(true);
+      return true;
     case KEY_SPACE:
-      ActivateBySpace();
-      target = current;
-      break;
+      ActivateByKey(!IsSelected(current));
+      return true;
     case KEY_HOME:
       target = 0;
       break;
@@ -316,8 +313,8 @@ void ListView::MsgLPress() {
   } else {
     SelectItem(pressed);
   }
-  ActivateItem(pressed);
   RedrawItems(current, pressed);
+  ActivateItem(pressed);
 }
 
 void ListView::MsgDClick() {
@@ -404,10 +401,13 @@ void ListBox::FollowCurrent() {
 }
 
 void ListBox::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
-  Dialog::HandleEvent(sender, msg, arg1, arg2);
   if (msg == MSG_WHEEL && !scrollBar.Hidden() && !scrollBar.Dialog::Contains(sender)) {
-    scrollBar.HandleEvent(sender, msg, arg1, arg2);
-  } else if (msg == MSG_SCROLL && sender == list.get()) {
+    // Comes back in the bar's name and then goes up.
+    scrollBar.HandleEvent(&scrollBar, msg, arg1, arg2);
+    return;
+  }
+  Dialog::HandleEvent(sender, msg, arg1, arg2);
+  if (msg == MSG_SCROLL && sender == list.get()) {
     FollowCurrent();
     Report(MSG_SCROLL, list->GetCurrent());
   } else if (msg == MSG_SCROLL && sender == &scrollBar) {

@@ -112,8 +112,7 @@ class ListView : public Widget {
   bool multiSelect = false;
 
  private:
-  void ActivateByEnter();
-  void ActivateBySpace();
+  void ActivateByKey(bool mark);
   bool MarkCurrent(int index);
 };
 

@@ -1,7 +1,6 @@
 #include "toolkit/widgets/scroll_bar.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "toolkit/skin/skin.h"
 
@@ -24,25 +23,17 @@ constexpr Parts kHorizontalParts = {SCROLL_HBACK, SCROLL_LEFT, SCROLL_RIGHT, SCR
 constexpr Parts kVerticalParts = {SCROLL_VBACK, SCROLL_UP, SCROLL_DOWN, SCROLL_VGRIP,
                                   SCROLL_VGRIPOVERLAY};
 
-int Round(double value) { return static_cast<int>(std::lround(value)); }
-
 bool IsScrollKey(int scancode) {
   constexpr int kKeys[] = {KEY_HOME, KEY_END,   KEY_PGUP, KEY_PGDN,
                            KEY_LEFT, KEY_RIGHT, KEY_UP,   KEY_DOWN};
   return std::find(std::begin(kKeys), std::end(kKeys), scancode) != std::end(kKeys);
 }
 
-int StateOf(const Widget& widget) {
-  if (widget.Disabled()) return kDisabled;
-  if (widget.Selected()) return kSelected;
-  return widget.HasFocus() ? kFocused : kNormal;
-}
-
 }  // namespace
 
 void ScrollTrack::Draw(Bitmap& canvas) {
   if (const SkinBitmap* element = GetBitmap())
-    element->DrawArea(canvas.GetBitmap(), 0, StateOf(*this), 0, 0, w(), h(), 1, kRows);
+    element->DrawArea(canvas.GetBitmap(), 0, LookState(), 0, 0, w(), h(), 1, kRows);
 }
 
 void ScrollTrack::MsgLPress() {
@@ -76,12 +67,12 @@ void ScrollGrip::Draw(Bitmap& canvas) {
   const int state = LookState();
   if (const SkinBitmap* element = GetBitmap())
     element->DrawArea(canvas.GetBitmap(), 0, state, 0, 0, w(), h(), 1, kRows);
-  if (!skin || overlay < 0) return;
-  const SkinBitmap& mark = *skin->bitmaps[overlay];
-  const int markHeight = mark.Height() / kRows;
-  if (mark.IsEmpty() || mark.Width() > w() || markHeight > h()) return;
-  mark.masked_blit(canvas.GetBitmap(), 0, state * markHeight, (w() - mark.Width()) / 2,
-                   (h() - markHeight) / 2, mark.Width(), markHeight);
+  const SkinBitmap* mark = GetElement(overlay);
+  if (!mark) return;
+  const int markHeight = mark->Height() / kRows;
+  if (mark->Width() > w() || markHeight > h()) return;
+  mark->masked_blit(canvas.GetBitmap(), 0, state * markHeight, (w() - mark->Width()) / 2,
+                    (h() - markHeight) / 2, mark->Width(), markHeight);
 }
 
 bool ScrollGrip::MsgChar(int code) {
@@ -118,7 +109,7 @@ ScrollBar::ScrollBar() {
 
 bool ScrollBar::IsHorizontal() const { return orientation == kHorizontal; }
 
-int ScrollBar::GetPosition() const { return Round(value); }
+int ScrollBar::GetPosition() const { return RoundToInt(value); }
 
 bool ScrollBar::HasArrows() const { return lessButton.GetBitmap() && moreButton.GetBitmap(); }
 
@@ -216,7 +207,7 @@ void ScrollBar::UpdateGrip() {
   const int gripLength = IsHorizontal() ? grip.w() : grip.h();
   const double way = length - arrows.less - arrows.more - gripLength;
   const double range = GetRange();
-  const int position = arrows.less + (range > 0 ? Round(way * value / range) : 0);
+  const int position = arrows.less + (range > 0 ? RoundToInt(way * value / range) : 0);
   // On a bar too short for its grip the grip stays at the first arrow.
   if (IsHorizontal())
     grip.SetX(std::max(0, position));
@@ -249,7 +240,7 @@ void ScrollBar::PageTowardPointer() {
   const double page = std::max(1.0, (max - min) * kTrackStep);
   const double step = at < start ? -page : at > start + length ? page : 0;
   const int before = GetPosition();
-  const int after = Round(std::clamp(value + step, min, std::max(min, max)));
+  const int after = RoundToInt(std::clamp(value + step, min, std::max(min, max)));
   if (after == before) return;
   SetPosition(after);
   TellChange(before);
@@ -320,7 +311,7 @@ void ScrollBar::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg
     ScrollByKeyOrDrag(static_cast<int>(arg1));
   } else if (msg == MSG_WHEEL) {
     const double steps = static_cast<double>(arg1);
-    SetPosition(Round(IsHorizontal() ? value + steps : value - steps));
+    SetPosition(RoundToInt(IsHorizontal() ? value + steps : value - steps));
     TellChange(before);
   }
   Dialog::HandleEvent(sender, msg, arg1, arg2);

@@ -1,6 +1,8 @@
 #include "toolkit/widgets/value_range.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace zel {
 namespace {
@@ -9,6 +11,12 @@ namespace {
 enum BarFrame : int { kTrack = 0, kFilled = 1, kBarFrames = 2 };
 
 }  // namespace
+
+int RoundToInt(double d) {
+  using Limits = std::numeric_limits<int>;
+  if (std::isnan(d)) return 0;
+  return static_cast<int>(std::clamp<double>(std::round(d), Limits::min(), Limits::max()));
+}
 
 void ValueRange::SetMin(double d) { min = d; }
 void ValueRange::SetMax(double d) { max = d; }

@@ -6,6 +6,9 @@
 
 namespace zel {
 
+// The nearest whole number: the nearest that there is where the number is too large, 0 for NaN.
+int RoundToInt(double d);
+
 // A value between two bounds, and the step in which it changes. The second base of widgets that
 // hold a value; it tells nobody.
 class ValueRange {

@@ -1,0 +1,86 @@
+#include "toolkit/widgets/combo_box.h"
+
+#include <memory>
+
+#include "tests/support/widget_fixture.h"
+
+namespace zel {
+namespace {
+
+// A box with ten entries, 12 pixels each; its list covers a button.
+class ComboBoxTest : public WidgetFixture {
+ protected:
+  ComboBoxTest() {
+    for (const char* text : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"})
+      combo->GetListBox().InsertItem(std::make_unique<TextListItem>(text));
+    combo->Setup(20, 10, 100, 24, 0, 0, 1);
+    Show(*combo, {20, 10, 100, 24});
+    Show(covered, {10, 34, 120, 100});
+  }
+  void ClickArrow() { Click(110, 20); }
+  // The middle of an entry while the first one shows at the top.
+  static int PlaceOf(int entry) { return 34 + 2 + 12 * entry + 6; }
+  Rows Screen() { return Picture(Frame()); }
+
+  std::unique_ptr<ComboBox> combo = std::make_unique<ComboBox>();
+  Button covered;
+};
+
+TEST_F(ComboBoxTest, ListLiesAboveTheDialogWhileItIsOpen) {
+  ClickArrow();
+  EXPECT_EQ(combo->h(), 24 + 80);
+  const Rows open = Screen();
+  covered.Redraw();
+  EXPECT_TRUE(Screen() == open);
+  ClickArrow();
+  const Rows closed = Screen();
+  root.Redraw();
+  EXPECT_TRUE(Screen() == closed && closed != open) << "what the list covered was repainted";
+}
+
+TEST_F(ComboBoxTest, MouseChoosesOnce) {
+  ClickArrow();
+  Click(100, PlaceOf(2));
+  EXPECT_STREQ(combo->GetEdit().GetText(), "2");
+  Click(100, PlaceOf(2));
+  EXPECT_EQ(root.Take(), (Events{{MSG_ACTIVATE, 2}, {MSG_ACTIVATE, 0}}))
+      << "the second press goes to what the list covered";
+  root.onEvent = [this](const Event&) { combo.reset(); };
+  ClickArrow();
+  Click(100, PlaceOf(3));
+  EXPECT_EQ(combo, nullptr) << "the parent may destroy it";
+}
+
+TEST_F(ComboBoxTest, KeyboardOpensChoosesAndCancels) {
+  root.SetFocus(&combo->GetEdit());
+  Press(KEY_ENTER, '\r');
+  EXPECT_TRUE(combo->IsOpen());
+  EXPECT_EQ(root.Take(), (Events{{MSG_ACTIVATE, 1}}));
+  PressTimes(8, KEY_DOWN);
+  Press(KEY_ESC, 27);
+  EXPECT_FALSE(combo->IsOpen() || root.IsClosed());
+  EXPECT_STREQ(combo->GetEdit().GetText(), "1") << "Escape takes back what the keys did";
+
+  Press(KEY_SPACE, ' ');
+  Tick(20);
+  EXPECT_TRUE(combo->IsOpen()) << "by the button, which has the focus again";
+  Press(KEY_DOWN);
+  Press(KEY_ENTER, '\r');
+  EXPECT_EQ(root.Take(), (Events{{MSG_ACTIVATE, 2}}));
+}
+
+TEST_F(ComboBoxTest, ClosesWhenThePointerLeavesIt) {
+  ClickArrow();
+  Hold(110, 60);
+  MoveTo(200, 150);
+  EXPECT_TRUE(combo->IsOpen()) << "while its scroll bar is dragged";
+  Release();
+  EXPECT_FALSE(combo->IsOpen());
+
+  ClickArrow();
+  MoveTo(200, 150);
+  EXPECT_FALSE(combo->IsOpen());
+}
+
+}  // namespace
+}  // namespace zel

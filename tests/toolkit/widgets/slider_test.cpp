@@ -1,0 +1,87 @@
+#include "toolkit/widgets/slider.h"
+
+#include <cmath>
+
+#include "tests/support/widget_fixture.h"
+
+namespace zel {
+namespace {
+
+// A grip of 10 pixels on a track of 110 pixels for the values 0 to 100.
+class SliderTest : public WidgetFixture {
+ protected:
+  SliderTest() {
+    Dress(HSLIDER_GRIP, Rows(4, "gggggggggg"), {-1, -1});
+    Dress(VSLIDER_GRIP, Rows(10, "gggg"), {-1, -1});
+  }
+  void ShowSlider(int orientation, int value) {
+    root.Remove(&slider);
+    slider.Setup(20, 30, 110, 110, 0, 0, 0, 100, value, orientation);
+    Show(slider, {20, 30, slider.w(), slider.h()});
+  }
+
+  Slider slider;
+};
+
+TEST_F(SliderTest, GripComesToThePointerAndStaysUnderIt) {
+  ShowSlider(kHorizontal, 0);
+  Hold(20 + 80, 35);
+  MoveTo(20 + 81, 5);
+  Release();
+  EXPECT_EQ(root.Take(), (Events{{MSG_SCROLL, 75}, {MSG_SCROLL, 76}}));
+  Hold(20 + 79, 35);
+  MoveTo(20 + 59, 5);
+  Release();
+  EXPECT_EQ(root.Take(), (Events{{MSG_SCROLL, 56}})) << "a press on the grip leaves it there";
+
+  ShowSlider(kVertical, 0);
+  Hold(25, 30 + 80);
+  MoveTo(5, 30 + 81);
+  EXPECT_EQ(root.Take(), (Events{{MSG_SCROLL, 75}, {MSG_SCROLL, 76}}));
+}
+
+TEST_F(SliderTest, KeysAndWheelMoveWithinTheRange) {
+  const struct {
+    int orientation, value, scancode, wheel, expected;
+  } rows[] = {{kHorizontal, 50, KEY_RIGHT, 0, 51}, {kHorizontal, 50, KEY_LEFT, 0, 49},
+              {kVertical, 50, KEY_DOWN, 0, 51},    {kVertical, 50, KEY_UP, 0, 49},
+              {kHorizontal, 50, KEY_HOME, 0, 0},   {kHorizontal, 50, KEY_END, 0, 100},
+              {kHorizontal, 95, KEY_PGUP, 0, 100}, {kHorizontal, 50, KEY_PGDN, 0, 40},
+              {kHorizontal, 50, 0, 3, 53},         {kVertical, 50, 0, 3, 47},
+              {kHorizontal, 1, 0, -9, 0},          {kHorizontal, 0, 0, -9, 0}};
+  for (const auto& row : rows) {
+    ShowSlider(row.orientation, row.value);
+    slider.MsgWheel(row.wheel);
+    EXPECT_EQ(slider.MsgChar(row.scancode << 8), row.scancode != 0);
+    const bool changes = row.expected != row.value;
+    EXPECT_EQ(root.Take(), changes ? (Events{{MSG_SCROLL, row.expected}}) : Events{});
+  }
+}
+
+TEST_F(SliderTest, RangesAndNumbersThatAreNoneDoNoHarm) {
+  ShowSlider(kHorizontal, 50);
+  for (const double odd : {HUGE_VAL, -1e308, std::nan(""), 50.0}) {
+    slider.SetRange(50, odd);
+    slider.SetValue(odd);
+    Click(100, 35);
+    Press(KEY_RIGHT);
+    Frame();
+  }
+  EXPECT_EQ(slider.GetPosition(), 50);
+}
+
+TEST_F(SliderTest, EachStateHasItsTrackAndItsGrip) {
+  Dress(HSLIDER_BACK, {"kwk", "kkk", "kck", "kbk"}, {1, 1});
+  Dress(HSLIDER_GRIP, {"gg", "rr", "..", "yy"}, {-1, -1});
+  CurrentSkin()->dottedRect = 0;
+  slider.Setup(20, 30, 8, 1, 0, 0, 0, 6, 3, kHorizontal);
+  const auto look = [this] { return Picture(Drawn(slider).GetBitmap()).front(); };
+  EXPECT_EQ(look(), "kwwggwwk");
+  slider.Select();
+  EXPECT_EQ(look(), "kkkrrkkk");
+  slider.Disable();
+  EXPECT_EQ(look(), "kcccccck");
+}
+
+}  // namespace
+}  // namespace zel

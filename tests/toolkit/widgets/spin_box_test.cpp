@@ -1,0 +1,69 @@
+#include "toolkit/widgets/spin_box.h"
+
+#include "tests/support/widget_fixture.h"
+
+namespace zel {
+namespace {
+
+// The arrows of the built-in look are 16 pixels wide.
+class SpinBoxTest : public WidgetFixture {
+ protected:
+  SpinBoxTest() {
+    spin.Setup(20, 30, 80, 24, 0, 0, 0, 300, 0, 1);
+    Show(spin, {20, 30, 80, 24});
+  }
+  // Types a character behind a text.
+  void Type(const char* before, char character) {
+    spin.GetEdit().SetText(before);
+    root.SetFocus(&spin.GetEdit());
+    Press(0, character);
+  }
+  void ClickUp() { Click(90, 34); }
+
+  SpinBox spin;
+};
+
+TEST_F(SpinBoxTest, ArrowsStepWithinTheRangeWhileTheyAreHeld) {
+  spin.Setup(20, 30, 80, 24, 0, 0, 0, 10, 5, 2);
+  Hold(90, 34);
+  Tick(50);
+  Release();
+  EXPECT_EQ(root.Take(), (Events{{MSG_SCROLL, 2}, {MSG_SCROLL, 2}, {MSG_SCROLL, 2}}));
+  Click(90, 50);
+  EXPECT_EQ(root.Take(), (Events{{MSG_SCROLL, -2}}));
+}
+
+TEST_F(SpinBoxTest, TypingSetsTheValueAndTellsNobody) {
+  Type("", '7');
+  EXPECT_EQ(spin.GetValue(), 7);
+  Type("99", '9');
+  EXPECT_EQ(spin.GetValue(), 300);
+  EXPECT_STREQ(spin.GetEdit().GetText(), "999") << "until an arrow is pressed";
+  Press(KEY_ENTER, '\r');
+  EXPECT_EQ(root.Take(), (Events{{MSG_ACTIVATE, 0}}));
+  Click(90, 50);
+  EXPECT_STREQ(spin.GetEdit().GetText(), "299");
+}
+
+TEST_F(SpinBoxTest, ReadsTheTextAsItsKindOfNumber) {
+  Type("2.", '7');
+  EXPECT_EQ(spin.GetValue(), 2);
+  spin.GetEdit().SetFilter(kFilterHexadecimal | kFilterUpperCase);
+  Type("1", 'e');
+  EXPECT_EQ(spin.GetValue(), 30);
+  ClickUp();
+  EXPECT_STREQ(spin.GetEdit().GetText(), "1F");
+}
+
+TEST_F(SpinBoxTest, NumbersOfAnySizeFit) {
+  spin.Setup(20, 30, 80, 24, 0, 0, -1e308, 1e308, -1e18, 0.5);
+  EXPECT_STREQ(spin.GetEdit().GetText(), "-1000000000000000000");
+  for (const auto& [text, last] : {std::pair{"na", 'n'}, {"in", 'f'}, {"1e99", '9'}, {"2.2", '5'}})
+    Type(text, last);
+  ClickUp();
+  EXPECT_EQ(spin.GetValue(), 2.75);
+  EXPECT_STREQ(spin.GetEdit().GetText(), "3");
+}
+
+}  // namespace
+}  // namespace zel

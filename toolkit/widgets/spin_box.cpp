@@ -1,0 +1,129 @@
+#include "toolkit/widgets/spin_box.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <iterator>
+#include <string>
+
+#include "toolkit/core/text.h"
+
+namespace zel {
+namespace {
+
+constexpr int kFrames = 4;  // of an arrow's element, one per DrawState
+constexpr int kCapacity = 10;
+
+// Room for the largest double without digits behind the point.
+constexpr int kLongestNumber = 320;
+
+}  // namespace
+
+void SpinButton::Draw(Bitmap& canvas) {
+  const SkinBitmap* element = GetBitmap();
+  if (!element) return;
+  const int width = element->Width();
+  const int height = element->Height() / kFrames;
+  const int top = LookState() * height;
+  // Shrinking leaves out rows; the last one, the lower border, is kept by being drawn for itself.
+  element->masked_stretch_blit(canvas, 0, top, width, height - 1, 0, 0, w(), h() - 1);
+  element->masked_stretch_blit(canvas, 0, top + height - 1, width, 1, 0, h() - 1, w(), 1);
+}
+
+SpinBox::SpinBox() {
+  Add(&edit);
+  Add(&upButton);
+  Add(&downButton);
+}
+
+void SpinBox::Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask,
+                    double newMin, double newMax, double newValue, double newIncrement) {
+  Shape(px, py, width, height);
+  ValueRange::Setup(newMin, newMax, newValue, newIncrement);
+  edit.Setup(0, 0, width, height, shortcut, mask, nullptr, kCapacity);
+  ShowValue();
+  integerMode = false;
+}
+
+void SpinBox::Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask,
+                    int newMin, int newMax, int newValue, int newIncrement) {
+  Setup(px, py, width, height, shortcut, mask, static_cast<double>(newMin),
+        static_cast<double>(newMax), static_cast<double>(newValue),
+        static_cast<double>(newIncrement));
+  integerMode = true;
+}
+
+void SpinBox::MsgInitSkin() {
+  Dialog::MsgInitSkin();
+  upButton.SetBitmap(SCROLL_UP);
+  downButton.SetBitmap(SCROLL_DOWN);
+  upButton.SetFlag(kFlagAutoRepeat);
+  downButton.SetFlag(kFlagAutoRepeat);
+  UpdateLayout();
+}
+
+void SpinBox::UpdateLayout() {
+  const SkinBitmap* arrow = upButton.GetBitmap();
+  if (!arrow) return;
+  const int width = arrow->Width();
+  const int left = std::max(0, w() - width);
+  upButton.Shape(left, 0, width, h() / 2);
+  downButton.Shape(left, h() / 2, width, h() / 2);
+  edit.Resize(left, h());
+  Dialog::UpdateLayout();
+}
+
+void SpinBox::SetValue(double d) {
+  ValueRange::SetValue(d);
+  Redraw();
+}
+
+void SpinBox::Increment() {
+  ValueRange::Increment();
+  ShowValue();
+}
+
+void SpinBox::Decrement() {
+  ValueRange::Decrement();
+  ShowValue();
+}
+
+void SpinBox::ShowValue() {
+  const int whole = RoundToInt(value);
+  if (whole == std::round(value) || std::isnan(value)) {
+    edit.SetNumber(whole);
+  } else {
+    // More digits than an int has.
+    char digits[kLongestNumber];
+    *std::to_chars(digits, std::end(digits) - 1, value, std::chars_format::fixed, 0).ptr = '\0';
+    edit.SetText(Ascii(digits));
+  }
+  Redraw();
+}
+
+void SpinBox::TakeText() { SetValue(integerMode ? edit.GetInt() : edit.GetDouble()); }
+
+void SpinBox::Step(int direction) {
+  TakeText();
+  const double before = value;
+  if (direction > 0)
+    Increment();
+  else
+    Decrement();
+  if (value != before) Report(MSG_SCROLL, EventArg{direction} * RoundToInt(increment));
+}
+
+void SpinBox::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
+  if (msg == MSG_UCHAR && sender == &edit)
+    TakeText();
+  else if (msg == MSG_ACTIVATE && sender == &upButton)
+    Step(1);
+  else if (msg == MSG_ACTIVATE && sender == &downButton)
+    Step(-1);
+  else if (msg == MSG_ACTIVATE)
+    Report(MSG_ACTIVATE);
+  else
+    Dialog::HandleEvent(sender, msg, arg1, arg2);
+}
+
+}  // namespace zel
