@@ -1,9 +1,9 @@
 #include "launcher/hint_file.h"
 
 #include <algorithm>
-#include <memory>
 
 #include "launcher/menu_config.h"
+#include "launcher/whole_file.h"
 #include "toolkit/core/allegro.h"
 #include "toolkit/core/text.h"
 
@@ -12,24 +12,6 @@ namespace {
 
 constexpr std::size_t kLineBytes = 2047;  // a longer line is cut
 constexpr int kRoom = 4095;               // what joined pieces may fill
-constexpr long kLongestFile = 16L << 20;
-
-struct PackfileCloser {
-  void operator()(PACKFILE* file) const { pack_fclose(file); }
-};
-
-std::string ReadWhole(const char* fileName) {
-  if (!exists(fileName)) return {};
-  const std::unique_ptr<PACKFILE, PackfileCloser> file{pack_fopen(fileName, F_READ)};
-  if (!file) return {};
-  std::string text;
-  for (int byte = pack_getc(file.get()); byte != EOF && byte != '\0';
-       byte = pack_getc(file.get())) {
-    text += static_cast<char>(byte);
-    if (static_cast<long>(text.size()) > kLongestFile) break;
-  }
-  return text;
-}
 
 bool IsEndLine(const std::string& line) {
   constexpr char kEnd[] = "[END:";
@@ -76,7 +58,7 @@ class Paragraph {
 }  // namespace
 
 HintFile::HintFile(const char* fileName) {
-  const std::string text = ReadWhole(fileName);
+  const std::string text = ReadWhole(fileName).c_str();  // a zero byte ends it
   for (std::size_t start = 0; start < text.size();) {
     const std::size_t end = std::min(text.find_first_of("\r\n", start), text.size());
     std::string line = Trimmed(text.substr(start, end - start).c_str());

@@ -10,7 +10,7 @@
 namespace zel {
 namespace {
 
-// Between the hint and its frame.
+// Between the hint and its frame; at the right, kHintMargin leaves room enough.
 constexpr int kHintInset = 4;
 // What ShowHint leaves of the text viewer's width for its frame and scroll bar.
 constexpr int kHintMargin = 24;
@@ -74,13 +74,16 @@ bool MenuList::HandleKey(int code) {
 }
 
 bool MenuList::MsgChar(int code) {
+  // What the mouse has opened is settled; its index would take this key's step back.
+  pendingIndex = -1;
   bool used = false;
   bool moved = false;
   do {
     const int before = current;
     used = HandleKey(code);
     moved = current != before;
-  } while (moved && IsSeparatorAt(current));
+    // A key that has opened another menu must not choose in it too.
+  } while (moved && pendingIndex == -1 && IsSeparatorAt(current));
   if (moved) Report(MSG_ITEM_SELECTED, reinterpret_cast<EventArg>(GetItem(current)));
   if (pendingIndex != -1) SelectItem(std::exchange(pendingIndex, -1));
   return used;
@@ -170,7 +173,7 @@ void MenuPanel::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg
 
 HintPanel::HintPanel() : TitledPanel{view} {
   Add(&view);
-  view.SetMargins(kHintInset, kHintInset, kHintInset, kHintInset);
+  view.SetMargins(kHintInset, kHintInset, 0, kHintInset);
 }
 
 void HintPanel::Draw(Bitmap& canvas) {

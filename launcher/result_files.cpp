@@ -44,9 +44,8 @@ void WriteResultFiles(const MenuConfig& config) {
 }
 
 std::vector<int> ParseMenuPosition(const std::string& text) {
-  // The first line that says something: white space before it is trimmed away.
-  std::string line = Trimmed(text.c_str());
-  line = CutToChars(line.substr(0, line.find_first_of("\r\n")).c_str(), kLongestLine);
+  const std::string firstLine = text.substr(0, text.find_first_of("\r\n"));
+  const std::string line = CutToChars(Trimmed(firstLine.c_str()).c_str(), kLongestLine);
   std::vector<int> indices;
   for (std::size_t start = 0; start < line.size();) {
     const std::size_t end = std::min(line.find(',', start), line.size());

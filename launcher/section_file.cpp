@@ -2,105 +2,114 @@
 
 #include <algorithm>
 #include <charconv>
-#include <memory>
+#include <limits>
 #include <string_view>
 
+#include "launcher/whole_file.h"
 #include "toolkit/core/allegro.h"
+#include "toolkit/core/text.h"
 
 namespace zel {
 namespace {
 
-constexpr long kLongestFile = 32L << 20;
+constexpr int kLastCharacter = 0x10FFFF;
 
-struct PackfileCloser {
-  void operator()(PACKFILE* file) const { pack_fclose(file); }
-};
-
-std::string ReadWhole(const char* fileName) {
-  if (!exists(fileName)) return {};
-  const std::unique_ptr<PACKFILE, PackfileCloser> file{pack_fopen(fileName, F_READ)};
-  if (!file) return {};
-  std::string text;
-  char block[1 << 14];
-  for (long count = pack_fread(block, sizeof block, file.get()); count > 0;
-       count = pack_fread(block, sizeof block, file.get())) {
-    text.append(block, static_cast<std::size_t>(count));
-    if (static_cast<long>(text.size()) > kLongestFile) break;
-  }
-  // A zero byte would end what follows it for every text function.
-  std::replace(text.begin(), text.end(), '\0', ' ');
+std::string ToCurrentFormat(const std::string& utf8) {
+  if (!need_uconvert(utf8.c_str(), U_UTF8, U_CURRENT)) return utf8;
+  const int size = uconvert_size(utf8.c_str(), U_UTF8, U_CURRENT);
+  std::string text(static_cast<std::size_t>(size), '\0');
+  do_uconvert(utf8.c_str(), U_UTF8, text.data(), U_CURRENT, size);
+  text.resize(static_cast<std::size_t>(size - ucwidth(0)));
   return text;
 }
 
+void Append(std::string& text, int character) {
+  // Allegro itself has no end writing the largest numbers that a damaged text may hold.
+  if (character < 0 || character > kLastCharacter) character = '^';
+  char bytes[8];
+  text.append(bytes, static_cast<std::size_t>(usetc(bytes, character)));
+}
+
+// The line at `position`, which moves behind it and its end. A damaged character is what Allegro
+// takes it for and ends where Allegro believes that it ends; a zero one ends the line's text.
+std::string NextLine(const std::string& text, std::size_t& position) {
+  std::string line;
+  while (position < text.size()) {
+    const char* at = text.c_str() + position;
+    const int character = ugetc(at);
+    position += static_cast<std::size_t>(uwidth(at));
+    if (character == '\r' || character == '\n') break;
+    Append(line, character);
+  }
+  return line.c_str();
+}
+
+// The end of the characters that belong together, from `at` on.
+const char* Skip(const char* at, bool (*belongs)(int)) {
+  for (int character = ugetc(at); character != 0 && belongs(character); character = ugetc(at))
+    at += uwidth(at);
+  return at;
+}
+
 std::string Lower(std::string_view name) {
-  std::string lower{name};
-  for (char& c : lower)
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  std::string lower;
+  const std::string copy{name};
+  const char* at = copy.c_str();
+  for (int character = ugetxc(&at); character != 0; character = ugetxc(&at))
+    Append(lower, utolower(character));
   return lower;
 }
 
-// The name that a line begins with, ended as Allegro ends it.
-std::string_view NameOf(std::string_view line) {
-  const std::size_t start = line.find_first_not_of(" \t\f\v");
-  if (start == std::string_view::npos) return {};
-  line.remove_prefix(start);
-  return line.substr(0, line.find_first_of(" \t\f\v=#"));
-}
-
 bool IsSection(std::string_view name) {
-  return name.size() >= 2 && name.front() == '[' && name.back() == ']';
+  return !name.empty() && name.front() == '[' && name.back() == ']';
 }
 
 }  // namespace
 
-SectionFile::SectionFile(const char* fileName) {
-  push_config_state();
-  TakeApart(ReadWhole(fileName));
-}
-
-SectionFile::~SectionFile() { pop_config_state(); }
+SectionFile::SectionFile(const char* fileName) { TakeApart(ToCurrentFormat(ReadWhole(fileName))); }
 
 void SectionFile::TakeApart(const std::string& text) {
-  std::string* section = nullptr;
-  for (std::size_t start = 0; start < text.size();) {
-    const std::size_t end = std::min(text.find_first_of("\r\n", start), text.size());
-    const std::string_view line{text.data() + start, end - start};
-    const std::string_view name = NameOf(line);
+  Section* section = nullptr;
+  for (std::size_t position = 0; position < text.size();) {
+    const std::string line = NextLine(text, position);
+    const char* start = Skip(line.c_str(), [](int c) { return uisspace(c) != 0; });
+    const char* end = Skip(start, [](int c) { return !uisspace(c) && c != '=' && c != '#'; });
+    const std::string_view name{start, end};
     if (IsSection(name)) {
-      // A section may be continued later in the file; its first value for a key counts.
+      // A section may be continued later in the file.
       section = &sections_[Lower(name.substr(1, name.size() - 2))];
     } else if (section && !name.empty()) {
-      section->append(line);
-      section->push_back('\n');
+      const char* value = Skip(end, [](int c) { return uisspace(c) || c == '='; });
+      section->push_back({Lower(name), Trimmed(value)});
     }
-    start = end + 1;
   }
 }
 
 void SectionFile::Select(const char* section) {
-  current_ = section;
-  std::string text;
   const auto found = sections_.find(Lower(section));
-  if (found != sections_.end()) {
-    text = "[" + current_ + "]\n";
-    text += CutToBytes(found->second.c_str(), found->second.size());
-  }
-  set_config_data(text.c_str(), static_cast<int>(text.size()));
+  current_ = found == sections_.end() ? nullptr : &found->second;
 }
 
 const char* SectionFile::GetText(const char* key, const char* defaultText) const {
-  const char* value = get_config_string(current_.c_str(), Ascii(key), defaultText);
-  return value && *value != '\0' ? value : defaultText;
+  if (!current_) return defaultText;
+  const auto found =
+      std::find_if(current_->begin(), current_->end(),
+                   [name = Lower(key)](const Entry& entry) { return entry.key == name; });
+  return found == current_->end() || found->value.empty() ? defaultText : found->value.c_str();
 }
 
 int SectionFile::GetInt(const char* key, int defaultValue) const {
-  return get_config_int(current_.c_str(), Ascii(key), defaultValue);
+  const char* value = GetText(key, nullptr);
+  if (!value) return defaultValue;
+  using Limits = std::numeric_limits<int>;
+  return static_cast<int>(
+      std::clamp<long>(ustrtol(value, nullptr, 0), Limits::min(), Limits::max()));
 }
 
 std::vector<int> SectionFile::Numbered(const char* stem, int last) const {
   const std::string prefix = Lower(stem);
   std::vector<int> numbers;
-  for (const auto& [name, text] : sections_) {
+  for (const auto& [name, section] : sections_) {
     if (name.compare(0, prefix.size(), prefix) != 0) continue;
     const std::string_view digits = std::string_view{name}.substr(prefix.size());
     int number = 0;

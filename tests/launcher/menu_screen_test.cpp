@@ -1,0 +1,105 @@
+#include "launcher/menu_screen.h"
+
+#include "tests/support/fake_machine.h"
+#include "tests/support/fake_timers.h"
+#include "tests/support/launcher_fixture.h"
+#include "toolkit/core/mouse_pointer.h"
+#include "toolkit/core/startup.h"
+
+namespace zel {
+namespace {
+
+constexpr const char* kMain =
+    "[MENU_CONFIGURATION]\nLinesNumber=6\nHintFile=hints\n[LINE1]\nSeparator=1\n"
+    "[LINE2]\nTitle=First\nExCode=11\nExString=first\nHintSection=a\n"
+    "[LINE3]\nTitle=Inner\nExCode=12\nSubmenu=inner.cfg\n[LINE4]\nSeparator=1\n"
+    "[LINE5]\nTitle=Off\nSubmenu=inner.cfg\nDisable=1\nExCode=15\n[LINE6]\nTitle=Nothing\n";
+constexpr const char* kInner =
+    "[MENU_CONFIGURATION]\nLinesNumber=2\n[LINE1]\nTitle=One\nExCode=21\nExString=one\n"
+    "[LINE2]\nTitle=Deeper\nExCode=22\nSubmenu=menu.cfg\n";
+
+class MenuScreenTest : public LauncherFixture {
+ protected:
+  MenuScreenTest() {
+    WriteFile("menu.cfg", kMain);
+    WriteFile("inner.cfg", kInner);
+    WriteFile("hints", "[a]\nsome words\n[end:a]\n");
+    InstallToolkit(nullptr);
+  }
+  ~MenuScreenTest() override {
+    screen_->MsgEnd();
+    screen_.reset();
+    ExitToolkit();
+  }
+
+  void Start(const std::string& position) {
+    if (screen_) screen_->MsgEnd();
+    WriteFile("menupos.txt", position);
+    screen_ = std::make_unique<MenuScreen>();
+    screen_->MsgStart();
+    screen_->ApplyGeometry();
+  }
+  // Depth, current entry and its exit code after some keys.
+  std::string After(std::initializer_list<int> scancodes) {
+    for (const int scancode : scancodes) screen_->HandleKey(0, scancode);
+    return std::to_string(screen_->Config().Depth()) + '/' +
+           std::to_string(screen_->List().GetCurrent()) + '/' +
+           std::to_string(launcherState.exitCode);
+  }
+  std::string Hint() const {
+    const auto& panel = static_cast<Dialog&>(*screen_->Children()[3]);
+    if (panel.Hidden()) return "hidden";
+    const auto& lines = static_cast<TextView*>(panel.Children()[0])->Lines();
+    return lines.empty() ? "" : lines[0];
+  }
+
+  FakeMachine machine_;
+  FakeTimers timers_;
+  std::unique_ptr<MenuScreen> screen_;
+};
+
+TEST_F(MenuScreenTest, KeysMoveThroughTheMenus) {
+  Start("");
+  EXPECT_EQ(After({}), "1/1/11");
+  EXPECT_STREQ(launcherState.outputString, "first");
+  EXPECT_EQ(Hint(), "some words ");
+  EXPECT_EQ(After({KEY_DOWN}), "1/2/12");
+  EXPECT_EQ(After({KEY_ENTER}), "2/0/0");
+  EXPECT_EQ(Hint(), "hidden");
+  EXPECT_EQ(After({KEY_DOWN, KEY_DOWN, KEY_ENTER_PAD}), "3/0/0");
+  EXPECT_EQ(After({KEY_SPACE}), "2/2/22");
+  EXPECT_EQ(After({KEY_HOME, KEY_ENTER}), "1/2/12");
+  EXPECT_EQ(Hint(), "");
+  EXPECT_EQ(After({KEY_DOWN, KEY_ENTER}), "1/4/15") << "disabled";
+}
+
+TEST_F(MenuScreenTest, TheLastPositionIsRestoredAsFarAsItFits) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"0", "1/0/0"},   {"2,1", "2/1/21"},    {"2,2,5", "3/5/15"}, {"2,2,3,1", "4/1/21"},
+      {"99", "1/5/0"},  {"2,99,1", "2/2/22"}, {"1,3", "1/1/11"},   {"4,1", "2/1/21"},
+      {"-7", "1/1/11"}, {"2,-1", "2/0/0"},
+  };
+  for (const auto& [position, where] : rows) {
+    Start(position);
+    EXPECT_EQ(After({}), where) << position;
+  }
+}
+
+TEST_F(MenuScreenTest, AKeyAfterTheMouseHasOpenedAMenuMovesOn) {
+  Start("2");
+  mouse_x = screen_->List().x();
+  mouse_y = screen_->List().y() + 1;
+  mousePointer->Poll();
+  screen_->List().MsgDClick();
+  EXPECT_EQ(After({KEY_DOWN}), "2/1/21");
+}
+
+TEST_F(MenuScreenTest, GoingBackToASeparatorDoesNotChooseIt) {
+  Start("2,0");
+  WriteFile("menu.cfg", std::string{kMain} + "[LINE3]\nSeparator=1\n");
+  EXPECT_EQ(After({KEY_ENTER}), "1/2/12");
+  EXPECT_FALSE(screen_->IsClosed());
+}
+
+}  // namespace
+}  // namespace zel

@@ -1,0 +1,39 @@
+// What tests of the launcher start from.
+#pragma once
+
+#include <filesystem>
+
+#include "launcher/menu_config.h"
+#include "launcher/paths.h"
+#include "launcher/state.h"
+#include "tests/support/allegro_fixture.h"
+#include "tests/support/temp_files.h"
+
+namespace zel {
+
+// Works in an empty directory, where all files of the launcher have their last names. Leaves the
+// launcher's state as a program start finds it.
+class LauncherFixture : public AllegroFixture {
+ protected:
+  LauncherFixture() {
+    std::filesystem::current_path(directory_.Path());
+    paths = {.configDirectory = ".",
+             .mouseServerPid = "gpm.pid",
+             .languageFile = "i18n",
+             .progressFile = "progress",
+             .outputFile = "output.txt",
+             .positionFile = "menupos.txt"};
+  }
+  ~LauncherFixture() override {
+    std::filesystem::current_path(before_);
+    paths = {};
+    layoutValues = {};
+    launcherState = {};
+  }
+
+ private:
+  const std::filesystem::path before_ = std::filesystem::current_path();
+  const TempDir directory_;
+};
+
+}  // namespace zel
