@@ -254,6 +254,7 @@ class SkinBitmap {
   bool CanDraw(BITMAP* target, bool masked) const {
     return bitmap && target && (!masked || SameDepth(target));
   }
+  void DrawBox(int x1, int y1, int x2, int y2, Color fill, Color light, Color dark);
   void Adopt(BITMAP* made, int newKind);
   void Assign(BITMAP* source, bool copy, int sourceKind, int newKind);
 
