@@ -54,7 +54,7 @@ void CopyMono(const FT_Bitmap& bitmap, GlyphImage& image) {
   for (int y = 0; y < image.height; ++y) {
     const unsigned char* row = bitmap.buffer + y * bitmap.pitch;
     for (int x = 0; x < image.width; ++x)
-      image.pixels[y * image.width + x] = (row[x / 8] >> (7 - x % 8)) & 1;
+      image.pixels[y * image.stride + x] = (row[x / 8] >> (7 - x % 8)) & 1;
   }
 }
 
@@ -64,7 +64,7 @@ void CopyGray(const FT_Bitmap& bitmap, GlyphImage& image) {
   for (int y = 0; y < image.height; ++y) {
     const unsigned char* row = bitmap.buffer + y * bitmap.pitch;
     for (int x = 0; x < image.width; ++x)
-      image.pixels[y * image.width + x] =
+      image.pixels[y * image.stride + x] =
           static_cast<std::uint8_t>(std::min(row[x] * factor, kGrayLevels - 1));
   }
 }
@@ -78,7 +78,7 @@ bool IsDrawable(const FT_Glyph_Metrics& metrics) {
 // Makes two-tone pixels of coverage and the other way round, for faces that come with their
 // pictures.
 void Convert(GlyphImage& image, FT_Render_Mode mode, bool isMono) {
-  const std::size_t count = static_cast<std::size_t>(image.width) * image.height;
+  const std::size_t count = static_cast<std::size_t>(image.stride) * image.height;
   for (std::size_t i = 0; i < count; ++i) {
     std::uint8_t& pixel = image.pixels[i];
     if (mode == FT_RENDER_MODE_MONO && !isMono) pixel = pixel >= kGrayLevels / 2;
@@ -98,7 +98,8 @@ std::unique_ptr<GlyphImage> Render(FT_Face face, unsigned index, FT_Render_Mode 
   image->height = static_cast<int>(bitmap.rows);
   image->left = face->glyph->bitmap_left;
   image->top = face->glyph->bitmap_top;
-  image->pixels = std::make_unique<std::uint8_t[]>(static_cast<std::size_t>(image->width) *
+  image->stride = (image->width + GlyphImage::kBlock - 1) / GlyphImage::kBlock * GlyphImage::kBlock;
+  image->pixels = std::make_unique<std::uint8_t[]>(static_cast<std::size_t>(image->stride) *
                                                    static_cast<std::size_t>(image->height));
   if (isMono)
     CopyMono(bitmap, *image);
