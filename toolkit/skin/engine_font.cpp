@@ -50,6 +50,23 @@ int FindPixelSize(FT_Face face, int px) {
   return 0;
 }
 
+void TakeSize(EngineFont& face, int px, int pixelSize) {
+  face.glyphs.Clear();
+  face.size = px;
+  face.pixelSize = pixelSize;
+  face.ascent = static_cast<int>(face.ftFace->size->metrics.ascender >> kSubpixelBits);
+}
+
+// The line of a bitmap face may be higher than its nominal pixel size, by which FreeType finds a
+// fixed size; the first one is taken by its place.
+void TakeFirstFixedSize(EngineFont& face) {
+  constexpr FT_Pos kHalf = 1 << (kSubpixelBits - 1);
+  const int height = face.fixedSizes.front();
+  if (height < 1 || FT_Select_Size(face.ftFace, 0) != 0) return;
+  const FT_Pos nominal = face.ftFace->available_sizes[0].y_ppem;
+  TakeSize(face, height, static_cast<int>((nominal + kHalf) >> kSubpixelBits));
+}
+
 void CopyMono(const FT_Bitmap& bitmap, GlyphImage& image) {
   for (int y = 0; y < image.height; ++y) {
     const unsigned char* row = bitmap.buffer + y * bitmap.pitch;
@@ -212,17 +229,18 @@ std::unique_ptr<EngineFont> EngineLoad(FontBytes bytes) {
     return nullptr;
   }
   const FT_Face opened = face->ftFace;
-  int initialSize = kInitialSize;
   if (!FT_IS_SCALABLE(opened)) {
     face->fixedCount = opened->num_fixed_sizes;
     for (int i = 0; i < face->fixedCount; ++i)
       face->fixedSizes.push_back(opened->available_sizes[i].height);
-    if (!face->fixedSizes.empty()) initialSize = face->fixedSizes.front();
   }
   face->fixedSizes.push_back(-1);
   face->quickIndices.assign(EngineFont::kQuickCharacters, EngineFont::kUnknownGlyph);
   face->glyphs.Resize(static_cast<std::size_t>(std::max<FT_Long>(0, opened->num_glyphs)));
-  EngineSetSize(*face, initialSize);
+  if (face->fixedCount > 0)
+    TakeFirstFixedSize(*face);
+  else
+    EngineSetSize(*face, kInitialSize);
   return face;
 }
 
@@ -234,10 +252,7 @@ int EngineSetSize(EngineFont& face, int px) {
     if (face.pixelSize > 0) SetPixelSize(face.ftFace, face.pixelSize);
     return -1;
   }
-  face.glyphs.Clear();
-  face.size = px;
-  face.pixelSize = found;
-  face.ascent = static_cast<int>(face.ftFace->size->metrics.ascender >> kSubpixelBits);
+  TakeSize(face, px, found);
   return 0;
 }
 
