@@ -50,11 +50,28 @@ int FindPixelSize(FT_Face face, int px) {
   return 0;
 }
 
+void TakeSize(EngineFont& face, int px, int pixelSize) {
+  face.glyphs.Clear();
+  face.size = px;
+  face.pixelSize = pixelSize;
+  face.ascent = static_cast<int>(face.ftFace->size->metrics.ascender >> kSubpixelBits);
+}
+
+// The line of a bitmap face may be higher than its nominal pixel size, by which FreeType finds a
+// fixed size; the first one is taken by its place.
+void TakeFirstFixedSize(EngineFont& face) {
+  constexpr FT_Pos kHalf = 1 << (kSubpixelBits - 1);
+  const int height = face.fixedSizes.front();
+  if (height < 1 || FT_Select_Size(face.ftFace, 0) != 0) return;
+  const FT_Pos nominal = face.ftFace->available_sizes[0].y_ppem;
+  TakeSize(face, height, static_cast<int>((nominal + kHalf) >> kSubpixelBits));
+}
+
 void CopyMono(const FT_Bitmap& bitmap, GlyphImage& image) {
   for (int y = 0; y < image.height; ++y) {
     const unsigned char* row = bitmap.buffer + y * bitmap.pitch;
     for (int x = 0; x < image.width; ++x)
-      image.pixels[y * image.width + x] = (row[x / 8] >> (7 - x % 8)) & 1;
+      image.pixels[y * image.stride + x] = (row[x / 8] >> (7 - x % 8)) & 1;
   }
 }
 
@@ -64,7 +81,7 @@ void CopyGray(const FT_Bitmap& bitmap, GlyphImage& image) {
   for (int y = 0; y < image.height; ++y) {
     const unsigned char* row = bitmap.buffer + y * bitmap.pitch;
     for (int x = 0; x < image.width; ++x)
-      image.pixels[y * image.width + x] =
+      image.pixels[y * image.stride + x] =
           static_cast<std::uint8_t>(std::min(row[x] * factor, kGrayLevels - 1));
   }
 }
@@ -78,7 +95,7 @@ bool IsDrawable(const FT_Glyph_Metrics& metrics) {
 // Makes two-tone pixels of coverage and the other way round, for faces that come with their
 // pictures.
 void Convert(GlyphImage& image, FT_Render_Mode mode, bool isMono) {
-  const std::size_t count = static_cast<std::size_t>(image.width) * image.height;
+  const std::size_t count = static_cast<std::size_t>(image.stride) * image.height;
   for (std::size_t i = 0; i < count; ++i) {
     std::uint8_t& pixel = image.pixels[i];
     if (mode == FT_RENDER_MODE_MONO && !isMono) pixel = pixel >= kGrayLevels / 2;
@@ -98,7 +115,8 @@ std::unique_ptr<GlyphImage> Render(FT_Face face, unsigned index, FT_Render_Mode 
   image->height = static_cast<int>(bitmap.rows);
   image->left = face->glyph->bitmap_left;
   image->top = face->glyph->bitmap_top;
-  image->pixels = std::make_unique<std::uint8_t[]>(static_cast<std::size_t>(image->width) *
+  image->stride = (image->width + GlyphImage::kBlock - 1) / GlyphImage::kBlock * GlyphImage::kBlock;
+  image->pixels = std::make_unique<std::uint8_t[]>(static_cast<std::size_t>(image->stride) *
                                                    static_cast<std::size_t>(image->height));
   if (isMono)
     CopyMono(bitmap, *image);
@@ -211,17 +229,18 @@ std::unique_ptr<EngineFont> EngineLoad(FontBytes bytes) {
     return nullptr;
   }
   const FT_Face opened = face->ftFace;
-  int initialSize = kInitialSize;
   if (!FT_IS_SCALABLE(opened)) {
     face->fixedCount = opened->num_fixed_sizes;
     for (int i = 0; i < face->fixedCount; ++i)
       face->fixedSizes.push_back(opened->available_sizes[i].height);
-    if (!face->fixedSizes.empty()) initialSize = face->fixedSizes.front();
   }
   face->fixedSizes.push_back(-1);
   face->quickIndices.assign(EngineFont::kQuickCharacters, EngineFont::kUnknownGlyph);
   face->glyphs.Resize(static_cast<std::size_t>(std::max<FT_Long>(0, opened->num_glyphs)));
-  EngineSetSize(*face, initialSize);
+  if (face->fixedCount > 0)
+    TakeFirstFixedSize(*face);
+  else
+    EngineSetSize(*face, kInitialSize);
   return face;
 }
 
@@ -233,10 +252,7 @@ int EngineSetSize(EngineFont& face, int px) {
     if (face.pixelSize > 0) SetPixelSize(face.ftFace, face.pixelSize);
     return -1;
   }
-  face.glyphs.Clear();
-  face.size = px;
-  face.pixelSize = found;
-  face.ascent = static_cast<int>(face.ftFace->size->metrics.ascender >> kSubpixelBits);
+  TakeSize(face, px, found);
   return 0;
 }
 

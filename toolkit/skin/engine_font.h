@@ -14,9 +14,13 @@
 
 namespace zel {
 
-// One glyph drawn at some size: a byte per pixel.
+// One glyph drawn at some size: a byte per pixel, in rows that are filled up with zeros to whole
+// blocks of pixels.
 struct GlyphImage {
+  static constexpr int kBlock = 8;
+
   int width = 0, height = 0;
+  int stride = 0;                          // from one row to the next, at least the width
   int left = 0, top = 0;                   // of the top-left pixel from the pen, top upward
   std::unique_ptr<std::uint8_t[]> pixels;  // 1 where set, or coverage 0..255
 };

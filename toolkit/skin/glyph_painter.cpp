@@ -1,6 +1,7 @@
 #include "toolkit/skin/glyph_painter.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "toolkit/skin/engine_font.h"
 
@@ -10,36 +11,81 @@ namespace {
 constexpr int kFull = 255;
 constexpr int kHalf = 128;
 
-// The arithmetic of Allegro's trans blenders (its manual, set_trans_blender) for a row of pixels.
-// With it no coverage leaves a pixel as it is and full coverage gives the colour, so there is
-// nothing to branch on.
-template <std::uint32_t kSpread>
-void BlendHighRow(std::uint16_t* row, const std::uint8_t* coverage, int count,
-                  std::uint32_t color) {
-  const std::uint32_t x = ((color & 0xFFFF) | (color << 16)) & kSpread;
-  for (int i = 0; i < count; ++i) {
-    const std::uint32_t y = (row[i] | (static_cast<std::uint32_t>(row[i]) << 16)) & kSpread;
-    const std::uint32_t n = (coverage[i] + 1u) / 8;
-    const std::uint32_t mixed = ((x - y) * n / 32 + y) & kSpread;
-    row[i] = static_cast<std::uint16_t>(mixed | (mixed >> 16));
-  }
-}
+// Pixels are blended in blocks, in vectors of the compiler: all of a block at once where the
+// processor can, else one by one. The arithmetic is that of Allegro's trans blenders (its manual,
+// set_trans_blender), which count in 1/32 or 1/256.
+constexpr int kBlock = GlyphImage::kBlock;
+using Coverages [[gnu::vector_size(kBlock)]] = std::uint8_t;
+using Lanes [[gnu::vector_size(kBlock * 2)]] = std::uint16_t;      // one of each pixel
+using LanePairs [[gnu::vector_size(kBlock * 4)]] = std::uint16_t;  // two of each pixel
+using WordLanes [[gnu::vector_size(kBlock * 4)]] = std::uint32_t;
 
-// Likewise, but blending takes away what is above the colour components, which pixels without or
-// with full coverage keep.
-void BlendTrueRow(std::uint32_t* row, const std::uint8_t* coverage, int count,
-                  std::uint32_t color) {
-  const std::uint32_t redBlue = color & 0xFF00FF, green = color & 0xFF00;
-  for (int i = 0; i < count; ++i) {
-    const std::uint32_t below = row[i];
-    const std::uint32_t n = coverage[i] + (coverage[i] != 0 ? 1u : 0u);
-    const std::uint32_t mixedRedBlue = (redBlue - (below & 0xFF00FF)) * n / 256 + below;
-    const std::uint32_t mixedGreen = (green - (below & 0xFF00)) * n / 256 + (below & 0xFF00);
-    const std::uint32_t mixed = (mixedRedBlue & 0xFF00FF) | (mixedGreen & 0xFF00);
-    const std::uint32_t ends = coverage[i] == 0 ? below : color;
-    row[i] = coverage[i] == 0 || coverage[i] == kFull ? ends : mixed;
+// 15 and 16 bits: blue in the lowest five, green above, red in the five above that. Green is
+// blended where it is; its products fill the lane.
+template <int kGreenBits>
+class HighBlender {
+ public:
+  using Pixel = std::uint16_t;
+
+  explicit HighBlender(int color)
+      : color_{static_cast<Pixel>(color) + Lanes{}},
+        red_{color_ >> kRedShift & kBlue},
+        green_{color_ & kGreen},
+        blue_{color_ & kBlue} {}
+
+  void Blend(Pixel* pixels, const std::uint8_t* coverage) const {
+    Coverages narrow;
+    Lanes below;
+    std::memcpy(&narrow, coverage, sizeof narrow);
+    std::memcpy(&below, pixels, sizeof below);
+    const Lanes covered = __builtin_convertvector(narrow, Lanes);
+    const Lanes n = (covered + 1) >> 3, rest = 32 - n;
+    const Lanes red = (red_ * n + (below >> kRedShift & kBlue) * rest) >> 5;
+    const Lanes green = (green_ * n + (below & kGreen) * rest) >> 5 & kGreen;
+    const Lanes blue = (blue_ * n + (below & kBlue) * rest) >> 5;
+    Lanes mixed = red << kRedShift | green | blue;
+    if constexpr (kGreenBits == 5)  // blending leaves out the bit above red
+      mixed |= (covered == 0 ? below : covered == kFull ? color_ : Lanes{}) & kUnused;
+    std::memcpy(pixels, &mixed, sizeof mixed);
   }
-}
+
+ private:
+  static constexpr int kRedShift = 5 + kGreenBits;
+  static constexpr Pixel kBlue = 31, kGreen = ((1 << kGreenBits) - 1) << 5, kUnused = 0x8000;
+
+  Lanes color_, red_, green_, blue_;  // the colour in every lane
+};
+
+class TrueBlender {
+ public:
+  using Pixel = std::uint32_t;
+
+  explicit TrueBlender(int color) : color_(static_cast<Pixel>(color)) {}
+
+  void Blend(Pixel* pixels, const std::uint8_t* coverage) const {
+    Coverages narrow;
+    WordLanes below;
+    std::memcpy(&narrow, coverage, sizeof narrow);
+    std::memcpy(&below, pixels, sizeof below);
+    const WordLanes covered = __builtin_convertvector(narrow, WordLanes);
+    const WordLanes wide = covered + (covered != 0 ? WordLanes{} + 1 : WordLanes{});
+    const LanePairs n = LanePairs(wide | wide << 16), rest = 256 - n;
+    const WordLanes color = color_ + WordLanes{};
+    // In Allegro's blender the green below carries over into red.
+    const LanePairs redBlue = LanePairs(color & kRedBlue) * n + LanePairs(below & kRedBlue) * rest +
+                              LanePairs((below & kGreen) << 8);
+    const LanePairs green =
+        LanePairs((color & kGreen) >> 8) * n + LanePairs((below & kGreen) >> 8) * rest;
+    WordLanes mixed = (WordLanes(redBlue) >> 8 & kRedBlue) | (WordLanes(green) & kGreen);
+    mixed = covered == 0 ? below : covered == kFull ? color : mixed;
+    std::memcpy(pixels, &mixed, sizeof mixed);
+  }
+
+ private:
+  static constexpr Pixel kRedBlue = 0xFF00FF, kGreen = 0xFF00;
+
+  Pixel color_;
+};
 
 // The entry of a ramp between two components.
 int RampStep(int color, int background) { return color == background ? 0 : color - background + 1; }
@@ -50,18 +96,19 @@ int RampEntry(int color, int background, int k) {
 }  // namespace
 
 GlyphPainter::GlyphPainter(BITMAP* target, Color color, Color background, bool antialiased)
-    : target_{target}, color_{color}, background_{background}, paintSpan_{ChooseSpan(antialiased)} {
-  if (paintSpan_ == &GlyphPainter::PaintRamp) MakeRamp();
+    : target_{target}, color_{color}, background_{background}, paint_{ChoosePaint(antialiased)} {
+  if (paint_ == &GlyphPainter::PaintRamp) MakeRamp();
 }
 
-GlyphPainter::PaintSpan GlyphPainter::ChooseSpan(bool antialiased) const {
+GlyphPainter::PaintPatch GlyphPainter::ChoosePaint(bool antialiased) const {
   if (!antialiased) return &GlyphPainter::PaintSolid;
   if (background_.IsSet()) return &GlyphPainter::PaintRamp;
   const int depth = bitmap_color_depth(target_);
   if (depth == 8) return &GlyphPainter::PaintHalfCovered;
   if (!is_memory_bitmap(target_) || depth == 24) return &GlyphPainter::PaintThroughAllegro;
-  if (depth == 15) return &GlyphPainter::Blend15;
-  return depth == 16 ? &GlyphPainter::Blend16 : &GlyphPainter::Blend32;
+  if (depth == 15) return &GlyphPainter::Blend<HighBlender<5>>;
+  if (depth == 16) return &GlyphPainter::Blend<HighBlender<6>>;
+  return &GlyphPainter::Blend<TrueBlender>;
 }
 
 void GlyphPainter::MakeRamp() {
@@ -76,54 +123,65 @@ void GlyphPainter::Paint(const GlyphImage& image, int x, int y) const {
   const int right = std::min(x + image.width, target_->cr);
   const int top = std::max(y, target_->ct);
   const int bottom = std::min(y + image.height, target_->cb);
-  if (left >= right) return;
-  for (int row = top; row < bottom; ++row) {
-    const std::uint8_t* coverage = image.pixels.get() + (row - y) * image.width + (left - x);
-    (this->*paintSpan_)({coverage, left, row, right - left});
-  }
+  if (left >= right || top >= bottom) return;
+  const bool isCut = right < x + image.width;
+  const int room = isCut ? right - left : std::min(x + image.stride, target_->w) - left;
+  const std::uint8_t* coverage = image.pixels.get() + (top - y) * image.stride + (left - x);
+  (this->*paint_)({coverage, image.stride, left, top, right - left, bottom - top, room});
 }
 
-void GlyphPainter::PaintSolid(const Span& span) const {
-  for (int i = 0; i < span.count; ++i)
-    if (span.coverage[i]) putpixel(target_, span.x + i, span.y, color_);
+template <class Put>
+void GlyphPainter::ForEachCovered(const Patch& patch, const Put& put) const {
+  for (int row = 0; row < patch.h; ++row)
+    for (int column = 0; column < patch.w; ++column)
+      if (const int k = patch.coverage[row * patch.stride + column])
+        put(patch.x + column, patch.y + row, k);
 }
 
-void GlyphPainter::PaintHalfCovered(const Span& span) const {
-  for (int i = 0; i < span.count; ++i)
-    if (span.coverage[i] >= kHalf) putpixel(target_, span.x + i, span.y, color_);
+void GlyphPainter::PaintSolid(const Patch& patch) const {
+  ForEachCovered(patch, [this](int x, int y, int) { putpixel(target_, x, y, color_); });
 }
 
-void GlyphPainter::PaintRamp(const Span& span) const {
-  for (int i = 0; i < span.count; ++i)
-    if (const int k = span.coverage[i]) putpixel(target_, span.x + i, span.y, ramp_[k]);
+void GlyphPainter::PaintHalfCovered(const Patch& patch) const {
+  ForEachCovered(patch, [this](int x, int y, int k) {
+    if (k >= kHalf) putpixel(target_, x, y, color_);
+  });
 }
 
-void GlyphPainter::PaintThroughAllegro(const Span& span) const {
-  for (int i = 0; i < span.count; ++i) {
-    const int k = span.coverage[i];
-    if (k == 0) continue;
+void GlyphPainter::PaintRamp(const Patch& patch) const {
+  ForEachCovered(patch, [this](int x, int y, int k) { putpixel(target_, x, y, ramp_[k]); });
+}
+
+void GlyphPainter::PaintThroughAllegro(const Patch& patch) const {
+  ForEachCovered(patch, [this](int x, int y, int k) {
     if (k < kFull) {
       set_trans_blender(0, 0, 0, k);
       drawing_mode(DRAW_MODE_TRANS, nullptr, 0, 0);
     }
-    putpixel(target_, span.x + i, span.y, color_);
+    putpixel(target_, x, y, color_);
     if (k < kFull) solid_mode();
+  });
+}
+
+template <class Blender>
+void GlyphPainter::Blend(const Patch& patch) const {
+  using Pixel = typename Blender::Pixel;
+  const Blender blender{color_};
+  const Patch p = patch;  // so that the compiler need not fear that pixels lie in it
+  unsigned char* const* lines = target_->line + p.y;
+  const int whole = std::min((p.w + kBlock - 1) / kBlock, p.room / kBlock) * kBlock;
+  const std::uint8_t* coverage = p.coverage;
+  for (int row = 0; row < p.h; ++row, coverage += p.stride) {
+    Pixel* const pixels = reinterpret_cast<Pixel*>(lines[row]) + p.x;
+    for (int i = 0; i < whole; i += kBlock) blender.Blend(pixels + i, coverage + i);
+    if (whole >= p.w) continue;
+    Pixel lastPixels[kBlock] = {};
+    std::uint8_t lastCoverage[kBlock] = {};
+    std::copy(pixels + whole, pixels + p.w, lastPixels);
+    std::copy(coverage + whole, coverage + p.w, lastCoverage);
+    blender.Blend(lastPixels, lastCoverage);
+    std::copy(lastPixels, lastPixels + (p.w - whole), pixels + whole);
   }
-}
-
-void GlyphPainter::Blend15(const Span& span) const {
-  BlendHighRow<0x3E07C1F>(reinterpret_cast<std::uint16_t*>(target_->line[span.y]) + span.x,
-                          span.coverage, span.count, static_cast<std::uint32_t>(int{color_}));
-}
-
-void GlyphPainter::Blend16(const Span& span) const {
-  BlendHighRow<0x7E0F81F>(reinterpret_cast<std::uint16_t*>(target_->line[span.y]) + span.x,
-                          span.coverage, span.count, static_cast<std::uint32_t>(int{color_}));
-}
-
-void GlyphPainter::Blend32(const Span& span) const {
-  BlendTrueRow(reinterpret_cast<std::uint32_t*>(target_->line[span.y]) + span.x, span.coverage,
-               span.count, static_cast<std::uint32_t>(int{color_}));
 }
 
 }  // namespace zel

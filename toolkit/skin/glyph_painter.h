@@ -19,26 +19,29 @@ class GlyphPainter {
   void Paint(const GlyphImage& image, int x, int y) const;
 
  private:
-  struct Span {  // what shows of a row of the image
+  struct Patch {  // what shows of an image
     const std::uint8_t* coverage;
-    int x, y, count;
+    int stride;      // from one row of coverage to the next
+    int x, y, w, h;  // on the target
+    int room;        // pixels of a row, w or more, that exist; those beyond w are not covered
   };
-  using PaintSpan = void (GlyphPainter::*)(const Span&) const;
+  using PaintPatch = void (GlyphPainter::*)(const Patch&) const;
 
-  PaintSpan ChooseSpan(bool antialiased) const;
+  PaintPatch ChoosePaint(bool antialiased) const;
   void MakeRamp();
-  void PaintSolid(const Span& span) const;
-  void PaintHalfCovered(const Span& span) const;
-  void PaintRamp(const Span& span) const;
-  void PaintThroughAllegro(const Span& span) const;
-  void Blend15(const Span& span) const;
-  void Blend16(const Span& span) const;
-  void Blend32(const Span& span) const;
+  template <class Put>
+  void ForEachCovered(const Patch& patch, const Put& put) const;
+  void PaintSolid(const Patch& patch) const;
+  void PaintHalfCovered(const Patch& patch) const;
+  void PaintRamp(const Patch& patch) const;
+  void PaintThroughAllegro(const Patch& patch) const;
+  template <class Blender>
+  void Blend(const Patch& patch) const;
 
   BITMAP* target_;
   Color color_;
   Color background_;
-  PaintSpan paintSpan_;
+  PaintPatch paint_;
   int ramp_[256];  // by coverage; only with a background
 };
 

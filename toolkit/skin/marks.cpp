@@ -1,10 +1,44 @@
 #include <algorithm>
+#include <cstring>
 
 #include "toolkit/skin/skin_bitmap.h"
 
 namespace zel {
+namespace {
+
+constexpr int kBevel = 2;  // pixels on each side of a box
+
+// Makes rows of a memory bitmap, where they are visible, look like the first of them.
+void RepeatRow(BITMAP* bitmap, int x1, int x2, int firstY, int lastY) {
+  const int left = std::max(x1, bitmap->cl), right = std::min(x2, bitmap->cr - 1) + 1;
+  if (left >= right) return;
+  const auto bytes = static_cast<std::size_t>((bitmap_color_depth(bitmap) + 7) / 8);
+  const auto pixels = [=](int y) {
+    return bitmap->line[y] + static_cast<std::size_t>(left) * bytes;
+  };
+  const std::size_t count = static_cast<std::size_t>(right - left) * bytes;
+  for (int y = firstY + 1; y <= lastY; ++y) std::memcpy(pixels(y), pixels(firstY), count);
+}
+
+}  // namespace
 
 void SkinBitmap::Box3D(int x1, int y1, int x2, int y2, Color fill, Color light, Color dark) {
+  if (!bitmap) return;
+  // All rows between the bevels look alike.
+  const int clipTop = bitmap->ct, clipBottom = bitmap->cb;
+  const int first = std::max(y1 + kBevel, clipTop), last = std::min(y2 - kBevel, clipBottom - 1);
+  if (!fill.IsSet() || !is_memory_bitmap(bitmap) || first >= last)
+    return DrawBox(x1, y1, x2, y2, fill, light, dark);
+  bitmap->cb = first + 1;
+  DrawBox(x1, y1, x2, y2, fill, light, dark);
+  bitmap->cb = clipBottom;
+  bitmap->ct = last;
+  DrawBox(x1, y1, x2, y2, fill, light, dark);
+  bitmap->ct = clipTop;
+  RepeatRow(bitmap, x1, x2, first, last);
+}
+
+void SkinBitmap::DrawBox(int x1, int y1, int x2, int y2, Color fill, Color light, Color dark) {
   if (fill.IsSet()) rectfill(x1, y1, x2, y2, fill);
   const Color outerLight = MixNear(light, dark);
   const Color innerDark = MixNear(dark, light);

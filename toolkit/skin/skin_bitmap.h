@@ -63,7 +63,7 @@ class SkinBitmap {
   virtual bool Save(const char* path) const;
 
   // Make a new, owned bitmap of undefined contents; the holder is empty when the size is not
-  // positive or there is no memory for it.
+  // positive, there is no memory for it, or the kind is none.
   void Create(int w, int h, int newKind = kMemoryBitmap);
   void CreateEx(int depth, int w, int h);
   // A part of the parent's bitmap, cut to it, that shares its pixels and must not outlive it.
@@ -189,8 +189,9 @@ class SkinBitmap {
   void draw_sprite_vh_flip(DrawTarget target, int x, int y) const {
     Sprite(::draw_sprite_vh_flip, target, x, y);
   }
+  // A 32-bit bitmap brings its opacity to a target of any depth but 8.
   void draw_trans_sprite(DrawTarget target, int x, int y) const {
-    Sprite(::draw_trans_sprite, target, x, y);
+    if (SameDepth(target) || BringsAlpha(target)) ::draw_trans_sprite(target, bitmap, x, y);
   }
   void draw_lit_sprite(DrawTarget target, int x, int y, int amount) const {
     Sprite(::draw_lit_sprite, target, x, y, amount);
@@ -246,10 +247,14 @@ class SkinBitmap {
   bool SameDepth(BITMAP* target) const {
     return bitmap && target && bitmap_color_depth(bitmap) == bitmap_color_depth(target);
   }
+  bool BringsAlpha(BITMAP* target) const {
+    return bitmap && target && bitmap_color_depth(bitmap) == 32 && bitmap_color_depth(target) > 8;
+  }
   // Copying converts between colour depths, masked copying cannot.
   bool CanDraw(BITMAP* target, bool masked) const {
     return bitmap && target && (!masked || SameDepth(target));
   }
+  void DrawBox(int x1, int y1, int x2, int y2, Color fill, Color light, Color dark);
   void Adopt(BITMAP* made, int newKind);
   void Assign(BITMAP* source, bool copy, int sourceKind, int newKind);
 

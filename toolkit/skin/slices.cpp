@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cassert>
 #include <cstdint>
+#include <cstring>
 
 #include "toolkit/skin/skin_bitmap.h"
 
@@ -23,25 +24,43 @@ struct Range {
 class Copier {
  public:
   Copier(BITMAP* picture, BITMAP* target, bool masked)
-      : picture_{picture}, target_{target}, copy_{masked ? ::masked_blit : ::blit} {}
+      : picture_{picture}, target_{target}, masked_{masked} {
+    const bool isPlain = !masked && is_memory_bitmap(picture) && is_memory_bitmap(target) &&
+                         bitmap_color_depth(picture) == bitmap_color_depth(target) &&
+                         !SameBitmap(picture, target);
+    if (isPlain) pixelBytes_ = (bitmap_color_depth(picture) + 7) / 8;
+  }
 
   Range VisibleX() const { return {target_->cl, target_->cr}; }
   Range VisibleY() const { return {target_->ct, target_->cb}; }
 
-  // Allegro's own clipping adds in 32 bits, so the rectangle is made small before.
   void Copy(Wide sx, Wide sy, Wide dx, Wide dy, Wide w, Wide h) const {
     w = std::min(w, picture_->w - sx);
     h = std::min(h, picture_->h - sy);
-    if (sx < 0 || sy < 0 || w <= 0 || h <= 0) return;
-    if (!VisibleX().Meets(dx, w) || !VisibleY().Meets(dy, h)) return;
-    copy_(picture_, target_, static_cast<int>(sx), static_cast<int>(sy), static_cast<int>(dx),
-          static_cast<int>(dy), static_cast<int>(w), static_cast<int>(h));
+    if (sx < 0 || sy < 0) return;
+    const Wide left = std::max(dx, VisibleX().begin), right = std::min(dx + w, VisibleX().end);
+    const Wide top = std::max(dy, VisibleY().begin), bottom = std::min(dy + h, VisibleY().end);
+    if (left >= right || top >= bottom) return;
+    CopyVisible({static_cast<int>(sx + left - dx), static_cast<int>(sy + top - dy)},
+                {static_cast<int>(left), static_cast<int>(top), static_cast<int>(right - left),
+                 static_cast<int>(bottom - top)});
   }
 
  private:
+  void CopyVisible(Point from, const Rect& to) const {
+    if (masked_) return ::masked_blit(picture_, target_, from.x, from.y, to.x, to.y, to.w, to.h);
+    if (pixelBytes_ == 0) return ::blit(picture_, target_, from.x, from.y, to.x, to.y, to.w, to.h);
+    // What blit does, without what it takes to be ready for other kinds of bitmaps.
+    const std::size_t bytes = static_cast<std::size_t>(to.w) * pixelBytes_;
+    for (int row = 0; row < to.h; ++row)
+      std::memcpy(target_->line[to.y + row] + to.x * pixelBytes_,
+                  picture_->line[from.y + row] + from.x * pixelBytes_, bytes);
+  }
+
   BITMAP* picture_;
   BITMAP* target_;
-  void (*copy_)(BITMAP*, BITMAP*, int, int, int, int, int, int);
+  bool masked_;
+  int pixelBytes_ = 0;  // where rows of pixels are plain bytes, else 0
 };
 
 // How a line of `total` pixels, which begins at `start` on the target, is put together from an
