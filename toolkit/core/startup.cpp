@@ -11,6 +11,7 @@
 #include "imageformats/register.h"
 #include "toolkit/core/allegro.h"
 #include "toolkit/core/bitmap_guard.h"
+#include "toolkit/core/console_guard.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/graphics_mode.h"
 #include "toolkit/core/screen_update.h"
@@ -43,6 +44,7 @@ bool InstallAllegro() {
   if (system_driver) return true;
   prctl(PR_SET_TIMERSLACK, kTimerSlack, 0, 0, 0);
   if (install_allegro(SYSTEM_AUTODETECT, &errno, std::atexit) != 0) return false;
+  LeaveSignalsToGuard();
   InstallBitmapGuard();
   RegisterPictureFormats();
   return true;
