@@ -95,6 +95,7 @@ void RestoreMode(Dialog& root) {
 
 Error InstallInput() {
   if (install_keyboard() != 0) return kKeyboardError;
+  three_finger_flag = FALSE;  // Ctrl+Alt+Del is no way to end a dialog that refuses to close
   if (install_timer() != 0) return kTimerError;
   if (install_mouse() < 0) return kMouseError;
   if (settings.keyDelay != kSystemRate && settings.keyRepeat != kSystemRate)
