@@ -13,7 +13,7 @@ CONFIG ?= data
 .PHONY: run test check bench build install clean setup configure
 
 build: configure
-	cmake --build --preset release --target zel
+	cmake --build --preset release --target zel zel-check
 
 run: build
 	tools/run $(CONFIG)

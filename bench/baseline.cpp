@@ -1,12 +1,9 @@
 // The least that an Allegro program can do: shows one picture and sleeps. What the launcher is
 // measured against.
-#include <sys/prctl.h>
-
 #include "imageformats/register.h"
 #include "toolkit/core/allegro.h"
 
 int main(int argc, char** argv) {
-  prctl(PR_SET_TIMERSLACK, 4'000'000UL, 0, 0, 0);
   if (argc != 2 || install_allegro(SYSTEM_AUTODETECT, &errno, atexit) != 0) return 1;
   zel::RegisterPictureFormats();
   set_color_depth(16);

@@ -6,6 +6,7 @@
 #include "launcher/paths.h"
 #include "launcher/result_files.h"
 #include "launcher/state.h"
+#include "launcher/wait_dialog.h"
 #include "toolkit/core/settings.h"
 
 namespace zel {
@@ -14,11 +15,10 @@ namespace {
 constexpr const char* kMainMenu = "menu.cfg";
 constexpr int kMousePollPeriod = 500;  // milliseconds
 
-// True when nothing keeps the item from being chosen at once.
-bool IsReady(const MenuItem& item) {
-  if (!item.waitWhileFile.IsEmpty()) return !FileExists(item.waitWhileFile);
-  return item.waitForFile.IsEmpty() || FileExists(item.waitForFile);
-}
+// The place of the progress bar relative to the layout values.
+constexpr int kProgressInset = 4;
+constexpr int kProgressMargin = 5;
+constexpr int kProgressHeight = 30;
 
 }  // namespace
 
@@ -28,11 +28,42 @@ MenuScreen::MenuScreen() {
   Add(&menuPanel);
   Add(&hintPanel);
   Load(kMainMenu);
+  SetUpProgress();
   if (launcherState.mousePending) mouseTimer = InstallTimer(kMousePollPeriod);
   DeleteOutputFile();
 }
 
-MenuScreen::~MenuScreen() { RemoveTimer(mouseTimer); }
+MenuScreen::~MenuScreen() {
+  RemoveTimer(progressTimer);
+  RemoveTimer(mouseTimer);
+}
+
+void MenuScreen::SetUpProgress() {
+  progressValues = {};
+  progressBar.Setup(layoutValues.progressX + kProgressInset, layoutValues.progressY,
+                    layoutValues.progressW - kProgressMargin, kProgressHeight, 0, 0, kHorizontal);
+  progressBar.SetIncrement(1);
+  progressBar.ShowSteps(progressValues.currentStep, progressValues.stepNumber);
+  if (!progressValues.Shows()) progressBar.Hide();
+  Add(&progressBar);
+  progressPeriod = progressValues.PollPeriod();
+  progressTimer = InstallTimer(progressPeriod);
+}
+
+void MenuScreen::UpdateProgress() {
+  progressValues = ReadProgressFile();
+  if (progressValues.Shows()) {
+    if (progressBar.Hidden()) progressBar.Unhide();
+    if (const int period = progressValues.PollPeriod(); period != progressPeriod) {
+      progressPeriod = period;
+      ReinstallTimer(progressTimer, period);
+    }
+    progressBar.ShowSteps(progressValues.currentStep, progressValues.stepNumber);
+  } else if (!progressBar.Hidden()) {
+    progressBar.Hide();
+    Redraw();
+  }
+}
 
 void MenuScreen::Load(const char* menuFile) {
   configuration.Read(menuFile);
@@ -98,10 +129,17 @@ void MenuScreen::Choose(const MenuEntry& entry) {
     const FixedText<260> submenu = item.submenu;
     Load(submenu);
     SelectEntry(0);
-  } else if (IsReady(item)) {
+  } else if (WaitFor(item)) {
     chosen = true;
     Close();
   }
+}
+
+// True when nothing keeps the item from being chosen any longer, false when the user gave up.
+bool MenuScreen::WaitFor(const MenuItem& item) {
+  if (item.waitForFile.IsEmpty() && item.waitWhileFile.IsEmpty()) return true;
+  WaitDialog dialog{item};
+  return dialog.Check() || dialog.Run(*this);
 }
 
 void MenuScreen::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
@@ -152,6 +190,7 @@ void MenuScreen::LookForMouse() {
 void MenuScreen::MsgTimer(int id) {
   Dialog::MsgTimer(id);
   if (id == mouseTimer) LookForMouse();
+  if (id == progressTimer) UpdateProgress();
 }
 
 void MenuScreen::MsgInitSkin() { backdrop.SetColor(Color{0, 0, 0}); }

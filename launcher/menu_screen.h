@@ -3,6 +3,7 @@
 
 #include "launcher/menu_config.h"
 #include "launcher/menu_widgets.h"
+#include "launcher/progress.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/timers.h"
 #include "toolkit/widgets/panel.h"
@@ -10,7 +11,8 @@
 namespace zel {
 
 // Shows the menu over its background with the hint of the current entry, opens submenus and comes
-// back from them, and closes when an item is chosen; it refuses every other way of closing.
+// back from them, and closes when an item is chosen; it refuses every other way of closing. Follows
+// the progress file with a bar.
 //
 // Keeps the exit code and the output string of launcherState in step with the current entry.
 class MenuScreen final : public Dialog {
@@ -38,7 +40,10 @@ class MenuScreen final : public Dialog {
   void Restore();
   bool RestoreLevel(int level, int index);
   void SelectEntry(int index);
+  void SetUpProgress();
+  void UpdateProgress();
   void Choose(const MenuEntry& entry);
+  bool WaitFor(const MenuItem& item);
   void LookForMouse();
 
   ClearScreen backdrop;
@@ -46,6 +51,9 @@ class MenuScreen final : public Dialog {
   MenuPanel menuPanel;
   HintPanel hintPanel;
   WallpaperPanel wallpaper;
+  StepBar progressBar;
+  int progressTimer = kNoTimer;
+  int progressPeriod = 0;  // of the timer, in milliseconds
   int mouseTimer = kNoTimer;
   MenuConfig configuration;
   IconCache icons_;

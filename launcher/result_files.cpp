@@ -1,7 +1,5 @@
 #include "launcher/result_files.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -10,48 +8,15 @@
 
 #include "launcher/menu_config.h"
 #include "launcher/paths.h"
+#include "launcher/plain_file.h"
 #include "launcher/state.h"
 #include "toolkit/core/text.h"
 
 namespace zel {
 namespace {
 
-constexpr mode_t kFileMode = 0644;
 constexpr std::size_t kLongestLine = 259;  // characters of the position file that count
-
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_{number} {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() {
-    if (number_ >= 0) close(number_);
-  }
-  int Get() const { return number_; }
-
-  // Other users may write to /tmp: a link, a pipe or a second name of another file must not be
-  // used.
-  bool IsPlainFile() const {
-    struct stat status;
-    return number_ >= 0 && fstat(number_, &status) == 0 && S_ISREG(status.st_mode) &&
-           status.st_nlink == 1;
-  }
-
- private:
-  int number_;
-};
-
-constexpr int kSafely = O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
-
-void WriteFile(const char* path, const std::string& text) {
-  const Descriptor file{open(path, O_WRONLY | O_CREAT | kSafely, kFileMode)};
-  if (!file.IsPlainFile() || ftruncate(file.Get(), 0) != 0) return;
-  for (std::size_t written = 0; written < text.size();) {
-    const ssize_t count = write(file.Get(), text.data() + written, text.size() - written);
-    if (count <= 0) return;
-    written += static_cast<std::size_t>(count);
-  }
-}
+constexpr std::size_t kLongestFile = 4096;
 
 std::string PositionText(const MenuConfig& config) {
   if (launcherState.exitCode == 0) return "0";
@@ -74,8 +39,8 @@ int ToIndex(const std::string& number) {
 void DeleteOutputFile() { unlink(paths.outputFile); }
 
 void WriteResultFiles(const MenuConfig& config) {
-  WriteFile(paths.outputFile, launcherState.outputString.c_str() + std::string{"\n"});
-  WriteFile(paths.positionFile, PositionText(config));
+  WritePlainFile(paths.outputFile, launcherState.outputString.c_str() + std::string{"\n"});
+  WritePlainFile(paths.positionFile, PositionText(config));
 }
 
 std::vector<int> ParseMenuPosition(const std::string& text) {
@@ -92,12 +57,7 @@ std::vector<int> ParseMenuPosition(const std::string& text) {
 }
 
 std::vector<int> ReadMenuPosition() {
-  const Descriptor file{open(paths.positionFile, O_RDONLY | kSafely)};
-  if (!file.IsPlainFile()) return {};
-  char block[4096];
-  const ssize_t count = read(file.Get(), block, sizeof block);
-  if (count <= 0) return {};
-  return ParseMenuPosition({block, static_cast<std::size_t>(count)});
+  return ParseMenuPosition(ReadPlainFile(paths.positionFile, kLongestFile));
 }
 
 }  // namespace zel

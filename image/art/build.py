@@ -13,6 +13,7 @@ import backgrounds
 import cursors
 import icons
 import palette
+import palette8
 import skin
 from elements import ELEMENTS
 
@@ -53,35 +54,64 @@ def build_datafile(target, pictures):
             bmp.name, directory=bmp.parent)
 
 
+def add_palette(target, bmp):
+    run("dat", "-a", "-k", "-c0", "-s1", "-t", "PAL", "NAME=XTRA_PALETTE", target.resolve(), bmp.name,
+        directory=bmp.parent)
+
+
+def build_elements(work, target):
+    pictures = []
+    for name, element in ELEMENTS.items():
+        render(element.svg(), work / f"{name}.png")
+        to_bmp(work / f"{name}.png", work / f"{name}.bmp", palette.FACE, element.masked)
+        pictures.append((name, work / f"{name}.bmp", {"TCKX": element.tile[0], "TCKY": element.tile[1]}))
+    build_datafile(target, pictures)
+
+
+def build_cursors(work, target):
+    pictures = []
+    for name, (hotspot, frames, duration) in cursors.CURSORS.items():
+        render(cursors.svg(frames), work / f"{name}.png")
+        to_bmp(work / f"{name}.png", work / f"{name}.bmp", palette.WHITE, True)
+        pictures.append((name, work / f"{name}.bmp", {"FCSX": hotspot[0], "FCSY": hotspot[1],
+                                                      "FRMS": len(frames), "FDUR": duration}))
+    build_datafile(target, pictures)
+
+
+def build_icons(work, target):
+    for name in icons.ICONS:
+        render(icons.svg(name), work / f"{name}.png")
+        to_bmp(work / f"{name}.png", target / f"{name}.bmp", palette.SUNKEN, True)
+
+
+def build_backgrounds(work, target):
+    for w, h in backgrounds.SIZES:
+        render(backgrounds.svg(w, h), work / f"back{w}.png")
+        run("/usr/bin/convert", work / f"back{w}.png", "-quality", "90", "-strip", target / f"back{w}.jpg")
+
+
+def build_progress(work, target):
+    bar = "".join(f'<rect y="{y}" width="4" height="1" fill="rgb({91 - 4 * y},{145 - 3 * y},{208 - 3 * y})"/>'
+                  for y in range(20))
+    render(f'<svg xmlns="http://www.w3.org/2000/svg" width="4" height="20">{bar}</svg>', work / "progress.png")
+    to_bmp(work / "progress.png", target / "progress.bmp", palette.FACE, False)
+
+
 def main(data):
     skin_directory = data / "skin"
     for directory in (skin_directory / "fonts", data / "icons", data / "pic"):
         directory.mkdir(parents=True, exist_ok=True)
     with tempfile.TemporaryDirectory() as name:
         work = pathlib.Path(name)
-        pictures = []
-        for name, element in ELEMENTS.items():
-            render(element.svg(), work / f"{name}.png")
-            to_bmp(work / f"{name}.png", work / f"{name}.bmp", palette.FACE, element.masked)
-            pictures.append((name, work / f"{name}.bmp", {"TCKX": element.tile[0], "TCKY": element.tile[1]}))
-        build_datafile(skin_directory / "skin.dat", pictures)
-        pictures = []
-        for name, (hotspot, frames, duration) in cursors.CURSORS.items():
-            render(cursors.svg(frames), work / f"{name}.png")
-            to_bmp(work / f"{name}.png", work / f"{name}.bmp", palette.WHITE, True)
-            pictures.append((name, work / f"{name}.bmp", {"FCSX": hotspot[0], "FCSY": hotspot[1],
-                                                          "FRMS": len(frames), "FDUR": duration}))
-        build_datafile(skin_directory / "cursors.dat", pictures)
-        for name in icons.ICONS:
-            render(icons.svg(name), work / f"{name}.png")
-            to_bmp(work / f"{name}.png", data / "icons" / f"{name}.bmp", palette.SUNKEN, True)
-        for w, h in backgrounds.SIZES:
-            render(backgrounds.svg(w, h), work / f"back{w}.png")
-            run("/usr/bin/convert", work / f"back{w}.png", "-quality", "90", "-strip", data / "pic" / f"back{w}.jpg")
-        bar = "".join(f'<rect y="{y}" width="4" height="1" fill="rgb({31 + 60 - 4 * y},{95 + 50 - 3 * y},{168 + 40 - 3 * y})"/>'
-                      for y in range(19))
-        render(f'<svg xmlns="http://www.w3.org/2000/svg" width="4" height="19">{bar}</svg>', work / "progress.png")
-        to_bmp(work / "progress.png", data / "pic" / "progress.bmp", palette.FACE, False)
+        build_elements(work, skin_directory / "skin.dat")
+        build_cursors(work, skin_directory / "cursors.dat")
+        build_icons(work, data / "icons")
+        build_backgrounds(work, data / "pic")
+        build_progress(work, data / "pic")
+        shown = palette8.colors(sorted(work.glob("back*.png")), sorted(work.glob("*.bmp")) +
+                                sorted((data / "icons").glob("*.bmp")))
+        palette8.write_bmp(work / "palette.bmp", shown)
+        add_palette(skin_directory / "skin.dat", work / "palette.bmp")
     for file in sorted({file for file, _ in skin.FONTS}):
         shutil.copyfile(FONT_DIRECTORY / file, skin_directory / "fonts" / file)
     shutil.copyfile(FONT_LICENCE, skin_directory / "fonts" / "LICENSE")

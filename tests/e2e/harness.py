@@ -80,6 +80,10 @@ class Display:
         """Answers the first complete picture that is not blank."""
         return self._wait_for_picture(lambda: not self.is_blank(), "something on the screen")
 
+    def wait_for(self, picture):
+        """Waits until exactly this is seen."""
+        wait_until(lambda: self.picture() == picture, "an earlier picture")
+
     def _wait_for_picture(self, condition, what):
         def complete():
             if not condition():
@@ -162,7 +166,9 @@ class Launcher:
         return self.display.wait_for_change(before)
 
     def click(self, x, y):
-        self.display.xdotool("mousemove", x, y, "mousedown", 1, "sleep", 0.1, "mouseup", 1)
+        # A press that comes together with the movement goes to what was under the pointer before.
+        self.display.xdotool("mousemove", x, y, "sleep", 0.1, "mousedown", 1, "sleep", 0.1,
+                             "mouseup", 1)
 
     def request_close(self):
         """What a window manager does when the user clicks on the window's close button."""

@@ -47,4 +47,8 @@ struct BitmapDeleter {
 // A bitmap that is destroyed with its owner.
 using BitmapPtr = std::unique_ptr<BITMAP, BitmapDeleter>;
 
+// How pictures are brought to the depth of the graphics mode: always, and what is transparent stays
+// so in 8-bit modes too, where the mask colour is no magenta.
+inline constexpr int kPictureConversion = COLORCONV_TOTAL | COLORCONV_KEEP_TRANS;
+
 }  // namespace zel

@@ -1,5 +1,6 @@
 // How a dialog routes the mouse: presses, movement, dragging, and which child is under the pointer.
 #include <algorithm>
+#include <utility>
 
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/loop_state.h"
@@ -211,10 +212,9 @@ void Dialog::MsgMouseMove(Point delta) {
   Widget::MsgMouseMove(delta);
   if (!TestFlag(kFlagPressed)) {
     const int mode = GetDragMode();
-    if (mode != dragMode) {
-      dragMode = mode;
-      SetCursor(kDragRows[mode].cursor);
-    }
+    // A dialog inside that drags nothing leaves the shape to the dialog around it.
+    const int shapeBefore = kDragRows[std::exchange(dragMode, mode)].cursor;
+    if (kDragRows[mode].cursor != shapeBefore) SetCursor(kDragRows[mode].cursor);
   } else if (dragMode != kDragNone) {
     Drag();
   }

@@ -62,16 +62,10 @@ constexpr Key kKeys[] = {
     Int("tooltipAutohideDelay", &Settings::tooltipAutohideDelay),
 };
 
-bool IsKey(const char* name) {
-  if (ustricmp(name, Ascii(kSkinPath)) == 0) return true;
-  return std::any_of(std::begin(kKeys), std::end(kKeys),
-                     [name](const Key& key) { return ustricmp(name, Ascii(key.name)) == 0; });
-}
-
 bool HoldsAKey(const char* section) {
   const char** names = nullptr;
   const int count = list_config_entries(section, &names);
-  const bool holds = std::any_of(names, names + std::max(0, count), IsKey);
+  const bool holds = std::any_of(names, names + std::max(0, count), Settings::IsKey);
   free_config_entries(&names);
   return holds;
 }
@@ -92,6 +86,12 @@ std::string FindSection() {
 constexpr int kHighestRate = 1000;  // what Allegro's timers can keep up with
 
 }  // namespace
+
+bool Settings::IsKey(const char* name) {
+  if (ustricmp(name, Ascii(kSkinPath)) == 0) return true;
+  return std::any_of(std::begin(kKeys), std::end(kKeys),
+                     [name](const Key& key) { return ustricmp(name, Ascii(key.name)) == 0; });
+}
 
 void Settings::Load(const char* file) {
   if (!file) return;

@@ -54,6 +54,8 @@ class Settings {
   void Load(const char* file);
   // Writes every field back to the section that Load used; nothing when no file was loaded.
   void Save() const;
+  // True for the name of a key, in any case.
+  static bool IsKey(const char* name);
 
   // logicFrameRate brought to 1..1000, the rates that Allegro's timers can keep.
   int UsableFrameRate() const;

@@ -45,6 +45,7 @@ bool InstallAllegro() {
   prctl(PR_SET_TIMERSLACK, kTimerSlack, 0, 0, 0);
   if (install_allegro(SYSTEM_AUTODETECT, &errno, std::atexit) != 0) return false;
   LeaveSignalsToGuard();
+  set_color_conversion(kPictureConversion);
   InstallBitmapGuard();
   RegisterPictureFormats();
   return true;

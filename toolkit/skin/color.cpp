@@ -102,6 +102,8 @@ Color MixNear(Color a, Color b) {
 void RecomputeNamedColors() {
   for (const NamedColor& named : kNamedColors)
     *named.color = Color{named.red, named.green, named.blue};
+  // Whatever the palette holds, masked drawing skips its first entry.
+  if (get_color_depth() == 8) magenta = MASK_COLOR_8;
 }
 
 }  // namespace zel

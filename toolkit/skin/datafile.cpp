@@ -108,7 +108,7 @@ bool IsSoundDatafile(const char* path) {
 
 DatafilePtr LoadDatafile(const char* path) {
   if (!IsSoundDatafile(path)) return nullptr;
-  set_color_conversion(COLORCONV_TOTAL);
+  set_color_conversion(kPictureConversion);
   return DatafilePtr{load_datafile(path)};
 }
 

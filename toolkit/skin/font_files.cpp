@@ -42,7 +42,7 @@ FONT* LoadGridFont(const char* path) {
   FONT* loaded = nullptr;
   if (picture && bitmap_color_depth(picture.get()) == 8 && HasGrid(picture.get()))
     loaded = grab_font_from_bitmap(picture.get());
-  set_color_conversion(COLORCONV_TOTAL);
+  set_color_conversion(kPictureConversion);
   return loaded;
 }
 

@@ -139,6 +139,12 @@ void SkinBitmap::CreateSub(const SkinBitmap& parent, int x, int y, int w, int h)
 
 SubCanvas::SubCanvas(const SkinBitmap& parent, int x, int y, int w, int h)
     : part_{MakePart(parent.GetBitmap(), x, y, w, h)} {
+  if (!part_) return;
+  // Allegro lets the part draw where its parent may not.
+  int left, top, right, bottom;
+  get_clip_rect(parent.GetBitmap(), &left, &top, &right, &bottom);
+  if (left - x >= part_->w || top - y >= part_->h || right < x || bottom < y) return;
+  ::set_clip_rect(part_.get(), left - x, top - y, right - x, bottom - y);
   Set(part_.get(), false, kNoBitmap);
 }
 

@@ -264,8 +264,9 @@ inline DrawTarget::DrawTarget(const SkinBitmap& holder) : bitmap_{holder.GetBitm
 // The canvas that a widget draws on: the origin is the widget's top-left corner.
 using Bitmap = SkinBitmap;
 
-// A part of a canvas, for as long as something is drawn there; empty where the canvas has no such
-// part. Unlike a holder's own sub-bitmap it is given back even when the canvas is the screen.
+// A part of a canvas, for as long as something is drawn there: what the canvas clips stays clipped.
+// Empty where nothing could be drawn. Unlike a holder's own sub-bitmap it is given back even when
+// the canvas is the screen.
 class SubCanvas final : public SkinBitmap {
  public:
   SubCanvas() = default;

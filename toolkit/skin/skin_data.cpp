@@ -55,6 +55,11 @@ Error Skin::LoadData(const char* path) {
   if (!path || !exists(path)) return kSkinDataError;
   DatafilePtr datafile = LoadDatafile(path);
   if (datafile && TakePalette(datafile)) {
+    if (get_color_depth() == 8) {
+      // What was drawn so far has the colours of another palette.
+      RecomputeNamedColors();
+      Reset();
+    }
     // Once more, so that paletted pictures are converted with their own colours.
     datafile = nullptr;
     datafile = LoadDatafile(path);

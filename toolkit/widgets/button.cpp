@@ -174,8 +174,8 @@ void Button::Draw(Bitmap& canvas) {
     const Font& font = GetFont(state);
     const int moved = state == kSelected && skin ? skin->buttonDisplacement : 0;
     const Point point{w() / 2 - 1 + moved, (h() - font.TextHeight()) / 2 - 1 + moved};
-    font.TextoutShadow(canvas, text->c_str(), point, GetFontColor(state), GetShadowColor(state),
-                       Color{}, kAlignCentre);
+    font.HotkeyTextout(canvas, text->c_str(), point.x, point.y, GetFontColor(state),
+                       GetShadowColor(state), Color{}, kAlignCentre);
   }
   if (skin && skin->dottedRect != 0 && HasFocus() && !TestFlag(kFlagAutoSize))
     canvas.DottedRect(kFocusInset, kFocusInset, w() - kFocusInset, h() - kFocusInset,

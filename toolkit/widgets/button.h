@@ -57,7 +57,8 @@ class Label : public Widget {
   bool multiline = false;
 };
 
-// Sends MSG_ACTIVATE to its parent when it is pressed and released, or its key is typed.
+// Sends MSG_ACTIVATE to its parent when it is pressed and released, or its key is typed. An "&" in
+// the text marks the letter that is underlined.
 //
 // Pressed by the mouse it follows the button; pressed by its key it stays down for a while, counted
 // in logic ticks. The selected state is the pressed look, or the checked state of a toggle.

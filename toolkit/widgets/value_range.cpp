@@ -99,11 +99,12 @@ void ProgressBar::Increment() {
   Redraw();
 }
 
-int ProgressBar::FillLength(int length) const {
+double ProgressBar::Filled(int length) const {
   const double range = max - min;
   if (!(range > 0)) return 0;
-  const double filled = length * ((value - min) / range);
-  return static_cast<int>(std::clamp(filled, 0.0, static_cast<double>(std::max(0, length))));
+  // Multiplied first: whole numbers give a whole number, which cutting must not make one less.
+  const double filled = length * (value - min) / range;
+  return filled > 0 ? std::min<double>(filled, length) : 0.0;
 }
 
 void ProgressBar::Draw(Bitmap& canvas) {
@@ -112,11 +113,11 @@ void ProgressBar::Draw(Bitmap& canvas) {
   if (!element) return;
   if (IsHorizontal()) {
     element->DrawHFrameMasked(target, kTrack, 0, 0, w(), kBarFrames);
-    if (const int filled = FillLength(w()); filled > 0)
+    if (const int filled = static_cast<int>(Filled(w())); filled > 0)
       element->DrawHFrameMasked(target, kFilled, 0, 0, filled, kBarFrames);
   } else {
     element->DrawVFrameMasked(target, kTrack, 0, 0, h(), kBarFrames);
-    if (const int filled = FillLength(h()); filled > 0)
+    if (const int filled = static_cast<int>(Filled(h())); filled > 0)
       element->DrawVFrameMasked(target, kFilled, 0, 0, filled, kBarFrames);
   }
 }

@@ -65,8 +65,8 @@ class ProgressBar : public Separator, public ValueRange {
   void SetPosition(int p);  // brought between the bounds
 
  protected:
-  // The pixels of `length` that are filled, cut to whole ones; 0 for a range of nothing.
-  int FillLength(int length) const;
+  // The pixels of `length` that are filled, from 0 to all; 0 for a range of nothing.
+  double Filled(int length) const;
 };
 
 }  // namespace zel

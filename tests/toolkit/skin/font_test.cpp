@@ -162,7 +162,7 @@ TEST_F(FontTest, ExtensionChoosesReader) {
     EXPECT_FALSE(font.IsEngine()) << c.file;
     EXPECT_EQ(font.TextHeight(), c.height) << c.file;
     EXPECT_EQ(font.TextLength("A"), c.widthOfA) << c.file;
-    EXPECT_EQ(get_color_conversion(), COLORCONV_TOTAL);
+    EXPECT_EQ(get_color_conversion(), kPictureConversion);
   }
   EXPECT_EQ(font.Load(dir.Path("outlines").c_str()), kNoError);
   EXPECT_TRUE(font.IsScalable());

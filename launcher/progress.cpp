@@ -1,0 +1,168 @@
+#include "launcher/progress.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "launcher/paths.h"
+#include "launcher/plain_file.h"
+#include "toolkit/core/dialog.h"
+#include "toolkit/core/text.h"
+
+namespace zel {
+namespace {
+
+constexpr std::size_t kLongestFile = 1 << 16;
+constexpr int kSlowPoll = 1000;  // milliseconds
+
+constexpr const char* kPicture = "pic/progress.bmp";
+constexpr int kCopies = 64;     // in a run of pictures
+constexpr int kFillInset = 2;   // of the pictures, on all sides but the bottom
+constexpr int kBelowSteps = 3;  // rows of the step bar that stay free
+constexpr int kBelowTrack = 4;  // rows of the rest that its track leaves free, less one
+
+constexpr double kBusyHeight = 0.75;  // of the bar's height
+constexpr double kBlockWidth = 0.15;  // of the bar's width
+constexpr int kBlockInset = 3;        // at the left and the top
+constexpr int kBelowBlock = 7;
+constexpr int kBlockStep = 2;
+constexpr int kTurnMargin = 5;  // between the block and the end of the bar where it turns back
+constexpr int kBevel = 2;       // the thickness of Box3D's lines
+
+int Rounded(double value) { return static_cast<int>(std::lround(value)); }
+
+// A whole configuration file becomes Allegro's current one while this lives.
+class ConfigText {
+ public:
+  explicit ConfigText(std::string text) {
+    // A zero byte would end what follows it.
+    std::replace(text.begin(), text.end(), '\0', ' ');
+    text = CutToBytes(text.c_str(), text.size());
+    push_config_state();
+    set_config_data(text.c_str(), static_cast<int>(text.size()));
+  }
+  ConfigText(const ConfigText&) = delete;
+  ConfigText& operator=(const ConfigText&) = delete;
+  ~ConfigText() { pop_config_state(); }
+};
+
+BitmapPtr NewBitmap(int depth, int width, int height) {
+  BitmapPtr bitmap{create_bitmap_ex(depth, width, height)};
+  if (bitmap) clear_to_color(bitmap.get(), bitmap_mask_color(bitmap.get()));
+  return bitmap;
+}
+
+}  // namespace
+
+int ProgressValues::PollPeriod() const {
+  return progressInterval < 1 ? kSlowPoll : progressInterval;
+}
+
+ProgressValues ReadProgressFile() {
+  const ConfigText config{ReadPlainFile(paths.progressFile, kLongestFile)};
+  const auto read = [](const char* key) {
+    return get_config_int(Ascii("Progress"), Ascii(key), 0);
+  };
+  ProgressValues values{read("StepNumber"), read("CurrentStep"), read("ProgressHide"),
+                        read("ProgressInterval")};
+  const bool saysNothing = values.stepNumber == 0 && values.currentStep == 0 &&
+                           values.progressHide == 0 && values.progressInterval == 0;
+  if (saysNothing) values.progressHide = 1;
+  values.currentStep = std::min(values.currentStep, values.stepNumber);
+  return values;
+}
+
+StepBar::StepBar() : picture_{load_bitmap(kPicture, nullptr)} {
+  if (!picture_) return;
+  run_ = NewBitmap(bitmap_color_depth(picture_.get()), picture_->w + kCopies - 1, picture_->h);
+  for (int x = 0; run_ && x < kCopies; ++x) draw_sprite(run_.get(), picture_.get(), x, 0);
+}
+
+// The bar keeps the height that it was given: it draws nothing of the skin.
+void StepBar::MsgInitSkin() { Widget::MsgInitSkin(); }
+
+int StepBar::FillEnd() const { return std::max(kFillInset, Rounded(Filled(w())) - kFillInset); }
+
+void StepBar::ShowSteps(int done, int all) {
+  const int before = FillEnd();
+  SetRange(0, all);
+  SetValue(done);
+  RedrawFill(before, FillEnd());
+}
+
+void StepBar::RedrawFill(int from, int to) {
+  if (from == to || !picture_) return;
+  const int left = std::min(from, to);
+  const int right = std::min(w(), std::max(from, to) + picture_->w - 1);
+  const Rect part{left, 0, right - left, h() - kBelowSteps};
+  if (part.w < 1 || part.h < 1) return;
+  RedrawPart(part);
+  // A high picture reaches below the track, where nothing else wipes it away.
+  if (to < from && parent && kFillInset + picture_->h > part.h - kBelowTrack + 1)
+    parent->RedrawBehind(this, part);
+}
+
+void StepBar::DrawFill(Bitmap& area) const {
+  const int end = FillEnd();
+  int x = kFillInset;
+  // A run shows the same as its pictures one by one: each covers the ones before it.
+  if (run_)
+    for (; x + kCopies <= end; x += kCopies)
+      draw_sprite(area.GetBitmap(), run_.get(), x, kFillInset);
+  for (; x < end; ++x) draw_sprite(area.GetBitmap(), picture_.get(), x, kFillInset);
+}
+
+void StepBar::Draw(Bitmap& canvas) {
+  const int height = h() - kBelowSteps;
+  if (!IsHorizontal() || canvas.IsEmpty() || w() < 1 || height < 1) return;
+  canvas.Box3D(0, 0, w() - 1, height - kBelowTrack, white, black, gray);
+  SubCanvas area{canvas, 0, 0, w(), height};
+  if (picture_ && !area.IsEmpty()) DrawFill(area);
+}
+
+// Likewise.
+void BusyBar::MsgInitSkin() { Widget::MsgInitSkin(); }
+
+int BusyBar::TrackHeight() const { return Rounded(h() * kBusyHeight); }
+
+int BusyBar::BlockWidth() const {
+  return GetRange() > 0 ? Rounded(w() * max * kBlockWidth / GetRange()) : 0;
+}
+
+BusyBar::Span BusyBar::Block() const { return {position + kBlockInset, position + BlockWidth()}; }
+
+void BusyBar::Move() {
+  const int end = GetRange() > 0 ? Rounded(w() * max / GetRange()) : 0;
+  const int last = end - BlockWidth() - kTurnMargin;
+  if (position < kBlockStep) {
+    position = 1;
+    direction = 1;
+  } else if (position > last) {
+    position = last;
+    direction = -1;
+  }
+  position += kBlockStep * direction;
+}
+
+void BusyBar::Increment() {
+  ValueRange::Increment();
+  const Span before = Block();
+  Move();
+  const Span after = Block();
+  // Inside and outside of the block nothing changes.
+  const int width = std::abs(after.left - before.left) + kBevel;
+  RedrawPart({std::min(before.left, after.left), 0, width, TrackHeight()});
+  RedrawPart({std::min(before.right, after.right) - kBevel + 1, 0, width, TrackHeight()});
+}
+
+void BusyBar::Draw(Bitmap& canvas) {
+  const int height = TrackHeight();
+  if (!IsHorizontal() || canvas.IsEmpty() || w() < 1 || height < 1) return;
+  canvas.Box3D(0, 0, w() - 1, height - kBelowTrack, white, gray, gray);
+  SubCanvas area{canvas, 0, 0, w(), height};
+  const Span block = Block();
+  area.Box3D(block.left, kBlockInset, block.right, height - kBelowBlock, Color{110, 120, 190},
+             darkgray, darkgray);
+}
+
+}  // namespace zel

@@ -1,0 +1,66 @@
+// How far other programs are with starting the system.
+#pragma once
+
+#include <cstdint>
+
+#include "toolkit/core/allegro.h"
+#include "toolkit/widgets/value_range.h"
+
+namespace zel {
+
+// What the progress file says, as it says it.
+struct ProgressValues {
+  std::int32_t stepNumber = 12;  // all steps
+  std::int32_t currentStep = 0;  // steps done, at most stepNumber
+  std::int32_t progressHide = 1;
+  std::int32_t progressInterval = 1000;  // milliseconds between two looks at the file
+
+  bool Shows() const { return progressHide == 0; }
+  // The interval, but a second for one that no timer can keep.
+  int PollPeriod() const;
+};
+inline ProgressValues progressValues;
+
+// What the progress file says now. One that is missing, empty or no plain file hides the bar.
+ProgressValues ReadProgressFile();
+
+// Shows the steps as a row of copies of "pic/progress.bmp", each one pixel right of the one before.
+class StepBar final : public ProgressBar {
+ public:
+  StepBar();
+  void Draw(Bitmap& canvas) override;
+  void MsgInitSkin() override;
+
+  // Repaints only what changes.
+  void ShowSteps(int done, int all);
+
+ private:
+  int FillEnd() const;
+  void RedrawFill(int from, int to);
+  void DrawFill(Bitmap& area) const;
+
+  BitmapPtr picture_;  // null when it cannot be read
+  BitmapPtr run_;      // many copies of it, drawn at once
+};
+
+// Shows that something goes on: a block that runs to and fro, two pixels with each Increment.
+class BusyBar final : public ProgressBar {
+ public:
+  void Draw(Bitmap& canvas) override;
+  void MsgInitSkin() override;
+  void Increment() override;
+
+ private:
+  struct Span {  // inclusive columns
+    int left, right;
+  };
+  Span Block() const;
+  int BlockWidth() const;
+  int TrackHeight() const;
+  void Move();
+
+  int position = 0;
+  int direction = 1;
+};
+
+}  // namespace zel

@@ -1,0 +1,54 @@
+// The window that waits for files.
+#pragma once
+
+#include <cstdint>
+
+#include "launcher/menu_config.h"
+#include "launcher/progress.h"
+#include "toolkit/core/timers.h"
+#include "toolkit/widgets/accelerator.h"
+#include "toolkit/widgets/button.h"
+#include "toolkit/widgets/dialog_template.h"
+#include "toolkit/widgets/window.h"
+
+namespace zel {
+
+class MenuScreen;
+
+// Waits until a menu item's file is there, or another is gone, or its time is over; the user may
+// cancel it. Borrows the item. Holds a timer while it lives.
+class WaitDialog final : public Window {
+ public:
+  explicit WaitDialog(const MenuItem& menuItem);
+  ~WaitDialog() override;
+
+  void MsgTimer(int id) override;
+  void MsgInitSkin() override;
+  void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override;
+
+  // True when the waiting is over. Each call counts as one period of the timer.
+  bool Check();
+  // Shows the window over the screen until the waiting is over; false when it was cancelled.
+  bool Run(Dialog& screen);
+
+ private:
+  void SetUpControls();
+  void FitMessage(Label& message);
+  void SetUpClock();
+  bool FilesAreReady() const;
+  void CountDown();
+
+  DialogUnits units;
+  Button* cancelButton = nullptr;
+  Accelerator accelerator;
+  bool waiting = true;
+  int timer = kNoTimer;
+  Label* countdown = nullptr;
+  std::int32_t remaining = -1;  // milliseconds
+  bool hasTimeout = false;
+  const MenuItem& item;
+  BusyBar busyBar;
+  DialogTemplate form_;
+};
+
+}  // namespace zel

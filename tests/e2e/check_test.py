@@ -1,0 +1,60 @@
+"""The checker of menu trees: silent about a good one, plain about each mistake."""
+
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+from harness import BUILD, ROOT
+
+MISTAKES = {
+    "zel.cfg": [("colorDepth", "colourDepth", "zel.cfg: [Toolkit] colourDepth: nobody reads this key")],
+    "menu.cfg": [
+        ("LinesNumber = 15", "LinesNumber = 14", "menu.cfg: [LINE15]: never shown: LinesNumber is 14"),
+        ("ExCode = 31", "ExCode = 08", 'menu.cfg: [LINE9] ExCode: "08" is no number'),
+        ("icons/memory.bmp", "icons/none.bmp", "menu.cfg: [LINE9] Icon: there is no file icons/none.bmp"),
+        ("icons/log.bmp", "hints.txt", "menu.cfg: [LINE12] Icon: hints.txt is no readable picture"),
+        ("Color = 20,84,40", "Color = 20,84", 'menu.cfg: [LINE11] Color: "20,84" is no colour of the form 255,255,255'),
+        ("HintSection = log", "HintSection = lag",
+         "menu.cfg: [Read the system log]: hints.txt has no text for the section lag"),
+        ("ExCode = 40", "ExCode = 300", "menu.cfg: [Open a shell]: scripts see the exit status 44"),
+        ("MenuWidth = 420", "MenuWidth = 800", "menu.cfg: the menu does not fit a screen of 800 x 600"),
+    ],
+    "disks.cfg": [("Submenu = crypt.cfg", "Submenu = menu.cfg", "disks.cfg: opens menu.cfg, which leads here")],
+}
+
+
+def check(directory):
+    result = subprocess.run([BUILD / "bin/zel-check", directory], check=False, capture_output=True, text=True)
+    return result.returncode, result.stdout.splitlines()
+
+
+class CheckTest(unittest.TestCase):
+
+    def test_the_example_is_without_mistakes(self):
+        self.assertEqual(check(ROOT / "data"), (0, []))
+
+    def test_each_mistake_is_named_once(self):
+        with tempfile.TemporaryDirectory() as name:
+            tree = pathlib.Path(name) / "menu"
+            shutil.copytree(ROOT / "data", tree)
+            expected = []
+            for file, changes in MISTAKES.items():
+                text = (tree / file).read_bytes()
+                for good, bad, message in changes:
+                    self.assertIn(good.encode(), text)
+                    text = text.replace(good.encode(), bad.encode())
+                    expected.append(message)
+                (tree / file).write_bytes(text)
+            status, lines = check(tree)
+            self.assertEqual(status, 1)
+            for message in expected:
+                self.assertEqual(lines.count(message), 1, message)
+
+    def test_a_missing_directory_is_another_status(self):
+        self.assertEqual(check("/nonexistent"), (2, []))
+
+
+if __name__ == "__main__":
+    unittest.main()
