@@ -5,12 +5,14 @@
 #   make check    look for faults with clang-format, cppcheck, clang-tidy and sanitizers
 #   make bench    run the benchmarks
 #   make build    build the launcher, build/bin/zel
+#   make image    build a bootable rescue disc, build-image/zel-rescue.iso (as root)
+#   make boot-test  start it in a virtual machine and use it as a person would
 #   make install  put it to /usr/sbin and its data to /etc/zel, below DESTDIR
 #   make clean    remove everything that was built
 
 CONFIG ?= data
 
-.PHONY: run test check bench build install clean setup configure
+.PHONY: run test check bench image boot-test build install clean setup configure
 
 build: configure
 	cmake --build --preset release --target zel zel-check
@@ -29,6 +31,13 @@ bench: configure
 check:
 	tools/setup --check
 	tools/check
+
+image:
+	tools/setup --image
+	image/build
+
+boot-test: image
+	cd tests/boot && python3 -B boot_test.py
 
 install: build
 	DESTDIR="$(DESTDIR)" cmake --install build

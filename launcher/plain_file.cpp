@@ -5,12 +5,17 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
 
 namespace zel {
 namespace {
 
 constexpr mode_t kFileMode = 0644;
 constexpr int kSafely = O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
+
+bool IsPlain(const struct stat& status) { return S_ISREG(status.st_mode) && status.st_nlink == 1; }
 
 class Descriptor {
  public:
@@ -24,13 +29,21 @@ class Descriptor {
 
   bool IsPlainFile() const {
     struct stat status;
-    return number_ >= 0 && fstat(number_, &status) == 0 && S_ISREG(status.st_mode) &&
-           status.st_nlink == 1;
+    return number_ >= 0 && fstat(number_, &status) == 0 && IsPlain(status);
   }
 
  private:
   int number_;
 };
+
+bool WriteAll(int file, const std::string& text) {
+  for (std::size_t written = 0; written < text.size();) {
+    const ssize_t count = write(file, text.data() + written, text.size() - written);
+    if (count <= 0) return false;
+    written += static_cast<std::size_t>(count);
+  }
+  return true;
+}
 
 }  // namespace
 
@@ -48,13 +61,15 @@ std::string ReadPlainFile(const char* path, std::size_t limit) {
 }
 
 void WritePlainFile(const char* path, const std::string& text) {
-  const Descriptor file{open(path, O_WRONLY | O_CREAT | kSafely, kFileMode)};
-  if (!file.IsPlainFile() || ftruncate(file.Get(), 0) != 0) return;
-  for (std::size_t written = 0; written < text.size();) {
-    const ssize_t count = write(file.Get(), text.data() + written, text.size() - written);
-    if (count <= 0) return;
-    written += static_cast<std::size_t>(count);
-  }
+  struct stat present;
+  if (lstat(path, &present) == 0 ? !IsPlain(present) : errno != ENOENT) return;
+  std::string temporary = std::string{path} + ".XXXXXX";
+  const Descriptor file{mkostemp(temporary.data(), O_CLOEXEC)};
+  if (file.Get() < 0) return;
+  // From here on the name can only be replaced, never followed.
+  if (!WriteAll(file.Get(), text) || fchmod(file.Get(), kFileMode) != 0 ||
+      rename(temporary.c_str(), path) != 0)
+    unlink(temporary.c_str());
 }
 
 }  // namespace zel

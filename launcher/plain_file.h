@@ -12,8 +12,9 @@ namespace zel {
 // The beginning of a file, at most `limit` bytes; empty for whatever is no plain file.
 std::string ReadPlainFile(const char* path, std::size_t limit);
 
-// Makes `text` the content of a file, which is made when there is none; nothing where there is
-// something else.
+// Puts a file with this content in the place of a plain file, or where there is none; nothing where
+// there is something else. Whoever looks finds the old file or the whole new one, whatever happens
+// to the process meanwhile.
 void WritePlainFile(const char* path, const std::string& text);
 
 }  // namespace zel

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "toolkit/core/allegro.h"
+#include "toolkit/core/framebuffer.h"
 
 namespace zel {
 namespace {
@@ -20,10 +21,28 @@ constexpr int kTextRows = 25;
 
 constexpr int kDepths[] = {8, 15, 16, 24, 32};
 
-BITMAP* replacedScreen = nullptr;  // the mode's own, while a video page stands for it
+BITMAP* replacedScreen = nullptr;  // the mode's own, while a video page or part stands for it
+BitmapPtr middlePart;              // of the mode's screen, where that is too large
 
 void PutScreenBack() {
   if (replacedScreen) screen = std::exchange(replacedScreen, nullptr);
+  middlePart.reset();
+}
+
+// Allegro leaves the mode in its own exit handler, registered earlier and so run later.
+bool PutsScreenBackAtExit() {
+  static const bool registered = std::atexit(PutScreenBack) == 0;
+  return registered;
+}
+
+// Shows a mode smaller than the framebuffer in the middle of it instead of in its corner.
+void CentreScreen() {
+  const Size shown = FramebufferSize();
+  const int x = (std::min(shown.w, screen->w) - SCREEN_W) / 2;
+  const int y = (std::min(shown.h, screen->h) - SCREEN_H) / 2;
+  if (x < 0 || y < 0 || x + y == 0 || !PutsScreenBackAtExit()) return;
+  middlePart.reset(create_sub_bitmap(screen, x, y, SCREEN_W, SCREEN_H));
+  if (middlePart) replacedScreen = std::exchange(screen, middlePart.get());
 }
 
 }  // namespace
@@ -32,8 +51,15 @@ bool SetGraphicsMode(int card, int w, int h, int depth) {
   if (std::find(std::begin(kDepths), std::end(kDepths), depth) == std::end(kDepths)) return false;
   PutScreenBack();
   set_color_depth(depth);
-  return set_gfx_mode(card, std::clamp(w, kLeastSide, kMostSide),
-                      std::clamp(h, kLeastSide, kMostSide), 0, 0) == 0;
+  w = std::clamp(w, kLeastSide, kMostSide);
+  h = std::clamp(h, kLeastSide, kMostSide);
+  if (!FramebufferTakes(w, h, depth)) {
+    SetTextMode();
+    return false;
+  }
+  if (set_gfx_mode(card, w, h, 0, 0) != 0) return false;
+  CentreScreen();
+  return true;
 }
 
 void SetTextMode() {
@@ -42,11 +68,9 @@ void SetTextMode() {
 }
 
 void ShowVideoPage() {
+  PutScreenBack();
   BITMAP* page = create_video_bitmap(SCREEN_W, SCREEN_H);
-  if (!page) return;
-  // Allegro leaves the mode in its own exit handler, registered earlier and so run later.
-  static const bool registered = std::atexit(PutScreenBack) == 0;
-  if (!registered) return;
+  if (!page || !PutsScreenBackAtExit()) return;
   replacedScreen = std::exchange(screen, page);
   show_video_bitmap(page);
 }

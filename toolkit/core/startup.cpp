@@ -11,6 +11,7 @@
 #include "imageformats/register.h"
 #include "toolkit/core/allegro.h"
 #include "toolkit/core/bitmap_guard.h"
+#include "toolkit/core/console_guard.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/graphics_mode.h"
 #include "toolkit/core/screen_update.h"
@@ -43,6 +44,7 @@ bool InstallAllegro() {
   if (system_driver) return true;
   prctl(PR_SET_TIMERSLACK, kTimerSlack, 0, 0, 0);
   if (install_allegro(SYSTEM_AUTODETECT, &errno, std::atexit) != 0) return false;
+  LeaveSignalsToGuard();
   set_color_conversion(kPictureConversion);
   InstallBitmapGuard();
   RegisterPictureFormats();
@@ -94,6 +96,7 @@ void RestoreMode(Dialog& root) {
 
 Error InstallInput() {
   if (install_keyboard() != 0) return kKeyboardError;
+  three_finger_flag = FALSE;  // Ctrl+Alt+Del is no way to end a dialog that refuses to close
   if (install_timer() != 0) return kTimerError;
   if (install_mouse() < 0) return kMouseError;
   if (settings.keyDelay != kSystemRate && settings.keyRepeat != kSystemRate)

@@ -1,9 +1,9 @@
 #include "toolkit/widgets/button.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <iterator>
+#include <limits>
 
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/settings.h"
@@ -26,9 +26,6 @@ constexpr int kRepeatPeriod = 60;  // milliseconds
 
 constexpr int kFocusInset = 3;    // of a button's dotted rectangle
 constexpr int kCheckTextGap = 4;  // between the box and its text
-
-// Room for the largest double with six digits behind the point.
-constexpr int kLongestDouble = 320;
 
 // Removes the zeros that "%f" leaves at the end.
 void TrimZeros(std::string& number) {
@@ -75,10 +72,9 @@ void Label::SetText(const char* newText) {
 void Label::SetNumber(int n) { SetText(Ascii(std::to_string(n).c_str())); }
 
 void Label::SetNumber(double d) {
-  // Unlike printf, to_chars writes a point whatever the locale says.
-  char digits[kLongestDouble];
-  const auto end = std::to_chars(digits, std::end(digits), d, std::chars_format::fixed, 6).ptr;
-  std::string number{digits, end};
+  std::string number = std::to_string(d);
+  // The comma of some locales would not be read back.
+  std::replace(number.begin(), number.end(), ',', '.');
   TrimZeros(number);
   SetText(Ascii(number.c_str()));
 }
