@@ -11,6 +11,7 @@
 #include "launcher/code_pages.h"
 #include "launcher/paths.h"
 #include "launcher/state.h"
+#include "launcher/texts.h"
 #include "toolkit/core/allegro.h"
 
 namespace zel {
@@ -24,6 +25,16 @@ constexpr LanguageCode kCodes[] = {
     {"en", kEnglish}, {"ru", kRussian}, {"de", kGerman},  {"fr", kFrench},   {"pl", kPolish},
     {"es", kSpanish}, {"it", kItalian}, {"cn", kChinese}, {"ja", kJapanese},
 };
+
+// How the texts of a language are written: one code page of Allegro's, or UTF-8.
+struct Encoding {
+  const char* codeset;
+  const unsigned short* (*codePage)();
+};
+constexpr Encoding kWestern = {"ISO-8859-15", WesternCodePage};
+constexpr Encoding kCyrillic = {"KOI8-R", RussianCodePage};
+constexpr Encoding kCentralEuropean = {"CP1250", CentralEuropeanCodePage};
+constexpr Encoding kUnicode = {"UTF-8", nullptr};
 
 constexpr std::string_view kWhite = " \t\v\f";
 constexpr std::size_t kLongestFile = 1 << 20;
@@ -79,22 +90,22 @@ int LanguageIndex() {
 }
 
 void SetupEncoding() {
-  set_uformat(U_ASCII);
-  const unsigned short* page = WesternCodePage();
+  const Encoding* encoding = &kWestern;
   switch (LanguageIndex()) {
     case kRussian:
-      page = RussianCodePage();
+      encoding = &kCyrillic;
       break;
     case kPolish:
-      page = CentralEuropeanCodePage();
+      encoding = &kCentralEuropean;
       break;
     case kChinese:
     case kJapanese:
-      set_uformat(U_UTF8);
-      return;
+      encoding = &kUnicode;
   }
-  set_uformat(U_ASCII_CP);
-  set_ucodepage(page, nullptr);
+  set_uformat(U_ASCII);
+  set_uformat(encoding->codePage ? U_ASCII_CP : U_UTF8);
+  if (encoding->codePage) set_ucodepage(encoding->codePage(), nullptr);
+  SetTextEncoding(encoding->codeset);
 }
 
 }  // namespace zel

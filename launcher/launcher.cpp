@@ -52,6 +52,8 @@ void SaveDirectory() {
 
 [[noreturn]] void EndWithoutGraphics() {
   SetTextMode();
+  // The text is in the encoding of the console; Allegro would turn it to ASCII.
+  set_uformat(U_ASCII);
   allegro_message("%s\n", Text(kNoGraphicsText));
   allegro_exit();
   ChangeDirectory(Directory::kSaved);

@@ -9,20 +9,27 @@
 #include "launcher/paths.h"
 
 namespace zel {
+namespace {
+
+// Marks a text for the catalogue template (tools/update-po).
+constexpr const char* N_(const char* english) { return english; }
+
+}  // namespace
 
 const TextEntry TextTable[] = {
-    {174, "You must have root permissions to run this program"},
-    {1312, "Please wait"},
-    {1320, "&Cancel"},
-    {1513,
-     "The program can not start due to incorrect BIOS settings\n"
-     "or a lack of video memory on your computer. Please inform our\n"
-     "support team and we can help you.\n"
-     "If you are an experienced PC user, you can try by yourself to increase,\n"
-     "for example, the <Frame Buffer Size> setting in the <Video configuration>\n"
-     "part of your BIOS. It may help."},
-    {1515, "Back to the previous menu"},
-    {1516, "Waiting for services initialization..."},
+    {174, N_("You must have root permissions to run this program")},
+    {1312, N_("Please wait")},
+    // TRANSLATORS: The key of this button is C in every language: mark a C with the ampersand.
+    {1320, N_("&Cancel")},
+    // TRANSLATORS: Shown on a text console of 80 columns.
+    {1513, N_("The program can not start due to incorrect BIOS settings\n"
+              "or a lack of video memory on your computer. Please inform our\n"
+              "support team and we can help you.\n"
+              "If you are an experienced PC user, you can try by yourself to increase,\n"
+              "for example, the <Frame Buffer Size> setting in the <Video configuration>\n"
+              "part of your BIOS. It may help.")},
+    {1515, N_("Back to the previous menu")},
+    {1516, N_("Waiting for services initialization...")},
     {0xFFFFFFFF, ""},
 };
 
@@ -68,6 +75,12 @@ const char* Text(std::uint32_t id) {
   return Translate(id <= kLastBrandId ? kBrandDomain : kDomain, english);
 }
 
-const char* LanguageSuffix() { return Translate(kDomain, "en"); }
+void SetTextEncoding(const char* codeset) {
+  bind_textdomain_codeset(kDomain, codeset);
+  bind_textdomain_codeset(kBrandDomain, codeset);
+}
+
+// TRANSLATORS: The suffix of keys in menu files, such as Title.de: the code of the language.
+const char* LanguageSuffix() { return Translate(kDomain, N_("en")); }
 
 }  // namespace zel

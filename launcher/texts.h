@@ -17,6 +17,10 @@ extern const TextEntry TextTable[];
 // table or the catalogue owns it.
 const char* Text(std::uint32_t id);
 
+// Has the texts in this encoding from now on, whatever the locale's own is. Until then they are in
+// that of the locale.
+void SetTextEncoding(const char* codeset);
+
 // What the menu keys of the language end with: "de" for "Title.de".
 const char* LanguageSuffix();
 
