@@ -1,7 +1,7 @@
 #include "launcher/progress.h"
 
 #include <algorithm>
-#include <cmath>
+#include <cstdlib>
 #include <string>
 
 #include "launcher/paths.h"
@@ -28,8 +28,6 @@ constexpr int kBelowBlock = 7;
 constexpr int kBlockStep = 2;
 constexpr int kTurnMargin = 5;  // between the block and the end of the bar where it turns back
 constexpr int kBevel = 2;       // the thickness of Box3D's lines
-
-int Rounded(double value) { return static_cast<int>(std::lround(value)); }
 
 // A whole configuration file becomes Allegro's current one while this lives.
 class ConfigText {
@@ -81,7 +79,7 @@ StepBar::StepBar() : picture_{load_bitmap(kPicture, nullptr)} {
 // The bar keeps the height that it was given: it draws nothing of the skin.
 void StepBar::MsgInitSkin() { Widget::MsgInitSkin(); }
 
-int StepBar::FillEnd() const { return std::max(kFillInset, Rounded(Filled(w())) - kFillInset); }
+int StepBar::FillEnd() const { return std::max(kFillInset, RoundToInt(Filled(w())) - kFillInset); }
 
 void StepBar::ShowSteps(int done, int all) {
   const int before = FillEnd();
@@ -123,16 +121,16 @@ void StepBar::Draw(Bitmap& canvas) {
 // Likewise.
 void BusyBar::MsgInitSkin() { Widget::MsgInitSkin(); }
 
-int BusyBar::TrackHeight() const { return Rounded(h() * kBusyHeight); }
+int BusyBar::TrackHeight() const { return RoundToInt(h() * kBusyHeight); }
 
 int BusyBar::BlockWidth() const {
-  return GetRange() > 0 ? Rounded(w() * max * kBlockWidth / GetRange()) : 0;
+  return GetRange() > 0 ? RoundToInt(w() * max * kBlockWidth / GetRange()) : 0;
 }
 
 BusyBar::Span BusyBar::Block() const { return {position + kBlockInset, position + BlockWidth()}; }
 
 void BusyBar::Move() {
-  const int end = GetRange() > 0 ? Rounded(w() * max / GetRange()) : 0;
+  const int end = GetRange() > 0 ? RoundToInt(w() * max / GetRange()) : 0;
   const int last = end - BlockWidth() - kTurnMargin;
   if (position < kBlockStep) {
     position = 1;

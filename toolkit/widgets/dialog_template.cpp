@@ -1,14 +1,16 @@
 #include "toolkit/widgets/dialog_template.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "toolkit/core/text.h"
 #include "toolkit/widgets/button.h"
+#include "toolkit/widgets/combo_box.h"
+#include "toolkit/widgets/edit_box.h"
 #include "toolkit/widgets/group_frame.h"
 #include "toolkit/widgets/list_view.h"
 #include "toolkit/widgets/panel.h"
 #include "toolkit/widgets/scroll_view.h"
+#include "toolkit/widgets/spin_box.h"
 #include "toolkit/widgets/value_range.h"
 
 namespace zel {
@@ -40,6 +42,26 @@ std::unique_ptr<Widget> Oriented(const ControlRecord& record) {
   return control;
 }
 
+// What one types into has room for it only once it is set up.
+std::unique_ptr<Widget> Field(const ControlRecord&) {
+  auto field = std::make_unique<EditBox>();
+  field->SetText(nullptr);
+  return field;
+}
+
+std::unique_ptr<Widget> Choice(const ControlRecord&) {
+  auto choice = std::make_unique<ComboBox>();
+  choice->Setup(0, 0, 0, 0, 0, 0, 0);
+  return choice;
+}
+
+std::unique_ptr<Widget> Number(const ControlRecord&) {
+  auto number = std::make_unique<SpinBox>();
+  number->Setup(0, 0, 0, 0, 0, 0, number->GetMin(), number->GetMax(), number->GetValue(),
+                number->GetIncrement());
+  return number;
+}
+
 template <class T>
 void Text(Widget& control, const char* text) {
   static_cast<T&>(control).SetText(text);
@@ -53,11 +75,14 @@ struct Kind {
   TextSetter setText = nullptr;
 };
 constexpr Kind kKinds[] = {
+    {kControlEditBox, Field},
     {kControlLabel, Fixed<Label>, Text<Label>},
     {kControlText, Fixed<Label>, Text<Label>},
     {kControlGroupFrame, Plain<GroupFrame>, Text<GroupFrame>},
     {kControlButton, Plain<Button>, Text<Button>},
     {kControlListBox, Plain<ListBox>},
+    {kControlComboBox, Choice},
+    {kControlSpinBox, Number},
     {kControlCheckBox, Plain<CheckBox>, Text<CheckBox>},
     {kControlPlainButton, Plain<Button>},
     {kControlTextView, Plain<TextView>, Text<TextView>},
@@ -67,8 +92,6 @@ constexpr Kind kKinds[] = {
     {kControlImage, Fixed<Image>, Picture},
 };
 
-int Rounded(float value) { return static_cast<int>(std::lround(value)); }
-
 }  // namespace
 
 DialogUnits::DialogUnits(const Font& font, float letterScale)
@@ -77,8 +100,8 @@ DialogUnits::DialogUnits(const Font& font, float letterScale)
                  letterScale},
       vertical{static_cast<float>(fontHeight) * 0.125f} {}
 
-int DialogUnits::X(int units) const { return Rounded(static_cast<float>(units) * horizontal); }
-int DialogUnits::Y(int units) const { return Rounded(static_cast<float>(units) * vertical); }
+int DialogUnits::X(int units) const { return RoundToInt(static_cast<float>(units) * horizontal); }
+int DialogUnits::Y(int units) const { return RoundToInt(static_cast<float>(units) * vertical); }
 
 DialogTemplate::DialogTemplate(const ControlRecord* stored) {
   for (; stored->type != kControlEnd; ++stored) records_.push_back(*stored);
