@@ -1,8 +1,11 @@
 #include "launcher/language.h"
 
+#include <ft2build.h>
+#include FT_FREETYPE_H
 #include <iconv.h>
 
 #include "launcher/code_pages.h"
+#include "launcher/texts.h"
 #include "tests/support/launcher_fixture.h"
 
 namespace zel {
@@ -56,6 +59,51 @@ TEST_F(LanguageTest, EncodingFollowsTheLanguage) {
     EXPECT_EQ(ugetc("\xA4"), kCharacters[index]);
     EXPECT_FALSE(uisok(0x100)) << "letters without their accent";
   }
+}
+
+struct Translation {
+  const char *code, *catalogue, *back;
+  bool hasLetters;  // in the fonts of the example
+};
+constexpr Translation kTranslations[] = {
+    {"de", "de", "Zurück zum vorigen Menü", true},
+    {"ru", "ru", "Назад в предыдущее меню", true},
+    {"fr", "fr", "Retour au menu précédent", true},
+    {"es", "es", "Volver al menú anterior", true},
+    {"pl", "pl", "Powrót do poprzedniego menu", true},
+    {"it", "it", "Torna al menu precedente", true},
+    {"cn", "zh_CN", "返回上一级菜单", false},
+    {"ja", "ja", "前のメニューに戻る", false},
+};
+constexpr const char* kExampleFont = ZEL_DATA "/skin/fonts/DejaVuSans.ttf";
+constexpr std::uint32_t kAllTexts[] = {1312, 1320, 1513, 1515, 1516};
+
+// Ends the process with failure where a shipped translation is not shown as it is written.
+[[noreturn]] void ShowTranslation(const Translation& language) {
+  setenv("LC_ALL", "C.UTF-8", 1);
+  setenv("LANGUAGE", language.catalogue, 1);
+  paths.catalogues = ZEL_CATALOGUES;
+  IndexOf(std::string{"LANG="} + language.code);
+  SetupEncoding();
+  char utf8[256];
+  bool good = language.code == std::string{LanguageSuffix()};
+  good &= language.back == std::string{uconvert(Text(1515), U_CURRENT, utf8, U_UTF8, sizeof utf8)};
+  FT_Library library = nullptr;
+  FT_Face face = nullptr;
+  good &= FT_Init_FreeType(&library) == 0 && FT_New_Face(library, kExampleFont, 0, &face) == 0;
+  for (const std::uint32_t id : kAllTexts)
+    for (const char* at = Text(id); good && language.hasLetters && *at != '\0';) {
+      const int character = ugetxc(&at);
+      good &= character < ' ' || FT_Get_Char_Index(face, static_cast<FT_ULong>(character)) != 0;
+    }
+  std::_Exit(good ? EXIT_SUCCESS : EXIT_FAILURE);
+}
+
+// Each in a process of its own: the catalogues are opened once.
+TEST_F(LanguageTest, ShippedTranslationsShowInTheirEncoding) {
+  for (const Translation& language : kTranslations)
+    EXPECT_EXIT(ShowTranslation(language), testing::ExitedWithCode(EXIT_SUCCESS), "")
+        << language.code;
 }
 
 TEST(CodePage, IsTheOneOfItsStandard) {
