@@ -41,7 +41,8 @@ std::string NextLine(const std::string& text, std::size_t& position) {
     if (character == '\r' || character == '\n') break;
     Append(line, character);
   }
-  return line.c_str();
+  line.resize(std::min(line.find('\0'), line.size()));
+  return line;
 }
 
 // The end of the characters that belong together, from `at` on.
