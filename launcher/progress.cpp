@@ -76,9 +76,6 @@ StepBar::StepBar() : picture_{load_bitmap(kPicture, nullptr)} {
   for (int x = 0; run_ && x < kCopies; ++x) draw_sprite(run_.get(), picture_.get(), x, 0);
 }
 
-// The bar keeps the height that it was given: it draws nothing of the skin.
-void StepBar::MsgInitSkin() { Widget::MsgInitSkin(); }
-
 int StepBar::FillEnd() const { return std::max(kFillInset, RoundToInt(Filled(w())) - kFillInset); }
 
 void StepBar::ShowSteps(int done, int all) {
@@ -117,9 +114,6 @@ void StepBar::Draw(Bitmap& canvas) {
   SubCanvas area{canvas, 0, 0, w(), height};
   if (picture_ && !area.IsEmpty()) DrawFill(area);
 }
-
-// Likewise.
-void BusyBar::MsgInitSkin() { Widget::MsgInitSkin(); }
 
 int BusyBar::TrackHeight() const { return RoundToInt(h() * kBusyHeight); }
 

@@ -30,7 +30,6 @@ class StepBar final : public ProgressBar {
  public:
   StepBar();
   void Draw(Bitmap& canvas) override;
-  void MsgInitSkin() override;
 
   // Repaints only what changes.
   void ShowSteps(int done, int all);
@@ -48,7 +47,6 @@ class StepBar final : public ProgressBar {
 class BusyBar final : public ProgressBar {
  public:
   void Draw(Bitmap& canvas) override;
-  void MsgInitSkin() override;
   void Increment() override;
 
  private:

@@ -57,6 +57,15 @@ def build_datafile(target, pictures):
 def add_palette(target, bmp):
     run("dat", "-a", "-k", "-c0", "-s1", "-t", "PAL", "NAME=XTRA_PALETTE", target.resolve(), bmp.name,
         directory=bmp.parent)
+    clear_fillers(target)
+
+
+def clear_fillers(target):
+    """dat leaves the fourth byte of each colour as it finds it in its memory."""
+    data = bytearray(target.read_bytes())
+    start = data.index(b"PAL ") + 12  # behind the type and two sizes
+    data[start + 3:start + 1024:4] = bytes(256)
+    target.write_bytes(data)
 
 
 def build_elements(work, target):

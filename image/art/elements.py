@@ -143,7 +143,7 @@ def tab(frame):
 
 
 def progress(frame, vertical):
-    w, h = (20, 24) if vertical else (24, 20)
+    w, h = (15, 24) if vertical else (24, 15)
     if frame == 0:
         return box(0, 0, w, h, SUNKEN, DARK, 3)
     return box(2, 2, w - 4, h - 4, ACCENT, None, 2)
@@ -230,8 +230,8 @@ ELEMENTS = {
     "PANEL_RAISED": Element((WIDE, 64), (WIDE - 8, 56), panel(FACE, DARK)),
     "PANEL_RIDGE": Element((64, 64), (62, 62), etched(LIGHT, DARK)),
     "PANEL_SUNKEN": Element((WIDE, 64), (WIDE - 8, 56), panel(SUNKEN, DARK)),
-    "PROGRESSH": Element((24, 20), (12, 12), lambda f: progress(f, False), rows=2, masked=True),
-    "PROGRESSV": Element((20, 24), (12, 12), lambda f: progress(f, True), columns=2, masked=True),
+    "PROGRESSH": Element((24, 15), (12, 7), lambda f: progress(f, False), rows=2, masked=True),
+    "PROGRESSV": Element((15, 24), (7, 12), lambda f: progress(f, True), columns=2, masked=True),
     "RADIO": Element((16, 16), (8, 8), two_columns(radio), columns=2, rows=4, masked=True),
     "SCROLL_DOWN": Element((18, 18), (10, 10), arrow_button("down"), rows=4),
     "SCROLL_HBACK": Element((24, 18), (12, 10), lambda _: fill(24, 18, (236, 240, 245)), rows=4),

@@ -50,27 +50,29 @@ TEST_F(ProgressTest, TheBarIsARowOfPictures) {
     StepBar bar;
     bar.Setup(0, 0, 200, 30, 0, 0, kHorizontal);
     root.Add(&bar);
+    const int height = bar.h();
+    EXPECT_EQ(height, 36) << "the height of the skin's picture";
     for (const int done : steps) {
-      SkinBitmap expected(200, 30, kMemoryBitmap);
+      SkinBitmap expected(200, height, kMemoryBitmap);
       expected.clear_to_color(ground.GetColor());
-      expected.Box3D(0, 0, 199, 23, white, black, gray);
-      expected.set_clip_rect(0, 0, 199, 26);
+      expected.Box3D(0, 0, 199, height - 7, white, black, gray);
+      expected.set_clip_rect(0, 0, 199, height - 4);
       for (int x = 2; x < std::min(done, 100) * 2 - 2; ++x)
         draw_sprite(expected.GetBitmap(), picture.get(), x, 2);
       bar.ShowSteps(done, 100);
-      const SubCanvas shown{SkinBitmap{Frame()}, 0, 0, 200, 30};
+      const SubCanvas shown{SkinBitmap{Frame()}, 0, 0, 200, height};
       ASSERT_TRUE(Picture(shown.GetBitmap()) == Picture(expected.GetBitmap())) << done;
     }
     Copied();
     bar.ShowSteps(5, 100);
-    EXPECT_EQ(Copied(), (6 + picture->w - 1) * 27);
+    EXPECT_EQ(Copied(), (6 + picture->w - 1) * (height - 3));
   }
 }
 
 TEST_F(ProgressTest, TheBusyBlockRunsToAndFro) {
   BusyBar bar;
-  Show(bar, {0, 0, 200, 20});
   bar.SetOrientation(kHorizontal);
+  Show(bar, {0, 0, 200, 20});
   std::set<int> seen;
   for (int i = 0; i < 200; ++i) {
     bar.Increment();

@@ -51,7 +51,7 @@ TEST_F(WaitDialogTest, TimePassesAndOnlyWhatMovesIsCopied) {
   EXPECT_FALSE(Wait(INT_MAX).Check());
   EXPECT_STREQ(Countdown(), "2147482");
   Wait(0).Check();
-  EXPECT_EQ(Copied(), 2 * 5 * 8);
+  EXPECT_EQ(Copied(), 2 * 5 * 27);
 }
 
 TEST_F(WaitDialogTest, GivesItsTimerBack) {
