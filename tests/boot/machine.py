@@ -1,23 +1,18 @@
-"""A machine under QEMU that was started from the rescue image, and its user: typing, looking, asking.
+"""A machine under QEMU that was started from the rescue image, and its user: typing, looking, asking."""
 
-The image gets an overlay: a shell on the serial line, which answers questions, and a loop on tty1 that
-starts programs when it is told to.
-"""
-
+import atexit
 import functools
 import json
 import os
 import pathlib
 import re
-import shutil
 import socket
 import subprocess
 import sys
 import tempfile
 import time
 
-HERE = pathlib.Path(__file__).resolve().parent
-ROOT = HERE.parents[1]
+ROOT = pathlib.Path(__file__).resolve().parents[2]
 IMAGE = ROOT / "build-image"
 PATIENCE = 60.0  # seconds until a wait counts as failed; there may be no acceleration
 POLL = 0.05
@@ -37,18 +32,8 @@ def wait_until(condition, what):
 
 @functools.cache
 def test_initrd():
-    """The shipped initramfs with the overlay behind it, whose files replace those before."""
-    with tempfile.TemporaryDirectory() as directory:
-        tree = pathlib.Path(directory, "tree")
-        shutil.copytree(HERE / "guest/overlay", tree)
-        for source in HERE.glob("guest/*.cpp"):
-            subprocess.run(["i686-linux-gnu-g++", "-O2", "-static", "-s", "-o", tree / "test" / source.stem, source],
-                           check=True)
-        pack = "find . | cpio --create --format=newc --owner=0:0 --quiet | gzip -1"
-        overlay = subprocess.run(pack, shell=True, cwd=tree, check=True, capture_output=True).stdout
-    path = IMAGE / "test-initrd.gz"
-    path.write_bytes((IMAGE / "initrd.gz").read_bytes() + overlay)
-    return path
+    subprocess.run([ROOT / "tests/boot/guest/pack"], check=True)
+    return IMAGE / "test-initrd.gz"
 
 
 class Line:
@@ -99,14 +84,11 @@ class Machine:
         self.process = subprocess.Popen(
             [program, *f"-accel tcg -cpu {cpu} -m 128 -vga std -display none -no-reboot -nodefaults".split(),
              *f"-qmp unix:{path}/monitor,server,nowait -serial unix:{path}/serial,server,nowait".split(), *start])
-        try:
-            self.monitor, self.serial = Line(path / "monitor"), Line(path / "serial")
-            self.ask("qmp_capabilities")
-            if not disc:
-                self.serial.expect(rb"ready\n")
-        except BaseException:
-            self.stop()
-            raise
+        atexit.register(self.process.kill)
+        self.monitor, self.serial = Line(path / "monitor"), Line(path / "serial")
+        self.ask("qmp_capabilities")
+        if not disc:
+            self.serial.expect(rb"ready\n")
 
     def stop(self):
         self.process.kill()
@@ -119,7 +101,8 @@ class Machine:
 
     def do(self, *lines):
         for line in lines:
-            self.ask("human-monitor-command", **{"command-line": line})
+            answer = self.ask("human-monitor-command", **{"command-line": line})
+            assert not answer, f"{line}: {answer}"
             time.sleep(POLL)  # the machine has to see the release of a key before the next press
 
     def press(self, *keys):
