@@ -1,0 +1,228 @@
+#!/usr/bin/env python3
+"""The rescue image as a person meets it: on the console of a machine that was started from it."""
+
+import re
+import unittest
+
+from machine import IMAGE, ROOT, Machine, wait_until
+
+BLACK = (0, 0, 0)
+USABLE = "text characters kernel lines\n"
+SCREEN = "/dev/vcs1"  # the text on the first console
+
+# The second item of data/menu.cfg.
+SCAN = re.search(rb"(?s)\[LINE2\].*?ExString *= *(.*?\n)", (ROOT / "data/menu.cfg").read_bytes())[1].decode()
+
+# Places in the layouts of data/menu.cfg: the hint panel's empty end, and the background alone.
+PLACES = {(640, 480): ((500, 400), (4, 470)),
+          (800, 600): ((620, 500), (4, 590)),
+          (1024, 768): ((790, 640), (4, 758))}
+BAR_ROW, BAR_LEFT, BAR_RIGHT = 544, 52, 740  # of the progress bar at 800 x 600
+
+
+def is_light(picture, x, y):
+    return min(picture.at(x, y)) > 240
+
+
+def shows_menu(picture):
+    """The panels are drawn last, over a background that is not black."""
+    hint, background = PLACES.get(picture.size, ((0, 0), (0, 0)))
+    return is_light(picture, *hint) and picture.at(*background) != BLACK
+
+
+class MachineTest(unittest.TestCase):
+    def menu(self, command="zel", shows=shows_menu):
+        self.machine.run("cat /dev/zero >/dev/fb0")  # away with an earlier picture
+        self.machine.launch(command)
+        return self.machine.see(shows, "the menu")
+
+    def expect(self, status, output, position):
+        """The program ends by itself, leaves exactly this, and the console as it should be."""
+        self.assertEqual(wait_until(lambda: self.machine.read("/tmp/test/status"), "the end"), f"{status}\n")
+        self.assertEqual(self.machine.read("/root/output.txt"), output)
+        self.assertEqual(self.machine.read("/tmp/menupos.txt"), position)
+        self.assertEqual(self.machine.run("/test/console_state"), USABLE)
+
+    def choose_second(self):
+        self.machine.press("home", "down", "ret")
+        self.expect(20, SCAN, "1")
+
+
+class ModeTest(MachineTest):
+    """The menu in every mode of the framebuffer, with the settings that the start-up script makes."""
+
+    def boot(self, **options):
+        self.doCleanups()  # one at a time
+        self.machine = Machine(**options)
+        self.addCleanup(self.machine.stop)
+
+    def check(self, size, colours, **options):
+        self.boot(**options)
+        picture = self.menu("/etc/zel/rescue-menu")
+        self.assertEqual(picture.size, size)
+        self.assertGreater(picture.colours(), colours)
+        self.machine.press_and_see("down")
+        self.machine.press("ret")
+        self.machine.read_until(SCREEN, "There is no scan on this disc.")
+        self.assertEqual(self.machine.run("/test/console_state"), USABLE)
+        wait_until(lambda: self.machine.look().colours() == 2, "the text console's colours")
+        self.machine.press("ret")
+        self.machine.see(shows_menu, "the menu again")
+
+    def test_sizes_and_depths(self):
+        modes = "0x301 0x311 0x312 0x342", "0x303 0x314 0x315 0x343", "0x305 0x317 0x318 0x344"
+        for size, numbers in zip(PLACES, modes):
+            for vga, colours in zip(numbers.split(), (40, 400, 400, 400)):
+                with self.subTest(vga=vga):
+                    self.check(size, colours, vga=vga)
+
+    def test_a_processor_of_1999(self):
+        self.check((640, 480), 400, vga="0x311", program="qemu-system-i386", cpu="pentium3")
+
+    def test_a_framebuffer_larger_than_all_layouts(self):
+        self.boot(vga="0x307")  # 1280 x 1024 in 256 colours
+        picture = self.menu("/etc/zel/rescue-menu", lambda seen: is_light(seen, 128 + 790, 128 + 640))
+        for corner in ((4, 4), (1275, 4), (4, 1019), (1275, 1019)):
+            self.assertEqual(picture.at(*corner), BLACK)
+
+    def test_without_a_framebuffer_it_explains_and_the_script_gives_a_shell(self):
+        self.boot()
+        self.machine.launch("zel")
+        self.expect(0, None, None)
+        self.assertIn("can not start due to incorrect BIOS settings", self.machine.read(SCREEN))
+        self.machine.launch("/etc/zel/rescue-menu")
+        self.machine.read_until(SCREEN, "to get back to the menu")
+        self.machine.press(*"echo", "spc", "a", "spc", "shift-dot", *"sign", "ret")
+        self.machine.read_until("/root/sign", "a")
+
+    def test_the_disc_starts_by_itself_and_switches_the_machine_off(self):
+        self.boot(disc=IMAGE / "zel-rescue.iso")
+        self.machine.see(shows_menu, "the menu")
+        self.machine.press_and_see("end")
+        self.machine.press("ret")
+        self.assertEqual(self.machine.process.wait(60), 0)
+
+
+class ConsoleTest(MachineTest):
+    """One machine for all: what happens on its console, at 800 x 600 in 16 bits."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.machine = Machine(vga="0x314")
+        cls.addClassCleanup(cls.machine.stop)
+
+    def tearDown(self):
+        self.machine.run("chvt 1; kill -KILL $(pidof rescue-menu) $(pidof zel); cp /test/zel.cfg /etc/zel/; "
+                         "rm -f /tmp/menupos.txt /tmp/progress /tmp/services.ready /var/run/gpm.pid")
+        self.machine.launch("true")
+        wait_until(lambda: self.machine.read("/tmp/test/status") == "0\n", "the end of the launcher")
+
+    def processes(self):
+        """The launcher's guard, and the launcher."""
+        return sorted(int(pid) for pid in self.machine.run("pidof zel").split())
+
+    def test_a_choice_in_a_submenu_and_the_way_back_there(self):
+        self.menu()
+        self.machine.press("down", "down")
+        self.machine.press_and_see("ret")
+        chosen = self.machine.press_and_see("down", "down")
+        self.machine.press("ret")
+        self.expect(102, "fsck\n", "3,2")
+        self.menu(shows=lambda picture: picture == chosen)
+
+    def test_a_mode_that_the_framebuffer_does_not_have(self):
+        for width, height, depth in ((1024, 768, 16), (800, 600, 32), (800, 600, 8), (99999, -1, 0)):
+            with self.subTest(width=width, height=height, depth=depth):
+                self.machine.run(f"sed -i -e 's/^screenWidth.*/screenWidth = {width}/' -e 's/^screenHeight.*/"
+                                 f"screenHeight = {height}/' -e 's/^colorDepth.*/colorDepth = {depth}/' /etc/zel/zel.cfg")
+                picture = self.menu(shows=lambda seen: is_light(seen, 80 + 500, 60 + 400))  # 640 x 480, in the middle
+                self.assertEqual([picture.at(*place) for place in ((40, 300), (760, 300), (400, 30))], [BLACK] * 3)
+                self.choose_second()
+
+    def test_progress_follows_the_script(self):
+        before = self.menu()
+        for progress, unfilled in (("1/12", True), ("12/12", False)):
+            self.machine.run(f"rescue-progress {progress}")
+            self.machine.see(lambda seen: seen.at(BAR_LEFT, BAR_ROW) != before.at(BAR_LEFT, BAR_ROW) and
+                             is_light(seen, BAR_RIGHT, BAR_ROW) == unfilled, f"progress {progress}")
+        self.machine.run("rescue-progress --hide")
+        self.machine.see(lambda picture: picture == before, "the menu without progress")
+        self.assertEqual(self.machine.run("ls /tmp/progress*"), "/tmp/progress\n")
+
+    def test_waiting_for_a_file(self):
+        before = self.menu()
+        for end in (lambda: self.machine.press("alt-c"), lambda: self.machine.run("touch /tmp/services.ready")):
+            self.machine.see(lambda picture: picture == before, "the menu without a window")
+            self.machine.press("ret")
+            wait_until(lambda: self.machine.look() != before, "the window")
+            end()
+        self.expect(10, "desktop\n", "0")
+
+    def test_the_mouse_works_once_its_server_runs(self):
+        before = self.menu()
+        self.machine.do("mouse_move -300 -100", "mouse_button 1", "mouse_button 0")
+        self.assertNotEqual(self.machine.press_and_see("down"), before)
+        self.assertEqual(self.machine.press_and_see("up"), before)
+        self.machine.run("touch /var/run/gpm.pid")
+        self.machine.see(lambda picture: picture != before, "the pointer")
+        self.machine.do(*["mouse_move -100 -100"] * 10)
+        self.machine.see(lambda picture: picture.at(1, 3) != before.at(1, 3), "the pointer in the corner")
+        self.machine.do("mouse_move 120 148")  # to the second entry: each count is 5/4 pixels
+        self.machine.see(lambda picture: picture.at(1, 3) == before.at(1, 3), "the pointer on its way")
+        self.machine.do("mouse_button 1", "mouse_button 0")
+        self.machine.see(lambda picture: not is_light(picture, 400, 184), "the second entry's bar")
+        self.machine.press("ret")
+        self.expect(20, SCAN, "1")
+
+    def test_every_bad_end_leaves_a_usable_console(self):
+        for victim, signals in ((0, (15, 2, 1)), (1, (15, 2, 11, 6, 9))):
+            for signal in signals:
+                with self.subTest(victim=("guard", "launcher")[victim], signal=signal):
+                    self.menu()
+                    self.assertEqual(self.machine.run("/test/console_state"), "graphics codes program bytes\n")
+                    self.machine.run(f"kill -{signal} {self.processes()[victim]}")
+                    self.expect(128 + signal, None, None)
+
+    def test_the_start_after_the_end_of_both_mends_the_console(self):
+        self.menu()
+        self.machine.run("kill -KILL $(pidof zel)")
+        self.menu()
+        self.choose_second()
+
+    def test_a_choice_that_is_killed_leaves_whole_files_or_none(self):
+        for wait in range(0, 120, 15):
+            self.menu()
+            self.machine.press("home", "down")
+            self.machine.run(f"(usleep {wait}000; kill -KILL {self.processes()[1]}) 2>/dev/null &")
+            self.machine.press("ret")
+            status = wait_until(lambda: self.machine.read("/tmp/test/status"), "the end")
+            self.assertEqual((status, self.machine.read("/root/output.txt")),
+                             ("20\n", SCAN) if status == "20\n" else ("137\n", None))
+            self.assertIn(self.machine.read("/tmp/menupos.txt"), ("1", None))
+
+    def test_other_consoles_and_ctrl_alt_del(self):
+        before = self.menu()
+        self.machine.press("alt-f2")
+        wait_until(lambda: self.machine.look().colours() == 2, "the second console")
+        self.machine.press("alt-f1")
+        self.machine.see(lambda picture: picture == before, "the menu as it was")
+        self.machine.press("ctrl-alt-delete", "esc")
+        self.choose_second()
+
+    def test_other_standard_inputs(self):
+        for device in ("/dev/null", "/dev/console", "/dev/tty0"):
+            with self.subTest(device=device):
+                self.menu(f"zel <{device}")
+                self.choose_second()
+
+    def test_the_script_gives_a_shell_when_the_launcher_fails(self):
+        self.machine.run("sed -i 's/^skinPath.*/skinPath = missing/' /etc/zel/zel.cfg")
+        self.machine.launch("/etc/zel/rescue-menu")
+        self.machine.read_until(SCREEN, "There is no menu (status 1).")
+        self.machine.run("cp /test/zel.cfg /etc/zel/")
+        self.machine.press(*"exit", "ret")
+        self.machine.see(shows_menu, "the menu")
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
