@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <iterator>
-#include <memory>
 
+#include "toolkit/core/bytes.h"
 #include "toolkit/core/text.h"
 #include "toolkit/skin/skin.h"
 
@@ -13,7 +13,7 @@ namespace {
 constexpr double kBarIncrement = 16;  // pixels per press of an arrow
 
 // Files beyond this length are cut; nobody reads that much in a panel.
-constexpr long kLongestFile = 16L << 20;
+constexpr std::size_t kLongestFile = 16u << 20;
 
 // A bar shows when the content does not fit the room that is left beside the other bar.
 bool ShowsBar(int mode, int room, int extent, int otherBar, bool otherShows) {
@@ -30,10 +30,6 @@ int Reveal(int position, int extent, int from, int length) {
   if (from < position) position = from;
   return std::max(position, from + length - extent);
 }
-
-struct PackfileCloser {
-  void operator()(PACKFILE* file) const { pack_fclose(file); }
-};
 
 }  // namespace
 
@@ -193,20 +189,15 @@ void TextView::UpdateContentSize() {
 
 void TextView::LoadFile(const char* path) {
   lines.clear();
-  const std::unique_ptr<PACKFILE, PackfileCloser> file{pack_fopen(path, F_READ)};
-  if (file) {
-    std::string line;
-    long length = 0;
-    for (int byte = pack_getc(file.get()); byte != EOF && length < kLongestFile;
-         byte = pack_getc(file.get()), ++length) {
-      if (byte != '\n') {
-        line += static_cast<char>(byte);
-        continue;
-      }
+  if (IsFile(path)) {
+    const Bytes bytes = ReadBytes(path, kLongestFile);
+    for (auto start = bytes.begin();;) {
+      const auto end = std::find(start, bytes.end(), '\n');
+      const std::string line{start, end};
       lines.push_back(CutToBytes(line.c_str(), line.size()));
-      line.clear();
+      if (end == bytes.end()) break;
+      start = end + 1;
     }
-    lines.push_back(CutToBytes(line.c_str(), line.size()));
   }
   UpdateContentSize();
 }

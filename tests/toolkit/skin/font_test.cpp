@@ -245,16 +245,20 @@ TEST_F(FontTest, RandomBytesNeverStopReaders) {
   std::mt19937 random{3};
   const BitmapPtr out = Canvas();
   Bitmap target{out.get()};
-  WritePicture("sound.bmp", Grid(60).get());
-  WritePicture("sound.pcx", Grid(60).get());
-  for (const char* extension : {"bmp", "pcx"}) {
+  for (const char* extension : {"bmp", "pcx", "tga"})
+    WritePicture(std::string{"sound."} + extension, Grid(60).get());
+  dir.Write("sound.fnt", GrxFont());
+  dir.Write("sound.txt", "sound.fnt 0x41 0x42\nsound.tga 0x80 0xFF\n- 0x30\nsound.bmp 0x20\n");
+  for (const char* extension : {"bmp", "pcx", "tga", "fnt", "txt"}) {
     const std::string sound = dir.Read(std::string{"sound."} + extension);
-    for (int round = 0; round < 40; ++round) {
+    for (int round = 0; round < 200; ++round) {
       std::string bytes = sound;
       for (int i = 0; i < 3; ++i)
         bytes[random() % std::min<std::size_t>(bytes.size(), 80)] = static_cast<char>(random());
+      const std::string path = dir.Write(std::string{"damaged."} + extension, bytes);
       Font font;
-      font.Load(dir.Write(std::string{"damaged."} + extension, bytes).c_str());
+      font.Load(round == 0 ? dir.Path(std::string{"sound."} + extension).c_str() : path.c_str());
+      EXPECT_TRUE(round > 0 || !IsBuiltIn(font)) << extension;
       font.Textout(target, "Ab !", 0, 0, white, black, kAlignLeft);
     }
   }
