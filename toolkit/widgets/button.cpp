@@ -151,8 +151,10 @@ void Button::Setup(int px, int py, int width, int height, int shortcut, std::uin
 
 void Button::UpdateSize() {
   if (!TestFlag(kFlagAutoSize)) return;
-  if (const SkinBitmap* element = GetBitmap())
-    Resize(element->Width(), element->Height() / kElementRows);
+  const SkinBitmap* element = GetBitmap();
+  if (!element) return;
+  const Size wanted{element->Width(), element->Height() / kElementRows};
+  if (wanted != Size{w(), h()}) Resize(wanted);
 }
 
 int Button::LookState() const {
@@ -195,6 +197,13 @@ void Button::SwitchSelected() {
     Select();
 }
 
+void Button::BeginPress() {
+  SwitchSelected();
+  ShowChange();
+  SetFlag(kFlagPressed);
+  repeatTimer = 0;
+}
+
 void Button::ShowChange() {
   Redraw();
   StartAnimation();
@@ -203,6 +212,9 @@ void Button::ShowChange() {
 void Button::Activate() { Report(MSG_ACTIVATE); }
 
 void Button::MsgStart() {
+  // A press that the end of the dialog cut off is taken back.
+  if (TestFlag(kFlagPressed) && !TestFlag(kFlagToggle)) SwitchSelected();
+  ClearFlag(kFlagPressed);
   keyTimer = 0;
   repeatTimer = 0;
   UpdateSize();
@@ -226,9 +238,7 @@ void Button::MsgLostFocus() {
 
 void Button::MsgLPress() {
   Label::MsgLPress();
-  SwitchSelected();
-  ShowChange();
-  SetFlag(kFlagPressed);
+  BeginPress();
 }
 
 void Button::MsgLRelease() {
@@ -249,16 +259,13 @@ void Button::MsgLRelease() {
 
 int Button::KeyPressTicks() const {
   if (settings.keyDelay < 1) return settings.Ticks(kKeyPress);
-  return settings.Ticks(settings.keyDelay + kBeyondKeyDelay);
+  const int delay = std::min(settings.keyDelay, std::numeric_limits<int>::max() - kBeyondKeyDelay);
+  return settings.Ticks(delay + kBeyondKeyDelay);
 }
 
 void Button::MsgKey() {
   Label::MsgKey();
-  if (keyTimer == 0) {
-    SwitchSelected();
-    ShowChange();
-    SetFlag(kFlagPressed);
-  }
+  if (keyTimer == 0) BeginPress();
   // At a low tick rate the press still has to end.
   keyTimer = std::max(1, KeyPressTicks());
 }
@@ -282,8 +289,10 @@ void Button::AutoRepeat() {
 
 void Button::MsgTick() {
   Label::MsgTick();
-  if (keyTimer != 0 && --keyTimer == 0) EndKeyPress();
-  AutoRepeat();
+  if (keyTimer != 0 && --keyTimer == 0)
+    EndKeyPress();
+  else
+    AutoRepeat();
 }
 
 void Button::MsgInitSkin() {
@@ -304,7 +313,7 @@ void Button::DrawToggle(Bitmap& canvas) {
   const int boxY = slack > 0 ? slack / 2 : 0;
   const int textY = slack < 0 ? -slack / 2 : 1;
 
-  canvas.clear_to_color(textBackColor);
+  if (textBackColor.IsSet()) canvas.clear_to_color(textBackColor);
   if (element)
     element->masked_blit(canvas.GetBitmap(), Selected() ? frameWidth : 0, state * frameHeight, 0,
                          boxY, frameWidth, frameHeight);
@@ -338,25 +347,18 @@ void RadioButton::Setup(int px, int py, int width, int height, int shortcut, std
 
 void RadioButton::MsgInitSkin() { InitToggleSkin(kRadioText, RADIO); }
 
-void RadioButton::TellGroup() {
-  if (!parent) return;
-  const std::vector<Widget*> siblings = parent->Children();
-  for (Widget* sibling : siblings) sibling->SendMessage(MSG_RADIO, group);
-}
-
 void RadioButton::MsgLPress() {
   Widget::MsgLPress();
-  if (Selected()) return;
-  Select();
-  ShowChange();
-  SetFlag(kFlagPressed);
+  if (!Selected()) BeginPress();
 }
 
 void RadioButton::MsgLRelease() {
-  const bool pressed = TestFlag(kFlagPressed);
-  const bool selected = Selected();
+  // Whoever is told that the button was pressed may destroy it.
+  Dialog* const container = parent;
+  const int ownGroup = group;
+  const bool stays = TestFlag(kFlagPressed | kFlagToggle) && HasMouse();
   Button::MsgLRelease();
-  if (pressed && Selected() == selected) TellGroup();
+  if (stays && container) container->SendToChildren(MSG_RADIO, ownGroup);
 }
 
 void RadioButton::MsgKey() {
@@ -364,8 +366,10 @@ void RadioButton::MsgKey() {
     Widget::MsgKey();
     return;
   }
+  // The button with the focus is the one that stays selected.
+  if (parent && !HasFocus()) parent->ChangeFocus(parent->GetFocus(), this);
   Button::MsgKey();
-  TellGroup();
+  if (parent) parent->SendToChildren(MSG_RADIO, group);
 }
 
 void RadioButton::MsgRadio(int g) {
