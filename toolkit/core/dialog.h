@@ -111,6 +111,8 @@ class Dialog : public Widget {
   // True when the widget is this dialog or lies in it, however deep.
   bool Contains(const Widget* widget) const;
   using Rect::Contains;
+  // Children may come and go meanwhile.
+  void SendToChildren(int msg, int arg = 0);
   // Repaints what lies under a part of a child that does not cover its whole area. The part is
   // relative to the child.
   void RedrawBehind(const Widget* child, const Rect& part);
@@ -162,7 +164,6 @@ class Dialog : public Widget {
   using Handler = void (Widget::*)();
 
   CanvasBase FindCanvasBase(bool ownDrawing);
-  void SendToChildren(int msg, int arg = 0);
   void DrawTree(bool redrawsAll);
   bool IsCovered(std::size_t index) const;
   static void ForgetDirty(Widget* widget);
