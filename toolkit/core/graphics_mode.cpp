@@ -6,14 +6,13 @@
 #include <utility>
 
 #include "toolkit/core/allegro.h"
+#include "toolkit/core/geometry.h"
 
 namespace zel {
 namespace {
 
-// Allegro's console drivers divide by numbers that become 0 with much smaller or larger modes; the
-// upper limit is also that of the toolkit's coordinates.
+// Allegro's console drivers divide by numbers that become 0 with much smaller or larger modes.
 constexpr int kLeastSide = 64;
-constexpr int kMostSide = 32767;
 
 constexpr int kTextColumns = 80;
 constexpr int kTextRows = 25;
@@ -32,8 +31,8 @@ bool SetGraphicsMode(int card, int w, int h, int depth) {
   if (std::find(std::begin(kDepths), std::end(kDepths), depth) == std::end(kDepths)) return false;
   PutScreenBack();
   set_color_depth(depth);
-  return set_gfx_mode(card, std::clamp(w, kLeastSide, kMostSide),
-                      std::clamp(h, kLeastSide, kMostSide), 0, 0) == 0;
+  return set_gfx_mode(card, std::clamp(w, kLeastSide, kMostPixels),
+                      std::clamp(h, kLeastSide, kMostPixels), 0, 0) == 0;
 }
 
 void SetTextMode() {
@@ -42,7 +41,7 @@ void SetTextMode() {
 }
 
 void ShowVideoPage() {
-  BITMAP* page = create_video_bitmap(SCREEN_W, SCREEN_H);
+  BITMAP* page = gfx_driver ? create_video_bitmap(SCREEN_W, SCREEN_H) : nullptr;
   if (!page) return;
   // Allegro leaves the mode in its own exit handler, registered earlier and so run later.
   static const bool registered = std::atexit(PutScreenBack) == 0;
