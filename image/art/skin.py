@@ -8,6 +8,7 @@ TEXT_SECTIONS = ("BUTTON", "CHECKBOX", "RADIO", "LIST", "TEXT", "MENU", "PROGRES
 TEXT_COLORS = {
     "BUTTON": (palette.FONTFACE, palette.WHITE, palette.DISABLED, palette.ACCENT_DARK),
     "LIST": (palette.FONTFACE, palette.WHITE, palette.DISABLED, palette.FONTFACE),
+    "TEXT": (palette.FONTFACE, palette.FONTFACE, palette.DISABLED, palette.ACCENT_DARK),
     "MENU": (palette.FONTFACE, palette.WHITE, palette.DISABLED, palette.FONTFACE),
     "WINDOW": (palette.WHITE, palette.WHITE, palette.FACE, palette.WHITE),
     "HYPER": (palette.ACCENT, palette.ACCENT_DARK, palette.DISABLED, palette.ACCENT_DARK),

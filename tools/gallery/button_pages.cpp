@@ -29,6 +29,7 @@ Label& PlacedLabel(Sheet& sheet, const Rect& place, const char* text, int align)
   auto& label = sheet.Make<Label>();
   label.ClearFlag(kFlagAutoSize);
   label.SetTextBackColor(CurrentSkin()->colors[kSunken]);
+  label.SetFontColor(CurrentSkin()->colors[kDisable], Color{}, kDisabled);
   label.Setup(place.x, place.y, place.w, place.h, 0, 0, text, align);
   return label;
 }

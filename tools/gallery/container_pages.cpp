@@ -22,6 +22,8 @@ class PosedTooltip : public Tooltip {
   void MsgTick() override { Widget::MsgTick(); }
 };
 
+constexpr int kWindowFrame = 40;  // more than the frame of a window adds to its height
+
 enum class WindowPose { kActive, kInactive, kFixed, kRolledUp };
 
 // A window with something in it, owned together.
@@ -55,7 +57,8 @@ void PlacePanel(Sheet& sheet, const Rect& place) {
 SkinBitmap Ring(int size) {
   SkinBitmap picture{size, size, kMemoryBitmap};
   picture.clear_to_color(magenta);
-  for (int r = size / 3; r < size / 2; ++r) picture.circle(size / 2, size / 2, r, red);
+  picture.circlefill(size / 2, size / 2, size / 2 - 1, red);
+  picture.circlefill(size / 2, size / 2, size / 3, magenta);
   return picture;
 }
 
@@ -78,7 +81,7 @@ void BuildListBoxPage(Sheet& sheet) {
   };
   sheet.Columns({"one item", "short", "disabled", "focused"}, 13);
   row(false);
-  sheet.Columns({"several marked", "short", "disabled", "focused"}, 13);
+  sheet.Columns({"marked", "short", "disabled", "focused"}, 13);
   row(true);
 }
 
@@ -90,6 +93,7 @@ void BuildTextViewPage(Sheet& sheet) {
   sheet.Row(8 * sheet.Line(), [&](const Rect& place, int column) {
     auto& view = sheet.Make<TextView>();
     view.SetText(column == 2 ? "A text that fits\nneeds no bars." : text.c_str());
+    view.SetMargins(6, 4, 4, 4);
     view.Shape(place);
     if (column == 1) view.Disable();
     if (column == 2) Pose(view, kFocused);
@@ -98,7 +102,7 @@ void BuildTextViewPage(Sheet& sheet) {
 
 void BuildWindowPage(Sheet& sheet) {
   const auto row = [&sheet](WindowPose first, WindowPose second) {
-    sheet.Row(7 * sheet.Line(), [&](const Rect& place, int column) {
+    sheet.Row(5 * sheet.Line() + kWindowFrame, [&](const Rect& place, int column) {
       const Rect client{place.x, place.y, place.w - sheet.Letters(2), 5 * sheet.Line()};
       sheet.Make<SampleWindow>().SetUp(client, sheet, column == 0 ? first : second);
     });
@@ -116,14 +120,14 @@ void BuildTooltipPage(Sheet& sheet) {
     tip.FitText();
     tip.Place(place.x, place.y);
   };
-  show(sheet.Band("short", sheet.Tall()), "Starts the program");
+  show(sheet.Band("short", sheet.Tall(), 40), "Starts the program");
   show(
-      sheet.Band("wrapped", 6 * sheet.Line()),
+      sheet.Band("wrapped", 10 * sheet.Line(), 40),
       "Looks at every disk of this computer, reads the health data that the disks keep themselves, "
       "and says which of them will not last long. Nothing on the disks is changed.");
-  const Rect place = sheet.Band("the real one", sheet.Tall());
+  const Rect place = sheet.Band("the real one", sheet.Tall(), 26);
   auto& button = sheet.Make<Button>();
-  button.Setup(place.x, place.y, sheet.Letters(26), place.h, 0, 0, "Rest the pointer here");
+  button.Setup(place.x, place.y, place.w, place.h, 0, 0, "Rest the pointer here");
   button.SetTooltip("It shows after a moment.");
 }
 
@@ -145,7 +149,7 @@ void BuildPanelPage(Sheet& sheet) {
 void BuildImagePage(Sheet& sheet) {
   const int size = 3 * sheet.Line();
   const SkinBitmap ring = Ring(size);
-  sheet.Columns({"copied", "masked", "on a colour", "cut", "element"}, 10);
+  sheet.Columns({"copied", "masked", "on a ground", "cut", "element"}, 10);
   sheet.Row(4 * sheet.Line(), [&](const Rect& place, int column) {
     auto& image = sheet.Make<Image>();
     image.ClearFlag(kFlagAutoSize);

@@ -223,19 +223,20 @@ class TransitionsGrid : public Grid {
   }
 
  private:
-  static SkinBitmap Look(int element, Color color) {
+  // A disc, so that one sees what slides and what stays.
+  static SkinBitmap Look(Color ground, Color disc) {
     SkinBitmap look{kStill.w, kStill.h, kMemoryBitmap};
-    look.clear_to_color(color);
-    const SkinBitmap& frame = *CurrentSkin()->bitmaps[element];
-    frame.DrawAreaMasked(look, 0, 0, 4, 4, kStill.w - 8, kStill.h - 8, 1, kFrames[element].rows);
+    look.clear_to_color(ground);
+    look.circlefill(kStill.w / 2, kStill.h / 2, kStill.h / 3, disc);
     return look;
   }
 
   void DrawFrame(Bitmap& cell, int effect, int place, int frame) {
     Animator animator;
-    animator.Start(Look(PANEL_SUNKEN, Color{30, 60, 100}),
+    animator.Start(Look(Color{30, 60, 100}, Color{120, 160, 210}),
                    (kTransitionFrames * 1000 + 999) / settings.UsableFrameRate());
-    Look(BUTTON, Color{220, 150, 60}).blit(animator.NewImage(), 0, 0, 0, 0, kStill.w, kStill.h);
+    Look(Color{235, 180, 70}, Color{190, 60, 40})
+        .blit(animator.NewImage(), 0, 0, 0, 0, kStill.w, kStill.h);
     for (int i = 1; i < frame; ++i) animator.Step();
     SubCanvas canvas{cell, place * (kStill.w + kStillGap), 0, kStill.w, kStill.h};
     animator.Draw(canvas, effect);
@@ -271,7 +272,7 @@ void BuildTransitionsPage(Sheet& sheet) { BuildGrid<TransitionsGrid>(sheet); }
 
 void BuildTextPage(Sheet& sheet) {
   const Rect lines =
-      sheet.Band("one line: left, centre, right, shadow, background, hot key", 3 * sheet.Line());
+      sheet.Band("one line: left, centre, right, shadow, background, hot key", 4 * sheet.Line());
   auto& drawn = sheet.Make<Drawing>();
   drawn.Shape(lines);
   drawn.SetPainter(
@@ -295,7 +296,7 @@ void BuildTextPage(Sheet& sheet) {
       label.SetFont(i, kNormal);
       label.Place(place.x, place.y);
       label.SetText(("FONT" + std::to_string(i) + ", " + std::to_string(font.TextHeight()) +
-                     " pixels: " + kSample)
+                     " pixels: the quick brown fox")
                         .c_str());
     });
   }

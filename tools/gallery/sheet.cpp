@@ -40,7 +40,12 @@ Color CaptionColor() {
   return MixNear(skin.colors[kFontFace], skin.colors[kFace]);
 }
 
-Sheet::Sheet(Size room) : room_{room}, next_{kMargin} { Resize(room); }
+Sheet::Sheet(Size room) : room_{room}, next_{kMargin} {
+  Resize(room);
+  SetOpaque(true);
+}
+
+void Sheet::Draw(Bitmap& canvas) { canvas.clear_to_color(CurrentSkin()->colors[kFace]); }
 
 int Sheet::Line() const { return GetFont(kNormal).TextHeight(); }
 
@@ -84,13 +89,14 @@ void Sheet::Row(int height, const Fill& fill) {
   next_ += height + kGap;
 }
 
-Rect Sheet::Band(const char* caption, int height) {
-  const int width = room_.w - 2 * kMargin;
+Rect Sheet::Band(const char* caption, int height, int letters) {
+  const int all = room_.w - 2 * kMargin;
+  const int width = letters ? std::min(all, Letters(letters)) : all;
   Caption(caption, kMargin, width);
   next_ += CaptionHeight();
   const Rect place{kMargin, next_, width, height};
   next_ += height + kGap;
-  extent_.h = std::max(extent_.h, next_ - kGap + kMargin);
+  Take(place.Right(), place.Bottom());
   return place;
 }
 

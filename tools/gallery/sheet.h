@@ -35,6 +35,8 @@ class Sheet : public Dialog {
   // How much the sheet should take; rows that do not fit are cut.
   explicit Sheet(Size room);
 
+  void Draw(Bitmap& canvas) override;
+
   // Pixels.
   int Line() const;  // of text
   int Letters(int count) const;
@@ -58,8 +60,8 @@ class Sheet : public Dialog {
   // Fills a row: calls `fill` with each column and the place in it.
   using Fill = std::function<void(const Rect& place, int column)>;
   void Row(int height, const Fill& fill);
-  // A place over the whole width, under a caption.
-  Rect Band(const char* caption, int height);
+  // A place of its own under a caption; as wide as the sheet, or as so many letters.
+  Rect Band(const char* caption, int height, int letters = 0);
   // Leaves room below the last row.
   void Space(int height);
   // The whole room, for one widget that needs `wanted` to show everything.

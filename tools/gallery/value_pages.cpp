@@ -35,7 +35,7 @@ void BuildEditBoxPage(Sheet& sheet) {
     if (state == kSelected) edit.Select();
     Pose(edit, state == kSelected ? kFocused : state);
   });
-  sheet.Columns({"long text", "selected, no focus", "password", "long, focused"}, 13);
+  sheet.Columns({"long text", "no focus", "password", "long, focused"}, 13);
   sheet.Row(sheet.Tall(), [&sheet](const Rect& place, int column) {
     constexpr const char* kTexts[] = {"a text that is longer than its field", "sda1", "secret",
                                       "its end shows, where one types"};

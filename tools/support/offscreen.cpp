@@ -91,6 +91,7 @@ bool Offscreen::SetMode(Size size, int depth) {
   set_color_depth(depth);
   set_palette(default_palette);
   RecomputeNamedColors();
+  if (Skin* skin = CurrentSkin()) skin->Reload();
   return true;
 }
 

@@ -24,8 +24,8 @@ class Offscreen {
   Offscreen(const Offscreen&) = delete;
   Offscreen& operator=(const Offscreen&) = delete;
 
-  // Makes the screen; the settings take size and depth over. False for a size or a depth that
-  // cannot be.
+  // Makes the screen; the settings take size and depth over, and the skin follows. False for a size
+  // or a depth that cannot be.
   bool SetMode(Size size, int depth);
   // Makes the skin current that Skin's constructor takes.
   static Error LoadSkin(const char* name);
