@@ -14,6 +14,7 @@ DISABLED = (120, 129, 143)  # text and marks
 EDGE_OFF = (188, 196, 208)  # around what is disabled
 INACTIVE = (118, 133, 156)  # a window without the focus
 INACTIVE_DARK = (96, 110, 132)
+TOOLTIP = (255, 250, 222)
 BUTTON = (241, 244, 248)
 GREY = (206, 212, 222)
 WHITE = (255, 255, 255)
