@@ -96,8 +96,8 @@ int MakePicture(const Options& options) {
   Offscreen offscreen;
   const Size given = options.size.w ? options.size : options.page ? kRoom : kUsualSize;
   SetMode(offscreen, given, options.depth);
-  const Error error = Offscreen::LoadSkin(options.skin.c_str());
-  if (error.IsError()) Fail(options.skin + ": " + error.GetDescription());
+  const std::string complaint = Offscreen::LoadSkin(options.skin.c_str());
+  if (!complaint.empty()) Fail(complaint);
   if (options.page && !options.size.w)
     SetMode(offscreen, BuildPage(*options.page, given)->Extent(), options.depth);
   if (options.page) {

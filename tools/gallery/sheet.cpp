@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kMargin = 8;
 constexpr int kGap = 8;         // between columns, and below a row
-constexpr int kCaptionGap = 2;  // below a caption
+constexpr int kCaptionGap = 4;  // below a caption
 constexpr int kFrameRoom = 10;  // above and below a text in a frame
 constexpr int kLetterUnits = 4;
 constexpr int kFrame = 4;  // of a grid

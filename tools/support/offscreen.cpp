@@ -95,10 +95,13 @@ bool Offscreen::SetMode(Size size, int depth) {
   return true;
 }
 
-Error Offscreen::LoadSkin(const char* name) {
-  if (!EngineInit()) return kFontError;
+std::string Offscreen::LoadSkin(const char* name) {
+  const bool hasEngine = EngineInit();
   SetCurrentSkin(std::make_unique<Skin>(name));
-  return CurrentSkin()->GetError();
+  const Error error = hasEngine ? CurrentSkin()->GetError() : Error{kFontError};
+  if (!error.IsError()) return {};
+  const std::string text = error.GetDescription();
+  return std::string{name} + ": " + text.substr(0, text.find('\n'));
 }
 
 void Offscreen::Run(Dialog& root) {

@@ -2,9 +2,9 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "toolkit/core/allegro.h"
-#include "toolkit/core/error.h"
 #include "toolkit/core/geometry.h"
 #include "toolkit/core/timers.h"
 
@@ -27,8 +27,8 @@ class Offscreen {
   // Makes the screen; the settings take size and depth over, and the skin follows. False for a size
   // or a depth that cannot be.
   bool SetMode(Size size, int depth);
-  // Makes the skin current that Skin's constructor takes.
-  static Error LoadSkin(const char* name);
+  // Makes the skin current that Skin's constructor takes. Answers what went wrong, or nothing.
+  static std::string LoadSkin(const char* name);
   // Runs a root dialog until it is closed.
   void Run(Dialog& root);
   // The same, but closes it after so many frames.
