@@ -346,7 +346,7 @@ TEST_F(FontTest, CoverageOfFreeTypeLeadsFromBackgroundToColour) {
 TEST_F(FontTest, EveryCoverageBlendsLikeAllegro) {
   GlyphImage image{256, 1, 256, 0, 0, std::make_unique<std::uint8_t[]>(256)};
   std::iota(image.pixels.get(), image.pixels.get() + 256, std::uint8_t{0});
-  for (int depth : {8, 15, 16, 24, 32}) {
+  for (int depth : {15, 16, 24, 32}) {
     UseDepth(depth);
     // All values of 5 and 6 bits, every fourth of 8 bits; some have more bits than a colour has.
     const auto colorOf = [depth](int i, int value) {
@@ -359,15 +359,28 @@ TEST_F(FontTest, EveryCoverageBlendsLikeAllegro) {
       drawn.clear_to_color(below);
       expected.clear_to_color(below);
       GlyphPainter{drawn.GetBitmap(), color, -1, true}.Paint(image, 0, 0);
-      for (int k = depth == 8 ? 128 : 1; k < 256; ++k) {
+      for (int k = 1; k < 256; ++k) {
         set_trans_blender(0, 0, 0, k);
-        if (k < 255 && depth > 8) drawing_mode(DRAW_MODE_TRANS, nullptr, 0, 0);
+        if (k < 255) drawing_mode(DRAW_MODE_TRANS, nullptr, 0, 0);
         expected.putpixel(k, 0, color);
         solid_mode();
       }
       ASSERT_EQ(Pixels(drawn), Pixels(expected)) << depth << ": " << color << " over " << below;
     }
   }
+}
+
+TEST_F(FontTest, PaletteModesDrawWholeStemsInTwoTones) {
+  UseDepth(8);
+  const auto face = Open(outlines);
+  EngineSetSize(*face, 13);
+  SkinBitmap drawn{16, 16, kMemoryBitmap};
+  drawn.clear_to_color(7);
+  EngineSetBackground(Color{});
+  EngineTextoutAA(drawn.GetBitmap(), *face, "n", 0, 0, 200, kAlignLeft);
+  std::string row;
+  for (int x = 0; x < 8; ++x) row += drawn.getpixel(x, face->ascent - 1) == 200 ? '#' : '.';
+  EXPECT_EQ(row, ".#...#..");
 }
 
 TEST_F(FontTest, StaysWithinClipRectangle) {
