@@ -42,8 +42,7 @@ TEST_F(ComboBoxTest, MouseChoosesOnce) {
   Click(100, PlaceOf(2));
   EXPECT_STREQ(combo->GetEdit().GetText(), "2");
   Click(100, PlaceOf(2));
-  EXPECT_EQ(root->Take(), " A2 A0")
-      << "the second press goes to what the list covered";
+  EXPECT_EQ(root->Take(), " A2 A0") << "the second press goes to what the list covered";
   root->onEvent = [this](int, int) { combo.reset(); };
   ClickArrow();
   Click(100, PlaceOf(3));
