@@ -1,9 +1,11 @@
 #include "toolkit/skin/skin.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "toolkit/core/bytes.h"
 #include "toolkit/core/config_file.h"
+#include "toolkit/core/mouse_pointer.h"
 #include "toolkit/skin/builtin_look.h"
 #include "toolkit/skin/skin_file.h"
 
@@ -175,6 +177,15 @@ void Skin::DumpBitmaps() const {
 }
 
 Skin* CurrentSkin() { return CurrentSkinHolder().get(); }
-void SetCurrentSkin(std::unique_ptr<Skin> skin) { CurrentSkinHolder() = std::move(skin); }
+
+void SetCurrentSkin(std::unique_ptr<Skin> skin) {
+  const std::unique_ptr<Skin> before = std::exchange(CurrentSkinHolder(), std::move(skin));
+  if (!before || !mousePointer) return;
+  // The pointer must not keep a shape of a skin that is gone.
+  const Skin* now = CurrentSkin();
+  for (std::size_t i = 0; i < before->cursors.size(); ++i)
+    if (before->cursors[i].get() == mousePointer->GetCursor())
+      mousePointer->SetCursor(now ? now->cursors[i].get() : nullptr);
+}
 
 }  // namespace zel
