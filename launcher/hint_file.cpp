@@ -37,6 +37,9 @@ class Paragraph {
     }
   }
 
+  // Nothing more can be added.
+  bool IsFull() const { return count_ == kHintCharacters; }
+
   std::string Finish() {
     std::string text = CutToChars(text_.c_str(), kHintCharacters);
     while (!text.empty() && text.back() == '\n') text.pop_back();
@@ -77,8 +80,10 @@ std::string HintFile::Fill(const char* section) const {
   const auto found = firstLine_.find("[" + std::string{section} + "]");
   if (found == firstLine_.end()) return {};
   Paragraph paragraph;
-  for (std::size_t i = found->second + 1; i + 1 < lines_.size() && !IsEndLine(lines_[i]); ++i)
+  for (std::size_t i = found->second + 1; i + 1 < lines_.size() && !IsEndLine(lines_[i]); ++i) {
+    if (paragraph.IsFull()) break;
     paragraph.Add(lines_[i]);
+  }
   return paragraph.Finish();
 }
 
