@@ -87,4 +87,16 @@ std::string HintFile::Fill(const char* section) const {
   return paragraph.Finish();
 }
 
+std::vector<HintFile::Section> HintFile::Sections() const {
+  std::vector<Section> sections;
+  for (const std::string& line : lines_) {
+    if (IsEndLine(line)) {
+      if (!sections.empty()) sections.back().isClosed = true;
+    } else if (line.size() > 2 && line.front() == '[' && line.back() == ']') {
+      sections.push_back({line.substr(1, line.size() - 2), false});
+    }
+  }
+  return sections;
+}
+
 }  // namespace zel
