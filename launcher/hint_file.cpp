@@ -37,6 +37,9 @@ class Paragraph {
     }
   }
 
+  // Nothing more can be added.
+  bool IsFull() const { return count_ == kHintCharacters; }
+
   std::string Finish() {
     std::string text = CutToChars(text_.c_str(), kHintCharacters);
     while (!text.empty() && text.back() == '\n') text.pop_back();
@@ -77,9 +80,23 @@ std::string HintFile::Fill(const char* section) const {
   const auto found = firstLine_.find("[" + std::string{section} + "]");
   if (found == firstLine_.end()) return {};
   Paragraph paragraph;
-  for (std::size_t i = found->second + 1; i + 1 < lines_.size() && !IsEndLine(lines_[i]); ++i)
+  for (std::size_t i = found->second + 1; i + 1 < lines_.size() && !IsEndLine(lines_[i]); ++i) {
+    if (paragraph.IsFull()) break;
     paragraph.Add(lines_[i]);
+  }
   return paragraph.Finish();
+}
+
+std::vector<HintFile::Section> HintFile::Sections() const {
+  std::vector<Section> sections;
+  for (const std::string& line : lines_) {
+    if (IsEndLine(line)) {
+      if (!sections.empty()) sections.back().isClosed = true;
+    } else if (line.size() > 2 && line.front() == '[' && line.back() == ']') {
+      sections.push_back({line.substr(1, line.size() - 2), false});
+    }
+  }
+  return sections;
 }
 
 }  // namespace zel

@@ -19,6 +19,12 @@ class HintFile {
   // last line of the file.
   std::string Fill(const char* section) const;
 
+  struct Section {
+    std::string name;
+    bool isClosed;  // by an end line, before the next section
+  };
+  std::vector<Section> Sections() const;  // in file order
+
  private:
   std::vector<std::string> lines_;                          // trimmed
   std::unordered_map<std::string, std::size_t> firstLine_;  // of every line in brackets

@@ -9,6 +9,7 @@
 #include "launcher/language.h"
 #include "launcher/menu_screen.h"
 #include "launcher/paths.h"
+#include "launcher/result_files.h"
 #include "launcher/state.h"
 #include "launcher/texts.h"
 #include "toolkit/core/allegro.h"
@@ -78,6 +79,8 @@ Error TryFallbackModes(Error result) {
 void BringUpGraphics() {
   const Error result = TryFallbackModes(InstallToolkit(kSettingsFile));
   if (!result.IsError()) return;
+  // Scripts must not take what an earlier run wrote for the result of this one.
+  DeleteOutputFile();
   if (result == Error{kGraphicsError}) EndWithoutGraphics();
   ChangeDirectory(Directory::kSaved);
   result.Report();

@@ -20,6 +20,11 @@ constexpr int kProgressInset = 4;
 constexpr int kProgressMargin = 5;
 constexpr int kProgressHeight = 30;
 
+// A layout value, which may be any number, moved by some pixels.
+int Moved(std::int32_t value, int pixels) {
+  return std::clamp(value, -kMostPixels, kMostPixels) + pixels;
+}
+
 }  // namespace
 
 MenuScreen::MenuScreen() {
@@ -40,8 +45,9 @@ MenuScreen::~MenuScreen() {
 
 void MenuScreen::SetUpProgress() {
   progressValues = {};
-  progressBar.Setup(layoutValues.progressX + kProgressInset, layoutValues.progressY,
-                    layoutValues.progressW - kProgressMargin, kProgressHeight, 0, 0, kHorizontal);
+  const LayoutValues& at = layoutValues;
+  progressBar.Setup(Moved(at.progressX, kProgressInset), at.progressY,
+                    Moved(at.progressW, -kProgressMargin), kProgressHeight, 0, 0, kHorizontal);
   progressBar.SetIncrement(1);
   progressBar.ShowSteps(progressValues.currentStep, progressValues.stepNumber);
   if (!progressValues.Shows()) progressBar.Hide();

@@ -105,8 +105,6 @@ class MenuPanel final : public TitledPanel {
 
   MenuList& List() { return *list; }
   MenuEntry* CurrentEntry() const { return list->GetEntry(list->GetCurrent()); }
-  // After entries came or went.
-  void EntriesChanged() { listBox.ItemsChanged(); }
 
  private:
   explicit MenuPanel(std::unique_ptr<MenuList> menuList);

@@ -47,6 +47,8 @@ void OpenCatalogues() {
   if (open) return;
   open = true;
   std::setlocale(LC_ALL, "");
+  // Numbers keep their decimal point, in files as on the screen.
+  std::setlocale(LC_NUMERIC, "C");
   bindtextdomain(kDomain, paths.catalogues);
   bindtextdomain(kBrandDomain, paths.catalogues);
 }

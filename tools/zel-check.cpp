@@ -1,8 +1,9 @@
 // Looks for mistakes in a menu tree: zel-check [DIR]
 //
-// Reads the settings, the skin and every menu file that can be reached from menu.cfg, for each of
-// the three screen sizes that menus can be laid out for, and says what the launcher would silently
-// leave out, cut or misunderstand. Shows nothing, needs no display and writes nothing.
+// Reads the settings, the skin and every menu file that can be reached from menu.cfg, for the
+// screen size of the settings and the three that menus can be laid out for, and says what the
+// launcher would silently leave out, cut or misunderstand. Shows nothing, needs no display and
+// writes nothing.
 //
 // The exit status is 0 without findings, 1 with findings and 2 when DIR is no directory.
 #include <unistd.h>
@@ -11,8 +12,11 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <initializer_list>
+#include <map>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -20,7 +24,9 @@
 #include "imageformats/register.h"
 #include "launcher/hint_file.h"
 #include "launcher/menu_config.h"
+#include "launcher/whole_file.h"
 #include "toolkit/core/bitmap_guard.h"
+#include "toolkit/core/config_file.h"
 #include "toolkit/core/settings.h"
 #include "toolkit/skin/engine_font.h"
 #include "toolkit/skin/skin.h"
@@ -30,14 +36,16 @@ namespace {
 
 constexpr const char* kMainMenu = "menu.cfg";
 constexpr const char* kSettingsFile = "zel.cfg";
+constexpr const char* kProgressPicture = "pic/progress.bmp";
 constexpr const char* kGeneral = "MENU_CONFIGURATION";
 constexpr int kDecimal = 10;
 constexpr int kLargestStatus = 255;  // what a process can end with
-constexpr std::size_t kLongestOutput = 255;
+// What the launcher keeps of a text, of the name of a file and of an item's string, in bytes.
+constexpr std::size_t kLongestText = 1023, kLongestName = 259, kLongestOutput = 255;
 
 constexpr Size kScreens[] = {{640, 480}, {800, 600}, {1024, 768}};
 
-enum class Kind { kText, kNumber, kColor, kFile, kPicture };
+enum class Kind { kText, kNumber, kColor, kName, kFile, kPicture };
 struct Key {
   const char* name;
   Kind kind;
@@ -57,10 +65,13 @@ constexpr Key kScreenKeys[] = {
 constexpr Key kItemKeys[] = {
     {"Title", Kind::kText, true},      {"Icon", Kind::kPicture},       {"Submenu", Kind::kFile},
     {"ExCode", Kind::kNumber},         {"ExString", Kind::kText},      {"HintSection", Kind::kText},
-    {"WaitForFile", Kind::kText},      {"WaitWhileFile", Kind::kText}, {"Timeout", Kind::kNumber},
-    {"ShowIfFileExists", Kind::kText}, {"Disable", Kind::kNumber},     {"Color", Kind::kColor},
+    {"WaitForFile", Kind::kName},      {"WaitWhileFile", Kind::kName}, {"Timeout", Kind::kNumber},
+    {"ShowIfFileExists", Kind::kName}, {"Disable", Kind::kNumber},     {"Color", Kind::kColor},
     {"Separator", Kind::kNumber},
 };
+
+// Settings that are no numbers.
+constexpr const char* kSettingTexts[] = {"skinPath", "gfxMode", "soundDriver", "midiDriver"};
 
 int findings = 0;
 
@@ -100,6 +111,27 @@ std::vector<std::string> Names(const char* section) {
   return found;
 }
 
+// Allegro names each section once.
+void CheckRepeats(const std::string& file, const std::string& text) {
+  std::set<std::string> seen;
+  std::istringstream lines{text};
+  for (std::string line; std::getline(lines, line);) {
+    line = Trimmed(line.c_str());
+    const std::size_t end = line.find(']');
+    if (line.rfind('[', 0) != 0 || end == std::string::npos) continue;
+    const std::string name = line.substr(1, end - 1);
+    if (!seen.insert(Lower(name)).second)
+      Place{file, name}.Report("begins more than once; of each key the first counts");
+  }
+}
+
+std::string ReadMenuFile(const std::string& name) {
+  std::string text = ReadWhole(name.c_str());
+  const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+  std::replace_if(text.begin(), text.end(), std::not_fn(isAscii), '^');
+  return text;
+}
+
 template <std::size_t kCount>
 const Key* FindKey(const Key (&keys)[kCount], const std::string& name) {
   for (const Key& key : keys) {
@@ -131,8 +163,13 @@ void CheckPicture(const Place& place, const std::string& name) {
     place.Report(name + " is no readable picture");
 }
 
+void CheckLength(const Place& place, std::size_t longest, const std::string& value) {
+  if (value.size() > longest) place.Report("cut to " + std::to_string(longest) + " bytes");
+}
+
 void CheckValue(const Place& place, Kind kind, const std::string& value) {
   if (value.empty()) return;
+  CheckLength(place, kind >= Kind::kName ? kLongestName : kLongestText, value);
   switch (kind) {
     case Kind::kNumber:
       return CheckNumber(place, value);
@@ -144,6 +181,7 @@ void CheckValue(const Place& place, Kind kind, const std::string& value) {
       if (!FileExists(value.c_str())) place.Report("there is no file " + value);
       return;
     case Kind::kText:
+    case Kind::kName:
       return;
   }
 }
@@ -157,6 +195,17 @@ void CheckKeys(const std::string& file, const std::string& section, const Key (&
     else
       place.Report("nobody reads this key");
   }
+}
+
+// What a section of the current file says for a key, in all languages.
+template <std::size_t kCount>
+std::vector<std::string> Values(const char* section, const Key (&keys)[kCount], const char* name) {
+  std::vector<std::string> values;
+  for (const std::string& found : Names(section))
+    if (const Key* key = FindKey(keys, found); key && std::string_view{key->name} == name)
+      if (const std::string value = get_config_string(section, found.c_str(), ""); !value.empty())
+        values.push_back(value);
+  return values;
 }
 
 // The number of a section "LINE12", or 0.
@@ -176,46 +225,99 @@ bool IsScreenSection(const std::string& section) {
   });
 }
 
-// What the file says, whether the launcher looks there or not.
-void CheckSections(const std::string& file) {
-  set_config_file(file.c_str());
-  const int lines = get_config_int(kGeneral, "LinesNumber", 0);
-  for (const std::string& section : Names(nullptr)) {
-    if (const int number = LineNumber(section); number > 0) {
-      CheckKeys(file, section, kItemKeys);
-      if (number > lines)
-        Place{file, section}.Report("never shown: LinesNumber is " + std::to_string(lines));
-    } else if (IsScreenSection(section)) {
-      CheckKeys(file, section, kScreenKeys);
-    } else if (!section.empty()) {
-      Place{file, section}.Report("nobody reads this section");
+// A hint file, and the sections of it that items name.
+struct Hints {
+  explicit Hints(const std::string& name) : file{name.c_str()} {}
+  HintFile file;
+  std::set<std::string> used;
+};
+std::map<std::string, Hints> hintFiles;
+
+// The explanation of an item in all languages.
+void CheckHint(const Place& place, const std::string& hint) {
+  const std::vector<std::string> names = Values(kGeneral, kScreenKeys, "HintFile");
+  if (names.empty()) place.Report("there is no HintFile");
+  for (const std::string& name : names) {
+    if (!FileExists(name.c_str())) continue;  // which is another finding
+    Hints& hints = hintFiles.try_emplace(name, name).first->second;
+    hints.used.insert(hint);
+    if (hints.file.Fill(hint.c_str()).empty()) place.Report(name + " has no text for " + hint);
+  }
+}
+
+void CheckHintFiles() {
+  for (const auto& [name, hints] : hintFiles) {
+    std::set<std::string> seen;
+    for (const HintFile::Section& section : hints.file.Sections()) {
+      const Place place{name, section.name};
+      if (!hints.used.contains(section.name)) place.Report("no item shows this text");
+      if (!seen.insert(section.name).second)
+        place.Report("begins more than once; the first counts");
+      if (!section.isClosed) place.Report("no line [end:...] closes it");
     }
   }
 }
 
-void CheckItem(const std::string& file, const MenuItem& item, const MenuConfig& menu) {
-  const bool isSeparator = item.flags & kItemSeparator;
-  const Place place{file, item.title.IsEmpty() ? "separator" : item.title.c_str()};
-  if (!item.hintSection.IsEmpty() && item.hintText.IsEmpty())
-    place.Report(menu.hintFile.IsEmpty()
-                     ? "HintSection without a HintFile"
-                     : std::string{menu.hintFile} + " has no text for the section " +
-                           item.hintSection.c_str());
-  if (isSeparator || (item.flags & (kItemSubmenu | kItemDisabled))) return;
-  if (item.exitCode < 0 || item.exitCode > kLargestStatus)
-    place.Report("scripts see the exit status " + std::to_string(item.exitCode & kLargestStatus));
-  if (ustrlen(item.exitString) > static_cast<int>(kLongestOutput))
-    place.Report("ExString is cut to 255 characters");
-  if (item.timeout > 0 && item.waitForFile.IsEmpty() && item.waitWhileFile.IsEmpty())
-    place.Report("Timeout without a file to wait for");
+// Answers the menu file that the item opens, or nothing.
+std::string CheckItem(const std::string& file, const std::string& section) {
+  const auto text = [&section](const char* key) {
+    return std::string{get_config_string(section.c_str(), key, "")};
+  };
+  const auto number = [&section](const char* key) {
+    return get_config_int(section.c_str(), key, 0);
+  };
+  const std::string hint = text("HintSection"), submenu = text("Submenu");
+  const bool isSeparator = number("Separator") != 0;
+  if (!hint.empty()) CheckHint(Place{file, section, "HintSection"}, hint);
+  if (!isSeparator && text("Icon").empty() && Values(section.c_str(), kItemKeys, "Title").empty())
+    Place{file, section}.Report("never shown: neither title nor icon nor separator");
+  if (number("Disable") > 0) return {};
+  if (isSeparator || !submenu.empty()) return submenu;
+  if (const int code = number("ExCode"); code < 0 || code > kLargestStatus)
+    Place{file, section, "ExCode"}.Report("scripts see the exit status " +
+                                          std::to_string(code & kLargestStatus));
+  CheckLength(Place{file, section, "ExString"}, kLongestOutput, text("ExString"));
+  if (number("Timeout") > 0 && text("WaitForFile").empty() && text("WaitWhileFile").empty())
+    Place{file, section, "Timeout"}.Report("there is no file to wait for");
+  return {};
+}
+
+// What the file says, whether the launcher looks there or not. Answers the menu files that it
+// opens.
+std::vector<std::string> CheckSections(const std::string& file) {
+  const std::string text = ReadMenuFile(file);
+  UseConfigText(text);
+  CheckRepeats(file, text);
+  const int lines = get_config_int(kGeneral, "LinesNumber", 0);
+  std::vector<std::string> submenus;
+  for (const std::string& section : Names(nullptr)) {
+    const Place place{file, section};
+    if (const int number = LineNumber(section); number > 0) {
+      CheckKeys(file, section, kItemKeys);
+      if (number > lines)
+        place.Report("never shown: LinesNumber is " + std::to_string(lines));
+      else if (std::string submenu = CheckItem(file, section); !submenu.empty())
+        submenus.push_back(std::move(submenu));
+    } else if (IsScreenSection(section)) {
+      CheckKeys(file, section, kScreenKeys);
+    } else if (!section.empty()) {
+      place.Report("nobody reads this section");
+    }
+  }
+  return submenus;
+}
+
+// Any number may be in the file, so no sum may overflow.
+bool Fits(int from, int length, int room) {
+  return from >= 0 && length >= 0 && length <= room && from <= room - length;
 }
 
 void CheckPanel(const Place& place, const char* name, const Rect& panel) {
-  const std::string size =
-      std::to_string(settings.screenWidth) + " x " + std::to_string(settings.screenHeight);
-  if (panel.x < 0 || panel.y < 0 || panel.Right() > settings.screenWidth ||
-      panel.Bottom() > settings.screenHeight)
-    place.Report(std::string{"the "} + name + " does not fit a screen of " + size);
+  if (!Fits(panel.x, panel.w, settings.screenWidth) ||
+      !Fits(panel.y, panel.h, settings.screenHeight))
+    place.Report(std::string{"the "} + name + " does not fit a screen of " +
+                 std::to_string(settings.screenWidth) + " x " +
+                 std::to_string(settings.screenHeight));
 }
 
 void CheckLayout(const std::string& file) {
@@ -227,26 +329,41 @@ void CheckLayout(const std::string& file) {
   CheckPanel(place, "progress bar", {at.progressX, at.progressY, at.progressW, kBarHeight});
 }
 
-// Walks the tree of menus as a user would. `open` are the files that led here.
-void CheckMenu(MenuConfig& menu, const std::string& file, std::set<std::string> open) {
-  menu.Read(file.c_str());
-  CheckSections(file);
+// A walk through the tree of menus.
+struct Walk {
+  MenuConfig menu;
+  std::set<std::string> seen;
+  std::set<std::string> open;  // the files that led here
+};
+
+void CheckMenu(Walk& walk, const std::string& file) {
+  walk.menu.Read(file.c_str());
   CheckLayout(file);
-  if (menu.items.empty()) Place{file}.Report("the menu is empty");
-  open.insert(file);
-  std::vector<std::string> submenus;
-  for (const auto& item : menu.items) {
-    CheckItem(file, *item, menu);
-    if ((item->flags & kItemSubmenu) && !(item->flags & kItemDisabled))
-      submenus.emplace_back(item->submenu);
+  if (walk.menu.items.empty()) Place{file}.Report("the menu is empty");
+  static std::map<std::string, std::vector<std::string>> submenus;
+  const auto [found, isUnknown] = submenus.try_emplace(file);
+  if (isUnknown) found->second = CheckSections(file);
+  if (walk.seen.insert(file).second) {
+    walk.open.insert(file);
+    for (const std::string& submenu : found->second) {
+      if (walk.open.contains(submenu))
+        Place{file}.Report("opens " + submenu + ", which leads here");
+      else if (FileExists(submenu.c_str()))
+        CheckMenu(walk, submenu);
+    }
+    walk.open.erase(file);
   }
-  for (const std::string& submenu : submenus) {
-    if (open.contains(submenu))
-      Place{file}.Report("opens " + submenu + ", which leads here");
-    else if (FileExists(submenu.c_str()))
-      CheckMenu(menu, submenu, open);
-  }
-  if (menu.Depth() > 1) menu.Read(nullptr);
+  if (walk.menu.Depth() > 1) walk.menu.Read(nullptr);
+}
+
+void CheckSetting(const std::string& section, const std::string& name) {
+  const Place place{kSettingsFile, section, name};
+  const bool isText = std::any_of(std::begin(kSettingTexts), std::end(kSettingTexts),
+                                  [&name](const char* text) { return Lower(text) == Lower(name); });
+  if (!Settings::IsKey(name.c_str()))
+    place.Report("nobody reads this key");
+  else if (!isText)
+    CheckNumber(place, get_config_string(section.c_str(), name.c_str(), ""));
 }
 
 void CheckSettings() {
@@ -256,9 +373,7 @@ void CheckSettings() {
   }
   settings.Load(kSettingsFile);
   for (const std::string& section : Names(nullptr))
-    for (const std::string& name : Names(section.c_str()))
-      if (!Settings::IsKey(name.c_str()))
-        Place{kSettingsFile, section, name}.Report("nobody reads this key");
+    for (const std::string& name : Names(section.c_str())) CheckSetting(section, name);
 }
 
 void CheckSkin() {
@@ -287,14 +402,18 @@ int CheckTree(const char* directory) {
   RegisterPictureFormats();
   CheckSettings();
   CheckSkin();
+  CheckPicture(Place{"progress bar"}, kProgressPicture);
   if (!FileExists(kMainMenu)) Place{kMainMenu}.Report("there is no such file");
-  for (const Size& size : kScreens) {
+  std::vector<Size> screens(std::begin(kScreens), std::end(kScreens));
+  screens.push_back({settings.screenWidth, settings.screenHeight});
+  for (const Size& size : screens) {
     settings.screenWidth = size.w;
     settings.screenHeight = size.h;
     layoutValues = {};
-    MenuConfig menu;
-    if (FileExists(kMainMenu)) CheckMenu(menu, kMainMenu, {});
+    Walk walk;
+    if (FileExists(kMainMenu)) CheckMenu(walk, kMainMenu);
   }
+  CheckHintFiles();
   return findings == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 

@@ -100,7 +100,9 @@ Options ReadOptions(int argc, char** argv) {
     if (letter == 'o') options.png = std::filesystem::absolute(optarg);
     if (letter == 'd') options.depth = std::atoi(optarg);
     if (letter == 'k') options.keys = ReadKeys(optarg);
-    if (letter == '?' || (letter == 's' && !ParseSize(optarg, &options.size))) ExplainUsage();
+    if (letter == '?' || (letter == 'd' && options.depth == 0) ||
+        (letter == 's' && !ParseSize(optarg, &options.size)))
+      ExplainUsage();
   }
   if (options.png.empty() || argc - optind > 1) ExplainUsage();
   if (optind < argc) options.directory = argv[optind];

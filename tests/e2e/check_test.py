@@ -17,10 +17,12 @@ MISTAKES = {
         ("icons/log.bmp", "hints.txt", "menu.cfg: [LINE12] Icon: hints.txt is no readable picture"),
         ("Color = 20,84,40", "Color = 20,84", 'menu.cfg: [LINE11] Color: "20,84" is no colour of the form 255,255,255'),
         ("HintSection = log", "HintSection = lag",
-         "menu.cfg: [Read the system log]: hints.txt has no text for the section lag"),
-        ("ExCode = 40", "ExCode = 300", "menu.cfg: [Open a shell]: scripts see the exit status 44"),
+         "menu.cfg: [LINE12] HintSection: hints.de.txt has no text for lag"),
+        ("ExCode = 40", "ExCode = 300", "menu.cfg: [LINE11] ExCode: scripts see the exit status 44"),
+        ("[LINE14]", "[LINE13]", "menu.cfg: [LINE13]: begins more than once; of each key the first counts"),
         ("MenuWidth = 420", "MenuWidth = 800", "menu.cfg: the menu does not fit a screen of 800 x 600"),
     ],
+    "hints.txt": [("[end:log]", "[log]", "hints.txt: [log]: no item shows this text")],
     "disks.cfg": [("Submenu = crypt.cfg", "Submenu = menu.cfg", "disks.cfg: opens menu.cfg, which leads here")],
 }
 

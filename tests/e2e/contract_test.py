@@ -233,6 +233,7 @@ class StartTest(LauncherTest):
         launcher.launch(refuse_modes="all")
         self.assertEqual(launcher.wait(), 0)
         self.assertEqual(launcher.stdout(), NO_GRAPHICS)
+        self.assertIsNone(launcher.output())
         self.assertIsNone(launcher.position())
 
     def test_a_missing_skin_ends_it_with_1(self):
