@@ -87,8 +87,8 @@ void EngineSetSpacing(EngineFont& face, int spacing);
 void EngineSetBackground(Color background);
 
 // Draw a text with its left end, right end or middle (a TextAlign) at x and its line's top at y;
-// the first in two tones, the second antialiased. 8-bit modes blend nothing: there a pixel is drawn
-// when at least half of it is covered.
+// the first in two tones, the second antialiased. Nothing is blended on 8-bit bitmaps: what lies
+// behind a text there is either covered with the background or shows between two tones.
 void EngineTextout(BITMAP* target, EngineFont& face, const char* text, int x, int y, Color color,
                    int align);
 void EngineTextoutAA(BITMAP* target, EngineFont& face, const char* text, int x, int y, Color color,

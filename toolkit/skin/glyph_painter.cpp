@@ -1,6 +1,7 @@
 #include "toolkit/skin/glyph_painter.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstring>
 
 #include "toolkit/skin/engine_font.h"
@@ -103,6 +104,7 @@ GlyphPainter::PaintPatch GlyphPainter::ChoosePaint(bool antialiased) const {
   if (!antialiased) return &GlyphPainter::PaintSolid;
   if (background_.IsSet()) return &GlyphPainter::PaintRamp;
   const int depth = bitmap_color_depth(target_);
+  assert(depth > 8);
   if (!is_memory_bitmap(target_) || depth == 24) return &GlyphPainter::PaintThroughAllegro;
   if (depth == 15) return &GlyphPainter::Blend<HighBlender<5>>;
   if (depth == 16) return &GlyphPainter::Blend<HighBlender<6>>;

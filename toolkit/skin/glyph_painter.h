@@ -13,6 +13,7 @@ struct GlyphImage;
 // Paints glyphs of one text: all in one colour, over one background (-1 is what lies there).
 class GlyphPainter {
  public:
+  // Antialiased glyphs on an 8-bit target need a background: a palette cannot be blended with.
   GlyphPainter(BITMAP* target, Color color, Color background, bool antialiased);
 
   // With the image's top-left pixel at (x, y), within the target's clip rectangle.

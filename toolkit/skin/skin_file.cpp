@@ -121,8 +121,10 @@ void ReadFonts(Skin& skin, const char* path) {
   for (int i = 0; i < Skin::kSkinFonts; ++i) {
     const std::string section = "FONT" + std::to_string(i);
     const int size = ReadSkinInt(section.c_str(), "size", kSize);
-    const char* file = get_config_string(Ascii(section.c_str()), Ascii("file"), Ascii("none"));
-    skin.fonts[i]->Load(Beside(path, file).c_str());
+    // A copy: what stands in for an absent key ends with the line.
+    const std::string file =
+        get_config_string(Ascii(section.c_str()), Ascii("file"), Ascii("none"));
+    skin.fonts[i]->Load(Beside(path, file.c_str()).c_str());
     skin.fonts[i]->SetSize(size);
   }
 }

@@ -5,7 +5,7 @@
 namespace zel {
 namespace {
 
-// Shift, control, alt and the two flag keys; not the locks.
+// Shift, control, alt, the two flag keys and the menu key; not the locks.
 constexpr int kComparedShifts = 63;
 
 }  // namespace

@@ -129,6 +129,8 @@ TEST_F(SkinTest, AFileWithoutSensibleKeysHasDefaultsOfItsOwn) {
   EXPECT_EQ(skin->cursors[MOUSE_NORMAL]->GetFrame()->Width(), 12);  // the built-in arrow
   get_color(0, &entry);
   EXPECT_EQ(entry.r + entry.g + entry.b, 0);
+  set_uformat(U_ASCII_CP);  // where the default of each key is a converted text
+  EXPECT_EQ(Make("")->fonts[0]->TextHeight(), 8);
 }
 
 TEST_F(SkinTest, EveryValueIsReadFromItsKey) {
