@@ -253,7 +253,8 @@ void EditBox::Accept(bool) { Widget::Deselect(); }
 
 int EditBox::CharAt() {
   const Font& font = GetFont(ColorState());
-  const int pointer = GetMousePos().x + kHalfGlyph;
+  const int hotspot = skin ? skin->cursors[MOUSE_TEXTSELECT]->GetHotspot().x : 0;
+  const int pointer = GetMousePos().x + hotspot + kHalfGlyph;
   int x = kTextLeft;
   int index = first;
   const char* at = Text() + OffsetOf(first);
