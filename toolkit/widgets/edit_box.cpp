@@ -54,6 +54,12 @@ void EditBox::MsgInitSkin() {
   Label::MsgInitSkin();
 }
 
+void EditBox::MsgStart() {
+  // The end of the dialog may have cut a selection with the mouse off.
+  ClearFlag(kFlagPressed);
+  Label::MsgStart();
+}
+
 bool EditBox::MsgWantFocus() {
   Report(MSG_WANTFOCUS);
   return true;

@@ -26,6 +26,7 @@ class EditBox : public Label {
  public:
   EditBox();
 
+  void MsgStart() override;
   void Draw(Bitmap& canvas) override;
   void MsgDClick() override;  // selects all
   bool MsgChar(int code) override;
