@@ -143,6 +143,18 @@ void Window::ResizeFrame(int width, int height) {
   SetH(height);
 }
 
+// Makes the window as large as the client area needs it; one that is rolled up becomes as high only
+// when it unrolls.
+void Window::TakeClientSize() {
+  const Size frame = FrameSize();
+  const Size whole{client->w() + frame.w, client->h() + frame.h};
+  if (IsInState(kRolledUp)) {
+    savedRect.w = whole.w;
+    savedRect.h = whole.h;
+  }
+  ResizeFrame(whole.w, IsInState(kRolledUp) ? frame.h : whole.h);
+}
+
 void Window::SetTitle(const char* text) {
   title.SetText(text);
   if (running) UpdateLayout();
@@ -228,8 +240,7 @@ void Window::TakeTitleLook() {
 
 void Window::FitToClient() {
   const Size frame = FrameSize();
-  if (!IsInState(kRolledUp) && !IsInState(kMaximized) && client->w() != 0 && client->h() != 0)
-    ResizeFrame(client->w() + frame.w, client->h() + frame.h);
+  if (!IsInState(kMaximized) && client->w() != 0 && client->h() != 0) TakeClientSize();
   minWidth += frame.w - grownMinimum_.w;
   minHeight += frame.h - grownMinimum_.h;
   grownMinimum_ = frame;
@@ -333,7 +344,7 @@ void Window::Resize(int width, int height, bool percent) {
     return;
   }
   client->Resize(width, height);
-  ResizeFrame(width + FrameSize().w, height + FrameSize().h);
+  TakeClientSize();
 }
 
 void Window::Resize(Size size, bool percent) { Resize(size.w, size.h, percent); }

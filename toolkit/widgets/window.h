@@ -121,6 +121,7 @@ class Window : public Dialog {
 
  private:
   void ResizeFrame(int width, int height);
+  void TakeClientSize();
   void PlaceFrame();
   void PlaceTitle();
   void TakeTitleLook();

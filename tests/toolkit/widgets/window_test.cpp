@@ -90,9 +90,11 @@ TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
   window->Maximize();
   EXPECT_EQ(Change(), Rect(0, 0, 0, -60));
   Drag(40, 22, 30, 10);
+  window->Resize(110, 70);
+  EXPECT_EQ(Change(), Rect(30, 10, 10, -60));
   window->Minimize();
   Tick();
-  EXPECT_EQ(Change(), Rect(30, 10, 0, 0));
+  EXPECT_EQ(Change(), Rect(30, 10, 10, 10));
   EXPECT_EQ(root->FocusWidget(), &content);
 }
 
