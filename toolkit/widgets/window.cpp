@@ -182,6 +182,7 @@ void Window::UpdateButtons() {
       button->Hide();
   }
   title.UpdateSize();
+  if (IsDressed()) PlaceTitle();
 }
 
 void Window::MsgGotFocus() {
@@ -279,7 +280,7 @@ void Window::PlaceTitle() {
 
 void Window::UpdateLayout() {
   Dialog::UpdateLayout();
-  if (!skin || !left.GetBitmap()) return;
+  if (!IsDressed()) return;
   PlaceFrame();
   minButton.Place(skin->windowMinPos);
   maxButton.Place(skin->windowMaxPos);
@@ -353,7 +354,11 @@ void Window::SetClientArea(Dialog* dialog) {
   Dialog::Remove(client);
   client = dialog ? dialog : &clientArea;
   SetW(client->w() + FrameSize().w);
-  if (!IsInState(kRolledUp)) Dialog::Add(client);
+  if (IsInState(kRolledUp))
+    savedRect.w = w();
+  else
+    Dialog::Add(client);
+  if (running) UpdateLayout();
 }
 
 void Window::FinishStateChange() {
