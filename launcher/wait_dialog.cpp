@@ -54,12 +54,12 @@ WaitDialog::WaitDialog(const MenuItem& menuItem)
 
 WaitDialog::~WaitDialog() { RemoveTimer(timer); }
 
-// A message that is too long for its line gets more of them, in the room above.
+// A message that is too long for its line gets more of them, as many as fit above the next control.
 void WaitDialog::FitMessage(Label& message) {
   if (message.GetFont(kNormal).TextLength(message.GetText()) <= message.w()) return;
   message.SetMultiline(true);
   const int bottom = countdown->GetRelativePos().y;
-  const int height = message.TextHeight();
+  const int height = std::min(message.TextHeight(), bottom);
   message.Shape(message.GetRelativePos().x, bottom - height, message.w(), height);
 }
 

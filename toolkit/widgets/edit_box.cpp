@@ -54,6 +54,12 @@ void EditBox::MsgInitSkin() {
   Label::MsgInitSkin();
 }
 
+void EditBox::MsgStart() {
+  // The end of the dialog may have cut a selection with the mouse off.
+  ClearFlag(kFlagPressed);
+  Label::MsgStart();
+}
+
 bool EditBox::MsgWantFocus() {
   Report(MSG_WANTFOCUS);
   return true;
@@ -253,7 +259,8 @@ void EditBox::Accept(bool) { Widget::Deselect(); }
 
 int EditBox::CharAt() {
   const Font& font = GetFont(ColorState());
-  const int pointer = GetMousePos().x + kHalfGlyph;
+  const int hotspot = skin ? skin->cursors[MOUSE_TEXTSELECT]->GetHotspot().x : 0;
+  const int pointer = GetMousePos().x + hotspot + kHalfGlyph;
   int x = kTextLeft;
   int index = first;
   const char* at = Text() + OffsetOf(first);

@@ -26,6 +26,7 @@ class EditBox : public Label {
  public:
   EditBox();
 
+  void MsgStart() override;
   void Draw(Bitmap& canvas) override;
   void MsgDClick() override;  // selects all
   bool MsgChar(int code) override;
@@ -52,7 +53,8 @@ class EditBox : public Label {
   // Draws the text from a character on; an empty canvas only measures. Answers the last character
   // that shows, or the text's length when all of them do.
   virtual int DrawText(int from, Bitmap& canvas);
-  // The character before which a press at the pointer puts the cursor.
+  // The character before which a press at the pointer, moved right by the hot spot of the text
+  // pointer, puts the cursor.
   virtual int CharAt();
   virtual void ScrollToCursor();
   // What is inserted when a character is typed, or -1.

@@ -45,6 +45,12 @@ void Slider::MsgInitSkin() {
   Widget::MsgInitSkin();
 }
 
+void Slider::MsgStart() {
+  // The end of the dialog may have cut a drag off.
+  EndDrag();
+  Separator::MsgStart();
+}
+
 void Slider::SetPosition(int p) {
   SetValue(p);
   Redraw();
@@ -95,6 +101,12 @@ void Slider::SwitchLook() {
   StartAnimation();
 }
 
+void Slider::EndDrag() {
+  if (!TestFlag(kFlagPressed)) return;
+  SwitchLook();
+  ClearFlag(kFlagPressed);
+}
+
 void Slider::MsgLPress() {
   const int pointer = PointerPlace();
   const int half = GripLength() / 2;
@@ -116,10 +128,7 @@ void Slider::MsgMouseMove(Point p) {
 }
 
 void Slider::MsgLRelease() {
-  if (TestFlag(kFlagPressed)) {
-    SwitchLook();
-    ClearFlag(kFlagPressed);
-  }
+  EndDrag();
   Separator::MsgLRelease();
 }
 

@@ -13,6 +13,7 @@ namespace zel {
 // program does. As thick as the skin's track.
 class Slider : public Separator, public ValueRange {
  public:
+  void MsgStart() override;
   void Draw(Bitmap& canvas) override;
   bool MsgChar(int code) override;
   bool MsgWantFocus() override;
@@ -46,6 +47,7 @@ class Slider : public Separator, public ValueRange {
   // Goes to the nearest number between the bounds; tells the parent if that is another one.
   void MoveTo(std::int64_t wanted);
   void SwitchLook();
+  void EndDrag();
   void DrawGrip(Bitmap& canvas, int state) const;
 };
 

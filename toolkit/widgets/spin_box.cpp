@@ -110,7 +110,7 @@ void SpinBox::Step(int direction) {
     Increment();
   else
     Decrement();
-  if (value != before) Report(MSG_SCROLL, EventArg{direction} * RoundToInt(increment));
+  if (value != before) Report(MSG_SCROLL, RoundToInt(direction * increment));
 }
 
 void SpinBox::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {

@@ -143,6 +143,18 @@ void Window::ResizeFrame(int width, int height) {
   SetH(height);
 }
 
+// Makes the window as large as the client area needs it; one that is rolled up becomes as high only
+// when it unrolls.
+void Window::TakeClientSize() {
+  const Size frame = FrameSize();
+  const Size whole{client->w() + frame.w, client->h() + frame.h};
+  if (IsInState(kRolledUp)) {
+    savedRect.w = whole.w;
+    savedRect.h = whole.h;
+  }
+  ResizeFrame(whole.w, IsInState(kRolledUp) ? frame.h : whole.h);
+}
+
 void Window::SetTitle(const char* text) {
   title.SetText(text);
   if (running) UpdateLayout();
@@ -170,6 +182,7 @@ void Window::UpdateButtons() {
       button->Hide();
   }
   title.UpdateSize();
+  if (IsDressed()) PlaceTitle();
 }
 
 void Window::MsgGotFocus() {
@@ -228,8 +241,7 @@ void Window::TakeTitleLook() {
 
 void Window::FitToClient() {
   const Size frame = FrameSize();
-  if (!IsInState(kRolledUp) && !IsInState(kMaximized) && client->w() != 0 && client->h() != 0)
-    ResizeFrame(client->w() + frame.w, client->h() + frame.h);
+  if (!IsInState(kMaximized) && client->w() != 0 && client->h() != 0) TakeClientSize();
   minWidth += frame.w - grownMinimum_.w;
   minHeight += frame.h - grownMinimum_.h;
   grownMinimum_ = frame;
@@ -268,7 +280,7 @@ void Window::PlaceTitle() {
 
 void Window::UpdateLayout() {
   Dialog::UpdateLayout();
-  if (!skin || !left.GetBitmap()) return;
+  if (!IsDressed()) return;
   PlaceFrame();
   minButton.Place(skin->windowMinPos);
   maxButton.Place(skin->windowMaxPos);
@@ -333,7 +345,7 @@ void Window::Resize(int width, int height, bool percent) {
     return;
   }
   client->Resize(width, height);
-  ResizeFrame(width + FrameSize().w, height + FrameSize().h);
+  TakeClientSize();
 }
 
 void Window::Resize(Size size, bool percent) { Resize(size.w, size.h, percent); }
@@ -342,7 +354,11 @@ void Window::SetClientArea(Dialog* dialog) {
   Dialog::Remove(client);
   client = dialog ? dialog : &clientArea;
   SetW(client->w() + FrameSize().w);
-  if (!IsInState(kRolledUp)) Dialog::Add(client);
+  if (IsInState(kRolledUp))
+    savedRect.w = w();
+  else
+    Dialog::Add(client);
+  if (running) UpdateLayout();
 }
 
 void Window::FinishStateChange() {

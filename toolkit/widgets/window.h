@@ -96,7 +96,8 @@ class Window : public Dialog {
   void Resize(Size size, bool percent = false) override;
 
   // The virtual operations that a window adds; their order is part of the interface.
-  // The window takes the width of the new client area, which it borrows; null means its own.
+  // The window takes the width of the new client area and gives it its height. It borrows the
+  // client area; null means its own.
   virtual void SetClientArea(Dialog* dialog);
   // Roll up to the title bar and down again; not while the window is maximised.
   virtual void Minimize();
@@ -121,6 +122,7 @@ class Window : public Dialog {
 
  private:
   void ResizeFrame(int width, int height);
+  void TakeClientSize();
   void PlaceFrame();
   void PlaceTitle();
   void TakeTitleLook();
@@ -129,6 +131,8 @@ class Window : public Dialog {
   void UpdateButtons();
   void FinishStateChange();
   FramePart* PartUnderPointer();
+  // Without a picture of the frame nothing is laid out.
+  bool IsDressed() const { return skin && left.GetBitmap(); }
   // What the frame adds to the size of the client area.
   Size FrameSize() const;
   int TitleBarHeight() const;

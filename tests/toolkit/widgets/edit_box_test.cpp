@@ -90,6 +90,9 @@ TEST_F(EditBoxTest, MouseSelectsFromThePressToThePointer) {
     Mouse(PlaceOf(expected.back()) + 3, 90, 1);
     EXPECT_EQ(State(), expected);
   }
+  CurrentSkin()->cursors[MOUSE_TEXTSELECT]->SetHotspot(2, 0);
+  Mouse(PlaceOf(5) + 2, 90, 1);
+  EXPECT_EQ(State(), (Ints{4, 6, 6})) << "the hot spot of the pointer counts";
 }
 
 TEST_F(EditBoxTest, ScrollsNoFurtherThanTheCursorNeeds) {

@@ -33,6 +33,13 @@ TEST_F(SliderTest, GripComesToThePointerAndStaysUnderIt) {
   Mouse(20 + 59, 5, 1);
   Mouse(20 + 59, 5);
   EXPECT_EQ(root->Take(), " S56") << "a press on the grip leaves it there";
+  Mouse(20 + 59, 35, 1);
+  root->Remove(&slider);
+  Mouse(20 + 59, 35);
+  Show(slider, slider.Bounds());
+  Mouse(20 + 90, 35);
+  EXPECT_EQ(root->Take(), "") << "what cuts a drag off ends it";
+  EXPECT_FALSE(slider.Selected());
 
   ShowSlider(kVertical, 0);
   Mouse(25, 30 + 80, 1);

@@ -90,10 +90,36 @@ TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
   window->Maximize();
   EXPECT_EQ(Change(), Rect(0, 0, 0, -60));
   Drag(40, 22, 30, 10);
+  window->Resize(110, 70);
+  EXPECT_EQ(Change(), Rect(30, 10, 10, -60));
   window->Minimize();
   Tick();
-  EXPECT_EQ(Change(), Rect(30, 10, 0, 0));
+  EXPECT_EQ(Change(), Rect(30, 10, 10, 10));
   EXPECT_EQ(root->FocusWidget(), &content);
+}
+
+TEST_F(WindowTest, TheSkinPlacesTheTitle) {
+  Dress(WINTEXT, Rows(20, "wkkkkw"), {4, 1});
+  CurrentSkin()->windowTextBack = 1;
+  const Widget &strip = *window->Children()[5], &title = *window->Children()[6];
+  for (const auto& [alignment, x] :
+       {std::pair{kAlignLeft, 60}, {kAlignRight, 100}, {kAlignCentre, 80}}) {
+    CurrentSkin()->windowAlignment = alignment;
+    root->SetSkin(nullptr);
+    Tick();
+    EXPECT_EQ(title.Bounds(), Rect(x, 48, 48, 8)) << alignment;
+    EXPECT_EQ(strip.Bounds(), Rect(x - 1, 40, 50, 10)) << alignment;
+  }
+}
+
+TEST_F(WindowTest, TakesTheWidthOfAnotherClientArea) {
+  Dialog other;
+  other.Resize(140, 10);
+  window->SetClientArea(&other);
+  EXPECT_EQ(Change(), Rect(0, 0, 40, 0));
+  EXPECT_EQ(other.Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 140, 60));
+  window->SetClientArea(nullptr);
+  EXPECT_EQ(Change(), Rect());
 }
 
 TEST_F(WindowTest, ADoubleClickOnTheTitleCoversTheParent) {
