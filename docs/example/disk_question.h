@@ -17,7 +17,7 @@ class DiskQuestion : public zel::Dialog {
       disks_.InsertItem(std::make_unique<zel::TextListItem>(disk));
     title_.Setup(20, 20, 280, 20, 0, 0, "Which disk shall be checked?");
     disks_.Shape(20, 46, 280, 90);
-    mend_.Setup(20, 150, 280, 20, 'm', 0, "&Mend what is wrong");
+    mend_.Setup(20, 150, 280, 20, 'm', 0, "Mend what is wrong");
     start_.Setup(20, 190, 130, 30, 's', zel::kFlagExit, "&Start");
     cancel_.Setup(170, 190, 130, 30, 'c', zel::kFlagExit, "&Cancel");
     Add(&back_);
