@@ -6,22 +6,26 @@
 namespace zel {
 namespace {
 
-// Check boxes and radio buttons look pressed only while they are held.
-void PoseToggle(Button& toggle, int state, bool checked) {
-  if (checked) toggle.SetFlag(kFlagSelected);
-  if (state == kSelected)
-    toggle.SetFlag(kFlagPressed);
-  else
-    Pose(toggle, state);
-}
+// Check boxes and radio buttons look pressed only while they are held, which the start of a dialog
+// ends.
+template <class W>
+class HeldToggle : public W {
+ public:
+  void MsgStart() override {
+    W::MsgStart();
+    this->SetFlag(kFlagPressed);
+  }
+};
 
 template <class W, class SetUp>
 void ToggleRows(Sheet& sheet, const SetUp& setUp) {
   for (const bool checked : {false, true})
     sheet.Row(sheet.Tall(), [&](const Rect& place, int state) {
-      auto& toggle = sheet.Make<W>();
+      const bool held = state == kSelected;
+      W& toggle = held ? sheet.Make<HeldToggle<W>>() : sheet.Make<W>();
       setUp(toggle, place, state, checked);
-      PoseToggle(toggle, state, checked);
+      if (checked) toggle.SetFlag(kFlagSelected);
+      if (!held) Pose(toggle, state);
     });
 }
 

@@ -1,4 +1,5 @@
 // What holds or shows other things.
+#include <algorithm>
 #include <string>
 
 #include "toolkit/widgets/button.h"
@@ -114,17 +115,17 @@ void BuildWindowPage(Sheet& sheet) {
 }
 
 void BuildTooltipPage(Sheet& sheet) {
-  const auto show = [&sheet](const Rect& place, const char* text) {
+  const auto show = [&sheet](const char* caption, const char* text) {
     auto& tip = sheet.Make<PosedTooltip>();
     tip.SetText(text);
     tip.FitText();
+    const Rect place = sheet.Band(caption, tip.h(), 40);
     tip.Place(place.x, place.y);
   };
-  show(sheet.Band("short", sheet.Tall(), 40), "Starts the program");
-  show(
-      sheet.Band("wrapped", 10 * sheet.Line(), 40),
-      "Looks at every disk of this computer, reads the health data that the disks keep themselves, "
-      "and says which of them will not last long. Nothing on the disks is changed.");
+  show("short", "Starts the program");
+  show("wrapped",
+       "Looks at every disk of this computer, reads the health data that the disks keep "
+       "themselves, and says which of them will not last long. Nothing on the disks is changed.");
   const Rect place = sheet.Band("the real one", sheet.Tall(), 26);
   auto& button = sheet.Make<Button>();
   button.Setup(place.x, place.y, place.w, place.h, 0, 0, "Rest the pointer here");
@@ -149,8 +150,9 @@ void BuildPanelPage(Sheet& sheet) {
 void BuildImagePage(Sheet& sheet) {
   const int size = 3 * sheet.Line();
   const SkinBitmap ring = Ring(size);
-  sheet.Columns({"copied", "masked", "on a ground", "cut", "element"}, 10);
-  sheet.Row(4 * sheet.Line(), [&](const Rect& place, int column) {
+  sheet.Columns({"copied", "masked", "on colour", "cut", "element"}, 11);
+  const int tallest = CurrentSkin()->bitmaps[COMBO_BUTTON]->Height();
+  sheet.Row(std::max(4 * sheet.Line(), tallest), [&](const Rect& place, int column) {
     auto& image = sheet.Make<Image>();
     image.ClearFlag(kFlagAutoSize);
     const int height = column == 3 ? size / 2 : place.h;

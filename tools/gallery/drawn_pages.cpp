@@ -110,7 +110,10 @@ class ElementsGrid : public Grid {
 
  protected:
   void DrawCell(Bitmap& cell, int index) override {
-    const SkinBitmap& element = *CurrentSkin()->bitmaps[index];
+    const Skin& skin = *CurrentSkin();
+    // A ground on which elements in the colour of the face show.
+    cell.clear_to_color(MixNear(skin.colors[kFace], skin.colors[kShad2]));
+    const SkinBitmap& element = *skin.bitmaps[index];
     const Frames frames = kFrames[index];
     const int w = std::min(kFrameRoom.w, element.Width() / frames.columns);
     const int h = std::min(kFrameRoom.h, element.Height() / frames.rows);

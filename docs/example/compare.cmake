@@ -1,0 +1,10 @@
+# Fails when docs/toolkit.md shows another dialog than the one that is built.
+cmake_minimum_required(VERSION 3.25)
+file(READ ${CMAKE_CURRENT_LIST_DIR}/../toolkit.md document)
+file(READ ${CMAKE_CURRENT_LIST_DIR}/disk_question.h dialog)
+string(FIND "${dialog}" "// Asks which disk" start)
+string(SUBSTRING "${dialog}" ${start} -1 dialog)
+string(FIND "${document}" "${dialog}" place)
+if(place EQUAL -1)
+  message(FATAL_ERROR "docs/toolkit.md and docs/example/disk_question.h differ")
+endif()
