@@ -15,7 +15,7 @@ CONFIG ?= data
 .PHONY: run test check bench image boot-test build install clean setup configure
 
 build: configure
-	cmake --build --preset release --target zel zel-check
+	cmake --build --preset release --target zel zel-check zel-gallery zel-preview
 
 run: build
 	tools/run $(CONFIG)

@@ -2,7 +2,6 @@
 
 #include <csetjmp>
 #include <cstdio>
-#include <vector>
 
 #include <jpeglib.h>
 
@@ -98,7 +97,8 @@ bool Decode(Decoder& decoder, const std::uint8_t* bytes, std::size_t length, int
   jpeg_read_header(&info, TRUE);
   const bool isCmyk = info.jpeg_color_space == JCS_CMYK || info.jpeg_color_space == JCS_YCCK;
   info.out_color_space = isCmyk ? JCS_CMYK : JCS_EXT_RGBA;
-  decoder.picture = NewPicture(depth, info.image_width, info.image_height);
+  // What is coded arithmetically never runs out: a few damaged bytes fill the largest picture.
+  if (!info.arith_code) decoder.picture = NewPicture(depth, info.image_width, info.image_height);
   if (decoder.picture) {
     jpeg_start_decompress(&info);
     ReadRows(decoder);
@@ -111,7 +111,7 @@ bool Decode(Decoder& decoder, const std::uint8_t* bytes, std::size_t length, int
 }  // namespace
 
 BITMAP* LoadJpeg(const char* fileName, RGB* palette) {
-  const std::vector<std::uint8_t> bytes = ReadPicture(fileName);
+  const Bytes bytes = ReadPicture(fileName);
   if (bytes.empty()) return nullptr;
   const int depth = PictureDepth();
   Decoder decoder{};

@@ -2,18 +2,12 @@
 
 #include <allegro/internal/aintern.h>
 
-#include <memory>
-
 namespace zel {
 namespace {
 
 constexpr int kTrueColor = 24;
 constexpr std::uint8_t kHalfOpaque = 128;
-constexpr std::uint64_t kLargestFile = 256u << 20;
-
-struct PackfileCloser {
-  void operator()(PACKFILE* file) const { pack_fclose(file); }
-};
+constexpr std::size_t kLargestFile = 256u << 20;
 
 // The shifts of a pixel format, copied from Allegro's variables so that loops need not read them
 // again for every pixel.
@@ -67,23 +61,17 @@ void WriteRow(BITMAP* picture, int y, const std::uint8_t* row, Convert convert) 
 
 }  // namespace
 
-std::vector<std::uint8_t> ReadPicture(const char* fileName) {
-  const std::unique_ptr<PACKFILE, PackfileCloser> file{pack_fopen(fileName, F_READ)};
-  if (!file) return {};
-  std::vector<std::uint8_t> bytes;
-  std::uint8_t block[1 << 15];
-  for (long count = pack_fread(block, sizeof block, file.get());
-       count > 0 && bytes.size() < kLargestFile;
-       count = pack_fread(block, sizeof block, file.get()))
-    bytes.insert(bytes.end(), block, block + count);
-  return bytes;
+bool IsPictureSize(long width, long height) {
+  return width >= 1 && height >= 1 && width <= kLargestSide && height <= kLargestSide &&
+         width * height <= kLargestArea;
 }
+
+Bytes ReadPicture(const char* fileName) { return ReadBytes(fileName, kLargestFile); }
 
 int PictureDepth() { return _color_load_depth(kTrueColor, FALSE); }
 
 BITMAP* NewPicture(int depth, unsigned width, unsigned height) {
-  if (width < 1 || height < 1 || width > kLargestSide || height > kLargestSide) return nullptr;
-  if (static_cast<unsigned long>(width) * height > kLargestArea) return nullptr;
+  if (!IsPictureSize(width, height)) return nullptr;
   const bool isReducedLater = depth == 8 || (get_color_conversion() & COLORCONV_DITHER);
   return create_bitmap_ex(isReducedLater ? kTrueColor : depth, static_cast<int>(width),
                           static_cast<int>(height));

@@ -1,21 +1,23 @@
 // What the picture loaders share.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
-#include <vector>
 
 #include "toolkit/core/allegro.h"
+#include "toolkit/core/bytes.h"
 
 namespace zel {
 
 // Pixels in a side and in the whole; a picture that claims more is not worth its memory on any
 // screen.
-inline constexpr unsigned kLargestSide = 16384;
-inline constexpr unsigned long kLargestArea = 1ul << 25;
+inline constexpr long kLargestSide = 16384;
+inline constexpr long kLargestArea = 1L << 25;
 
-// The bytes of a file, read through Allegro's packfiles; empty when there is none.
-std::vector<std::uint8_t> ReadPicture(const char* fileName);
+// True for at least one pixel and no more than that.
+bool IsPictureSize(long width, long height);
+
+// The bytes of a picture's file; empty when there is none.
+Bytes ReadPicture(const char* fileName);
 
 // The depth in which a true-colour picture is to be made now.
 int PictureDepth();

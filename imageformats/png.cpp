@@ -2,7 +2,6 @@
 
 #include <csetjmp>
 #include <cstring>
-#include <vector>
 
 #include <png.h>
 
@@ -83,7 +82,7 @@ bool Decode(Decoder& decoder, Source& source, int depth) {
 }  // namespace
 
 BITMAP* LoadPng(const char* fileName, RGB* palette) {
-  const std::vector<std::uint8_t> bytes = ReadPicture(fileName);
+  const Bytes bytes = ReadPicture(fileName);
   if (bytes.size() < kSignature || png_sig_cmp(bytes.data(), 0, kSignature) != 0) return nullptr;
   Source source{bytes.data(), bytes.size()};
   const int depth = PictureDepth();

@@ -1,3 +1,4 @@
+#include "imageformats/load.h"
 #include "launcher/menu_widgets.h"
 #include "launcher/texts.h"
 
@@ -33,7 +34,7 @@ struct MenuEntry::TextLook {
 std::shared_ptr<BITMAP> IconCache::Get(const char* fileName) {
   const auto [found, isNew] = icons_.try_emplace(fileName);
   if (isNew)
-    found->second = std::shared_ptr<BITMAP>{load_bitmap(fileName, nullptr), BitmapDeleter{}};
+    found->second = std::shared_ptr<BITMAP>{LoadPicture(fileName, nullptr), BitmapDeleter{}};
   return found->second;
 }
 

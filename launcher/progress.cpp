@@ -4,8 +4,10 @@
 #include <cstdlib>
 #include <string>
 
+#include "imageformats/load.h"
 #include "launcher/paths.h"
 #include "launcher/plain_file.h"
+#include "toolkit/core/config_file.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/text.h"
 
@@ -32,12 +34,9 @@ constexpr int kBevel = 2;       // the thickness of Box3D's lines
 // A whole configuration file becomes Allegro's current one while this lives.
 class ConfigText {
  public:
-  explicit ConfigText(std::string text) {
-    // A zero byte would end what follows it.
-    std::replace(text.begin(), text.end(), '\0', ' ');
-    text = CutToBytes(text.c_str(), text.size());
+  explicit ConfigText(const std::string& text) {
     push_config_state();
-    set_config_data(text.c_str(), static_cast<int>(text.size()));
+    UseConfigText(text);
   }
   ConfigText(const ConfigText&) = delete;
   ConfigText& operator=(const ConfigText&) = delete;
@@ -70,7 +69,7 @@ ProgressValues ReadProgressFile() {
   return values;
 }
 
-StepBar::StepBar() : picture_{load_bitmap(kPicture, nullptr)} {
+StepBar::StepBar() : picture_{LoadPicture(kPicture, nullptr)} {
   if (!picture_) return;
   run_ = NewBitmap(bitmap_color_depth(picture_.get()), picture_->w + kCopies - 1, picture_->h);
   for (int x = 0; run_ && x < kCopies; ++x) draw_sprite(run_.get(), picture_.get(), x, 0);

@@ -48,6 +48,8 @@ class BusyBar final : public ProgressBar {
  public:
   void Draw(Bitmap& canvas) override;
   void Increment() override;
+  // A skin may make the bar so high that it reaches over what can be pressed.
+  bool MsgWantMouse() override { return false; }
 
  private:
   struct Span {  // inclusive columns

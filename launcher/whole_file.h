@@ -5,8 +5,7 @@
 
 namespace zel {
 
-// The bytes of a file, or of an object in a datafile ("menus.dat#main"). Empty for a file that is
-// missing, empty or no plain file; what lies beyond 32 megabytes is left out.
+// The bytes of a file. Empty for one that is missing, no plain file or longer than 32 megabytes.
 std::string ReadWhole(const char* fileName);
 
 }  // namespace zel

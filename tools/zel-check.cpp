@@ -16,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "imageformats/load.h"
 #include "imageformats/register.h"
 #include "launcher/hint_file.h"
 #include "launcher/menu_config.h"
@@ -126,7 +127,7 @@ void CheckColor(const Place& place, const std::string& value) {
 void CheckPicture(const Place& place, const std::string& name) {
   if (!FileExists(name.c_str()))
     place.Report("there is no file " + name);
-  else if (!BitmapPtr{load_bitmap(name.c_str(), nullptr)})
+  else if (!BitmapPtr{LoadPicture(name.c_str(), nullptr)})
     place.Report(name + " is no readable picture");
 }
 

@@ -22,7 +22,7 @@ FONT_LICENCE = pathlib.Path("/usr/share/doc/fonts-dejavu-core/copyright")
 
 
 def run(*command, directory=None):
-    subprocess.run([str(part) for part in command], check=True, cwd=directory)
+    subprocess.run([str(part) for part in command], check=True, cwd=directory, stdout=subprocess.DEVNULL)
 
 
 def render(svg, target):

@@ -5,13 +5,13 @@ state (0 normal, 1 pressed or selected, 2 disabled, 3 focused). What is stretche
 into edges and a tile, so everything but the edges of a frame has to repeat.
 """
 
-from palette import (ACCENT, ACCENT_DARK, ACCENT_LIGHT, BACK, BUTTON, DARK, DISABLED, FACE, FOCUS, FONTFACE,
-                     GREY, LIGHT, SUNKEN, WHITE, css)
+from palette import (ACCENT, ACCENT_DARK, ACCENT_LIGHT, BACK, BUTTON, DARK, DISABLED, EDGE_OFF, FACE, FOCUS,
+                     FONTFACE, GREY, INACTIVE, INACTIVE_DARK, LIGHT, SUNKEN, WHITE, css)
 
 NORMAL, PRESSED, OFF, FOCUSED = range(4)
 
 FILLS = {NORMAL: BUTTON, PRESSED: ACCENT, OFF: FACE, FOCUSED: FOCUS}
-EDGES = {NORMAL: DARK, PRESSED: ACCENT_DARK, OFF: GREY, FOCUSED: ACCENT}
+EDGES = {NORMAL: DARK, PRESSED: ACCENT_DARK, OFF: EDGE_OFF, FOCUSED: ACCENT}
 MARKS = {NORMAL: FONTFACE, PRESSED: WHITE, OFF: DISABLED, FOCUSED: ACCENT_DARK}
 
 
@@ -53,22 +53,22 @@ def arrow_button(direction):
     return draw
 
 
+TOGGLE_FILLS = {NORMAL: SUNKEN, PRESSED: ACCENT, OFF: FACE, FOCUSED: FOCUS}
+TOGGLE_MARKS = {NORMAL: ACCENT_DARK, PRESSED: WHITE, OFF: DISABLED, FOCUSED: ACCENT_DARK}
+
+
 def check(state, checked):
-    fills = {NORMAL: SUNKEN, PRESSED: ACCENT_LIGHT, OFF: FACE, FOCUSED: FOCUS}
-    frame = fill(16, 16, FACE) + box(1, 1, 14, 14, fills[state], EDGES[state])
-    mark = DISABLED if state == OFF else ACCENT_DARK
-    return frame + (path("M4.5 8.5L7 11L11.5 5", mark, 2.2) if checked else "")
+    frame = fill(16, 16, FACE) + box(1, 1, 14, 14, TOGGLE_FILLS[state], EDGES[state])
+    return frame + (path("M4.5 8.5L7 11L11.5 5", TOGGLE_MARKS[state], 2.2) if checked else "")
 
 
 def radio(state, checked):
-    fills = {NORMAL: SUNKEN, PRESSED: ACCENT_LIGHT, OFF: FACE, FOCUSED: FOCUS}
-    dot = DISABLED if state == OFF else ACCENT_DARK
-    frame = (fill(16, 16, FACE) + f'<circle cx="8" cy="8" r="6.5" fill="{css(fills[state])}" '
+    frame = (fill(16, 16, FACE) + f'<circle cx="8" cy="8" r="6.5" fill="{css(TOGGLE_FILLS[state])}" '
              f'stroke="{css(EDGES[state])}"/>')
-    return frame + (f'<circle cx="8" cy="8" r="3.2" fill="{css(dot)}"/>' if checked else "")
+    return frame + (f'<circle cx="8" cy="8" r="3.2" fill="{css(TOGGLE_MARKS[state])}"/>' if checked else "")
 
 
-LIST_ROWS = (SUNKEN, ACCENT_LIGHT, SUNKEN, FOCUS, ACCENT, ACCENT, (240, 243, 247), GREY)
+LIST_ROWS = (SUNKEN, ACCENT_LIGHT, SUNKEN, FOCUS, ACCENT, ACCENT, SUNKEN, GREY)
 
 
 # Wide tiles dress a wide widget with few copies.
@@ -76,7 +76,7 @@ WIDE = 256
 
 
 def list_row(state):
-    row = fill(WIDE, 26, SUNKEN if state < 6 else LIST_ROWS[6])
+    row = fill(WIDE, 26, SUNKEN)
     if state in (1, 3, 4, 5, 7):
         row += box(0, 1, WIDE, 24, LIST_ROWS[state], None, 3)
     return row
@@ -111,11 +111,12 @@ def overlay_h(state):
 
 
 def window_icon(draw_mark):
-    fills = {NORMAL: ACCENT_DARK, PRESSED: FONTFACE, OFF: (150, 163, 182), FOCUSED: ACCENT_DARK}
+    """A box for any title bar: nothing of its edge is mixed with the ground."""
+    fills = {NORMAL: ACCENT_DARK, PRESSED: FONTFACE, OFF: INACTIVE, FOCUSED: ACCENT_DARK}
 
     def draw(state):
-        mark = (226, 231, 238) if state == OFF else WHITE
-        return box(0, 0, 16, 16, fills[state], None, 3) + draw_mark(mark)
+        cut_box = f'<path d="M1 0H15V1H16V15H15V16H1V15H0V1H1Z" fill="{css(fills[state])}"/>'
+        return cut_box + draw_mark(FACE if state == OFF else WHITE)
     return draw
 
 
@@ -151,9 +152,9 @@ def progress(frame, vertical):
 
 def frame_strip(w, h, active, horizontal, first):
     """A border of a window: its outer line, and the colour of the title bar or of the frame."""
-    color = ACCENT if active else (150, 163, 182)
+    color = ACCENT if active else INACTIVE
     picture = fill(w, h, color)
-    edge = ACCENT_DARK if active else (122, 134, 152)
+    edge = ACCENT_DARK if active else INACTIVE_DARK
     x = y = 0
     lw, lh = (w, 1) if horizontal else (1, h)
     if not first:
@@ -228,7 +229,7 @@ ELEMENTS = {
     "MENU_ITEM": Element((48, 20), (16, 16), menu_item, rows=7),
     "PANEL_GROOVE": Element((64, 64), (56, 56), etched(DARK, LIGHT)),
     "PANEL_RAISED": Element((WIDE, 64), (WIDE - 8, 56), panel(FACE, DARK)),
-    "PANEL_RIDGE": Element((64, 64), (62, 62), etched(LIGHT, DARK)),
+    "PANEL_RIDGE": Element((64, 64), (60, 60), etched(LIGHT, DARK)),
     "PANEL_SUNKEN": Element((WIDE, 64), (WIDE - 8, 56), panel(SUNKEN, DARK)),
     "PROGRESSH": Element((24, 15), (12, 7), lambda f: progress(f, False), rows=2, masked=True),
     "PROGRESSV": Element((15, 24), (7, 12), lambda f: progress(f, True), columns=2, masked=True),
@@ -251,7 +252,7 @@ ELEMENTS = {
     "VSLIDER_GRIP": Element((22, 11), (22, 11), slider_grip(22, 11), columns=4, masked=True),
     "WINBOTTOM": Element((30, 4), (14, 4), lambda f: frame_strip(30, 4, f == 0, True, False), rows=2),
     "WINDOW": Element((30, 30), (14, 14), lambda _: fill(30, 30, FACE)),
-    "WINGRIP": Element((30, 22), (14, 22), lambda f: fill(30, 22, ACCENT if f == 0 else (150, 163, 182)), rows=2),
+    "WINGRIP": Element((30, 22), (14, 22), lambda f: fill(30, 22, ACCENT if f == 0 else INACTIVE), rows=2),
     "WINLEFT": Element((4, 60), (4, 28), lambda f: frame_strip(4, 60, f == 0, False, True), columns=2),
     "WINRIGHT": Element((4, 60), (4, 28), lambda f: frame_strip(4, 60, f == 0, False, False), columns=2),
     "WINTEXT": Element((12, 24), (4, 24), lambda _: "", rows=2, masked=True),

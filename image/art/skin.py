@@ -8,6 +8,7 @@ TEXT_SECTIONS = ("BUTTON", "CHECKBOX", "RADIO", "LIST", "TEXT", "MENU", "PROGRES
 TEXT_COLORS = {
     "BUTTON": (palette.FONTFACE, palette.WHITE, palette.DISABLED, palette.ACCENT_DARK),
     "LIST": (palette.FONTFACE, palette.WHITE, palette.DISABLED, palette.FONTFACE),
+    "TEXT": (palette.FONTFACE, palette.FONTFACE, palette.DISABLED, palette.ACCENT_DARK),
     "MENU": (palette.FONTFACE, palette.WHITE, palette.DISABLED, palette.FONTFACE),
     "WINDOW": (palette.WHITE, palette.WHITE, palette.FACE, palette.WHITE),
     "HYPER": (palette.ACCENT, palette.ACCENT_DARK, palette.DISABLED, palette.ACCENT_DARK),
@@ -39,7 +40,7 @@ EXTRA = {
     "MENU": [("height", 20), ("delay", 300)],
     "WINDOW": [("textX", 10), ("textY", 5), ("alignment", 0), ("textBack", 0), ("exitX", -22), ("exitY", 6),
                ("maxX", -41), ("maxY", 6), ("minX", -60), ("minY", 6), ("animationType", 0), ("animationLength", 0)],
-    "TOOLTIP": [("backColor", "255,250,222"), ("borderColor", rgb(palette.DARK)), ("animationType", 1),
+    "TOOLTIP": [("backColor", rgb(palette.TOOLTIP)), ("borderColor", rgb(palette.DARK)), ("animationType", 1),
                 ("animationLength", 120)],
 }
 

@@ -79,9 +79,12 @@ class WaitTest(LauncherTest):
     def test_the_cancel_button_works_with_the_mouse(self):
         launcher = self.launcher(config(menu_cfg=WAITING))
         launcher.mouse_server.touch()
-        launcher.start()
+        picture = launcher.start()
+        self.display.xdotool("mousemove", *CANCEL_BUTTON)
+        before = self.display.wait_for_change(picture)
         self.open_window(launcher)
-        launcher.click(*CANCEL_BUTTON)
+        self.display.xdotool("sleep", 0.1, "mousedown", 1, "sleep", 0.1, "mouseup", 1)
+        self.display.wait_for(before)
         launcher.press("Down", "Return")
         self.expect(launcher, 12, "\n", "1")
 

@@ -49,7 +49,7 @@ TEST_F(ProgressTest, TheBarIsARowOfPictures) {
     save_bitmap("pic/progress.bmp", picture.get(), nullptr);
     StepBar bar;
     bar.Setup(0, 0, 200, 30, 0, 0, kHorizontal);
-    root.Add(&bar);
+    root->Add(&bar);
     const int height = bar.h();
     EXPECT_EQ(height, 36) << "the height of the skin's picture";
     for (const int done : steps) {
@@ -60,8 +60,9 @@ TEST_F(ProgressTest, TheBarIsARowOfPictures) {
       for (int x = 2; x < std::min(done, 100) * 2 - 2; ++x)
         draw_sprite(expected.GetBitmap(), picture.get(), x, 2);
       bar.ShowSteps(done, 100);
-      const SubCanvas shown{SkinBitmap{Frame()}, 0, 0, 200, height};
-      ASSERT_TRUE(Picture(shown.GetBitmap()) == Picture(expected.GetBitmap())) << done;
+      const Rows wanted = Picture(expected.GetBitmap()), shown = Frame();
+      for (std::size_t y = 0; y < wanted.size(); ++y)
+        ASSERT_EQ(shown[y].substr(0, 200), wanted[y]) << done;
     }
     Copied();
     bar.ShowSteps(5, 100);
@@ -76,9 +77,11 @@ TEST_F(ProgressTest, TheBusyBlockRunsToAndFro) {
   std::set<int> seen;
   for (int i = 0; i < 200; ++i) {
     bar.Increment();
+    Frame();
+    BITMAP* shown = CurrentScreenUpdate()->GetCanvas();
     int left = 0;
-    while (left < 200 && getpixel(Frame(), left, 5) != darkgray) ++left;
-    EXPECT_EQ(getpixel(Frame(), left + 28, 5), left == 170 ? gray : white);
+    while (left < 200 && getpixel(shown, left, 5) != darkgray) ++left;
+    EXPECT_EQ(getpixel(shown, left + 28, 5), left == 170 ? gray : white);
     seen.insert(left);
   }
   EXPECT_EQ(std::pair(*seen.begin(), *seen.rbegin()), std::pair(4, 170));

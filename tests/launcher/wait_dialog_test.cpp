@@ -12,7 +12,7 @@ class WaitDialogTest : public WidgetFixture {
   WaitDialog& Wait(int timeout) {
     item.timeout = timeout;
     dialog = std::make_unique<WaitDialog>(item);
-    root.Add(dialog.get());
+    root->Add(dialog.get());
     Tick(2);
     Copied();
     return *dialog;

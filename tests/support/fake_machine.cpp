@@ -6,6 +6,8 @@
 #include "tests/support/allegro_fixture.h"
 #include "toolkit/core/graphics_mode.h"
 
+#include <allegro/internal/aintern.h>  // _switch_in
+
 namespace zel {
 namespace {
 
@@ -37,6 +39,8 @@ FakeMachine::~FakeMachine() {
   system_driver = previous_;
   current_ = nullptr;
 }
+
+void FakeMachine::SwitchIn() { _switch_in(); }
 
 BITMAP* FakeMachine::SetMode(int w, int h, int depth, bool windowed) {
   current_->tried.push_back({w, h, depth, windowed});
@@ -72,7 +76,7 @@ void FakeMachine::PrepareGraphics(GFX_DRIVER& driver, bool windowed) {
   driver.windowed = windowed;
   driver.init = windowed ? [](int w, int h, int, int, int d) { return SetMode(w, h, d, true); }
                          : [](int w, int h, int, int, int d) { return SetMode(w, h, d, false); };
-  driver.vsync = [] {};
+  driver.vsync = [] { ++current_->retraces; };
   driver.set_palette = [](const RGB*, int, int, int) {};
   driver.create_video_bitmap = CreatePage;
   driver.destroy_video_bitmap = DestroyPage;
@@ -115,6 +119,10 @@ void FakeMachine::PrepareSystem() {
   system_.desktop_color_depth = [] { return current_->desktopDepth; };
   system_.message = [](const char* text) { std::fputs(text, stderr); };
   system_.set_display_switch_mode = SetSwitchMode;
+  system_.set_close_button_callback = [](void (*callback)()) {
+    current_->closeButton = callback;
+    return 0;
+  };
   system_.create_mutex = []() -> void* { return &anyMutex; };
   system_.destroy_mutex = [](void*) {};
   system_.lock_mutex = [](void*) {};

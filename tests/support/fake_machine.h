@@ -25,6 +25,9 @@ class FakeMachine {
   FakeMachine(const FakeMachine&) = delete;
   FakeMachine& operator=(const FakeMachine&) = delete;
 
+  // The display comes back after it was switched away.
+  static void SwitchIn();
+
   // What the machine can do.
   std::vector<int> refusedDepths;
   int desktopDepth = 32;
@@ -40,6 +43,8 @@ class FakeMachine {
   BITMAP* shownPage = nullptr;
   int videoPages = 0;  // alive
   std::vector<int> switchModes;
+  int retraces = 0;                 // waited for
+  void (*closeButton)() = nullptr;  // what it calls
 
  private:
   static BITMAP* SetMode(int w, int h, int depth, bool windowed);

@@ -59,7 +59,8 @@ class FakeTimers {
   }
   static void Sleep() {
     ++current_->sleeps;
-    if (current_->onSleep) current_->onSleep();
+    const std::function<void()> happens = current_->onSleep;  // which may put another one there
+    if (happens) happens();
   }
   static void FreeSlots() {
     for (int id = 0; id < kTimerSlots; ++id) RemoveTimer(id);

@@ -39,8 +39,10 @@ class TempDir {
 
   const std::string& Path() const { return path_; }
   std::string Path(const std::string& name) const { return path_ + '/' + name; }
-  // Answers the new file's path.
+  // Answers the new file's path. It is a new file each time: writing over an old one may wait for
+  // the disc.
   std::string Write(const std::string& name, std::string_view content) const {
+    std::filesystem::remove(Path(name));
     WriteFile(Path(name), content);
     return Path(name);
   }

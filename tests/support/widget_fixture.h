@@ -2,13 +2,11 @@
 #pragma once
 
 #include <functional>
-#include <memory>
-#include <utility>
-#include <vector>
+#include <optional>
+#include <string>
 
 #include "tests/support/allegro_fixture.h"
 #include "tests/support/fake_machine.h"
-#include "tests/support/fake_timers.h"
 #include "tests/support/picture.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/screen_update.h"
@@ -17,93 +15,75 @@
 
 namespace zel {
 
-// One report of a widget to its container.
-struct Event {
-  int msg;
-  EventArg arg;
-  bool operator==(const Event&) const = default;
-};
-using Events = std::vector<Event>;
-
-// Notes what the widgets directly in it report: that they were pressed, chosen or scrolled, and the
-// application's messages.
+// Notes what the widgets directly in it report: " A0" stands for MSG_ACTIVATE with 0, " S7" for
+// MSG_SCROLL with 7.
 class RecordingDialog : public Dialog {
  public:
   void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override {
-    const bool isKind = msg == MSG_ACTIVATE || msg == MSG_SCROLL || msg >= kFirstApplicationMessage;
-    const bool noted = isKind && sender->GetParent() == this;
-    if (noted) events_.push_back({msg, arg1});
+    const bool isDirect = sender->GetParent() == this;
     Dialog::HandleEvent(sender, msg, arg1, arg2);
-    if (noted && onEvent) onEvent(events_.back());
+    if (!isDirect || (msg != MSG_ACTIVATE && msg != MSG_SCROLL)) return;
+    events_ += (msg == MSG_SCROLL ? " S" : " A") + std::to_string(arg1);
+    if (onEvent) onEvent(msg, static_cast<int>(arg1));
   }
   // What was reported since the last call.
-  Events Take() { return std::exchange(events_, {}); }
+  std::string Take() { return std::exchange(events_, {}); }
 
-  // What the application does then; it may destroy the widget.
-  std::function<void(Event)> onEvent;
+  std::function<void(int msg, int arg)> onEvent;  // what the application does then
 
  private:
-  Events events_;
+  std::string events_;
 };
 
-// The root covers a screen of 320 x 200 pixels with 32 bits; the pointer begins in its last pixel.
-// Widgets are added with Show. The test's own members are gone before the root is.
+// The root covers a screen of 320 x 200 pixels with 32 bits; the pointer begins at its end. The
+// members of a test, added with Show, are gone before the root is.
 class WidgetFixture : public AllegroFixture {
  protected:
   WidgetFixture() : AllegroFixture{32} {
-    MoveMouse(319, 199);
-    root.MsgStart();
+    ChangeScreenMode(0, true, 320, 200, 32, nullptr);
+    SetCurrentSkin(std::make_unique<Skin>("default"));
+    root.emplace().MsgStart();
+    Mouse(319, 199);
   }
   ~WidgetFixture() override {
-    root.MsgEnd();
-    MoveMouse(0, 0);
-    mouse_b = 0;
-    mouse_z = 0;
+    Mouse(0, 0);
+    root->MsgEnd();
+    root.reset();
+    SetCurrentSkin(nullptr);
   }
 
   void Show(Widget& widget, const Rect& place) {
     widget.Shape(place);
-    root.Add(&widget);
+    root->Add(&widget);
     Tick();
-    root.Take();
+    root->Take();
   }
   void Tick(int times = 1) {
-    for (int i = 0; i < times; ++i) root.MsgTick();
+    while (times-- > 0) root->MsgTick();
   }
-  // The pointer, in pixels of the screen; the loop sees each step.
-  void MoveTo(int x, int y) {
-    MoveMouse(x, y);
+  // Moves the pointer, then presses (1) or lets go of its buttons and turns the wheel there; the
+  // loop sees both steps.
+  void Mouse(int x, int y, int buttons = 0, int wheel = 0) {
+    mouse_x = x;
+    mouse_y = y;
     Tick();
-  }
-  void Hold(int x, int y) {
-    MoveTo(x, y);
-    mouse_b = 1;
-    Tick();
-  }
-  void Release() {
-    mouse_b = 0;
+    mouse_b = buttons;
+    mouse_z = mouse_z + wheel;
     Tick();
   }
   void Click(int x, int y) {
-    Hold(x, y);
-    Release();
+    Mouse(x, y, 1);
+    Mouse(x, y);
   }
-  void Wheel(int steps) {
-    mouse_z = mouse_z + steps;
-    Tick();
-  }
-  // A key with the character that it types; true when a widget or the root used it.
-  bool Press(int scancode, int character = 0) { return root.HandleKey(character, scancode); }
-  void PressTimes(int times, int scancode) {
-    for (int i = 0; i < times; ++i) Press(scancode);
-  }
+  // A key and the character that it types; true when a widget or the root used it.
+  bool Press(int scancode, int character = 0) { return root->HandleKey(character, scancode); }
 
   // The frame with all that is dirty drawn, without the pointer.
-  BITMAP* Frame() {
+  Rows Frame() {
     settings.showMouse = false;
-    root.DrawDirty();
+    root->DrawDirty();
     settings.showMouse = true;
-    return CurrentScreenUpdate()->GetCanvas();
+    return Picture(CurrentScreenUpdate()->GetCanvas());
   }
   // The pixels that are brought to the screen when that is drawn.
   int Copied() {
@@ -115,38 +95,21 @@ class WidgetFixture : public AllegroFixture {
     return pixels;
   }
   // The widget alone, on magenta.
-  static SkinBitmap Drawn(Widget& widget) {
+  static Rows Shown(Widget& widget) {
     SkinBitmap canvas(widget.w(), widget.h(), kMemoryBitmap);
     canvas.clear_to_color(magenta);
     widget.Draw(canvas);
-    return canvas;
+    return Picture(canvas.GetBitmap());
   }
   // Dresses an element of the skin in a picture of letters.
-  static void Dress(int element, const Rows& rows, Size tile) {
+  static void Dress(int element, const Rows& rows, Size tile = {1, 1}) {
     SkinBitmap& bitmap = *CurrentSkin()->bitmaps[element];
     bitmap.Set(Paint(rows).get(), true, kMemoryBitmap);
     bitmap.SetTileSize(tile);
   }
 
- private:
-  struct SkinnedScreen {
-    SkinnedScreen() {
-      ChangeScreenMode(0, true, 320, 200, 32, nullptr);
-      SetCurrentSkin(std::make_unique<Skin>("default"));
-    }
-    ~SkinnedScreen() { SetCurrentSkin(nullptr); }
-  };
-  static void MoveMouse(int x, int y) {
-    mouse_x = x;
-    mouse_y = y;
-  }
-
-  FakeMachine machine_;
-  FakeTimers timers_;
-  SkinnedScreen screen_;
-
- protected:
-  RecordingDialog root;
+  FakeMachine machine;
+  std::optional<RecordingDialog> root;
 };
 
 }  // namespace zel

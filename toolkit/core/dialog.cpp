@@ -3,17 +3,23 @@
 #include <algorithm>
 
 #include "toolkit/core/loop_state.h"
-#include "toolkit/core/mouse_pointer.h"
-#include "toolkit/core/screen_update.h"
 #include "toolkit/core/settings.h"
-#include "toolkit/skin/skin.h"
-#include "toolkit/widgets/animator.h"
 #include "toolkit/widgets/tooltip.h"
 
 namespace zel {
 namespace {
 
 constexpr std::size_t kUsualChildren = 50;
+
+void SettleGeometry(Widget& widget) {
+  if (widget.TestFlag(kFlagMoved | kFlagResized))
+    widget.MsgShape();
+  else if (widget.TestFlag(kFlagMoved))
+    widget.MsgMove();
+  else if (widget.TestFlag(kFlagResized))
+    widget.MsgResize();
+  widget.ClearFlag(kFlagMoved | kFlagResized);
+}
 
 }  // namespace
 
@@ -27,6 +33,7 @@ Dialog::Dialog() : tooltipWidget_{std::make_unique<Tooltip>()} {
 }
 
 Dialog::~Dialog() {
+  if (loopState.root == this) EndRoot();
   if (!IsRoot() && parent) parent->Forget(this);
   parent = nullptr;
   for (Widget* child : children)
@@ -57,8 +64,24 @@ Widget* Dialog::MouseWidget() const {
   return found;
 }
 
+bool Dialog::IsChild(const Widget* widget) const {
+  return std::find(children.begin(), children.end(), widget) != children.end();
+}
+
+Widget* Dialog::ChildTowards(const Widget* widget) const {
+  const auto found = std::find_if(children.begin(), children.end(), [widget](Widget* child) {
+    const Dialog* dialog = AsDialog(child);
+    return child == widget || (dialog && dialog->Contains(widget));
+  });
+  return found != children.end() ? *found : nullptr;
+}
+
+bool Dialog::Contains(const Widget* widget) const { return widget == this || ChildTowards(widget); }
+
 bool Dialog::Add(Widget* widget) {
-  if (std::find(children.begin(), children.end(), widget) != children.end()) return false;
+  if (IsChild(widget)) return false;
+  Dialog* before = widget->GetParent();
+  if (before && before != widget) before->Forget(widget);
   children.push_back(widget);
   widget->SetParent(this);
   if (running) {
@@ -72,7 +95,7 @@ bool Dialog::Add(Widget* widget) {
 }
 
 void Dialog::Remove(Widget* widget) {
-  if (std::find(children.begin(), children.end(), widget) == children.end()) return;
+  if (!IsChild(widget)) return;
   if (running) widget->SendMessage(MSG_END);
   Forget(widget);
   widget->SetParent(nullptr);
@@ -85,12 +108,14 @@ void Dialog::Forget(Widget* widget) {
   if (focus == widget) focus = nullptr;
   if (mouse == widget) mouse = nullptr;
   if (loopState.lastFocus == widget) loopState.lastFocus = nullptr;
+  if (running) GetRoot()->Redraw();
 }
 
 void Dialog::BringToFront(Widget* child) {
   const auto found = std::find(children.begin(), children.end(), child);
-  if (found == children.end()) return;
+  if (found == children.end() || found + 1 == children.end()) return;
   std::rotate(found, found + 1, children.end());
+  child->Redraw();
 }
 
 void Dialog::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
@@ -102,13 +127,7 @@ void Dialog::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) 
 }
 
 void Dialog::SendToChildren(int msg, int arg) {
-  // A handler may take children in or out: go on behind the child that was served last.
-  for (std::size_t i = 0; i < children.size();) {
-    Widget* child = children[i];
-    child->SendMessage(msg, arg);
-    const auto served = std::find(children.begin(), children.end(), child);
-    i = served == children.end() ? i : static_cast<std::size_t>(served - children.begin()) + 1;
-  }
+  ForEachChild([msg, arg](Widget* child) { child->SendMessage(msg, arg); });
 }
 
 void Dialog::MsgTimer(int id) {
@@ -132,12 +151,13 @@ void Dialog::MsgShape() {
 }
 
 void Dialog::UpdateLayout() {
-  for (Widget* child : children) {
-    const Point position = child->GetRelativePos();
-    // Placing a child where it lies makes its absolute position follow this dialog.
-    if (child->GetAbsolutePos() != Point{child->x(), child->y()}) child->Place(position);
+  ForEachChild([](Widget* child) {
+    if (child->GetAbsolutePos() != Point{child->x(), child->y()}) {
+      child->UpdateAbsolutePos();
+      child->Redraw();
+    }
     child->SendMessage(MSG_SHAPE);
-  }
+  });
 }
 
 void Dialog::MsgInitSkin() {
@@ -162,7 +182,8 @@ void Dialog::Hide() {
 
 void Dialog::Unhide() {
   Widget::Unhide();
-  for (Widget* child : children) child->Unhide();
+  for (Widget* child : children)
+    if (child != tooltipWidget_.get()) child->Unhide();
 }
 
 void Dialog::Redraw() {
@@ -173,8 +194,9 @@ void Dialog::Redraw() {
 void Dialog::SetSkin(Skin* newSkin) {
   Widget::SetSkin(newSkin);
   for (Widget* child : children) child->SetSkin(skin);
-  for (Widget* child : children)
+  ForEachChild([](Widget* child) {
     if (child->TestFlag(kFlagSkinChanged)) child->MsgInitSkin();
+  });
 }
 
 void Dialog::InitChangedSkins() {
@@ -182,39 +204,22 @@ void Dialog::InitChangedSkins() {
     MsgInitSkin();
     return;
   }
-  for (Widget* child : children) {
+  ForEachChild([](Widget* child) {
     if (Dialog* dialog = AsDialog(child))
       dialog->InitChangedSkins();
     else if (child->TestFlag(kFlagSkinChanged))
       child->MsgInitSkin();
-  }
+  });
 }
 
 void Dialog::ApplyGeometry() {
-  const bool moved = TestFlag(kFlagMoved);
-  const bool resized = TestFlag(kFlagResized);
-  if (moved && resized)
-    MsgShape();
-  else if (moved)
-    MsgMove();
-  else if (resized)
-    MsgResize();
-  ClearFlag(kFlagMoved | kFlagResized);
-  for (Widget* child : children) {
-    if (Dialog* dialog = AsDialog(child)) {
+  SettleGeometry(*this);
+  ForEachChild([](Widget* child) {
+    if (Dialog* dialog = AsDialog(child))
       dialog->ApplyGeometry();
-      continue;
-    }
-    const bool childMoved = child->TestFlag(kFlagMoved);
-    const bool childResized = child->TestFlag(kFlagResized);
-    if (childMoved && childResized)
-      child->MsgShape();
-    else if (childMoved)
-      child->MsgMove();
-    else if (childResized)
-      child->MsgResize();
-    child->ClearFlag(kFlagMoved | kFlagResized);
-  }
+    else
+      SettleGeometry(*child);
+  });
 }
 
 void Dialog::Resize(int width, int height, bool percent) { Widget::Resize(width, height, percent); }
@@ -224,124 +229,6 @@ void Dialog::Centre() {
   const int outerWidth = IsRoot() ? settings.screenWidth : parent->w();
   const int outerHeight = IsRoot() ? settings.screenHeight : parent->h();
   Place(std::max(0, (outerWidth - w()) / 2), std::max(0, (outerHeight - h()) / 2));
-}
-
-Dialog::CanvasBase Dialog::FindCanvasBase(bool ownDrawing) {
-  if (!ownDrawing) {
-    const bool starting = TestFlag(kFlagStartAnimation);
-    if (starting && !animator->Running()) return {nullptr, {}};
-    if (!starting && animator->Running()) return {animator->NewImage().GetBitmap(), {x(), y()}};
-  }
-  if (!IsRoot()) return parent ? parent->FindCanvasBase(false) : CanvasBase{nullptr, {}};
-  ScreenUpdate* update = CurrentScreenUpdate();
-  return {update ? update->GetCanvas() : nullptr, {0, 0}};
-}
-
-SubCanvas Dialog::GetCanvas(const Widget* widget) {
-  const CanvasBase base = FindCanvasBase(widget == this);
-  if (!base.bitmap) return {};
-  const int left = widget->x() - base.origin.x;
-  const int top = widget->y() - base.origin.y;
-  const int width = std::min(widget->x2(), x2()) - widget->x();
-  const int height = std::min(widget->y2(), y2()) - widget->y();
-  if (left < 0 || top < 0 || left >= base.bitmap->w || top >= base.bitmap->h) return {};
-  if (width < 1 || height < 1) return {};
-  return {Bitmap{base.bitmap}, left, top, width, height};
-}
-
-void Dialog::MsgDraw() {
-  Widget::MsgDraw();
-  for (std::size_t i = 0; i < children.size(); ++i) {
-    if (children[i]->Hidden()) continue;
-    if (IsCovered(i))
-      ForgetDirty(children[i]);
-    else
-      children[i]->SendMessage(MSG_DRAW);
-  }
-}
-
-// What does not show need not be drawn later either: whatever uncovers it redraws it.
-void Dialog::ForgetDirty(Widget* widget) {
-  widget->ClearFlag(kFlagDirty);
-  if (Dialog* dialog = AsDialog(widget))
-    for (Widget* child : dialog->children) ForgetDirty(child);
-}
-
-// Nothing of the child shows: another one that paints its whole area lies above it.
-bool Dialog::IsCovered(std::size_t index) const {
-  const Rect& area = children[index]->Bounds();
-  return std::any_of(children.begin() + static_cast<std::ptrdiff_t>(index) + 1, children.end(),
-                     [&area](const Widget* above) {
-                       const Rect& cover = above->Bounds();
-                       return above->IsOpaque() && cover.x <= area.x && cover.y <= area.y &&
-                              cover.Right() >= area.Right() && cover.Bottom() >= area.Bottom();
-                     });
-}
-
-void Dialog::RedrawBehind(const Widget* child, const Rect& part) {
-  const Rect area{child->x() + part.x, child->y() + part.y, part.w, part.h};
-  for (Widget* under : children) {
-    if (under == child) return;
-    if (!under->Hidden() && !under->IsContainer()) under->RedrawArea(area);
-  }
-}
-
-void Dialog::MarkCovering(const Widget* changed, const Rect& area) {
-  const Widget* child = changed;
-  for (Dialog* dialog = this;; dialog = dialog->parent) {
-    auto above = std::find(dialog->children.begin(), dialog->children.end(), child);
-    while (above != dialog->children.end() && ++above != dialog->children.end())
-      if (!(*above)->Hidden()) (*above)->RedrawArea(area);
-    if (dialog->IsRoot() || !dialog->parent) return;
-    child = dialog;
-  }
-}
-
-void Dialog::MarkCovering(Widget* changed) {
-  if (!changed->DirtyInParts()) {
-    MarkCovering(changed, changed->Bounds());
-    return;
-  }
-  for (const Rect& part : changed->DirtyParts())
-    MarkCovering(changed, {changed->x() + part.x, changed->y() + part.y, part.w, part.h});
-}
-
-void Dialog::DrawTree(bool redrawsAll) {
-  if (!redrawsAll) {
-    for (std::size_t i = 0; i < children.size(); ++i)
-      if (children[i]->Dirty() && !children[i]->Hidden()) MarkCovering(children[i]);
-  }
-  if (Dirty()) {
-    MsgDraw();
-    ClearFlag(kFlagDirty);
-  }
-  for (std::size_t i = 0; i < children.size(); ++i) {
-    Widget* child = children[i];
-    if (child->Hidden()) continue;
-    if (IsCovered(i)) {
-      ForgetDirty(child);
-      continue;
-    }
-    const bool draws = redrawsAll || child->Dirty();
-    if (draws) {
-      child->SendMessage(MSG_DRAW);
-      child->ClearFlag(kFlagDirty);
-    }
-    Dialog* dialog = AsDialog(child);
-    // Drawing a dialog has drawn everything in it.
-    if (dialog && !(redrawsAll && draws)) dialog->DrawTree(redrawsAll);
-  }
-}
-
-void Dialog::DrawDirty() {
-  ScreenUpdate* update = CurrentScreenUpdate();
-  if (!update) return;
-  update->AcquireCanvas();
-  if (mousePointer) mousePointer->Hide();
-  DrawTree(update->RedrawsAll());
-  if (mousePointer) mousePointer->Draw();
-  update->ReleaseCanvas();
-  ClearFlag(kFlagDirty);
 }
 
 }  // namespace zel

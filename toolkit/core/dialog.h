@@ -41,6 +41,9 @@ enum class FocusMove { kNext, kPrevious, kRight, kLeft, kDown, kUp };
 //
 // Borrows its children in drawing order, the last one topmost; owns its tooltip. A new dialog
 // covers the screen and is a root until it is added to another dialog.
+//
+// Handlers may take children in and out, and destroy children, also the one whose event is
+// handled. A dialog itself must outlive the messages that it passes on.
 class Dialog : public Widget {
  public:
   Dialog();
@@ -89,7 +92,8 @@ class Dialog : public Widget {
   virtual void Close();
   // Runs the dialog as a root until it is closed; answers the child that had the focus.
   virtual Widget* Execute(Widget* focusWidget);
-  // Runs the dialog on top of the root of `over` (or of a root of its own) until it is closed.
+  // Runs the dialog on top of the root of `over`, else of the root that runs, else of one of its
+  // own, until it or that root is closed.
   virtual Widget* Popup(Dialog* over, int px, int py, Widget* focusWidget);
   virtual Widget* Popup(Dialog* over, Point pos, Widget* focusWidget);
   // Puts the dialog in the middle of its parent, a root in that of the screen.
@@ -108,9 +112,12 @@ class Dialog : public Widget {
   // The same, followed into child dialogs.
   Widget* FocusWidget() const;
   Widget* MouseWidget() const;
-  // True when the widget is this dialog or lies in it, however deep.
+  // True when the widget is this dialog or lies in it, however deep. The pointer may be that of a
+  // widget that is gone.
   bool Contains(const Widget* widget) const;
   using Rect::Contains;
+  // Children may come and go meanwhile.
+  void SendToChildren(int msg, int arg = 0);
   // Repaints what lies under a part of a child that does not cover its whole area. The part is
   // relative to the child.
   void RedrawBehind(const Widget* child, const Rect& part);
@@ -161,40 +168,68 @@ class Dialog : public Widget {
   };
   using Handler = void (Widget::*)();
 
-  CanvasBase FindCanvasBase(bool ownDrawing);
-  void SendToChildren(int msg, int arg = 0);
-  void DrawTree(bool redrawsAll);
+  // Calls act(child) for the children that there are now, unless they have gone meanwhile.
+  template <class Act>
+  void ForEachChild(Act act) {
+    for (Widget* child : std::vector<Widget*>(children))
+      if (IsChild(child)) act(child);
+  }
+  bool IsChild(const Widget* widget) const;
+  // The child that is the widget or contains it; null when there is none.
+  Widget* ChildTowards(const Widget* widget) const;
+
+  CanvasBase FindCanvasBase(bool ownDrawing) const;
   bool IsCovered(std::size_t index) const;
-  static void ForgetDirty(Widget* widget);
-  void MarkCovering(Widget* changed);
-  void MarkCovering(const Widget* changed, const Rect& area);
+  void MarkCovering(const Widget& changed) const;
+  void MarkAbove(const Widget* changed, const Rect& area) const;
+  void PrepareDrawing();
+  void DrawTree(bool redrawsAll);
+
   void StartRoot();
   void EndRoot();
-  void FindMouseAtStart();
   bool WorkOffTimers();
   void WaitForTick();
   void RestoreVideoMemory();
+  Widget* RunPopup(Dialog& root, int px, int py, Widget* focusWidget);
+  void PutTooltipAway();
+
+  // True for the root and for what is popped up over it: input begins here.
+  bool TakesInput() const { return IsRoot() || TestFlag(kFlagPoppedUp); }
+  Dialog* InputTarget();
+  void FindMouseAtStart();
+  // The child, or what lies in it, if the pointer is there.
+  static Widget* UnderPointer(Widget* child);
   Widget* FindUnderPointer();
-  void SetMousePath(Widget* deepest);
+  // The same for a dialog that takes input; one that is popped up may be found itself.
+  Widget* FindMousePath();
+  // Goes on where a popup is gone, with the release that the popup saw instead.
+  void TakeInputBack();
+  void SetMousePath(const Widget* deepest);
   void FollowPointer();
   void MoveFocusWithPointer(Widget* underPointer);
   void RoutePress(Handler handler);
+  void RouteRelease(Handler handler);
   Widget* CapturingChild() const;
-  void DropFocus(Widget* widget);
   void Drag();
   void DragEdges(int dx, int dy);
   void DispatchButtons(int before, int now);
   void CountDoubleClick(int pressed);
+
+  void DropFocus(Widget* widget);
   bool HandleJoystick();
   bool OfferToFocus(int code, int character, int scancode);
+  bool OfferToChildren(int code);
   bool HandleShortcut(int character, int scancode);
   bool HandleDialogKey(int character, int scancode);
   void CollectCandidates(const Widget* current, std::vector<Candidate>& candidates);
-  Dialog* InputTarget();
-  Widget* RunPopup(int px, int py, Widget* focusWidget);
 
   std::unique_ptr<Tooltip> tooltipWidget_;
 };
+
+// The widget, or null when it is hidden or disabled: input is not for it then.
+inline Widget* IfUsable(Widget* widget) {
+  return widget && !widget->Hidden() && !widget->Disabled() ? widget : nullptr;
+}
 
 // The widget as a dialog, or null when it is none.
 inline Dialog* AsDialog(Widget* widget) {

@@ -101,11 +101,20 @@ void Dialog::HandleKeyboard() {
 }
 
 bool Dialog::OfferToFocus(int code, int character, int scancode) {
-  if (!focus) return false;
-  if (Dialog* dialog = AsDialog(focus))
+  Widget* target = IfUsable(focus);
+  if (!target) return false;
+  if (Dialog* dialog = AsDialog(target))
     if (dialog->HandleKey(character, scancode)) return true;
-  if (focus && focus->SendMessage(MSG_CHAR, code) == kMessageUsed) return true;
-  return focus && focus->SendMessage(MSG_UCHAR, character) == kMessageUsed;
+  if (focus == target && target->SendMessage(MSG_CHAR, code) == kMessageUsed) return true;
+  return focus == target && target->SendMessage(MSG_UCHAR, character) == kMessageUsed;
+}
+
+bool Dialog::OfferToChildren(int code) {
+  for (Widget* child : std::vector<Widget*>(children)) {
+    if (!IsChild(child) || !IfUsable(child)) continue;
+    if (child->SendMessage(MSG_XCHAR, code) == kMessageUsed) return true;
+  }
+  return false;
 }
 
 bool Dialog::HandleShortcut(int character, int scancode) {
@@ -115,7 +124,7 @@ bool Dialog::HandleShortcut(int character, int scancode) {
                              utolower(shortcut) == utolower(character);
     const bool byScancode = character == 0 && shortcut != 0 && shortcut == scancode * 256;
     if (!byCharacter && !byScancode) continue;
-    if (child->Hidden() || child->Disabled()) continue;
+    if (!IfUsable(child)) continue;
     child->MsgKey();
     return true;
   }
@@ -142,13 +151,10 @@ bool Dialog::HandleKey(int character, int scancode) {
   const int code = KeyCode(character, scancode);
   if (OfferToFocus(code, character, scancode)) return true;
   if (HandleShortcut(character, scancode)) return true;
-  const std::vector<Widget*> offered = children;
-  for (Widget* child : offered) {
-    if (child->Hidden() || child->Disabled()) continue;
-    if (child->SendMessage(MSG_XCHAR, code) == kMessageUsed) return true;
-  }
-  if (focus && (character == kEnter || character == kLineFeed || character == kSpace)) {
-    focus->MsgKey();
+  if (OfferToChildren(code)) return true;
+  const bool chooses = character == kEnter || character == kLineFeed || character == kSpace;
+  if (Widget* chosen = chooses ? IfUsable(focus) : nullptr) {
+    chosen->MsgKey();
     return true;
   }
   return HandleDialogKey(character, scancode);
@@ -156,7 +162,7 @@ bool Dialog::HandleKey(int character, int scancode) {
 
 void Dialog::CollectCandidates(const Widget* current, std::vector<Candidate>& candidates) {
   for (Widget* child : children) {
-    if (child->Hidden() || child->Disabled() || child->IsWindow()) continue;
+    if (!IfUsable(child) || child->IsWindow()) continue;
     if (Dialog* dialog = AsDialog(child))
       dialog->CollectCandidates(current, candidates);
     else if (child != current)
@@ -197,26 +203,19 @@ void Dialog::MsgLostFocus() {
   if (focus) DropFocus(focus);
 }
 
-bool Dialog::Contains(const Widget* widget) const {
-  while (widget && widget != this) {
-    const Dialog* outer = widget->GetParent();
-    if (outer == widget) return false;
-    widget = outer;
-  }
-  return widget == this;
-}
-
 void Dialog::SetFocus(Widget* widget) {
-  if (!widget || widget == this || widget->Hidden() || widget->Disabled()) return;
+  if (widget == this || !Contains(widget) || !IfUsable(widget)) return;
   if (!widget->MsgWantFocus()) return;
   for (Widget* focused = widget; focused != this;) {
     Dialog* container = focused->GetParent();
     if (!container || container == focused) return;
+    if (container->focus && container->focus != focused) container->DropFocus(container->focus);
     if (container->focus != focused || !focused->HasFocus()) {
       container->focus = focused;
       focused->MsgGotFocus();
     }
-    if (focused->IsWindow()) container->BringToFront(focused);
+    // Unless the handler took it away again.
+    if (container->focus == focused && focused->IsWindow()) container->BringToFront(focused);
     focused = container;
   }
 }

@@ -25,6 +25,12 @@ bool SwitchingLosesTheScreen() {
 
 }  // namespace
 
+void WatchDisplaySwitches() {
+  if (!loopState.root) return;
+  remove_display_switch_callback(OnSwitchIn);
+  if (SwitchingLosesTheScreen()) set_display_switch_callback(SWITCH_IN, OnSwitchIn);
+}
+
 void UpdateDoubleClickWindow() {
   loopState.doubleClickWindow = settings.Ticks(settings.doubleClickDelay);
 }
@@ -36,8 +42,11 @@ void Dialog::CreateScreenUpdate() {
 }
 
 void Dialog::StartRoot() {
+  loopState.root = this;
+  loopState.redrawEverything = false;
+  loopState.closeRequested = false;
   loopState.logicTimer = InstallTimerEx(settings.UsableFrameRate());
-  if (SwitchingLosesTheScreen()) set_display_switch_callback(SWITCH_IN, OnSwitchIn);
+  WatchDisplaySwitches();
   set_close_button_callback(OnCloseButton);
   CreateScreenUpdate();
   SetSkin(skin);
@@ -51,20 +60,12 @@ void Dialog::StartRoot() {
 void Dialog::EndRoot() {
   RemoveTimer(loopState.logicTimer);
   loopState.logicTimer = LoopState::kNoRoot;
+  loopState.root = nullptr;
   remove_display_switch_callback(OnSwitchIn);
   set_close_button_callback(nullptr);
   if (mousePointer) mousePointer->Hide();
   delete std::exchange(mousePointer, nullptr);
   SetCurrentScreenUpdate(nullptr);
-}
-
-void Dialog::FindMouseAtStart() {
-  UpdateDoubleClickWindow();
-  loopState.doubleClick = DoubleClick::kNone;
-  loopState.doubleClickCounter = 0;
-  Widget* found = FindUnderPointer();
-  SetMousePath(found);
-  if (!focus) SetFocus(found);
 }
 
 void Dialog::MsgStart() {
@@ -132,8 +133,9 @@ void Dialog::MsgIdle() {
       Close();
     }
   }
-  for (std::size_t i = 0; i < children.size(); ++i)
-    if (!children[i]->Hidden()) children[i]->SendMessage(MSG_IDLE);
+  ForEachChild([](Widget* child) {
+    if (!child->Hidden()) child->SendMessage(MSG_IDLE);
+  });
 }
 
 void Dialog::MsgTick() {
@@ -155,47 +157,57 @@ void Dialog::Close() {
     closed = true;
 }
 
+void Dialog::PutTooltipAway() {
+  if (!tooltipWidget_->Hidden()) tooltipWidget_->HideTip();
+  Forget(tooltipWidget_.get());
+}
+
 Widget* Dialog::Execute(Widget* focusWidget) {
-  Add(tooltipWidget_.get());
+  Dialog::Add(tooltipWidget_.get());
   SetFocus(focusWidget);
   closed = false;
   MsgStart();
   while (!closed) MsgIdle();
   Widget* last = focus;
   MsgEnd();
-  Forget(tooltipWidget_.get());
+  PutTooltipAway();
   return last;
 }
 
-Widget* Dialog::RunPopup(int px, int py, Widget* focusWidget) {
-  Dialog* root = parent;
-  Widget* parentFocus = root->FocusWidget();
+Widget* Dialog::RunPopup(Dialog& root, int px, int py, Widget* focusWidget) {
+  Widget* const outerFocus = root.FocusWidget();
+  Widget* const outerChild = root.focus;
+  const bool rootWasClosed = root.closed;
+  // What opened the popup may still be held.
+  joystickHeld = root.InputTarget()->joystickHeld;
+  parent = &root;
   if (px != kKeepPosition) SetX(px);
   if (py != kKeepPosition) SetY(py);
   closed = false;
   const std::uint32_t savedFlags = flags;
   SetFlag(kFlagPoppedUp);
-  Add(tooltipWidget_.get());
-  root->Add(this);
+  Dialog::Add(tooltipWidget_.get());
+  root.Add(this);
   SetFocus(focusWidget);
-  while (!closed) root->MsgIdle();
+  while (!closed && root.closed == rootWasClosed) root.MsgIdle();
   Widget* last = focus;
-  root->Remove(this);
-  Forget(tooltipWidget_.get());
+  root.Remove(this);
+  PutTooltipAway();
   flags = savedFlags;
-  root->SetFocus(parentFocus);
+  if (root.Contains(outerFocus)) root.SetFocus(outerFocus);
+  // A popup below this one stays the one that the input is for.
+  if (!root.focus && root.Contains(outerChild)) root.SetFocus(outerChild);
+  root.InputTarget()->TakeInputBack();
   return last;
 }
 
 Widget* Dialog::Popup(Dialog* over, int px, int py, Widget* focusWidget) {
-  if (over) {
-    parent = over->GetRoot();
-    return RunPopup(px, py, focusWidget);
-  }
+  if (!over) over = loopState.root;
+  if (over) return RunPopup(*over->GetRoot(), px, py, focusWidget);
   Dialog temporaryRoot;
+  temporaryRoot.Dialog::Add(temporaryRoot.tooltipWidget_.get());
   temporaryRoot.MsgStart();
-  parent = &temporaryRoot;
-  Widget* last = RunPopup(px, py, focusWidget);
+  Widget* last = RunPopup(temporaryRoot, px, py, focusWidget);
   temporaryRoot.MsgEnd();
   return last;
 }

@@ -112,15 +112,15 @@ void Dialog::CountDoubleClick(int pressed) {
 
 void Dialog::MsgClick() {
   Widget::MsgClick();
-  if (!mouse) return;
-  Widget* clicked = mouse;
+  Widget* clicked = IfUsable(mouse);
+  if (!clicked) return;
   if (clicked != focus && clicked->MsgWantFocus()) ChangeFocus(focus, clicked);
-  clicked->MsgClick();
+  if (mouse == clicked) clicked->MsgClick();
 }
 
 void Dialog::MsgDClick() {
   Widget::MsgDClick();
-  if (mouse) mouse->MsgDClick();
+  if (Widget* clicked = IfUsable(mouse)) clicked->MsgDClick();
 }
 
 Widget* Dialog::CapturingChild() const {
@@ -128,6 +128,12 @@ Widget* Dialog::CapturingChild() const {
 }
 
 void Dialog::RoutePress(Handler handler) {
+  if (Widget* capturing = CapturingChild()) (capturing->*handler)();
+  if (Widget* pressed = IfUsable(mouse)) (pressed->*handler)();
+}
+
+// Whoever saw the press sees the release too.
+void Dialog::RouteRelease(Handler handler) {
   if (Widget* capturing = CapturingChild()) (capturing->*handler)();
   if (mouse) (mouse->*handler)();
 }
@@ -142,7 +148,8 @@ void Dialog::MsgLPress() {
 void Dialog::MsgLRelease() {
   Widget::MsgLRelease();
   ClearFlag(kFlagPressed);
-  RoutePress(&Widget::MsgLRelease);
+  dragMode = kDragNone;
+  RouteRelease(&Widget::MsgLRelease);
 }
 
 void Dialog::MsgMPress() {
@@ -157,17 +164,17 @@ void Dialog::MsgRPress() {
 
 void Dialog::MsgMRelease() {
   Widget::MsgMRelease();
-  RoutePress(&Widget::MsgMRelease);
+  RouteRelease(&Widget::MsgMRelease);
 }
 
 void Dialog::MsgRRelease() {
   Widget::MsgRRelease();
-  RoutePress(&Widget::MsgRRelease);
+  RouteRelease(&Widget::MsgRRelease);
 }
 
 void Dialog::MsgWheel(int steps) {
   Widget::MsgWheel(steps);
-  if (mouse) mouse->MsgWheel(steps);
+  if (Widget* turned = IfUsable(mouse)) turned->MsgWheel(steps);
 }
 
 int Dialog::GetDragMode() {
@@ -184,14 +191,14 @@ void Dialog::DragEdges(int dx, int dy) {
     const int width = std::max(minWidth, wanted);
     if (row.right) pressPosition.x += width - w();
     SetW(width);
-    if (row.left) SetX(right - width);
+    if (row.left) SetX(KeepOnScreen(right - width));
   }
   if (row.top || row.bottom) {
     const int wanted = row.top ? bottom - KeepOnScreen(relPos.y + dy) : h() + dy;
     const int height = std::max(minHeight, wanted);
     if (row.bottom) pressPosition.y += height - h();
     SetH(height);
-    if (row.top) SetY(bottom - height);
+    if (row.top) SetY(KeepOnScreen(bottom - height));
   }
   MsgShape();
 }
@@ -200,11 +207,11 @@ void Dialog::Drag() {
   const Point pointer = GetMousePos();
   const int dx = pointer.x - pressPosition.x;
   const int dy = pointer.y - pressPosition.y;
+  if (!TestFlag(dragMode == kDragMove ? kFlagMovable : kFlagSizeable)) return;
   if (dragMode == kDragMove) {
-    if (!TestFlag(kFlagMovable)) return;
     Place(KeepOnScreen(relPos.x + dx), KeepOnScreen(relPos.y + dy));
     MsgMove();
-  } else if (TestFlag(kFlagSizeable)) {
+  } else {
     DragEdges(dx, dy);
   }
   // What the dialog covered before must show again.
@@ -223,55 +230,85 @@ void Dialog::MsgMouseMove(Point delta) {
   }
   if (Widget* capturing = CapturingChild()) capturing->MsgMouseMove(delta);
   if (mouse) mouse->MsgMouseMove(delta);
-  FollowPointer();
+  if (TakesInput()) FollowPointer();
+}
+
+void Dialog::FindMouseAtStart() {
+  UpdateDoubleClickWindow();
+  loopState.doubleClick = DoubleClick::kNone;
+  loopState.doubleClickCounter = 0;
+  // Inside another dialog, that one finds out.
+  if (!TakesInput()) return;
+  GetRoot()->SetMousePath(FindMousePath());
+  if (!focus) SetFocus(MouseWidget());
 }
 
 void Dialog::FollowPointer() {
-  Widget* before = MouseWidget();
-  Widget* found = FindUnderPointer();
-  if (found == before) return;
-  SetMousePath(found);
-  MoveFocusWithPointer(found);
-  if (found) found->MsgMouseMove({0, 0});
+  Dialog* root = GetRoot();
+  Widget* found = FindMousePath();
+  if (found == root->MouseWidget()) return;
+  // The dialog down to which the path stays as it is.
+  Dialog* fork = root;
+  while (Dialog* inner = AsDialog(fork->mouse)) {
+    if (fork->ChildTowards(found) != inner) break;
+    fork = inner;
+  }
+  root->SetMousePath(found);
+  if (root->MouseWidget() != found) return;  // a handler has destroyed it
+  MoveFocusWithPointer(found == this ? nullptr : found);
+  if (root->Contains(fork) && fork->mouse) fork->mouse->MsgMouseMove({0, 0});
 }
 
 void Dialog::MoveFocusWithPointer(Widget* underPointer) {
-  if (!skin || (focus && focus->TestFlag(kFlagPressed))) return;
   Widget* current = FocusWidget();
-  if (underPointer == current) return;
-  if (skin->focus == kFocusFollowsPointer)
-    ChangeFocus(current, underPointer);
-  else if (skin->focus == kFocusGoesToWilling && underPointer && underPointer->MsgWantFocus())
-    ChangeFocus(current, underPointer);
+  if (!skin || underPointer == current) return;
+  if (focus && (focus->TestFlag(kFlagPressed) || current->TestFlag(kFlagPressed))) return;
+  const bool goesToWilling = skin->focus == kFocusGoesToWilling;
+  if (skin->focus != kFocusFollowsPointer && !goesToWilling) return;
+  if (goesToWilling && !(underPointer && underPointer->MsgWantFocus())) return;
+  // Where both lie in one dialog, the focus need not leave it.
+  Dialog* shared = this;
+  while (Dialog* inner = AsDialog(shared->focus)) {
+    if (inner == underPointer || !inner->Contains(underPointer)) break;
+    shared = inner;
+  }
+  shared->ChangeFocus(shared->FocusWidget(), underPointer);
+}
+
+Widget* Dialog::UnderPointer(Widget* child) {
+  if (!IfUsable(child)) return nullptr;
+  if (Dialog* dialog = AsDialog(child))
+    if (Widget* found = dialog->FindUnderPointer()) return found;
+  const bool inside = Rect{0, 0, child->w(), child->h()}.Contains(child->GetMousePos());
+  return inside && child->MsgWantMouse() ? child : nullptr;
 }
 
 Widget* Dialog::FindUnderPointer() {
-  for (std::size_t i = children.size(); i-- > 0;) {
-    Widget* child = children[i];
-    if (child->Hidden() || child->Disabled()) continue;
-    if (Dialog* dialog = AsDialog(child))
-      if (Widget* found = dialog->FindUnderPointer()) return found;
-    const Point pointer = child->GetMousePos();
-    const bool inside = Rect{0, 0, child->w(), child->h()}.Contains(pointer);
-    if (inside && child->MsgWantMouse()) return child;
-  }
+  for (std::size_t i = children.size(); i-- > 0;)
+    if (Widget* found = UnderPointer(children[i])) return found;
   return nullptr;
 }
 
-void Dialog::SetMousePath(Widget* deepest) {
-  Widget* direct = deepest;
-  while (direct && direct->GetParent() != this) {
-    direct = direct->GetParent();
-    if (direct && direct->GetParent() == direct) direct = nullptr;
-  }
+Widget* Dialog::FindMousePath() { return IsRoot() ? FindUnderPointer() : UnderPointer(this); }
+
+void Dialog::TakeInputBack() {
+  if (!settings.showMouse || !mousePointer) return;
+  if (TestFlag(kFlagPressed) && !(mousePointer->GetButtons() & kLeftButton)) MsgLRelease();
+  GetRoot()->SetMousePath(FindMousePath());
+}
+
+void Dialog::SetMousePath(const Widget* deepest) {
+  Widget* direct = ChildTowards(deepest);
   if (direct != mouse) {
-    Widget* left = mouse;
-    mouse = direct;
-    if (Dialog* dialog = AsDialog(left)) dialog->SetMousePath(nullptr);
-    if (left) left->MsgLostMouse();
-    if (direct) direct->MsgGotMouse();
+    Widget* left = std::exchange(mouse, direct);
+    if (Dialog* dialog = AsDialog(left)) {
+      dialog->SetMousePath(nullptr);
+      if (!dialog->TestFlag(kFlagPressed)) dialog->dragMode = kDragNone;
+    }
+    if (IsChild(left)) left->MsgLostMouse();
+    if (direct && mouse == direct) direct->MsgGotMouse();
   }
-  if (Dialog* dialog = AsDialog(mouse)) dialog->SetMousePath(deepest == mouse ? nullptr : deepest);
+  if (Dialog* dialog = AsDialog(mouse)) dialog->SetMousePath(deepest);
 }
 
 }  // namespace zel

@@ -1,9 +1,14 @@
 // Points, sizes and rectangles in pixels.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 namespace zel {
+
+// Positions and extents of widgets stay within this many pixels, so that their sums cannot
+// overflow.
+inline constexpr int kMostPixels = 32767;
 
 struct Point {
   std::int32_t x = 0;
@@ -38,6 +43,16 @@ class Rect {
   // True when the two share an area; touching edges do not overlap.
   constexpr bool Overlaps(const Rect& other) const {
     return other.x < Right() && x < other.Right() && other.y < Bottom() && y < other.Bottom();
+  }
+  // What the two share; without a positive extent when they do not overlap.
+  constexpr Rect Shared(const Rect& other) const {
+    const std::int32_t left = std::max(x, other.x), top = std::max(y, other.y);
+    return {left, top, std::min(Right(), other.Right()) - left,
+            std::min(Bottom(), other.Bottom()) - top};
+  }
+  // True when the other one lies in this one whole.
+  constexpr bool Surrounds(const Rect& other) const {
+    return x <= other.x && y <= other.y && Right() >= other.Right() && Bottom() >= other.Bottom();
   }
   friend constexpr bool operator==(const Rect& a, const Rect& b) {
     return a.x == b.x && a.y == b.y && a.w == b.w && a.h == b.h;

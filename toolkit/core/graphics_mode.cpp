@@ -7,14 +7,13 @@
 
 #include "toolkit/core/allegro.h"
 #include "toolkit/core/framebuffer.h"
+#include "toolkit/core/geometry.h"
 
 namespace zel {
 namespace {
 
-// Allegro's console drivers divide by numbers that become 0 with much smaller or larger modes; the
-// upper limit is also that of the toolkit's coordinates.
+// Allegro's console drivers divide by numbers that become 0 with much smaller or larger modes.
 constexpr int kLeastSide = 64;
-constexpr int kMostSide = 32767;
 
 constexpr int kTextColumns = 80;
 constexpr int kTextRows = 25;
@@ -51,8 +50,8 @@ bool SetGraphicsMode(int card, int w, int h, int depth) {
   if (std::find(std::begin(kDepths), std::end(kDepths), depth) == std::end(kDepths)) return false;
   PutScreenBack();
   set_color_depth(depth);
-  w = std::clamp(w, kLeastSide, kMostSide);
-  h = std::clamp(h, kLeastSide, kMostSide);
+  w = std::clamp(w, kLeastSide, kMostPixels);
+  h = std::clamp(h, kLeastSide, kMostPixels);
   if (!FramebufferTakes(w, h, depth)) {
     SetTextMode();
     return false;
@@ -69,7 +68,7 @@ void SetTextMode() {
 
 void ShowVideoPage() {
   PutScreenBack();
-  BITMAP* page = create_video_bitmap(SCREEN_W, SCREEN_H);
+  BITMAP* page = gfx_driver ? create_video_bitmap(SCREEN_W, SCREEN_H) : nullptr;
   if (!page || !PutsScreenBackAtExit()) return;
   replacedScreen = std::exchange(screen, page);
   show_video_bitmap(page);

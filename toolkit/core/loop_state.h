@@ -5,6 +5,7 @@
 
 namespace zel {
 
+class Dialog;
 class Widget;
 
 enum class DoubleClick { kNone, kLeftOnce, kRightOnce, kMiddleOnce, kDetected };
@@ -12,6 +13,7 @@ enum class DoubleClick { kNone, kLeftOnce, kRightOnce, kMiddleOnce, kDetected };
 struct LoopState {
   static constexpr int kNoRoot = -2;
 
+  Dialog* root = nullptr;  // the one that runs
   int logicTimer = kNoRoot;
   DoubleClick doubleClick = DoubleClick::kNone;
   int doubleClickCounter = 0;              // logic ticks since the first press
@@ -22,5 +24,9 @@ struct LoopState {
 };
 
 extern LoopState loopState;
+
+// Has the running root redraw everything when the display comes back without its contents. Allegro
+// forgets such callbacks with every change of the display-switch mode.
+void WatchDisplaySwitches();
 
 }  // namespace zel

@@ -7,6 +7,7 @@
 #include "toolkit/core/allegro.h"
 #include "toolkit/core/error.h"
 #include "toolkit/core/geometry.h"
+#include "toolkit/core/pixel_area.h"
 #include "toolkit/skin/skin_bitmap.h"
 
 namespace zel {
@@ -43,6 +44,9 @@ class ScreenUpdate {
 
  protected:
   SkinBitmap canvas;
+
+ private:
+  BitmapPtr screenPart_;  // what the direct method's canvas borrows
 };
 
 // Draws every frame whole into a back buffer and copies it whole.
@@ -66,10 +70,10 @@ class DirtyRectangles final : public ScreenUpdate {
   using ScreenUpdate::AddDirtyRect;
 
   // What the next Redraw copies, in order; no two of them overlap.
-  const std::vector<Rect>& Pending() const { return dirty_; }
+  const std::vector<Rect>& Pending() const { return dirty_.Rects(); }
 
  private:
-  std::vector<Rect> dirty_;
+  PixelArea dirty_;
 };
 
 // The current screen update, or null while no root dialog runs.

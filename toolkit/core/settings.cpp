@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "toolkit/core/config_file.h"
+
 namespace zel {
 namespace {
 
@@ -97,7 +99,7 @@ void Settings::Load(const char* file) {
   if (!file) return;
   fileLoaded = true;
   fileName.Assign(file);
-  set_config_file(fileName);
+  UseConfigFile(fileName);
   section_.Assign(FindSection().c_str());
   skinPath.Assign(get_config_string(section_, Ascii(kSkinPath), skinPath));
   for (const Key& key : kKeys) {

@@ -14,6 +14,8 @@
 #include "toolkit/core/console_guard.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/graphics_mode.h"
+#include "toolkit/core/loop_state.h"
+#include "toolkit/core/mouse_pointer.h"
 #include "toolkit/core/screen_update.h"
 #include "toolkit/core/settings.h"
 #include "toolkit/skin/color.h"
@@ -78,8 +80,30 @@ int PairedDepth(int depth) {
   }
 }
 
-void MakeFollow(Dialog& root) {
+// Allegro slows the mouse down with every change of the mode.
+void ApplyMouseSpeed() {
+  set_mouse_speed(settings.UsableMouseSpeed(), settings.UsableMouseSpeed());
+}
+
+// What lives in the mode that ends, or was taken from its screen.
+void LeaveMode() {
+  if (ScreenUpdate* update = CurrentScreenUpdate()) update->Destroy();
+  if (mousePointer) mousePointer->FreeBackground();
+}
+
+void EnterMode() {
+  ApplyMouseSpeed();
+  if (settings.useVideoMemory) ShowVideoPage();
   if (ScreenUpdate* update = CurrentScreenUpdate()) update->Create();
+}
+
+void KeepRunning() {
+  if (settings.runInBackground && set_display_switch_mode(SWITCH_BACKGROUND) != 0)
+    set_display_switch_mode(SWITCH_BACKAMNESIA);
+  WatchDisplaySwitches();
+}
+
+void MakeFollow(Dialog& root) {
   root.Resize(settings.screenWidth, settings.screenHeight);
   Skin* current = CurrentSkin();
   if (current) current->Reload();
@@ -90,8 +114,9 @@ void MakeFollow(Dialog& root) {
 void RestoreMode(Dialog& root) {
   SetGraphicsMode(settings.gfxMode, settings.screenWidth, settings.screenHeight,
                   settings.colorDepth);
-  if (ScreenUpdate* update = CurrentScreenUpdate()) update->Create();
+  EnterMode();
   root.Redraw();
+  KeepRunning();
 }
 
 Error InstallInput() {
@@ -101,8 +126,9 @@ Error InstallInput() {
   if (install_mouse() < 0) return kMouseError;
   if (settings.keyDelay != kSystemRate && settings.keyRepeat != kSystemRate)
     set_keyboard_rate(std::max(0, settings.keyDelay), std::max(0, settings.keyRepeat));
-  set_mouse_speed(settings.UsableMouseSpeed(), settings.UsableMouseSpeed());
+  ApplyMouseSpeed();
   request_refresh_rate(std::max(0, settings.refreshRate));
+  if (settings.useJoystick) install_joystick(JOY_TYPE_AUTODETECT);
   return kNoError;
 }
 
@@ -132,8 +158,7 @@ Error ChangeScreenMode(int card, bool fullscreen, int w, int h, int depth, Dialo
   card = ResolveCard(card, fullscreen);
   depth = ResolveDepth(depth);
   const bool shadow = settings.mouseShadow && depth != kPaletteDepth;
-  // A canvas in video memory ends with the mode.
-  if (ScreenUpdate* update = CurrentScreenUpdate()) update->Destroy();
+  LeaveMode();
   if (!SetGraphicsMode(card, w, h, depth)) {
     const int paired = PairedDepth(depth);
     if (!SetGraphicsMode(card, w, h, paired)) {
@@ -148,10 +173,9 @@ Error ChangeScreenMode(int card, bool fullscreen, int w, int h, int depth, Dialo
   settings.colorDepth = depth;
   settings.mouseShadow = shadow;
   RecomputeNamedColors();
-  if (settings.useVideoMemory) ShowVideoPage();
+  EnterMode();
   if (root) MakeFollow(*root);
-  if (settings.runInBackground && set_display_switch_mode(SWITCH_BACKGROUND) != 0)
-    set_display_switch_mode(SWITCH_BACKAMNESIA);
+  KeepRunning();
   return kNoError;
 }
 

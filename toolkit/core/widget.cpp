@@ -6,8 +6,6 @@
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/loop_state.h"
 #include "toolkit/core/mouse_pointer.h"
-#include "toolkit/core/screen_update.h"
-#include "toolkit/core/settings.h"
 #include "toolkit/skin/skin.h"
 #include "toolkit/widgets/animator.h"
 
@@ -21,6 +19,8 @@ constexpr std::uint32_t kRunningFlags =
 constexpr int kNotUsed = -1;  // in the percent geometry
 
 unsigned nextCreationOrder = 0;
+
+int InLimits(int pixels) { return std::clamp(pixels, -kMostPixels, kMostPixels); }
 
 int PercentOf(int extent, int percent) {
   return static_cast<int>(static_cast<long long>(extent) * percent / 100);
@@ -37,8 +37,12 @@ Widget::Widget()
 
 Widget::~Widget() {
   if (loopState.lastFocus == this) loopState.lastFocus = nullptr;
-  if (parent && static_cast<Widget*>(parent) != this) parent->Forget(this);
+  if (IsNested()) parent->Forget(this);
 }
+
+bool Widget::IsNested() const { return parent && static_cast<const Widget*>(parent) != this; }
+
+Point Widget::ParentOrigin() const { return IsNested() ? parent->GetAbsolutePos() : Point{}; }
 
 void Widget::Report(int msg, EventArg arg1, EventArg arg2) {
   if (parent) parent->HandleEvent(this, msg, arg1, arg2);
@@ -50,8 +54,8 @@ void Widget::SetCursor(int index) {
 }
 
 void Widget::UpdateAbsolutePos() {
-  if (!parent || static_cast<Widget*>(parent) == this) return;
-  const Point origin = parent->GetAbsolutePos();
+  if (!IsNested()) return;
+  const Point origin = ParentOrigin();
   Rect::x = origin.x + relPos.x;
   Rect::y = origin.y + relPos.y;
 }
@@ -64,49 +68,6 @@ void Widget::MsgStart() {
 void Widget::MsgEnd() {
   Report(MSG_END);
   ClearFlag(kRunningFlags);
-}
-
-void Widget::Paint(Bitmap& canvas) {
-  if (TestFlag(kFlagStartAnimation) && !animator->Running()) {
-    animator->Start(canvas, animationLength);
-    if (!animator->NewImage().IsEmpty()) {
-      Draw(animator->NewImage());
-      animator->Draw(canvas, animationType);
-    }
-    ClearFlag(kFlagStartAnimation);
-  } else if (!TestFlag(kFlagStartAnimation) && animator->Running()) {
-    animator->Draw(canvas, animationType);
-  } else {
-    Draw(canvas);
-  }
-}
-
-void Widget::PaintParts(Bitmap& canvas) {
-  const std::vector<Rect> parts = std::exchange(dirtyParts_, {});
-  for (const Rect& part : parts) {
-    canvas.set_clip_rect(part.x, part.y, part.Right() - 1, part.Bottom() - 1);
-    Draw(canvas);
-    if (ScreenUpdate* update = CurrentScreenUpdate())
-      update->AddDirtyRect(x() + part.x, y() + part.y, part.w, part.h);
-  }
-}
-
-void Widget::MsgDraw() {
-  const bool inParts = DirtyInParts() && !TestFlag(kFlagStartAnimation) && !animator->Running();
-  if (parent) {
-    SubCanvas canvas = parent->GetCanvas(this);
-    if (!canvas.IsEmpty()) {
-      if (inParts)
-        PaintParts(canvas);
-      else
-        Paint(canvas);
-    }
-  }
-  dirtyParts_.clear();
-  ClearFlag(kFlagDirty);
-  ScreenUpdate* update = CurrentScreenUpdate();
-  if (update && !inParts) update->AddDirtyRect(*this);
-  Report(MSG_DRAW);
 }
 
 void Widget::Draw(Bitmap&) {}
@@ -194,21 +155,21 @@ void Widget::ApplyPercentSize() {
 
 void Widget::MsgMove() {
   Report(MSG_MOVE);
-  ApplyPercentPosition();
   ClearFlag(kFlagMoved);
+  ApplyPercentPosition();
 }
 
 void Widget::MsgResize() {
   Report(MSG_RESIZE);
-  ApplyPercentSize();
   ClearFlag(kFlagResized);
+  ApplyPercentSize();
 }
 
 void Widget::MsgShape() {
   Report(MSG_SHAPE);
+  ClearFlag(kFlagMoved | kFlagResized);
   ApplyPercentPosition();
   ApplyPercentSize();
-  ClearFlag(kFlagMoved | kFlagResized);
 }
 
 void Widget::MsgMouseMove(Point p) { Report(MSG_MOUSEMOVE, p.x, p.y); }
@@ -244,11 +205,10 @@ Dialog* Widget::GetParent() const { return parent; }
 
 void Widget::SetX(int v, bool percent) {
   if (percent) {
-    relGeom.x = v;
+    relGeom.x = InLimits(v);
   } else {
-    if (v < 0 && parent) v += parent->w();
-    relPos.x = v;
-    UpdateAbsolutePos();
+    relPos.x = InLimits(v < 0 && parent ? v + parent->w() : v);
+    Rect::x = ParentOrigin().x + relPos.x;
   }
   Redraw();
   SetFlag(kFlagMoved);
@@ -256,24 +216,23 @@ void Widget::SetX(int v, bool percent) {
 
 void Widget::SetY(int v, bool percent) {
   if (percent) {
-    relGeom.y = v;
+    relGeom.y = InLimits(v);
   } else {
-    if (v < 0 && parent) v += parent->h();
-    relPos.y = v;
-    UpdateAbsolutePos();
+    relPos.y = InLimits(v < 0 && parent ? v + parent->h() : v);
+    Rect::y = ParentOrigin().y + relPos.y;
   }
   Redraw();
   SetFlag(kFlagMoved);
 }
 
 void Widget::SetW(int v, bool percent) {
-  (percent ? relGeom.w : Rect::w) = v;
+  (percent ? relGeom.w : Rect::w) = InLimits(v);
   Redraw();
   SetFlag(kFlagResized);
 }
 
 void Widget::SetH(int v, bool percent) {
-  (percent ? relGeom.h : Rect::h) = v;
+  (percent ? relGeom.h : Rect::h) = InLimits(v);
   Redraw();
   SetFlag(kFlagResized);
 }
@@ -296,34 +255,6 @@ void Widget::Hide() { SetFlag(kFlagHidden); }
 void Widget::Unhide() { ChangeFlag(kFlagHidden, false); }
 void Widget::MakeExit() { ChangeFlag(kFlagExit, true); }
 void Widget::DontExit() { ChangeFlag(kFlagExit, false); }
-
-void Widget::Redraw() {
-  dirtyParts_.clear();
-  SetFlag(kFlagDirty);
-}
-
-void Widget::RedrawPart(const Rect& part) {
-  if (Dirty() && dirtyParts_.empty()) return;
-  if (std::find(dirtyParts_.begin(), dirtyParts_.end(), part) != dirtyParts_.end()) return;
-  dirtyParts_.push_back(part);
-  SetFlag(kFlagDirty);
-}
-
-bool Widget::IsOpaque() const {
-  return opaque_ && !Hidden() && !TestFlag(kFlagStartAnimation) && !animator->Running();
-}
-
-void Widget::RedrawArea(const Rect& area) {
-  if (!Overlaps(area)) return;
-  if (IsContainer()) {
-    if (!Dirty()) Redraw();
-    return;
-  }
-  const int left = std::max(x(), area.x);
-  const int top = std::max(y(), area.y);
-  RedrawPart({left - x(), top - y(), std::min(x2(), area.Right()) - left,
-              std::min(y2(), area.Bottom()) - top});
-}
 
 void Widget::Place(int px, int py, bool percent) {
   SetX(px, percent);
@@ -382,8 +313,7 @@ void Widget::SetTooltip(const char* text) {
 
 const char* Widget::GetTooltip() const {
   if (tooltip) return tooltip->c_str();
-  if (!parent || static_cast<const Widget*>(parent) == this) return nullptr;
-  return parent->GetTooltip();
+  return IsNested() ? parent->GetTooltip() : nullptr;
 }
 
 void Widget::Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask) {
@@ -504,8 +434,8 @@ int Widget::LookState() const {
 bool Widget::ShowsFocus() const { return skin && skin->dottedRect != 0 && HasFocus(); }
 
 Point Widget::GetAbsolutePos() const {
-  if (!parent || static_cast<const Widget*>(parent) == this) return {0, 0};
-  const Point origin = parent->GetAbsolutePos();
+  if (!IsNested()) return {0, 0};
+  const Point origin = ParentOrigin();
   return {origin.x + relPos.x, origin.y + relPos.y};
 }
 

@@ -8,6 +8,7 @@
 
 #include "toolkit/core/geometry.h"
 #include "toolkit/core/messages.h"
+#include "toolkit/core/pixel_area.h"
 #include "toolkit/skin/color.h"
 #include "toolkit/skin/elements.h"
 #include "toolkit/skin/font.h"
@@ -115,7 +116,8 @@ class Widget : public Rect {
   virtual bool IsWindow() const;
   virtual Dialog* GetParent() const;
   // Positions are relative to the parent; a negative one counts from its right or bottom edge. With
-  // `percent` the value is a share of the parent's size and applied at the next layout.
+  // `percent` the value is a share of the parent's size and applied at the next layout. All are
+  // kept within kMostPixels.
   virtual void SetX(int v, bool percent = false);
   virtual void SetY(int v, bool percent = false);
   virtual void SetW(int v, bool percent = false);
@@ -175,14 +177,20 @@ class Widget : public Rect {
   SkinBitmap* GetBitmap() const { return GetElement(bitmapIndex); }
   // (0, 0) for a root, else the parent's absolute position plus the relative one.
   Point GetAbsolutePos() const;
+  // Makes the Rect lie where GetAbsolutePos says; nothing for a root.
+  void UpdateAbsolutePos();
 
   // Repaints only a part, given relative to the widget, unless all of it is going to be repainted.
   void RedrawPart(const Rect& part);
   // Repaints what of the widget lies in an area of the screen; a container is repainted whole.
   void RedrawArea(const Rect& area);
+  // Takes back what is still to be repainted.
+  void ForgetRedraw();
   // True when no more than parts are to be repainted.
-  bool DirtyInParts() const { return Dirty() && !dirtyParts_.empty(); }
-  const std::vector<Rect>& DirtyParts() const { return dirtyParts_; }
+  bool DirtyInParts() const;
+  const std::vector<Rect>& DirtyParts() const { return dirtyParts_.Rects(); }
+  // True while a transition runs or is to begin.
+  bool InTransition() const;
   // The Rect that the widget covers on the screen.
   const Rect& Bounds() const { return *this; }
   // Widgets are numbered as they are made; Tab follows the numbers.
@@ -202,8 +210,6 @@ class Widget : public Rect {
   int LookState() const;
   // True when the skin wants a dotted rectangle to show that the widget has the focus.
   bool ShowsFocus() const;
-  // The absolute position from that of the parent.
-  void UpdateAbsolutePos();
   // Sets or clears a flag and repaints.
   void ChangeFlag(std::uint32_t mask, bool set);
   void ApplyPercentPosition();
@@ -227,10 +233,13 @@ class Widget : public Rect {
   std::unique_ptr<std::string> tooltip;
 
  private:
+  // True when the widget lies in another one.
+  bool IsNested() const;
+  Point ParentOrigin() const;
   void Paint(Bitmap& canvas);
   void PaintParts(Bitmap& canvas);
 
-  std::vector<Rect> dirtyParts_;
+  PixelArea dirtyParts_;  // relative to the widget
   bool opaque_ = false;
   unsigned creationOrder_;
 };

@@ -105,7 +105,9 @@ void Convert(GlyphImage& image, FT_Render_Mode mode, bool isMono) {
 
 std::unique_ptr<GlyphImage> Render(FT_Face face, unsigned index, FT_Render_Mode mode) {
   auto image = std::make_unique<GlyphImage>();
-  if (FT_Load_Glyph(face, index, FT_LOAD_DEFAULT) != 0) return image;
+  // In two tones a stem that is not moved onto the grid of pixels can vanish.
+  const FT_Int32 load = mode == FT_RENDER_MODE_MONO ? FT_LOAD_TARGET_MONO : FT_LOAD_DEFAULT;
+  if (FT_Load_Glyph(face, index, load) != 0) return image;
   if (!IsDrawable(face->glyph->metrics) || FT_Render_Glyph(face->glyph, mode) != 0) return image;
   const FT_Bitmap& bitmap = face->glyph->bitmap;
   const bool isMono = bitmap.pixel_mode == FT_PIXEL_MODE_MONO;
@@ -175,6 +177,8 @@ void DrawLine(BITMAP* target, EngineFont& face, const char* text, int x, int y, 
   if (!target || target->cr <= target->cl) return;
   x = LeftEnd(face, text, x, align);
   if (y >= target->cb || y + face.size <= target->ct || x >= target->cr) return;
+  // A palette has no colours between that of the text and those below.
+  antialiased = antialiased && (textBackground.IsSet() || bitmap_color_depth(target) > 8);
   if (textBackground.IsSet()) FillBehind(target, {x, y, EngineTextLength(face, text), face.size});
   const GlyphPainter painter{target, color, textBackground, antialiased};
   for (const char* position = text; *position != '\0';) {

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "toolkit/core/bytes.h"
 #include "toolkit/core/settings.h"
 #include "toolkit/core/text.h"
 #include "toolkit/skin/engine_font.h"
@@ -10,8 +11,6 @@
 
 namespace zel {
 namespace {
-
-bool IsFile(const std::string& path) { return exists(path.c_str()) != 0; }
 
 // Where a font file is found: as it is named, or in the directory of fonts that the environment
 // names. Empty when it is in neither.
@@ -22,7 +21,7 @@ std::string FindFontFile(const char* path) {
   if (!directory) return {};
   std::string found = std::string{directory} + "/fonts/" + get_filename(path);
   fix_filename_slashes(found.data());
-  return IsFile(found) ? found : std::string{};
+  return IsFile(found.c_str()) ? found : std::string{};
 }
 
 }  // namespace

@@ -9,7 +9,6 @@ namespace zel {
 namespace {
 
 constexpr int kFull = 255;
-constexpr int kHalf = 128;
 
 // Pixels are blended in blocks, in vectors of the compiler: all of a block at once where the
 // processor can, else one by one. The arithmetic is that of Allegro's trans blenders (its manual,
@@ -104,7 +103,6 @@ GlyphPainter::PaintPatch GlyphPainter::ChoosePaint(bool antialiased) const {
   if (!antialiased) return &GlyphPainter::PaintSolid;
   if (background_.IsSet()) return &GlyphPainter::PaintRamp;
   const int depth = bitmap_color_depth(target_);
-  if (depth == 8) return &GlyphPainter::PaintHalfCovered;
   if (!is_memory_bitmap(target_) || depth == 24) return &GlyphPainter::PaintThroughAllegro;
   if (depth == 15) return &GlyphPainter::Blend<HighBlender<5>>;
   if (depth == 16) return &GlyphPainter::Blend<HighBlender<6>>;
@@ -140,12 +138,6 @@ void GlyphPainter::ForEachCovered(const Patch& patch, const Put& put) const {
 
 void GlyphPainter::PaintSolid(const Patch& patch) const {
   ForEachCovered(patch, [this](int x, int y, int) { putpixel(target_, x, y, color_); });
-}
-
-void GlyphPainter::PaintHalfCovered(const Patch& patch) const {
-  ForEachCovered(patch, [this](int x, int y, int k) {
-    if (k >= kHalf) putpixel(target_, x, y, color_);
-  });
 }
 
 void GlyphPainter::PaintRamp(const Patch& patch) const {

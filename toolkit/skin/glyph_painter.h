@@ -32,7 +32,6 @@ class GlyphPainter {
   template <class Put>
   void ForEachCovered(const Patch& patch, const Put& put) const;
   void PaintSolid(const Patch& patch) const;
-  void PaintHalfCovered(const Patch& patch) const;
   void PaintRamp(const Patch& patch) const;
   void PaintThroughAllegro(const Patch& patch) const;
   template <class Blender>

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "toolkit/core/bytes.h"
+#include "toolkit/core/config_file.h"
 #include "toolkit/skin/builtin_look.h"
 #include "toolkit/skin/skin_file.h"
 
@@ -98,9 +100,9 @@ void Skin::ResetControls() {
 
 Error Skin::Load(const char* path) {
   error = kNoError;
-  if (!path || !exists(path)) return error = kSkinFileError;
+  if (!path || !IsFile(path)) return error = kSkinFileError;
   const std::string file = path;  // `path` may be the text in skinFile
-  set_config_file(file.c_str());
+  UseConfigFile(file.c_str());
   Reset();
   skinFile = std::make_unique<std::string>(file);
   return error = ReadSkinFile(*this, file.c_str());

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "imageformats/load.h"
 #include "toolkit/core/bitmap_guard.h"
+#include "toolkit/core/bytes.h"
 
 namespace zel {
 namespace {
@@ -106,8 +108,8 @@ void SkinBitmap::SetTileHeight(int height) { tileSize.h = height; }
 void SkinBitmap::SetTileSize(Size size) { tileSize = size; }
 
 Error SkinBitmap::Load(const char* path, int newKind) {
-  if (!path || !exists(path)) return kFileNotFoundError;
-  BitmapPtr loaded{load_bitmap(path, nullptr)};
+  if (!path || !IsFile(path)) return kFileNotFoundError;
+  BitmapPtr loaded{LoadPicture(path, nullptr)};
   if (!loaded || loaded->w == 0 || loaded->h == 0) return kLoadError;
   if (newKind == kSystemBitmap || newKind == kVideoBitmap) {
     if (BITMAP* copy = MakeCopy(loaded.get(), newKind)) {

@@ -1,7 +1,9 @@
 // The two datafiles of a skin.
 
+#include <algorithm>
 #include <string>
 
+#include "toolkit/core/bytes.h"
 #include "toolkit/skin/datafile.h"
 #include "toolkit/skin/skin.h"
 #include "toolkit/skin/skin_values.h"
@@ -41,18 +43,23 @@ int Read(const ObjectNumber& number, const char* name, const DATAFILE* object) {
 
 BITMAP* Picture(const DATAFILE* object) { return static_cast<BITMAP*>(object->dat); }
 
+// Allegro looks the 64 values that a channel may have up in a table.
+bool IsSound(const RGB& color) { return std::max({color.r, color.g, color.b}) < 64; }
+
 // True when the datafile brought a palette, which is the current one now.
 bool TakePalette(const DatafilePtr& datafile) {
   const DATAFILE* object = FindObject(datafile.get(), "XTRA_PALETTE", DAT_PALETTE);
   if (!object || object->size < static_cast<long>(sizeof(PALETTE))) return false;
-  set_palette(static_cast<const RGB*>(object->dat));
+  const auto* colors = static_cast<const RGB*>(object->dat);
+  if (!std::all_of(colors, colors + PAL_SIZE, IsSound)) return false;
+  set_palette(colors);
   return true;
 }
 
 }  // namespace
 
 Error Skin::LoadData(const char* path) {
-  if (!path || !exists(path)) return kSkinDataError;
+  if (!path || !IsFile(path)) return kSkinDataError;
   DatafilePtr datafile = LoadDatafile(path);
   if (datafile && TakePalette(datafile)) {
     if (get_color_depth() == 8) {
@@ -76,7 +83,7 @@ Error Skin::LoadData(const char* path) {
 }
 
 Error Skin::LoadCursors(const char* path) {
-  if (!path || !exists(path)) return kFileNotFoundError;
+  if (!path || !IsFile(path)) return kFileNotFoundError;
   cursorShadow.Read();
   const DatafilePtr datafile = LoadDatafile(path);
   if (!datafile) return kLoadError;

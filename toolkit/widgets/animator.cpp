@@ -49,7 +49,7 @@ void CrossFade(const Moment& m) {
   }
   if (alpha <= 0) return;
   set_trans_blender(0, 0, 0, alpha);
-  draw_trans_sprite(m.target, m.look.GetBitmap(), 0, 0);
+  m.look.draw_trans_sprite(m.target, 0, 0);
 }
 
 void SlideFromTop(const Moment& m) {

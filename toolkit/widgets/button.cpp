@@ -142,8 +142,10 @@ void Button::Setup(int px, int py, int width, int height, int shortcut, std::uin
 
 void Button::UpdateSize() {
   if (!TestFlag(kFlagAutoSize)) return;
-  if (const SkinBitmap* element = GetBitmap())
-    Resize(element->Width(), element->Height() / kElementRows);
+  const SkinBitmap* element = GetBitmap();
+  if (!element) return;
+  const Size wanted{element->Width(), element->Height() / kElementRows};
+  if (wanted != Size{w(), h()}) Resize(wanted);
 }
 
 int Button::HeldState() const {
@@ -180,6 +182,13 @@ void Button::SwitchSelected() {
     Select();
 }
 
+void Button::BeginPress() {
+  SwitchSelected();
+  ShowChange();
+  SetFlag(kFlagPressed);
+  repeatTimer = 0;
+}
+
 void Button::ShowChange() {
   Redraw();
   StartAnimation();
@@ -188,6 +197,9 @@ void Button::ShowChange() {
 void Button::Activate() { Report(MSG_ACTIVATE); }
 
 void Button::MsgStart() {
+  // A press that the end of the dialog cut off is taken back.
+  if (TestFlag(kFlagPressed) && !TestFlag(kFlagToggle)) SwitchSelected();
+  ClearFlag(kFlagPressed);
   keyTimer = 0;
   repeatTimer = 0;
   UpdateSize();
@@ -211,9 +223,7 @@ void Button::MsgLostFocus() {
 
 void Button::MsgLPress() {
   Label::MsgLPress();
-  SwitchSelected();
-  ShowChange();
-  SetFlag(kFlagPressed);
+  BeginPress();
 }
 
 void Button::MsgLRelease() {
@@ -234,16 +244,13 @@ void Button::MsgLRelease() {
 
 int Button::KeyPressTicks() const {
   if (settings.keyDelay < 1) return settings.Ticks(kKeyPress);
-  return settings.Ticks(settings.keyDelay + kBeyondKeyDelay);
+  const int delay = std::min(settings.keyDelay, std::numeric_limits<int>::max() - kBeyondKeyDelay);
+  return settings.Ticks(delay + kBeyondKeyDelay);
 }
 
 void Button::MsgKey() {
   Label::MsgKey();
-  if (keyTimer == 0) {
-    SwitchSelected();
-    ShowChange();
-    SetFlag(kFlagPressed);
-  }
+  if (keyTimer == 0) BeginPress();
   // At a low tick rate the press still has to end.
   keyTimer = std::max(1, KeyPressTicks());
 }
@@ -291,7 +298,7 @@ void Button::DrawToggle(Bitmap& canvas) {
   const int boxY = slack > 0 ? slack / 2 : 0;
   const int textY = slack < 0 ? -slack / 2 : 1;
 
-  canvas.clear_to_color(textBackColor);
+  if (textBackColor.IsSet()) canvas.clear_to_color(textBackColor);
   if (element)
     element->masked_blit(canvas.GetBitmap(), Selected() ? frameWidth : 0, state * frameHeight, 0,
                          boxY, frameWidth, frameHeight);
@@ -325,25 +332,18 @@ void RadioButton::Setup(int px, int py, int width, int height, int shortcut, std
 
 void RadioButton::MsgInitSkin() { InitToggleSkin(kRadioText, RADIO); }
 
-void RadioButton::TellGroup() {
-  if (!parent) return;
-  const std::vector<Widget*> siblings = parent->Children();
-  for (Widget* sibling : siblings) sibling->SendMessage(MSG_RADIO, group);
-}
-
 void RadioButton::MsgLPress() {
   Widget::MsgLPress();
-  if (Selected()) return;
-  Select();
-  ShowChange();
-  SetFlag(kFlagPressed);
+  if (!Selected()) BeginPress();
 }
 
 void RadioButton::MsgLRelease() {
-  const bool pressed = TestFlag(kFlagPressed);
-  const bool selected = Selected();
+  // Whoever is told that the button was pressed may destroy it.
+  Dialog* const container = parent;
+  const int ownGroup = group;
+  const bool stays = TestFlag(kFlagPressed | kFlagToggle) && HasMouse();
   Button::MsgLRelease();
-  if (pressed && Selected() == selected) TellGroup();
+  if (stays && container) container->SendToChildren(MSG_RADIO, ownGroup);
 }
 
 void RadioButton::MsgKey() {
@@ -351,8 +351,10 @@ void RadioButton::MsgKey() {
     Widget::MsgKey();
     return;
   }
+  // The button with the focus is the one that stays selected.
+  if (parent && !HasFocus()) parent->ChangeFocus(parent->GetFocus(), this);
   Button::MsgKey();
-  TellGroup();
+  if (parent) parent->SendToChildren(MSG_RADIO, group);
 }
 
 void RadioButton::MsgRadio(int g) {

@@ -85,6 +85,7 @@ class Button : public Label {
   // A toggle's look: pressed only while it is held.
   int HeldState() const;
   void SwitchSelected();
+  void BeginPress();
   void ShowChange();
   void Activate();
   // What check boxes and radio buttons share.
@@ -124,8 +125,6 @@ class RadioButton : public Button {
   int GetGroup() const { return group; }
 
  private:
-  void TellGroup();
-
   int group = 0;
 };
 

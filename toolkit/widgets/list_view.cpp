@@ -24,6 +24,13 @@ enum ItemState : int {
   kItemDisabledMarked,
 };
 
+// False when the widget, which may be gone by now, is no longer in the container that it was in.
+bool Holds(const Dialog* container, const Widget* widget) {
+  if (!container) return true;
+  const auto& children = container->Children();
+  return std::find(children.begin(), children.end(), widget) != children.end();
+}
+
 }  // namespace
 
 int TextStateOfItem(int state) {
@@ -72,30 +79,38 @@ ListItem* ListView::GetItem(int index) const {
 void ListView::InsertItem(std::unique_ptr<ListItem> item, int index) {
   item->owner = this;
   items.insert(items.begin() + std::clamp(index, 0, Count()), std::move(item));
+  Redraw();
   if (Count() == 1) SetCurrent(0);
 }
 
 void ListView::DeleteItem(int index) {
   if (!IsValid(index)) return;
-  PageSize();
   items.erase(items.begin() + index);
-  if (index < current || current >= Count()) {
-    if (Count() > 0)
-      SetCurrent(std::max(current - 1, 0));
-    else
-      current = -1;
-  } else if (Count() == 0) {
-    current = -1;
-  }
-  const int page = PageSize();
-  if (first > 0 && Count() < first + page) --first;
+  RedrawAll();
+  SetFirst(first);
+  PageSize();
+  const bool moves = index < current || current >= Count();
+  if (Count() == 0) current = -1;
+  if (moves) SetCurrent(std::min(std::max(current - 1, 0), Count() - 1));
+}
+
+void ListView::SetFirst(int index) {
+  index = std::clamp(index, 0, std::max(0, Count() - 1));
+  if (index == first) return;
+  first = index;
+  RedrawAll();
+}
+
+void ListView::SetMultiSelect(bool multi) {
+  multiSelect = multi;
+  Redraw();
 }
 
 void ListView::Clear() {
   items.clear();
   first = 0;
   current = -1;
-  Redraw();
+  RedrawAll();
 }
 
 bool ListView::MarkCurrent(int index) {
@@ -106,10 +121,15 @@ bool ListView::MarkCurrent(int index) {
   return true;
 }
 
+void ListView::RedrawAll() {
+  Redraw();
+  if (parent) parent->RedrawBehind(this, {0, 0, w(), h()});
+}
+
 void ListView::RedrawItems(int index, int other) {
   int y = 0;
-  for (int i = first; i < Count() && y <= h(); ++i) {
-    const int height = items[static_cast<std::size_t>(i)]->GetHeight();
+  for (int i = first; i < Count() && y < h(); ++i) {
+    const int height = HeightOf(i);
     if (i == index || i == other) {
       const Rect row{0, y, w(), std::min(height, h() - y)};
       RedrawPart(row);
@@ -165,7 +185,7 @@ int ListView::ItemAt() const {
   const int y = GetMousePos().y;
   int sum = 0;
   for (int i = first; i < Count(); ++i) {
-    sum += items[static_cast<std::size_t>(i)]->GetHeight();
+    sum += HeightOf(i);
     if (sum >= y) return i;
   }
   return -1;
@@ -173,31 +193,24 @@ int ListView::ItemAt() const {
 
 int ListView::PageSize() {
   if (bitmapIndex == -1) return 0;
-  first = std::clamp(first, 0, Count());
   int sum = 0;
-  int i = first;
-  for (; i < Count(); ++i) {
-    const int height = GetItem(i)->GetHeight();
-    if (sum + height > h()) break;
-    sum += height;
+  for (int i = first; i < Count(); ++i) {
+    sum += HeightOf(i);
+    if (sum > h()) return i - first;
   }
-  if (i < Count()) return i - first;
-  while (first > 0) {
-    sum += GetItem(first - 1)->GetHeight();
-    if (sum > h()) break;
-    --first;
-  }
-  return i - first;
+  int top = first;
+  while (top > 0 && sum + HeightOf(top - 1) <= h()) sum += HeightOf(--top);
+  SetFirst(top);
+  return Count() - first;
 }
 
 void ListView::ScrollToCurrent() {
   const int target = GetSelected();
-  // In a list that is lower than an item the target is the one that shows in part.
   const int page = std::max(1, PageSize());
   if (target < first)
-    first = std::max(target, 0);
+    SetFirst(target);
   else if (target >= first + page)
-    first = target - page + 1;
+    SetFirst(target - page + 1);
   Redraw();
 }
 
@@ -253,25 +266,26 @@ void ListView::MoveCurrentTo(int target) {
   if (target != current) SetCurrent(target);
 }
 
-void ListView::ActivateByKey(bool mark) {
-  if (!IsValid(current)) {
-    MoveCurrentTo(current);
-    return;
-  }
-  if (multiSelect) GetItem(current)->selected = mark;
-  RedrawItems(current, current);
+void ListView::ActivateItem(int index) {
+  Redraw();
+  Report(MSG_ACTIVATE, index);
+}
+
+void ListView::ChooseByKey(int scancode) {
+  bool& marked = GetItem(current)->selected;
+  if (multiSelect) marked = scancode == KEY_ENTER || !marked;
   ActivateItem(current);
 }
 
 bool ListView::MsgChar(int code) {
   Widget::MsgChar(code);
+  const int scancode = code >> 8;
   int target = current;
-  switch (code >> 8) {
+  switch (scancode) {
     case KEY_ENTER:
-      ActivateByKey(true);
-      return true;
     case KEY_SPACE:
-      ActivateByKey(!IsSelected(current));
+      if (!IsValid(current)) break;
+      ChooseByKey(scancode);
       return true;
     case KEY_HOME:
       target = 0;
@@ -304,16 +318,17 @@ bool ListView::MsgWantFocus() {
 }
 
 void ListView::MsgLPress() {
+  const Dialog* const container = parent;
   Widget::MsgLPress();
   const int pressed = ItemAt();
   if (!multiSelect) {
     if (IsValid(pressed)) SetCurrent(pressed);
+    if (!Holds(container, this) || pressed >= Count()) return;
   } else if (IsSelected(pressed)) {
     DeselectItem(pressed);
   } else {
     SelectItem(pressed);
   }
-  RedrawItems(current, pressed);
   ActivateItem(pressed);
 }
 
@@ -376,7 +391,7 @@ void ListBox::UpdateLayout() {
   if (page < Count()) {
     panel.SetW(w() - barWidth);
     list->SetW(w() - 2 * edgeX - barWidth);
-    scrollBar.Shape(w() - barWidth, 0, barWidth, h());
+    scrollBar.Shape(std::max(0, w() - barWidth), 0, barWidth, h());
     scrollBar.SetOrientation(kVertical);
     scrollBar.SetRange(Count(), page);
     scrollBar.SetPosition(list->GetFirst());
@@ -387,27 +402,31 @@ void ListBox::UpdateLayout() {
   Dialog::UpdateLayout();
 }
 
+void ListBox::Unhide() {
+  Dialog::Unhide();
+  // The scroll bar may not be needed.
+  UpdateLayout();
+}
+
 void ListBox::FollowCurrent() {
   const int current = list->GetCurrent();
   const int before = list->GetFirst();
-  const int page = list->PageSize();
-  if (current < list->GetFirst())
-    list->SetFirst(std::max(current, 0));
-  else if (page != 0 && list->GetFirst() + page <= current)
-    list->SetFirst(current - page + 1);
+  if (current < before) {
+    list->SetFirst(current);
+  } else {
+    const int page = list->PageSize();
+    if (page != 0 && list->GetFirst() + page <= current) list->SetFirst(current - page + 1);
+  }
   if (list->GetFirst() == before) return;
   scrollBar.SetPosition(list->GetFirst());
   Redraw();
 }
 
 void ListBox::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
-  if (msg == MSG_WHEEL && !scrollBar.Hidden() && !scrollBar.Dialog::Contains(sender)) {
-    // Comes back in the bar's name and then goes up.
-    scrollBar.HandleEvent(&scrollBar, msg, arg1, arg2);
-    return;
-  }
   Dialog::HandleEvent(sender, msg, arg1, arg2);
-  if (msg == MSG_SCROLL && sender == list.get()) {
+  if (msg == MSG_WHEEL && !scrollBar.Hidden() && !scrollBar.Dialog::Contains(sender)) {
+    scrollBar.ScrollByWheel(static_cast<int>(arg1));
+  } else if (msg == MSG_SCROLL && sender == list.get()) {
     FollowCurrent();
     Report(MSG_SCROLL, list->GetCurrent());
   } else if (msg == MSG_SCROLL && sender == &scrollBar) {

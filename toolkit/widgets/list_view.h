@@ -76,8 +76,8 @@ class ListView : public Widget {
   int Count() const { return static_cast<int>(items.size()); }
   int GetCurrent() const { return current; }
   int GetFirst() const { return first; }
-  void SetFirst(int index) { first = index; }
-  void SetMultiSelect(bool multi) { multiSelect = multi; }
+  void SetFirst(int index);  // brought to an item that there is
+  void SetMultiSelect(bool multi);
 
   // Makes an item current; in single selection an invalid index changes nothing. Tells the parent.
   void SetCurrent(int index);
@@ -100,19 +100,23 @@ class ListView : public Widget {
   bool IsValid(int index) const { return index >= 0 && index < Count(); }
   // The drawing state of an item, which is also its frame in the element.
   int StateOf(int index) const;
-  void ActivateItem(int index) { Report(MSG_ACTIVATE, index); }
+  // The list may be gone or filled anew when this returns, like after SetCurrent.
+  void ActivateItem(int index);
   // Moves the current item, cut to the items that there are.
   void MoveCurrentTo(int target);
   // Repaints only the rows of two items, when the others stay where they are.
   void RedrawItems(int index, int other);
+  // Repaints the list and what shows where it has no items.
+  void RedrawAll();
 
   std::vector<std::unique_ptr<ListItem>> items;
-  int first = 0;     // the first visible item
+  int first = 0;     // the first visible item; 0 in an empty list
   int current = -1;  // -1 when there is none
   bool multiSelect = false;
 
  private:
-  void ActivateByKey(bool mark);
+  int HeightOf(int index) const { return items[static_cast<std::size_t>(index)]->GetHeight(); }
+  void ChooseByKey(int scancode);
   bool MarkCurrent(int index);
 };
 
@@ -127,6 +131,7 @@ class ListBox : public Dialog {
   void MsgInitSkin() override;
   void UpdateLayout() override;
   void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override;
+  void Unhide() override;
 
   ListView& GetList() { return *list; }
   const ListView& GetList() const { return *list; }

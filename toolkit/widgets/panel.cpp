@@ -30,6 +30,8 @@ void ShadowBox::MsgInitSkin() { InitElement(BOX_SHADDOW); }
 
 void ClearScreen::MsgStart() {
   Shape(0, 0, kWhole, kWhole, true);
+  ApplyPercentPosition();
+  ApplyPercentSize();
   Widget::MsgStart();
 }
 

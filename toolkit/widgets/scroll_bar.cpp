@@ -23,6 +23,11 @@ constexpr Parts kHorizontalParts = {SCROLL_HBACK, SCROLL_LEFT, SCROLL_RIGHT, SCR
 constexpr Parts kVerticalParts = {SCROLL_VBACK, SCROLL_UP, SCROLL_DOWN, SCROLL_VGRIP,
                                   SCROLL_VGRIPOVERLAY};
 
+// What of the content does not show. In a view without room nothing shows.
+double Overhang(int total, int visible) {
+  return std::max(0.0, static_cast<double>(total) - std::max(0, visible));
+}
+
 bool IsScrollKey(int scancode) {
   constexpr int kKeys[] = {KEY_HOME, KEY_END,   KEY_PGUP, KEY_PGDN,
                            KEY_LEFT, KEY_RIGHT, KEY_UP,   KEY_DOWN};
@@ -141,13 +146,13 @@ void ScrollBar::SetOrientation(int o) {
 }
 
 void ScrollBar::SetRange(int total, int visible) {
-  ValueRange::SetRange(0, std::max(0, total - visible));
+  ValueRange::SetRange(0, Overhang(total, visible));
   if (!HasArrows()) return;
   if (IsHorizontal())
     SetW(w());
   else
     SetH(h());
-  pageSize = visible;
+  pageSize = std::max(1, visible);
   UpdateGrip();
 }
 
@@ -162,7 +167,7 @@ void ScrollBar::Setup(int px, int py, int width, int height, int shortcut, std::
   Shape(px, py, width, height);
   SetKey(shortcut);
   SetFlag(mask);
-  ValueRange::Setup(0, std::max(0, total - visible), 0, increment);
+  ValueRange::Setup(0, Overhang(total, visible), 0, increment);
   SetOrientation(o);
   SetRange(total, visible);
 }
@@ -205,14 +210,15 @@ void ScrollBar::UpdateGrip() {
   const Arrows arrows = ArrowExtents();
   const int length = IsHorizontal() ? w() : h();
   const int gripLength = IsHorizontal() ? grip.w() : grip.h();
-  const double way = length - arrows.less - arrows.more - gripLength;
-  const double range = GetRange();
-  const int position = arrows.less + (range > 0 ? RoundToInt(way * value / range) : 0);
   // On a bar too short for its grip the grip stays at the first arrow.
+  const double way = std::max(0, length - arrows.less - arrows.more - gripLength);
+  const double range = GetRange();
+  const double moved = range > 0 ? std::clamp(way * value / range, 0.0, way) : 0;
+  const int position = arrows.less + RoundToInt(moved);
   if (IsHorizontal())
-    grip.SetX(std::max(0, position));
+    grip.SetX(position);
   else
-    grip.SetY(std::max(0, position));
+    grip.SetY(position);
 }
 
 void ScrollBar::TellChange(int before) {
@@ -229,6 +235,12 @@ void ScrollBar::Decrement() {
   ValueRange::Decrement();
   UpdateGrip();
   Redraw();
+}
+
+void ScrollBar::ScrollByWheel(int steps) {
+  const int before = GetPosition();
+  SetPosition(RoundToInt(IsHorizontal() ? value + steps : value - steps));
+  TellChange(before);
 }
 
 void ScrollBar::PageTowardPointer() {
@@ -251,7 +263,7 @@ double ScrollBar::DraggedValue() const {
   const int at = IsHorizontal() ? pointer.x - grab.x : pointer.y - grab.y;
   const int gripLength = IsHorizontal() ? grip.w() : grip.h();
   const int trackLength = IsHorizontal() ? track.w() : track.h();
-  if (trackLength <= gripLength) return min;
+  if (trackLength <= gripLength) return value;
   const int gripStart = at - gripLength / 2 - ArrowExtents().less;
   return gripStart * (max - min) / (trackLength - gripLength);
 }
@@ -310,9 +322,7 @@ void ScrollBar::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg
   } else if (msg == MSG_SCROLL && sender == &grip) {
     ScrollByKeyOrDrag(static_cast<int>(arg1));
   } else if (msg == MSG_WHEEL) {
-    const double steps = static_cast<double>(arg1);
-    SetPosition(RoundToInt(IsHorizontal() ? value + steps : value - steps));
-    TellChange(before);
+    ScrollByWheel(static_cast<int>(arg1));
   }
   Dialog::HandleEvent(sender, msg, arg1, arg2);
 }

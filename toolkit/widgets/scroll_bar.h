@@ -63,6 +63,8 @@ class ScrollBar : public Dialog, public ValueRange {
   void SetRange(int total, int visible);
   using ValueRange::SetRange;
   void SetPosition(int p);  // clamped
+  // Steps of the wheel, as if the pointer were over the bar.
+  void ScrollByWheel(int steps);
   void Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask, int total,
              int visible, int o);
   int GetPosition() const;  // the value, rounded

@@ -2,18 +2,18 @@
 
 #include <algorithm>
 #include <iterator>
-#include <memory>
 
+#include "toolkit/core/bytes.h"
 #include "toolkit/core/text.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {
 namespace {
 
-constexpr double kBarIncrement = 16;  // pixels per press of an arrow
+constexpr int kBarIncrement = 16;  // pixels per press of an arrow or step of the wheel
 
 // Files beyond this length are cut; nobody reads that much in a panel.
-constexpr long kLongestFile = 16L << 20;
+constexpr std::size_t kLongestFile = 4u << 20;
 
 // A bar shows when the content does not fit the room that is left beside the other bar.
 bool ShowsBar(int mode, int room, int extent, int otherBar, bool otherShows) {
@@ -30,10 +30,6 @@ int Reveal(int position, int extent, int from, int length) {
   if (from < position) position = from;
   return std::max(position, from + length - extent);
 }
-
-struct PackfileCloser {
-  void operator()(PACKFILE* file) const { pack_fclose(file); }
-};
 
 }  // namespace
 
@@ -76,7 +72,6 @@ void ScrollView::SetContentSize(int width, int height) {
   contentW = width;
   contentH = height;
   UpdateLayout();
-  ClampScroll();
 }
 
 void ScrollView::SetScrollModes(int horizontal, int vertical) {
@@ -94,8 +89,8 @@ void ScrollView::SetMargins(int left, int top, int right, int bottom) {
 }
 
 void ScrollView::ClampScroll() {
-  scrollX = std::clamp(scrollX, 0, std::max(0, contentW - VisibleWidth()));
-  scrollY = std::clamp(scrollY, 0, std::max(0, contentH - VisibleHeight()));
+  scrollX = std::clamp(scrollX, 0, std::max(0, contentW - std::max(0, VisibleWidth())));
+  scrollY = std::clamp(scrollY, 0, std::max(0, contentH - std::max(0, VisibleHeight())));
   hBar.SetPosition(scrollX);
   vBar.SetPosition(scrollY);
 }
@@ -146,6 +141,7 @@ void ScrollView::PlaceBars() {
 void ScrollView::UpdateLayout() {
   DecideBars();
   PlaceBars();
+  ClampScroll();
   const auto show = [this](Widget& widget, bool shown) {
     if (!shown)
       widget.Hide();
@@ -164,8 +160,20 @@ void ScrollView::MsgInitSkin() {
   UpdateLayout();
 }
 
+void ScrollView::Unhide() {
+  Dialog::Unhide();
+  // The bars may not be needed.
+  UpdateLayout();
+}
+
+void ScrollView::ScrollByWheel(const Widget* sender, int steps) {
+  const bool overBar = hBar.Dialog::Contains(sender) || vBar.Dialog::Contains(sender);
+  if (vShown && !overBar) vBar.ScrollByWheel(steps * kBarIncrement);
+}
+
 void ScrollView::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
   Dialog::HandleEvent(sender, msg, arg1, arg2);
+  if (msg == MSG_WHEEL) ScrollByWheel(sender, static_cast<int>(arg1));
   if (msg != MSG_SCROLL || (sender != &hBar && sender != &vBar)) return;
   (sender == &hBar ? scrollX : scrollY) = static_cast<int>(arg1);
   Redraw();
@@ -193,20 +201,15 @@ void TextView::UpdateContentSize() {
 
 void TextView::LoadFile(const char* path) {
   lines.clear();
-  const std::unique_ptr<PACKFILE, PackfileCloser> file{pack_fopen(path, F_READ)};
-  if (file) {
-    std::string line;
-    long length = 0;
-    for (int byte = pack_getc(file.get()); byte != EOF && length < kLongestFile;
-         byte = pack_getc(file.get()), ++length) {
-      if (byte != '\n') {
-        line += static_cast<char>(byte);
-        continue;
-      }
+  if (IsFile(path)) {
+    const Bytes bytes = ReadBytes(path, kLongestFile);
+    for (auto start = bytes.begin(); start != bytes.end();) {
+      const auto end = std::find(start, bytes.end(), '\n');
+      const std::string line{start, end};
       lines.push_back(CutToBytes(line.c_str(), line.size()));
-      line.clear();
+      start = end == bytes.end() ? end : end + 1;
     }
-    lines.push_back(CutToBytes(line.c_str(), line.size()));
+    lines.emplace_back();
   }
   UpdateContentSize();
 }

@@ -22,11 +22,17 @@ class ScrollContent : public Widget {
   ScrollView& view;
 };
 
+// Fills the place between two scroll bars, not all of its view.
+class ScrollCorner : public ClearScreen {
+ public:
+  void MsgStart() override { Widget::MsgStart(); }
+};
+
 // When a view shows a scroll bar.
 enum ScrollMode : int { kNeverScroll = 0, kAlwaysScroll = 1, kScrollAsNeeded = 2 };
 
 // Shows a part of some content, with scroll bars as they are needed. Derived classes draw the
-// content.
+// content. The wheel over the content scrolls it vertically.
 class ScrollView : public Dialog {
  public:
   ScrollView();
@@ -34,13 +40,14 @@ class ScrollView : public Dialog {
   void MsgInitSkin() override;
   void UpdateLayout() override;
   void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override;
+  void Unhide() override;
 
   // The virtual operations that a view adds; their order is part of the interface.
   // Draws the content; the canvas is the visible area, at (scrollX, scrollY) of the content.
   virtual void DrawContent(Bitmap& canvas);
   // Draws the content inside the margins of a canvas that covers the view.
   virtual void DrawVisible(Bitmap& canvas);
-  // The content was scrolled by a bar.
+  // The content was scrolled by a bar or by the wheel.
   virtual void Scrolled();
 
   void SetContentSize(int width, int height);
@@ -61,7 +68,7 @@ class ScrollView : public Dialog {
  protected:
   ScrollBar hBar;
   ScrollBar vBar;
-  ClearScreen corner;
+  ScrollCorner corner;
   Color backColor;
   PanelSunken panel;
   ScrollContent content;
@@ -80,6 +87,7 @@ class ScrollView : public Dialog {
 
  private:
   void ClampScroll();
+  void ScrollByWheel(const Widget* sender, int steps);
   void DecideBars();
   void PlaceBars();
 };
@@ -90,7 +98,7 @@ class TextView : public ScrollView {
   void MsgInitSkin() override;
   void DrawContent(Bitmap& canvas) override;
 
-  // Shows a file; none or an unreadable one gives a view without text.
+  // Shows a file and one empty line below it; an unreadable one gives a view without text.
   void LoadFile(const char* path);
   // Shows the lines of a text; empty lines are left out.
   void SetText(const char* text);

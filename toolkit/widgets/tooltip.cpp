@@ -174,6 +174,8 @@ void Tooltip::TickLeaving(Widget* under, Point pointer) {
 
 void Tooltip::MsgTick() {
   Widget::MsgTick();
+  // The root's tip shows over what is popped up, too; that of a popup would be cut at its edges.
+  if (parent && !parent->IsRoot()) return;
   Widget* under = UnderPointer();
   const Point pointer = PointerPosition();
   switch (tipState) {

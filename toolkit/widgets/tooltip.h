@@ -8,9 +8,10 @@
 
 namespace zel {
 
-// Every dialog owns one and has it among its children while it runs. One state for all of them,
-// driven by the logic tick: after the pointer has rested on a widget with a tooltip text, the text
-// shows near it, follows the pointer from widget to widget and hides by itself.
+// Every dialog owns one and has it among its children while it runs. There is one state for all of
+// them, driven by the logic tick of the root's, which shows over popups too: after the pointer has
+// rested on a widget with a tooltip text, the text shows near it, follows the pointer from widget
+// to widget and hides by itself.
 class Tooltip : public Widget {
  public:
   Tooltip();

@@ -2,6 +2,7 @@
 
 #include <climits>
 #include <cstring>
+#include <sstream>
 #include <string>
 
 #include "tests/support/allegro_fixture.h"
@@ -11,120 +12,82 @@ namespace zel {
 namespace {
 
 // Every key with a value that no field starts with, in the order in which files have them.
-constexpr const char* kEverything =
-    "skinPath = skins/blue.cfg\n"
-    "screenWidth = 801\n"
-    "screenHeight = 602\n"
-    "refreshRate = 75\n"
-    "colorDepth = 24\n"
-    "gfxMode = FB\n"
-    "fullscreen = 0\n"
-    "useVideoMemory = 1\n"
-    "fullDrag = 0\n"
-    "fullResize = 0\n"
-    "logicFrameRate = 40\n"
-    "unlimitedFrameRate = 1\n"
-    "showFrameRate = 1\n"
-    "antialiasing = 0\n"
-    "guiSound = 0\n"
-    "soundVolume = 100\n"
-    "soundDriver = ALSA\n"
-    "midiDriver = 7\n"
-    "showMouse = 0\n"
-    "mouseShadow = 0\n"
-    "doubleClickDelay = 210\n"
-    "mouseSpeed = 3\n"
-    "useKeyboard = 0\n"
-    "keyDelay = 170\n"
-    "keyRepeat = 90\n"
-    "useJoystick = 1\n"
-    "screenUpdateMethod = 1\n"
-    "vsync = 1\n"
-    "yield = 0\n"
-    "runInBackground = 0\n"
-    "maxFrameSkip = 6\n"
-    "tooltipDelay = 220\n"
-    "tooltipAutohideDelay = 5100\n";
-
-using SettingsTest = AllegroFixture;
-
-void ExpectEverything(const Settings& read) {
-  EXPECT_STREQ(read.skinPath, "skins/blue.cfg");
-  EXPECT_EQ(read.screenWidth, 801);
-  EXPECT_EQ(read.screenHeight, 602);
-  EXPECT_EQ(read.refreshRate, 75);
-  EXPECT_EQ(read.colorDepth, 24);
-  EXPECT_EQ(read.gfxMode, AL_ID('F', 'B', ' ', ' '));
-  EXPECT_FALSE(read.fullscreen);
-  EXPECT_TRUE(read.useVideoMemory);
-  EXPECT_FALSE(read.fullDrag);
-  EXPECT_FALSE(read.fullResize);
-  EXPECT_EQ(read.logicFrameRate, 40);
-  EXPECT_TRUE(read.unlimitedFrameRate);
-  EXPECT_TRUE(read.showFrameRate);
-  EXPECT_FALSE(read.antialiasing);
-  EXPECT_FALSE(read.guiSound);
-  EXPECT_EQ(read.soundVolume, 100);
-  EXPECT_EQ(read.soundDriver, AL_ID('A', 'L', 'S', 'A'));
-  EXPECT_EQ(read.midiDriver, 7);
-  EXPECT_FALSE(read.showMouse);
-  EXPECT_FALSE(read.mouseShadow);
-  EXPECT_EQ(read.doubleClickDelay, 210);
-  EXPECT_EQ(read.mouseSpeed, 3);
-  EXPECT_FALSE(read.useKeyboard);
-  EXPECT_EQ(read.keyDelay, 170);
-  EXPECT_EQ(read.keyRepeat, 90);
-  EXPECT_TRUE(read.useJoystick);
-  EXPECT_EQ(read.screenUpdateMethod, 1);
-  EXPECT_TRUE(read.vsync);
-  EXPECT_FALSE(read.yield);
-  EXPECT_FALSE(read.runInBackground);
-  EXPECT_EQ(read.maxFrameSkip, 6);
-  EXPECT_EQ(read.tooltipDelay, 220);
-  EXPECT_EQ(read.tooltipAutohideDelay, 5100);
+std::string Everything() {
+  std::istringstream words{
+      "skinPath=skins/blue.cfg screenWidth=801 screenHeight=602 refreshRate=75 colorDepth=24 "
+      "gfxMode=FB fullscreen=0 useVideoMemory=1 fullDrag=0 fullResize=0 logicFrameRate=40 "
+      "unlimitedFrameRate=1 showFrameRate=1 antialiasing=0 guiSound=0 soundVolume=100 "
+      "soundDriver=ALSA midiDriver=7 showMouse=0 mouseShadow=0 doubleClickDelay=210 mouseSpeed=3 "
+      "useKeyboard=0 keyDelay=170 keyRepeat=90 useJoystick=1 screenUpdateMethod=1 vsync=1 yield=0 "
+      "runInBackground=0 maxFrameSkip=6 tooltipDelay=220 tooltipAutohideDelay=5100"};
+  std::string lines;
+  for (std::string word; words >> word;) {
+    const std::size_t sign = word.find('=');
+    lines += word.substr(0, sign) + " = " + word.substr(sign + 1) + '\n';
+  }
+  return lines;
 }
 
-// What Save writes for settings of this file that were changed by nobody.
-std::string Saved(const Settings& unchanged) {
-  TempFile file{""};
-  Settings copy = unchanged;
-  copy.fileName.Assign(file.Path());
-  copy.fileLoaded = true;
-  copy.Save();
-  return file.Content();
+void ExpectEverything(const Settings& s) {
+  EXPECT_STREQ(s.skinPath, "skins/blue.cfg");
+  EXPECT_EQ(s.gfxMode, AL_ID('F', 'B', ' ', ' '));
+  EXPECT_EQ(s.soundDriver, AL_ID('A', 'L', 'S', 'A'));
+  const int numbers[] = {s.screenWidth,  s.screenHeight,     s.refreshRate,
+                         s.colorDepth,   s.logicFrameRate,   s.soundVolume,
+                         s.midiDriver,   s.doubleClickDelay, s.mouseSpeed,
+                         s.keyDelay,     s.keyRepeat,        s.screenUpdateMethod,
+                         s.maxFrameSkip, s.tooltipDelay,     s.tooltipAutohideDelay};
+  constexpr int kNumbers[] = {801, 602, 75, 24, 40, 100, 7, 210, 3, 170, 90, 1, 6, 220, 5100};
+  EXPECT_TRUE(std::equal(std::begin(numbers), std::end(numbers), kNumbers));
+  for (const bool off : {s.fullscreen, s.fullDrag, s.fullResize, s.antialiasing, s.guiSound,
+                         s.showMouse, s.mouseShadow, s.useKeyboard, s.yield, s.runInBackground})
+    EXPECT_FALSE(off);
+  for (const bool on :
+       {s.useVideoMemory, s.unlimitedFrameRate, s.showFrameRate, s.useJoystick, s.vsync})
+    EXPECT_TRUE(on);
 }
+
+class SettingsTest : public AllegroFixture {
+ protected:
+  static Settings Read(const std::string& path) {
+    Settings read;
+    read.Load(path.c_str());
+    return read;
+  }
+  // What Save writes for settings of this file that were changed by nobody.
+  static std::string Saved(const Settings& unchanged) {
+    TempFile file{""};
+    Settings copy = unchanged;
+    copy.fileName.Assign(file.Path());
+    copy.fileLoaded = true;
+    copy.Save();
+    return file.Content();
+  }
+};
 
 TEST_F(SettingsTest, EveryKeyIsReadAndWrittenInItsPlace) {
-  const std::string content = std::string{"[Toolkit]\n"} + kEverything;
+  const std::string content = "[Toolkit]\n" + Everything();
   const TempFile file{content};
-  Settings read;
-  read.Load(file.Path());
+  const Settings read = Read(file.Path());
   EXPECT_TRUE(read.fileLoaded);
   EXPECT_STREQ(read.fileName, file.Path());
   ExpectEverything(read);
   EXPECT_EQ(Saved(read), content);
+  set_uformat(U_ASCII_CP);
+  ExpectEverything(Read(file.Path()));
 }
 
 TEST_F(SettingsTest, TheFirstSectionWithOneOfTheKeysStandsForAMissingOne) {
-  TempFile file{std::string{"[Strange]\nScreen = 1\n\n[GUI]\n"} + kEverything +
-                "\n[More]\nscreenWidth = 5\n"};
-  Settings read;
-  read.Load(file.Path());
+  TempFile file{"[Strange]\nScreen = 1\n\n[GUI]\n" + Everything() + "\n[More]\nscreenWidth = 5\n"};
+  Settings read = Read(file.Path());
   ExpectEverything(read);
   read.screenWidth = 1024;
   read.Save();
-  Settings again;
-  again.Load(file.Path());
-  EXPECT_EQ(again.screenWidth, 1024);
+  EXPECT_EQ(Read(file.Path()).screenWidth, 1024);
   EXPECT_EQ(file.Content().find("[Toolkit]"), std::string::npos);
-}
-
-TEST_F(SettingsTest, ASectionOfTheProperNameIsTheOnlyOneThatCounts) {
-  const TempFile file{"[Other]\nscreenWidth = 5\n[toolkit]\nscreenHeight = 600\n"};
-  Settings read;
-  read.Load(file.Path());
-  EXPECT_EQ(read.screenWidth, 640);
-  EXPECT_EQ(read.screenHeight, 600);
+  const TempFile named{"[Other]\nscreenWidth = 5\n[toolkit]\nscreenHeight = 600\n"};
+  EXPECT_EQ(Read(named.Path()).screenWidth, 640);
+  EXPECT_EQ(Read(named.Path()).screenHeight, 600);
 }
 
 TEST_F(SettingsTest, WhatAFileDoesNotSayStaysAsItWas) {
@@ -132,25 +95,18 @@ TEST_F(SettingsTest, WhatAFileDoesNotSayStaysAsItWas) {
   const TempDir empty;
   const std::string start = Saved(Settings{});
   for (const std::string& path : {std::string{unrelated.Path()}, empty.Path("missing.cfg"),
-                                  empty.Path(), std::string(5000, 'x')}) {
-    Settings read;
-    read.Load(path.c_str());
-    EXPECT_EQ(Saved(read), start) << path;
-  }
+                                  empty.Path(), std::string(5000, 'x')})
+    EXPECT_EQ(Saved(Read(path)), start) << path;
   Settings changed;
   changed.soundVolume = 3;
   changed.Load(unrelated.Path());
   EXPECT_EQ(changed.soundVolume, 3);
-}
-
-TEST_F(SettingsTest, NothingIsReadOrWrittenWithoutAFile) {
-  const TempFile file{"[Toolkit]\nscreenWidth = 5\n"};
   Settings untouched;
   untouched.Load(nullptr);
   EXPECT_FALSE(untouched.fileLoaded);
-  untouched.fileName.Assign(file.Path());
+  untouched.fileName.Assign(unrelated.Path());
   untouched.Save();
-  EXPECT_EQ(file.Content(), "[Toolkit]\nscreenWidth = 5\n");
+  EXPECT_EQ(unrelated.Content(), "screenWidth = 5\n[Menu]\nMenuLeft = 3\n");
 }
 
 TEST_F(SettingsTest, DamagedFilesGiveUsableSettings) {
@@ -160,20 +116,11 @@ TEST_F(SettingsTest, DamagedFilesGiveUsableSettings) {
         "[" + longLine + "]\nscreenWidth = 7\n", std::string{"[Toolkit]\nscreenWidth = x\n=\n\xff"},
         std::string{"[Toolkit]\nscreenWidth = 99999999999999999999\nlogicFrameRate=-1\n"}}) {
     const TempFile file{content};
-    Settings read;
-    read.Load(file.Path());
+    const Settings read = Read(file.Path());
     EXPECT_LT(std::strlen(read.skinPath), 1024U);
     EXPECT_EQ(read.screenHeight, 480);
     EXPECT_GE(read.UsableFrameRate(), 1);
   }
-}
-
-TEST_F(SettingsTest, TextsInOneByteEncodingsAreReadAlike) {
-  set_uformat(U_ASCII_CP);
-  const TempFile file{std::string{"[Toolkit]\n"} + kEverything};
-  Settings read;
-  read.Load(file.Path());
-  ExpectEverything(read);
 }
 
 TEST_F(SettingsTest, ValuesThatWouldStopTheProgramAreBroughtToTheNearestThatWork) {
@@ -187,9 +134,8 @@ TEST_F(SettingsTest, ValuesThatWouldStopTheProgramAreBroughtToTheNearestThatWork
   set.logicFrameRate = INT_MAX;
   EXPECT_EQ(set.Ticks(INT_MAX), INT_MAX / 1000 * set.UsableFrameRate() + 647);
   set.logicFrameRate = 50;
-  EXPECT_EQ(set.Ticks(200), 10);
-  EXPECT_EQ(set.Ticks(39), 1);
-  EXPECT_EQ(set.Ticks(-200), 0);
+  for (const auto& [ms, ticks] : {std::pair{200, 10}, {39, 1}, {-200, 0}})
+    EXPECT_EQ(set.Ticks(ms), ticks);
   // The console mouse drivers divide by 256 * width / 320 / speed.
   for (const int width : {320, 640, 800}) {
     set.screenWidth = width;

@@ -2,19 +2,11 @@
 
 #include <algorithm>
 #include <climits>
-#include <memory>
-#include <string>
-#include <vector>
 
-#include "tests/support/allegro_fixture.h"
-#include "tests/support/fake_machine.h"
-#include "tests/support/fake_timers.h"
+#include "tests/support/stage.h"
 #include "tests/support/temp_files.h"
-#include "toolkit/core/dialog.h"
 #include "toolkit/core/graphics_mode.h"
-#include "toolkit/core/messages.h"
 #include "toolkit/core/screen_update.h"
-#include "toolkit/skin/skin.h"
 
 namespace zel {
 namespace {
@@ -31,8 +23,7 @@ class Startup : public AllegroFixture {
   }
   std::vector<int> DepthsTried() {
     std::vector<int> depths;
-    for (const Mode& mode : machine.tried) depths.push_back(mode.depth);
-    machine.tried.clear();
+    for (const Mode& mode : std::exchange(machine.tried, {})) depths.push_back(mode.depth);
     return depths;
   }
 
@@ -40,7 +31,7 @@ class Startup : public AllegroFixture {
   FakeTimers clock;
 };
 
-TEST_F(Startup, DefaultsGiveASmallFullScreenMode) {
+TEST_F(Startup, TheFileSaysWhatIsSetUp) {
   EXPECT_EQ(InstallToolkit(nullptr), kNoError);
   EXPECT_EQ(machine.tried, Modes({{640, 480, 16, false}}));
   ASSERT_NE(CurrentSkin(), nullptr);
@@ -49,18 +40,16 @@ TEST_F(Startup, DefaultsGiveASmallFullScreenMode) {
   EXPECT_EQ(machine.switchModes, std::vector({SWITCH_BACKGROUND}));
   ExitToolkit();
   EXPECT_EQ(CurrentSkin(), nullptr);
-}
 
-TEST_F(Startup, TheFileSaysWhichModeIsSet) {
   const TempFile file{
       "[Toolkit]\nscreenWidth=800\nscreenHeight=600\ncolorDepth=32\nfullscreen=0\n"
       "keyDelay=-1\nmouseSpeed=0\nrunInBackground=0\n"};
   EXPECT_EQ(InstallToolkit(file.Path()), kNoError);
-  EXPECT_EQ(machine.tried, Modes({{800, 600, 32, true}}));
+  EXPECT_EQ(machine.tried.back(), (Mode{800, 600, 32, true}));
   EXPECT_EQ(settings.gfxMode, GFX_AUTODETECT_WINDOWED);
-  EXPECT_TRUE(machine.keyboardRates.empty());
+  EXPECT_EQ(machine.keyboardRates.size(), 1u);
   EXPECT_EQ(machine.mouseSpeeds.back(), FakeMachine::Pair(1, 1));
-  EXPECT_TRUE(machine.switchModes.empty());
+  EXPECT_EQ(machine.switchModes.size(), 1u);
 }
 
 TEST_F(Startup, ASecondCallAfterAFailedModeKeepsTheSettingsOfTheFirst) {
@@ -69,20 +58,19 @@ TEST_F(Startup, ASecondCallAfterAFailedModeKeepsTheSettingsOfTheFirst) {
   EXPECT_EQ(InstallToolkit(file.Path()), kGraphicsError);
   EXPECT_EQ(CurrentSkin(), nullptr);
   settings.colorDepth = 16;
-  EXPECT_EQ(InstallToolkit(nullptr), kNoError);
+  for (int call = 0; call < 2; ++call) EXPECT_EQ(InstallToolkit(nullptr), kNoError);
   EXPECT_EQ(settings.tooltipDelay, 7);
   EXPECT_EQ(settings.colorDepth, 16);
-  EXPECT_EQ(InstallToolkit(nullptr), kNoError);
 }
 
 TEST_F(Startup, MissingDevicesAndSkinsEndItWithTheirCode) {
-  machine.hasKeyboard = false;
-  EXPECT_EQ(InstallToolkit(nullptr), kKeyboardError);
-  machine.hasKeyboard = true;
-  machine.hasTimer = false;
-  EXPECT_EQ(InstallToolkit(nullptr), kTimerError);
-  machine.hasTimer = true;
   machine.mouseButtons = -1;
+  for (const auto& [present, code] : {std::pair{&machine.hasKeyboard, kKeyboardError},
+                                      std::pair{&machine.hasTimer, kTimerError}}) {
+    *present = false;
+    EXPECT_EQ(InstallToolkit(nullptr), code);
+    *present = true;
+  }
   EXPECT_EQ(InstallToolkit(nullptr), kMouseError);
   machine.mouseButtons = 0;
   settings.skinPath.Assign("/nowhere/skin.cfg");
@@ -91,67 +79,63 @@ TEST_F(Startup, MissingDevicesAndSkinsEndItWithTheirCode) {
   EXPECT_EQ(InstallToolkit(nullptr), kNoError);
 }
 
-TEST_F(Startup, ARefusedDepthIsReplacedByItsPair) {
-  const struct { int wanted, paired; } kPairs[] = {{16, 15}, {24, 32}, {32, 24}, {15, 16}};
-  for (const auto& [wanted, paired] : kPairs) {
-    machine.refusedDepths = {wanted};
-    EXPECT_EQ(Change(wanted), kNoError);
-    EXPECT_EQ(DepthsTried(), std::vector({wanted, paired}));
-    EXPECT_EQ(settings.colorDepth, paired);
-    EXPECT_EQ(bitmap_color_depth(screen), paired);
-    EXPECT_EQ(red, makecol_depth(paired, 255, 0, 0));
-  }
-  machine.refusedDepths = {8};
-  EXPECT_EQ(Change(8), kGraphicsError);
-  EXPECT_EQ(DepthsTried(), std::vector({8}));
-  machine.refusedDepths = {24, 32};
-  EXPECT_EQ(Change(24), kGraphicsError);
-  EXPECT_EQ(settings.colorDepth, 16);
-}
-
-TEST_F(Startup, DepthsOfNoKindAreReplaced) {
-  EXPECT_EQ(Change(0), kNoError);
+TEST_F(Startup, ADepthThatCannotBeSetIsReplaced) {
+  using Depths = std::vector<int>;
+  const auto expect = [this](int wanted, const Depths& refused, const Depths& tried) {
+    machine.refusedDepths = refused;
+    const int last = tried.back();
+    const bool fails = std::count(refused.begin(), refused.end(), last) > 0;
+    const int depth = fails ? settings.colorDepth : last;
+    EXPECT_EQ(Change(wanted), fails ? kGraphicsError : kNoError);
+    EXPECT_EQ(DepthsTried(), tried);
+    EXPECT_EQ(settings.colorDepth, depth);
+    EXPECT_EQ(red, makecol_depth(depth, 255, 0, 0));
+  };
+  expect(16, {16}, {16, 15});
+  expect(24, {24}, {24, 32});
+  expect(32, {32}, {32, 24});
+  expect(15, {15}, {15, 16});
+  expect(24, {24, 32}, {24, 32});
+  expect(0, {}, {32});
   machine.desktopDepth = 0;
-  EXPECT_EQ(Change(-3), kNoError);
-  EXPECT_EQ(Change(7), kNoError);
-  EXPECT_EQ(Change(INT_MAX), kNoError);
-  EXPECT_EQ(DepthsTried(), std::vector({32, 16, 16, 16}));
-}
-
-TEST_F(Startup, AnEightBitModeSwitchesThePointersShadowOff) {
-  machine.refusedDepths = {8};
-  Change(8);
+  for (const int strange : {0, -3, 7, INT_MAX}) expect(strange, {}, {16});
+  expect(8, {8}, {8});
   EXPECT_TRUE(settings.mouseShadow);
+  EXPECT_EQ(Change(8), kGraphicsError);
   machine.refusedDepths = {};
   EXPECT_EQ(Change(8), kNoError);
   EXPECT_FALSE(settings.mouseShadow);
 }
 
-TEST_F(Startup, SizesStayWithinWhatDriversCanCompute) {
+TEST_F(Startup, SizesAndCardsStayWithinWhatDriversKnow) {
   ChangeScreenMode(0, true, 0, -5, 16, nullptr);
   ChangeScreenMode(1, false, INT_MIN, 40000, 16, nullptr);
   EXPECT_EQ(machine.tried, Modes({{64, 64, 16, false}, {64, 32767, 16, true}}));
   EXPECT_EQ(settings.screenHeight, 32767);
-}
-
-TEST_F(Startup, UnknownCardsAreRefusedByTheLibrary) {
+  const int before = settings.gfxMode;
   EXPECT_EQ(ChangeScreenMode(12345, true, 640, 480, 16, nullptr), kGraphicsError);
-  EXPECT_TRUE(machine.tried.empty());
-  EXPECT_EQ(settings.gfxMode, 0);
+  EXPECT_EQ(settings.gfxMode, before);
   const int card = AL_ID('F', 'A', 'K', 'W');
   EXPECT_EQ(ChangeScreenMode(card, true, 640, 480, 16, nullptr), kNoError);
   EXPECT_EQ(settings.gfxMode, card);
+  machine.switchesInBackground = false;
+  machine.switchModes.clear();
+  Change(16);
+  EXPECT_EQ(machine.switchModes, std::vector({SWITCH_BACKGROUND, SWITCH_BACKAMNESIA}))
+      << "losing the screen is better than stopping";
 }
 
 TEST_F(Startup, AVideoPageStandsForTheScreenUntilTheNextMode) {
   settings.useVideoMemory = true;
-  EXPECT_EQ(Change(16), kNoError);
-  EXPECT_TRUE(is_video_bitmap(screen));
-  EXPECT_EQ(screen, machine.shownPage);
-  EXPECT_EQ(Change(32), kNoError);
-  EXPECT_EQ(bitmap_color_depth(screen), 32);
-  EXPECT_EQ(screen, machine.shownPage);
-  EXPECT_EQ(machine.videoPages, 1);
+  for (const int depth : {16, 32, 16}) {
+    EXPECT_EQ(Change(depth), kNoError);
+    EXPECT_TRUE(is_video_bitmap(screen));
+    EXPECT_EQ(bitmap_color_depth(screen), depth);
+    EXPECT_EQ(screen, machine.shownPage);
+    EXPECT_EQ(machine.videoPages, CurrentScreenUpdate() ? 2 : 1);
+    InstallScreenUpdate(kDoubleBuffering);  // its canvas goes before the next mode
+  }
+  SetCurrentScreenUpdate(nullptr);
   SetTextMode();
   EXPECT_EQ(machine.videoPages, 0);
   EXPECT_EQ(screen, nullptr);
@@ -160,86 +144,48 @@ TEST_F(Startup, AVideoPageStandsForTheScreenUntilTheNextMode) {
   EXPECT_FALSE(is_video_bitmap(screen));
 }
 
-TEST_F(Startup, LosingTheScreenInTheBackgroundIsBetterThanStopping) {
-  machine.switchesInBackground = false;
-  EXPECT_EQ(Change(16), kNoError);
-  EXPECT_EQ(machine.switchModes, std::vector({SWITCH_BACKGROUND, SWITCH_BACKAMNESIA}));
-}
-
-// Counts how often the skin was handed to it.
-class Listener : public Widget {
- public:
-  void MsgInitSkin() override {
-    ++skins;
-    Widget::MsgInitSkin();
-  }
-  int skins = 0;
-};
-
-class StartupWithRoot : public Startup {
- protected:
-  StartupWithRoot() {
-    InstallToolkit(nullptr);
-    root = std::make_unique<Dialog>();
-    root->Add(&child);
-    root->MsgStart();
-    child.skins = 0;
-    machine.tried.clear();
-  }
-  ~StartupWithRoot() override {
-    root->MsgEnd();
-    root->Remove(&child);
-  }
-  static BITMAP* Canvas() { return CurrentScreenUpdate()->GetCanvas(); }
-
-  std::unique_ptr<Dialog> root;
-  Listener child;
-};
-
-TEST_F(StartupWithRoot, EverythingFollowsANewMode) {
-  BITMAP* element = CurrentSkin()->bitmaps[0]->GetBitmap();
-  ASSERT_EQ(bitmap_color_depth(element), 16);
-  EXPECT_EQ(ChangeScreenMode(0, true, 800, 600, 32, root.get()), kNoError);
-  EXPECT_EQ(root->w(), 800);
-  EXPECT_EQ(root->h(), 600);
-  EXPECT_EQ(Canvas()->w, 800);
-  EXPECT_EQ(bitmap_color_depth(Canvas()), 32);
+TEST_F(Startup, ARunningRootFollowsANewModeOrKeepsTheOld) {
+  InstallToolkit(nullptr);
+  Recorder root;
+  Widget child;
+  root.names = {{&child, 'c'}};
+  root.watched = {MSG_INITSKIN};
+  root.Add(&child);
+  root.MsgStart();
+  root.Events();
+  settings.mouseSpeed = 5;
+  EXPECT_EQ(ChangeScreenMode(0, true, 800, 600, 32, &root), kNoError);
+  EXPECT_EQ(root.Bounds(), Rect(0, 0, 800, 600));
+  const auto canvas = [] { return CurrentScreenUpdate()->GetCanvas(); };
+  EXPECT_EQ(canvas()->w, 800);
+  EXPECT_EQ(bitmap_color_depth(canvas()), 32);
   EXPECT_EQ(bitmap_color_depth(CurrentSkin()->bitmaps[0]->GetBitmap()), 32);
-  EXPECT_EQ(child.skins, 1);
-}
+  EXPECT_EQ(root.Events(), "c26 ");
+  EXPECT_EQ(machine.mouseSpeeds.back(), FakeMachine::Pair(5, 5)) << "which the library resets";
 
-TEST_F(StartupWithRoot, AFailedModeBringsTheOldOneBack) {
-  machine.refusedDepths = {24, 32};
-  root->ClearFlag(kFlagDirty);
-  EXPECT_EQ(ChangeScreenMode(0, true, 800, 600, 24, root.get()), kGraphicsError);
+  machine.tried.clear();
+  machine.refusedDepths = {16, 15};
+  root.ForgetRedraw();
+  EXPECT_EQ(ChangeScreenMode(0, true, 640, 480, 16, &root), kGraphicsError);
   EXPECT_EQ(machine.tried,
-            Modes({{800, 600, 24, false}, {800, 600, 32, false}, {640, 480, 16, false}}));
-  EXPECT_EQ(settings.screenWidth, 640);
-  EXPECT_EQ(root->w(), 640);
-  EXPECT_EQ(bitmap_color_depth(Canvas()), 16);
-  EXPECT_TRUE(root->TestFlag(kFlagDirty));
-}
-
-TEST_F(StartupWithRoot, ACanvasInVideoMemoryIsGivenBackBeforeTheModeEnds) {
-  settings.useVideoMemory = true;
-  EXPECT_EQ(Change(16, root.get()), kNoError);
-  EXPECT_EQ(machine.videoPages, 2);
-  EXPECT_EQ(Change(32, root.get()), kNoError);
-  EXPECT_EQ(machine.videoPages, 2);
-  EXPECT_EQ(bitmap_color_depth(Canvas()), 32);
+            Modes({{640, 480, 16, false}, {640, 480, 15, false}, {800, 600, 32, false}}));
+  EXPECT_EQ(settings.screenWidth, 800);
+  EXPECT_EQ(root.w(), 800);
+  EXPECT_EQ(bitmap_color_depth(canvas()), 32);
+  EXPECT_TRUE(root.Dirty());
+  machine.refusedDepths = {15, 16, 24, 32};
+  EXPECT_EQ(Change(24, &root), kGraphicsError);
+  EXPECT_EQ(canvas(), nullptr) << "not even the old mode";
+  root.DrawDirty();
+  root.MsgEnd();
 }
 
 TEST(Error, OnlySoundAndNoErrorAreNoFailures) {
-  for (int code = 0; code <= 16; ++code)
+  for (int code = -1; code <= 16; ++code)
     EXPECT_EQ(Error{code}.IsError(), code != 0 && code != 6) << code;
-  EXPECT_TRUE(Error{-1}.IsError());
   EXPECT_TRUE(Error{5} == Error{5});
   EXPECT_TRUE(Error{5} != Error{6});
-}
-
-TEST(Error, CodesAreDescribed) {
   EXPECT_STREQ(Error{}.GetDescription(), "No error.\n");
-  EXPECT_STREQ(Error{5}.GetDescription(), "Error: initializing graphics mode!\n");
   EXPECT_STREQ(Error{15}.GetDescription(), "Error: array index out of bounds!\n");
   for (const int code : {16, 17, -1, INT_MAX, INT_MIN})
     EXPECT_STREQ(Error{code}.GetDescription(), "An unknown error occured!\n");

@@ -58,25 +58,19 @@ TEST_F(TextTest, CuttingToCharactersCountsThemAsTheFormatDoes) {
 }
 
 TEST_F(TextTest, WhatIsNoCharacterIsShownAsAllegroShowsIt) {
-  struct Row {
-    const char* text;
-    const char* kept;
+  const auto expect = [](const char* bytes, const char* kept) {
+    const ExactText text{bytes};
+    EXPECT_EQ(CutToBytes(text, 100), kept);
+    EXPECT_EQ(CutToChars(text, 100), kept);
   };
-  constexpr Row kRows[] = {
-      {"a\xC3", "a^"},                 // ends after a lead byte
-      {"\xE2\x82", "^"},               // and before the last byte
-      {"\xE2\x82z", "^z"},             // goes on too early
-      {"\xF0\xC3\xA9", "^\xC3\xA9"},   // with another character
-      {"\x80\xBFz", "^z"},             // no lead byte
-      {"\xC0\xAFz", "^z"},             // longer than need be
-      {"\xFF\xFE", "^^"},              // never a lead byte
-      {"\xC3\xA9\xA9z", "\xC3\xA9^z"}  // a tail too many
-  };
-  for (const Row& row : kRows) {
-    const ExactText text{row.text};
-    EXPECT_EQ(CutToBytes(text, 100), row.kept);
-    EXPECT_EQ(CutToChars(text, 100), row.kept);
-  }
+  expect("a\xC3", "a^");                  // ends after a lead byte
+  expect("\xE2\x82", "^");                // and before the last byte
+  expect("\xE2\x82z", "^z");              // goes on too early
+  expect("\xF0\xC3\xA9", "^\xC3\xA9");    // with another character
+  expect("\x80\xBFz", "^z");              // no lead byte
+  expect("\xC0\xAFz", "^z");              // longer than need be
+  expect("\xFF\xFE", "^^");               // never a lead byte
+  expect("\xC3\xA9\xA9z", "\xC3\xA9^z");  // a tail too many
 }
 
 // Every beginning of every string of such bytes stays within its limit and can be walked by Allegro

@@ -1,8 +1,7 @@
 #include "toolkit/skin/color.h"
 
-#include <string>
-
-#include <gtest/gtest.h>
+#include <tuple>
+#include <utility>
 
 #include "tests/support/allegro_fixture.h"
 #include "toolkit/core/text.h"
@@ -10,101 +9,57 @@
 namespace zel {
 namespace {
 
-class ColorTest : public AllegroFixture {
- protected:
-  ColorTest() : AllegroFixture{32} {}
+struct ColorTest : AllegroFixture {
+  ColorTest() { UseDepth(32); }
 };
 
 TEST_F(ColorTest, TextsGiveThreeNumbersHoweverTheyAreSeparated) {
-  const struct {
-    const char* text;
-    Color expected;
-  } cases[] = {
+  const std::pair<const char*, Color> cases[] = {
       {"10,20,30", {10, 20, 30}}, {"10;20;30", {10, 20, 30}},
       {"10 20 30", {10, 20, 30}}, {" 16, 16, 16", {16, 16, 16}},
       {"1,2,3,4", {1, 2, 3}},     {"255,255", {255, 255, 0}},
-      {",,7", {7, 0, 0}},         {"", {0, 0, 0}},
-      {"red", {0, 0, 0}},         {"010,0x10,9z", {10, 0, 9}},
-      {"0,0,0", black},
+      {",,7", {7, 0, 0}},         {"010,0x10,9z", {10, 0, 9}},
+      {"red", {0, 0, 0}},         {"-1", -1},
   };
-  for (const auto& c : cases) EXPECT_EQ(Color::FromText(c.text), c.expected) << c.text;
+  for (int format : {U_ASCII, U_UTF8, U_UNICODE}) {
+    set_uformat(format);
+    for (const auto& [text, color] : cases) EXPECT_EQ(Color::FromText(Ascii(text)), color) << text;
+  }
   EXPECT_EQ(Color::FromText(nullptr), black);
 }
 
-TEST_F(ColorTest, MinusOneIsNoColourInEveryTextFormat) {
-  for (int format : {U_ASCII, U_UTF8, U_UNICODE}) {
-    set_uformat(format);
-    EXPECT_EQ(Color::FromText(Ascii("-1")), -1);
-    EXPECT_EQ(Color::FromText(Ascii("1, 2;3")), (Color{1, 2, 3}));
-  }
-  EXPECT_FALSE(Color{}.IsSet());
-  EXPECT_TRUE(black.IsSet());
-  EXPECT_EQ(black, 0);
-}
-
 TEST_F(ColorTest, NamedColoursBelongToTheCurrentPixelFormat) {
-  EXPECT_EQ(orange, makecol32(255, 170, 0));
-  for (int depth : {15, 16, 24}) {
-    UseDepth(depth);
-    EXPECT_EQ(brown, makecol_depth(depth, 150, 96, 0));
-    EXPECT_EQ(darkblue, makecol_depth(depth, 0, 0, 128));
-    BitmapPtr bitmap{create_bitmap(1, 1)};
-    EXPECT_EQ(magenta, bitmap_mask_color(bitmap.get()));
-  }
   set_palette(desktop_palette);
-  UseDepth(8);
-  EXPECT_EQ(green, makecol8(0, 255, 0));
-  EXPECT_LT(green, PAL_SIZE);
+  for (int depth : {8, 15, 16, 24, 32}) {
+    UseDepth(depth);
+    EXPECT_EQ(orange, makecol_depth(depth, 255, 170, 0)) << depth;
+    EXPECT_EQ(darkblue, makecol_depth(depth, 0, 0, 128)) << depth;
+    const BitmapPtr bitmap{create_bitmap(1, 1)};
+    EXPECT_EQ(magenta, bitmap_mask_color(bitmap.get())) << depth;
+    EXPECT_TRUE(black.IsSet() && !Color{}.IsSet());
+    EXPECT_EQ(Color{-1000000}.r() & ~255, 0) << "read within the palette";
+  }
 }
 
-TEST_F(ColorTest, ComponentsAreReadAndReplacedOneByOne) {
-  Color color{1, 2, 3, 4};
-  EXPECT_EQ(color, makeacol32(1, 2, 3, 4));
-  EXPECT_EQ(color.a(), 4);
-  color.SetA(200);
-  EXPECT_EQ(color, makeacol32(1, 2, 3, 200));
-  EXPECT_EQ(color.a(), 200);
-  color.SetR(10);
-  color.SetG(20);
-  color.SetB(30);
-  EXPECT_EQ(color, makecol(10, 20, 30));
-  EXPECT_EQ(Color::FromHsv(120, 1, 1), green);
-}
-
-TEST_F(ColorTest, ColorizeTakesTheHueOfTheTintByTheShareOfAlpha) {
-  const Color tint{0, 0, 128};
-  const struct {
-    Color color;
-    int alpha;
-    Color expected;
-  } cases[] = {
+TEST_F(ColorTest, TintsAndMixesRoundTowardTheColour) {
+  const std::tuple<Color, int, Color> cases[] = {
       {{200, 100, 50}, 0, {200, 100, 50}},
       {{255, 0, 0}, 256, {0, 0, 128}},
       {{255, 0, 0}, 128, {127, 0, 64}},      // 127.5 loses its fraction
       {{100, 100, 100}, 256, {50, 50, 50}},  // no saturation, half the brightness
+      {-1, 256, -1},
   };
-  for (const auto& c : cases) {
-    Color color = c.color;
-    color.Colorize(tint, c.alpha);
-    EXPECT_EQ(color, c.expected) << c.color.r() << " by " << c.alpha;
+  for (auto [color, alpha, expected] : cases) {
+    color.Colorize({0, 0, 128}, alpha);
+    EXPECT_EQ(color, expected) << alpha;
   }
-  Color none;
-  none.Colorize(tint, 256);
-  EXPECT_FALSE(none.IsSet());
-}
-
-TEST_F(ColorTest, MixingRoundsTheStepTowardZero) {
   const Color light{255, 10, 0}, dark{80, 0, 10};
-  EXPECT_EQ(MixNear(light, dark), (Color{197, 7, 3}));
+  EXPECT_EQ(MixNear(light, dark), (Color{197, 7, 3})) << "the step is rounded toward zero";
   EXPECT_EQ(MixNear(dark, light), (Color{138, 3, 7}));
-}
-
-TEST_F(ColorTest, ValuesOfAnotherDepthAreReadWithinThePalette) {
-  UseDepth(8);
-  for (Color strange : {Color{}, Color{0xFFFFFF}, Color{-1000000}}) {
-    EXPECT_GE(strange.r(), 0);
-    EXPECT_LE(strange.b(), 255);
-  }
+  Color clear{1, 2, 3, 4};
+  clear.SetA(200);
+  EXPECT_EQ(clear, makeacol32(1, 2, 3, 200));
+  EXPECT_EQ(clear.a(), 200);
 }
 
 }  // namespace

@@ -1,305 +1,214 @@
 #include "toolkit/skin/skin_bitmap.h"
 
+#include <algorithm>
 #include <climits>
+#include <random>
 #include <string>
 #include <utility>
 
-#include <gtest/gtest.h>
-
 #include "tests/support/allegro_fixture.h"
+#include "tests/support/fake_machine.h"
 #include "tests/support/picture.h"
 #include "tests/support/temp_files.h"
 
 namespace zel {
 namespace {
 
-class SkinBitmapTest : public AllegroFixture {
- protected:
-  SkinBitmapTest() : AllegroFixture{32} {}
-  ~SkinBitmapTest() override {
-    screen = nullptr;
-    gfx_driver = nullptr;
-  }
+struct SkinBitmapTest : AllegroFixture {
+  SkinBitmapTest() { UseDepth(32); }
 };
 
-TEST_F(SkinBitmapTest, BorrowedBitmapsOutliveTheirHolders) {
-  BitmapPtr bitmap = Paint({"rg"});
+TEST_F(SkinBitmapTest, HoldersBorrowCopyOrTakeOver) {
+  const BitmapPtr bitmap = Paint({"rg"});
   {
     SkinBitmap holder{bitmap.get()};
     holder.SetTileSize({3, 4});
     const SkinBitmap second{holder};
-    EXPECT_EQ(second.GetBitmap(), bitmap.get());
-    EXPECT_EQ(second.GetKind(), kMemoryBitmap);
+    EXPECT_TRUE(second.GetBitmap() == bitmap.get() && !second.IsOwned());
     EXPECT_EQ(second.GetTileSize(), (Size{3, 4}));
-    EXPECT_FALSE(holder.IsOwned());
     holder.Set(nullptr, false, kMemoryBitmap);
-    EXPECT_TRUE(holder.IsEmpty());
-    EXPECT_EQ(holder.GetKind(), kNoBitmap);
+    EXPECT_TRUE(holder.IsEmpty() && holder.GetKind() == kNoBitmap);
   }
-  EXPECT_EQ(Picture(bitmap.get()), Rows({"rg"}));
-}
-
-TEST_F(SkinBitmapTest, CopiesHaveTheirOwnPixels) {
-  BitmapPtr bitmap = Paint({"rg"});
-  SkinBitmap holder;
-  holder.Set(bitmap.get(), true, kNoBitmap);
-  EXPECT_TRUE(holder.IsOwned());
-  EXPECT_EQ(holder.GetKind(), kMemoryBitmap);
-  clear_to_color(bitmap.get(), blue);
-  EXPECT_EQ(Picture(holder.GetBitmap()), Rows({"rg"}));
-  holder.Set(holder, true, kNoBitmap);  // its own bitmap is the source
-  EXPECT_EQ(Picture(holder.GetBitmap()), Rows({"rg"}));
-  BITMAP* before = holder.GetBitmap();
-  holder.Set(before, false, kNoBitmap);
-  EXPECT_TRUE(holder.IsOwned()) << "nobody else would destroy it";
-}
-
-TEST_F(SkinBitmapTest, MovingHandsOverTheBitmapAndItsOwner) {
-  SkinBitmap first{2, 3, kMemoryBitmap};
-  first.SetTileWidth(7);
-  BITMAP* made = first.GetBitmap();
-  SkinBitmap second{std::move(first)};
-  EXPECT_TRUE(first.IsEmpty());
-  EXPECT_FALSE(first.IsOwned());
-  SkinBitmap third{1, 1, kMemoryBitmap};
-  third = std::move(second);
-  EXPECT_EQ(third.GetBitmap(), made);
-  EXPECT_TRUE(third.IsOwned());
-  EXPECT_EQ(third.GetTileWidth(), 7);
-}
-
-TEST_F(SkinBitmapTest, ImpossibleSizesLeaveTheHolderEmpty) {
-  SkinBitmap holder{2, 2, kMemoryBitmap};
+  SkinBitmap copy;
+  copy.Set(bitmap.get(), true, kNoBitmap);
+  clear_to_color(bitmap.get(), blue);  // it outlived its holders
+  copy.Set(copy, true, kNoBitmap);     // its own bitmap is the source
+  copy.Set(copy.GetBitmap(), false, kNoBitmap);
+  EXPECT_TRUE(copy.IsOwned()) << "nobody else would destroy it";
+  copy.SetTileWidth(7);
+  SkinBitmap moved{std::move(copy)}, last{1, 1, kMemoryBitmap};
+  last = std::move(moved);
+  EXPECT_TRUE(copy.IsEmpty() && moved.IsEmpty() && last.IsOwned() && last.GetTileWidth() == 7);
+  EXPECT_EQ(Picture(last.GetBitmap()), Rows({"rg"}));
   for (Size size : {Size{0, 5}, Size{5, 0}, Size{-1, 5}, Size{65536, 65536}, Size{INT_MAX, 2}}) {
-    holder.Create(size.w, size.h);
-    EXPECT_TRUE(holder.IsEmpty()) << size.w;
-    EXPECT_FALSE(holder.IsOwned());
-    holder.CreateEx(32, size.w, size.h);
-    EXPECT_TRUE(holder.IsEmpty()) << size.w;
+    last.Create(size.w, size.h);
+    moved.CreateEx(32, size.w, size.h);
+    EXPECT_TRUE(last.IsEmpty() && !last.IsOwned() && moved.IsEmpty()) << size.w;
   }
-  holder.Create(2, 2, kVideoBitmap);  // no graphics mode, no video memory
-  EXPECT_TRUE(holder.IsEmpty());
+  last.Create(2, 2, kVideoBitmap);  // no graphics mode, no video memory
+  EXPECT_TRUE(last.IsEmpty());
 }
 
-TEST_F(SkinBitmapTest, SubBitmapsShareThePixelsOfTheirParent) {
-  BitmapPtr bitmap = Paint({"....", "....", "...."});
-  SkinBitmap parent{bitmap.get()};
-  SkinBitmap part;
-  part.CreateSub(parent, 1, 1, INT_MAX, 2);
-  ASSERT_EQ(part.Width(), 3);
-  part.clear_to_color(red);
-  EXPECT_EQ(Picture(bitmap.get()), Rows({"....", ".rrr", ".rrr"}));
-  EXPECT_TRUE(SameBitmap(part.GetBitmap(), bitmap.get()));
-  part.CreateSub(parent, 4, 0, 1, 1);
-  EXPECT_TRUE(part.IsEmpty());
-}
-
-TEST_F(SkinBitmapTest, BitmapsAreTheSameByAddressOrSharedId) {
-  BitmapPtr a = Paint({"r"}), b = Paint({"r"});
-  EXPECT_TRUE(SameBitmap(a.get(), a.get()));
-  EXPECT_FALSE(SameBitmap(a.get(), b.get())) << "an id of 0 is none";
-  EXPECT_FALSE(SameBitmap(nullptr, nullptr));
-  EXPECT_FALSE(IsScreen(a.get()));
-  screen = a.get();
-  EXPECT_TRUE(IsScreen(a.get()));
-}
-
-// Stands in for the screen: destroying it while a holder is emptied would be a use after free
-// for every check that follows.
-TEST_F(SkinBitmapTest, TheScreenAndItsPartsAreNeverDestroyed) {
-  BitmapPtr fake = Paint({"rgb"});
-  screen = fake.get();
-  SkinBitmap holder;
-  holder.CreateSub(SkinBitmap{screen}, 1, 0, 2, 1);
-  BitmapPtr part{holder.GetBitmap()};
-  ASSERT_TRUE(IsScreen(part.get()));
+// Destroying the screen or its part while a holder is emptied would be a use after free for the
+// checks that follow.
+TEST_F(SkinBitmapTest, TheScreenIsNeverDestroyedAndVideoBitmapsAreCopiedAsSuch) {
+  const FakeMachine machine;
+  set_gfx_mode(GFX_AUTODETECT_FULLSCREEN, 4, 3, 0, 0);
+  SkinBitmap holder, other{1, 1, kMemoryBitmap};
+  holder.CreateSub(SkinBitmap{screen}, 1, 1, INT_MAX, 2);
+  const BitmapPtr part{holder.GetBitmap()};
+  holder.clear_to_color(red);
   holder.Destroy();
+  EXPECT_EQ(Picture(part.get()), Rows({"rrr", "rrr"}));
+  EXPECT_EQ(Picture(screen), Rows({"kkkk", "krrr", "krrr"}));
+  EXPECT_TRUE(IsScreen(part.get()) && IsScreen(screen));
+  EXPECT_FALSE(IsScreen(other.GetBitmap()) || SameBitmap(nullptr, nullptr));
+  holder.CreateSub(SkinBitmap{screen}, 4, 0, 1, 1);
   EXPECT_TRUE(holder.IsEmpty());
-  EXPECT_EQ(Picture(part.get()), Rows({"gb"}));
-  EXPECT_EQ(Picture(screen), Rows({"rgb"}));
-}
-
-int videoBitmapsMade = 0;
-BITMAP* MakeVideoBitmap(int w, int h) {
-  ++videoBitmapsMade;
-  BITMAP* bitmap = create_bitmap(w, h);
-  bitmap->id |= BMP_ID_VIDEO;
-  return bitmap;
-}
-void DestroyVideoBitmap(BITMAP* bitmap) {
-  --videoBitmapsMade;
-  bitmap->id = 0;
-  destroy_bitmap(bitmap);
-}
-
-TEST_F(SkinBitmapTest, ACopyWithoutAKindIsOfTheKindOfItsSource) {
-  GFX_DRIVER driver{};
-  driver.create_video_bitmap = MakeVideoBitmap;
-  driver.destroy_video_bitmap = DestroyVideoBitmap;
-  gfx_driver = &driver;
-  {
-    const SkinBitmap source{2, 1, kVideoBitmap};
-    SkinBitmap copy;
-    copy.Set(source.GetBitmap(), true, kNoBitmap);
-    EXPECT_EQ(copy.GetKind(), kVideoBitmap);
-    EXPECT_NE(copy.GetBitmap(), source.GetBitmap());
-    EXPECT_EQ(videoBitmapsMade, 2);
-    SkinBitmap plain;
-    plain.Set(source, true, kMemoryBitmap);
-    EXPECT_EQ(SkinBitmap{plain.GetBitmap()}.GetKind(), kMemoryBitmap);
-    EXPECT_EQ(SkinBitmap{source.GetBitmap()}.GetKind(), kVideoBitmap);
-  }
-  EXPECT_EQ(videoBitmapsMade, 0);
+  holder.Create(2, 1, kVideoBitmap);
+  other.Set(holder.GetBitmap(), true, kNoBitmap);
+  EXPECT_TRUE(other.GetKind() == kVideoBitmap && machine.videoPages == 2);
+  other.Set(holder, true, kMemoryBitmap);
+  holder.Destroy();
+  EXPECT_TRUE(SkinBitmap{other.GetBitmap()}.GetKind() == kMemoryBitmap && machine.videoPages == 0);
 }
 
 TEST_F(SkinBitmapTest, PicturesThatCannotBeLoadedLeaveTheHolderAsItWas) {
   const TempDir folder;
-  const std::string picture = folder.Path("picture.bmp"), unknown = folder.Path("picture.unknown");
   const std::string broken = folder.Write("broken.bmp", "no picture");
-  BitmapPtr bitmap = Paint({"rgb", "bgr"});
-  EXPECT_TRUE(SkinBitmap{bitmap.get()}.Save(picture.c_str()));
-
-  SkinBitmap holder;
-  EXPECT_FALSE(holder.Load(picture.c_str(), kMemoryBitmap).IsError());
-  EXPECT_EQ(holder.Load(folder.Path("absent.bmp").c_str(), kMemoryBitmap), kFileNotFoundError);
+  SkinBitmap holder{1, 1, kMemoryBitmap};
+  BITMAP* const before = holder.GetBitmap();
+  EXPECT_EQ(holder.Load("absent.bmp", kMemoryBitmap), kFileNotFoundError);
   EXPECT_EQ(holder.Load(nullptr, kMemoryBitmap), kFileNotFoundError);
   EXPECT_EQ(holder.Load(broken.c_str(), kMemoryBitmap), kLoadError);
-  EXPECT_EQ(Picture(holder.GetBitmap()), Rows({"rgb", "bgr"}));
-  EXPECT_TRUE(holder.IsOwned());
-  EXPECT_FALSE(holder.Save(unknown.c_str()));
-  EXPECT_TRUE(SkinBitmap{broken.c_str()}.IsEmpty());
+  EXPECT_TRUE(holder.GetBitmap() == before && holder.IsOwned());
+  EXPECT_FALSE(holder.Save(folder.Path("picture.unknown").c_str()));
 }
 
 TEST_F(SkinBitmapTest, EmptyHoldersDrawNothing) {
-  BitmapPtr target = Paint({"r"});
-  SkinBitmap empty;
+  SkinBitmap empty, full{1, 1, kMemoryBitmap};
+  full.clear_to_color(red);
   empty.Box3D(0, 0, 5, 5, red, green, blue);
   empty.Circle3D(3, 3, 3, red, green, blue);
-  empty.DottedRect(0, 0, 5, 5, red);
-  empty.clear_to_color(red);
-  empty.set_clip_rect(0, 0, 1, 1);
-  empty.blit(target.get(), 0, 0, 0, 0, 1, 1);
-  empty.draw_sprite(target.get(), 0, 0);
-  empty.DrawHFrame(target.get(), 0, 0, 0, 9, 4);
-  empty.DrawArea(target.get(), 0, 0, 0, 0, 9, 9, 1, 4);
-  EXPECT_EQ(empty.getpixel(0, 0), -1);
-  EXPECT_FALSE(empty.Save("never.bmp"));
-  SkinBitmap{target.get()}.DrawArea(empty, 0, 0, 0, 0, 9, 9, 1, 1);
-  SkinBitmap{target.get()}.blit(empty, 0, 0, 0, 0, 1, 1);
-  EXPECT_EQ(Picture(target.get()), Rows({"r"}));
+  empty.draw_trans_sprite(full, 0, 0);
+  empty.DrawArea(full, 0, 0, 0, 0, 9, 9, 1, 4);
+  full.DrawArea(empty, 0, 0, 0, 0, 9, 9, 1, 1);
+  full.blit(empty, 0, 0, 0, 0, 1, 1);
+  EXPECT_TRUE(empty.getpixel(0, 0) == -1 && full.getpixel(0, 0) == red);
 }
 
-TEST_F(SkinBitmapTest, MaskedCopiesNeedATargetOfTheSameDepth) {
-  BitmapPtr source = Paint({"r.g"});
-  SkinBitmap holder{source.get()};
-  BitmapPtr target = Paint({"bbbb"});
-  holder.masked_blit(SkinBitmap{target.get()}, 0, 0, 1, 0, 3, 1);
-  EXPECT_EQ(Picture(target.get()), Rows({"brbg"}));
-  BitmapPtr deep{create_bitmap_ex(8, 3, 1)};
-  clear_bitmap(deep.get());
-  holder.masked_blit(deep.get(), 0, 0, 0, 0, 3, 1);
-  holder.draw_sprite(deep.get(), 0, 0);
-  holder.DrawArea(deep.get(), 0, 0, 0, 0, 3, 1, 1, 1, true);
-  EXPECT_EQ(getpixel(deep.get(), 0, 0), 0);
-}
-
-TEST_F(SkinBitmapTest, ArrowsPointInTheirDirection) {
-  const struct {
-    int direction;
-    Rows picture;
-  } cases[] = {
-      {kArrowLeft, {"...r", "..rr", ".rrr", "rrrr", ".rrr", "..rr", "...r"}},
-      {kArrowRight, {"r...", "rr..", "rrr.", "rrrr", "rrr.", "rr..", "r..."}},
-      {kArrowUp, {"...r...", "..rrr..", ".rrrrr.", "rrrrrrr"}},
-      {kArrowDown, {"rrrrrrr", ".rrrrr.", "..rrr..", "...r..."}},
-      {4, {".."}},
-  };
-  for (const auto& c : cases) {
-    SkinBitmap canvas{static_cast<int>(c.picture[0].size()), static_cast<int>(c.picture.size()),
-                      kMemoryBitmap};
-    canvas.clear_to_color(magenta);
-    canvas.Arrow(0, 0, red, c.direction);
-    EXPECT_EQ(Picture(canvas.GetBitmap()), c.picture);
+TEST_F(SkinBitmapTest, MaskedCopiesNeedATargetOfTheirDepthButOpacityGoesToAll) {
+  SkinBitmap source{3, 1, kMemoryBitmap}, glass{1, 1, kMemoryBitmap};
+  source.clear_to_color(red);
+  glass.clear_to_color({0, 0, 255, 128});
+  set_palette(black_palette);
+  for (int depth : {8, 15, 16, 24}) {
+    SkinBitmap target;
+    target.CreateEx(depth, 3, 1);
+    target.clear_bitmap();
+    source.masked_blit(target, 0, 0, 0, 0, 3, 1);
+    source.DrawArea(target, 0, 0, 0, 0, 3, 1, 1, 1, true);
+    set_alpha_blender();
+    glass.draw_trans_sprite(target, 1, 0);
+    EXPECT_EQ(target.getpixel(0, 0), 0) << depth;
+    EXPECT_NEAR(getb_depth(depth, target.getpixel(1, 0)), depth == 8 ? 0 : 118, 12) << depth;
   }
-}
-
-TEST_F(SkinBitmapTest, MarksAreThreeLinesThickAndStayInTheirSquare) {
-  SkinBitmap canvas{9, 9, kMemoryBitmap};
-  canvas.clear_to_color(magenta);
-  canvas.XMark(4, 4, 6, red);
-  EXPECT_EQ(Picture(canvas.GetBitmap()), Rows({".........",  //
-                                               ".rr...rr.",  //
-                                               ".rrr.rrr.",  //
-                                               "..rrrrr..",  //
-                                               "...rrr...",  //
-                                               "..rrrrr..",  //
-                                               ".rrr.rrr.",  //
-                                               ".rr...rr.",  //
-                                               "........."}));
-  canvas.clear_to_color(magenta);
-  canvas.CheckMark(1, 1, red);
-  EXPECT_EQ(Picture(canvas.GetBitmap()), Rows({".........",  //
-                                               ".......r.",  //
-                                               "......rr.",  //
-                                               ".r...rrr.",  //
-                                               ".rr.rrr..",  //
-                                               ".rrrrr...",  //
-                                               "..rrr....",  //
-                                               "...r.....",  //
-                                               "........."}));
 }
 
 TEST_F(SkinBitmapTest, DottedRectanglesPaintEverySecondPixelOfTheirEdges) {
   SkinBitmap canvas{7, 5, kMemoryBitmap};
   canvas.clear_to_color(magenta);
   canvas.DottedRect(1, 0, 5, 3, red);
-  EXPECT_EQ(Picture(canvas.GetBitmap()), Rows({".r.r.r.",  //
-                                               ".......",  //
-                                               ".r...r.",  //
-                                               ".r.r.r.",  //
-                                               "......."}));
-  canvas.clear_to_color(magenta);
-  canvas.DottedRect(INT_MIN + 1, 2, INT_MAX, 2, red);  // dots at odd x
-  EXPECT_EQ(Picture(canvas.GetBitmap())[2], ".r.r.r.");
+  canvas.DottedRect(INT_MIN + 1, 4, INT_MAX, 4, red);  // dots at odd x
+  EXPECT_EQ(Picture(canvas.GetBitmap()),
+            Rows({".r.r.r.", ".......", ".r...r.", ".r.r.r.", ".r.r.r."}));
 }
 
-TEST_F(SkinBitmapTest, BevelsMixTheirColoursAtTheOuterLightAndTheInnerDarkEdge) {
-  SkinBitmap canvas{6, 6, kMemoryBitmap};
-  canvas.clear_to_color(magenta);
-  // From yellow to black a third of the way and back.
-  const Color outerLight{170, 170, 0}, innerDark{85, 85, 0};
-  canvas.Box3D(0, 0, 4, 4, red, yellow, black);
-  const Color o = outerLight, y = yellow, n = innerDark, k = black, r = red;
-  const Color expected[5][5] = {{o, o, o, o, k},  //
-                                {o, y, y, n, k},
-                                {o, y, r, n, k},
-                                {o, n, n, n, k},
-                                {k, k, k, k, k}};
-  for (int row = 0; row < 5; ++row)
-    for (int column = 0; column < 5; ++column)
-      EXPECT_EQ(canvas.getpixel(column, row), expected[row][column]) << column << ',' << row;
-  EXPECT_EQ(canvas.getpixel(5, 5), magenta);
-
-  canvas.clear_to_color(green);
-  canvas.Box3D(0, 0, 5, 5, Color{}, yellow, black);
-  EXPECT_EQ(canvas.getpixel(2, 2), green) << "no colour leaves the inside alone";
+TEST_F(SkinBitmapTest, BoxesStayWithinTheClipRectangle) {
+  for (int round = 0; round < 24; ++round) {
+    UseDepth(round % 2 ? 16 : 24);
+    const int top = round / 2;
+    SkinBitmap clipped{9, 12, kMemoryBitmap}, expected{9, 12, kMemoryBitmap}, whole;
+    clipped.clear_to_color(blue);
+    expected.clear_to_color(blue);
+    clipped.set_clip_rect(2, top, 6, top + 3);
+    clipped.Box3D(1, 1, 7, 10, red, yellow, black);
+    whole.Set(expected, true, kNoBitmap);
+    whole.Box3D(1, 1, 7, 10, red, yellow, black);
+    whole.blit(expected, 2, top, 2, top, 5, 4);
+    EXPECT_EQ(Picture(clipped.GetBitmap()), Picture(expected.GetBitmap())) << top;
+  }
 }
 
-TEST_F(SkinBitmapTest, CircleBevelsAreLightAboveLeftAndDarkBelowRightAndFreeTheClip) {
-  SkinBitmap canvas{15, 15, kMemoryBitmap};
-  canvas.clear_to_color(blue);
-  canvas.Circle3D(6, 6, 6, red, yellow, black);
-  const Color outerLight{170, 170, 0}, innerDark{85, 85, 0};
-  const struct {
-    int x, y;
-    Color color;
-  } probes[] = {{0, 6, outerLight}, {6, 0, outerLight}, {1, 6, yellow},     {6, 1, yellow},
-                {12, 6, black},     {6, 12, black},     {11, 6, innerDark}, {6, 11, innerDark},
-                {2, 2, outerLight}, {10, 10, black},    {6, 6, red},        {0, 0, blue}};
-  for (const auto& probe : probes)
-    EXPECT_EQ(canvas.getpixel(probe.x, probe.y), probe.color) << probe.x << ',' << probe.y;
-  EXPECT_EQ(canvas.GetBitmap()->cr, 15);
-  EXPECT_EQ(canvas.GetBitmap()->cb, 15);
+// One direction of a slice: a frame, which is edge, tile, edge, over a stretch of a target.
+struct Line {
+  int frame, wantedTile, start, total;
+
+  int Tile() const { return std::min(wantedTile < 0 ? frame / 3 : wantedTile, frame); }
+  // Which pixel of the frame shows at this place, or -1 for none. The second edge lies above all.
+  int FramePixel(int place) const {
+    const int edge = (frame - Tile()) / 2, at = place - start, secondEdge = total - edge;
+    if (at >= secondEdge && at < total) return edge + Tile() + at - secondEdge;
+    if (at >= 0 && at < edge) return at;
+    return at >= edge && at < secondEdge ? edge + (at - edge) % std::max(Tile(), 1) : -1;
+  }
+};
+
+TEST_F(SkinBitmapTest, SlicesOfAllSizesMatchThePictureWorkedOutByPixel) {
+  constexpr int kDepths[] = {8, 15, 16, 24, 32};
+  std::mt19937 random{7};
+  const auto pick = [&random](int from, int to) {
+    return from + static_cast<int>(random() % static_cast<unsigned>(to - from + 1));
+  };
+  for (int round = 0; round < 1000; ++round) {
+    UseDepth(kDepths[round % 5]);
+    const int direction = round % 3, masked = round % 2;  // along both, x, y
+    Line across{pick(1, 9), pick(-2, 10), pick(-9, 12), pick(0, 30)};
+    Line down{pick(1, 9), pick(-2, 10), pick(-9, 12), pick(0, 30)};
+    const int columns = direction == 1 ? 1 : 2, rows = direction == 2 ? 1 : 3;
+    SkinBitmap art{across.frame * columns, down.frame * rows, kMemoryBitmap};
+    SkinBitmap out{30, 20, kMemoryBitmap};
+    art.SetTileSize({across.wantedTile, down.wantedTile});
+    art.clear_to_color(white);
+    const Point corner{across.frame * (columns - 1), down.frame * (rows - 1)};  // the last frame
+    for (int y = 0; y < down.frame; ++y)
+      for (int x = 0; x < across.frame; ++x)
+        art.putpixel(corner.x + x, corner.y + y, x + y == 0 ? magenta : Color{1 + x + 16 * y});
+    const int left = pick(0, 9), top = pick(0, 9), right = pick(10, 29), bottom = pick(10, 19);
+    out.clear_to_color(200);
+    out.set_clip_rect(left, top, right, bottom);
+    if (direction == 0)
+      art.DrawArea(out, 1, 2, across.start, down.start, across.total, down.total, 2, 3, masked);
+    if (direction == 1) {
+      art.DrawHFrame(out, 2, across.start, down.start, across.total, 3, masked);
+      down = {down.frame, down.frame, down.start, down.frame};
+    }
+    if (direction == 2) {
+      art.DrawVFrame(out, 1, across.start, down.start, down.total, 2, masked);
+      across = {across.frame, across.frame, across.start, across.frame};
+    }
+    for (int y = 0; y < 20; ++y)
+      for (int x = 0; x < 30; ++x) {
+        const int column = across.FramePixel(x), row = down.FramePixel(y);
+        const bool inClip = x >= left && x <= right && y >= top && y <= bottom;
+        int expected = inClip && column >= 0 && row >= 0 ? 1 + column + 16 * row : 200;
+        if (expected == 1) expected = masked ? 200 : int{magenta};
+        ASSERT_EQ(out.getpixel(x, y), expected) << "round " << round << " at " << x << ',' << y;
+      }
+  }
+}
+
+TEST_F(SkinBitmapTest, AreasFarLargerThanTheTargetOnlyDrawWhatIsVisible) {
+  const BitmapPtr art = Paint({"rgbcy"}), out = Paint({"......"});
+  SkinBitmap holder{art.get()};
+  holder.SetTileSize({3, 1});
+  holder.DrawArea(out.get(), 0, 0, INT_MIN, INT_MIN, INT_MAX, INT_MAX, 1, 1);
+  holder.DrawHFrame(out.get(), 0, 0, INT_MAX, INT_MIN, 1);
+  holder.DrawHSlice(out.get(), {0, 0, INT_MAX, INT_MAX, INT_MAX}, INT_MIN, INT_MIN, INT_MAX, false);
+  holder.DrawVSlice(out.get(), {-5, -5, INT_MIN, INT_MIN, INT_MIN}, 0, 0, INT_MAX, true);
+  EXPECT_EQ(Picture(out.get()), Rows({"......"}));
+  holder.DrawHFrame(out.get(), 0, -3000001, 0, INT_MAX, 1);
+  EXPECT_EQ(Picture(out.get()), Rows({"gbcgbc"})) << "the tiles keep their phase";
 }
 
 }  // namespace

@@ -20,7 +20,6 @@ class ComboBoxTest : public WidgetFixture {
   void ClickArrow() { Click(110, 20); }
   // The middle of an entry while the first one shows at the top.
   static int PlaceOf(int entry) { return 34 + 2 + 12 * entry + 6; }
-  Rows Screen() { return Picture(Frame()); }
 
   std::unique_ptr<ComboBox> combo = std::make_unique<ComboBox>();
   Button covered;
@@ -29,13 +28,13 @@ class ComboBoxTest : public WidgetFixture {
 TEST_F(ComboBoxTest, ListLiesAboveTheDialogWhileItIsOpen) {
   ClickArrow();
   EXPECT_EQ(combo->h(), 24 + 80);
-  const Rows open = Screen();
+  const Rows open = Frame();
   covered.Redraw();
-  EXPECT_TRUE(Screen() == open);
+  EXPECT_TRUE(Frame() == open);
   ClickArrow();
-  const Rows closed = Screen();
-  root.Redraw();
-  EXPECT_TRUE(Screen() == closed && closed != open) << "what the list covered was repainted";
+  const Rows closed = Frame();
+  root->Redraw();
+  EXPECT_TRUE(Frame() == closed && closed != open) << "what the list covered was repainted";
 }
 
 TEST_F(ComboBoxTest, MouseChoosesOnce) {
@@ -43,22 +42,22 @@ TEST_F(ComboBoxTest, MouseChoosesOnce) {
   Click(100, PlaceOf(2));
   EXPECT_STREQ(combo->GetEdit().GetText(), "2");
   Click(100, PlaceOf(2));
-  EXPECT_EQ(root.Take(), (Events{{MSG_ACTIVATE, 2}, {MSG_ACTIVATE, 0}}))
+  EXPECT_EQ(root->Take(), " A2 A0")
       << "the second press goes to what the list covered";
-  root.onEvent = [this](const Event&) { combo.reset(); };
+  root->onEvent = [this](int, int) { combo.reset(); };
   ClickArrow();
   Click(100, PlaceOf(3));
   EXPECT_EQ(combo, nullptr) << "the parent may destroy it";
 }
 
 TEST_F(ComboBoxTest, KeyboardOpensChoosesAndCancels) {
-  root.SetFocus(&combo->GetEdit());
+  root->SetFocus(&combo->GetEdit());
   Press(KEY_ENTER, '\r');
   EXPECT_TRUE(combo->IsOpen());
-  EXPECT_EQ(root.Take(), (Events{{MSG_ACTIVATE, 1}}));
-  PressTimes(8, KEY_DOWN);
+  EXPECT_EQ(root->Take(), " A1");
+  for (int i = 0; i < 8; ++i) Press(KEY_DOWN);
   Press(KEY_ESC, 27);
-  EXPECT_FALSE(combo->IsOpen() || root.IsClosed());
+  EXPECT_FALSE(combo->IsOpen() || root->IsClosed());
   EXPECT_STREQ(combo->GetEdit().GetText(), "1") << "Escape takes back what the keys did";
 
   Press(KEY_SPACE, ' ');
@@ -66,19 +65,19 @@ TEST_F(ComboBoxTest, KeyboardOpensChoosesAndCancels) {
   EXPECT_TRUE(combo->IsOpen()) << "by the button, which has the focus again";
   Press(KEY_DOWN);
   Press(KEY_ENTER, '\r');
-  EXPECT_EQ(root.Take(), (Events{{MSG_ACTIVATE, 2}}));
+  EXPECT_EQ(root->Take(), " A2");
 }
 
 TEST_F(ComboBoxTest, ClosesWhenThePointerLeavesIt) {
   ClickArrow();
-  Hold(110, 60);
-  MoveTo(200, 150);
+  Mouse(110, 60, 1);
+  Mouse(200, 150, 1);
   EXPECT_TRUE(combo->IsOpen()) << "while its scroll bar is dragged";
-  Release();
+  Mouse(200, 150);
   EXPECT_FALSE(combo->IsOpen());
 
   ClickArrow();
-  MoveTo(200, 150);
+  Mouse(200, 150);
   EXPECT_FALSE(combo->IsOpen());
 }
 

@@ -18,7 +18,7 @@ TEST_F(DialogTemplateTest, MakesAControlForEachRecordThatHasOne) {
   records.push_back({kControlLabel, 100 + kControlEditBox, 0, 0, 9, 9, 0, 0, 0, 0});
   records.push_back({kControlEnd, 0, 0, 0, 0, 0, 0, 0, 0, 0});
   records.push_back({kControlLabel, 999, 0, 0, 9, 9, 0, 0, 0, 0});
-  DialogUnits units{root.GetFont(kNormal)};  // 8 pixels high and wide: units of 2 and 1 pixels
+  DialogUnits units{root->GetFont(kNormal)};  // 8 pixels high and wide: units of 2 and 1 pixels
   DialogTemplate form{records.data()};
   Dialog dialog;
   form.Build(dialog, units, TextOf);
@@ -46,14 +46,14 @@ TEST_F(DialogTemplateTest, FieldsTakeWhatIsTyped) {
   constexpr ControlRecord kFields[] = {{kControlEditBox, 1, 5, 5, 60, 20, 0, 0, 0, 0},
                                        {kControlSpinBox, 2, 5, 35, 60, 20, 0, 0, 0, 0},
                                        {kControlEnd, 0, 0, 0, 0, 0, 0, 0, 0, 0}};
-  DialogUnits units{root.GetFont(kNormal)};
+  DialogUnits units{root->GetFont(kNormal)};
   DialogTemplate form{kFields};
-  form.Build(root, units, TextOf);
-  root.SetFocus(form.Find(1));
+  form.Build(*root, units, TextOf);
+  root->SetFocus(form.Find(1));
   for (const char digit : {'4', '2'}) Press(KEY_0, digit);
   EXPECT_EQ(static_cast<EditBox*>(form.Find(1))->GetInt(), 42);
   auto* number = static_cast<SpinBox*>(form.Find(2));
-  root.SetFocus(&number->GetEdit());
+  root->SetFocus(&number->GetEdit());
   for (const char digit : {'4', '2'}) Press(KEY_0, digit);
   EXPECT_EQ(number->GetValue(), 42);
 }

@@ -14,7 +14,7 @@ class EditBoxTest : public WidgetFixture {
 
   EditBoxTest() {
     Show(*edit, {20, 30, 120, 24});
-    root.SetFocus(edit.get());
+    root->SetFocus(edit.get());
   }
   ~EditBoxTest() override { key_shifts = 0; }
   void Type(const Ints& characters) {
@@ -26,7 +26,7 @@ class EditBoxTest : public WidgetFixture {
   }
   // The pointer at the left end of a character, as long as the text is not scrolled.
   static int PlaceOf(int character) { return 24 + 8 * character; }
-  Rows Look() { return Picture(Drawn(*edit).GetBitmap()); }
+  Rows Look() { return Shown(*edit); }
   // The selection, if there is one, and the cursor.
   Ints State() {
     if (!edit->Selected()) return {edit->GetCursor()};
@@ -82,13 +82,12 @@ TEST_F(EditBoxTest, ShiftSelectsWithTheKeys) {
 TEST_F(EditBoxTest, MouseSelectsFromThePressToThePointer) {
   edit->SetText("abcdef");
   Click(PlaceOf(5), 40);
-  Hold(PlaceOf(5), 40);
-  MoveTo(PlaceOf(5) + 1, 40);
-  Release();
+  Mouse(PlaceOf(5), 40, 1);
+  Mouse(PlaceOf(5) + 1, 40);
   EXPECT_EQ(State(), (Ints{0, 6, 5})) << "a double click selects all";
-  Hold(PlaceOf(4), 40);
+  Mouse(PlaceOf(4), 40, 1);
   for (const Ints& expected : {Ints{1, 4, 1}, {2, 4, 2}, {4, 5, 5}}) {
-    MoveTo(PlaceOf(expected.back()) + 3, 90);
+    Mouse(PlaceOf(expected.back()) + 3, 90, 1);
     EXPECT_EQ(State(), expected);
   }
 }
@@ -113,14 +112,14 @@ TEST_F(EditBoxTest, SurvivesDamagedTextAndAMissingSkin) {
     PressKeys({KEY_BACKSPACE});
     Type({'x'});
     EXPECT_NE(ustrchr(edit->GetText(), 'x'), nullptr);
-    Drawn(*edit);
+    Look();
   }
 }
 
 TEST_F(EditBoxTest, EnterTellsTheParentWhichMayDestroyTheBox) {
-  root.onEvent = [this](const Event&) { edit.reset(); };
+  root->onEvent = [this](int, int) { edit.reset(); };
   EXPECT_TRUE(Press(KEY_ENTER, '\r'));
-  EXPECT_EQ(root.Take(), (Events{{MSG_ACTIVATE, 0}}));
+  EXPECT_EQ(root->Take(), " A0");
 }
 
 TEST_F(EditBoxTest, ShowsPasswordsAsAsterisksAndMarksTheSelection) {

@@ -24,7 +24,7 @@ class WindowTest : public WidgetFixture {
     content.Shape(0, 0, 30, 20);
     window->Add(&content);
     Show(*window, {50, 40, 100, 60});
-    root.SetFocus(&content);
+    root->SetFocus(&content);
   }
   // Where the window is, compared with where it was at first.
   Rect Change() const {
@@ -34,10 +34,10 @@ class WindowTest : public WidgetFixture {
   // The point is relative to the window.
   void Drag(int x, int y, int dx, int dy) {
     const Point from{window->x() + x, window->y() + y};
-    MoveTo(from.x, from.y + 1);
-    Hold(from.x, from.y);
-    MoveTo(from.x + dx, from.y + dy);
-    Release();
+    Mouse(from.x, from.y + 1);
+    Mouse(from.x, from.y, 1);
+    Mouse(from.x + dx, from.y + dy, 1);
+    Mouse(from.x + dx, from.y + dy);
     Tick(20);  // no double click together with the next press
   }
 
@@ -66,17 +66,17 @@ TEST_F(WindowTest, EachZoneHasItsShapeAndDragsItsEdges) {
       {middle, kBorder + 18, MOUSE_NORMAL, {-10, 20, 0, 0}},
   };
   for (const auto& [x, y, shape, change] : zones) {
-    MoveTo(310, 190);
+    Mouse(310, 190);
     EXPECT_EQ(mousePointer->GetCursor(), CurrentSkin()->cursors[MOUSE_NORMAL].get());
-    MoveTo(50 + x, 40 + y + 1);
-    MoveTo(50 + x, 40 + y);
+    Mouse(50 + x, 40 + y + 1);
+    Mouse(50 + x, 40 + y);
     EXPECT_EQ(mousePointer->GetCursor(), CurrentSkin()->cursors[shape].get()) << x << ' ' << y;
     Drag(x, y, -10, 20);
     EXPECT_EQ(Change(), change) << x << ' ' << y;
     window->Shape(50, 40, 100, 60);
     Tick();
   }
-  root.SetSkin(nullptr);
+  root->SetSkin(nullptr);
   Tick();
   EXPECT_EQ(Change(), Rect());
   Drag(right - 1, bottom - 1, -500, -500);
@@ -93,7 +93,7 @@ TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
   window->Minimize();
   Tick();
   EXPECT_EQ(Change(), Rect(30, 10, 0, 0));
-  EXPECT_EQ(root.FocusWidget(), &content);
+  EXPECT_EQ(root->FocusWidget(), &content);
 }
 
 TEST_F(WindowTest, ADoubleClickOnTheTitleCoversTheParent) {
@@ -102,7 +102,7 @@ TEST_F(WindowTest, ADoubleClickOnTheTitleCoversTheParent) {
   window->Minimize();
   Drag(0, 100, 10, 0);
   Drag(100, 22, 10, 10);
-  EXPECT_EQ(window->Bounds(), root.Bounds());
+  EXPECT_EQ(window->Bounds(), root->Bounds());
   window->Maximize();
   EXPECT_EQ(Change(), Rect());
 }
@@ -110,9 +110,9 @@ TEST_F(WindowTest, ADoubleClickOnTheTitleCoversTheParent) {
 TEST_F(WindowTest, AutoRollupFollowsThePointer) {
   window->SetAutoRollup(true);
   for (int i = 0; i < 2; ++i) {
-    MoveTo(70, 60);
+    Mouse(70, 60);
     EXPECT_EQ(Change(), Rect());
-    MoveTo(310, 190);
+    Mouse(310, 190);
     EXPECT_EQ(Change(), Rect(0, 0, 0, -60));
   }
   window->SetAutoRollup(false);
@@ -123,13 +123,13 @@ TEST_F(WindowTest, LooksActiveWithTheFocusAlone) {
   Button other;
   Show(other, {0, 0, 20, 20});
   for (Widget* focused : {&content, &other}) {
-    root.ChangeFocus(root.FocusWidget(), focused);
-    EXPECT_EQ(getpixel(Frame(), 51, 80), focused == &content ? red : blue);
-    EXPECT_EQ(getpixel(Frame(), 90, 62), focused == &content ? red : blue);
+    root->ChangeFocus(root->FocusWidget(), focused);
+    const char color = focused == &content ? 'r' : 'b';
+    EXPECT_TRUE(Frame()[80][51] == color && Frame()[62][90] == color);
   }
   window->ClearFlag(kFlagSizeable);
-  root.SetFocus(&content);
-  EXPECT_EQ(getpixel(Frame(), window->x2() - 35, 53), red);
+  root->SetFocus(&content);
+  EXPECT_EQ(Frame()[53][static_cast<std::size_t>(window->x2() - 35)], 'r');
 }
 
 }  // namespace

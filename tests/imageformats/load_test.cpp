@@ -1,0 +1,229 @@
+#include "imageformats/load.h"
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <tuple>
+
+#include "imageformats/picture.h"
+#include "imageformats/register.h"
+#include "tests/imageformats/encoders.h"
+#include "tests/support/allegro_fixture.h"
+#include "tests/support/picture.h"
+#include "tests/support/temp_files.h"
+
+namespace zel {
+namespace {
+
+class LoadTest : public AllegroFixture {
+ protected:
+  LoadTest() : AllegroFixture{32} {
+    [[maybe_unused]] static const bool registered = (RegisterPictureFormats(), true);
+    set_color_conversion(kPictureConversion);
+    set_palette(desktop_palette);
+  }
+
+  BitmapPtr Load(const std::string& extension, const Bytes& file, RGB* palette = nullptr) const {
+    const std::string bytes{file.begin(), file.end()};
+    return BitmapPtr{LoadPicture(directory_.Write("a." + extension, bytes).c_str(), palette)};
+  }
+
+  // Beginnings of the file are no pictures. What still loads with a few bytes overwritten must be a
+  // whole bitmap. And nothing is said about it.
+  void ExpectSturdy(const std::string& extension, const Bytes& file, const Rows& rows) const {
+    testing::internal::CaptureStderr();
+    const BitmapPtr picture = Load(extension, file);
+    ASSERT_NE(picture, nullptr) << extension << rows[0];
+    EXPECT_EQ(Picture(picture.get()), rows) << extension;
+    for (Bytes cut = file; !cut.empty();) {
+      cut.pop_back();
+      EXPECT_EQ(Load(extension, cut), nullptr) << extension << cut.size() << " of " << file.size();
+    }
+    std::mt19937 random{1};
+    for (int round = 0; round < 200; ++round) {
+      Bytes damaged = file;
+      for (unsigned count = random() % 8 + 1; count > 0; --count)
+        damaged[random() % damaged.size()] = static_cast<std::uint8_t>(random());
+      if (const BitmapPtr bitmap = Load(extension, damaged))
+        getpixel(bitmap.get(), bitmap->w - 1, bitmap->h - 1);
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  }
+
+ private:
+  TempDir directory_;
+};
+
+const Bytes kRed{255, 0, 0}, kBlue{0, 0, 255};
+
+TEST_F(LoadTest, JpegOfEveryKindIsRead) {
+  UseDepth(16);  // which hides what compressing changes
+  const Adjust unmarked = [](auto* info) { info->write_Adobe_marker = FALSE; };
+  const Adjust ycck = [](auto* info) { jpeg_set_colorspace(info, JCS_YCCK); };
+  const std::pair<Bytes, std::string> kinds[] = {
+      {EncodeJpeg(JCS_RGB, kRed, kBlue), "rrrrrrrrbbbbbbbb"},
+      {EncodeJpeg(JCS_RGB, kRed, kBlue, jpeg_simple_progression), "rrrrrrrrbbbbbbbb"},
+      {EncodeJpeg(JCS_GRAYSCALE, {0}, {255}), "kkkkkkkkwwwwwwww"},
+      // An Adobe marker tells of inverted values.
+      {EncodeJpeg(JCS_CMYK, {255, 0, 0, 255}, {255, 255, 255, 0}), "rrrrrrrrkkkkkkkk"},
+      {EncodeJpeg(JCS_CMYK, {0, 255, 255, 0}, {0, 0, 0, 255}, unmarked), "rrrrrrrrkkkkkkkk"},
+      {EncodeJpeg(JCS_CMYK, {255, 0, 0, 255}, {255, 255, 255, 0}, ycck), "rrrrrrrrkkkkkkkk"},
+  };
+  for (const auto& [file, row] : kinds) ExpectSturdy("jpg", file, Rows(kBlock, row));
+  Bytes padded = kinds[0].first;
+  padded.insert(padded.begin() + 20, {1, 2, 3});  // between two segments
+  EXPECT_NE(Load("JPEG", padded), nullptr);
+}
+
+// What a header, many scans or arithmetic coding promise must not cost memory or time.
+TEST_F(LoadTest, JpegOfEndlessWorkIsRefused) {
+  Bytes huge = EncodeJpeg(JCS_RGB, kRed, kBlue);
+  const std::uint8_t frame[] = {0xFF, 0xC0};
+  std::fill_n(std::search(huge.begin(), huge.end(), frame, frame + 2) + 5, 4, 0xFF);
+  const Adjust arithmetic = [](auto* info) { info->arith_code = TRUE; };
+  for (const Bytes& file : {huge, EncodeJpeg(JCS_RGB, kRed, kBlue, arithmetic)})
+    EXPECT_EQ(Load("jpg", file), nullptr);
+
+  std::vector<jpeg_scan_info> scans{{1, {0}, 0, 0, 0, 0}};
+  for (int i = 1; i < kBlock * kBlock; ++i)
+    for (const int bit : {1, 0}) scans.push_back({1, {0}, i, i, 1 - bit, bit});
+  for (const int count : {90, 127}) {
+    const auto file = EncodeJpeg(JCS_GRAYSCALE, {30}, {220}, [&](auto* info) {
+      info->scan_info = scans.data();
+      info->num_scans = count;
+    });
+    EXPECT_EQ(Load("jpg", file) != nullptr, count == 90);
+  }
+}
+
+TEST_F(LoadTest, PngOfEveryKindIsRead) {
+  const Bytes rgb{255, 0, 0, 0, 255, 0, 0, 0, 255};
+  const Bytes deep{255, 255, 0, 0, 0, 0, 255, 255, 1, 1, 2, 2, 3, 3, 0, 255};
+  const std::pair<Stored, Rows> kinds[] = {
+      {{9, 2, PNG_COLOR_TYPE_GRAY, 1, {0x55, 0, 0x0F, 128}}, {"kwkwkwkwk", "kkkkwwwww"}},
+      {{3, 1, PNG_COLOR_TYPE_GRAY, 8, {0, 255, 7}, {}, 7}, {"kw."}},
+      {{3, 1, PNG_COLOR_TYPE_PALETTE, 2, {0b00'01'10'00}, rgb, 0}, {".gb"}},
+      {{1, 3, PNG_COLOR_TYPE_RGB, 8, rgb}, {"r", "g", "b"}},
+      {{2, 1, PNG_COLOR_TYPE_RGB_ALPHA, 16, deep}, {"r."}},
+  };
+  for (const auto& [stored, rows] : kinds)
+    for (const int interlace : {PNG_INTERLACE_NONE, PNG_INTERLACE_ADAM7})
+      ExpectSturdy("png", EncodePng(stored, interlace), rows);
+}
+
+TEST_F(LoadTest, PngComesInTheDepthOfTheScreenWithMaskedPixels) {
+  const Bytes pixels{200, 100, 40, 255, 0, 0, 0, 128, 0, 0, 0, 127, 255, 0, 0, 0};
+  const Bytes file = EncodePng({4, 1, PNG_COLOR_TYPE_RGB_ALPHA, 8, pixels});
+  set_color_conversion(COLORCONV_TOTAL & ~COLORCONV_KEEP_TRANS);
+  const RGB black{0, 0, 0, 0};
+  set_color(0, &black);  // in 8 bits the mask is a place in the palette, whatever its colour
+  for (const int depth : {8, 15, 16, 24, 32}) {
+    UseDepth(depth);
+    const BitmapPtr bitmap = Load("png", file);
+    ASSERT_EQ(bitmap_color_depth(bitmap.get()), depth);
+    const int mask = bitmap_mask_color(bitmap.get());
+    EXPECT_EQ(getpixel(bitmap.get(), 0, 0), makecol(200, 100, 40)) << depth;
+    for (const int x : {1, 2, 3}) EXPECT_EQ(getpixel(bitmap.get(), x, 0) == mask, x > 1) << depth;
+  }
+}
+
+TEST_F(LoadTest, PngFollowsTheConversionAndLeavesAPalette) {
+  const Bytes file = EncodePng({2, 1, PNG_COLOR_TYPE_RGB, 8, {100, 100, 100, 100, 100, 100}});
+  PALETTE palette{}, fixed;
+  generate_332_palette(fixed);
+  UseDepth(8);
+  EXPECT_NEAR(palette[getpixel(Load("png", file, palette).get(), 0, 0)].g, 25, 2);
+  UseDepth(16);
+  Load("png", file, palette);
+  EXPECT_EQ(palette[200].r, fixed[200].r);
+  set_color_conversion(COLORCONV_TOTAL | COLORCONV_DITHER_HI);
+  const BitmapPtr dithered = Load("png", file);
+  EXPECT_NE(getpixel(dithered.get(), 0, 0), getpixel(dithered.get(), 1, 0));
+  set_color_conversion(COLORCONV_NONE);
+  EXPECT_EQ(bitmap_color_depth(Load("png", file).get()), 24);
+}
+
+Bytes Hex(const std::string& digits) {
+  Bytes bytes;
+  for (std::size_t i = 0; i < digits.size(); i += digits[i] == ' ' ? 1 : 2)
+    if (digits[i] != ' ')
+      bytes.push_back(static_cast<std::uint8_t>(std::stoi(digits.substr(i, 2), nullptr, 16)));
+  return bytes;
+}
+
+// The palettes are black, which stands for what is masked, red, green and blue.
+const std::string kBmpStart = "424D 00000000 00000000 46000000 28000000 ";
+const std::string kBmpPalette = "00000000 0000FF00 00FF0000 FF000000 ";
+const std::string kLbmPalette = "434D4150 0000000C 000000 FF0000 00FF00 0000FF ";
+const std::string kZeros(40, '0');
+const std::tuple<const char*, Bytes, Rows> kExamples[] = {
+    // Runs of 8 bits, with a move and pixels one by one.
+    {"bmp",
+     Hex(kBmpStart + "05000000 03000000 0100 0800 01000000" + kZeros + kBmpPalette +
+         "0301 0202 0000 00020200 0003010203 00 0000 0503 0001"),
+     {"bbbbb", "..rgb", "rrrgg"}},
+    // Of 4 bits.
+    {"bmp",
+     Hex(kBmpStart + "05000000 03000000 0100 0400 02000000" + kZeros + kBmpPalette +
+         "0512 0000 0005123310 00 0000 0430 0120 0001"),
+     {"b.b.g", "rgbbr", "rgrgr"}},
+    // From the top down, of 16 bits.
+    {"bmp",
+     Hex(kBmpStart + "02000000 FEFFFFFF 0100 1000 03000000" + kZeros +
+         "00F80000 E0070000 1F000000 00F8E007 1F00FFFF"),
+     {"rg", "bw"}},
+    // A run goes from row to row.
+    {"tga",
+     Hex("00 01 09 0000 0400 18 00000000 0300 0200 08 20 000000 0000FF 00FF00 FF0000 8401 0003"),
+     {"rrr", "rrb"}},
+    {"tga", Hex("00 00 0A 0000 0000 00 00000000 0200 0100 18 00 800000FF 00FF0000"), {"rb"}},
+    // Bytes with runs, of an odd width.
+    {"lbm",
+     Hex("464F524D 00000000 50424D20 424D4844 00000014 0003 0002 00000000 08 00 01 00 "
+         "0000000000000000" +
+         kLbmPalette + "424F4459 00000007 FD01 0301020300"),
+     {"rrr", "rgb"}},
+    // Two planes and one of the mask, without runs.
+    {"lbm",
+     Hex("464F524D 00000000 494C424D 424D4844 00000014 0014 0001 00000000 02 01 00 00 "
+         "0000000000000000" +
+         kLbmPalette + "424F4459 0000000C FFFF5000 0000F000 FFFFFFFF"),
+     {"rrrrrrrrrrrrrrrrgbgb"}},
+};
+
+TEST_F(LoadTest, LibraryFormatsAreReadAsTheyAreMeant) {
+  for (const auto& [extension, file, rows] : kExamples) ExpectSturdy(extension, file, rows);
+  const TempDir folder;
+  for (const int depth : {8, 24}) {
+    UseDepth(depth);
+    const BitmapPtr picture = Paint({"rgbwk", "yc?rg"});
+    UseDepth(32);
+    for (const char* extension : {"bmp", "pcx", "tga"}) {
+      const std::string path = folder.Path(std::string{"saved."} + extension);
+      ASSERT_EQ(save_bitmap(path.c_str(), picture.get(), nullptr), 0);
+      ExpectSturdy(extension, ReadBytes(path.c_str(), 1 << 20), {"rgbwk", "yc?rg"});
+    }
+  }
+}
+
+// What makes Allegro write past a row, a bitmap or a palette, with enough behind it in the file.
+TEST_F(LoadTest, WhatDoesNotFitIsRefused) {
+  const std::tuple<int, std::size_t, std::uint8_t> lies[] = {
+      {0, 22, 0},  {0, 24, 1}, {0, 70, 6},    {0, 78, 6}, {0, 79, 9},    {0, 81, 4},
+      {1, 70, 6},  {2, 55, 0}, {3, 6, 2},     {3, 7, 12}, {3, 30, 0x86}, {4, 18, 0x87},
+      {5, 20, 16}, {5, 28, 9}, {5, 68, 0xF0}, {5, 70, 16}};
+  for (const auto& [example, at, value] : lies) {
+    const auto& [extension, good, rows] = kExamples[example];
+    Bytes file = good;
+    file.insert(file.end(), 300000, 0);
+    EXPECT_NE(Load(extension, file), nullptr) << example;
+    file[at] = value;
+    EXPECT_EQ(Load(extension, file), nullptr) << example << " at " << at;
+  }
+  EXPECT_TRUE(IsPictureSize(16384, 2048));
+  for (const auto& [w, h] : {std::pair{16384, 2049}, {16385, 1}, {1, 16385}, {1, 0}, {-1, -1}})
+    EXPECT_FALSE(IsPictureSize(w, h));
+}
+
+}  // namespace
+}  // namespace zel

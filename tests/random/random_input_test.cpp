@@ -1,0 +1,172 @@
+// Lets somebody play who does everything that the devices can do, in no order.
+//
+// ZEL_RANDOM_EVENTS is how many events each test gets, ZEL_RANDOM_SEED chooses them.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <random>
+
+#include "imageformats/register.h"
+#include "launcher/menu_screen.h"
+#include "tests/support/fake_machine.h"
+#include "tests/support/fake_timers.h"
+#include "tests/support/launcher_fixture.h"
+#include "toolkit/core/bitmap_guard.h"
+#include "toolkit/core/loop_state.h"
+#include "toolkit/core/startup.h"
+#include "tools/gallery/gallery.h"
+
+namespace zel {
+namespace {
+
+constexpr const char* kSkinFile = "skin/zel.skin";
+
+const std::filesystem::path sourceDirectory = std::filesystem::current_path();
+
+int FromEnvironment(const char* name, int usual) {
+  const char* text = std::getenv(name);
+  return text ? std::atoi(text) : usual;
+}
+
+class RandomInputTest : public LauncherFixture {
+ protected:
+  RandomInputTest() {
+    std::filesystem::copy(sourceDirectory / "data", ".", std::filesystem::copy_options::recursive);
+    RegisterPictureFormats();
+    InstallBitmapGuard();
+    settings.skinPath.Assign(kSkinFile);
+    machine_.refusedDepths = {24};
+    InstallToolkit(nullptr);
+    remove_mouse();  // the pointer moves as the test says
+    timers_.onSleep = [this] { Play(); };
+  }
+  ~RandomInputTest() override {
+    ExitToolkit();
+    for (volatile int* state : {&mouse_x, &mouse_y, &mouse_z, &mouse_b, &key_shifts}) *state = 0;
+    clear_keybuf();
+  }
+
+  // Runs a root until it closes; what must be closed over it at the end is closed.
+  void Run(Dialog& root) {
+    root_ = &root;
+    root.Execute(nullptr);
+    EXPECT_EQ(timers_.Count(), extraTimers_);
+  }
+  bool IsOver() const { return left_ <= 0; }
+
+  std::function<void()> endRoot_;
+  int extraTimers_ = 0;  // that outlive the loop
+
+ private:
+  struct Kind {
+    int weight;  // out of 10,000
+    void (RandomInputTest::*act)();
+  };
+
+  int Below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
+
+  // One event and one tick of the clock.
+  void Play() {
+    ASSERT_TRUE(root_->Contains(root_->FocusWidget()) || !root_->FocusWidget());
+    ASSERT_TRUE(root_->Contains(root_->MouseWidget()) || !root_->MouseWidget());
+    if (--left_ > 0)
+      Act();
+    else if (Dialog* over = AsDialog(root_->GetFocus()); over && over->TestFlag(kFlagPoppedUp))
+      over->Close();
+    else
+      endRoot_();
+    const long logicPeriod = TIMERS_PER_SECOND / settings.UsableFrameRate();
+    for (int i = 0; i < timers_.Count(); ++i)
+      if (timers_.Period(i) == logicPeriod || Below(8) == 0) timers_.Tick(i, 1 + Below(2));
+  }
+  void Act() {
+    static constexpr Kind kKinds[] = {
+        {2500, &RandomInputTest::Jump},     {1000, &RandomInputTest::Move},
+        {2400, &RandomInputTest::Press},    {400, &RandomInputTest::Wheel},
+        {2400, &RandomInputTest::UsualKey}, {500, &RandomInputTest::AnyKey},
+        {500, &RandomInputTest::Type},      {200, &RandomInputTest::Shift},
+        {60, &RandomInputTest::Progress},   {20, &RandomInputTest::RequestClose},
+        {10, &RandomInputTest::SwitchIn},   {5, &RandomInputTest::ChangeMode},
+        {5, &RandomInputTest::ChangeSkin},
+    };
+    int chosen = Below(10000);
+    for (const Kind& kind : kKinds)
+      if ((chosen -= kind.weight) < 0) return (this->*kind.act)();
+  }
+  void Jump() {
+    mouse_x = Below(settings.screenWidth);
+    mouse_y = Below(settings.screenHeight);
+  }
+  void Move() {
+    mouse_x = std::clamp(mouse_x + Below(17) - 8, 0, settings.screenWidth - 1);
+    mouse_y = std::clamp(mouse_y + Below(17) - 8, 0, settings.screenHeight - 1);
+  }
+  void Press() { mouse_b = mouse_b ? 0 : Below(4) ? 1 : 1 + Below(7); }
+  void Wheel() { mouse_z = mouse_z + Below(7) - 3; }
+  void UsualKey() {
+    static constexpr int kKeys[][2] = {
+        {KEY_UP, 0},     {KEY_DOWN, 0},    {KEY_LEFT, 0}, {KEY_RIGHT, 0},    {KEY_TAB, 9},
+        {KEY_ENTER, 13}, {KEY_HOME, 0},    {KEY_END, 0},  {KEY_PGUP, 0},     {KEY_PGDN, 0},
+        {KEY_DEL, 0},    {KEY_SPACE, ' '}, {KEY_ESC, 27}, {KEY_BACKSPACE, 8}};
+    const auto& key = kKeys[Below(static_cast<int>(std::size(kKeys)))];
+    simulate_ukeypress(key[1], key[0]);
+  }
+  void AnyKey() { simulate_ukeypress(Below(2) ? 0 : Below(256), Below(KEY_MAX)); }
+  void Type() { simulate_ukeypress(Below(20) ? ' ' + Below(95) : Below(0x3000), Below(KEY_MAX)); }
+  void Shift() { key_shifts = Below(64); }
+  void RequestClose() { loopState.closeRequested = true; }
+  void SwitchIn() { loopState.redrawEverything = true; }
+  void Progress() {
+    WriteFile("progress", "[Progress]\nStepNumber=" + std::to_string(Below(40) - 5) +
+                              "\nCurrentStep=" + std::to_string(Below(60) - 10) +
+                              "\nProgressHide=" + std::to_string(Below(2)) +
+                              "\nProgressInterval=" + std::to_string(Below(2000) - 100) + '\n');
+  }
+  void ChangeMode() {
+    static constexpr Size kSizes[] = {{320, 200}, {640, 480}, {800, 600}};
+    static constexpr int kDepths[] = {8, 15, 16, 24, 32};
+    const Size size = kSizes[Below(3)];
+    ChangeScreenMode(0, true, size.w, size.h, kDepths[Below(5)], root_);
+  }
+  void ChangeSkin() {
+    Skin& skin = *CurrentSkin();
+    if (Below(2))
+      skin.Load(kSkinFile);
+    else
+      skin.Reset();
+    root_->SetSkin(&skin);
+  }
+
+  std::mt19937 random_{static_cast<unsigned>(FromEnvironment("ZEL_RANDOM_SEED", 1))};
+  int left_ = FromEnvironment("ZEL_RANDOM_EVENTS", 4000);
+  Dialog* root_ = nullptr;
+  FakeMachine machine_;
+  FakeTimers timers_;
+};
+
+TEST_F(RandomInputTest, GalleryStandsEverything) {
+  while (!IsOver()) {
+    Gallery gallery{kSkinFile};
+    endRoot_ = [&gallery] { gallery.Close(); };
+    Run(gallery);
+  }
+}
+
+TEST_F(RandomInputTest, MenuStandsEverything) {
+  extraTimers_ = 1;  // for the progress file
+  IconCache icons;
+  const MenuEntry entry{MenuItem{}, icons};
+  while (!IsOver()) {
+    MenuScreen screen;
+    endRoot_ = [&screen, &entry] {
+      screen.HandleEvent(nullptr, MSG_ITEM_CHOSEN, reinterpret_cast<EventArg>(&entry), 0);
+    };
+    Run(screen);
+  }
+}
+
+}  // namespace
+}  // namespace zel

@@ -1,0 +1,176 @@
+#include "tests/support/stage.h"
+
+namespace zel {
+namespace {
+
+// a, b and c from left to right, b in a panel.
+class DialogKeyboardTest : public StageTest {
+ protected:
+  DialogKeyboardTest() {
+    settings.showMouse = false;
+    panel.Shape(40, 0, 40, 40);
+    root.Add(&a);
+    root.Add(&panel);
+    panel.Add(&b);
+    root.Add(&c);
+    root.names = {{&a, 'a'}, {&b, 'b'}, {&c, 'c'}, {&panel, 'p'}, {&root, 'r'}};
+    Start();
+  }
+  ~DialogKeyboardTest() override { root.MsgEnd(); }
+  void Focus(Widget* widget) { root.ChangeFocus(root.FocusWidget(), widget); }
+
+  Patch a{{0, 0, 20, 20}}, b{{0, 0, 20, 20}}, c{{100, 0, 20, 20}};
+  Dialog panel;
+};
+
+TEST_F(DialogKeyboardTest, AKeyIsOfferedFromTheFocusOutwards) {
+  Focus(&b);
+  Watch({MSG_KEY, MSG_CHAR, MSG_UCHAR, MSG_XCHAR});
+  std::vector<int> codes;
+  root.onEvent = [&](Widget* sender, int msg, int code) {
+    if (sender == &b && msg >= MSG_CHAR && msg <= MSG_XCHAR) codes.push_back(code);
+  };
+  Type('x', KEY_X);
+  Expect("b7 b8 b9 p7 p8 a9 p9 c9 ");
+  Type(0x20AC, KEY_E);
+  const int x = 'x' + KEY_X * 256, euro = 94 + KEY_E * 256;
+  EXPECT_EQ(codes, std::vector({x, int{'x'}, x, euro, 0x20AC, euro}));
+  for (const int chosen : {13, 10, 32}) {
+    root.Events();
+    Type(chosen, KEY_ENTER);
+    Expect("b7 b8 b9 b6 ");
+  }
+  b.usesKeys = true;
+  Type(13, KEY_ENTER);
+  Expect("b7 ");
+  Focus(&a);
+  for (const bool hidden : {true, false}) {
+    if (hidden) a.Hide(), c.Disable();
+    if (!hidden) a.Unhide(), a.Disable();
+    root.Events();
+    Type(13, KEY_ENTER);
+    Expect("p9 ", "what is hidden or disabled gets no keys");
+  }
+  Key(KEY_TAB);
+  EXPECT_EQ(root.FocusWidget(), &b);
+  settings.useKeyboard = false;
+  root.Events();
+  Type('x', KEY_X);
+  Expect("");
+}
+
+TEST_F(DialogKeyboardTest, ShortcutsGoToTheFirstUsableWidget) {
+  Watch({MSG_KEY});
+  const auto expect = [this](int shortcut, int character, int scancode, bool found) {
+    c.SetKey(shortcut);
+    a.SetKey(shortcut);
+    root.HandleKey(character, scancode);
+    Expect(found ? "a6 " : "");
+    a.Disable();
+    root.HandleKey(character, scancode);
+    Expect(found ? "c6 " : "");
+    c.Hide();
+    root.HandleKey(character, scancode);
+    Expect("");
+    a.Enable();
+    c.Unhide();
+  };
+  expect('A', 'a', 0, true);
+  expect('a', 'A', 0, true);
+  expect(0xE9, 0xC9, 0, true);
+  expect('a', 'b', 0, false);
+  expect(0x20AC, 0x20AC, 0, false);
+  expect(0, 0, 0, false);
+  expect(KEY_F1 * 256, 0, KEY_F1, true);
+  expect(KEY_F1 * 256, 1, KEY_F1, false);
+}
+
+TEST_F(DialogKeyboardTest, EscapeClosesRootsAndWindows) {
+  Focus(&b);
+  EXPECT_FALSE(panel.HandleKey(27, KEY_ESC));
+  root.closes = false;
+  EXPECT_TRUE(root.HandleKey(27, KEY_ESC));
+  EXPECT_EQ(root.FocusWidget(), &b);
+  root.closes = true;
+  root.SetEscapeCloses(false);
+  EXPECT_FALSE(root.HandleKey(27, KEY_ESC));
+  EXPECT_FALSE(root.IsClosed());
+  root.SetEscapeCloses(true);
+  Type(27, KEY_ESC);
+  EXPECT_TRUE(root.IsClosed());
+  EXPECT_EQ(root.GetFocus(), nullptr);
+  Dialog popup;
+  for (const bool isWindow : {false, true}) {
+    if (isWindow) popup.SetFlag(kFlagWindow);
+    Script({[] { simulate_ukeypress(27, KEY_ESC); },
+            [&] {
+              EXPECT_EQ(popup.IsClosed(), isWindow);
+              popup.Close();
+            }});
+    popup.Popup(&root, 0, 0, nullptr);
+  }
+}
+
+TEST_F(DialogKeyboardTest, ArrowsAndTabMoveTheFocus) {
+  Patch low{{50, 60, 20, 20}};
+  root.Add(&low);
+  root.names[&low] = 'l';
+  const auto expect = [this](Widget* from, int scancode, const char* to, int shifts = 0) {
+    Focus(from);
+    key_shifts = shifts;
+    Key(scancode);
+    EXPECT_EQ(root.names[root.FocusWidget()], *to) << root.names[from] << ' ' << scancode;
+  };
+  expect(&a, KEY_RIGHT, "b");
+  expect(&b, KEY_RIGHT, "c");
+  expect(&c, KEY_RIGHT, "a");
+  expect(&c, KEY_LEFT, "b");
+  expect(&a, KEY_LEFT, "c");
+  expect(&b, KEY_DOWN, "l");
+  expect(&low, KEY_UP, "b");
+  expect(&b, KEY_TAB, "c");
+  expect(&low, KEY_TAB, "a");
+  expect(&b, KEY_TAB, "a", KB_SHIFT_FLAG);
+  expect(&a, KEY_TAB, "l", KB_SHIFT_FLAG);
+  expect(nullptr, KEY_TAB, "a");
+  b.wantsFocus = false;
+  c.Hide();
+  expect(&a, KEY_TAB, "l");
+  b.wantsFocus = true;
+  panel.SetFlag(kFlagWindow);  // which is not entered
+  expect(&a, KEY_RIGHT, "l");
+  settings.useJoystick = true;
+  settings.logicFrameRate = 1000;
+  num_joysticks = 1;
+  c.Unhide();
+  Focus(&a);
+  joy[0].stick[0].axis[0].d2 = 1;
+  Tick(3);
+  EXPECT_EQ(root.FocusWidget(), &c) << "a held joystick counts once";
+  joy[0].stick[0].axis[0].d2 = num_joysticks = 0;
+}
+
+TEST_F(DialogKeyboardTest, TheFocusMovesDownAndUpTheContainers) {
+  Watch({MSG_GOTFOCUS, MSG_LOSTFOCUS});
+  Focus(&b);
+  Expect("b11 p11 ");
+  Focus(&c);
+  Expect("b12 p12 c11 ");
+  Focus(&b);
+  Focus(nullptr);
+  root.Events();
+  root.SetFocus(&panel);
+  Expect("p11 b11 ", "the one that lost it last has it again");
+  root.SetFocus(&a);
+  Expect("b12 p12 a11 ");
+  a.wantsFocus = false;
+  for (Widget* unfit : {static_cast<Widget*>(&a), static_cast<Widget*>(&root)})
+    root.SetFocus(unfit);
+  Expect("");
+  c.Hide();
+  Focus(&c);
+  Expect("a12 ");
+}
+
+}  // namespace
+}  // namespace zel

@@ -1,0 +1,206 @@
+#include "toolkit/core/widget.h"
+
+#include "tests/support/picture.h"
+#include "tests/support/stage.h"
+#include "toolkit/core/screen_update.h"
+#include "toolkit/widgets/animator.h"
+
+namespace zel {
+namespace {
+
+// Says yes to every question.
+struct Willing : Widget {
+  using Widget::SetOpaque;
+  bool MsgChar(int code) override { return Widget::MsgChar(code), true; }
+  bool MsgUChar(int code) override { return Widget::MsgUChar(code), true; }
+  bool MsgXChar(int code) override { return Widget::MsgXChar(code), true; }
+  bool MsgWantFocus() override { return Widget::MsgWantFocus(), true; }
+};
+
+class WidgetTest : public StageTest {
+ protected:
+  WidgetTest() {
+    root.Add(&widget);
+    root.names = {{&widget, 'w'}};
+  }
+  Willing widget;
+};
+
+TEST_F(WidgetTest, MessagesReachTheirHandlersWhichReportThem) {
+  for (int msg = 1; msg <= 36; ++msg) root.watched.insert(msg);
+  const std::set<int> silent = {15, 25, 27, 28, 29, 33, 34}, withArgument = {7, 8, 9, 16, 17, 24};
+  std::map<int, int> answers = {{7, 16}, {8, 16}, {9, 16}, {10, 8}, {34, 8}, {35, 8}, {36, 8}};
+  int argument = 0;
+  root.onEvent = [&argument](Widget*, int, int value) { argument = value; };
+  for (int msg = -1; msg <= 40; ++msg) {
+    EXPECT_EQ(widget.SendMessage(msg, 5), answers[msg]) << msg;
+    const bool reports = msg >= 1 && msg <= 36 && !silent.count(msg);
+    const std::string report = "w" + std::to_string(msg == 36 ? 10 : msg) + " ";
+    EXPECT_EQ(root.Events(), reports ? report : "") << msg;
+    EXPECT_EQ(std::exchange(argument, 0), withArgument.count(msg) ? 5 : 0) << msg;
+  }
+  Widget plain;
+  EXPECT_EQ(plain.SendMessage(MSG_CHAR, 'a'), 0);
+  EXPECT_EQ(plain.SendMessage(MSG_WANTTAB), 0);
+  EXPECT_EQ(plain.SendMessage(MSG_WANTMOUSE), 8);
+}
+
+TEST_F(WidgetTest, OperationsSetAndClearTheirFlags) {
+  using Operation = void (Widget::*)();
+  const struct {
+    Operation set, clear;
+    std::uint32_t flag;
+    bool dirtyOnSet, dirtyOnClear;
+  } kPairs[] = {{&Widget::MakeExit, &Widget::DontExit, 1, true, true},
+                {&Widget::Select, &Widget::Deselect, 2, true, true},
+                {&Widget::MsgGotFocus, &Widget::MsgLostFocus, 4, true, true},
+                {&Widget::MsgGotMouse, &Widget::MsgLostMouse, 8, false, false},
+                {&Widget::Hide, &Widget::Unhide, 16, false, true},
+                {&Widget::Disable, &Widget::Enable, 32, true, true},
+                {&Widget::Redraw, &Widget::ForgetRedraw, 64, true, false}};
+  for (const auto& row : kPairs) {
+    widget.ForgetRedraw();
+    (widget.*row.set)();
+    EXPECT_EQ(widget.GetFlags() & ~64u, row.flag & ~64u) << row.flag;
+    EXPECT_EQ(widget.Dirty(), row.dirtyOnSet) << row.flag;
+    widget.ForgetRedraw();
+    (widget.*row.clear)();
+    EXPECT_EQ(widget.GetFlags(), row.dirtyOnClear ? 64u : 0u) << row.flag;
+  }
+  widget.SetFlag(~4096u);
+  widget.MsgEnd();
+  EXPECT_EQ(widget.GetFlags(), ~4096u & ~1804u);
+  EXPECT_FALSE(widget.TestFlag(6)) << "of two bits one is left";
+}
+
+TEST_F(WidgetTest, PositionsAndSharesAreThoseOfTheParent) {
+  Dialog panel;
+  root.Add(&panel);
+  panel.Shape(30, 20, 200, 100);
+  panel.Add(&widget);
+  widget.Setup(-10, -30, 5, 6, 'k', kFlagSelected);
+  EXPECT_EQ(widget.Bounds(), Rect(220, 90, 5, 6));
+  EXPECT_EQ(widget.GetRelativePos(), (Point{190, 70}));
+  EXPECT_TRUE(widget.TestFlag(kFlagMoved | kFlagResized | kFlagDirty | kFlagSelected));
+  EXPECT_EQ(widget.GetKey(), 'k');
+  EXPECT_EQ(widget.x2(), 225);
+  PutMouse(221, 95);
+  EXPECT_EQ(widget.GetMousePos(), (Point{1, 5}));
+
+  widget.Shape({50, -1, 25, -1}, true);
+  EXPECT_EQ(widget.Bounds(), Rect(220, 90, 5, 6)) << "shares are applied later";
+  widget.SendMessage(MSG_MOVE);
+  EXPECT_EQ(widget.Bounds(), Rect(130, 90, 5, 6));
+  widget.SendMessage(MSG_RESIZE);
+  EXPECT_EQ(widget.Bounds(), Rect(130, 90, 50, 6));
+  panel.Resize(99, 50);
+  widget.Resize(-1, 33, true);
+  widget.SendMessage(MSG_SHAPE);
+  EXPECT_EQ(widget.Bounds(), Rect(79, 90, 50, 16)) << "rounded down";
+
+  widget.Shape(2147483647, -2147483647 - 1, 2147483647, 2147483647);
+  EXPECT_EQ(widget.GetRelativePos(), (Point{32767, -32767}));
+  EXPECT_EQ(widget.w(), 32767);
+  Dialog alone;
+  alone.Place(7, 8);
+  EXPECT_EQ(Point({alone.x(), alone.y()}), (Point{7, 8}));
+  EXPECT_EQ(alone.GetAbsolutePos(), (Point{0, 0}));
+}
+
+TEST_F(WidgetTest, TooltipsComeFromTheParentAndFontsFromTheSkin) {
+  EXPECT_EQ(widget.GetTooltip(), nullptr);
+  root.SetTooltip("outer");
+  std::string text = "inner";
+  widget.SetTooltip(text.c_str());
+  text = "other";
+  EXPECT_STREQ(widget.GetTooltip(), "inner");
+  widget.SetTooltip(nullptr);
+  EXPECT_STREQ(widget.GetTooltip(), "outer");
+
+  widget.SetFont(70, 0);  // no font has this index
+  widget.SetBitmap(3);
+  EXPECT_GT(widget.GetFont(0).TextHeight(), 0);
+  EXPECT_EQ(widget.GetBitmap(), nullptr);
+  UseSkin();
+  widget.SetSkin(nullptr);
+  EXPECT_EQ(widget.GetSkin(), CurrentSkin());
+  EXPECT_TRUE(widget.TestFlag(kFlagSkinChanged));
+  EXPECT_GT(widget.GetFont(0).TextHeight(), 0);
+  EXPECT_NE(widget.GetBitmap(), nullptr);
+  widget.SetBitmap(100'000);
+  EXPECT_EQ(widget.GetBitmap(), nullptr);
+}
+
+class RepaintTest : public StageTest {
+ protected:
+  RepaintTest() {
+    root.Add(&patch);
+    Start();
+    patch.draws = 0;
+  }
+  ~RepaintTest() override { root.MsgEnd(); }
+  // The 8 x 4 pixels where the patch is.
+  static Rows Seen() {
+    BitmapPtr part{create_bitmap(8, 4)};
+    blit(screen, part.get(), 10, 10, 0, 0, 8, 4);
+    return Picture(part.get());
+  }
+  Patch patch{{10, 10, 8, 4}};
+};
+
+TEST_F(RepaintTest, PartsAloneArePaintedAndNothingTwice) {
+  patch.color = green;
+  patch.RedrawPart({1, 1, 3, 2});
+  patch.RedrawPart({2, 0, 4, 2});
+  patch.RedrawPart({0, 0, 0, 9});
+  const auto& list = static_cast<DirtyRectangles*>(CurrentScreenUpdate())->Pending();
+  settings.showMouse = false;
+  root.DrawDirty();
+  int pixels = 0;
+  for (const Rect& r : list) pixels += r.w * r.h;
+  EXPECT_EQ(pixels, 12);
+  CurrentScreenUpdate()->Redraw();
+  EXPECT_EQ(Seen(), Rows({"rrggggrr", "rgggggrr", "rgggrrrr", "rrrrrrrr"}));
+  patch.Redraw();
+  patch.RedrawPart({1, 1, 3, 2});
+  EXPECT_FALSE(patch.DirtyInParts());
+  Tick();
+  EXPECT_EQ(Seen(), Rows(4, "gggggggg"));
+}
+
+TEST_F(RepaintTest, ATransitionRunsFromTheOldLookToTheNew) {
+  patch.SetAnimationProperties(80, 0);
+  patch.StartAnimation();
+  EXPECT_FALSE(patch.InTransition()) << "type 0 is none";
+  patch.PlayAnimation(6);  // a wipe downward, of four ticks
+  patch.color = green;
+  patch.RedrawPart({0, 0, 1, 1});
+  std::string greenRows;
+  for (int tick = 0; tick < 6; ++tick) {
+    Tick();
+    const Rows seen = Seen();
+    greenRows += std::to_string(std::count(seen.begin(), seen.end(), "gggggggg"));
+    if (tick == 1) patch.RedrawPart({0, 0, 1, 1});
+  }
+  EXPECT_EQ(greenRows, "123444");
+  EXPECT_EQ(patch.draws, 2) << "for the new look, and when it has ended";
+  EXPECT_FALSE(patch.InTransition());
+  patch.PlayAnimation(6);
+  patch.ResetAnimation();
+  EXPECT_FALSE(patch.InTransition());
+
+  Patch cover{{0, 0, 60, 60}, blue};
+  cover.SetOpaque(true);
+  root.Add(&cover);
+  patch.color = white;
+  patch.PlayAnimation(6);
+  patch.Redraw();
+  Tick(6);
+  EXPECT_EQ(Seen(), Rows(4, "bbbbbbbb"));
+  root.Remove(&cover);
+  Tick();
+  EXPECT_EQ(Seen(), Rows(4, "wwwwwwww")) << "it went on under the cover";
+}
+
+}  // namespace
+}  // namespace zel

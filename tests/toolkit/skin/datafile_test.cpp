@@ -1,0 +1,71 @@
+#include "toolkit/skin/datafile.h"
+
+#include <string>
+
+#include "tests/support/allegro_fixture.h"
+#include "tests/support/temp_files.h"
+
+namespace zel {
+namespace {
+
+class DatafileTest : public AllegroFixture {
+ protected:
+  // A datafile of one picture, the first rows of which repeat each other, written by Allegro.
+  std::string WritePacked(const char* name, const char* mode, bool packsObject) const {
+    const std::string path = dir.Path(name);
+    PACKFILE* file = pack_fopen(path.c_str(), mode);
+    pack_mputl(DAT_MAGIC, file);
+    pack_mputl(1, file);
+    pack_mputl(DAT_BITMAP, file);
+    PACKFILE* object = pack_fopen_chunk(file, packsObject);
+    for (const int word : {8, kSide, kSide}) pack_mputw(word, object);
+    for (int i = 0; i < kSide * kSide; ++i) pack_putc(i % kSide + i / 5000, object);
+    pack_fclose(pack_fclose_chunk(object));
+    return path;
+  }
+
+  static constexpr int kSide = 100;
+  TempDir dir;
+};
+
+TEST_F(DatafileTest, MayBePackedAsAWholeOrObjectByObject) {
+  for (const char* mode : {F_WRITE_PACKED, F_WRITE_NOPACK}) {
+    for (const bool packsObject : {true, false}) {
+      const std::string path = WritePacked("picture.dat", mode, packsObject);
+      UseDepth(8);
+      const DatafilePtr datafile = LoadDatafile(path.c_str());
+      ASSERT_TRUE(datafile) << mode << packsObject;
+      auto* picture = static_cast<BITMAP*>(datafile.get()->dat);
+      EXPECT_EQ(getpixel(picture, 7, 3), 7);
+      EXPECT_EQ(getpixel(picture, 99, 99), 100);
+      const std::string whole = dir.Read("picture.dat");
+      for (std::size_t length = 0; length < whole.size(); length += 7)
+        EXPECT_FALSE(IsSoundDatafile(dir.Write("cut.dat", whole.substr(0, length)).c_str()));
+    }
+  }
+}
+
+// The first bytes of a packed file may repeat only what Allegro has set.
+TEST_F(DatafileTest, RepetitionsOfUndefinedBytesAreRefused) {
+  const auto packed = [this](const std::string& repetition) {
+    // Seven bytes as they are, the last three for the number of objects, and a repetition.
+    const std::string file =
+        std::string{
+            "slh!\x7F"
+            "ALL.",
+            9} +
+        std::string(3, '\0') + repetition;
+    return IsSoundDatafile(dir.Write("packed.dat", file).c_str());
+  };
+  EXPECT_TRUE(packed(std::string{"\x00\x00", 2})) << "zeros from the start of the ring";
+  EXPECT_FALSE(packed("\xFA\xF0")) << "from its end, which is not written yet";
+}
+
+TEST_F(DatafileTest, AreNotLookedForInsideOthers) {
+  const std::string path = WritePacked("a.dat", F_WRITE_NOPACK, false);
+  EXPECT_TRUE(IsSoundDatafile(path.c_str()));
+  EXPECT_FALSE(IsSoundDatafile((path + "#object").c_str()));
+}
+
+}  // namespace
+}  // namespace zel

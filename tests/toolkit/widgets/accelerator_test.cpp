@@ -1,0 +1,36 @@
+#include "toolkit/widgets/accelerator.h"
+
+#include "tests/support/stage.h"
+
+namespace zel {
+namespace {
+
+using AcceleratorTest = StageTest;
+
+TEST_F(AcceleratorTest, ActivatesForOneCombinationInTheNameOfItsTarget) {
+  Accelerator accelerator;
+  Patch target{{0, 0, 10, 10}};
+  root.Add(&accelerator);
+  root.names = {{&accelerator, 'a'}, {&target, 't'}};
+  Watch({MSG_ACTIVATE});
+  const auto expect = [&](int scancode, int shifts, const char* events) {
+    key_shifts = shifts;
+    EXPECT_EQ(root.HandleKey(0, scancode), *events != '\0');
+    Expect(events);
+  };
+  for (const int scancode : {0, 47, 255}) expect(scancode, 0, "");
+  for (const bool withTarget : {false, true}) {
+    const char* activated = withTarget ? "t27 " : "a27 ";
+    accelerator.Setup(KEY_F1, KB_ALT_FLAG, withTarget ? &target : nullptr);
+    expect(KEY_F1, KB_ALT_FLAG, activated);
+    expect(KEY_F1, KB_ALT_FLAG | KB_CAPSLOCK_FLAG | KB_NUMLOCK_FLAG, activated);
+    expect(KEY_F1, KB_ALT_FLAG | KB_SHIFT_FLAG, "");
+    expect(KEY_F1, 0, "");
+    expect(KEY_F2, KB_ALT_FLAG, "");
+  }
+  target.Disable();
+  expect(KEY_F1, KB_ALT_FLAG, "");
+}
+
+}  // namespace
+}  // namespace zel

@@ -1,0 +1,158 @@
+#include "toolkit/widgets/list_view.h"
+
+#include "tests/support/widget_fixture.h"
+
+namespace zel {
+namespace {
+
+// The frames of "LIST" are single pixels: items are one pixel high, and the picture of a list is
+// its items' states from top to bottom: 0 r, 1 g, 2 b, 3 w, 4 k, 5 y, 6 c, 7 ?.
+class ListTest : public WidgetFixture {
+ protected:
+  ListTest() { Dress(LIST, {"r", "g", "b", "w", "k", "y", "c", "?"}); }
+  // A focused list at (10, 10).
+  void ShowItems(ListView& shown, int count, int rows) {
+    Show(shown, {10, 10, 1, rows});
+    Fill(shown, count);
+    root->SetFocus(&shown);
+    root->Take();
+  }
+  static void Fill(ListView& target, int count) {
+    while (count-- > 0) target.InsertItem(std::make_unique<ListItem>());
+  }
+
+  // Puts the box at (10, 10), with items of 10 pixels, of which five fit.
+  void ShowBox(int count) {
+    Rows rows;
+    for (const char state : std::string("rgbwkyc?")) rows.insert(rows.end(), 10, {state});
+    Dress(LIST, rows);
+    Fill(view, count);
+    Show(box, {10, 10, 100, 54});
+    root->SetFocus(&view);
+  }
+
+  ListView list;
+  ListBox box;
+  ListView& view = box.GetList();
+};
+
+TEST_F(ListTest, ItemsAreDrawnByTheirState) {
+  ShowItems(list, 3, 3);
+  const auto states = [this](std::uint32_t flags, bool currentMarked) {
+    list.GetItem(2)->selected = currentMarked;
+    list.ClearFlag(kFlagFocus | kFlagDisabled);
+    list.SetFlag(flags);
+    const Rows rows = Shown(list);
+    return rows[0] + rows[1] + rows[2];
+  };
+  list.SetCurrent(2);
+  EXPECT_EQ(states(kFlagFocus, true), "rry");
+  EXPECT_EQ(states(kFlagFocus | kFlagDisabled, true), "ccc");
+  list.SetMultiSelect(true);
+  list.GetItem(1)->selected = true;
+  EXPECT_EQ(states(0, false), "rgr");
+  EXPECT_EQ(states(kFlagFocus, false), "byw");
+  EXPECT_EQ(states(kFlagFocus | kFlagDisabled, true), "byk");
+  EXPECT_EQ(states(kFlagDisabled, true), "c??");
+}
+
+TEST_F(ListTest, KeysMoveTheCurrentItemWithinTheList) {
+  ShowItems(list, 10, 3);
+  const std::tuple<int, int, std::string> kMoves[] = {
+      {0, KEY_UP, ""},      {9, KEY_DOWN, ""},    {4, KEY_UP, " S3"},   {4, KEY_DOWN, " S5"},
+      {0, KEY_PGDN, " S3"}, {8, KEY_PGDN, " S9"}, {9, KEY_PGUP, " S6"}, {2, KEY_PGUP, " S0"},
+      {5, KEY_HOME, " S0"}, {5, KEY_END, " S9"},  {9, KEY_END, ""},     {0, KEY_HOME, ""}};
+  for (const auto& [from, key, events] : kMoves) {
+    list.SetCurrent(from);
+    root->Take();
+    Press(key);
+    EXPECT_EQ(root->Take(), events) << from << ' ' << key;
+  }
+  list.Clear();
+  for (const int key : {KEY_UP, KEY_ENTER, KEY_SPACE, KEY_HOME}) Press(key);
+  EXPECT_EQ(root->Take(), " S-1 S-1 S-1");
+}
+
+TEST_F(ListTest, ItemsAreChosenByKeyAndPointer) {
+  ShowItems(list, 3, 20);
+  for (const int key : {KEY_ENTER, KEY_SPACE}) Press(key);
+  for (const int y : {12, 25}) Click(11, y);
+  EXPECT_EQ(root->Take(), " A0 A0 S1 A1 A-1");
+  list.SetMultiSelect(true);
+  list.DeselectAll();
+  std::string marks;
+  for (const int key : {KEY_SPACE, KEY_SPACE, KEY_ENTER, KEY_ENTER})
+    marks += Press(key) && list.IsSelected(1) ? '1' : '0';
+  for (int click = 0; click < 2; ++click) {  // also a double click
+    Click(11, 13);
+    marks += list.IsSelected(2) ? '1' : '0';
+  }
+  EXPECT_EQ(marks, "101110");
+  EXPECT_EQ(root->Take(), " A1 A1 A1 A1 S2 A2 A2 A2");
+}
+
+TEST_F(ListTest, DeletingKeepsACurrentAndAVisibleItem) {
+  ShowItems(list, 10, 4);
+  Press(KEY_END);
+  list.SetFirst(100), list.PageSize();
+  EXPECT_EQ(list.GetFirst(), 6);
+  list.SetH(0);
+  list.SetFirst(9);
+  for (const int index : {9, 0, 12, 7, 6}) list.DeleteItem(index);
+  EXPECT_EQ(root->Take(), " S9 S8 S7 S6 S5");
+  EXPECT_EQ(list.GetFirst(), 5);
+  while (list.Count() > 0) list.DeleteItem(0);
+  EXPECT_EQ(root->Take(), " S4 S3 S2 S1 S0 S-1");
+}
+
+TEST_F(ListTest, TheApplicationMayReplaceTheListWhileAnItemIsChosen) {
+  for (const int run : {0, 1, 2, 3}) {
+    auto shown = std::make_unique<ListView>();
+    Mouse(200, 150);
+    ShowItems(*shown, 9, 9);
+    root->onEvent = [&](int msg, int index) {
+      if (msg != (run % 2 ? MSG_SCROLL : MSG_ACTIVATE) || index != 7) return;
+      shown->Clear();
+      Fill(*shown, 2);
+      if (run > 1) shown.reset();
+    };
+    Click(11, 18);
+    EXPECT_EQ(root->Take(), run % 2 ? " S7 S0" : " S7 A7 S0");
+    root->onEvent = nullptr;
+  }
+}
+
+TEST_F(ListTest, TheViewFollowsTheCurrentItemTheWheelAndTheScrollBar) {
+  ShowBox(30);
+  std::string firsts;
+  const auto note = [&] { firsts += ' ' + std::to_string(view.GetFirst()); };
+  for (const int key : {KEY_END, KEY_UP, KEY_UP, KEY_UP, KEY_UP, KEY_UP}) Press(key), note();
+  EXPECT_EQ(root->Take(), " S29 S28 S27 S26 S25 S24");
+  Mouse(30, 30, 0, 3), note();
+  Mouse(105, 30, 0, -1), note();
+  Click(105, 60), note();
+  view.Clear(), Click(40, 60);
+  EXPECT_EQ(firsts, " 25 25 25 25 25 24 21 22 23");
+  EXPECT_EQ(root->Take(), "");
+}
+
+TEST_F(ListTest, WhatIsRepaintedInPartLooksAsIfItWereRepaintedWhole) {
+  ShowBox(5);
+  const auto expectSame = [this] {
+    const Rows inPart = Frame();
+    root->Redraw();
+    EXPECT_EQ(inPart, Frame()) << view.Count() << ' ' << view.GetCurrent();
+  };
+  box.Hide(), box.Unhide(), expectSame();
+  Fill(view, 3), box.ItemsChanged(), expectSame();
+  for (const int key : {KEY_DOWN, KEY_END, KEY_HOME, KEY_DOWN}) Press(key), expectSame();
+  view.InsertItem(std::make_unique<TextListItem>("text"), 1), expectSame();
+  for (const int last : {8, 7, 6, 5, 4}) view.DeleteItem(last), expectSame();
+  view.SetFirst(2), expectSame();
+  view.SetMultiSelect(true), expectSame();
+  for (const int y : {35, 45, 45}) Click(30, y), expectSame();
+  view.Clear(), expectSame();
+}
+
+}  // namespace
+}  // namespace zel

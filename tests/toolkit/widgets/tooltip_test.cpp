@@ -1,0 +1,89 @@
+#include "toolkit/widgets/tooltip.h"
+
+#include "tests/support/stage.h"
+
+namespace zel {
+namespace {
+
+// Two widgets with a tip, a at 0..20 and b at 20..40.
+class TooltipTest : public StageTest {
+ protected:
+  TooltipTest() {
+    settings.tooltipAutohideDelay = 0;
+    UseSkin();
+    a.SetTooltip("a");
+    b.SetTooltip("wider");
+    root.Add(&tip);
+    root.Add(&a);
+    root.Add(&b);
+    tip.Hide();
+    root.SetSkin(nullptr);
+    Start();
+  }
+  ~TooltipTest() override {
+    tip.HideTip();
+    root.MsgEnd();
+  }
+  // The ticks after which the tip shows or hides.
+  int TicksUntil(bool shown) {
+    int ticks = 0;
+    for (; tip.Hidden() == shown && ticks < 999; ++ticks) Tick();
+    return ticks;
+  }
+
+  Patch a{{0, 0, 20, 20}}, b{{20, 0, 20, 20}};
+  Tooltip tip;
+};
+
+TEST_F(TooltipTest, ShowsAboveEverythingAfterTheDelayOfRest) {
+  MoveTo(5, 5);
+  Tick(9);
+  MoveTo(6, 5);
+  EXPECT_EQ(TicksUntil(true), 10);
+  EXPECT_EQ(tip.GetRelativePos(), (Point{6, 25})) << "below the pointer";
+  EXPECT_EQ(root.Children().back(), &tip);
+  Tick(500);
+  EXPECT_EQ(At(7, 26), Color(255, 255, 192));
+  EXPECT_EQ(At(6, 25), black);
+  settings.tooltipAutohideDelay = 100;
+  EXPECT_EQ(TicksUntil(false), 5 + 10) << "its time, and that of leaving";
+  Tick(50);
+  EXPECT_TRUE(tip.Hidden());
+  EXPECT_EQ(At(7, 26), 0);
+}
+
+TEST_F(TooltipTest, FollowsThePointerAndLeavesWithIt) {
+  MoveTo(5, 5);
+  TicksUntil(true);
+  const int width = tip.w();
+  MoveTo(25, 5);
+  EXPECT_GT(tip.w(), width) << "the other text, at once";
+  EXPECT_EQ(tip.GetRelativePos().x, 25);
+  for (const int x : {50, 5, 50}) MoveTo(x, 5);
+  EXPECT_EQ(TicksUntil(false), 10);
+  for (const int button : {1, 2, 4}) {
+    MoveTo(5, 5);
+    TicksUntil(true);
+    Press(button);
+    EXPECT_TRUE(tip.Hidden()) << button;
+    Release(button);
+    MoveTo(150, 5);
+  }
+}
+
+TEST_F(TooltipTest, KeepsOnTheScreenAndWrapsLongTexts) {
+  b.Shape(kWidth - 10, kHeight - 10, 10, 10);
+  for (const int lines : {1, 3}) {
+    MoveTo(kWidth - lines, kHeight - 5);
+    TicksUntil(true);
+    EXPECT_EQ(tip.x2(), kWidth);
+    EXPECT_EQ(tip.y2(), kHeight - 5 - 8);
+    EXPECT_EQ(tip.h(), tip.GetFont(0).TextHeight() * lines + 6);
+    b.SetTooltip("three lines of many words");
+    MoveTo(120, 5);
+    TicksUntil(false);
+  }
+}
+
+}  // namespace
+}  // namespace zel

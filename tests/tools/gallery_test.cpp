@@ -1,0 +1,70 @@
+#include <set>
+#include <vector>
+
+#include "tests/support/allegro_fixture.h"
+#include "tests/support/temp_files.h"
+#include "tools/gallery/gallery.h"
+#include "tools/support/offscreen.h"
+
+namespace zel {
+namespace {
+
+std::vector<int> Pixels(BITMAP* bitmap) {
+  std::vector<int> pixels;
+  for (int y = 0; y < bitmap->h; ++y)
+    for (int x = 0; x < bitmap->w; ++x) pixels.push_back(getpixel(bitmap, x, y));
+  return pixels;
+}
+
+constexpr int kFrames = 20;  // until transitions have ended
+
+class GalleryTest : public AllegroFixture {
+ protected:
+  Offscreen offscreen;
+};
+
+TEST_F(GalleryTest, EveryPageShowsSomethingElseInEveryLook) {
+  for (const char* skin : {"default", "data/skin/zel.skin"}) {
+    ASSERT_EQ(Offscreen::LoadSkin(skin), "");
+    for (const int depth : {8, 16, 32}) {
+      ASSERT_TRUE(offscreen.SetMode({640, 480}, depth));
+      std::set<std::vector<int>> seen;
+      for (const Page& page : Pages()) {
+        const auto sheet = BuildPage(page, {640, 480});
+        Dialog root;
+        root.Add(sheet.get());
+        offscreen.Run(root, kFrames);
+        EXPECT_TRUE(seen.insert(Pixels(offscreen.Frame())).second) << page.name << skin << depth;
+      }
+    }
+  }
+}
+
+TEST_F(GalleryTest, PictureFileReadsBack) {
+  const TempDir directory;
+  for (const int depth : {15, 24}) {
+    ASSERT_TRUE(offscreen.SetMode({60, 40}, depth));
+    for (int x = 0; x < 60; ++x)
+      vline(offscreen.Frame(), x, 0, 39, makecol(4 * x, 255 - x, x * x & 255));
+    const std::string path = directory.Path("picture.png");
+    ASSERT_TRUE(SavePng(path.c_str(), offscreen.Frame()));
+    const BitmapPtr read{load_bitmap(path.c_str(), nullptr)};
+    ASSERT_TRUE(read);
+    EXPECT_EQ(Pixels(read.get()), Pixels(offscreen.Frame())) << depth;
+  }
+  EXPECT_FALSE(SavePng(directory.Path("none/picture.png").c_str(), offscreen.Frame()));
+}
+
+TEST_F(GalleryTest, ScreensThatCannotBeAreRefused) {
+  for (const Size size : {Size{0, 10}, Size{10, -1}, Size{100000, 10}})
+    EXPECT_FALSE(offscreen.SetMode(size, 16));
+  EXPECT_FALSE(offscreen.SetMode({640, 480}, 12));
+  Size size;
+  for (const char* text : {"", "800", "800x", "0x600", "800x600x16"})
+    EXPECT_FALSE(ParseSize(text, &size)) << text;
+  EXPECT_TRUE(ParseSize("800x600", &size));
+  EXPECT_EQ(size, (Size{800, 600}));
+}
+
+}  // namespace
+}  // namespace zel

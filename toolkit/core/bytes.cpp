@@ -1,0 +1,58 @@
+#include "toolkit/core/bytes.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <string>
+
+#include "toolkit/core/allegro.h"
+
+namespace zel {
+namespace {
+
+std::string SystemName(const char* path) {
+  const int encoding = get_filename_encoding();
+  if (!need_uconvert(path, U_CURRENT, encoding)) return path;
+  std::string name(static_cast<std::size_t>(uconvert_size(path, U_CURRENT, encoding)), '\0');
+  do_uconvert(path, U_CURRENT, name.data(), encoding, static_cast<int>(name.size()));
+  return name;
+}
+
+Bytes ReadAll(int file, std::size_t limit) {
+  struct stat status;
+  if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) return {};
+  // One byte more than expected, to notice the end.
+  Bytes bytes(std::min(static_cast<std::size_t>(status.st_size), limit) + 1);
+  std::size_t length = 0;
+  for (;;) {
+    const ssize_t count = read(file, bytes.data() + length, bytes.size() - length);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return {};
+    if (count == 0) break;
+    length += static_cast<std::size_t>(count);
+    if (length > limit) return {};
+    if (length == bytes.size()) bytes.resize(2 * length);
+  }
+  bytes.resize(length);
+  return bytes;
+}
+
+}  // namespace
+
+bool IsFile(const char* path) {
+  struct stat status;
+  return stat(SystemName(path).c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+Bytes ReadBytes(const char* path, std::size_t limit) {
+  const int file = open(SystemName(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+  if (file < 0) return {};
+  Bytes bytes = ReadAll(file, limit);
+  close(file);
+  return bytes;
+}
+
+}  // namespace zel

@@ -1,0 +1,72 @@
+// Files as bytes.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace zel {
+
+using Bytes = std::vector<std::uint8_t>;
+
+// Both take a name in the current text format and know only regular files: reading from a pipe may
+// never end.
+bool IsFile(const char* path);
+// The whole file; empty when there is none, when it is longer than `limit` or cannot be read to its
+// end.
+//
+// Allegro's packfiles do not serve for this. They wait for ever for the rest of a file that another
+// program shortens meanwhile, and a "#" in a name takes them into datafiles, where they trust every
+// number.
+Bytes ReadBytes(const char* path, std::size_t limit);
+
+// Takes numbers from the start of some bytes, which must outlive it.
+class ByteReader {
+ public:
+  explicit ByteReader(std::span<const std::uint8_t> bytes) : rest_{bytes} {}
+
+  std::size_t Left() const { return rest_.size(); }
+  // False once more was asked for than there was. Numbers from beyond the end are 0.
+  bool IsSound() const { return isSound_; }
+
+  // All or nothing.
+  std::span<const std::uint8_t> Take(std::size_t count) {
+    if (count > Left()) {
+      isSound_ = false;
+      count = Left();
+      rest_ = rest_.subspan(count);
+      return {};
+    }
+    const auto taken = rest_.first(count);
+    rest_ = rest_.subspan(count);
+    return taken;
+  }
+  void Skip(std::size_t count) { Take(count); }
+  int Byte() {
+    const auto taken = Take(1);
+    return taken.empty() ? 0 : taken[0];
+  }
+  int Little16() {
+    const int low = Byte();
+    return low | Byte() << 8;
+  }
+  std::uint32_t Little32() {
+    const auto low = static_cast<std::uint32_t>(Little16());
+    return low | static_cast<std::uint32_t>(Little16()) << 16;
+  }
+  int Big16() {
+    const int high = Byte();
+    return high << 8 | Byte();
+  }
+  std::uint32_t Big32() {
+    const auto high = static_cast<std::uint32_t>(Big16());
+    return high << 16 | static_cast<std::uint32_t>(Big16());
+  }
+
+ private:
+  std::span<const std::uint8_t> rest_;
+  bool isSound_ = true;
+};
+
+}  // namespace zel

@@ -1,0 +1,20 @@
+// Configuration files of any content.
+#pragma once
+
+#include <string>
+
+namespace zel {
+
+// Makes a file Allegro's current configuration, as set_config_file does: a missing one is empty,
+// UTF-8 becomes the current text format. So is one of more than 128 KB. Not for writing it back.
+//
+// Made for damaged files: zero bytes are spaces, and lines end after 4096 bytes. Allegro takes
+// minutes for a line of a million spaces and writes past its buffer where a character of several
+// bytes meets the buffer's end.
+void UseConfigFile(const char* path);
+
+// Likewise a text in the current format, of any length. As toolkit/core/text.h has it, the format's
+// terminator is one zero byte.
+void UseConfigText(const std::string& text);
+
+}  // namespace zel

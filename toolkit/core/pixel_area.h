@@ -1,0 +1,23 @@
+// A set of pixels.
+#pragma once
+
+#include <vector>
+
+#include "toolkit/core/geometry.h"
+
+namespace zel {
+
+// Kept as rectangles, no two of which overlap, in the order in which they came.
+class PixelArea {
+ public:
+  // Takes in the pixels of the rectangle that are not in the set yet.
+  void Add(const Rect& rect);
+  void Clear() { rects_.clear(); }
+  bool IsEmpty() const { return rects_.empty(); }
+  const std::vector<Rect>& Rects() const { return rects_; }
+
+ private:
+  std::vector<Rect> rects_;
+};
+
+}  // namespace zel

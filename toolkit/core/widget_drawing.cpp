@@ -1,0 +1,84 @@
+// How a widget is repainted: whole, in parts, or as a frame of its transition.
+#include <utility>
+
+#include "toolkit/core/dialog.h"
+#include "toolkit/core/screen_update.h"
+#include "toolkit/core/widget.h"
+#include "toolkit/widgets/animator.h"
+
+namespace zel {
+
+void Widget::Paint(Bitmap& canvas) {
+  if (TestFlag(kFlagStartAnimation) && !animator->Running()) {
+    animator->Start(canvas, animationLength);
+    if (!animator->NewImage().IsEmpty()) {
+      Draw(animator->NewImage());
+      animator->Draw(canvas, animationType);
+    }
+    ClearFlag(kFlagStartAnimation);
+  } else if (!TestFlag(kFlagStartAnimation) && animator->Running()) {
+    animator->Draw(canvas, animationType);
+  } else {
+    Draw(canvas);
+  }
+}
+
+void Widget::PaintParts(Bitmap& canvas) {
+  const PixelArea parts = std::exchange(dirtyParts_, {});
+  for (const Rect& part : parts.Rects()) {
+    canvas.set_clip_rect(part.x, part.y, part.Right() - 1, part.Bottom() - 1);
+    Draw(canvas);
+    if (ScreenUpdate* update = CurrentScreenUpdate())
+      update->AddDirtyRect(x() + part.x, y() + part.y, part.w, part.h);
+  }
+}
+
+void Widget::MsgDraw() {
+  const bool inParts = DirtyInParts();
+  if (parent) {
+    SubCanvas canvas = parent->GetCanvas(this);
+    if (!canvas.IsEmpty()) {
+      if (inParts)
+        PaintParts(canvas);
+      else
+        Paint(canvas);
+    }
+  }
+  ForgetRedraw();
+  ScreenUpdate* update = CurrentScreenUpdate();
+  if (update && !inParts) update->AddDirtyRect(*this);
+  Report(MSG_DRAW);
+}
+
+void Widget::Redraw() {
+  dirtyParts_.Clear();
+  SetFlag(kFlagDirty);
+}
+
+void Widget::RedrawPart(const Rect& part) {
+  if (Dirty() && dirtyParts_.IsEmpty()) return;
+  dirtyParts_.Add(part.Shared({0, 0, w(), h()}));
+  if (!dirtyParts_.IsEmpty()) SetFlag(kFlagDirty);
+}
+
+void Widget::ForgetRedraw() {
+  dirtyParts_.Clear();
+  ClearFlag(kFlagDirty);
+}
+
+bool Widget::DirtyInParts() const { return Dirty() && !dirtyParts_.IsEmpty() && !InTransition(); }
+
+bool Widget::InTransition() const { return TestFlag(kFlagStartAnimation) || animator->Running(); }
+
+bool Widget::IsOpaque() const { return opaque_ && !Hidden() && !InTransition(); }
+
+void Widget::RedrawArea(const Rect& area) {
+  if (!Overlaps(area)) return;
+  if (IsContainer()) {
+    if (!Dirty()) Redraw();
+    return;
+  }
+  RedrawPart({area.x - x(), area.y - y(), area.w, area.h});
+}
+
+}  // namespace zel

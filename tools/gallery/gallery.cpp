@@ -1,0 +1,158 @@
+#include "tools/gallery/gallery.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "toolkit/core/settings.h"
+#include "toolkit/core/startup.h"
+#include "toolkit/core/text.h"
+#include "toolkit/skin/skin.h"
+#include "toolkit/widgets/dialog_template.h"
+
+namespace zel {
+namespace {
+
+constexpr int kMargin = 6;
+constexpr int kFrameRoom = 10;  // of a field around a line of text
+constexpr int kListLetters = 17;
+constexpr int kBoxLetters = 14;
+
+constexpr Size kSizes[] = {{640, 480}, {800, 600}, {1024, 768}, {1280, 1024}};
+constexpr int kDepths[] = {8, 15, 16, 24, 32};
+enum SkinChoice : int { kBuiltIn, kFromFile };
+
+std::vector<std::string> SizeNames() {
+  std::vector<std::string> names;
+  for (const Size& size : kSizes)
+    names.push_back(std::to_string(size.w) + " x " + std::to_string(size.h));
+  return names;
+}
+
+std::vector<std::string> DepthNames() {
+  std::vector<std::string> names;
+  for (const int depth : kDepths) names.push_back(std::to_string(depth) + " bits");
+  return names;
+}
+
+template <class T, std::size_t kCount>
+int IndexOf(const T (&table)[kCount], const T& value) {
+  const auto found = std::find(std::begin(table), std::end(table), value);
+  return found == std::end(table) ? 0 : static_cast<int>(found - std::begin(table));
+}
+
+}  // namespace
+
+Gallery::Gallery(const std::string& skinFile) : skinFile_{skinFile} {
+  Add(&back_);
+  Add(&pages_);
+  for (const Page& page : Pages()) pages_.InsertItem(std::make_unique<TextListItem>(page.name));
+  Fill(skin_, "Skin",
+       skinFile.empty() ? std::vector<std::string>{"default"}
+                        : std::vector<std::string>{"default", skinFile});
+  Fill(size_, "Screen", SizeNames());
+  Fill(depth_, "Depth", DepthNames());
+  for (Choice* choice : {&skin_, &size_, &depth_}) {
+    Add(&choice->label);
+    Add(&choice->box);
+  }
+  Add(&message_);
+  reload_.Setup(KEY_F5, 0, nullptr);
+  Add(&reload_);
+  const bool fromFile = CurrentSkin()->skinFile != nullptr;
+  skin_.box.GetListBox().SelectItem(fromFile ? kFromFile : kBuiltIn);
+  size_.box.GetListBox().SelectItem(
+      IndexOf(kSizes, Size{settings.screenWidth, settings.screenHeight}));
+  depth_.box.GetListBox().SelectItem(IndexOf(kDepths, settings.colorDepth));
+}
+
+void Gallery::Fill(Choice& choice, const char* text, const std::vector<std::string>& entries) {
+  choice.label.SetText(text);
+  for (const std::string& entry : entries)
+    choice.box.GetListBox().InsertItem(std::make_unique<TextListItem>(get_filename(entry.c_str())));
+}
+
+// One field behind the other, each with its label, and the message in what is left.
+void Gallery::PlaceBar() {
+  const DialogUnits units{GetFont(kNormal)};
+  const int height = GetFont(kNormal).TextHeight() + kFrameRoom;
+  int x = kMargin;
+  for (Choice* choice : {&skin_, &size_, &depth_}) {
+    choice->label.UpdateSize();
+    choice->label.Place(x, kMargin + kFrameRoom / 2);
+    x += choice->label.w() + kMargin;
+    const int width = units.X(kBoxLetters * 4);
+    choice->box.Setup(x, kMargin, width, height, 0, 0, choice->box.GetListBox().GetCurrent());
+    x += width + 2 * kMargin;
+  }
+  message_.Place(x, kMargin + kFrameRoom / 2);
+  const int top = height + 2 * kMargin;
+  const int list = units.X(kListLetters * 4);
+  pages_.Shape(kMargin, top, list, std::max(0, h() - top - kMargin));
+  const int left = list + 2 * kMargin;
+  pageRoom_ = {left, top, std::max(1, w() - left), std::max(1, h() - top)};
+}
+
+void Gallery::UpdateLayout() {
+  PlaceBar();
+  pageChanges_ = true;
+  Dialog::UpdateLayout();
+}
+
+void Gallery::MsgInitSkin() {
+  Dialog::MsgInitSkin();
+  UpdateLayout();
+}
+
+void Gallery::Complain(Error error) {
+  std::string text = error.IsError() ? error.GetDescription() : "";
+  if (!text.empty()) text.pop_back();  // the line feed
+  message_.SetText(text.c_str());
+}
+
+void Gallery::ChangeSkin() {
+  Skin& current = *CurrentSkin();
+  Error result;
+  if (skin_.box.GetListBox().GetCurrent() == kFromFile) {
+    result = current.Load(skinFile_.c_str());
+  } else {
+    current.skinFile.reset();
+    current.Reset();
+  }
+  SetSkin(&current);
+  SetCursor(MOUSE_NORMAL);
+  Complain(result);
+}
+
+void Gallery::ChangeMode() {
+  const Size size = kSizes[size_.box.GetListBox().GetCurrent()];
+  const int depth = kDepths[depth_.box.GetListBox().GetCurrent()];
+  Complain(ChangeScreenMode(settings.gfxMode, settings.fullscreen, size.w, size.h, depth, this));
+}
+
+void Gallery::BuildCurrentPage() {
+  if (page_) Remove(page_.get());
+  page_ =
+      BuildPage(Pages()[static_cast<std::size_t>(pages_.GetCurrent())], {pageRoom_.w, pageRoom_.h});
+  page_->Place(pageRoom_.x, pageRoom_.y);
+  Add(page_.get());
+  // The lists of the bar open over the page.
+  for (Choice* choice : {&skin_, &size_, &depth_}) BringToFront(&choice->box);
+}
+
+void Gallery::MsgTick() {
+  Dialog::MsgTick();
+  if (std::exchange(modeChanges_, false)) ChangeMode();
+  if (std::exchange(skinChanges_, false)) ChangeSkin();
+  if (std::exchange(pageChanges_, false)) BuildCurrentPage();
+}
+
+void Gallery::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
+  Dialog::HandleEvent(sender, msg, arg1, arg2);
+  if (msg == MSG_SCROLL && sender == &pages_) pageChanges_ = true;
+  if (msg != MSG_ACTIVATE) return;
+  if (sender == &skin_.box || sender == &reload_) skinChanges_ = true;
+  if (sender == &size_.box || sender == &depth_.box) modeChanges_ = true;
+}
+
+}  // namespace zel

@@ -1,0 +1,150 @@
+#include "tools/support/offscreen.h"
+
+#include <png.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "imageformats/register.h"
+#include "toolkit/core/bitmap_guard.h"
+#include "toolkit/core/dialog.h"
+#include "toolkit/core/screen_update.h"
+#include "toolkit/core/settings.h"
+#include "toolkit/core/startup.h"
+#include "toolkit/skin/color.h"
+#include "toolkit/skin/engine_font.h"
+#include "toolkit/skin/skin.h"
+
+namespace zel {
+namespace {
+
+constexpr int kLargestExtent = 16384;
+constexpr int kDepths[] = {8, 15, 16, 24, 32};
+
+// Draws on a bitmap that somebody else owns.
+class MemoryScreen final : public ScreenUpdate {
+ public:
+  explicit MemoryScreen(BITMAP* frame) { canvas.Set(frame, false, kMemoryBitmap); }
+  Error Create() override { return kNoError; }
+};
+
+// The clock, in Allegro's hardware ticks.
+struct Timer {
+  void (*tick)();
+  long period;
+  long left;
+};
+std::vector<Timer> timers;
+
+int InstallTick(void (*tick)(), long period) {
+  std::erase_if(timers, [tick](const Timer& timer) { return timer.tick == tick; });
+  timers.push_back({tick, period, period});
+  return 0;
+}
+
+void RemoveTick(void (*tick)()) {
+  std::erase_if(timers, [tick](const Timer& timer) { return timer.tick == tick; });
+}
+
+void GoOnBy(long time) {
+  for (Timer& timer : timers)
+    for (timer.left -= time; timer.left <= 0; timer.left += timer.period) timer.tick();
+}
+
+}  // namespace
+
+Offscreen* Offscreen::current_ = nullptr;
+
+Offscreen::Offscreen() : previous_{std::exchange(timerDriver, {InstallTick, RemoveTick, Wait})} {
+  current_ = this;
+  if (!system_driver) install_allegro(SYSTEM_NONE, &errno, nullptr);
+  set_color_conversion(kPictureConversion);
+  InstallBitmapGuard();
+  RegisterPictureFormats();
+}
+
+Offscreen::~Offscreen() {
+  SetCurrentScreenUpdate(nullptr);
+  ExitToolkit();
+  timers.clear();
+  timerDriver = previous_;
+  current_ = nullptr;
+}
+
+bool Offscreen::SetMode(Size size, int depth) {
+  if (std::find(std::begin(kDepths), std::end(kDepths), depth) == std::end(kDepths)) return false;
+  if (std::max(size.w, size.h) > kLargestExtent || std::min(size.w, size.h) < 1) return false;
+  frame_.reset(create_bitmap_ex(depth, size.w, size.h));
+  if (!frame_) return false;
+  clear_bitmap(frame_.get());
+  settings.screenWidth = size.w;
+  settings.screenHeight = size.h;
+  settings.colorDepth = depth;
+  settings.showMouse = false;
+  settings.useKeyboard = false;
+  settings.yield = true;  // or the clock would stand still
+  set_color_depth(depth);
+  set_palette(default_palette);
+  RecomputeNamedColors();
+  if (Skin* skin = CurrentSkin()) skin->Reload();
+  return true;
+}
+
+std::string Offscreen::LoadSkin(const char* name) {
+  const bool hasEngine = EngineInit();
+  SetCurrentSkin(std::make_unique<Skin>(name));
+  const Error error = hasEngine ? CurrentSkin()->GetError() : Error{kFontError};
+  if (!error.IsError()) return {};
+  const std::string text = error.GetDescription();
+  return std::string{name} + ": " + text.substr(0, text.find('\n'));
+}
+
+void Offscreen::Run(Dialog& root) {
+  SetCurrentScreenUpdate(std::make_unique<MemoryScreen>(frame_.get()));
+  root.Execute(nullptr);
+}
+
+void Offscreen::Run(Dialog& root, int frames) {
+  onFrame = [&root, frames]() mutable {
+    if (--frames <= 0) root.Close();
+  };
+  Run(root);
+  onFrame = nullptr;
+}
+
+void Offscreen::Wait() {
+  if (current_->onFrame) current_->onFrame();
+  GoOnBy(TIMERS_PER_SECOND / settings.UsableFrameRate());
+}
+
+bool SavePng(const char* path, BITMAP* bitmap, Size part) {
+  const Size size{std::min(bitmap->w, part.w), std::min(bitmap->h, part.h)};
+  const int depth = bitmap_color_depth(bitmap);
+  std::vector<png_byte> pixels;
+  pixels.reserve(static_cast<std::size_t>(3) * size.w * size.h);
+  for (int y = 0; y < size.h; ++y)
+    for (int x = 0; x < size.w; ++x) {
+      const int color = getpixel(bitmap, x, y);
+      for (const auto component : {getr_depth, getg_depth, getb_depth})
+        pixels.push_back(static_cast<png_byte>(component(depth, color)));
+    }
+  png_image image{};
+  image.version = PNG_IMAGE_VERSION;
+  image.format = PNG_FORMAT_RGB;
+  image.width = static_cast<png_uint_32>(size.w);
+  image.height = static_cast<png_uint_32>(size.h);
+  return png_image_write_to_file(&image, path, 0, pixels.data(), 0, nullptr) != 0;
+}
+
+bool ParseSize(const char* text, Size* size) {
+  char rest = 0;
+  return std::sscanf(text, "%dx%d%c", &size->w, &size->h, &rest) == 2 &&
+         std::min(size->w, size->h) > 0;
+}
+
+}  // namespace zel

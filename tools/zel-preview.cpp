@@ -1,0 +1,150 @@
+// Makes a picture of what the launcher shows with a tree of menu files, after some keys.
+//
+// Needs no display and writes nothing but the picture.
+#include <getopt.h>
+#include <unistd.h>
+
+#include <cctype>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "launcher/language.h"
+#include "launcher/menu_screen.h"
+#include "launcher/paths.h"
+#include "toolkit/core/settings.h"
+#include "tools/support/offscreen.h"
+
+namespace zel {
+namespace {
+
+constexpr int kUsageStatus = 2;
+constexpr int kFramesPerKey = 20;  // transitions end meanwhile
+constexpr const char* kSettingsFile = "zel.cfg";
+constexpr const char* kNoFile = "";
+
+struct Key {
+  const char* name;
+  int scancode;
+  int character;
+};
+constexpr Key kKeys[] = {
+    {"Up", KEY_UP, 0},
+    {"Down", KEY_DOWN, 0},
+    {"Left", KEY_LEFT, 0},
+    {"Right", KEY_RIGHT, 0},
+    {"Home", KEY_HOME, 0},
+    {"End", KEY_END, 0},
+    {"Prior", KEY_PGUP, 0},
+    {"Next", KEY_PGDN, 0},
+    {"Tab", KEY_TAB, 9},
+    {"Return", KEY_ENTER, 13},
+    {"Escape", KEY_ESC, 27},
+    {"space", KEY_SPACE, ' '},
+    {"BackSpace", KEY_BACKSPACE, 8},
+};
+
+struct Options {
+  std::string directory = "/etc/zel";
+  std::filesystem::path png;
+  Size size;      // (0, 0): as the settings say
+  int depth = 0;  // likewise
+  std::vector<Key> keys;
+};
+
+[[noreturn]] void Fail(const std::string& message) {
+  std::fprintf(stderr, "zel-preview: %s\n", message.c_str());
+  std::exit(EXIT_FAILURE);
+}
+
+[[noreturn]] void ExplainUsage() {
+  std::fputs(
+      "usage: zel-preview [DIR] --png FILE [--size WxH] [--depth N] [--keys \"Down Return\"]\n"
+      "       DIR is /etc/zel by default; keys are",
+      stderr);
+  for (const Key& key : kKeys) std::fprintf(stderr, " %s", key.name);
+  std::fputs(", letters and digits\n", stderr);
+  std::exit(kUsageStatus);
+}
+
+Key FindKey(const std::string& name) {
+  for (const Key& key : kKeys)
+    if (name == key.name) return key;
+  const int character = name.size() == 1 ? std::tolower(static_cast<unsigned char>(name[0])) : 0;
+  if (character >= 'a' && character <= 'z') return {"", KEY_A + character - 'a', name[0]};
+  if (character >= '0' && character <= '9') return {"", KEY_0 + character - '0', name[0]};
+  Fail("there is no key " + name);
+}
+
+std::vector<Key> ReadKeys(const char* text) {
+  std::istringstream words{text};
+  std::vector<Key> keys;
+  for (std::string word; words >> word;) keys.push_back(FindKey(word));
+  return keys;
+}
+
+Options ReadOptions(int argc, char** argv) {
+  static const option kOptions[] = {
+      {"png", required_argument, nullptr, 'o'},
+      {"size", required_argument, nullptr, 's'},
+      {"depth", required_argument, nullptr, 'd'},
+      {"keys", required_argument, nullptr, 'k'},
+      {nullptr, 0, nullptr, 0},
+  };
+  Options options;
+  for (int letter; (letter = getopt_long(argc, argv, "", kOptions, nullptr)) != -1;) {
+    if (letter == 'o') options.png = std::filesystem::absolute(optarg);
+    if (letter == 'd') options.depth = std::atoi(optarg);
+    if (letter == 'k') options.keys = ReadKeys(optarg);
+    if (letter == '?' || (letter == 's' && !ParseSize(optarg, &options.size))) ExplainUsage();
+  }
+  if (options.png.empty() || argc - optind > 1) ExplainUsage();
+  if (optind < argc) options.directory = argv[optind];
+  return options;
+}
+
+// What the launcher does before its menu, but on a screen in memory.
+void SetUp(Offscreen& offscreen, const Options& options) {
+  paths.outputFile = paths.positionFile = paths.progressFile = kNoFile;
+  SetupEncoding();
+  settings.Load(kSettingsFile);
+  const Size size =
+      options.size.w ? options.size : Size{settings.screenWidth, settings.screenHeight};
+  const int depth = options.depth ? options.depth : settings.colorDepth;
+  if (!offscreen.SetMode(size, depth)) Fail("there is no such screen");
+  const std::string complaint = Offscreen::LoadSkin(settings.skinPath);
+  if (!complaint.empty()) Fail(complaint);
+}
+
+[[noreturn]] void Finish(const Offscreen& offscreen, const Options& options) {
+  if (!SavePng(options.png.c_str(), offscreen.Frame()))
+    Fail("cannot write " + options.png.string());
+  std::fflush(nullptr);
+  _exit(EXIT_SUCCESS);  // perhaps with a window open over the menu
+}
+
+[[noreturn]] void Run(const Options& options) {
+  if (chdir(options.directory.c_str()) != 0) Fail("there is no directory " + options.directory);
+  Offscreen offscreen;
+  SetUp(offscreen, options);
+  MenuScreen screen;
+  std::size_t next = 0;
+  int frames = 0;
+  offscreen.onFrame = [&] {
+    if (++frames % kFramesPerKey != 0) return;
+    if (next == options.keys.size()) Finish(offscreen, options);
+    const Key& key = options.keys[next++];
+    screen.HandleKey(key.character, key.scancode);
+  };
+  offscreen.Run(screen);
+  Finish(offscreen, options);  // an item was chosen
+}
+
+}  // namespace
+}  // namespace zel
+
+int main(int argc, char** argv) { zel::Run(zel::ReadOptions(argc, argv)); }
