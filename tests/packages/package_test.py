@@ -144,7 +144,10 @@ class Amd64Test(PackageTest, unittest.TestCase):
 
     def test_the_programs_for_authors_run(self):
         self.system.install(package("zel-tools", "amd64"))
-        self.assertEqual(self.system.run("zel-check", "/etc/zel"), (0, ""))
+        for command in ("zel-check /etc/zel", "zel-preview /etc/zel --png /tmp/menu.png",
+                        "zel-gallery --skin /etc/zel/skin/zel.skin --png /tmp/gallery.png"):
+            self.assertEqual(self.system.run(*command.split()), (0, ""), command)
+        self.assertEqual(self.system.run("sh", "-c", "head -qc 4 /tmp/*.png | tr -d '\\211'"), (0, "PNG" * 2))
 
 
 class I386Test(PackageTest, unittest.TestCase):
