@@ -7,12 +7,14 @@
 #   make build    build the launcher, build/bin/zel
 #   make image    build a bootable rescue disc, build-image/zel-rescue.iso (as root)
 #   make boot-test  start it in a virtual machine and use it as a person would
+#   make deb      build Debian's packages, build/*.deb (as root)
+#   make deb-test  install, run, upgrade and purge them in a minimal Debian
 #   make install  put it to /usr/sbin and its data to /etc/zel, below DESTDIR
 #   make clean    remove everything that was built
 
 CONFIG ?= data
 
-.PHONY: run test check bench image boot-test build install clean setup configure
+.PHONY: run test check bench image boot-test deb deb-test build install clean setup configure
 
 build: configure
 	cmake --build --preset release --target zel zel-check zel-gallery zel-preview
@@ -39,6 +41,14 @@ image:
 boot-test: image
 	cd tests/boot && python3 -B -W ignore boot_test.py
 	image/measure
+
+deb:
+	tools/setup --deb
+	packaging/build
+
+deb-test: deb
+	tests/packages/base
+	cd tests/packages && python3 -B -W ignore package_test.py
 
 install: build
 	DESTDIR="$(DESTDIR)" cmake --install build

@@ -18,6 +18,7 @@ PLACES = {(640, 480): ((500, 400), (4, 470)),
           (800, 600): ((620, 500), (4, 590)),
           (1024, 768): ((790, 640), (4, 758))}
 BAR_ROW, BAR_LEFT, BAR_RIGHT = 544, 52, 740  # of the progress bar at 800 x 600
+WINDOW_TITLE = 228, 214, 300, 18  # the place of the waiting window's title at 800 x 600
 
 
 def is_light(picture, x, y):
@@ -113,7 +114,8 @@ class ConsoleTest(MachineTest):
 
     def tearDown(self):
         self.machine.run("chvt 1; kill -KILL $(pidof rescue-menu) $(pidof zel); cp /test/zel.cfg /etc/zel/; "
-                         "rm -f /tmp/menupos.txt /tmp/progress /tmp/services.ready /var/run/gpm.pid")
+                         "rm -f /etc/sysconfig/i18n /tmp/menupos.txt /tmp/progress /tmp/services.ready "
+                         "/var/run/gpm.pid")
         self.machine.launch("true")
         wait_until(lambda: self.machine.read("/tmp/test/status") == "0\n", "the end of the launcher")
 
@@ -157,6 +159,22 @@ class ConsoleTest(MachineTest):
             wait_until(lambda: self.machine.look() != before, "the window")
             end()
         self.expect(10, "desktop\n", "0")
+
+    def window_title(self, language):
+        """The picture of the waiting window's title, which only a catalogue translates."""
+        self.machine.run(f"echo LANG={language} >/etc/sysconfig/i18n")
+        before = self.menu("/etc/zel/rescue-menu").part(*WINDOW_TITLE)
+        self.machine.press("ret")
+        window = self.machine.see(lambda seen: seen.part(*WINDOW_TITLE) != before, f"the window in {language}")
+        self.tearDown()
+        return window.part(*WINDOW_TITLE)
+
+    def test_the_language_of_the_system(self):
+        titles = [self.window_title(language) for language in ("en_US", "de_DE", "pl_PL", "ru_RU")]
+        self.assertEqual(len(set(titles)), len(titles))
+        self.machine.run("mv /usr/local/share/locale /tmp")
+        self.addCleanup(self.machine.run, "mv /tmp/locale /usr/local/share")
+        self.assertEqual(self.window_title("de_DE"), titles[0])
 
     def test_the_mouse_works_once_its_server_runs(self):
         before = self.menu()

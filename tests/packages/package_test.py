@@ -1,0 +1,165 @@
+#!/usr/bin/env python3
+"""The life of the Debian packages in a minimal Debian: installed, run, upgraded, purged."""
+
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "e2e"))
+from harness import ROOT, Display, text_of  # noqa: E402
+
+WORK = ROOT / "build-deb"
+EMULATOR = "/usr/bin/qemu-i386-static"  # the kernel may run 64-bit programs only
+PATIENCE = "120"  # seconds until a program that does not end is killed
+UNIT = "rescue-menu.service"
+KEPT_BY_DPKG = ("tmp", "var/cache", "var/lib/dpkg", "var/log")
+
+NOT_ROOT = "You must have root permissions to run this program\n"
+NO_GRAPHICS = "Das Programm kann nicht starten, weil das BIOS falsch eingestellt ist\n"
+
+
+def package(name, architecture):
+    return next((ROOT / "build").glob(f"{name}_*_{architecture}.deb"))
+
+
+def mount(*arguments):
+    subprocess.run(["mount", *arguments], check=True)
+
+
+class System:
+    """A Debian that looks like the one below; its changes go to a layer of its own."""
+
+    def __init__(self, below):
+        self.directory = pathlib.Path(tempfile.mkdtemp(prefix="system.", dir=WORK))
+        self.root, upper, work = (self.directory / name for name in ("root", "upper", "work"))
+        for directory in (self.root, upper, work):
+            directory.mkdir()
+        mount("-t", "overlay", "-o", f"lowerdir={below},upperdir={upper},workdir={work}", "system", self.root)
+        mount("-t", "proc", "proc", self.root / "proc")
+        mount("--bind", WORK / "archives", self.root / "var/cache/apt/archives")
+
+    def remove(self):
+        subprocess.run(["umount", "--recursive", self.root], check=True)
+        shutil.rmtree(self.directory)
+
+    def start(self, *command, user="root", **variables):
+        chroot = ["timeout", "--signal=KILL", PATIENCE, "chroot", f"--userspec={user}", self.root]
+        return subprocess.Popen([*chroot, *command], env={"PATH": os.environ["PATH"], **variables},
+                                start_new_session=True, encoding="iso8859-15", stdin=subprocess.DEVNULL,
+                                stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+
+    def run(self, *command, **options):
+        """Answers the status and what was printed."""
+        with self.start(*command, **options) as process:
+            text = process.stdout.read()
+        return process.returncode, text
+
+    def do(self, *command):
+        status, text = self.run(*command, DEBIAN_FRONTEND="noninteractive")
+        assert status == 0, f"{command}: status {status}\n{text}"
+
+    def install(self, path):
+        shutil.copy(path, self.root / "tmp/new.deb")
+        self.do("dpkg", "--install", "--force-confold", "/tmp/new.deb")
+
+    def files(self):
+        """All that is there but dpkg's own memory."""
+        found = subprocess.check_output(["find", self.root, "-xdev", "-mindepth", "1", "-printf", r"%P\n"], text=True)
+        return {path for path in found.splitlines() if not path.startswith(KEPT_BY_DPKG)}
+
+
+class PackageTest:
+    """Each test has a system of its own, with the package in it."""
+
+    @classmethod
+    def setUpClass(cls):
+        system = System(WORK / "base")
+        cls.addClassCleanup(system.remove)
+        shutil.copy(EMULATOR, system.root / "usr/bin")
+        cls.package = package("zel", cls.architecture)
+        depends = subprocess.check_output(["dpkg-deb", "--field", cls.package, "Depends"], text=True)
+        system.do("apt-get", "satisfy", "-qy", "--no-install-recommends",
+                  re.sub(r"(^|, )([^ ,\n]+)", rf"\1\2:{cls.architecture}", depends))
+        cls.before = system.files()
+        system.install(cls.package)
+        cls.installed = system.root
+
+    def setUp(self):
+        self.system = System(self.installed)
+        self.addCleanup(self.system.remove)
+
+    def successor(self, *changed):
+        """The package's next version, with a line more in some files."""
+        tree = self.system.directory / "successor"
+        subprocess.run(["dpkg-deb", "--raw-extract", self.package, tree], check=True)
+        subprocess.run(["sed", "-i", "/^Version:/s/$/.1/", tree / "DEBIAN/control"], check=True)
+        subprocess.run(["sed", "-i", "$a # new", *changed], check=True, cwd=tree)
+        subprocess.run(["dpkg-deb", "--build", tree], check=True, stdout=subprocess.DEVNULL)
+        return f"{tree}.deb"
+
+    def test_it_is_whole_and_its_unit_is_not_enabled(self):
+        self.assertEqual(self.system.run("dpkg", "--verify", "zel"), (0, ""))
+        self.assertTrue((self.system.root / "usr/lib/systemd/system" / UNIT).is_file())
+        self.assertEqual(list((self.system.root / "etc").rglob(UNIT)), [])
+
+    def test_an_ordinary_user_gets_a_message(self):
+        self.assertEqual(self.system.run(*self.launcher, user="nobody:nogroup"), (0, NOT_ROOT))
+
+    def test_an_upgrade_keeps_what_the_user_changed_and_a_purge_what_the_user_made(self):
+        settings, hints, own = (self.system.root / "etc/zel" / name for name in ("zel.cfg", "hints.txt", "own.cfg"))
+        wants = self.system.root / "etc/systemd/system/multi-user.target.wants"
+        settings.write_text("[Toolkit]\n")
+        own.touch()
+        wants.mkdir(parents=True, exist_ok=True)
+        (wants / UNIT).symlink_to(f"/usr/lib/systemd/system/{UNIT}")
+        self.system.install(self.successor("etc/zel/zel.cfg", "etc/zel/hints.txt"))
+        self.assertEqual(settings.read_text(), "[Toolkit]\n")
+        self.assertTrue(hints.read_text().endswith("# new\n"))
+        self.system.do("dpkg", "--purge", "zel")
+        self.assertEqual(self.system.files() ^ self.before, {"etc/zel", "etc/zel/own.cfg"})
+
+
+class Amd64Test(PackageTest, unittest.TestCase):
+    architecture = "amd64"
+    launcher = ["zel"]
+
+    def test_the_menu_shows_and_reports_a_typed_choice(self):
+        display = Display()
+        self.addCleanup(display.stop)
+        (self.system.root / "tmp/.X11-unix").mkdir()
+        mount("--bind", "/tmp/.X11-unix", self.system.root / "tmp/.X11-unix")
+        with self.system.start(*self.launcher, DISPLAY=display.name) as launcher:
+            display.wait_for_content()
+            display.xdotool("key", "--delay", 30, "Down", "Return")
+            self.assertEqual(launcher.stdout.read(), "")
+        menu = (self.system.root / "etc/zel/menu.cfg").read_text()
+        code, text = re.search(r"(?s)\[LINE2\].*?ExCode = (\d+)\nExString = ([^\n]*)", menu).groups()
+        self.assertEqual(launcher.returncode, int(code))
+        self.assertEqual(text_of(self.system.root / "root/output.txt"), text + "\n")
+
+    def test_the_programs_for_authors_run(self):
+        self.system.install(package("zel-tools", "amd64"))
+        for command in ("zel-check /etc/zel", "zel-preview /etc/zel --png /tmp/menu.png",
+                        "zel-gallery --skin /etc/zel/skin/zel.skin --png /tmp/gallery.png"):
+            self.assertEqual(self.system.run(*command.split()), (0, ""), command)
+        self.assertEqual(self.system.run("sh", "-c", "head -qc 4 /tmp/*.png | tr -d '\\211'"), (0, "PNG" * 2))
+
+
+class I386Test(PackageTest, unittest.TestCase):
+    architecture = "i386"
+    launcher = [EMULATOR, "/usr/sbin/zel"]
+
+    def test_without_a_framebuffer_it_says_so_in_the_users_language(self):
+        (self.system.root / "etc/sysconfig").mkdir()
+        (self.system.root / "etc/sysconfig/i18n").write_text("LANG=de\n")
+        status, text = self.system.run(*self.launcher, LC_ALL="C.UTF-8", LANGUAGE="de")
+        self.assertEqual((status, text[:len(NO_GRAPHICS)]), (0, NO_GRAPHICS))
+
+
+if __name__ == "__main__":
+    unittest.main()
