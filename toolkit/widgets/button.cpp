@@ -183,9 +183,11 @@ void Button::SwitchSelected() {
 }
 
 void Button::BeginPress() {
-  SwitchSelected();
+  // The mouse and the key may press together: that is one press, which the later one ends.
+  if (!TestFlag(kFlagPressed)) SwitchSelected();
   ShowChange();
   SetFlag(kFlagPressed);
+  keyTimer = 0;
   repeatTimer = 0;
 }
 
