@@ -1,6 +1,7 @@
 #include "toolkit/widgets/button.h"
 
 #include <algorithm>
+#include <clocale>
 #include <cmath>
 #include <iterator>
 #include <limits>
@@ -73,7 +74,7 @@ void Label::SetNumber(int n) { SetText(Ascii(std::to_string(n).c_str())); }
 
 void Label::SetNumber(double d) {
   std::string number = std::to_string(d);
-  // The comma of some locales would not be read back.
+  // Some locales write a comma.
   std::replace(number.begin(), number.end(), ',', '.');
   TrimZeros(number);
   SetText(Ascii(number.c_str()));
@@ -83,7 +84,13 @@ const char* Label::GetText() const { return text ? text->c_str() : nullptr; }
 
 int Label::GetInt() const { return RoundToInt(std::trunc(GetDouble())); }
 
-double Label::GetDouble() const { return text ? ustrtod(text->c_str(), nullptr) : 0.0; }
+double Label::GetDouble() const {
+  if (!text) return 0.0;
+  // The library reads a number only as the locale writes it.
+  std::string number = *text;
+  std::replace(number.begin(), number.end(), '.', *localeconv()->decimal_point);
+  return ustrtod(number.c_str(), nullptr);
+}
 
 void Label::SetAlignment(int alignment) {
   align = alignment;
