@@ -311,11 +311,11 @@ void Button::DrawToggle(Bitmap& canvas) {
   if (element)
     element->masked_blit(canvas.GetBitmap(), Selected() ? frameWidth : 0, state * frameHeight, 0,
                          boxY, frameWidth, frameHeight);
-  if (!text) return;
-  font.TextoutShadow(canvas, text->c_str(), {frameHeight + kCheckTextGap, textY},
-                     GetFontColor(state), GetShadowColor(state), Color{}, kAlignLeft);
+  const char* shown = text ? text->c_str() : empty_string;
+  font.TextoutShadow(canvas, shown, {frameHeight + kCheckTextGap, textY}, GetFontColor(state),
+                     GetShadowColor(state), Color{}, kAlignLeft);
   if (ShowsFocus())
-    canvas.DottedRect(frameHeight + 2, textY - 1, font.TextLength(text->c_str()) + frameHeight + 6,
+    canvas.DottedRect(frameHeight + 2, textY - 1, font.TextLength(shown) + frameHeight + 6,
                       textY + font.TextHeight(), GetFontColor(state));
 }
 
