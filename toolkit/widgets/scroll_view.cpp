@@ -123,19 +123,20 @@ void ScrollView::DecideBars() {
 void ScrollView::PlaceBars() {
   const int right = vShown ? vBar.Thickness() : 0;
   const int bottom = hShown ? hBar.Thickness() : 0;
+  // In a view that is smaller than its bars they stay at its near edges.
+  const int width = std::max(0, w() - right);
+  const int height = std::max(0, h() - bottom);
   if (hShown) {
-    hBar.Shape(0, h() - bottom, w() - right, bottom);
+    hBar.Shape(0, height, width, bottom);
     hBar.SetRange(contentW, VisibleWidth());
-    hBar.SetPosition(scrollX);
   }
   if (vShown) {
-    vBar.Shape(w() - right, 0, right, h() - bottom);
+    vBar.Shape(width, 0, right, height);
     vBar.SetRange(contentH, VisibleHeight());
-    vBar.SetPosition(scrollY);
   }
-  panel.Shape(0, 0, w() - right, h() - bottom);
-  content.Shape(0, 0, w() - right, h() - bottom);
-  corner.Shape(w() - right, h() - bottom, right, bottom);
+  panel.Shape(0, 0, width, height);
+  content.Shape(0, 0, width, height);
+  corner.Shape(width, height, right, bottom);
 }
 
 void ScrollView::UpdateLayout() {
