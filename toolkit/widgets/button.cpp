@@ -1,6 +1,7 @@
 #include "toolkit/widgets/button.h"
 
 #include <algorithm>
+#include <clocale>
 #include <cmath>
 #include <iterator>
 #include <limits>
@@ -73,7 +74,7 @@ void Label::SetNumber(int n) { SetText(Ascii(std::to_string(n).c_str())); }
 
 void Label::SetNumber(double d) {
   std::string number = std::to_string(d);
-  // The comma of some locales would not be read back.
+  // Some locales write a comma.
   std::replace(number.begin(), number.end(), ',', '.');
   TrimZeros(number);
   SetText(Ascii(number.c_str()));
@@ -83,7 +84,13 @@ const char* Label::GetText() const { return text ? text->c_str() : nullptr; }
 
 int Label::GetInt() const { return RoundToInt(std::trunc(GetDouble())); }
 
-double Label::GetDouble() const { return text ? ustrtod(text->c_str(), nullptr) : 0.0; }
+double Label::GetDouble() const {
+  if (!text) return 0.0;
+  // The library reads a number only as the locale writes it.
+  std::string number = *text;
+  std::replace(number.begin(), number.end(), '.', *localeconv()->decimal_point);
+  return ustrtod(number.c_str(), nullptr);
+}
 
 void Label::SetAlignment(int alignment) {
   align = alignment;
@@ -183,9 +190,11 @@ void Button::SwitchSelected() {
 }
 
 void Button::BeginPress() {
-  SwitchSelected();
+  // The mouse and the key may press together: that is one press, which the later one ends.
+  if (!TestFlag(kFlagPressed)) SwitchSelected();
   ShowChange();
   SetFlag(kFlagPressed);
+  keyTimer = 0;
   repeatTimer = 0;
 }
 
@@ -302,11 +311,11 @@ void Button::DrawToggle(Bitmap& canvas) {
   if (element)
     element->masked_blit(canvas.GetBitmap(), Selected() ? frameWidth : 0, state * frameHeight, 0,
                          boxY, frameWidth, frameHeight);
-  if (!text) return;
-  font.TextoutShadow(canvas, text->c_str(), {frameHeight + kCheckTextGap, textY},
-                     GetFontColor(state), GetShadowColor(state), Color{}, kAlignLeft);
+  const char* shown = text ? text->c_str() : empty_string;
+  font.TextoutShadow(canvas, shown, {frameHeight + kCheckTextGap, textY}, GetFontColor(state),
+                     GetShadowColor(state), Color{}, kAlignLeft);
   if (ShowsFocus())
-    canvas.DottedRect(frameHeight + 2, textY - 1, font.TextLength(text->c_str()) + frameHeight + 6,
+    canvas.DottedRect(frameHeight + 2, textY - 1, font.TextLength(shown) + frameHeight + 6,
                       textY + font.TextHeight(), GetFontColor(state));
 }
 

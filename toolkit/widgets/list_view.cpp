@@ -379,7 +379,11 @@ void ListBox::MsgInitSkin() {
 
 void ListBox::UpdateLayout() {
   const SkinBitmap* barElement = skin ? skin->bitmaps[SCROLL_VBACK].get() : nullptr;
-  if (!barElement || barElement->IsEmpty()) return;
+  if (!barElement || barElement->IsEmpty()) {
+    // A bar without pictures would only lie over the list and take its mouse.
+    scrollBar.Hide();
+    return;
+  }
   const int barWidth = barElement->Width();
   const SkinBitmap& frame = *skin->bitmaps[PANEL_SUNKEN];
   const int edgeX = frame.EdgeWidthOf(frame.Width());

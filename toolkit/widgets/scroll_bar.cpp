@@ -1,6 +1,7 @@
 #include "toolkit/widgets/scroll_bar.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "toolkit/skin/skin.h"
 
@@ -177,7 +178,6 @@ void ScrollBar::MsgInitSkin() {
   for (ScrollArrow* arrow : {&lessButton, &moreButton})
     arrow->SetFlag(kFlagAutoSize | kFlagAutoRepeat);
   SetOrientation(orientation);
-  UpdateGrip();
 }
 
 void ScrollBar::UpdateLayout() {
@@ -269,7 +269,6 @@ double ScrollBar::DraggedValue() const {
 }
 
 void ScrollBar::ScrollByKeyOrDrag(int scancode) {
-  const double line = 1;
   double wanted = value;
   switch (scancode) {
     case KEY_HOME:
@@ -285,23 +284,23 @@ void ScrollBar::ScrollByKeyOrDrag(int scancode) {
       wanted = value + pageSize;
       break;
     case KEY_LEFT:
-      if (IsHorizontal()) wanted = value - line;
+      if (IsHorizontal()) wanted = value - 1;
       break;
     case KEY_RIGHT:
-      if (IsHorizontal()) wanted = value + line;
+      if (IsHorizontal()) wanted = value + 1;
       break;
     case KEY_UP:
-      if (!IsHorizontal()) wanted = value - line;
+      if (!IsHorizontal()) wanted = value - 1;
       break;
     case KEY_DOWN:
-      if (!IsHorizontal()) wanted = value + line;
+      if (!IsHorizontal()) wanted = value + 1;
       break;
     case kDragged:
       wanted = DraggedValue();
       break;
   }
   const int before = GetPosition();
-  const int after = static_cast<int>(std::clamp(wanted, min, std::max(min, max)));
+  const int after = RoundToInt(std::trunc(std::clamp(wanted, min, std::max(min, max))));
   if (after == before) return;
   SetPosition(after);
   Report(MSG_SCROLL, after);

@@ -1,7 +1,9 @@
 #include "toolkit/widgets/scroll_view.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
+#include <limits>
 
 #include "toolkit/core/bytes.h"
 #include "toolkit/core/text.h"
@@ -12,8 +14,11 @@ namespace {
 
 constexpr int kBarIncrement = 16;  // pixels per press of an arrow or step of the wheel
 
-// Files beyond this length are cut; nobody reads that much in a panel.
-constexpr std::size_t kLongestFile = 4u << 20;
+// Texts beyond this length are cut: nobody reads that much in a panel, and each line costs memory
+// of its own.
+constexpr std::size_t kLongestText = 4u << 20;
+// Files beyond this length are not read at all.
+constexpr std::size_t kLongestFile = 64u << 20;
 
 // A bar shows when the content does not fit the room that is left beside the other bar.
 bool ShowsBar(int mode, int room, int extent, int otherBar, bool otherShows) {
@@ -25,10 +30,14 @@ bool WillShow(int mode, int room, int extent) {
   return mode == kAlwaysScroll || (mode == kScrollAsNeeded && room < extent);
 }
 
+int InLimits(std::int64_t pixels) {
+  using Limits = std::numeric_limits<int>;
+  return static_cast<int>(std::clamp<std::int64_t>(pixels, Limits::min(), Limits::max()));
+}
+
 // Where a view of `extent` has to begin so that [from, from + length) shows; the far edge wins.
-int Reveal(int position, int extent, int from, int length) {
-  if (from < position) position = from;
-  return std::max(position, from + length - extent);
+int Reveal(int position, int extent, std::int64_t from, int length) {
+  return InLimits(std::max(std::min<std::int64_t>(position, from), from + length - extent));
 }
 
 }  // namespace
@@ -123,19 +132,20 @@ void ScrollView::DecideBars() {
 void ScrollView::PlaceBars() {
   const int right = vShown ? vBar.Thickness() : 0;
   const int bottom = hShown ? hBar.Thickness() : 0;
+  // In a view that is smaller than its bars they stay at its near edges.
+  const int width = std::max(0, w() - right);
+  const int height = std::max(0, h() - bottom);
   if (hShown) {
-    hBar.Shape(0, h() - bottom, w() - right, bottom);
+    hBar.Shape(0, height, width, bottom);
     hBar.SetRange(contentW, VisibleWidth());
-    hBar.SetPosition(scrollX);
   }
   if (vShown) {
-    vBar.Shape(w() - right, 0, right, h() - bottom);
+    vBar.Shape(width, 0, right, height);
     vBar.SetRange(contentH, VisibleHeight());
-    vBar.SetPosition(scrollY);
   }
-  panel.Shape(0, 0, w() - right, h() - bottom);
-  content.Shape(0, 0, w() - right, h() - bottom);
-  corner.Shape(w() - right, h() - bottom, right, bottom);
+  panel.Shape(0, 0, width, height);
+  content.Shape(0, 0, width, height);
+  corner.Shape(width, height, right, bottom);
 }
 
 void ScrollView::UpdateLayout() {
@@ -180,12 +190,6 @@ void ScrollView::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg ar
   Scrolled();
 }
 
-int TextView::TextState() const {
-  if (Disabled()) return kDisabled;
-  if (Selected()) return kSelected;
-  return HasFocus() ? kFocused : kNormal;
-}
-
 void TextView::MsgInitSkin() {
   TakeTextSet(kEditText);
   ScrollView::MsgInitSkin();
@@ -193,16 +197,18 @@ void TextView::MsgInitSkin() {
 }
 
 void TextView::UpdateContentSize() {
-  const Font& font = GetFont(TextState());
+  const Font& font = GetFont(LookState());
   int widest = 0;
   for (const std::string& line : lines) widest = std::max(widest, font.TextLength(line.c_str()));
-  SetContentSize(widest, font.TextHeight() * static_cast<int>(lines.size()));
+  const auto count = static_cast<std::int64_t>(lines.size());
+  SetContentSize(widest, InLimits(font.TextHeight() * count));
 }
 
 void TextView::LoadFile(const char* path) {
   lines.clear();
   if (IsFile(path)) {
-    const Bytes bytes = ReadBytes(path, kLongestFile);
+    Bytes bytes = ReadBytes(path, kLongestFile);
+    bytes.resize(std::min(bytes.size(), kLongestText));
     for (auto start = bytes.begin(); start != bytes.end();) {
       const auto end = std::find(start, bytes.end(), '\n');
       const std::string line{start, end};
@@ -231,7 +237,7 @@ void TextView::SetText(const char* text) {
 }
 
 void TextView::DrawContent(Bitmap& canvas) {
-  const int state = TextState();
+  const int state = LookState();
   const Font& font = GetFont(state);
   const int lineHeight = font.TextHeight();
   if (lineHeight < 1) return;

@@ -98,7 +98,8 @@ class TextView : public ScrollView {
   void MsgInitSkin() override;
   void DrawContent(Bitmap& canvas) override;
 
-  // Shows a file and one empty line below it; an unreadable one gives a view without text.
+  // Shows a file, at most its first 4 MiB, and one empty line below it; an unreadable one gives a
+  // view without text.
   void LoadFile(const char* path);
   // Shows the lines of a text; empty lines are left out.
   void SetText(const char* text);
@@ -110,9 +111,6 @@ class TextView : public ScrollView {
   void UpdateContentSize();
 
   std::vector<std::string> lines;
-
- private:
-  int TextState() const;
 };
 
 }  // namespace zel

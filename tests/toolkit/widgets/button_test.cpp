@@ -78,7 +78,7 @@ TEST_F(ButtonTest, APressActivatesWhenItEndsWhereItBegan) {
   }
   button.SetKey('A');
   for (const auto& [rate, delay, ticks] :
-       {std::tuple{100, 0, 30}, {100, -1, 30}, {100, 160, 18}, {50, 160, 9}, {1, 0, 1}}) {
+       {std::tuple{100, 0, 30}, {100, -1, 30}, {100, 160, 18}, {1, 0, 1}, {50, 160, 9}}) {
     settings.logicFrameRate = rate;
     settings.keyDelay = delay;
     Press(KEY_A, 'a');
@@ -87,6 +87,16 @@ TEST_F(ButtonTest, APressActivatesWhenItEndsWhereItBegan) {
     EXPECT_EQ(root->Take(), "");
     Tick();
     EXPECT_EQ(root->Take(), " A0") << rate << ' ' << delay;
+  }
+  settings.keyDelay = 100;
+  for (const bool keyFirst : {true, false}) {
+    if (keyFirst) Press(KEY_A, 'a');
+    Mouse(20, 20, 1);
+    if (!keyFirst) Press(KEY_A, 'a');
+    Tick(9);
+    Mouse(20, 20);
+    EXPECT_FALSE(button.Selected());
+    EXPECT_EQ(root->Take(), " A0");
   }
   settings.keyDelay = 2147483647;
   Press(KEY_A, 'a');

@@ -55,6 +55,8 @@ TEST_F(ViewTest, LinesComeFromTextsAndFiles) {
     view.LoadFile(TempFile{text}.Path());
     EXPECT_EQ(view.Lines(), lines);
   }
+  view.LoadFile(TempFile{std::string((4 << 20) + 9, 'a')}.Path());
+  EXPECT_EQ(view.Lines()[0].size(), 4 << 20);
 }
 
 }  // namespace
