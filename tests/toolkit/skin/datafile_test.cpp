@@ -33,14 +33,14 @@ TEST_F(DatafileTest, MayBePackedAsAWholeOrObjectByObject) {
     for (const bool packsObject : {true, false}) {
       const std::string path = WritePacked("picture.dat", mode, packsObject);
       UseDepth(8);
-      const DatafilePtr datafile = LoadDatafile(path.c_str());
-      ASSERT_TRUE(datafile) << mode << packsObject;
-      auto* picture = static_cast<BITMAP*>(datafile.get()->dat);
-      EXPECT_EQ(getpixel(picture, 7, 3), 7);
-      EXPECT_EQ(getpixel(picture, 99, 99), 100);
+      Datafile datafile;
+      ASSERT_TRUE(datafile.Load(path.c_str())) << mode << packsObject;
+      const BitmapPtr picture = MakePicture(*datafile.Find("", DAT_BITMAP));
+      EXPECT_EQ(getpixel(picture.get(), 7, 3), 7);
+      EXPECT_EQ(getpixel(picture.get(), 99, 99), 100);
       const std::string whole = dir.Read("picture.dat");
       for (std::size_t length = 0; length < whole.size(); length += 7)
-        EXPECT_FALSE(IsSoundDatafile(dir.Write("cut.dat", whole.substr(0, length)).c_str()));
+        EXPECT_FALSE(Datafile{}.Load(dir.Write("cut.dat", whole.substr(0, length)).c_str()));
     }
   }
 }
@@ -55,7 +55,7 @@ TEST_F(DatafileTest, RepetitionsOfUndefinedBytesAreRefused) {
             "ALL.",
             9} +
         std::string(3, '\0') + repetition;
-    return IsSoundDatafile(dir.Write("packed.dat", file).c_str());
+    return Datafile{}.Load(dir.Write("packed.dat", file).c_str());
   };
   EXPECT_TRUE(packed(std::string{"\x00\x00", 2})) << "zeros from the start of the ring";
   EXPECT_FALSE(packed("\xFA\xF0")) << "from its end, which is not written yet";
@@ -63,8 +63,8 @@ TEST_F(DatafileTest, RepetitionsOfUndefinedBytesAreRefused) {
 
 TEST_F(DatafileTest, AreNotLookedForInsideOthers) {
   const std::string path = WritePacked("a.dat", F_WRITE_NOPACK, false);
-  EXPECT_TRUE(IsSoundDatafile(path.c_str()));
-  EXPECT_FALSE(IsSoundDatafile((path + "#object").c_str()));
+  EXPECT_TRUE(Datafile{}.Load(path.c_str()));
+  EXPECT_FALSE(Datafile{}.Load((path + "#object").c_str()));
 }
 
 }  // namespace
