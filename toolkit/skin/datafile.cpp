@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
+#include <utility>
 
 #include "toolkit/core/bitmap_guard.h"
 
@@ -95,8 +97,7 @@ class StoredPicture {
 
 // Unpacks as Allegro does: single bytes, and repetitions of what a ring of the last 4096 bytes
 // holds, filled from kStart on. Stops after so many bytes, or where the packed ones end. Allegro
-// does not clear the ring behind kStart, so a repetition of what was never written there is damage;
-// read again, it might say something else.
+// does not clear the ring behind kStart, so a repetition of what was never written there is damage.
 bool UnpackTo(Bytes& bytes, std::size_t size, ByteReader& packed) {
   constexpr std::size_t kRing = 4096, kStart = kRing - 18;
   constexpr std::size_t kShortest = 3;
