@@ -2,6 +2,8 @@
 
 #include <allegro/internal/aintern.h>
 
+#include <cstring>
+
 namespace zel {
 namespace {
 
@@ -55,8 +57,14 @@ template <class Pixel, class Convert>
 void WriteRow(BITMAP* picture, int y, const std::uint8_t* row, Convert convert) {
   Pixel* pixel = reinterpret_cast<Pixel*>(picture->line[y]);
   const int mask = bitmap_mask_color(picture);
-  for (int x = 0; x < picture->w; ++x, row += 4)
-    Store(pixel[x], row[3] < kHalfOpaque ? mask : convert(row[0], row[1], row[2]));
+  const int width = picture->w;
+  for (int x = 0; x < width; ++x, row += 4) {
+    // As one number, and converted in any case, so that the compiler can take several at a time.
+    std::uint32_t rgba;
+    std::memcpy(&rgba, row, sizeof rgba);
+    const int color = convert(rgba & 0xFF, rgba >> 8 & 0xFF, rgba >> 16 & 0xFF);
+    Store(pixel[x], rgba >> 24 < kHalfOpaque ? mask : color);
+  }
 }
 
 }  // namespace

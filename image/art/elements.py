@@ -72,7 +72,7 @@ LIST_ROWS = (SUNKEN, ACCENT_LIGHT, SUNKEN, FOCUS, ACCENT, ACCENT, SUNKEN, GREY)
 
 
 # Wide tiles dress a wide widget with few copies.
-WIDE = 256
+WIDE = 64
 
 
 def list_row(state):

@@ -1,44 +1,104 @@
 #include "toolkit/skin/datafile.h"
 
+#include <strings.h>
+
 #include <algorithm>
-#include <cstdint>
-#include <cstring>
+#include <cstdlib>
+#include <iterator>
+#include <utility>
 
 #include "toolkit/core/bitmap_guard.h"
-#include "toolkit/core/bytes.h"
-#include "toolkit/core/text.h"
 
 namespace zel {
 namespace {
 
 // The layout is described under "Datafile formats" in Allegro's manual; the texts of the ids are
-// those of its datafile.h. All numbers are big-endian.
+// those of its datafile.h. All numbers but the pixels are big-endian.
 constexpr std::size_t kLargestFile = 64u << 20;
-constexpr std::size_t kLargestUnpacked = 256u << 20;
-constexpr int kMostProperties = 1000;  // of one object; Allegro's time grows with the square
-constexpr int kMostPropertyBytes = 65536;
-constexpr int kDeepestNesting = 8;
+constexpr std::size_t kMostUnpacked = 256u << 20;
+constexpr int kMostObjects = 10000;
 constexpr int kDeepest = 32;  // the most that a bitmap may be converted to
-
-// Objects that Allegro reads by the numbers in them, without regard to their size.
-constexpr int kReadBlindly[] = {DAT_FONT,       DAT_SAMPLE,   DAT_MIDI,
-                                DAT_RLE_SPRITE, DAT_C_SPRITE, DAT_XC_SPRITE};
-
-struct BitmapFormat {
-  int bits;  // as stored; -32 is 32 bits with an alpha channel
-  int bytesPerPixel;
-};
-constexpr BitmapFormat kBitmapFormats[] = {{8, 1}, {15, 2}, {16, 2}, {24, 3}, {32, 3}, {-32, 4}};
-
-bool IsSoundList(ByteReader list, int depth);
 
 std::int32_t ReadNumber(ByteReader& reader) { return static_cast<std::int32_t>(reader.Big32()); }
 
+// How pixels are stored, and how one becomes a pixel in a row of a bitmap of so many bits.
+struct PixelFormat {
+  int bits;  // -32 is 32 bits with an alpha channel
+  std::size_t bytes;
+  void (*put)(const std::uint8_t* stored, std::uint8_t* row, int x);
+};
+
+void Put8(const std::uint8_t* index, std::uint8_t* row, int x) { row[x] = *index; }
+
+// Pixels of 15 bits are stored as those of 16: red, green and blue from the highest bit on.
+template <int (*kMakeColor)(int r, int g, int b)>
+void PutHighColor(const std::uint8_t* stored, std::uint8_t* row, int x) {
+  const int color = stored[0] | stored[1] << 8;
+  reinterpret_cast<std::uint16_t*>(row)[x] = static_cast<std::uint16_t>(kMakeColor(
+      _rgb_scale_5[color >> 11], _rgb_scale_6[color >> 5 & 0x3F], _rgb_scale_5[color & 0x1F]));
+}
+
+void Put24(const std::uint8_t* rgb, std::uint8_t* row, int x) {
+  const int color = makecol24(rgb[0], rgb[1], rgb[2]);
+  WRITE3BYTES(row + 3 * x, color);
+}
+
+template <bool kHasAlpha>
+void Put32(const std::uint8_t* rgba, std::uint8_t* row, int x) {
+  reinterpret_cast<std::uint32_t*>(row)[x] =
+      static_cast<std::uint32_t>(makeacol32(rgba[0], rgba[1], rgba[2], kHasAlpha ? rgba[3] : 0));
+}
+
+constexpr PixelFormat kPixelFormats[] = {
+    {8, 1, Put8},
+    {15, 2, PutHighColor<makecol15>},
+    {16, 2, PutHighColor<makecol16>},
+    {24, 3, Put24},
+    {32, 3, Put32<false>},
+    {-32, 4, Put32<true>},
+};
+
+// The content of a DAT_BITMAP object.
+class StoredPicture {
+ public:
+  explicit StoredPicture(ByteReader content)
+      : bits_{static_cast<std::int16_t>(content.Big16())},
+        w_{content.Big16()},
+        h_{content.Big16()},
+        pixels_{content.Take(content.Left())},
+        format_{std::find_if(std::begin(kPixelFormats), std::end(kPixelFormats),
+                             [this](const PixelFormat& known) { return known.bits == bits_; })} {}
+
+  bool IsSound() const {
+    return format_ != std::end(kPixelFormats) && w_ > 0 && h_ > 0 &&
+           IsPossibleBitmap(kDeepest, w_, h_) && PixelCount() * format_->bytes <= pixels_.size();
+  }
+
+  // As it is stored.
+  BitmapPtr Make() const {
+    BitmapPtr picture{create_bitmap_ex(std::abs(bits_), w_, h_)};
+    if (!picture) return nullptr;
+    const std::uint8_t* pixel = pixels_.data();
+    for (int y = 0; y < h_; ++y)
+      for (int x = 0; x < w_; ++x, pixel += format_->bytes)
+        format_->put(pixel, picture->line[y], x);
+    return picture;
+  }
+
+ private:
+  std::size_t PixelCount() const {
+    return static_cast<std::size_t>(w_) * static_cast<std::size_t>(h_);
+  }
+
+  int bits_, w_, h_;
+  std::span<const std::uint8_t> pixels_;
+  const PixelFormat* format_;
+};
+
 // Unpacks as Allegro does: single bytes, and repetitions of what a ring of the last 4096 bytes
 // holds, filled from kStart on. Stops after so many bytes, or where the packed ones end. Allegro
-// does not clear the ring behind kStart, so a repetition of what was never written there is damage;
-// read again, it might say something else.
-bool Unpack(ByteReader& packed, std::size_t size, Bytes& bytes) {
+// does not clear the ring behind kStart, so a repetition of what was never written there is damage.
+bool UnpackTo(Bytes& bytes, std::size_t size, ByteReader& packed) {
   constexpr std::size_t kRing = 4096, kStart = kRing - 18;
   constexpr std::size_t kShortest = 3;
   unsigned flags = 0;
@@ -63,86 +123,88 @@ bool Unpack(ByteReader& packed, std::size_t size, Bytes& bytes) {
   return bytes.size() <= size;
 }
 
-// Answers the type of the object that the properties belong to.
-bool SkipProperties(ByteReader& list, int* type) {
-  for (int i = 0; i < kMostProperties; ++i) {
-    *type = ReadNumber(list);
-    if (*type != DAT_PROPERTY) return *type != DAT_END && list.IsSound();
-    if (ReadNumber(list) == DAT_END) return false;  // an id that ends Allegro's list
-    const int size = ReadNumber(list);
-    if (size < 0 || size > kMostPropertyBytes) return false;
-    list.Skip(static_cast<std::size_t>(size));
-  }
-  return false;
-}
-
-bool IsSoundBitmap(ByteReader content) {
-  const int bits = static_cast<std::int16_t>(content.Big16());
-  const int w = content.Big16(), h = content.Big16();
-  const auto* format =
-      std::find_if(std::begin(kBitmapFormats), std::end(kBitmapFormats),
-                   [bits](const BitmapFormat& known) { return known.bits == bits; });
-  return format != std::end(kBitmapFormats) && w > 0 && h > 0 && IsPossibleBitmap(kDeepest, w, h) &&
-         w * h * format->bytesPerPixel <= static_cast<long>(content.Left());
-}
-
-bool IsSoundContent(ByteReader content, int type, int depth) {
-  if (type == DAT_BITMAP) return IsSoundBitmap(content);
-  return type != DAT_FILE || IsSoundList(content, depth + 1);
-}
-
-bool IsSoundObject(ByteReader& list, int type, int depth) {
-  if (std::find(std::begin(kReadBlindly), std::end(kReadBlindly), type) != std::end(kReadBlindly))
-    return false;
-  list.Skip(4);                                // the size as it is stored
-  const std::int64_t size = ReadNumber(list);  // negative when that is packed
-  if (size >= 0) {
-    const auto content = list.Take(static_cast<std::size_t>(size));
-    return list.IsSound() && IsSoundContent(ByteReader{content}, type, depth);
-  }
-  Bytes content;
-  const auto unpackedSize = static_cast<std::size_t>(-size);
-  return unpackedSize <= kLargestUnpacked && Unpack(list, unpackedSize, content) &&
-         content.size() == unpackedSize && IsSoundContent(ByteReader{content}, type, depth);
-}
-
-bool IsSoundList(ByteReader list, int depth) {
-  const int count = ReadNumber(list);
-  if (!list.IsSound() || count < 0 || depth > kDeepestNesting) return false;
-  for (int i = 0; i < count; ++i) {
-    int type = 0;
-    if (!SkipProperties(list, &type) || !IsSoundObject(list, type, depth)) return false;
-  }
-  return true;
-}
-
 }  // namespace
 
-bool IsSoundDatafile(const char* path) {
-  // Allegro takes a "#" as the way into an object of another datafile.
-  if (std::strchr(path, '#')) return false;
-  const Bytes file = ReadBytes(path, kLargestFile);
-  ByteReader content{file};
-  Bytes unpacked;
+std::string Datafile::Object::Property(const char* id) const {
+  const int wanted = DAT_ID(id[0], id[1], id[2], id[3]);
+  for (ByteReader list{properties}; ReadNumber(list) == DAT_PROPERTY;) {
+    const bool isWanted = ReadNumber(list) == wanted;
+    const auto text = list.Take(list.Big32());
+    if (isWanted) return {text.begin(), std::find(text.begin(), text.end(), '\0')};
+  }
+  return {};
+}
+
+bool Datafile::Load(const char* path) {
+  memory_.push_back(ReadBytes(path, kLargestFile));
+  unpackable_ = kMostUnpacked;
+  ByteReader content{memory_.back()};
   const std::uint32_t kind = content.Big32();
   if (kind == F_PACK_MAGIC) {
-    if (!Unpack(content, kLargestUnpacked, unpacked)) return false;
-    content = ByteReader{unpacked};
+    const Bytes* unpacked = Unpack(content, unpackable_);
+    if (!unpacked) return false;
+    content = ByteReader{*unpacked};
   } else if (kind != F_NOPACK_MAGIC) {
     return false;
   }
-  return ReadNumber(content) == DAT_MAGIC && IsSoundList(content, 0);
+  return ReadNumber(content) == DAT_MAGIC && ReadObjects(content);
 }
 
-DatafilePtr LoadDatafile(const char* path) {
-  if (!IsSoundDatafile(path)) return nullptr;
+const Bytes* Datafile::Unpack(ByteReader& packed, std::size_t limit) {
+  Bytes bytes;
+  if (limit > unpackable_ || !UnpackTo(bytes, limit, packed)) return nullptr;
+  unpackable_ -= bytes.size();
+  memory_.push_back(std::move(bytes));
+  return &memory_.back();
+}
+
+bool Datafile::ReadObjects(ByteReader list) {
+  const int count = ReadNumber(list);
+  if (!list.IsSound() || count < 0 || count > kMostObjects) return false;
+  for (int i = 0; i < count; ++i)
+    if (!ReadObject(list)) return false;
+  return true;
+}
+
+bool Datafile::ReadObject(ByteReader& list) {
+  Object object;
+  const ByteReader start = list;
+  while ((object.type = ReadNumber(list)) == DAT_PROPERTY) {
+    list.Skip(4);  // the id
+    list.Skip(list.Big32());
+  }
+  object.properties = ByteReader{start}.Take(start.Left() - list.Left());
+  object.name = object.Property("NAME");
+  list.Skip(4);                                // the size as it is stored
+  const std::int64_t size = ReadNumber(list);  // negative when that is packed
+  if (size >= 0) {
+    object.content = list.Take(static_cast<std::size_t>(size));
+  } else {
+    const auto unpackedSize = static_cast<std::size_t>(-size);
+    const Bytes* content = Unpack(list, unpackedSize);
+    if (!content || content->size() != unpackedSize) return false;
+    object.content = *content;
+  }
+  if (object.type == DAT_BITMAP && !StoredPicture{ByteReader{object.content}}.IsSound())
+    return false;
+  objects_.push_back(std::move(object));
+  return list.IsSound();
+}
+
+const Datafile::Object* Datafile::Find(const char* name, int type) const {
+  const auto object = std::find_if(objects_.begin(), objects_.end(), [name](const Object& some) {
+    return strcasecmp(some.name.c_str(), name) == 0;
+  });
+  return object != objects_.end() && object->type == type ? &*object : nullptr;
+}
+
+BitmapPtr MakePicture(const Datafile::Object& object) {
+  BitmapPtr stored = StoredPicture{ByteReader{object.content}}.Make();
+  if (!stored || bitmap_color_depth(stored.get()) == get_color_depth()) return stored;
   set_color_conversion(kPictureConversion);
-  return DatafilePtr{load_datafile(path)};
-}
-
-const DATAFILE* FindObject(const DATAFILE* datafile, const char* name, int type) {
-  const DATAFILE* object = find_datafile_object(datafile, Ascii(name));
-  return object && object->type == type ? object : nullptr;
+  BitmapPtr picture{create_bitmap(stored->w, stored->h)};
+  if (picture) blit(stored.get(), picture.get(), 0, 0, 0, 0, stored->w, stored->h);
+  return picture;
 }
 
 }  // namespace zel

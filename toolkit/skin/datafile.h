@@ -1,29 +1,53 @@
 // Reading Allegro's datafiles.
 #pragma once
 
-#include <memory>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
 
 #include "toolkit/core/allegro.h"
+#include "toolkit/core/bytes.h"
 
 namespace zel {
 
-struct DatafileDeleter {
-  void operator()(DATAFILE* datafile) const noexcept { unload_datafile(datafile); }
+// A datafile in memory.
+//
+// Holds what load_datafile would give, but does not trust the numbers in the file and makes no call
+// for every byte. Pictures are made when they are asked for, so that a palette from the same file
+// can be set before.
+class Datafile {
+ public:
+  // Valid as long as the datafile.
+  struct Object {
+    int type = 0;  // DAT_BITMAP and so on
+    std::string name;
+    std::span<const std::uint8_t> properties, content;
+
+    // The text of a property, whose id has four letters; empty when there is none.
+    std::string Property(const char* id) const;
+  };
+
+  // False when there is no such file, or it is damaged or holds a damaged picture. Called once.
+  bool Load(const char* path);
+
+  // The first object of that name, whatever the case of its letters; null when there is none or it
+  // is of another type.
+  const Object* Find(const char* name, int type) const;
+
+ private:
+  bool ReadObjects(ByteReader list);
+  bool ReadObject(ByteReader& list);
+  // Null when damaged.
+  const Bytes* Unpack(ByteReader& packed, std::size_t limit);
+
+  std::vector<Bytes> memory_;   // the file and what was unpacked from it
+  std::size_t unpackable_ = 0;  // how many bytes may be unpacked yet
+  std::vector<Object> objects_;
 };
-using DatafilePtr = std::unique_ptr<DATAFILE, DatafileDeleter>;
 
-// True when load_datafile reads the file safely to its end. Allegro trusts the numbers in a
-// datafile, so this looks at all of them first. Bitmaps, data that Allegro does not interpret
-// (palettes, texts) and nested datafiles are accepted; sounds, fonts, RLE and compiled sprites are
-// not.
-bool IsSoundDatafile(const char* path);
-
-// The datafile with its pictures in the colour depth of the current mode, or null when it is not
-// sound.
-DatafilePtr LoadDatafile(const char* path);
-
-// The first object of that name; null when there is none or it is of another type (DAT_BITMAP and
-// so on).
-const DATAFILE* FindObject(const DATAFILE* datafile, const char* name, int type);
+// The picture of a DAT_BITMAP object in the colour depth of the current mode; null without memory.
+BitmapPtr MakePicture(const Datafile::Object& object);
 
 }  // namespace zel

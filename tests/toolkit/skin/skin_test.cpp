@@ -275,9 +275,9 @@ TEST_F(SkinTest, DamagedFilesNeverHarm) {
     const auto skin = MakeWith(damage(data), damage(text));
     ASSERT_TRUE(!skin->bitmaps[BUTTON]->IsEmpty() && skin->cursors[MOUSE_NORMAL]->GetFrame());
   }
-  // Allegro believes these without a look at their size.
-  for (const char* type : {"RLE ", "CMP ", "XCMP", "FONT", "SAMP", "MIDI"})
-    EXPECT_TRUE(MakeWith(File(1, Object("X", type, data)), "")->GetError().IsError()) << type;
+  // Allegro would believe the numbers in these; a skin has no use for them.
+  for (const char* type : {"RLE ", "FONT", "SAMP"})
+    EXPECT_EQ(MakeWith(File(1, Object("BUTTON", type, data)), "")->GetError(), kNoError) << type;
 }
 
 }  // namespace
