@@ -15,7 +15,7 @@ namespace {
 constexpr mode_t kFileMode = 0644;
 constexpr int kSafely = O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
 
-bool IsPlain(const struct stat& status) { return S_ISREG(status.st_mode) && status.st_nlink == 1; }
+bool IsPlain(const struct stat& status) { return S_ISREG(status.st_mode) && status.st_nlink <= 1; }
 
 class Descriptor {
  public:

@@ -379,6 +379,7 @@ void CheckSettings() {
 void CheckSkin() {
   set_color_depth(32);
   RecomputeNamedColors();
+  set_color_conversion(PictureConversion());
   if (!EngineInit()) return;
   {
     const Skin skin{settings.skinPath};
@@ -397,7 +398,6 @@ int CheckTree(const char* directory) {
   // Byte by byte: the files of one tree may be written in several encodings.
   set_uformat(U_ASCII);
   install_allegro(SYSTEM_NONE, &errno, std::atexit);
-  set_color_conversion(kPictureConversion);
   InstallBitmapGuard();
   RegisterPictureFormats();
   CheckSettings();

@@ -19,7 +19,7 @@ class LoadTest : public AllegroFixture {
  protected:
   LoadTest() : AllegroFixture{32} {
     [[maybe_unused]] static const bool registered = (RegisterPictureFormats(), true);
-    set_color_conversion(kPictureConversion);
+    set_color_conversion(PictureConversion());
     set_palette(desktop_palette);
   }
 

@@ -47,8 +47,11 @@ struct BitmapDeleter {
 // A bitmap that is destroyed with its owner.
 using BitmapPtr = std::unique_ptr<BITMAP, BitmapDeleter>;
 
-// How pictures are brought to the depth of the graphics mode: always, and what is transparent stays
-// so in 8-bit modes too, where the mask colour is no magenta.
-inline constexpr int kPictureConversion = COLORCONV_TOTAL | COLORCONV_KEEP_TRANS;
+// How pictures are brought to the depth of the graphics mode: always. In 8-bit modes, where the
+// mask colour is no magenta, what is transparent stays so; in others the first entry of a picture's
+// palette is a colour like any other, and magenta is transparent wherever the palette has it.
+inline int PictureConversion() {
+  return COLORCONV_TOTAL | (get_color_depth() == 8 ? COLORCONV_KEEP_TRANS : COLORCONV_NONE);
+}
 
 }  // namespace zel

@@ -47,7 +47,6 @@ bool InstallAllegro() {
   prctl(PR_SET_TIMERSLACK, kTimerSlack, 0, 0, 0);
   if (install_allegro(SYSTEM_AUTODETECT, &errno, std::atexit) != 0) return false;
   LeaveSignalsToGuard();
-  set_color_conversion(kPictureConversion);
   InstallBitmapGuard();
   RegisterPictureFormats();
   return true;
@@ -173,6 +172,7 @@ Error ChangeScreenMode(int card, bool fullscreen, int w, int h, int depth, Dialo
   settings.colorDepth = depth;
   settings.mouseShadow = shadow;
   RecomputeNamedColors();
+  set_color_conversion(PictureConversion());
   EnterMode();
   if (root) MakeFollow(*root);
   KeepRunning();

@@ -201,7 +201,7 @@ const Datafile::Object* Datafile::Find(const char* name, int type) const {
 BitmapPtr MakePicture(const Datafile::Object& object) {
   BitmapPtr stored = StoredPicture{ByteReader{object.content}}.Make();
   if (!stored || bitmap_color_depth(stored.get()) == get_color_depth()) return stored;
-  set_color_conversion(kPictureConversion);
+  set_color_conversion(PictureConversion());
   BitmapPtr picture{create_bitmap(stored->w, stored->h)};
   if (picture) blit(stored.get(), picture.get(), 0, 0, 0, 0, stored->w, stored->h);
   return picture;

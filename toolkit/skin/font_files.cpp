@@ -50,7 +50,7 @@ FONT* GrabFont(const char* path, int conversion, bool mustHavePalette) {
   if (picture && (!mustHavePalette || bitmap_color_depth(picture.get()) == 8) &&
       HasGrid(picture.get()))
     grabbed = grab_font_from_bitmap(picture.get());
-  set_color_conversion(kPictureConversion);
+  set_color_conversion(PictureConversion());
   return grabbed;
 }
 

@@ -63,7 +63,6 @@ Offscreen* Offscreen::current_ = nullptr;
 Offscreen::Offscreen() : previous_{std::exchange(timerDriver, {InstallTick, RemoveTick, Wait})} {
   current_ = this;
   if (!system_driver) install_allegro(SYSTEM_NONE, &errno, nullptr);
-  set_color_conversion(kPictureConversion);
   InstallBitmapGuard();
   RegisterPictureFormats();
 }
@@ -91,6 +90,7 @@ bool Offscreen::SetMode(Size size, int depth) {
   set_color_depth(depth);
   set_palette(default_palette);
   RecomputeNamedColors();
+  set_color_conversion(PictureConversion());
   if (Skin* skin = CurrentSkin()) skin->Reload();
   return true;
 }

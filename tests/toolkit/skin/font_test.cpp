@@ -138,7 +138,7 @@ TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
     EXPECT_EQ(font.TextHeight(), c.height) << c.file;
     EXPECT_EQ(font.TextLength("A"), c.widthOfA) << c.file;
     EXPECT_TRUE(!font.IsEngine() && !font.GetFixedSizes() && font.SetSize(12) == -1) << c.file;
-    EXPECT_EQ(get_color_conversion(), kPictureConversion);
+    EXPECT_EQ(get_color_conversion(), PictureConversion());
   }
   EXPECT_EQ(font.Load(dir.Write("outlines", outlines).c_str()), kNoError);
   EXPECT_TRUE(font.IsScalable() && !font.IsFixed() && *font.GetFixedSizes() == -1);
