@@ -210,6 +210,7 @@ class Dialog : public Widget {
   void RoutePress(Handler handler);
   void RouteRelease(Handler handler);
   Widget* CapturingChild() const;
+  void UpdateDragMode();
   void Drag();
   void DragEdges(int dx, int dy);
   void DispatchButtons(int before, int now);

@@ -141,6 +141,8 @@ void Dialog::RouteRelease(Handler handler) {
 void Dialog::MsgLPress() {
   Widget::MsgLPress();
   pressPosition = GetMousePos();
+  // The dialog may have changed its shape under the resting pointer.
+  UpdateDragMode();
   SetFlag(kFlagPressed);
   RoutePress(&Widget::MsgLPress);
 }
@@ -148,7 +150,6 @@ void Dialog::MsgLPress() {
 void Dialog::MsgLRelease() {
   Widget::MsgLRelease();
   ClearFlag(kFlagPressed);
-  dragMode = kDragNone;
   RouteRelease(&Widget::MsgLRelease);
 }
 
@@ -218,16 +219,19 @@ void Dialog::Drag() {
   GetRoot()->Redraw();
 }
 
+void Dialog::UpdateDragMode() {
+  const int mode = GetDragMode();
+  // A dialog inside that drags nothing leaves the shape to the dialog around it.
+  const int shapeBefore = kDragRows[std::exchange(dragMode, mode)].cursor;
+  if (kDragRows[mode].cursor != shapeBefore) SetCursor(kDragRows[mode].cursor);
+}
+
 void Dialog::MsgMouseMove(Point delta) {
   Widget::MsgMouseMove(delta);
-  if (!TestFlag(kFlagPressed)) {
-    const int mode = GetDragMode();
-    // A dialog inside that drags nothing leaves the shape to the dialog around it.
-    const int shapeBefore = kDragRows[std::exchange(dragMode, mode)].cursor;
-    if (kDragRows[mode].cursor != shapeBefore) SetCursor(kDragRows[mode].cursor);
-  } else if (dragMode != kDragNone) {
+  if (!TestFlag(kFlagPressed))
+    UpdateDragMode();
+  else if (dragMode != kDragNone)
     Drag();
-  }
   if (Widget* capturing = CapturingChild()) capturing->MsgMouseMove(delta);
   if (mouse) mouse->MsgMouseMove(delta);
   if (TakesInput()) FollowPointer();
@@ -301,10 +305,7 @@ void Dialog::SetMousePath(const Widget* deepest) {
   Widget* direct = ChildTowards(deepest);
   if (direct != mouse) {
     Widget* left = std::exchange(mouse, direct);
-    if (Dialog* dialog = AsDialog(left)) {
-      dialog->SetMousePath(nullptr);
-      if (!dialog->TestFlag(kFlagPressed)) dialog->dragMode = kDragNone;
-    }
+    if (Dialog* dialog = AsDialog(left)) dialog->SetMousePath(nullptr);
     if (IsChild(left)) left->MsgLostMouse();
     if (direct && mouse == direct) direct->MsgGotMouse();
   }
