@@ -63,15 +63,17 @@ void Dialog::HandleMouse() {
   const int wheel = mousePointer->GetWheel();
   poll_mouse();
   mousePointer->Update();
+  // Taken now: what follows may run a popup, which gets what happens meanwhile.
+  const Point moved = mousePointer->GetMousePosition();
+  const int turned = mousePointer->GetWheel() - wheel;
 
   // What was hidden or disabled under the resting pointer is no longer there to be pressed.
   const Widget* under = target->MouseWidget();
   if (under && (under->Hidden() || under->Disabled())) target->FollowPointer();
   target->DispatchButtons(buttons, mousePointer->GetButtons());
   target->CountDoubleClick(mousePointer->GetButtons() & ~buttons);
-  const Point moved = mousePointer->GetMousePosition();
   if (moved != position) target->MsgMouseMove({moved.x - position.x, moved.y - position.y});
-  if (mousePointer->GetWheel() != wheel) target->MsgWheel(mousePointer->GetWheel() - wheel);
+  if (turned != 0) target->MsgWheel(turned);
 }
 
 void Dialog::DispatchButtons(int before, int now) {

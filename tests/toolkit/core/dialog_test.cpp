@@ -176,18 +176,18 @@ TEST_F(DialogTest, APopupTakesTheInputAndGivesItBack) {
   EXPECT_EQ(At(25, 25), red);
 }
 
-TEST_F(DialogTest, AReleaseThatAPopupSawIsMadeUpFor) {
+TEST_F(DialogTest, AReleaseThatAPopupSawIsMadeUpForButNotTheWheel) {
   StartWithFocus();
   MoveTo(10, 10);
-  Watch({MSG_LPRESS, MSG_LRELEASE});
+  Watch({MSG_LPRESS, MSG_LRELEASE, MSG_WHEEL});
   root.onEvent = [&](Widget* sender, int msg, int) {
     if (sender != &below || msg != MSG_LPRESS) return;
     below.SetFlag(kFlagPressed);
-    Script({[&] { mouse_b = 0; }, [&] { popup.Close(); }});
+    Script({[] { mouse_b = 0; }, [] { mouse_z = 2; }, [&] { popup.Close(); }});
     popup.Popup(&root, 50, 50, nullptr);
   };
   Press();
-  Expect("r18 b18 p19 r19 b19 ");
+  Expect("r18 b18 p19 p17 r19 b19 ");
   EXPECT_FALSE(root.TestFlag(kFlagPressed));
 }
 
