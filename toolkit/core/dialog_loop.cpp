@@ -163,6 +163,8 @@ void Dialog::PutTooltipAway() {
 }
 
 Widget* Dialog::Execute(Widget* focusWidget) {
+  // A second root would take timer, screen update and pointer away from the first.
+  if (loopState.root) return Popup(loopState.root, kKeepPosition, kKeepPosition, focusWidget);
   Dialog::Add(tooltipWidget_.get());
   SetFocus(focusWidget);
   closed = false;
@@ -189,7 +191,7 @@ Widget* Dialog::RunPopup(Dialog& root, int px, int py, Widget* focusWidget) {
   Dialog::Add(tooltipWidget_.get());
   root.Add(this);
   SetFocus(focusWidget);
-  while (!closed && root.closed == rootWasClosed) root.MsgIdle();
+  while (!closed && root.closed == rootWasClosed && root.IsChild(this)) root.MsgIdle();
   Widget* last = focus;
   root.Remove(this);
   PutTooltipAway();
@@ -202,8 +204,10 @@ Widget* Dialog::RunPopup(Dialog& root, int px, int py, Widget* focusWidget) {
 }
 
 Widget* Dialog::Popup(Dialog* over, int px, int py, Widget* focusWidget) {
-  if (!over) over = loopState.root;
-  if (over) return RunPopup(*over->GetRoot(), px, py, focusWidget);
+  Dialog* root = over ? over->GetRoot() : nullptr;
+  if (!root || !root->IsRunning()) root = loopState.root;
+  if (root == this) return focus;
+  if (root) return RunPopup(*root, px, py, focusWidget);
   Dialog temporaryRoot;
   temporaryRoot.Dialog::Add(temporaryRoot.tooltipWidget_.get());
   temporaryRoot.MsgStart();

@@ -242,11 +242,20 @@ TEST_F(DialogTest, APopupRunsWithoutARootAndEndsWithIt) {
     EXPECT_EQ(clock.Count(), 0);
   }
   Start();
-  Script({[&] {
+  const auto inPopup = [&] {
     EXPECT_EQ(popup.GetRoot(), &root) << "there is only one root at a time";
+    EXPECT_EQ(root.Execute(nullptr), root.GetFocus());
     popup.Close();
-  }});
-  popup.Popup(nullptr, 40, 40, nullptr);
+  };
+  Dialog idle;
+  for (Dialog* over : {static_cast<Dialog*>(nullptr), &idle, &popup}) {
+    Script({inPopup});
+    popup.Popup(over, 40, 40, nullptr);
+  }
+  Script({inPopup});
+  popup.Execute(nullptr);
+  Script({[&] { root.Remove(&popup); }});
+  popup.Popup(&root, 40, 40, nullptr);
 }
 
 // A scene whose picture is known: patches and dialogs of patches in painting order.
