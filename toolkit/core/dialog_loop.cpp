@@ -180,8 +180,9 @@ Widget* Dialog::RunPopup(Dialog& root, int px, int py, Widget* focusWidget) {
   Widget* const outerFocus = root.FocusWidget();
   Widget* const outerChild = root.focus;
   const bool rootWasClosed = root.closed;
-  // What opened the popup may still be held.
+  // What opened the popup may still be held; so may what closes it.
   joystickHeld = root.InputTarget()->joystickHeld;
+  if (!IsRoot() && parent) parent->Forget(this);
   parent = &root;
   if (px != kKeepPosition) SetX(px);
   if (py != kKeepPosition) SetY(py);
@@ -199,7 +200,9 @@ Widget* Dialog::RunPopup(Dialog& root, int px, int py, Widget* focusWidget) {
   if (root.Contains(outerFocus)) root.SetFocus(outerFocus);
   // A popup below this one stays the one that the input is for.
   if (!root.focus && root.Contains(outerChild)) root.SetFocus(outerChild);
-  root.InputTarget()->TakeInputBack();
+  Dialog* below = root.InputTarget();
+  below->joystickHeld = joystickHeld;
+  below->TakeInputBack();
   return last;
 }
 
