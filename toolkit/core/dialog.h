@@ -90,10 +90,12 @@ class Dialog : public Widget {
   virtual void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2);
   // Ends Execute or Popup if MsgClose allows it.
   virtual void Close();
-  // Runs the dialog as a root until it is closed; answers the child that had the focus.
+  // Runs the dialog as a root until it is closed; answers the child that had the focus. While a
+  // root runs, the same as Popup over it.
   virtual Widget* Execute(Widget* focusWidget);
-  // Runs the dialog on top of the root of `over`, else of the root that runs, else of one of its
-  // own, until it or that root is closed.
+  // Runs the dialog on top of the root of `over`, if that runs, else of the root that does, else of
+  // one of its own, until it is taken out or it or that root is closed. The root itself is not run
+  // again.
   virtual Widget* Popup(Dialog* over, int px, int py, Widget* focusWidget);
   virtual Widget* Popup(Dialog* over, Point pos, Widget* focusWidget);
   // Puts the dialog in the middle of its parent, a root in that of the screen.
@@ -210,6 +212,7 @@ class Dialog : public Widget {
   void RoutePress(Handler handler);
   void RouteRelease(Handler handler);
   Widget* CapturingChild() const;
+  void UpdateDragMode();
   void Drag();
   void DragEdges(int dx, int dy);
   void DispatchButtons(int before, int now);

@@ -163,6 +163,8 @@ void Dialog::PutTooltipAway() {
 }
 
 Widget* Dialog::Execute(Widget* focusWidget) {
+  // A second root would take timer, screen update and pointer away from the first.
+  if (loopState.root) return Popup(loopState.root, kKeepPosition, kKeepPosition, focusWidget);
   Dialog::Add(tooltipWidget_.get());
   SetFocus(focusWidget);
   closed = false;
@@ -178,8 +180,9 @@ Widget* Dialog::RunPopup(Dialog& root, int px, int py, Widget* focusWidget) {
   Widget* const outerFocus = root.FocusWidget();
   Widget* const outerChild = root.focus;
   const bool rootWasClosed = root.closed;
-  // What opened the popup may still be held.
+  // What opened the popup may still be held; so may what closes it.
   joystickHeld = root.InputTarget()->joystickHeld;
+  if (!IsRoot() && parent) parent->Forget(this);
   parent = &root;
   if (px != kKeepPosition) SetX(px);
   if (py != kKeepPosition) SetY(py);
@@ -189,7 +192,7 @@ Widget* Dialog::RunPopup(Dialog& root, int px, int py, Widget* focusWidget) {
   Dialog::Add(tooltipWidget_.get());
   root.Add(this);
   SetFocus(focusWidget);
-  while (!closed && root.closed == rootWasClosed) root.MsgIdle();
+  while (!closed && root.closed == rootWasClosed && root.IsChild(this)) root.MsgIdle();
   Widget* last = focus;
   root.Remove(this);
   PutTooltipAway();
@@ -197,13 +200,17 @@ Widget* Dialog::RunPopup(Dialog& root, int px, int py, Widget* focusWidget) {
   if (root.Contains(outerFocus)) root.SetFocus(outerFocus);
   // A popup below this one stays the one that the input is for.
   if (!root.focus && root.Contains(outerChild)) root.SetFocus(outerChild);
-  root.InputTarget()->TakeInputBack();
+  Dialog* below = root.InputTarget();
+  below->joystickHeld = joystickHeld;
+  below->TakeInputBack();
   return last;
 }
 
 Widget* Dialog::Popup(Dialog* over, int px, int py, Widget* focusWidget) {
-  if (!over) over = loopState.root;
-  if (over) return RunPopup(*over->GetRoot(), px, py, focusWidget);
+  Dialog* root = over ? over->GetRoot() : nullptr;
+  if (!root || !root->IsRunning()) root = loopState.root;
+  if (root == this) return focus;
+  if (root) return RunPopup(*root, px, py, focusWidget);
   Dialog temporaryRoot;
   temporaryRoot.Dialog::Add(temporaryRoot.tooltipWidget_.get());
   temporaryRoot.MsgStart();

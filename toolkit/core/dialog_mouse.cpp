@@ -63,15 +63,17 @@ void Dialog::HandleMouse() {
   const int wheel = mousePointer->GetWheel();
   poll_mouse();
   mousePointer->Update();
+  // Taken now: what follows may run a popup, which gets what happens meanwhile.
+  const Point moved = mousePointer->GetMousePosition();
+  const int turned = mousePointer->GetWheel() - wheel;
 
   // What was hidden or disabled under the resting pointer is no longer there to be pressed.
   const Widget* under = target->MouseWidget();
   if (under && (under->Hidden() || under->Disabled())) target->FollowPointer();
   target->DispatchButtons(buttons, mousePointer->GetButtons());
   target->CountDoubleClick(mousePointer->GetButtons() & ~buttons);
-  const Point moved = mousePointer->GetMousePosition();
   if (moved != position) target->MsgMouseMove({moved.x - position.x, moved.y - position.y});
-  if (mousePointer->GetWheel() != wheel) target->MsgWheel(mousePointer->GetWheel() - wheel);
+  if (turned != 0) target->MsgWheel(turned);
 }
 
 void Dialog::DispatchButtons(int before, int now) {
@@ -141,6 +143,8 @@ void Dialog::RouteRelease(Handler handler) {
 void Dialog::MsgLPress() {
   Widget::MsgLPress();
   pressPosition = GetMousePos();
+  // The dialog may have changed its shape under the resting pointer.
+  UpdateDragMode();
   SetFlag(kFlagPressed);
   RoutePress(&Widget::MsgLPress);
 }
@@ -148,7 +152,6 @@ void Dialog::MsgLPress() {
 void Dialog::MsgLRelease() {
   Widget::MsgLRelease();
   ClearFlag(kFlagPressed);
-  dragMode = kDragNone;
   RouteRelease(&Widget::MsgLRelease);
 }
 
@@ -218,16 +221,19 @@ void Dialog::Drag() {
   GetRoot()->Redraw();
 }
 
+void Dialog::UpdateDragMode() {
+  const int mode = GetDragMode();
+  // A dialog inside that drags nothing leaves the shape to the dialog around it.
+  const int shapeBefore = kDragRows[std::exchange(dragMode, mode)].cursor;
+  if (kDragRows[mode].cursor != shapeBefore) SetCursor(kDragRows[mode].cursor);
+}
+
 void Dialog::MsgMouseMove(Point delta) {
   Widget::MsgMouseMove(delta);
-  if (!TestFlag(kFlagPressed)) {
-    const int mode = GetDragMode();
-    // A dialog inside that drags nothing leaves the shape to the dialog around it.
-    const int shapeBefore = kDragRows[std::exchange(dragMode, mode)].cursor;
-    if (kDragRows[mode].cursor != shapeBefore) SetCursor(kDragRows[mode].cursor);
-  } else if (dragMode != kDragNone) {
+  if (!TestFlag(kFlagPressed))
+    UpdateDragMode();
+  else if (dragMode != kDragNone)
     Drag();
-  }
   if (Widget* capturing = CapturingChild()) capturing->MsgMouseMove(delta);
   if (mouse) mouse->MsgMouseMove(delta);
   if (TakesInput()) FollowPointer();
@@ -301,10 +307,7 @@ void Dialog::SetMousePath(const Widget* deepest) {
   Widget* direct = ChildTowards(deepest);
   if (direct != mouse) {
     Widget* left = std::exchange(mouse, direct);
-    if (Dialog* dialog = AsDialog(left)) {
-      dialog->SetMousePath(nullptr);
-      if (!dialog->TestFlag(kFlagPressed)) dialog->dragMode = kDragNone;
-    }
+    if (Dialog* dialog = AsDialog(left)) dialog->SetMousePath(nullptr);
     if (IsChild(left)) left->MsgLostMouse();
     if (direct && mouse == direct) direct->MsgGotMouse();
   }

@@ -147,7 +147,16 @@ TEST_F(DialogKeyboardTest, ArrowsAndTabMoveTheFocus) {
   joy[0].stick[0].axis[0].d2 = 1;
   Tick(3);
   EXPECT_EQ(root.FocusWidget(), &c) << "a held joystick counts once";
-  joy[0].stick[0].axis[0].d2 = num_joysticks = 0;
+  joy[0].stick[0].axis[0].d2 = 0;
+  Tick();
+  Dialog popup;
+  Script({[] { joy[0].button[0].b = 1; }, [&] { popup.Close(); }});
+  popup.Popup(&root, 0, 0, nullptr);
+  settings.yield = false;
+  Watch({MSG_CHAR});
+  Tick(2);
+  Expect("", "it belongs to the popup that it closed");
+  joy[0].button[0].b = num_joysticks = 0;
 }
 
 TEST_F(DialogKeyboardTest, TheFocusMovesDownAndUpTheContainers) {

@@ -198,6 +198,8 @@ TEST_F(DialogMouseTest, DraggingMovesOrResizesADialog) {
     window.ClearFlag(mode == kDragMove ? kFlagMovable : kFlagSizeable);
     MoveTo(70, 60);
     Release();
+    MoveTo(60, 50);
+    EXPECT_EQ(mousePointer->GetCursor(), CurrentSkin()->cursors[4].get()) << "after " << mode;
     MoveTo(0, 0);
     EXPECT_EQ(window.Bounds(), after) << mode;
   };

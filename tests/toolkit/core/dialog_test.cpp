@@ -176,18 +176,18 @@ TEST_F(DialogTest, APopupTakesTheInputAndGivesItBack) {
   EXPECT_EQ(At(25, 25), red);
 }
 
-TEST_F(DialogTest, AReleaseThatAPopupSawIsMadeUpFor) {
+TEST_F(DialogTest, AReleaseThatAPopupSawIsMadeUpForButNotTheWheel) {
   StartWithFocus();
   MoveTo(10, 10);
-  Watch({MSG_LPRESS, MSG_LRELEASE});
+  Watch({MSG_LPRESS, MSG_LRELEASE, MSG_WHEEL});
   root.onEvent = [&](Widget* sender, int msg, int) {
     if (sender != &below || msg != MSG_LPRESS) return;
     below.SetFlag(kFlagPressed);
-    Script({[&] { mouse_b = 0; }, [&] { popup.Close(); }});
+    Script({[] { mouse_b = 0; }, [] { mouse_z = 2; }, [&] { popup.Close(); }});
     popup.Popup(&root, 50, 50, nullptr);
   };
   Press();
-  Expect("r18 b18 p19 r19 b19 ");
+  Expect("r18 b18 p19 p17 r19 b19 ");
   EXPECT_FALSE(root.TestFlag(kFlagPressed));
 }
 
@@ -242,11 +242,20 @@ TEST_F(DialogTest, APopupRunsWithoutARootAndEndsWithIt) {
     EXPECT_EQ(clock.Count(), 0);
   }
   Start();
-  Script({[&] {
+  const auto inPopup = [&] {
     EXPECT_EQ(popup.GetRoot(), &root) << "there is only one root at a time";
+    EXPECT_EQ(root.Execute(nullptr), root.GetFocus());
     popup.Close();
-  }});
-  popup.Popup(nullptr, 40, 40, nullptr);
+  };
+  Dialog idle;
+  for (Dialog* over : {static_cast<Dialog*>(nullptr), &idle, &popup}) {
+    Script({inPopup});
+    popup.Popup(over, 40, 40, nullptr);
+  }
+  Script({inPopup});
+  popup.Execute(nullptr);
+  Script({[&] { root.Remove(&popup); }});
+  popup.Popup(&root, 40, 40, nullptr);
 }
 
 // A scene whose picture is known: patches and dialogs of patches in painting order.
