@@ -161,12 +161,12 @@ const std::tuple<const char*, Bytes, Rows> kExamples[] = {
     {"bmp",
      Hex(kBmpStart + "05000000 03000000 0100 0800 01000000" + kZeros + kBmpPalette +
          "0301 0202 0000 00020200 0003010203 00 0000 0503 0001"),
-     {"bbbbb", "..rgb", "rrrgg"}},
+     {"bbbbb", "kkrgb", "rrrgg"}},
     // Of 4 bits.
     {"bmp",
      Hex(kBmpStart + "05000000 03000000 0100 0400 02000000" + kZeros + kBmpPalette +
          "0512 0000 0005123310 00 0000 0430 0120 0001"),
-     {"b.b.g", "rgbbr", "rgrgr"}},
+     {"bkbkg", "rgbbr", "rgrgr"}},
     // From the top down, of 16 bits.
     {"bmp",
      Hex(kBmpStart + "02000000 FEFFFFFF 0100 1000 03000000" + kZeros +

@@ -190,11 +190,11 @@ Widget* Dialog::RunPopup(Dialog& root, int px, int py, Widget* focusWidget) {
   const std::uint32_t savedFlags = flags;
   SetFlag(kFlagPoppedUp);
   Dialog::Add(tooltipWidget_.get());
-  root.Add(this);
+  root.Dialog::Add(this);
   SetFocus(focusWidget);
   while (!closed && root.closed == rootWasClosed && root.IsChild(this)) root.MsgIdle();
   Widget* last = focus;
-  root.Remove(this);
+  root.Dialog::Remove(this);
   PutTooltipAway();
   flags = savedFlags;
   if (root.Contains(outerFocus)) root.SetFocus(outerFocus);
