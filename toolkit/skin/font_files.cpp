@@ -6,9 +6,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <map>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -202,10 +202,18 @@ bool FontScript::Add(int first, int count) {
   return font_ != nullptr;
 }
 
+// Takes the next word off a line; empty at its end.
+std::string TakeWord(const char*& rest) {
+  constexpr const char* kBlanks = " \t\n\v\f\r";
+  rest += std::strspn(rest, kBlanks);
+  const char* const start = rest;
+  rest += std::strcspn(rest, kBlanks);
+  return {start, rest};
+}
+
 bool FontScript::Run(const std::string& line) {
-  std::istringstream fields{line};
-  std::string name, firstText, lastText;
-  fields >> name >> firstText >> lastText;
+  const char* rest = line.c_str();
+  const std::string name = TakeWord(rest), firstText = TakeWord(rest), lastText = TakeWord(rest);
   if (name.empty()) return true;
   if (firstText.empty() || ++lines_ > kMostLines) return false;
   if (name[0] != '-' && !Open(name.c_str())) return false;
