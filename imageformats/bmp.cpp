@@ -98,9 +98,11 @@ class Canvas {
     y_ += up;
     return x_ <= header_.width && y_ < header_.height;
   }
-  // Repeats the bytes' pixels as needed.
+  // Repeats the bytes' pixels as needed. What goes beyond the end of the row is dropped: some
+  // programs pack the bytes, too, with which rows are filled up.
   bool Put(std::span<const std::uint8_t> bytes, int bits, int count) {
-    if (bytes.empty() || count > header_.width - x_) return false;
+    if (bytes.empty()) return false;
+    count = std::min(count, header_.width - x_);
     std::uint8_t* target = rows_.data() + static_cast<std::size_t>(y_) * header_.RowBytes() + x_;
     const std::size_t inByte = static_cast<std::size_t>(8 / bits);
     for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
