@@ -177,8 +177,8 @@ void MenuScreen::Restore() {
 
 void MenuScreen::MsgStart() {
   Dialog::MsgStart();
-  // With the keyboard alone the first key must already reach the menu.
-  if (!FocusWidget()) SetFocus(&List());
+  // The first key must already reach the menu, whatever the pointer rests on.
+  SetFocus(&List());
   Restore();
 }
 

@@ -126,6 +126,8 @@ void TitledPanel::UpdateLayout() {
   const int titleHeight = title.IsEmpty() ? 0 : TitleHeight();
   child.Shape(horizontalMargin, verticalMargin + titleHeight, w() - 2 * horizontalMargin,
               h() - titleHeight - 2 * verticalMargin);
+  // At once, so that a list knows how many rows it shows before its current entry is set.
+  child.SendMessage(MSG_SHAPE);
 }
 
 void TitledPanel::Draw(Bitmap& canvas) {

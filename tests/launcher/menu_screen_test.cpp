@@ -85,6 +85,35 @@ TEST_F(MenuScreenTest, TheLastPositionIsRestoredAsFarAsItFits) {
   }
 }
 
+// Menus of different heights, whose lists have other pages than the one shown before.
+TEST_F(MenuScreenTest, TheCurrentEntryIsVisibleAfterEachChangeOfTheMenu) {
+  std::string entries;
+  for (int i = 1; i <= 40; ++i)
+    entries += "[LINE" + std::to_string(i) + "]\nTitle=x\nSubmenu=inner.cfg\n";
+  const auto menu = [&](const char* height) {
+    return std::string{"[MENU_CONFIGURATION]\nLinesNumber=40\nMenuHeight="} + height + "\n" +
+           entries;
+  };
+  const auto expectVisible = [&] {
+    screen_->ApplyGeometry();
+    const int row = screen_->List().GetCurrent() - screen_->List().GetFirst();
+    EXPECT_GE(row, 0);
+    EXPECT_LT(row, screen_->List().PageSize());
+  };
+  for (const auto& [outer, inner] : {std::pair{"310", "470"}, {"470", "310"}}) {
+    WriteFile("menu.cfg", menu(outer));
+    WriteFile("inner.cfg", menu(inner));
+    for (int i = 12; i < 40; ++i) {
+      Start(std::to_string(i));
+      expectVisible();
+      Start(std::to_string(i) + ',' + std::to_string(i));
+      expectVisible();
+      After({KEY_HOME, KEY_ENTER});
+      expectVisible();
+    }
+  }
+}
+
 TEST_F(MenuScreenTest, AKeyAfterTheMouseHasOpenedAMenuMovesOn) {
   Start("2");
   mouse_x = screen_->List().x();
