@@ -27,8 +27,10 @@ bool IsIndex(int index, int count) { return index >= 0 && index < count; }
 void ColorizePicture(BITMAP* picture, Color tint, int alpha) {
   for (int y = 0; y < picture->h; ++y) {
     for (int x = 0; x < picture->w; ++x) {
-      Color pixel{getpixel(picture, x, y)};
-      if (pixel == magenta) continue;
+      const int before = getpixel(picture, x, y);
+      if (before == magenta) continue;
+      // Without an alpha value, which makes -1, that is no colour, of opaque white.
+      Color pixel{getr(before), getg(before), getb(before)};
       pixel.Colorize(tint, alpha);
       putpixel(picture, x, y, pixel);
     }
