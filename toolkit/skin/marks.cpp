@@ -27,7 +27,7 @@ void SkinBitmap::Box3D(int x1, int y1, int x2, int y2, Color fill, Color light, 
   // All rows between the bevels look alike.
   const int clipTop = bitmap->ct, clipBottom = bitmap->cb;
   const int first = std::max(y1 + kBevel, clipTop), last = std::min(y2 - kBevel, clipBottom - 1);
-  if (!fill.IsSet() || !is_memory_bitmap(bitmap) || first >= last)
+  if (fill == Color{} || !is_memory_bitmap(bitmap) || first >= last || x1 >= x2)
     return DrawBox(x1, y1, x2, y2, fill, light, dark);
   bitmap->cb = first + 1;
   DrawBox(x1, y1, x2, y2, fill, light, dark);
@@ -39,7 +39,7 @@ void SkinBitmap::Box3D(int x1, int y1, int x2, int y2, Color fill, Color light, 
 }
 
 void SkinBitmap::DrawBox(int x1, int y1, int x2, int y2, Color fill, Color light, Color dark) {
-  if (fill.IsSet()) rectfill(x1, y1, x2, y2, fill);
+  if (fill != Color{}) rectfill(x1, y1, x2, y2, fill);
   const Color outerLight = MixNear(light, dark);
   const Color innerDark = MixNear(dark, light);
   vline(x1, y1, y2, outerLight);
@@ -53,7 +53,7 @@ void SkinBitmap::DrawBox(int x1, int y1, int x2, int y2, Color fill, Color light
 }
 
 void SkinBitmap::Circle3D(int x, int y, int r, Color fill, Color light, Color dark) {
-  if (fill.IsSet()) circlefill(x, y, r, fill);
+  if (fill != Color{}) circlefill(x, y, r, fill);
   set_clip_rect(0, 0, x + r / 2, y + r / 2);
   circle(x, y, r, MixNear(light, dark));
   circle(x, y, r - 1, light);
