@@ -114,6 +114,11 @@ void RestoreMode(Dialog& root) {
   SetGraphicsMode(settings.gfxMode, settings.screenWidth, settings.screenHeight,
                   settings.colorDepth);
   EnterMode();
+  if (settings.colorDepth == 8) {
+    // Setting a mode also sets the palette that the skins' colours are places in.
+    RecomputeNamedColors();
+    MakeFollow(root);
+  }
   root.Redraw();
   KeepRunning();
 }
