@@ -17,7 +17,6 @@ int TileOf(int wanted, int frame) { return std::min(wanted < 0 ? frame / 3 : wan
 // The pixels from `begin` up to and without `end`.
 struct Range {
   Wide begin, end;
-  bool Meets(Wide from, Wide length) const { return from < end && begin < from + length; }
 };
 
 // Copies rectangles from a picture to a target, leaving out what nobody would see.
