@@ -237,6 +237,8 @@ void Button::MsgLPress() {
 
 void Button::MsgLRelease() {
   Label::MsgLRelease();
+  // The key, typed later, ends the press.
+  if (keyTimer != 0) return;
   const bool pressed = TestFlag(kFlagPressed);
   ClearFlag(kFlagPressed);
   if (!HasMouse()) {

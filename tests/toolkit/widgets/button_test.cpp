@@ -89,14 +89,15 @@ TEST_F(ButtonTest, APressActivatesWhenItEndsWhereItBegan) {
     EXPECT_EQ(root->Take(), " A0") << rate << ' ' << delay;
   }
   settings.keyDelay = 100;
-  for (const bool keyFirst : {true, false}) {
+  for (const auto& [keyFirst, held] : {std::pair{true, 9}, {false, 9}, {false, 1}}) {
     if (keyFirst) Press(KEY_A, 'a');
     Mouse(20, 20, 1);
     if (!keyFirst) Press(KEY_A, 'a');
-    Tick(9);
+    Tick(held);
     Mouse(20, 20);
+    Tick(9);
     EXPECT_FALSE(button.Selected());
-    EXPECT_EQ(root->Take(), " A0");
+    EXPECT_EQ(root->Take(), " A0") << keyFirst << ' ' << held;
   }
   settings.keyDelay = 2147483647;
   Press(KEY_A, 'a');
@@ -120,7 +121,8 @@ TEST_F(ButtonTest, OneRadioButtonOfAGroupIsSelected) {
   for (const int y : {65, 5, 45, 45}) Click(20, y), note();
   Mouse(20, 5, 1), Mouse(200, 150), note();
   for (int times = 0; times < 2; ++times) Press(KEY_B, 'b'), note();
-  EXPECT_EQ(selected, "0001 1001 0011 0011 0011 0101 0101 ");
+  Press(KEY_C, 'c'), Click(200, 150), note();
+  EXPECT_EQ(selected, "0001 1001 0011 0011 0011 0101 0101 0011 ");
 }
 
 TEST_F(ButtonTest, TheApplicationMayDestroyWhatIsPressed) {
