@@ -226,8 +226,21 @@ void Button::MsgGotFocus() {
 }
 
 void Button::MsgLostFocus() {
+  if (!HasMouse()) DropPress();
   Label::MsgLostFocus();
   StartAnimation();
+}
+
+void Button::MsgLostMouse() {
+  if (!HasFocus()) DropPress();
+  Label::MsgLostMouse();
+}
+
+void Button::DropPress() {
+  if (!TestFlag(kFlagPressed) || keyTimer != 0) return;
+  ClearFlag(kFlagPressed);
+  SwitchSelected();
+  ShowChange();
 }
 
 void Button::MsgLPress() {

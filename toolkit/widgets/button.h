@@ -72,6 +72,7 @@ class Button : public Label {
   bool MsgWantFocus() override;
   void MsgGotFocus() override;
   void MsgLostFocus() override;
+  void MsgLostMouse() override;
   void MsgLPress() override;
   void MsgLRelease() override;
   void MsgTick() override;
@@ -96,6 +97,9 @@ class Button : public Label {
   int repeatTimer = 0;  // logic ticks until the next auto-repeat message
 
  private:
+  // Takes back a press of the mouse whose release will not come here: neither the focus nor the
+  // pointer is left.
+  void DropPress();
   int KeyPressTicks() const;
   void EndKeyPress();
   void AutoRepeat();

@@ -106,6 +106,24 @@ TEST_F(ButtonTest, APressActivatesWhenItEndsWhereItBegan) {
   EXPECT_FALSE(button.Selected());
 }
 
+TEST_F(ButtonTest, APressEndsWithoutFocusAndPointer) {
+  Button button, other;
+  Show(button, {10, 10, 50, 20});
+  Show(other, {100, 10, 50, 20});
+  button.SetFlag(kFlagAutoRepeat);
+  for (const bool focusFirst : {true, false}) {
+    Mouse(20, 20, 1);
+    if (focusFirst) root->SetFocus(&other);
+    Mouse(200, 150, 1);
+    root->SetFocus(&other);
+    root->Take();
+    Tick(20);
+    EXPECT_FALSE(button.Selected());
+    EXPECT_EQ(root->Take(), "");
+    Mouse(200, 150);
+  }
+}
+
 TEST_F(ButtonTest, OneRadioButtonOfAGroupIsSelected) {
   RadioButton radios[4];  // groups 1, 1, 1 and 2 with the keys "a" to "d"
   for (int i = 0; i < 4; ++i) {
