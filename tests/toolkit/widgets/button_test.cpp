@@ -36,6 +36,26 @@ TEST_F(ButtonTest, LabelsShowAndReadNumbers) {
   EXPECT_EQ(label.GetDouble(), -1e308);
 }
 
+TEST_F(ButtonTest, ALabelsOldTextGoesWithTheChange) {
+  Button behind;
+  Show(behind, {0, 0, 100, 100});
+  Label label;
+  Show(label, {10, 10, 40, 40});
+  label.ClearFlag(kFlagAutoSize);
+  label.SetText("before");
+  const std::function<void()> kChanges[] = {
+      [&] { label.SetText("now"); }, [&] { label.AlignRight(); }, [&] { label.SetMultiline(true); },
+      [&] { label.SetVAlignment(kAlignBottom); },
+      [&] { label.SetFlag(kFlagAutoSize), label.SetText("x"); }};
+  for (const auto& change : kChanges) {
+    Frame();
+    change();
+    const Rows changed = Frame();
+    root->Redraw();
+    EXPECT_TRUE(changed == Frame()) << &change - kChanges;
+  }
+}
+
 TEST_F(ButtonTest, ButtonsAreDrawnByTheirState) {
   Dress(BUTTON, {"r", "g", "b", "w"});
   CurrentSkin()->buttonDisplacement = 2;
