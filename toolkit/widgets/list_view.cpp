@@ -78,7 +78,11 @@ ListItem* ListView::GetItem(int index) const {
 
 void ListView::InsertItem(std::unique_ptr<ListItem> item, int index) {
   item->owner = this;
-  items.insert(items.begin() + std::clamp(index, 0, Count()), std::move(item));
+  index = std::clamp(index, 0, Count());
+  items.insert(items.begin() + index, std::move(item));
+  // The mark stays with the current position.
+  if (!multiSelect && index <= current && current < Count() - 1)
+    std::swap(GetItem(current)->selected, GetItem(current + 1)->selected);
   Redraw();
   if (Count() == 1) SetCurrent(0);
 }
@@ -91,7 +95,10 @@ void ListView::DeleteItem(int index) {
   PageSize();
   const bool moves = index < current || current >= Count();
   if (Count() == 0) current = -1;
-  if (moves) SetCurrent(std::min(std::max(current - 1, 0), Count() - 1));
+  if (moves)
+    SetCurrent(std::min(std::max(current - 1, 0), Count() - 1));
+  else if (!multiSelect)
+    MarkCurrent(current);
 }
 
 void ListView::SetFirst(int index) {

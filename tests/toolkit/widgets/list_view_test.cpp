@@ -105,6 +105,20 @@ TEST_F(ListTest, DeletingKeepsACurrentAndAVisibleItem) {
   EXPECT_EQ(root->Take(), " S4 S3 S2 S1 S0 S-1");
 }
 
+TEST_F(ListTest, InSingleSelectionTheCurrentItemIsTheMarkedOne) {
+  ShowItems(list, 3, 2);
+  list.SetCurrent(1);
+  std::string marks;
+  const auto note = [&] {
+    for (int i = 0; i < list.Count(); ++i) marks += list.IsSelected(i) ? '1' : '0';
+    marks += ' ';
+  };
+  list.InsertItem(std::make_unique<ListItem>(), 0), note();
+  list.DeleteItem(1), note();
+  list.SetCurrent(0), note();
+  EXPECT_EQ(marks, "0100 010 100 ");
+}
+
 TEST_F(ListTest, TheApplicationMayReplaceTheListWhileAnItemIsChosen) {
   for (const int run : {0, 1, 2, 3}) {
     auto shown = std::make_unique<ListView>();
