@@ -1,6 +1,7 @@
 #include "toolkit/widgets/list_view.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <utility>
 
@@ -144,6 +145,8 @@ void ListView::RedrawItems(int index, int other) {
     }
     y += height;
   }
+  // The list counts as changed even when neither row shows.
+  if (!Dirty()) Redraw();
 }
 
 void ListView::SetCurrent(int index) {
@@ -268,9 +271,10 @@ void ListView::Draw(Bitmap& canvas) {
   }
 }
 
-void ListView::MoveCurrentTo(int target) {
-  target = target < 0 ? 0 : std::min(target, Count() - 1);
-  if (target != current) SetCurrent(target);
+void ListView::MoveCurrentTo(std::int64_t target) {
+  const std::int64_t last = Count() - 1;
+  const int index = target < 0 ? 0 : static_cast<int>(std::min(target, last));
+  if (index != current) SetCurrent(index);
 }
 
 void ListView::ActivateItem(int index) {
@@ -287,7 +291,9 @@ void ListView::ChooseByKey(int scancode) {
 bool ListView::MsgChar(int code) {
   Widget::MsgChar(code);
   const int scancode = code >> 8;
-  int target = current;
+  // In multiple selection any number may be current.
+  const std::int64_t from = current;
+  std::int64_t target = from;
   switch (scancode) {
     case KEY_ENTER:
     case KEY_SPACE:
@@ -301,16 +307,16 @@ bool ListView::MsgChar(int code) {
       target = Count() - 1;
       break;
     case KEY_PGUP:
-      target = current - PageSize();
+      target = from - PageSize();
       break;
     case KEY_PGDN:
-      target = current + PageSize();
+      target = from + PageSize();
       break;
     case KEY_UP:
-      target = current - 1;
+      target = from - 1;
       break;
     case KEY_DOWN:
-      target = current + 1;
+      target = from + 1;
       break;
     default:
       return false;

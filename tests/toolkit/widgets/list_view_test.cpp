@@ -89,6 +89,9 @@ TEST_F(ListTest, ItemsAreChosenByKeyAndPointer) {
   }
   EXPECT_EQ(marks, "101110");
   EXPECT_EQ(root->Take(), " A1 A1 A1 A1 S2 A2 A2 A2");
+  list.SetCurrent(2147483647);
+  Press(KEY_DOWN);
+  EXPECT_EQ(root->Take(), " S2147483647 S2") << "any number may be current";
 }
 
 TEST_F(ListTest, DeletingKeepsACurrentAndAVisibleItem) {
@@ -117,6 +120,10 @@ TEST_F(ListTest, InSingleSelectionTheCurrentItemIsTheMarkedOne) {
   list.DeleteItem(1), note();
   list.SetCurrent(0), note();
   EXPECT_EQ(marks, "0100 010 100 ");
+  list.SetFirst(1);
+  Frame();
+  list.SetCurrent(0);
+  EXPECT_TRUE(list.Dirty()) << "though it does not show";
 }
 
 TEST_F(ListTest, TheApplicationMayReplaceTheListWhileAnItemIsChosen) {
