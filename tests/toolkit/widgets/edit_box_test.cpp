@@ -66,6 +66,14 @@ TEST_F(EditBoxTest, FiltersWhatIsTyped) {
   }
 }
 
+TEST_F(EditBoxTest, HexadecimalNumbersKeepTheirBits) {
+  edit->SetFilter(kFilterHexadecimal);
+  for (const int number : {-1, 0x7FFFFFFF, 0}) {
+    edit->SetNumber(number);
+    EXPECT_EQ(edit->GetInt(), number);
+  }
+}
+
 TEST_F(EditBoxTest, ShiftSelectsWithTheKeys) {
   const Ints rows[][2] = {{{KEY_RIGHT, KEY_LEFT, KEY_LEFT}, {2, 3, 2}},
                           {{KEY_LEFT, KEY_RIGHT, KEY_RIGHT}, {3, 4, 4}},
