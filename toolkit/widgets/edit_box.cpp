@@ -8,6 +8,7 @@
 #include <limits>
 
 #include "toolkit/core/cursor.h"
+#include "toolkit/core/dialog.h"
 #include "toolkit/core/text.h"
 #include "toolkit/skin/skin.h"
 
@@ -207,8 +208,10 @@ bool EditBox::MsgChar(int code) {
   if (isUsed) (this->*row->action)((key_shifts & KB_SHIFT_FLAG) != 0);
   ScrollToCursor();
   Redraw();
+  const Dialog* const container = parent;
   Label::MsgChar(code);
-  if (scancode == KEY_ENTER) Report(MSG_ACTIVATE);
+  // Whoever was told may have destroyed the box.
+  if (scancode == KEY_ENTER && container && container->Contains(this)) Report(MSG_ACTIVATE);
   return isUsed;
 }
 

@@ -25,13 +25,6 @@ enum ItemState : int {
   kItemDisabledMarked,
 };
 
-// False when the widget, which may be gone by now, is no longer in the container that it was in.
-bool Holds(const Dialog* container, const Widget* widget) {
-  if (!container) return true;
-  const auto& children = container->Children();
-  return std::find(children.begin(), children.end(), widget) != children.end();
-}
-
 }  // namespace
 
 int TextStateOfItem(int state) {
@@ -336,7 +329,8 @@ void ListView::MsgLPress() {
   const int pressed = ItemAt();
   if (!multiSelect) {
     if (IsValid(pressed)) SetCurrent(pressed);
-    if (!Holds(container, this) || pressed >= Count()) return;
+    // Whoever was told may have destroyed the list.
+    if ((container && !container->Contains(this)) || pressed >= Count()) return;
   } else if (IsSelected(pressed)) {
     DeselectItem(pressed);
   } else {

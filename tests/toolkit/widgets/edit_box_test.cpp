@@ -131,6 +131,18 @@ TEST_F(EditBoxTest, EnterTellsTheParentWhichMayDestroyTheBox) {
   root->onEvent = [this](int, int) { edit.reset(); };
   EXPECT_TRUE(Press(KEY_ENTER, '\r'));
   EXPECT_EQ(root->Take(), " A0");
+
+  struct Destroyer : Dialog {
+    void HandleEvent(Widget*, int msg, EventArg, EventArg) override {
+      if (msg == MSG_CHAR) edit.reset();
+    }
+    std::unique_ptr<EditBox> edit = std::make_unique<EditBox>();
+  } destroyer;
+  destroyer.Add(destroyer.edit.get());
+  root->Add(&destroyer);
+  root->SetFocus(destroyer.edit.get());
+  EXPECT_TRUE(Press(KEY_ENTER, '\r')) << "already at the key";
+  EXPECT_EQ(destroyer.edit, nullptr);
 }
 
 TEST_F(EditBoxTest, ShowsPasswordsAsAsterisksAndMarksTheSelection) {
