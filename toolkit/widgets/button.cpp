@@ -64,7 +64,22 @@ void Label::UpdateSize() {
     Resize(font.TextLength(text->c_str()), font.TextHeight());
 }
 
+void Label::ClearText() {
+  if (parent && !textBackColor.IsSet()) parent->RedrawBehind(this, {0, 0, w(), h()});
+}
+
+void Label::Enable() {
+  ClearText();
+  Widget::Enable();
+}
+
+void Label::Disable() {
+  ClearText();
+  Widget::Disable();
+}
+
 void Label::SetText(const char* newText) {
+  ClearText();
   text = newText ? std::make_unique<std::string>(newText) : nullptr;
   UpdateSize();
   Redraw();
@@ -93,6 +108,7 @@ double Label::GetDouble() const {
 }
 
 void Label::SetAlignment(int alignment) {
+  ClearText();
   align = alignment;
   UpdateSize();
   Redraw();
@@ -104,6 +120,7 @@ void Label::AlignRight() { SetAlignment(kAlignRight); }
 void Label::AlignCentre() { SetAlignment(kAlignCentre); }
 
 void Label::SetVAlignment(int alignment) {
+  ClearText();
   valign = alignment;
   Redraw();
 }
@@ -113,6 +130,7 @@ bool Label::IsMultiline() const { return multiline; }
 
 void Label::SetMultiline(bool wrap) {
   if (wrap == multiline) return;
+  ClearText();
   multiline = wrap;
   UpdateSize();
   Redraw();
@@ -226,8 +244,21 @@ void Button::MsgGotFocus() {
 }
 
 void Button::MsgLostFocus() {
+  if (!HasMouse()) DropPress();
   Label::MsgLostFocus();
   StartAnimation();
+}
+
+void Button::MsgLostMouse() {
+  if (!HasFocus()) DropPress();
+  Label::MsgLostMouse();
+}
+
+void Button::DropPress() {
+  if (!TestFlag(kFlagPressed) || keyTimer != 0) return;
+  ClearFlag(kFlagPressed);
+  SwitchSelected();
+  ShowChange();
 }
 
 void Button::MsgLPress() {
@@ -237,6 +268,8 @@ void Button::MsgLPress() {
 
 void Button::MsgLRelease() {
   Label::MsgLRelease();
+  // The key, typed later, ends the press.
+  if (keyTimer != 0) return;
   const bool pressed = TestFlag(kFlagPressed);
   ClearFlag(kFlagPressed);
   if (!HasMouse()) {

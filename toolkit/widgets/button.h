@@ -21,6 +21,8 @@ class Label : public Widget {
   Label();
 
   void Draw(Bitmap& canvas) override;
+  void Enable() override;
+  void Disable() override;
 
   // The virtual operations that a label adds; their order is part of the interface.
   virtual void UpdateSize();
@@ -55,6 +57,11 @@ class Label : public Widget {
   int align = kAlignLeft;
   int valign = kAlignTop;
   bool multiline = false;
+
+ private:
+  // Before the text changes: what lies behind it shows again, unless the label paints its own
+  // background.
+  void ClearText();
 };
 
 // Sends MSG_ACTIVATE to its parent when it is pressed and released, or its key is typed. An "&" in
@@ -72,6 +79,7 @@ class Button : public Label {
   bool MsgWantFocus() override;
   void MsgGotFocus() override;
   void MsgLostFocus() override;
+  void MsgLostMouse() override;
   void MsgLPress() override;
   void MsgLRelease() override;
   void MsgTick() override;
@@ -96,6 +104,8 @@ class Button : public Label {
   int repeatTimer = 0;  // logic ticks until the next auto-repeat message
 
  private:
+  // Takes back a press of the mouse whose release will go elsewhere, like focus and pointer.
+  void DropPress();
   int KeyPressTicks() const;
   void EndKeyPress();
   void AutoRepeat();

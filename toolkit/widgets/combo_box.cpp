@@ -42,6 +42,29 @@ void ComboBox::Setup(int px, int py, int width, int height, int shortcut, std::u
   listBox.SetW(width);
 }
 
+void ComboBox::MsgStart() {
+  // The end of the dialog may have come while the list was open.
+  Close();
+  Dialog::MsgStart();
+}
+
+void ComboBox::MsgResize() {
+  Widget::MsgResize();
+  AddListHeight();
+  UpdateLayout();
+}
+
+void ComboBox::MsgShape() {
+  Widget::MsgShape();
+  AddListHeight();
+  UpdateLayout();
+}
+
+void ComboBox::AddListHeight() {
+  const bool isPercent = PercentGeometry().h >= 0;
+  if (isPercent && IsOpen()) SetH(h() + listBox.h());
+}
+
 void ComboBox::ShowCurrent() {
   const ListItem* current = listBox.GetItem(listBox.GetCurrent());
   edit.SetText(current ? current->GetText() : nullptr);
@@ -73,6 +96,7 @@ void ComboBox::Hide() {
 }
 
 void ComboBox::Unhide() {
+  Close();
   Dialog::Unhide();
   listBox.Hide();
 }
@@ -147,7 +171,7 @@ void ComboBox::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2
       Close();
     } else {
       Open();
-      GiveFocus(listBox.GetList());
+      if (listBox.Count() > 0) GiveFocus(listBox.GetList());
     }
   } else if (sender == &listBox) {
     ShowCurrent();

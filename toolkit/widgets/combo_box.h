@@ -29,10 +29,13 @@ class ComboBox : public Dialog {
  public:
   ComboBox();
 
+  void MsgStart() override;
   bool MsgChar(int code) override;
   void MsgLostFocus() override;
   void MsgLRelease() override;
   void MsgTick() override;
+  void MsgResize() override;
+  void MsgShape() override;
   void MsgInitSkin() override;
   void Hide() override;
   void Unhide() override;
@@ -48,6 +51,8 @@ class ComboBox : public Dialog {
   ListBox& GetListBox() { return listBox; }
 
  private:
+  // A height in percent is that of the closed box.
+  void AddListHeight();
   void ShowCurrent();
   void GiveFocus(Widget& child);
   void CloseWhenLeft();

@@ -4,9 +4,11 @@
 #include <cctype>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <limits>
 
 #include "toolkit/core/cursor.h"
+#include "toolkit/core/dialog.h"
 #include "toolkit/core/text.h"
 #include "toolkit/skin/skin.h"
 
@@ -20,6 +22,8 @@ constexpr int kRefused = -1;
 constexpr int kFirstPrintable = 32;
 constexpr int kLastCharacter = 0x10FFFF;  // of Unicode
 constexpr int kLongestCharacter = 8;      // more than the bytes of one in any text format
+
+constexpr std::size_t kLongestInteger = 64;  // bytes of its text
 
 constexpr int kTextLeft = 4;
 // The last glyph begins no further right than this from the right edge.
@@ -105,7 +109,10 @@ int EditBox::GetInt() const {
   const bool isHex = HasFilter(kFilterHexadecimal);
   // A negative number in base 16 shows as the unsigned one with the same bits.
   const std::int64_t highest = isHex ? std::numeric_limits<std::uint32_t>::max() : Limits::max();
-  const std::int64_t number = ustrtol(Text(), nullptr, isHex ? 16 : 10);
+  // A long may be too narrow for that.
+  char digits[kLongestInteger];
+  const std::int64_t number =
+      std::strtoll(uconvert_toascii(Text(), digits), nullptr, isHex ? 16 : 10);
   return static_cast<int>(static_cast<std::uint32_t>(std::clamp(number, kLowest, highest)));
 }
 
@@ -201,8 +208,10 @@ bool EditBox::MsgChar(int code) {
   if (isUsed) (this->*row->action)((key_shifts & KB_SHIFT_FLAG) != 0);
   ScrollToCursor();
   Redraw();
+  const Dialog* const container = parent;
   Label::MsgChar(code);
-  if (scancode == KEY_ENTER) Report(MSG_ACTIVATE);
+  // Whoever was told may have destroyed the box.
+  if (scancode == KEY_ENTER && container && container->Contains(this)) Report(MSG_ACTIVATE);
   return isUsed;
 }
 

@@ -1,6 +1,7 @@
 #include "toolkit/widgets/list_view.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <utility>
 
@@ -23,13 +24,6 @@ enum ItemState : int {
   kItemDisabled,
   kItemDisabledMarked,
 };
-
-// False when the widget, which may be gone by now, is no longer in the container that it was in.
-bool Holds(const Dialog* container, const Widget* widget) {
-  if (!container) return true;
-  const auto& children = container->Children();
-  return std::find(children.begin(), children.end(), widget) != children.end();
-}
 
 }  // namespace
 
@@ -78,7 +72,11 @@ ListItem* ListView::GetItem(int index) const {
 
 void ListView::InsertItem(std::unique_ptr<ListItem> item, int index) {
   item->owner = this;
-  items.insert(items.begin() + std::clamp(index, 0, Count()), std::move(item));
+  index = std::clamp(index, 0, Count());
+  items.insert(items.begin() + index, std::move(item));
+  // The mark stays with the current position.
+  if (!multiSelect && index <= current && current < Count() - 1)
+    std::swap(GetItem(current)->selected, GetItem(current + 1)->selected);
   Redraw();
   if (Count() == 1) SetCurrent(0);
 }
@@ -91,7 +89,10 @@ void ListView::DeleteItem(int index) {
   PageSize();
   const bool moves = index < current || current >= Count();
   if (Count() == 0) current = -1;
-  if (moves) SetCurrent(std::min(std::max(current - 1, 0), Count() - 1));
+  if (moves)
+    SetCurrent(std::min(std::max(current - 1, 0), Count() - 1));
+  else if (!multiSelect)
+    MarkCurrent(current);
 }
 
 void ListView::SetFirst(int index) {
@@ -137,6 +138,8 @@ void ListView::RedrawItems(int index, int other) {
     }
     y += height;
   }
+  // The list counts as changed even when neither row shows.
+  if (!Dirty()) Redraw();
 }
 
 void ListView::SetCurrent(int index) {
@@ -261,9 +264,10 @@ void ListView::Draw(Bitmap& canvas) {
   }
 }
 
-void ListView::MoveCurrentTo(int target) {
-  target = target < 0 ? 0 : std::min(target, Count() - 1);
-  if (target != current) SetCurrent(target);
+void ListView::MoveCurrentTo(std::int64_t target) {
+  const std::int64_t last = Count() - 1;
+  const int index = target < 0 ? 0 : static_cast<int>(std::min(target, last));
+  if (index != current) SetCurrent(index);
 }
 
 void ListView::ActivateItem(int index) {
@@ -280,7 +284,9 @@ void ListView::ChooseByKey(int scancode) {
 bool ListView::MsgChar(int code) {
   Widget::MsgChar(code);
   const int scancode = code >> 8;
-  int target = current;
+  // In multiple selection any number may be current.
+  const std::int64_t from = current;
+  std::int64_t target = from;
   switch (scancode) {
     case KEY_ENTER:
     case KEY_SPACE:
@@ -294,16 +300,16 @@ bool ListView::MsgChar(int code) {
       target = Count() - 1;
       break;
     case KEY_PGUP:
-      target = current - PageSize();
+      target = from - PageSize();
       break;
     case KEY_PGDN:
-      target = current + PageSize();
+      target = from + PageSize();
       break;
     case KEY_UP:
-      target = current - 1;
+      target = from - 1;
       break;
     case KEY_DOWN:
-      target = current + 1;
+      target = from + 1;
       break;
     default:
       return false;
@@ -323,7 +329,8 @@ void ListView::MsgLPress() {
   const int pressed = ItemAt();
   if (!multiSelect) {
     if (IsValid(pressed)) SetCurrent(pressed);
-    if (!Holds(container, this) || pressed >= Count()) return;
+    // Whoever was told may have destroyed the list.
+    if ((container && !container->Contains(this)) || pressed >= Count()) return;
   } else if (IsSelected(pressed)) {
     DeselectItem(pressed);
   } else {

@@ -1,6 +1,7 @@
 // Lists of items, one below the other.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -103,7 +104,7 @@ class ListView : public Widget {
   // The list may be gone or filled anew when this returns, like after SetCurrent.
   void ActivateItem(int index);
   // Moves the current item, cut to the items that there are.
-  void MoveCurrentTo(int target);
+  void MoveCurrentTo(std::int64_t target);
   // Repaints only the rows of two items, when the others stay where they are.
   void RedrawItems(int index, int other);
   // Repaints the list and what shows where it has no items.

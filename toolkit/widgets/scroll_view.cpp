@@ -196,6 +196,22 @@ void TextView::MsgInitSkin() {
   UpdateContentSize();
 }
 
+void TextView::MsgGotFocus() {
+  ScrollView::MsgGotFocus();
+  TakeFocusLook();
+}
+
+void TextView::MsgLostFocus() {
+  ScrollView::MsgLostFocus();
+  TakeFocusLook();
+}
+
+void TextView::TakeFocusLook() {
+  // A long text is not measured without need.
+  if (fontIndex[kFocused] != fontIndex[kNormal]) UpdateContentSize();
+  Redraw();
+}
+
 void TextView::UpdateContentSize() {
   const Font& font = GetFont(LookState());
   int widest = 0;

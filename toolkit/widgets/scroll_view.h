@@ -95,6 +95,8 @@ class ScrollView : public Dialog {
 // Shows lines of text.
 class TextView : public ScrollView {
  public:
+  void MsgGotFocus() override;
+  void MsgLostFocus() override;
   void MsgInitSkin() override;
   void DrawContent(Bitmap& canvas) override;
 
@@ -111,6 +113,10 @@ class TextView : public ScrollView {
   void UpdateContentSize();
 
   std::vector<std::string> lines;
+
+ private:
+  // Font and colours may be others with the focus than without.
+  void TakeFocusLook();
 };
 
 }  // namespace zel

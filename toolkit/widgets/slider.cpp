@@ -115,7 +115,7 @@ void Slider::MsgLPress() {
   const bool onGrip = start <= pointer && pointer < start + GripLength();
   grabOffset = onGrip ? pointer - (start + half) : 0;
   SetPosition(onGrip ? before : RoundToInt(ValueAt(pointer - half)));
-  SwitchLook();
+  if (!TestFlag(kFlagPressed)) SwitchLook();
   SetFlag(kFlagPressed);
   Separator::MsgLPress();
   if (GetPosition() != before) Report(MSG_SCROLL, GetPosition());

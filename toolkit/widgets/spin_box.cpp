@@ -98,10 +98,23 @@ void SpinBox::ShowValue() {
     *std::to_chars(digits, std::end(digits) - 1, value, std::chars_format::fixed, 0).ptr = '\0';
     edit.SetText(Ascii(digits));
   }
+  knownText_ = edit.GetText();
   Redraw();
 }
 
-void SpinBox::TakeText() { SetValue(integerMode ? edit.GetInt() : edit.GetDouble()); }
+void SpinBox::TakeText() {
+  const char* shown = edit.GetText();
+  knownText_ = shown ? shown : "";
+  SetValue(integerMode ? edit.GetInt() : edit.GetDouble());
+}
+
+bool SpinBox::IsTyping(int msg, EventArg arg) {
+  if (msg == MSG_UCHAR) return edit.Filter(static_cast<int>(arg)) >= 0;
+  const int scancode = static_cast<int>(arg) >> 8;
+  if (msg != MSG_CHAR || (scancode != KEY_DEL && scancode != KEY_BACKSPACE)) return false;
+  const char* shown = edit.GetText();
+  return shown && knownText_ != shown;
+}
 
 void SpinBox::Step(int direction) {
   TakeText();
@@ -114,7 +127,7 @@ void SpinBox::Step(int direction) {
 }
 
 void SpinBox::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
-  if (msg == MSG_UCHAR && sender == &edit)
+  if (sender == &edit && IsTyping(msg, arg1))
     TakeText();
   else if (msg == MSG_ACTIVATE && sender == &upButton)
     Step(1);

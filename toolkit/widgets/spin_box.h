@@ -1,6 +1,8 @@
 // A number that one types or steps with two arrows.
 #pragma once
 
+#include <string>
+
 #include "toolkit/core/dialog.h"
 #include "toolkit/widgets/button.h"
 #include "toolkit/widgets/edit_box.h"
@@ -43,12 +45,16 @@ class SpinBox : public Dialog, public ValueRange {
  private:
   void ShowValue();
   void TakeText();
+  // True for a key that has changed the text. Others leave the value alone, which the text may show
+  // rounded.
+  bool IsTyping(int msg, EventArg arg);
   void Step(int direction);
 
   EditBox edit;
   SpinButton upButton;
   SpinButton downButton;
   bool integerMode = false;
+  std::string knownText_;  // when the value was last shown or taken
 };
 
 }  // namespace zel

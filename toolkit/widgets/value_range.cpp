@@ -27,6 +27,7 @@ void ValueRange::SetRange(double newMin, double newMax) {
 }
 
 void ValueRange::SetValue(double d) {
+  if (std::isnan(d)) return;
   if (d < min)
     value = min;
   else if (d > max)

@@ -18,7 +18,7 @@ class ValueRange {
   virtual void SetMin(double d);
   virtual void SetMax(double d);
   virtual void SetRange(double newMin, double newMax);
-  virtual void SetValue(double d);  // brought between the bounds
+  virtual void SetValue(double d);  // brought between the bounds; NaN is ignored
   virtual void SetIncrement(double d);
   virtual void Setup(double newMin, double newMax, double newValue, double newIncrement);
   virtual void Increment();

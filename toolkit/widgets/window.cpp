@@ -219,6 +219,11 @@ void Window::Unhide() {
   if (skin && skin->windowTextBack == 0) textBack.Hide();
 }
 
+void Window::SetSkin(Skin* newSkin) {
+  Dialog::SetSkin(newSkin);
+  if (IsInState(kRolledUp)) client->SetSkin(skin);
+}
+
 void Window::TakeTitleLook() {
   if (!skin) return;
   const auto take = [this](int from, int to) {

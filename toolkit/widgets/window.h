@@ -83,6 +83,8 @@ class Window : public Dialog {
   void MsgLostMouse() override;
   void MsgInitSkin() override;
   void Unhide() override;
+  // Also of the client area that is rolled up.
+  void SetSkin(Skin* newSkin) override;
   int GetDragMode() override;
   void UpdateLayout() override;
   // To and from the client area.

@@ -36,6 +36,26 @@ TEST_F(ButtonTest, LabelsShowAndReadNumbers) {
   EXPECT_EQ(label.GetDouble(), -1e308);
 }
 
+TEST_F(ButtonTest, ALabelsOldTextGoesWithTheChange) {
+  Button behind;
+  Show(behind, {0, 0, 100, 100});
+  Label label;
+  Show(label, {10, 10, 40, 40});
+  label.ClearFlag(kFlagAutoSize);
+  label.SetText("before");
+  const std::function<void()> kChanges[] = {
+      [&] { label.SetText("now"); }, [&] { label.AlignRight(); }, [&] { label.SetMultiline(true); },
+      [&] { label.SetVAlignment(kAlignBottom); },
+      [&] { label.SetFlag(kFlagAutoSize), label.SetText("x"); }};
+  for (const auto& change : kChanges) {
+    Frame();
+    change();
+    const Rows changed = Frame();
+    root->Redraw();
+    EXPECT_TRUE(changed == Frame()) << &change - kChanges;
+  }
+}
+
 TEST_F(ButtonTest, ButtonsAreDrawnByTheirState) {
   Dress(BUTTON, {"r", "g", "b", "w"});
   CurrentSkin()->buttonDisplacement = 2;
@@ -89,20 +109,39 @@ TEST_F(ButtonTest, APressActivatesWhenItEndsWhereItBegan) {
     EXPECT_EQ(root->Take(), " A0") << rate << ' ' << delay;
   }
   settings.keyDelay = 100;
-  for (const bool keyFirst : {true, false}) {
+  for (const auto& [keyFirst, held] : {std::pair{true, 9}, {false, 9}, {false, 1}}) {
     if (keyFirst) Press(KEY_A, 'a');
     Mouse(20, 20, 1);
     if (!keyFirst) Press(KEY_A, 'a');
-    Tick(9);
+    Tick(held);
     Mouse(20, 20);
+    Tick(9);
     EXPECT_FALSE(button.Selected());
-    EXPECT_EQ(root->Take(), " A0");
+    EXPECT_EQ(root->Take(), " A0") << keyFirst << ' ' << held;
   }
   settings.keyDelay = 2147483647;
   Press(KEY_A, 'a');
   root->Remove(&button);
   root->Add(&button);
   EXPECT_FALSE(button.Selected());
+}
+
+TEST_F(ButtonTest, APressEndsWithoutFocusAndPointer) {
+  Button button, other;
+  Show(button, {10, 10, 50, 20});
+  Show(other, {100, 10, 50, 20});
+  button.SetFlag(kFlagAutoRepeat);
+  for (const bool focusFirst : {true, false}) {
+    Mouse(20, 20, 1);
+    if (focusFirst) root->SetFocus(&other);
+    Mouse(200, 150, 1);
+    root->SetFocus(&other);
+    root->Take();
+    Tick(20);
+    EXPECT_FALSE(button.Selected());
+    EXPECT_EQ(root->Take(), "");
+    Mouse(200, 150);
+  }
 }
 
 TEST_F(ButtonTest, OneRadioButtonOfAGroupIsSelected) {
@@ -120,7 +159,8 @@ TEST_F(ButtonTest, OneRadioButtonOfAGroupIsSelected) {
   for (const int y : {65, 5, 45, 45}) Click(20, y), note();
   Mouse(20, 5, 1), Mouse(200, 150), note();
   for (int times = 0; times < 2; ++times) Press(KEY_B, 'b'), note();
-  EXPECT_EQ(selected, "0001 1001 0011 0011 0011 0101 0101 ");
+  Press(KEY_C, 'c'), Click(200, 150), note();
+  EXPECT_EQ(selected, "0001 1001 0011 0011 0011 0101 0101 0011 ");
 }
 
 TEST_F(ButtonTest, TheApplicationMayDestroyWhatIsPressed) {

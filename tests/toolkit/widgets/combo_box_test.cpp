@@ -80,5 +80,34 @@ TEST_F(ComboBoxTest, ClosesWhenThePointerLeavesIt) {
   EXPECT_FALSE(combo->IsOpen());
 }
 
+TEST_F(ComboBoxTest, IsClosedWhenItIsShownOrStartsAgain) {
+  combo->Open();
+  combo->Unhide();
+  EXPECT_EQ(combo->h(), 24);
+  combo->Open();
+  root->Remove(combo.get());
+  root->Add(combo.get());
+  EXPECT_EQ(combo->h(), 24);
+}
+
+TEST_F(ComboBoxTest, AHeightInPercentIsThatOfTheField) {
+  combo->SetH(10, true);
+  Tick(2);
+  combo->Open();
+  for (const int field : {20, 30}) {
+    root->SetH(10 * field);
+    root->UpdateLayout();
+    Tick(2);
+    EXPECT_EQ(combo->h(), field + 80);
+    EXPECT_EQ(combo->GetEdit().h(), field);
+  }
+}
+
+TEST_F(ComboBoxTest, AnEmptyListLeavesTheFocusToTheButton) {
+  combo->GetListBox().GetList().Clear();
+  ClickArrow();
+  EXPECT_TRUE(combo->IsOpen() && combo->HasFocus());
+}
+
 }  // namespace
 }  // namespace zel

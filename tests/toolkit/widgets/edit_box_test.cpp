@@ -66,6 +66,14 @@ TEST_F(EditBoxTest, FiltersWhatIsTyped) {
   }
 }
 
+TEST_F(EditBoxTest, HexadecimalNumbersKeepTheirBits) {
+  edit->SetFilter(kFilterHexadecimal);
+  for (const int number : {-1, 0x7FFFFFFF, 0}) {
+    edit->SetNumber(number);
+    EXPECT_EQ(edit->GetInt(), number);
+  }
+}
+
 TEST_F(EditBoxTest, ShiftSelectsWithTheKeys) {
   const Ints rows[][2] = {{{KEY_RIGHT, KEY_LEFT, KEY_LEFT}, {2, 3, 2}},
                           {{KEY_LEFT, KEY_RIGHT, KEY_RIGHT}, {3, 4, 4}},
@@ -123,6 +131,18 @@ TEST_F(EditBoxTest, EnterTellsTheParentWhichMayDestroyTheBox) {
   root->onEvent = [this](int, int) { edit.reset(); };
   EXPECT_TRUE(Press(KEY_ENTER, '\r'));
   EXPECT_EQ(root->Take(), " A0");
+
+  struct Destroyer : Dialog {
+    void HandleEvent(Widget*, int msg, EventArg, EventArg) override {
+      if (msg == MSG_CHAR) edit.reset();
+    }
+    std::unique_ptr<EditBox> edit = std::make_unique<EditBox>();
+  } destroyer;
+  destroyer.Add(destroyer.edit.get());
+  root->Add(&destroyer);
+  root->SetFocus(destroyer.edit.get());
+  EXPECT_TRUE(Press(KEY_ENTER, '\r')) << "already at the key";
+  EXPECT_EQ(destroyer.edit, nullptr);
 }
 
 TEST_F(EditBoxTest, ShowsPasswordsAsAsterisksAndMarksTheSelection) {

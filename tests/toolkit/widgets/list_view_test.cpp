@@ -89,6 +89,9 @@ TEST_F(ListTest, ItemsAreChosenByKeyAndPointer) {
   }
   EXPECT_EQ(marks, "101110");
   EXPECT_EQ(root->Take(), " A1 A1 A1 A1 S2 A2 A2 A2");
+  list.SetCurrent(2147483647);
+  Press(KEY_DOWN);
+  EXPECT_EQ(root->Take(), " S2147483647 S2") << "any number may be current";
 }
 
 TEST_F(ListTest, DeletingKeepsACurrentAndAVisibleItem) {
@@ -103,6 +106,24 @@ TEST_F(ListTest, DeletingKeepsACurrentAndAVisibleItem) {
   EXPECT_EQ(list.GetFirst(), 5);
   while (list.Count() > 0) list.DeleteItem(0);
   EXPECT_EQ(root->Take(), " S4 S3 S2 S1 S0 S-1");
+}
+
+TEST_F(ListTest, InSingleSelectionTheCurrentItemIsTheMarkedOne) {
+  ShowItems(list, 3, 2);
+  list.SetCurrent(1);
+  std::string marks;
+  const auto note = [&] {
+    for (int i = 0; i < list.Count(); ++i) marks += list.IsSelected(i) ? '1' : '0';
+    marks += ' ';
+  };
+  list.InsertItem(std::make_unique<ListItem>(), 0), note();
+  list.DeleteItem(1), note();
+  list.SetCurrent(0), note();
+  EXPECT_EQ(marks, "0100 010 100 ");
+  list.SetFirst(1);
+  Frame();
+  list.SetCurrent(0);
+  EXPECT_TRUE(list.Dirty()) << "though it does not show";
 }
 
 TEST_F(ListTest, TheApplicationMayReplaceTheListWhileAnItemIsChosen) {

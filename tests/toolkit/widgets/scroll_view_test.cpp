@@ -1,5 +1,7 @@
 #include "toolkit/widgets/scroll_view.h"
 
+#include <algorithm>
+
 #include "tests/support/temp_files.h"
 #include "tests/support/widget_fixture.h"
 
@@ -57,6 +59,20 @@ TEST_F(ViewTest, LinesComeFromTextsAndFiles) {
   }
   view.LoadFile(TempFile{std::string((4 << 20) + 9, 'a')}.Path());
   EXPECT_EQ(view.Lines()[0].size(), 4 << 20);
+}
+
+TEST_F(ViewTest, TextHasTheColourOfTheFocus) {
+  view.SetText("I");
+  view.SetFontColor(red, Color{}, kFocused);
+  for (Widget* focused : {static_cast<Widget*>(&view), static_cast<Widget*>(nullptr)}) {
+    Frame();
+    root->ChangeFocus(root->FocusWidget(), focused);
+    const Rows rows = Frame();
+    const bool isRed = std::any_of(rows.begin(), rows.end(), [](const std::string& row) {
+      return row.find('r') != std::string::npos;
+    });
+    EXPECT_EQ(isRed, focused == &view);
+  }
 }
 
 }  // namespace

@@ -45,6 +45,16 @@ TEST_F(SpinBoxTest, TypingSetsTheValueAndTellsNobody) {
   EXPECT_STREQ(spin.GetEdit().GetText(), "299");
 }
 
+TEST_F(SpinBoxTest, OnlyKeysThatChangeTheTextSetTheValue) {
+  spin.SetValue(0.25);
+  root->SetFocus(&spin.GetEdit());
+  for (const int scancode : {KEY_F1, KEY_DEL}) Press(scancode);
+  EXPECT_EQ(spin.GetValue(), 0.25);
+  Type("1", '2');
+  Press(KEY_BACKSPACE);
+  EXPECT_EQ(spin.GetValue(), 1);
+}
+
 TEST_F(SpinBoxTest, ReadsTheTextAsItsKindOfNumber) {
   Type("2.", '7');
   EXPECT_EQ(spin.GetValue(), 2);

@@ -1,5 +1,7 @@
 #include "toolkit/widgets/value_range.h"
 
+#include <cmath>
+
 #include "tests/support/widget_fixture.h"
 
 namespace zel {
@@ -11,6 +13,8 @@ TEST(ValueRange, OnlyAChangeOfTheValueBringsItBetweenTheBounds) {
   range.SetMax(50);
   EXPECT_EQ(range.GetValue(), 100);
   range.Increment();
+  EXPECT_EQ(range.GetValue(), 50);
+  range.SetValue(NAN);
   EXPECT_EQ(range.GetValue(), 50);
 }
 

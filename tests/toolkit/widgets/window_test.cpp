@@ -92,6 +92,10 @@ TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
   Drag(40, 22, 30, 10);
   window->Resize(110, 70);
   EXPECT_EQ(Change(), Rect(30, 10, 10, -60));
+  Skin other("default");
+  window->SetSkin(&other);
+  EXPECT_EQ(content.GetSkin(), &other);
+  window->SetSkin(nullptr);
   window->Minimize();
   Tick();
   EXPECT_EQ(Change(), Rect(30, 10, 10, 10));
