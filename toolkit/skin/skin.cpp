@@ -128,6 +128,7 @@ void Skin::Reset() {
   ResetColors();
   ResetControls();
   ResetFonts();
+  cursorShadow = CursorShadow{};
   ResetCursors();
   ResetSamples();
   GenerateDefaultBitmaps();
