@@ -248,6 +248,8 @@ std::unique_ptr<EngineFont> EngineLoad(FontBytes bytes) {
   return face;
 }
 
+void EngineDestroy(EngineFont* owned) { delete owned; }
+
 int EngineSetSize(EngineFont& face, int px) {
   if (px == face.size) return 0;
   if (px < 1) return -1;

@@ -80,6 +80,8 @@ void EngineExit();
 
 // Opens a face; null when the bytes are no font (or the engine is not started).
 std::unique_ptr<EngineFont> EngineLoad(FontBytes bytes);
+// Closes a face that was released from its pointer; null is none.
+void EngineDestroy(EngineFont* owned);
 // The line height in pixels; 0, or -1 when there is no such size: then the old one stays.
 int EngineSetSize(EngineFont& face, int px);
 void EngineSetSpacing(EngineFont& face, int spacing);
@@ -93,6 +95,11 @@ void EngineTextout(BITMAP* target, EngineFont& face, const char* text, int x, in
                    int align);
 void EngineTextoutAA(BITMAP* target, EngineFont& face, const char* text, int x, int y, Color color,
                      int align);
+// printf forms; what does not fit 1023 bytes is cut.
+void EngineTextoutPrintf(BITMAP* target, EngineFont& face, int x, int y, Color color, int align,
+                         const char* format, ...);
+void EngineTextoutAAPrintf(BITMAP* target, EngineFont& face, int x, int y, Color color, int align,
+                           const char* format, ...);
 int EngineTextLength(EngineFont& face, const char* text);
 int EngineTextHeight(const EngineFont& face);
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <utility>
 
 #include "tests/support/allegro_fixture.h"
 #include "tests/support/picture.h"
@@ -305,7 +306,8 @@ TEST_F(FontTest, SizeIsTheLargestPixelSizeWhoseLineIsNotHigher) {
 }
 
 TEST_F(FontTest, PlacesGlyphsByOffsetsAdvancesAndSpacingOnTheirBackground) {
-  for (const auto draw : {EngineTextout, EngineTextoutAA}) {
+  for (const auto& [draw, print] : {std::pair{&EngineTextout, &EngineTextoutPrintf},
+                                    {&EngineTextoutAA, &EngineTextoutAAPrintf}}) {
     const auto face = Open(kBitmapFont);
     const BitmapPtr out = Paint(Rows(6, "............"));
     EngineSetBackground(-1);
@@ -318,7 +320,7 @@ TEST_F(FontTest, PlacesGlyphsByOffsetsAdvancesAndSpacingOnTheirBackground) {
     EngineSetBackground(blue);
     clear_to_color(out.get(), magenta);
     draw(out.get(), *face, "", 5, 0, red, kAlignLeft);
-    draw(out.get(), *face, "Aj", 4 + 3 + 2 * 2, 0, red, kAlignRight);
+    print(out.get(), *face, 4 + 3 + 2 * 2, 0, red, kAlignRight, "%c%s", 'A', "j");
     EXPECT_EQ(Picture(out.get()), Rows({"brbbbbbbbbb.", "rbrbbbbbbbb.", "rrrbbbrbbbb.",
                                         "rbrbbbrbbbb.", "rbrbbbrbbbb.", "bbbbbrbbbbb."}));
   }
