@@ -49,7 +49,10 @@ class GlyphCache {
 
 using FontBytes = std::shared_ptr<const std::vector<std::uint8_t>>;
 
-// A face opened from a copy of its file, which faces of the same file may share.
+// FreeType, which ends with the last face that it opened.
+using EngineLibrary = std::shared_ptr<FT_LibraryRec_>;
+
+// A face opened from a copy of its file, which faces of equal files share.
 class EngineFont {
  public:
   EngineFont() = default;
@@ -72,9 +75,12 @@ class EngineFont {
   static constexpr unsigned kUnknownGlyph = ~0u;
   static constexpr int kQuickCharacters = 256;
   std::vector<unsigned> quickIndices;
+
+  EngineLibrary library;  // stays until the face is closed
 };
 
-// Starts and stops FreeType. EngineInit answers false when it cannot be started.
+// Start and stop FreeType. EngineInit answers false when it cannot be started. Faces that are still
+// open when it is stopped stay good.
 bool EngineInit();
 void EngineExit();
 

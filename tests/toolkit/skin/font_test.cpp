@@ -326,6 +326,15 @@ TEST_F(FontTest, PlacesGlyphsByOffsetsAdvancesAndSpacingOnTheirBackground) {
   }
 }
 
+TEST_F(FontTest, FacesOutliveTheEngine) {
+  const auto face = Open(outlines);
+  const int length = EngineTextLength(*face, "A");
+  EngineExit();
+  EXPECT_FALSE(Open(outlines));
+  EXPECT_TRUE(EngineInit());
+  EXPECT_EQ(EngineTextLength(*face, "AA"), 2 * length);
+}
+
 TEST_F(FontTest, CoverageOfFreeTypeLeadsFromBackgroundToColour) {
   UseDepth(32);
   const auto face = Open(outlines);
