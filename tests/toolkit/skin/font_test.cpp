@@ -110,6 +110,9 @@ TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
   WritePicture("GRID.TGA", Grid(60).get());
   WritePicture("nomarks.bmp", Grid(3, false).get());
   WritePicture("truecolor.bmp", trueColor.get());
+  std::string letters = "small.fnt 0x20 0x20\n";
+  for (int i = 500; i > 300; --i)
+    letters += "- " + std::to_string(i) + ' ' + std::to_string(i) + '\n';
   const struct {
     const char* file;
     std::string content;  // where the file is not there yet
@@ -122,6 +125,8 @@ TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
       {"large.fnt", much.substr(0, 4096), 16, 8},
       {"grx.fnt", grx, 7, 5},
       {"script.txt", "small.fnt 0x20 0x7F\nlarge.fnt 0x80 0xFF\n", 16, 8},
+      {"letters.txt", letters + "grx.fnt 0x42 0x42\n- 0x41 0x41\nGRID.TGA 0x100 0x110\n- 0x200\n",
+       8, 11},
       {"nomarks.bmp", "", 8, 8, kLoadError},
       {"truecolor.bmp", "", 8, 8, kLoadError},
       {"short.itf", much.substr(0, 2047), 8, 8, kLoadError},
