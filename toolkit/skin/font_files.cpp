@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -290,12 +289,14 @@ FONT* LoadLibraryFont(const char* path, bool* isBitmapFont) {
 }
 
 FontBytes LoadFontBytes(const char* path) {
-  static std::map<std::string, std::weak_ptr<const Bytes>> open;
-  std::erase_if(open, [](const auto& entry) { return entry.second.expired(); });
-  if (const auto found = open.find(path); found != open.end()) return found->second.lock();
+  static std::vector<std::weak_ptr<const Bytes>> open;
+  std::erase_if(open, [](const auto& held) { return held.expired(); });
   auto bytes = std::make_shared<const Bytes>(ReadBytes(path, kLargestFont));
   if (bytes->empty()) return nullptr;
-  open.emplace(path, bytes);
+  // Their names would not tell: the file may be another one by now.
+  for (const auto& held : open)
+    if (FontBytes same = held.lock(); *same == *bytes) return same;
+  open.push_back(bytes);
   return bytes;
 }
 

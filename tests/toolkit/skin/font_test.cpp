@@ -148,6 +148,9 @@ TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
   }
   EXPECT_EQ(font.Load(dir.Write("outlines", outlines).c_str()), kNoError);
   EXPECT_TRUE(font.IsScalable() && !font.IsFixed() && *font.GetFixedSizes() == -1);
+  Font other;
+  EXPECT_EQ(other.Load(dir.Write("outlines", kBitmapFont).c_str()), kNoError);
+  EXPECT_TRUE(other.IsFixed() && font.IsScalable()) << "each has what was in the file";
   font.Reset();
   EXPECT_TRUE(IsBuiltIn(font));
 }
