@@ -96,7 +96,6 @@ void CursorShadow::Read() {
 
 void Cursor::Create(const SkinBitmap& picture, int count) {
   frames.clear();
-  shadows.clear();
   frameCount = 0;
   position = 0;
   if (picture.IsEmpty()) return;
@@ -106,8 +105,13 @@ void Cursor::Create(const SkinBitmap& picture, int count) {
     SkinBitmap& frame = frames.emplace_back();
     frame.Create(width, picture.Height());
     picture.blit(frame, i * width, 0, 0, 0, width, picture.Height());
-    shadows.push_back(MakeShadow(frame));
   }
+  MakeShadows();
+}
+
+void Cursor::MakeShadows() {
+  shadows.clear();
+  for (const SkinBitmap& frame : frames) shadows.push_back(MakeShadow(frame));
 }
 
 void Cursor::CreateDefault() {

@@ -56,6 +56,8 @@ class Cursor {
   // their shadows, which are placeholders while the settings switch shadows off. An empty picture
   // leaves no frames. Hotspot and animation interval stay.
   void Create(const SkinBitmap& picture, int count);
+  // Makes the shadows anew, as cursorShadow describes them now.
+  void MakeShadows();
   // The built-in arrow.
   void CreateDefault();
   // Back to a fresh, empty cursor.

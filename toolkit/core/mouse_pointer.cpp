@@ -38,9 +38,14 @@ const SkinBitmap* MousePointer::CurrentFrame() const {
 Size MousePointer::SavedSize() const {
   const SkinBitmap* frame = CurrentFrame();
   if (!frame) return {};
+  // The shadow may have been made before cursorShadow changed.
+  const SkinBitmap& shadow = *cursor->GetShadow();
   const int blurred = 2 * cursorShadow.size;
-  const int right = frame->Width() + std::max(pointerPosition.x, shadowPosition.x + blurred);
-  const int bottom = frame->Height() + std::max(pointerPosition.y, shadowPosition.y + blurred);
+  const int right = std::max(pointerPosition.x + frame->Width(),
+                             shadowPosition.x + std::max(frame->Width() + blurred, shadow.Width()));
+  const int bottom =
+      std::max(pointerPosition.y + frame->Height(),
+               shadowPosition.y + std::max(frame->Height() + blurred, shadow.Height()));
   return {right - savedOrigin.x, bottom - savedOrigin.y};
 }
 

@@ -11,7 +11,7 @@
 namespace zel {
 namespace {
 
-FT_Library library = nullptr;
+EngineLibrary library;
 Color textBackground;
 
 constexpr int kInitialSize = 8;
@@ -212,23 +212,25 @@ Glyph* GlyphCache::At(std::size_t index) {
 void GlyphCache::Clear() { Resize(count_); }
 
 EngineFont::~EngineFont() {
-  // Stopping FreeType has freed the faces with it.
-  if (ftFace && library) FT_Done_Face(ftFace);
+  if (ftFace) FT_Done_Face(ftFace);
 }
 
-bool EngineInit() { return library || FT_Init_FreeType(&library) == 0; }
-
-void EngineExit() {
-  if (library) FT_Done_FreeType(std::exchange(library, nullptr));
+bool EngineInit() {
+  FT_Library started = nullptr;
+  if (!library && FT_Init_FreeType(&started) == 0) library.reset(started, FT_Done_FreeType);
+  return library != nullptr;
 }
+
+void EngineExit() { library.reset(); }
 
 std::unique_ptr<EngineFont> EngineLoad(FontBytes bytes) {
   if (!library || !bytes || bytes->empty()) return nullptr;
   auto face = std::make_unique<EngineFont>();
+  face->library = library;
   face->data = std::move(bytes);
   face->dataSize = static_cast<int>(face->data->size());
-  if (FT_New_Memory_Face(library, face->data->data(), static_cast<FT_Long>(face->data->size()), 0,
-                         &face->ftFace) != 0) {
+  if (FT_New_Memory_Face(library.get(), face->data->data(),
+                         static_cast<FT_Long>(face->data->size()), 0, &face->ftFace) != 0) {
     face->ftFace = nullptr;
     return nullptr;
   }
@@ -247,6 +249,8 @@ std::unique_ptr<EngineFont> EngineLoad(FontBytes bytes) {
     EngineSetSize(*face, kInitialSize);
   return face;
 }
+
+void EngineDestroy(EngineFont* owned) { delete owned; }
 
 int EngineSetSize(EngineFont& face, int px) {
   if (px == face.size) return 0;

@@ -49,7 +49,10 @@ class GlyphCache {
 
 using FontBytes = std::shared_ptr<const std::vector<std::uint8_t>>;
 
-// A face opened from a copy of its file, which faces of the same file may share.
+// FreeType, which ends with the last face that it opened.
+using EngineLibrary = std::shared_ptr<FT_LibraryRec_>;
+
+// A face opened from a copy of its file, which faces of equal files share.
 class EngineFont {
  public:
   EngineFont() = default;
@@ -72,14 +75,19 @@ class EngineFont {
   static constexpr unsigned kUnknownGlyph = ~0u;
   static constexpr int kQuickCharacters = 256;
   std::vector<unsigned> quickIndices;
+
+  EngineLibrary library;  // stays until the face is closed
 };
 
-// Starts and stops FreeType. EngineInit answers false when it cannot be started.
+// Start and stop FreeType. EngineInit answers false when it cannot be started. Faces that are still
+// open when it is stopped stay good.
 bool EngineInit();
 void EngineExit();
 
 // Opens a face; null when the bytes are no font (or the engine is not started).
 std::unique_ptr<EngineFont> EngineLoad(FontBytes bytes);
+// Closes a face that was released from its pointer; null is none.
+void EngineDestroy(EngineFont* owned);
 // The line height in pixels; 0, or -1 when there is no such size: then the old one stays.
 int EngineSetSize(EngineFont& face, int px);
 void EngineSetSpacing(EngineFont& face, int spacing);
@@ -93,6 +101,11 @@ void EngineTextout(BITMAP* target, EngineFont& face, const char* text, int x, in
                    int align);
 void EngineTextoutAA(BITMAP* target, EngineFont& face, const char* text, int x, int y, Color color,
                      int align);
+// printf forms; what does not fit 1023 bytes is cut.
+void EngineTextoutPrintf(BITMAP* target, EngineFont& face, int x, int y, Color color, int align,
+                         const char* format, ...);
+void EngineTextoutAAPrintf(BITMAP* target, EngineFont& face, int x, int y, Color color, int align,
+                           const char* format, ...);
 int EngineTextLength(EngineFont& face, const char* text);
 int EngineTextHeight(const EngineFont& face);
 

@@ -32,7 +32,7 @@ FONT* Font::LibraryFace() const { return face ? static_cast<FONT*>(face) : ::fon
 EngineFont* Font::EngineFace() const { return static_cast<EngineFont*>(face); }
 
 void Font::Release() {
-  if (owned && IsEngine()) delete EngineFace();
+  if (owned && IsEngine()) EngineDestroy(EngineFace());
   if (owned && !IsEngine() && face && LibraryFace() != ::font) destroy_font(LibraryFace());
   engine = 0;
   face = nullptr;

@@ -7,9 +7,9 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "imageformats/load.h"
@@ -158,27 +158,49 @@ class FontScript {
 
   // False when the whole script is no good.
   bool Run(const std::string& line);
-  FONT* Finish() { return font_.release(); }
+  FONT* Finish();
 
  private:
-  // Scripts that are longer, or gather more, keep the computer busy: each line copies all
-  // characters that there are.
-  static constexpr int kMostLines = 64;
+  // Scripts that open or gather more keep the computer busy.
+  static constexpr int kMostFiles = 256;
   static constexpr int kMostCharacters = 0x10000;
+  static constexpr std::int64_t kMostPixels = 1 << 26;
   static constexpr long kLastCharacter = 0x10FFFF;
 
   bool Open(const char* name);
   bool Add(int first, int count);
 
   const char* path_;
-  FontPtr font_, source_;
+  FontPtr mono_, color_;  // what is gathered, by its kind
+  FontPtr source_;
   int next_ = 0;  // the source's first character that is not taken yet
-  int lines_ = 0, characters_ = 0;
+  int files_ = 0, characters_ = 0;
+  std::int64_t pixels_ = 0;  // of the characters
 };
+
+// Moves the characters of a part into a font of its kind. Allegro's own merging copies all
+// characters of both.
+template <class Range>
+void Move(FontPtr part, FontPtr& font) {
+  if (!font) {
+    font = std::move(part);
+    return;
+  }
+  auto* range = static_cast<Range*>(std::exchange(part->data, nullptr));  // a source has only one
+  auto* first = static_cast<Range*>(font->data);
+  Range** place = &first;
+  while (*place && (*place)->begin <= range->begin) place = &(*place)->next;
+  range->next = *place;
+  *place = range;
+  font->data = first;
+  font->height = std::max(font->height, part->height);
+  font->vtable = part->vtable;
+}
 
 // As Allegro looks for it: by the name, then beside the script. It reads grids of any depth here.
 // Scripts that name scripts could name each other without end.
 bool FontScript::Open(const char* name) {
+  if (++files_ > kMostFiles) return false;
   std::string file = name;
   if (!IsFile(name) && is_relative_filename(name))
     file.insert(0, path_, static_cast<std::size_t>(get_filename(path_) - path_));
@@ -195,11 +217,22 @@ bool FontScript::Open(const char* name) {
 bool FontScript::Add(int first, int count) {
   characters_ += count;
   if (characters_ > kMostCharacters) return false;
+  for (int i = next_; i < next_ + count; ++i)
+    pixels_ += std::int64_t{source_->height} * source_->vtable->char_length(source_.get(), i);
+  if (pixels_ > kMostPixels) return false;
   FontPtr part{extract_font_range(source_.get(), next_, next_ + count - 1)};
-  if (!part) return false;
+  if (!part || !part->data) return false;
   if (first != next_) transpose_font(part.get(), first - next_);
-  font_.reset(font_ ? merge_fonts(part.get(), font_.get()) : part.release());
-  return font_ != nullptr;
+  if (is_mono_font(part.get()))
+    Move<FONT_MONO_DATA>(std::move(part), mono_);
+  else
+    Move<FONT_COLOR_DATA>(std::move(part), color_);
+  return true;
+}
+
+FONT* FontScript::Finish() {
+  if (mono_ && color_) return merge_fonts(color_.get(), mono_.get());
+  return (mono_ ? mono_ : color_).release();
 }
 
 // Takes the next word off a line; empty at its end.
@@ -215,7 +248,7 @@ bool FontScript::Run(const std::string& line) {
   const char* rest = line.c_str();
   const std::string name = TakeWord(rest), firstText = TakeWord(rest), lastText = TakeWord(rest);
   if (name.empty()) return true;
-  if (firstText.empty() || ++lines_ > kMostLines) return false;
+  if (firstText.empty()) return false;
   if (name[0] != '-' && !Open(name.c_str())) return false;
   if (!source_) return false;
 
@@ -256,12 +289,14 @@ FONT* LoadLibraryFont(const char* path, bool* isBitmapFont) {
 }
 
 FontBytes LoadFontBytes(const char* path) {
-  static std::map<std::string, std::weak_ptr<const Bytes>> open;
-  std::erase_if(open, [](const auto& entry) { return entry.second.expired(); });
-  if (const auto found = open.find(path); found != open.end()) return found->second.lock();
+  static std::vector<std::weak_ptr<const Bytes>> open;
+  std::erase_if(open, [](const auto& held) { return held.expired(); });
   auto bytes = std::make_shared<const Bytes>(ReadBytes(path, kLargestFont));
   if (bytes->empty()) return nullptr;
-  open.emplace(path, bytes);
+  // Their names would not tell: the file may be another one by now.
+  for (const auto& held : open)
+    if (FontBytes same = held.lock(); *same == *bytes) return same;
+  open.push_back(bytes);
   return bytes;
 }
 

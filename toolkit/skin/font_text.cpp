@@ -4,6 +4,7 @@
 #include <string>
 
 #include "toolkit/core/text.h"
+#include "toolkit/skin/engine_font.h"
 #include "toolkit/skin/font.h"
 
 namespace zel {
@@ -54,6 +55,24 @@ std::string Format(const char* format, va_list arguments) {
 }
 
 }  // namespace
+
+void EngineTextoutPrintf(BITMAP* target, EngineFont& face, int x, int y, Color color, int align,
+                         const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  const std::string text = Format(format, arguments);
+  va_end(arguments);
+  EngineTextout(target, face, text.c_str(), x, y, color, align);
+}
+
+void EngineTextoutAAPrintf(BITMAP* target, EngineFont& face, int x, int y, Color color, int align,
+                           const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  const std::string text = Format(format, arguments);
+  va_end(arguments);
+  EngineTextoutAA(target, face, text.c_str(), x, y, color, align);
+}
 
 void Font::TextoutShadow(Bitmap& target, const char* text, Point point, Color color, Color shadow,
                          Color background, int align) const {

@@ -130,6 +130,7 @@ void Skin::Reset() {
   ResetColors();
   ResetControls();
   ResetFonts();
+  cursorShadow = CursorShadow{};
   ResetCursors();
   ResetSamples();
   GenerateDefaultBitmaps();

@@ -189,15 +189,25 @@ class SkinBitmap {
   void draw_sprite_vh_flip(DrawTarget target, int x, int y) const {
     Sprite(::draw_sprite_vh_flip, target, x, y);
   }
-  // A 32-bit bitmap brings its opacity to a target of any depth but 8.
+  // These mix colours, and draw the plain sprite on an 8-bit target without Allegro's color_map. A
+  // 32-bit bitmap brings its opacity to a target of any depth but 8.
   void draw_trans_sprite(DrawTarget target, int x, int y) const {
-    if (SameDepth(target) || BringsAlpha(target)) ::draw_trans_sprite(target, bitmap, x, y);
+    if (!CanMix(target))
+      draw_sprite(target, x, y);
+    else if (SameDepth(target) || BringsAlpha(target))
+      ::draw_trans_sprite(target, bitmap, x, y);
   }
   void draw_lit_sprite(DrawTarget target, int x, int y, int amount) const {
-    Sprite(::draw_lit_sprite, target, x, y, amount);
+    if (!CanMix(target))
+      draw_sprite(target, x, y);
+    else
+      Sprite(::draw_lit_sprite, target, x, y, amount);
   }
   void draw_gouraud_sprite(DrawTarget target, int x, int y, int c1, int c2, int c3, int c4) const {
-    Sprite(::draw_gouraud_sprite, target, x, y, c1, c2, c3, c4);
+    if (!CanMix(target))
+      draw_sprite(target, x, y);
+    else
+      Sprite(::draw_gouraud_sprite, target, x, y, c1, c2, c3, c4);
   }
   // The held bitmap is an 8-bit one, whatever the target is.
   void draw_character_ex(DrawTarget target, int x, int y, Color color, Color background) const {
@@ -246,6 +256,9 @@ class SkinBitmap {
   }
   bool SameDepth(BITMAP* target) const {
     return bitmap && target && bitmap_color_depth(bitmap) == bitmap_color_depth(target);
+  }
+  static bool CanMix(BITMAP* target) {
+    return color_map || (target && bitmap_color_depth(target) > 8);
   }
   bool BringsAlpha(BITMAP* target) const {
     return bitmap && target && bitmap_color_depth(bitmap) == 32 && bitmap_color_depth(target) > 8;

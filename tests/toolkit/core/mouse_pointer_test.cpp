@@ -123,6 +123,12 @@ TEST_F(MousePointerTest, AChangeOfShapeLeavesNoTrace) {
   pointer.Draw();
   pointer.Hide();
   EXPECT_TRUE(canvas.IsClear()) << "a shape that grew";
+  cursorShadow.size = 8;
+  Fill(shape, 4, 3, red);
+  cursorShadow.size = 2;
+  Show();
+  pointer.Hide();
+  EXPECT_TRUE(canvas.IsClear()) << "a shadow larger than those made now";
 }
 
 TEST_F(MousePointerTest, NeedsACanvasOfTheDepthOfItsShape) {

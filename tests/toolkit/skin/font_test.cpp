@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <utility>
 
 #include "tests/support/allegro_fixture.h"
 #include "tests/support/picture.h"
@@ -109,6 +110,9 @@ TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
   WritePicture("GRID.TGA", Grid(60).get());
   WritePicture("nomarks.bmp", Grid(3, false).get());
   WritePicture("truecolor.bmp", trueColor.get());
+  std::string letters = "small.fnt 0x20 0x20\n";
+  for (int i = 500; i > 300; --i)
+    letters += "- " + std::to_string(i) + ' ' + std::to_string(i) + '\n';
   const struct {
     const char* file;
     std::string content;  // where the file is not there yet
@@ -121,6 +125,8 @@ TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
       {"large.fnt", much.substr(0, 4096), 16, 8},
       {"grx.fnt", grx, 7, 5},
       {"script.txt", "small.fnt 0x20 0x7F\nlarge.fnt 0x80 0xFF\n", 16, 8},
+      {"letters.txt", letters + "grx.fnt 0x42 0x42\n- 0x41 0x41\nGRID.TGA 0x100 0x110\n- 0x200\n",
+       8, 11},
       {"nomarks.bmp", "", 8, 8, kLoadError},
       {"truecolor.bmp", "", 8, 8, kLoadError},
       {"short.itf", much.substr(0, 2047), 8, 8, kLoadError},
@@ -142,6 +148,9 @@ TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
   }
   EXPECT_EQ(font.Load(dir.Write("outlines", outlines).c_str()), kNoError);
   EXPECT_TRUE(font.IsScalable() && !font.IsFixed() && *font.GetFixedSizes() == -1);
+  Font other;
+  EXPECT_EQ(other.Load(dir.Write("outlines", kBitmapFont).c_str()), kNoError);
+  EXPECT_TRUE(other.IsFixed() && font.IsScalable()) << "each has what was in the file";
   font.Reset();
   EXPECT_TRUE(IsBuiltIn(font));
 }
@@ -305,7 +314,8 @@ TEST_F(FontTest, SizeIsTheLargestPixelSizeWhoseLineIsNotHigher) {
 }
 
 TEST_F(FontTest, PlacesGlyphsByOffsetsAdvancesAndSpacingOnTheirBackground) {
-  for (const auto draw : {EngineTextout, EngineTextoutAA}) {
+  for (const auto& [draw, print] : {std::pair{&EngineTextout, &EngineTextoutPrintf},
+                                    {&EngineTextoutAA, &EngineTextoutAAPrintf}}) {
     const auto face = Open(kBitmapFont);
     const BitmapPtr out = Paint(Rows(6, "............"));
     EngineSetBackground(-1);
@@ -318,10 +328,19 @@ TEST_F(FontTest, PlacesGlyphsByOffsetsAdvancesAndSpacingOnTheirBackground) {
     EngineSetBackground(blue);
     clear_to_color(out.get(), magenta);
     draw(out.get(), *face, "", 5, 0, red, kAlignLeft);
-    draw(out.get(), *face, "Aj", 4 + 3 + 2 * 2, 0, red, kAlignRight);
+    print(out.get(), *face, 4 + 3 + 2 * 2, 0, red, kAlignRight, "%c%s", 'A', "j");
     EXPECT_EQ(Picture(out.get()), Rows({"brbbbbbbbbb.", "rbrbbbbbbbb.", "rrrbbbrbbbb.",
                                         "rbrbbbrbbbb.", "rbrbbbrbbbb.", "bbbbbrbbbbb."}));
   }
+}
+
+TEST_F(FontTest, FacesOutliveTheEngine) {
+  const auto face = Open(outlines);
+  const int length = EngineTextLength(*face, "A");
+  EngineExit();
+  EXPECT_FALSE(Open(outlines));
+  EXPECT_TRUE(EngineInit());
+  EXPECT_EQ(EngineTextLength(*face, "AA"), 2 * length);
 }
 
 TEST_F(FontTest, CoverageOfFreeTypeLeadsFromBackgroundToColour) {

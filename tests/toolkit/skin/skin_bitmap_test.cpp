@@ -115,6 +115,18 @@ TEST_F(SkinBitmapTest, MaskedCopiesNeedATargetOfTheirDepthButOpacityGoesToAll) {
   }
 }
 
+TEST_F(SkinBitmapTest, ColoursOfAPaletteAreNotMixed) {
+  SkinBitmap sprite, target;
+  sprite.CreateEx(8, 1, 1);
+  target.CreateEx(8, 3, 1);
+  sprite.clear_to_color(5);
+  target.clear_bitmap();
+  sprite.draw_trans_sprite(target, 0, 0);
+  sprite.draw_lit_sprite(target, 1, 0, 9);
+  sprite.draw_gouraud_sprite(target, 2, 0, 1, 2, 3, 4);
+  for (const int x : {0, 1, 2}) EXPECT_EQ(target.getpixel(x, 0), 5) << x;
+}
+
 TEST_F(SkinBitmapTest, DottedRectanglesPaintEverySecondPixelOfTheirEdges) {
   SkinBitmap canvas{7, 5, kMemoryBitmap};
   canvas.clear_to_color(magenta);

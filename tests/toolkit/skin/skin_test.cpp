@@ -207,8 +207,11 @@ TEST_F(SkinTest, CursorsTakeKeysBeforePropertiesBeforeDefaults) {
   EXPECT_EQ(widthAndHotspot(MOUSE_HOURGLASS), "4 3 4 ");
   EXPECT_EQ(widthAndHotspot(MOUSE_MOVE), "3 6 0 ");
   EXPECT_EQ(widthAndHotspot(MOUSE_UNAVAILABLE), "12 0 0 ");  // the built-in arrow
-  EXPECT_EQ(skin->cursors[MOUSE_NORMAL]->GetShadow()->Width(), 22);
+  for (const int shape : {MOUSE_NORMAL, MOUSE_UNAVAILABLE})
+    EXPECT_EQ(skin->cursors[shape]->GetShadow()->Width(), 22);
   EXPECT_EQ(Color(skin->cursors[MOUSE_NORMAL]->GetShadow()->getpixel(9, 9)).b(), 3);
+  Skin("default");
+  EXPECT_TRUE(cursorShadow.size == 2 && cursorShadow.GetColor() == Color(96, 96, 96));
 }
 
 TEST_F(SkinTest, LoadingStopsAtTheFirstFileThatIsMissingOrUnreadable) {
