@@ -94,6 +94,7 @@ bool Dialog::HandleJoystick() {
 
 void Dialog::HandleKeyboard() {
   Dialog* target = InputTarget();
+  if (target->closed) return;
   if (target->HandleJoystick() || !keypressed()) return;
   int scancode = 0;
   const int character = ureadkey(&scancode);

@@ -58,6 +58,7 @@ Dialog* Dialog::InputTarget() {
 void Dialog::HandleMouse() {
   if (!mousePointer) return;
   Dialog* target = InputTarget();
+  if (target->closed) return;
   const Point position = mousePointer->GetMousePosition();
   const int buttons = mousePointer->GetButtons();
   const int wheel = mousePointer->GetWheel();
@@ -65,13 +66,15 @@ void Dialog::HandleMouse() {
   mousePointer->Update();
   // Taken now: what follows may run a popup, which gets what happens meanwhile.
   const Point moved = mousePointer->GetMousePosition();
+  const int pressed = mousePointer->GetButtons();
   const int turned = mousePointer->GetWheel() - wheel;
 
   // What was hidden or disabled under the resting pointer is no longer there to be pressed.
   const Widget* under = target->MouseWidget();
   if (under && (under->Hidden() || under->Disabled())) target->FollowPointer();
-  target->DispatchButtons(buttons, mousePointer->GetButtons());
-  target->CountDoubleClick(mousePointer->GetButtons() & ~buttons);
+  target->DispatchButtons(buttons, pressed);
+  target->CountDoubleClick(pressed & ~buttons);
+  if (target->closed) return;
   if (moved != position) target->MsgMouseMove({moved.x - position.x, moved.y - position.y});
   if (turned != 0) target->MsgWheel(turned);
 }
@@ -93,7 +96,7 @@ void Dialog::CountDoubleClick(int pressed) {
   if (loopState.doubleClick == DoubleClick::kDetected) {
     loopState.doubleClick = DoubleClick::kNone;
     loopState.doubleClickCounter = 0;
-    MsgDClick();
+    if (!closed) MsgDClick();
     return;
   }
   for (const ButtonRow& row : kButtons) {
@@ -298,6 +301,7 @@ Widget* Dialog::FindUnderPointer() {
 Widget* Dialog::FindMousePath() { return IsRoot() ? FindUnderPointer() : UnderPointer(this); }
 
 void Dialog::TakeInputBack() {
+  loopState.doubleClick = DoubleClick::kNone;
   if (!settings.showMouse || !mousePointer) return;
   if (TestFlag(kFlagPressed) && !(mousePointer->GetButtons() & kLeftButton)) MsgLRelease();
   GetRoot()->SetMousePath(FindMousePath());

@@ -258,6 +258,22 @@ TEST_F(DialogTest, APopupRunsWithoutARootAndEndsWithIt) {
   popup.Popup(&root, 40, 40, nullptr);
 }
 
+TEST_F(DialogTest, WhatFollowsTheClosingIsForNobody) {
+  StartWithFocus();
+  Watch({MSG_CHAR, MSG_LPRESS, MSG_MOUSEMOVE});
+  root.onEvent = [&](Widget* sender, int msg, int) {
+    if (sender == &below && (msg == MSG_CHAR || msg == MSG_LPRESS)) root.Close();
+  };
+  simulate_ukeypress('x', KEY_X);
+  simulate_ukeypress('y', KEY_Y);
+  clock.Tick(0, 3);
+  root.MsgIdle();
+  PutMouse(5, 5);
+  mouse_b = 1;
+  Tick();
+  Expect("b7 ");
+}
+
 // A scene whose picture is known: patches and dialogs of patches in painting order.
 class Scene : public Recorder {
  public:
