@@ -37,7 +37,7 @@ Dialog::~Dialog() {
   if (!IsRoot() && parent) parent->Forget(this);
   parent = nullptr;
   for (Widget* child : children)
-    if (child->GetParent() == this) child->SetParent(nullptr);
+    if (child->GetParent() == this) child->SetParent(AsDialog(child));  // a root again
 }
 
 Dialog* Dialog::GetRoot() {
@@ -98,8 +98,7 @@ void Dialog::Remove(Widget* widget) {
   if (!IsChild(widget)) return;
   if (running) widget->SendMessage(MSG_END);
   Forget(widget);
-  widget->SetParent(nullptr);
-  if (Dialog* dialog = AsDialog(widget)) dialog->SetParent(dialog);
+  widget->SetParent(AsDialog(widget));  // a dialog is a root again
   GetRoot()->Redraw();
 }
 

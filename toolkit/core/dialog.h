@@ -91,7 +91,8 @@ class Dialog : public Widget {
   // Ends Execute or Popup if MsgClose allows it.
   virtual void Close();
   // Runs the dialog as a root until it is closed; answers the child that had the focus. While a
-  // root runs, the same as Popup over it.
+  // root runs, the same as Popup over it. A dialog inside another one that does not run cannot run
+  // either: null at once.
   virtual Widget* Execute(Widget* focusWidget);
   // Runs the dialog on top of the root of `over`, if that runs, else of the root that does, else of
   // one of its own, until it is taken out or it or that root is closed. The root itself is not run

@@ -165,6 +165,7 @@ void Dialog::PutTooltipAway() {
 Widget* Dialog::Execute(Widget* focusWidget) {
   // A second root would take timer, screen update and pointer away from the first.
   if (loopState.root) return Popup(loopState.root, kKeepPosition, kKeepPosition, focusWidget);
+  if (!IsRoot()) return nullptr;
   Dialog::Add(tooltipWidget_.get());
   SetFocus(focusWidget);
   closed = false;

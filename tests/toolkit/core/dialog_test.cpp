@@ -274,6 +274,16 @@ TEST_F(DialogTest, WhatFollowsTheClosingIsForNobody) {
   Expect("b7 ");
 }
 
+TEST_F(DialogTest, ADialogWhoseContainerIsGoneIsARootAgain) {
+  auto container = std::make_unique<Dialog>();
+  container->Add(&popup);
+  EXPECT_EQ(popup.Execute(nullptr), nullptr) << "its container does not run";
+  container.reset();
+  EXPECT_TRUE(popup.IsRoot());
+  popup.Centre();
+  EXPECT_EQ(popup.x(), (kWidth - popup.w()) / 2);
+}
+
 // A scene whose picture is known: patches and dialogs of patches in painting order.
 class Scene : public Recorder {
  public:
