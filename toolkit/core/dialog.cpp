@@ -96,7 +96,9 @@ bool Dialog::Add(Widget* widget) {
 
 void Dialog::Remove(Widget* widget) {
   if (!IsChild(widget)) return;
-  if (running) widget->SendMessage(MSG_END);
+  if (mouse == widget) SetMousePath(nullptr);
+  if (running && IsChild(widget)) widget->SendMessage(MSG_END);
+  if (!IsChild(widget)) return;  // a handler has destroyed it
   Forget(widget);
   widget->SetParent(AsDialog(widget));  // a dialog is a root again
   GetRoot()->Redraw();

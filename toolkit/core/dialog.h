@@ -213,7 +213,8 @@ class Dialog : public Widget {
   void RoutePress(Handler handler);
   void RouteRelease(Handler handler);
   Widget* CapturingChild() const;
-  void UpdateDragMode();
+  // Shows the pointer shape that goes with the mode.
+  void SetDragMode(int mode);
   void Drag();
   void DragEdges(int dx, int dy);
   void DispatchButtons(int before, int now);

@@ -78,6 +78,7 @@ void Dialog::MsgStart() {
 }
 
 void Dialog::MsgEnd() {
+  SetDragMode(kDragNone);
   focus = nullptr;
   mouse = nullptr;
   SendToChildren(MSG_END);

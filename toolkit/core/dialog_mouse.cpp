@@ -147,7 +147,7 @@ void Dialog::MsgLPress() {
   Widget::MsgLPress();
   pressPosition = GetMousePos();
   // The dialog may have changed its shape under the resting pointer.
-  UpdateDragMode();
+  SetDragMode(GetDragMode());
   SetFlag(kFlagPressed);
   RoutePress(&Widget::MsgLPress);
 }
@@ -224,8 +224,7 @@ void Dialog::Drag() {
   GetRoot()->Redraw();
 }
 
-void Dialog::UpdateDragMode() {
-  const int mode = GetDragMode();
+void Dialog::SetDragMode(int mode) {
   // A dialog inside that drags nothing leaves the shape to the dialog around it.
   const int shapeBefore = kDragRows[std::exchange(dragMode, mode)].cursor;
   if (kDragRows[mode].cursor != shapeBefore) SetCursor(kDragRows[mode].cursor);
@@ -234,7 +233,7 @@ void Dialog::UpdateDragMode() {
 void Dialog::MsgMouseMove(Point delta) {
   Widget::MsgMouseMove(delta);
   if (!TestFlag(kFlagPressed))
-    UpdateDragMode();
+    SetDragMode(GetDragMode());
   else if (dragMode != kDragNone)
     Drag();
   if (Widget* capturing = CapturingChild()) capturing->MsgMouseMove(delta);

@@ -284,6 +284,14 @@ TEST_F(DialogTest, ADialogWhoseContainerIsGoneIsARootAgain) {
   EXPECT_EQ(popup.x(), (kWidth - popup.w()) / 2);
 }
 
+TEST_F(DialogTest, ThePointerLosesWhatIsTakenAway) {
+  StartWithFocus();
+  MoveTo(10, 10);
+  Watch({MSG_LOSTMOUSE, MSG_END});
+  root.Remove(&below);
+  Expect("b14 b2 ");
+}
+
 // A scene whose picture is known: patches and dialogs of patches in painting order.
 class Scene : public Recorder {
  public:
