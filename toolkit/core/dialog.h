@@ -209,6 +209,8 @@ class Dialog : public Widget {
   void TakeInputBack();
   void SetMousePath(const Widget* deepest);
   void FollowPointer();
+  // True while a press on the focus goes on.
+  bool FocusIsPressed() const;
   void MoveFocusWithPointer(Widget* underPointer);
   void RoutePress(Handler handler);
   void RouteRelease(Handler handler);

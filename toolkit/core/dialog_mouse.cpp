@@ -267,10 +267,14 @@ void Dialog::FollowPointer() {
   if (root->Contains(fork) && fork->mouse) fork->mouse->MsgMouseMove({0, 0});
 }
 
+bool Dialog::FocusIsPressed() const {
+  return focus && (focus->TestFlag(kFlagPressed) || FocusWidget()->TestFlag(kFlagPressed));
+}
+
 void Dialog::MoveFocusWithPointer(Widget* underPointer) {
   Widget* current = FocusWidget();
   if (!skin || underPointer == current) return;
-  if (focus && (focus->TestFlag(kFlagPressed) || current->TestFlag(kFlagPressed))) return;
+  if (FocusIsPressed()) return;
   const bool goesToWilling = skin->focus == kFocusGoesToWilling;
   if (skin->focus != kFocusFollowsPointer && !goesToWilling) return;
   if (goesToWilling && !(underPointer && underPointer->MsgWantFocus())) return;
