@@ -42,8 +42,10 @@ enum class FocusMove { kNext, kPrevious, kRight, kLeft, kDown, kUp };
 // Borrows its children in drawing order, the last one topmost; owns its tooltip. A new dialog
 // covers the screen and is a root until it is added to another dialog.
 //
-// Handlers may take children in and out, and destroy children, also the one whose event is
-// handled. A dialog itself must outlive the messages that it passes on.
+// Handlers may take children in and out, and destroy children. The one whose event is handled may
+// be destroyed when it reports MSG_ACTIVATE or MSG_SCROLL; with other messages only if its class
+// does nothing after reporting, as Widget's own handlers do. A dialog itself must outlive the
+// messages that it passes on.
 class Dialog : public Widget {
  public:
   Dialog();

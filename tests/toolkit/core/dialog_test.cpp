@@ -292,6 +292,17 @@ TEST_F(DialogTest, ThePointerLosesWhatIsTakenAway) {
   Expect("b14 b2 ");
 }
 
+TEST_F(DialogTest, WhatIsDirtyInPartsIsPaintedWholeOnNewGround) {
+  settings.screenUpdateMethod = kDoubleBuffering;
+  Patch above{{10, 10, 20, 20}, green};
+  StartWithFocus();
+  root.Add(&above);
+  Tick(2);
+  above.RedrawPart({0, 0, 5, 5});
+  Tick();
+  EXPECT_EQ(At(25, 25), green);
+}
+
 // A scene whose picture is known: patches and dialogs of patches in painting order.
 class Scene : public Recorder {
  public:
