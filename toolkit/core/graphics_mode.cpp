@@ -63,7 +63,7 @@ bool SetGraphicsMode(int card, int w, int h, int depth) {
 
 void SetTextMode() {
   PutScreenBack();
-  set_gfx_mode(GFX_TEXT, kTextColumns, kTextRows, 0, 0);
+  if (system_driver) set_gfx_mode(GFX_TEXT, kTextColumns, kTextRows, 0, 0);
 }
 
 void ShowVideoPage() {
