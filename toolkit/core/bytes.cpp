@@ -55,4 +55,18 @@ Bytes ReadBytes(const char* path, std::size_t limit) {
   return bytes;
 }
 
+bool WriteBytes(const char* path, std::span<const char> bytes) {
+  constexpr mode_t kMode = 0644;
+  const int file = open(SystemName(path).c_str(),
+                        O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, kMode);
+  if (file < 0) return false;
+  while (!bytes.empty()) {
+    const ssize_t count = write(file, bytes.data(), bytes.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) break;
+    bytes = bytes.subspan(static_cast<std::size_t>(count));
+  }
+  return close(file) == 0 && bytes.empty();
+}
+
 }  // namespace zel

@@ -10,7 +10,7 @@ namespace zel {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// Both take a name in the current text format and know only regular files: reading from a pipe may
+// All take a name in the current text format and know only regular files: reading from a pipe may
 // never end.
 bool IsFile(const char* path);
 // The whole file; empty when there is none, when it is longer than `limit` or cannot be read to its
@@ -20,6 +20,8 @@ bool IsFile(const char* path);
 // program shortens meanwhile, and a "#" in a name takes them into datafiles, where they trust every
 // number.
 Bytes ReadBytes(const char* path, std::size_t limit);
+// Replaces the content of a file or makes a new one; false when that fails.
+bool WriteBytes(const char* path, std::span<const char> bytes);
 
 // Takes numbers from the start of some bytes, which must outlive it.
 class ByteReader {

@@ -1,6 +1,7 @@
 #include "toolkit/core/config_file.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "toolkit/core/bytes.h"
 #include "toolkit/core/text.h"
@@ -9,14 +10,13 @@ namespace zel {
 namespace {
 
 constexpr std::size_t kLongestFile = 128 << 10;
+constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max() / 2;
 constexpr std::size_t kLongestLine = 4096;
 
-std::string FromUtf8(std::string text) {
-  if (!need_uconvert(text.c_str(), U_UTF8, U_CURRENT)) return text;
-  std::string converted(static_cast<std::size_t>(uconvert_size(text.c_str(), U_UTF8, U_CURRENT)),
-                        '\0');
-  do_uconvert(text.c_str(), U_UTF8, converted.data(), U_CURRENT,
-              static_cast<int>(converted.size()));
+std::string Converted(std::string text, int from, int to) {
+  if (!need_uconvert(text.c_str(), from, to)) return text;
+  std::string converted(static_cast<std::size_t>(uconvert_size(text.c_str(), from, to)), '\0');
+  do_uconvert(text.c_str(), from, converted.data(), to, static_cast<int>(converted.size()));
   converted.pop_back();  // the terminator
   return converted;
 }
@@ -26,22 +26,67 @@ std::string WithoutZeros(std::string text) {
   return text;
 }
 
+std::string ReadText(const char* path, std::size_t limit) {
+  const Bytes bytes = ReadBytes(path, limit);
+  return Converted(WithoutZeros({bytes.begin(), bytes.end()}), U_UTF8, U_CURRENT);
+}
+
+std::vector<std::string> SplitLines(const std::string& text) {
+  std::vector<std::string> lines;
+  for (std::size_t start = 0; start < text.size();) {
+    const std::size_t end = std::min(text.find_first_of("\r\n", start), text.size());
+    lines.push_back(text.substr(start, end - start));
+    start = end + (text.compare(end, 2, "\r\n") == 0 ? 2 : 1);
+  }
+  return lines;
+}
+
+// Whether a line sets `name`, or begins the section of that name.
+bool IsFor(const std::string& line, const char* name) {
+  const std::string trimmed = Trimmed(line.c_str());
+  return ustricmp(trimmed.substr(0, trimmed.find_first_of(" \t\f\v=#")).c_str(), name) == 0;
+}
+
+bool EndsSection(const std::string& line) {
+  const std::string trimmed = Trimmed(line.c_str());
+  return !trimmed.empty() && trimmed.front() == '[';
+}
+
 }  // namespace
 
-void UseConfigFile(const char* path) {
-  const Bytes bytes = ReadBytes(path, kLongestFile);
-  UseConfigText(FromUtf8(WithoutZeros({bytes.begin(), bytes.end()})));
+void UseConfigFile(const char* path) { UseConfigText(ReadText(path, kLongestFile)); }
+
+void SaveConfigFile(const char* path, const char* section, const std::vector<const char*>& names) {
+  std::vector<std::string> lines = SplitLines(ReadText(path, kNoLimit));
+  auto head = std::find_if(lines.begin(), lines.end(),
+                           [section](const std::string& line) { return IsFor(line, section); });
+  if (head == lines.end()) {
+    if (!lines.empty()) lines.emplace_back();
+    head = lines.insert(lines.end(), section);
+  }
+  const auto first = head - lines.begin() + 1;
+  for (const char* name : names) {
+    const std::string line = std::string{name} + " = " + get_config_string(section, name, "");
+    const auto begin = lines.begin() + first;
+    const auto end = std::find_if(begin, lines.end(), EndsSection);
+    const auto old = std::find_if(
+        begin, end, [name](const std::string& candidate) { return IsFor(candidate, name); });
+    // What is new comes before the blank lines that part the sections.
+    const auto isBlank = [](const std::string& text) { return Trimmed(text.c_str()).empty(); };
+    if (old != end)
+      *old = line;
+    else
+      lines.insert(std::find_if(begin, end, isBlank), line);
+  }
+  std::string text;
+  for (const std::string& line : lines) text += line + '\n';
+  WriteBytes(path, Converted(text, U_CURRENT, U_UTF8));
 }
 
 void UseConfigText(const std::string& text) {
   std::string sound;
-  for (std::size_t start = 0; start < text.size();) {
-    const std::size_t end = std::min(text.find_first_of("\r\n", start), text.size());
-    const std::string line = WithoutZeros(text.substr(start, end - start));
-    sound += CutToBytes(Trimmed(line.c_str()).c_str(), kLongestLine);
-    sound += '\n';
-    start = end + 1;
-  }
+  for (const std::string& line : SplitLines(WithoutZeros(text)))
+    sound += CutToBytes(Trimmed(line.c_str()).c_str(), kLongestLine) + '\n';
   // Byte by byte, so that no character meets the end of the buffer for a line.
   const int format = get_uformat();
   set_uformat(U_ASCII);

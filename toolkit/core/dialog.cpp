@@ -37,7 +37,7 @@ Dialog::~Dialog() {
   if (!IsRoot() && parent) parent->Forget(this);
   parent = nullptr;
   for (Widget* child : children)
-    if (child->GetParent() == this) child->SetParent(nullptr);
+    if (child->GetParent() == this) child->SetParent(AsDialog(child));  // a root again
 }
 
 Dialog* Dialog::GetRoot() {
@@ -96,10 +96,11 @@ bool Dialog::Add(Widget* widget) {
 
 void Dialog::Remove(Widget* widget) {
   if (!IsChild(widget)) return;
-  if (running) widget->SendMessage(MSG_END);
+  if (mouse == widget) SetMousePath(nullptr);
+  if (running && IsChild(widget)) widget->SendMessage(MSG_END);
+  if (!IsChild(widget)) return;  // a handler has destroyed it
   Forget(widget);
-  widget->SetParent(nullptr);
-  if (Dialog* dialog = AsDialog(widget)) dialog->SetParent(dialog);
+  widget->SetParent(AsDialog(widget));  // a dialog is a root again
   GetRoot()->Redraw();
 }
 

@@ -42,8 +42,10 @@ enum class FocusMove { kNext, kPrevious, kRight, kLeft, kDown, kUp };
 // Borrows its children in drawing order, the last one topmost; owns its tooltip. A new dialog
 // covers the screen and is a root until it is added to another dialog.
 //
-// Handlers may take children in and out, and destroy children, also the one whose event is
-// handled. A dialog itself must outlive the messages that it passes on.
+// Handlers may take children in and out, and destroy children. The one whose event is handled may
+// be destroyed when it reports MSG_ACTIVATE or MSG_SCROLL; with other messages only if its class
+// does nothing after reporting, as Widget's own handlers do. A dialog itself must outlive the
+// messages that it passes on.
 class Dialog : public Widget {
  public:
   Dialog();
@@ -91,7 +93,8 @@ class Dialog : public Widget {
   // Ends Execute or Popup if MsgClose allows it.
   virtual void Close();
   // Runs the dialog as a root until it is closed; answers the child that had the focus. While a
-  // root runs, the same as Popup over it.
+  // root runs, the same as Popup over it. A dialog inside another one that does not run cannot run
+  // either: null at once.
   virtual Widget* Execute(Widget* focusWidget);
   // Runs the dialog on top of the root of `over`, if that runs, else of the root that does, else of
   // one of its own, until it is taken out or it or that root is closed. The root itself is not run
@@ -208,11 +211,14 @@ class Dialog : public Widget {
   void TakeInputBack();
   void SetMousePath(const Widget* deepest);
   void FollowPointer();
+  // True while a press on the focus goes on.
+  bool FocusIsPressed() const;
   void MoveFocusWithPointer(Widget* underPointer);
   void RoutePress(Handler handler);
   void RouteRelease(Handler handler);
   Widget* CapturingChild() const;
-  void UpdateDragMode();
+  // Shows the pointer shape that goes with the mode.
+  void SetDragMode(int mode);
   void Drag();
   void DragEdges(int dx, int dy);
   void DispatchButtons(int before, int now);

@@ -22,6 +22,12 @@ void ForgetRedraws(Widget* widget) {
     for (Widget* child : dialog->Children()) ForgetRedraws(child);
 }
 
+// Paints all of a widget: what lies under it has just been painted.
+void DrawWhole(Widget* widget) {
+  if (widget->DirtyInParts()) widget->Redraw();
+  widget->SendMessage(MSG_DRAW);
+}
+
 }  // namespace
 
 Dialog::CanvasBase Dialog::FindCanvasBase(bool ownDrawing) const {
@@ -52,7 +58,7 @@ void Dialog::MsgDraw() {
     if (IsCovered(i))
       ForgetRedraws(children[i]);
     else
-      children[i]->SendMessage(MSG_DRAW);
+      DrawWhole(children[i]);
   }
 }
 
@@ -125,8 +131,8 @@ void Dialog::DrawTree(bool redrawsAll) {
     if (IsCovered(i)) {
       ForgetRedraws(child);
     } else if (redrawsAll || child->Dirty()) {
-      child->SendMessage(MSG_DRAW);
-      child->ClearFlag(kFlagDirty);
+      redrawsAll ? DrawWhole(child) : child->MsgDraw();
+      if (IsChild(child)) child->ClearFlag(kFlagDirty);
     } else if (Dialog* dialog = AsDialog(child)) {
       dialog->DrawTree(redrawsAll);
     }

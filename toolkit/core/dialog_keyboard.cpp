@@ -4,6 +4,7 @@
 
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/loop_state.h"
+#include "toolkit/core/mouse_pointer.h"
 #include "toolkit/core/settings.h"
 
 namespace zel {
@@ -94,6 +95,7 @@ bool Dialog::HandleJoystick() {
 
 void Dialog::HandleKeyboard() {
   Dialog* target = InputTarget();
+  if (target->closed) return;
   if (target->HandleJoystick() || !keypressed()) return;
   int scancode = 0;
   const int character = ureadkey(&scancode);
@@ -140,6 +142,8 @@ bool Dialog::HandleDialogKey(int character, int scancode) {
   }
   for (const MoveKey& row : kMoveKeys) {
     if (row.scancode != scancode) continue;
+    // A widget that is pressed with the mouse has to see the release.
+    if (mousePointer && mousePointer->GetButtons() != 0 && FocusIsPressed()) return true;
     const bool backward = row.move == FocusMove::kNext && (key_shifts & KB_SHIFT_FLAG);
     MoveFocus(backward ? FocusMove::kPrevious : row.move);
     return true;

@@ -78,6 +78,7 @@ void Dialog::MsgStart() {
 }
 
 void Dialog::MsgEnd() {
+  SetDragMode(kDragNone);
   focus = nullptr;
   mouse = nullptr;
   SendToChildren(MSG_END);
@@ -165,6 +166,7 @@ void Dialog::PutTooltipAway() {
 Widget* Dialog::Execute(Widget* focusWidget) {
   // A second root would take timer, screen update and pointer away from the first.
   if (loopState.root) return Popup(loopState.root, kKeepPosition, kKeepPosition, focusWidget);
+  if (!IsRoot()) return nullptr;
   Dialog::Add(tooltipWidget_.get());
   SetFocus(focusWidget);
   closed = false;

@@ -58,6 +58,7 @@ Dialog* Dialog::InputTarget() {
 void Dialog::HandleMouse() {
   if (!mousePointer) return;
   Dialog* target = InputTarget();
+  if (target->closed) return;
   const Point position = mousePointer->GetMousePosition();
   const int buttons = mousePointer->GetButtons();
   const int wheel = mousePointer->GetWheel();
@@ -65,13 +66,15 @@ void Dialog::HandleMouse() {
   mousePointer->Update();
   // Taken now: what follows may run a popup, which gets what happens meanwhile.
   const Point moved = mousePointer->GetMousePosition();
+  const int pressed = mousePointer->GetButtons();
   const int turned = mousePointer->GetWheel() - wheel;
 
   // What was hidden or disabled under the resting pointer is no longer there to be pressed.
   const Widget* under = target->MouseWidget();
   if (under && (under->Hidden() || under->Disabled())) target->FollowPointer();
-  target->DispatchButtons(buttons, mousePointer->GetButtons());
-  target->CountDoubleClick(mousePointer->GetButtons() & ~buttons);
+  target->DispatchButtons(buttons, pressed);
+  target->CountDoubleClick(pressed & ~buttons);
+  if (target->closed) return;
   if (moved != position) target->MsgMouseMove({moved.x - position.x, moved.y - position.y});
   if (turned != 0) target->MsgWheel(turned);
 }
@@ -93,7 +96,7 @@ void Dialog::CountDoubleClick(int pressed) {
   if (loopState.doubleClick == DoubleClick::kDetected) {
     loopState.doubleClick = DoubleClick::kNone;
     loopState.doubleClickCounter = 0;
-    MsgDClick();
+    if (!closed) MsgDClick();
     return;
   }
   for (const ButtonRow& row : kButtons) {
@@ -144,7 +147,7 @@ void Dialog::MsgLPress() {
   Widget::MsgLPress();
   pressPosition = GetMousePos();
   // The dialog may have changed its shape under the resting pointer.
-  UpdateDragMode();
+  SetDragMode(GetDragMode());
   SetFlag(kFlagPressed);
   RoutePress(&Widget::MsgLPress);
 }
@@ -221,8 +224,7 @@ void Dialog::Drag() {
   GetRoot()->Redraw();
 }
 
-void Dialog::UpdateDragMode() {
-  const int mode = GetDragMode();
+void Dialog::SetDragMode(int mode) {
   // A dialog inside that drags nothing leaves the shape to the dialog around it.
   const int shapeBefore = kDragRows[std::exchange(dragMode, mode)].cursor;
   if (kDragRows[mode].cursor != shapeBefore) SetCursor(kDragRows[mode].cursor);
@@ -231,7 +233,7 @@ void Dialog::UpdateDragMode() {
 void Dialog::MsgMouseMove(Point delta) {
   Widget::MsgMouseMove(delta);
   if (!TestFlag(kFlagPressed))
-    UpdateDragMode();
+    SetDragMode(GetDragMode());
   else if (dragMode != kDragNone)
     Drag();
   if (Widget* capturing = CapturingChild()) capturing->MsgMouseMove(delta);
@@ -265,10 +267,14 @@ void Dialog::FollowPointer() {
   if (root->Contains(fork) && fork->mouse) fork->mouse->MsgMouseMove({0, 0});
 }
 
+bool Dialog::FocusIsPressed() const {
+  return focus && (focus->TestFlag(kFlagPressed) || FocusWidget()->TestFlag(kFlagPressed));
+}
+
 void Dialog::MoveFocusWithPointer(Widget* underPointer) {
   Widget* current = FocusWidget();
   if (!skin || underPointer == current) return;
-  if (focus && (focus->TestFlag(kFlagPressed) || current->TestFlag(kFlagPressed))) return;
+  if (FocusIsPressed()) return;
   const bool goesToWilling = skin->focus == kFocusGoesToWilling;
   if (skin->focus != kFocusFollowsPointer && !goesToWilling) return;
   if (goesToWilling && !(underPointer && underPointer->MsgWantFocus())) return;
@@ -298,6 +304,7 @@ Widget* Dialog::FindUnderPointer() {
 Widget* Dialog::FindMousePath() { return IsRoot() ? FindUnderPointer() : UnderPointer(this); }
 
 void Dialog::TakeInputBack() {
+  loopState.doubleClick = DoubleClick::kNone;
   if (!settings.showMouse || !mousePointer) return;
   if (TestFlag(kFlagPressed) && !(mousePointer->GetButtons() & kLeftButton)) MsgLRelease();
   GetRoot()->SetMousePath(FindMousePath());

@@ -38,7 +38,7 @@ class Framebuffer {
   }
 
   bool Takes(int w, int h, int depth) const {
-    return isOpen_ && (Fits(mode_, w, h, depth) || Fits(Tried(w, h, depth), w, h, depth));
+    return !isOpen_ || Fits(mode_, w, h, depth) || Fits(Tried(w, h, depth), w, h, depth);
   }
 
  private:

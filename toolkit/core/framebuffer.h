@@ -8,8 +8,9 @@
 
 namespace zel {
 
-// Whether the framebuffer can show w x h pixels of `depth` bits. True wherever Allegro does not run
-// on the console: then it is not the framebuffer that shows them.
+// False when the framebuffer cannot show w x h pixels of `depth` bits. True without a framebuffer,
+// for Allegro finds that out by itself, and wherever Allegro does not run on the console: then it
+// is not the framebuffer that shows them.
 bool FramebufferTakes(int w, int h, int depth);
 
 // What the framebuffer shows, which may be more than the graphics mode has; empty where there is

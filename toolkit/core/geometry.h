@@ -40,9 +40,10 @@ class Rect {
   constexpr bool Contains(Point p) const {
     return x <= p.x && p.x <= Right() && y <= p.y && p.y <= Bottom();
   }
-  // True when the two share an area; touching edges do not overlap.
+  // True when the two share an area; touching edges do not overlap, nor does what is empty.
   constexpr bool Overlaps(const Rect& other) const {
-    return other.x < Right() && x < other.Right() && other.y < Bottom() && y < other.Bottom();
+    const Rect shared = Shared(other);
+    return shared.w > 0 && shared.h > 0;
   }
   // What the two share; without a positive extent when they do not overlap.
   constexpr Rect Shared(const Rect& other) const {

@@ -44,6 +44,12 @@ void CentreScreen() {
   if (middlePart) replacedScreen = std::exchange(screen, middlePart.get());
 }
 
+// Whether the card is the console's framebuffer, or Allegro is free to take that.
+bool IsFramebuffer(int card) {
+  return card == GFX_FBCON || card == GFX_AUTODETECT || card == GFX_AUTODETECT_FULLSCREEN ||
+         card == GFX_AUTODETECT_WINDOWED;
+}
+
 }  // namespace
 
 bool SetGraphicsMode(int card, int w, int h, int depth) {
@@ -52,7 +58,7 @@ bool SetGraphicsMode(int card, int w, int h, int depth) {
   set_color_depth(depth);
   w = std::clamp(w, kLeastSide, kMostPixels);
   h = std::clamp(h, kLeastSide, kMostPixels);
-  if (!FramebufferTakes(w, h, depth)) {
+  if (IsFramebuffer(card) && !FramebufferTakes(w, h, depth)) {
     SetTextMode();
     return false;
   }
@@ -63,7 +69,7 @@ bool SetGraphicsMode(int card, int w, int h, int depth) {
 
 void SetTextMode() {
   PutScreenBack();
-  set_gfx_mode(GFX_TEXT, kTextColumns, kTextRows, 0, 0);
+  if (system_driver) set_gfx_mode(GFX_TEXT, kTextColumns, kTextRows, 0, 0);
 }
 
 void ShowVideoPage() {

@@ -11,7 +11,7 @@ namespace zel {
 // 64..32767 pixels count as the nearest of these. False when there is no such mode; then there is
 // no screen, but new bitmaps have that depth.
 bool SetGraphicsMode(int card, int w, int h, int depth);
-// Leaves graphics for the text console.
+// Leaves graphics for the text console; nothing where Allegro is not installed.
 void SetTextMode();
 // Replaces the screen by a page of video memory of the same size, if there is enough of it.
 void ShowVideoPage();

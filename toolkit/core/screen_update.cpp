@@ -91,11 +91,11 @@ Error DirtyRectangles::Create() {
 }
 
 void DirtyRectangles::Redraw() {
-  if (canvas.IsEmpty() || dirty_.IsEmpty()) return;
+  const PixelArea parts = std::exchange(dirty_, {});
+  if (canvas.IsEmpty() || parts.IsEmpty()) return;
   acquire_bitmap(screen);
-  for (const Rect& r : dirty_.Rects()) canvas.blit(screen, r.x, r.y, r.x, r.y, r.w, r.h);
+  for (const Rect& r : parts.Rects()) canvas.blit(screen, r.x, r.y, r.x, r.y, r.w, r.h);
   release_bitmap(screen);
-  dirty_.Clear();
 }
 
 const char* DirtyRectangles::GetName() const { return "Dirty Rectangle System"; }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <vector>
 
 #include "toolkit/core/config_file.h"
 
@@ -120,7 +121,7 @@ void Settings::Load(const char* file) {
 
 void Settings::Save() const {
   if (!fileLoaded) return;
-  set_config_file(fileName);
+  UseConfigFile(fileName);
   set_config_string(section_, Ascii(kSkinPath), skinPath);
   for (const Key& key : kKeys) {
     const Ascii name{key.name};
@@ -136,7 +137,9 @@ void Settings::Save() const {
         break;
     }
   }
-  flush_config_file();
+  std::vector<const char*> names{kSkinPath};
+  for (const Key& key : kKeys) names.push_back(key.name);
+  SaveConfigFile(fileName, section_, names);
 }
 
 int Settings::UsableFrameRate() const { return std::clamp(logicFrameRate, 1, kHighestRate); }

@@ -134,11 +134,9 @@ void Widget::MsgRRelease() { Report(MSG_RRELEASE); }
 void Widget::MsgTimer(int id) { Report(MSG_TIMER, id); }
 
 void Widget::MsgTick() {
-  if (!animator->Running()) return;
-  if (animator->Step())
-    Redraw();
-  else
-    StopAnimation();
+  if (!animator->HasSteps()) return;
+  animator->Step();
+  Redraw();
 }
 
 void Widget::ApplyPercentPosition() {

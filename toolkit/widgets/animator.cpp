@@ -1,6 +1,5 @@
 #include "toolkit/widgets/animator.h"
 
-#include <algorithm>
 #include <iterator>
 
 #include "toolkit/core/settings.h"

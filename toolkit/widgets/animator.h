@@ -1,6 +1,8 @@
 // Transitions between two looks of a widget.
 #pragma once
 
+#include <algorithm>
+
 #include "toolkit/skin/skin_bitmap.h"
 
 namespace zel {
@@ -23,6 +25,9 @@ class Animator {
   // One tick more; answers whether there is another frame to draw.
   bool Step();
   bool Running() const { return frame < length; }
+  // True while steps are to come: one also after a transition of a single frame, which never runs,
+  // for the new look to be drawn as it is.
+  bool HasSteps() const { return length > 0 && frame < std::max(length, 2); }
   // Forgets the old look.
   void Reset();
   Bitmap& NewImage() { return newImage; }

@@ -1,4 +1,5 @@
 #include "tests/support/stage.h"
+#include "toolkit/core/mouse_pointer.h"
 
 namespace zel {
 namespace {
@@ -133,6 +134,15 @@ TEST_F(DialogKeyboardTest, ArrowsAndTabMoveTheFocus) {
   expect(&b, KEY_TAB, "a", KB_SHIFT_FLAG);
   expect(&a, KEY_TAB, "l", KB_SHIFT_FLAG);
   expect(nullptr, KEY_TAB, "a");
+  Focus(&a);
+  a.SetFlag(kFlagPressed);
+  mouse_b = 1;
+  mousePointer->Update();
+  Key(KEY_TAB);
+  EXPECT_EQ(root.FocusWidget(), &a) << "its press goes on";
+  a.ClearFlag(kFlagPressed);
+  Key(KEY_TAB);
+  EXPECT_EQ(root.FocusWidget(), &b);
   b.wantsFocus = false;
   c.Hide();
   expect(&a, KEY_TAB, "l");

@@ -118,6 +118,27 @@ TEST_F(DialogMouseTest, ASecondPressInTimeIsADoubleClickOnTheNextTick) {
   expect(7, 2, 4, "");
 }
 
+TEST_F(DialogMouseTest, APressThatAPopupSawCountsForNoDoubleClick) {
+  Dialog popup;
+  Patch closer{{80, 10, 20, 20}};
+  popup.Add(&closer);
+  PutMouse(90, 20);
+  Start();
+  root.onEvent = [&](Widget* sender, int msg, int) {
+    if (msg != MSG_LPRESS) return;
+    if (sender == &closer) popup.Close();
+    if (sender != &c) return;
+    Script({[] { mouse_b = 0; }, [] { mouse_b = 1; }});
+    popup.Popup(&root, 0, 0, nullptr);
+    settings.yield = false;
+  };
+  Watch({MSG_DCLICK});
+  Press();
+  Release();
+  Tick(3);
+  Expect("");
+}
+
 TEST_F(DialogMouseTest, MovesAndTurnsAreReportedAsDifferences) {
   PutMouse(90, 20);
   Start();

@@ -258,6 +258,51 @@ TEST_F(DialogTest, APopupRunsWithoutARootAndEndsWithIt) {
   popup.Popup(&root, 40, 40, nullptr);
 }
 
+TEST_F(DialogTest, WhatFollowsTheClosingIsForNobody) {
+  StartWithFocus();
+  Watch({MSG_CHAR, MSG_LPRESS, MSG_MOUSEMOVE});
+  root.onEvent = [&](Widget* sender, int msg, int) {
+    if (sender == &below && (msg == MSG_CHAR || msg == MSG_LPRESS)) root.Close();
+  };
+  simulate_ukeypress('x', KEY_X);
+  simulate_ukeypress('y', KEY_Y);
+  clock.Tick(0, 3);
+  root.MsgIdle();
+  PutMouse(5, 5);
+  mouse_b = 1;
+  Tick();
+  Expect("b7 ");
+}
+
+TEST_F(DialogTest, ADialogWhoseContainerIsGoneIsARootAgain) {
+  auto container = std::make_unique<Dialog>();
+  container->Add(&popup);
+  EXPECT_EQ(popup.Execute(nullptr), nullptr) << "its container does not run";
+  container.reset();
+  EXPECT_TRUE(popup.IsRoot());
+  popup.Centre();
+  EXPECT_EQ(popup.x(), (kWidth - popup.w()) / 2);
+}
+
+TEST_F(DialogTest, ThePointerLosesWhatIsTakenAway) {
+  StartWithFocus();
+  MoveTo(10, 10);
+  Watch({MSG_LOSTMOUSE, MSG_END});
+  root.Remove(&below);
+  Expect("b14 b2 ");
+}
+
+TEST_F(DialogTest, WhatIsDirtyInPartsIsPaintedWholeOnNewGround) {
+  settings.screenUpdateMethod = kDoubleBuffering;
+  Patch above{{10, 10, 20, 20}, green};
+  StartWithFocus();
+  root.Add(&above);
+  Tick(2);
+  above.RedrawPart({0, 0, 5, 5});
+  Tick();
+  EXPECT_EQ(At(25, 25), green);
+}
+
 // A scene whose picture is known: patches and dialogs of patches in painting order.
 class Scene : public Recorder {
  public:

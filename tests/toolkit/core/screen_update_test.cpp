@@ -146,6 +146,10 @@ TEST_F(ScreenUpdateTest, WithoutAScreenThereIsNoCanvasAndNothingHappens) {
     CurrentScreenUpdate()->Redraw();
     EXPECT_EQ(CurrentScreenUpdate()->GetCanvas(), nullptr);
   }
+  DirtyRectangles update;
+  update.AddDirtyRect(0, 0, 5, 5);
+  update.Redraw();
+  EXPECT_TRUE(update.Pending().empty());
 }
 
 }  // namespace

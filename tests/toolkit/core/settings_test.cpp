@@ -90,6 +90,24 @@ TEST_F(SettingsTest, TheFirstSectionWithOneOfTheKeysStandsForAMissingOne) {
   EXPECT_EQ(Read(named.Path()).screenHeight, 600);
 }
 
+TEST_F(SettingsTest, SavingKeepsTheOtherLinesOfAnyFile) {
+  const std::string before =
+      "# " + std::string(252, 'x') + "\xC3\xA9\r\n[Toolkit]\r\nscreenwidth=5\n# last\n";
+  const std::string after = "\n[Other]\nscreenWidth = 6\nkey = " + std::string(200'000, 'x') + '\n';
+  const TempDir directory;
+  const std::string path = directory.Path("a#b.cfg");
+  WriteFile(path, before + after);
+  Settings changed;
+  changed.Load(path.c_str());
+  changed.screenWidth = 7;
+  changed.skinPath.Assign("\xC3\xA9");
+  changed.Save();
+  const std::string saved = ReadFile(path);
+  EXPECT_NE(saved.find("x\xC3\xA9\n[Toolkit]\nscreenWidth = 7\n# last\nskinPath = \xC3\xA9\n"),
+            std::string::npos);
+  EXPECT_TRUE(saved.ends_with("\ntooltipAutohideDelay = 5000\n" + after));
+}
+
 TEST_F(SettingsTest, WhatAFileDoesNotSayStaysAsItWas) {
   const TempFile unrelated{"screenWidth = 5\n[Menu]\nMenuLeft = 3\n"};
   const TempDir empty;

@@ -1,5 +1,7 @@
 #include "toolkit/core/startup.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <climits>
 
@@ -199,6 +201,12 @@ TEST(ErrorDeathTest, AReportedErrorEndsTheProcess) {
     Error{kSkinFileError}.Report();
   };
   EXPECT_EXIT(report(), testing::ExitedWithCode(1), "Error: skin description file not found!\n\n");
+  const auto reportWithoutAllegro = [] {
+    allegro_exit();
+    dup2(STDERR_FILENO, STDOUT_FILENO);
+    Error{kAllegroError}.Report();
+  };
+  EXPECT_EXIT(reportWithoutAllegro(), testing::ExitedWithCode(1), "Error: initializing Allegro!\n");
 }
 
 }  // namespace

@@ -189,8 +189,16 @@ TEST_F(RepaintTest, ATransitionRunsFromTheOldLookToTheNew) {
   patch.ResetAnimation();
   EXPECT_FALSE(patch.InTransition());
 
+  patch.SetAnimationProperties(0, 0);
+  patch.color = blue;
+  patch.PlayAnimation(10);
+  patch.Redraw();
+  Tick(2);
+  EXPECT_EQ(Seen(), Rows(4, "bbbbbbbb")) << "also after a single frame";
+
   Patch cover{{0, 0, 60, 60}, blue};
   cover.SetOpaque(true);
+  patch.SetAnimationProperties(80, 0);
   root.Add(&cover);
   patch.color = white;
   patch.PlayAnimation(6);
