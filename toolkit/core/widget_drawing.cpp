@@ -25,7 +25,10 @@ void Widget::Paint(Bitmap& canvas) {
 
 void Widget::PaintParts(Bitmap& canvas) {
   const PixelArea parts = std::exchange(dirtyParts_, {});
+  const Rect visible{0, 0, canvas.Width(), canvas.Height()};
   for (const Rect& part : parts.Rects()) {
+    // A clip rectangle outside of the canvas would be brought to its edge, where a pixel is drawn.
+    if (!part.Overlaps(visible)) continue;
     canvas.set_clip_rect(part.x, part.y, part.Right() - 1, part.Bottom() - 1);
     Draw(canvas);
     if (ScreenUpdate* update = CurrentScreenUpdate())
