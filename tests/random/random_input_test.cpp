@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <functional>
 #include <random>
+#include <utility>
 
 #include "imageformats/register.h"
 #include "launcher/menu_screen.h"
@@ -61,11 +62,6 @@ class RandomInputTest : public LauncherFixture {
   int extraTimers_ = 0;  // that outlive the loop
 
  private:
-  struct Kind {
-    int weight;  // out of 10,000
-    void (RandomInputTest::*act)();
-  };
-
   int Below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
 
   // One event and one tick of the clock.
@@ -83,18 +79,18 @@ class RandomInputTest : public LauncherFixture {
       if (timers_.Period(i) == logicPeriod || Below(8) == 0) timers_.Tick(i, 1 + Below(2));
   }
   void Act() {
-    static constexpr Kind kKinds[] = {
+    // Of so many in 10,000.
+    static constexpr std::pair<int, void (RandomInputTest::*)()> kKinds[] = {
         {2500, &RandomInputTest::Jump},     {1000, &RandomInputTest::Move},
         {2400, &RandomInputTest::Press},    {400, &RandomInputTest::Wheel},
         {2400, &RandomInputTest::UsualKey}, {500, &RandomInputTest::AnyKey},
         {500, &RandomInputTest::Type},      {200, &RandomInputTest::Shift},
         {60, &RandomInputTest::Progress},   {20, &RandomInputTest::RequestClose},
         {10, &RandomInputTest::SwitchIn},   {5, &RandomInputTest::ChangeMode},
-        {5, &RandomInputTest::ChangeSkin},
-    };
+        {5, &RandomInputTest::ChangeSkin}};
     int chosen = Below(10000);
-    for (const Kind& kind : kKinds)
-      if ((chosen -= kind.weight) < 0) return (this->*kind.act)();
+    for (const auto& [weight, act] : kKinds)
+      if ((chosen -= weight) < 0) return (this->*act)();
   }
   void Jump() {
     mouse_x = Below(settings.screenWidth);
@@ -133,10 +129,7 @@ class RandomInputTest : public LauncherFixture {
   }
   void ChangeSkin() {
     Skin& skin = *CurrentSkin();
-    if (Below(2))
-      skin.Load(kSkinFile);
-    else
-      skin.Reset();
+    Below(2) ? void(skin.Load(kSkinFile)) : skin.Reset();
     root_->SetSkin(&skin);
   }
 

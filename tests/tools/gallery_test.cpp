@@ -1,4 +1,5 @@
 #include <set>
+#include <tuple>
 #include <vector>
 
 #include "tests/support/allegro_fixture.h"
@@ -16,10 +17,7 @@ std::vector<int> Pixels(BITMAP* bitmap) {
   return pixels;
 }
 
-constexpr int kFrames = 20;  // until transitions have ended
-
-class GalleryTest : public AllegroFixture {
- protected:
+struct GalleryTest : AllegroFixture {
   Offscreen offscreen;
 };
 
@@ -33,7 +31,7 @@ TEST_F(GalleryTest, EveryPageShowsSomethingElseInEveryLook) {
         const auto sheet = BuildPage(page, {640, 480});
         Dialog root;
         root.Add(sheet.get());
-        offscreen.Run(root, kFrames);
+        offscreen.Run(root, 20);  // frames, until transitions have ended
         EXPECT_TRUE(seen.insert(Pixels(offscreen.Frame())).second) << page.name << skin << depth;
       }
     }
@@ -56,9 +54,8 @@ TEST_F(GalleryTest, PictureFileReadsBack) {
 }
 
 TEST_F(GalleryTest, ScreensThatCannotBeAreRefused) {
-  for (const Size size : {Size{0, 10}, Size{10, -1}, Size{100000, 10}})
-    EXPECT_FALSE(offscreen.SetMode(size, 16));
-  EXPECT_FALSE(offscreen.SetMode({640, 480}, 12));
+  for (const auto& [w, h, depth] : {std::tuple{0, 9, 16}, {9, -1, 16}, {100000, 9, 16}, {9, 9, 12}})
+    EXPECT_FALSE(offscreen.SetMode({w, h}, depth)) << w << 'x' << h << ' ' << depth;
   Size size;
   for (const char* text : {"", "800", "800x", "0x600", "800x600x16"})
     EXPECT_FALSE(ParseSize(text, &size)) << text;

@@ -73,37 +73,32 @@ TEST_F(SkinBitmapTest, TheScreenIsNeverDestroyedAndVideoBitmapsAreCopiedAsSuch) 
   EXPECT_TRUE(SkinBitmap{other.GetBitmap()}.GetKind() == kMemoryBitmap && machine.videoPages == 0);
 }
 
-TEST_F(SkinBitmapTest, PicturesThatCannotBeLoadedLeaveTheHolderAsItWas) {
+TEST_F(SkinBitmapTest, PicturesThatCannotBeLoadedLeaveTheHolderAndEmptyHoldersDrawNothing) {
   const TempDir folder;
   const std::string broken = folder.Write("broken.bmp", "no picture");
-  SkinBitmap holder{1, 1, kMemoryBitmap};
-  BITMAP* const before = holder.GetBitmap();
-  EXPECT_EQ(holder.Load("absent.bmp", kMemoryBitmap), kFileNotFoundError);
-  EXPECT_EQ(holder.Load(nullptr, kMemoryBitmap), kFileNotFoundError);
-  EXPECT_EQ(holder.Load(broken.c_str(), kMemoryBitmap), kLoadError);
-  EXPECT_TRUE(holder.GetBitmap() == before && holder.IsOwned());
-  EXPECT_FALSE(holder.Save(folder.Path("picture.unknown").c_str()));
-}
-
-TEST_F(SkinBitmapTest, EmptyHoldersDrawNothing) {
   SkinBitmap empty, full{1, 1, kMemoryBitmap};
   full.clear_to_color(red);
+  BITMAP* const before = full.GetBitmap();
+  for (const char* absent : {"absent.bmp", static_cast<const char*>(nullptr)})
+    EXPECT_EQ(full.Load(absent, kMemoryBitmap), kFileNotFoundError);
+  EXPECT_EQ(full.Load(broken.c_str(), kMemoryBitmap), kLoadError);
+  EXPECT_FALSE(full.Save(folder.Path("picture.unknown").c_str()));
   empty.Box3D(0, 0, 5, 5, red, green, blue);
   empty.Circle3D(3, 3, 3, red, green, blue);
   empty.draw_trans_sprite(full, 0, 0);
   empty.DrawArea(full, 0, 0, 0, 0, 9, 9, 1, 4);
   full.DrawArea(empty, 0, 0, 0, 0, 9, 9, 1, 1);
   full.blit(empty, 0, 0, 0, 0, 1, 1);
+  EXPECT_TRUE(full.GetBitmap() == before && full.IsOwned());
   EXPECT_TRUE(empty.getpixel(0, 0) == -1 && full.getpixel(0, 0) == red);
 }
 
-TEST_F(SkinBitmapTest, MaskedCopiesNeedATargetOfTheirDepthButOpacityGoesToAll) {
-  SkinBitmap source{3, 1, kMemoryBitmap}, glass{1, 1, kMemoryBitmap};
+TEST_F(SkinBitmapTest, MaskedCopiesNeedATargetOfTheirDepthOpacityGoesToAllButPalettes) {
+  SkinBitmap source{3, 1, kMemoryBitmap}, glass{1, 1, kMemoryBitmap}, target;
   source.clear_to_color(red);
   glass.clear_to_color({0, 0, 255, 128});
   set_palette(black_palette);
-  for (int depth : {8, 15, 16, 24}) {
-    SkinBitmap target;
+  for (int depth : {15, 16, 24, 8}) {
     target.CreateEx(depth, 3, 1);
     target.clear_bitmap();
     source.masked_blit(target, 0, 0, 0, 0, 3, 1);
@@ -113,18 +108,13 @@ TEST_F(SkinBitmapTest, MaskedCopiesNeedATargetOfTheirDepthButOpacityGoesToAll) {
     EXPECT_EQ(target.getpixel(0, 0), 0) << depth;
     EXPECT_NEAR(getb_depth(depth, target.getpixel(1, 0)), depth == 8 ? 0 : 118, 12) << depth;
   }
-}
-
-TEST_F(SkinBitmapTest, ColoursOfAPaletteAreNotMixed) {
-  SkinBitmap sprite, target;
+  SkinBitmap sprite;  // on the last target
   sprite.CreateEx(8, 1, 1);
-  target.CreateEx(8, 3, 1);
   sprite.clear_to_color(5);
-  target.clear_bitmap();
   sprite.draw_trans_sprite(target, 0, 0);
   sprite.draw_lit_sprite(target, 1, 0, 9);
   sprite.draw_gouraud_sprite(target, 2, 0, 1, 2, 3, 4);
-  for (const int x : {0, 1, 2}) EXPECT_EQ(target.getpixel(x, 0), 5) << x;
+  for (const int x : {0, 1, 2}) EXPECT_EQ(target.getpixel(x, 0), 5) << "mixed at " << x;
 }
 
 TEST_F(SkinBitmapTest, DottedRectanglesPaintEverySecondPixelOfTheirEdges) {
@@ -141,8 +131,7 @@ TEST_F(SkinBitmapTest, BoxesStayWithinTheClipRectangle) {
     UseDepth(round % 2 ? 16 : 24);
     const int top = round / 2;
     SkinBitmap clipped{9, 12, kMemoryBitmap}, expected{9, 12, kMemoryBitmap}, whole;
-    clipped.clear_to_color(blue);
-    expected.clear_to_color(blue);
+    for (SkinBitmap* bitmap : {&clipped, &expected}) bitmap->clear_to_color(blue);
     clipped.set_clip_rect(2, top, 6, top + 3);
     clipped.Box3D(1, 1, 7, 10, red, yellow, black);
     whole.Set(expected, true, kNoBitmap);
@@ -191,14 +180,10 @@ TEST_F(SkinBitmapTest, SlicesOfAllSizesMatchThePictureWorkedOutByPixel) {
     out.set_clip_rect(left, top, right, bottom);
     if (direction == 0)
       art.DrawArea(out, 1, 2, across.start, down.start, across.total, down.total, 2, 3, masked);
-    if (direction == 1) {
-      art.DrawHFrame(out, 2, across.start, down.start, across.total, 3, masked);
-      down = {down.frame, down.frame, down.start, down.frame};
-    }
-    if (direction == 2) {
-      art.DrawVFrame(out, 1, across.start, down.start, down.total, 2, masked);
-      across = {across.frame, across.frame, across.start, across.frame};
-    }
+    if (direction == 1) art.DrawHFrame(out, 2, across.start, down.start, across.total, 3, masked);
+    if (direction == 2) art.DrawVFrame(out, 1, across.start, down.start, down.total, 2, masked);
+    if (direction == 1) down = {down.frame, down.frame, down.start, down.frame};
+    if (direction == 2) across = {across.frame, across.frame, across.start, across.frame};
     for (int y = 0; y < 20; ++y)
       for (int x = 0; x < 30; ++x) {
         const int column = across.FramePixel(x), row = down.FramePixel(y);
