@@ -56,10 +56,10 @@ class RandomInputTest : public LauncherFixture {
     root.Execute(nullptr);
     EXPECT_EQ(timers_.Count(), extraTimers_);
   }
-  bool IsOver() const { return left_ <= 0; }
 
   std::function<void()> endRoot_;
-  int extraTimers_ = 0;  // that outlive the loop
+  int extraTimers_ = 0;                                    // that outlive the loop
+  int left_ = FromEnvironment("ZEL_RANDOM_EVENTS", 4000);  // events
 
  private:
   int Below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
@@ -80,14 +80,13 @@ class RandomInputTest : public LauncherFixture {
   }
   void Act() {
     // Of so many in 10,000.
-    static constexpr std::pair<int, void (RandomInputTest::*)()> kKinds[] = {
-        {2500, &RandomInputTest::Jump},     {1000, &RandomInputTest::Move},
-        {2400, &RandomInputTest::Press},    {400, &RandomInputTest::Wheel},
-        {2400, &RandomInputTest::UsualKey}, {500, &RandomInputTest::AnyKey},
-        {500, &RandomInputTest::Type},      {200, &RandomInputTest::Shift},
-        {60, &RandomInputTest::Progress},   {20, &RandomInputTest::RequestClose},
-        {10, &RandomInputTest::SwitchIn},   {5, &RandomInputTest::ChangeMode},
-        {5, &RandomInputTest::ChangeSkin}};
+    using Test = RandomInputTest;
+    static constexpr std::pair<int, void (Test::*)()> kKinds[] = {
+        {2500, &Test::Jump},       {1000, &Test::Move},     {2400, &Test::Press},
+        {400, &Test::Wheel},       {2400, &Test::UsualKey}, {500, &Test::AnyKey},
+        {500, &Test::Type},        {200, &Test::Shift},     {60, &Test::Progress},
+        {20, &Test::RequestClose}, {10, &Test::SwitchIn},   {5, &Test::ChangeMode},
+        {5, &Test::ChangeSkin}};
     int chosen = Below(10000);
     for (const auto& [weight, act] : kKinds)
       if ((chosen -= weight) < 0) return (this->*act)();
@@ -129,19 +128,21 @@ class RandomInputTest : public LauncherFixture {
   }
   void ChangeSkin() {
     Skin& skin = *CurrentSkin();
-    Below(2) ? void(skin.Load(kSkinFile)) : skin.Reset();
+    if (Below(2))
+      skin.Load(kSkinFile);
+    else
+      skin.Reset();
     root_->SetSkin(&skin);
   }
 
   std::mt19937 random_{static_cast<unsigned>(FromEnvironment("ZEL_RANDOM_SEED", 1))};
-  int left_ = FromEnvironment("ZEL_RANDOM_EVENTS", 4000);
   Dialog* root_ = nullptr;
   FakeMachine machine_;
   FakeTimers timers_;
 };
 
 TEST_F(RandomInputTest, GalleryStandsEverything) {
-  while (!IsOver()) {
+  while (left_ > 0) {
     Gallery gallery{kSkinFile};
     endRoot_ = [&gallery] { gallery.Close(); };
     Run(gallery);
@@ -152,7 +153,7 @@ TEST_F(RandomInputTest, MenuStandsEverything) {
   extraTimers_ = 1;  // for the progress file
   IconCache icons;
   const MenuEntry entry{MenuItem{}, icons};
-  while (!IsOver()) {
+  while (left_ > 0) {
     MenuScreen screen;
     endRoot_ = [&screen, &entry] {
       screen.HandleEvent(nullptr, MSG_ITEM_CHOSEN, reinterpret_cast<EventArg>(&entry), 0);

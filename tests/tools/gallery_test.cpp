@@ -59,8 +59,7 @@ TEST_F(GalleryTest, ScreensThatCannotBeAreRefused) {
   Size size;
   for (const char* text : {"", "800", "800x", "0x600", "800x600x16"})
     EXPECT_FALSE(ParseSize(text, &size)) << text;
-  EXPECT_TRUE(ParseSize("800x600", &size));
-  EXPECT_EQ(size, (Size{800, 600}));
+  EXPECT_TRUE(ParseSize("800x600", &size) && size == (Size{800, 600}));
 }
 
 }  // namespace

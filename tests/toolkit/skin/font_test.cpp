@@ -105,7 +105,6 @@ TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
   // Where there is no content, the file is there already.
   const std::tuple<const char*, std::string, int, int, int> cases[] = {
       {"GRID.TGA", "", kNoError, 6, 4},
-      {"raw.Itf", much.substr(0, 2048), kNoError, 8, 8},
       {"small.fnt", much.substr(0, 2048), kNoError, 8, 8},
       {"large.fnt", much.substr(0, 4096), kNoError, 16, 8},
       {"grx.fnt", grx, kNoError, 7, 5},
@@ -188,7 +187,7 @@ TEST_F(FontTest, TextIsAlignedWithItsShadowBelowAndSmoothWhereSettingAndFaceAllo
   for (int align : {kAlignLeft, kAlignRight, kAlignCentre})
     for (int round = 0; round < 4; ++round) {
       settings.antialiasing = round % 2;
-      if (round < 2) font.Reset();
+      font.Reset();
       if (round >= 2) font.Load(kOutlineFont);
       font.SetSize(30);
       const int x = LeftEnd(60, font.TextLength("Z1"), align);
@@ -306,15 +305,6 @@ TEST_F(FontTest, PlacesGlyphsByOffsetsAdvancesAndSpacingOnTheirBackground) {
   }
 }
 
-TEST_F(FontTest, FacesOutliveTheEngine) {
-  const auto face = Open(outlines);
-  const int length = EngineTextLength(*face, "A");
-  EngineExit();
-  EXPECT_FALSE(Open(outlines));
-  EXPECT_TRUE(EngineInit());
-  EXPECT_EQ(EngineTextLength(*face, "AA"), 2 * length);
-}
-
 TEST_F(FontTest, EveryCoverageBlendsLikeAllegroAndLeadsFromBackgroundToColour) {
   GlyphImage image{256, 1, 256, 0, 0, std::make_unique<std::uint8_t[]>(256)};
   std::iota(image.pixels.get(), image.pixels.get() + 256, std::uint8_t{0});
@@ -339,7 +329,7 @@ TEST_F(FontTest, EveryCoverageBlendsLikeAllegroAndLeadsFromBackgroundToColour) {
       }
       ASSERT_EQ(Pixels(drawn), Pixels(expected)) << depth << ": " << color << " over " << below;
     }
-    if (depth < 32) continue;  // where the colours are not exactly these
+    if (depth < 24) continue;  // where the colours are not exactly these
     GlyphPainter{drawn.GetBitmap(), {248, 8, 96}, {16, 200, 96}, true}.Paint(image, 0, 0);
     for (int k = 1; k < 256; ++k)  // a step is one more than the difference
       EXPECT_EQ(drawn.getpixel(k, 0),
@@ -391,6 +381,10 @@ TEST_F(FontTest, CharactersAreThoseOfTextFormatAndDamagedOnesEndWithText) {
   }
   set_uformat(U_ASCII);
   EXPECT_NE(EngineTextLength(*face, "\xC5\x81"), wide);  // two characters
+  EngineExit();
+  EXPECT_FALSE(Open(outlines));
+  EXPECT_TRUE(EngineInit());
+  EXPECT_EQ(EngineTextLength(*face, "ZZ"), 2 * EngineTextLength(*face, "Z")) << "it outlived that";
 }
 
 }  // namespace

@@ -103,7 +103,8 @@ TEST_F(SkinTest, BuiltinLookComesWithoutAFile) {
               "1 0 3 1 0 0 10 1 0 10 8 -22 6 -40 6 -56 6 0 0 0 0 0 0 16 300 0 0 0 0 ");
     EXPECT_EQ(Colors(skin), kColors + "d2d2d2 ffffc0 000000");
     EXPECT_EQ(TextSetOf(skin, kHyperText), "0:000080/- 0:800080/- 0:808080/ffffff 0:800080/- ");
-    EXPECT_EQ(TextSetOf(skin, kListText), "0:101010/- 0:101010/- 0:808080/ffffff 0:101010/- ");
+    for (int set : {kBoxText, kListText, kPlainText})
+      EXPECT_EQ(TextSetOf(skin, set), "0:101010/- 0:101010/- 0:808080/ffffff 0:101010/- ");
     EXPECT_EQ(skin.bitmaps.size() + skin.cursors.size() + skin.fonts.size(), 1024u + 64 + 64);
     for (int id = 0; id <= kElementCount; ++id)
       EXPECT_EQ(skin.bitmaps[id]->IsEmpty(), id == kElementCount) << id;
@@ -129,16 +130,14 @@ TEST_F(SkinTest, AFileWithoutSensibleKeysHasDefaultsOfItsOwn) {
 }
 
 TEST_F(SkinTest, EveryValueIsReadFromItsKey) {
-  std::istringstream keys{
-      "[Skin] dottedRect focus [WALLPAPER] style [BUTTON] displacement animationType "
-      "animationLength [BOX] offX offY alignment [WINDOW] textX textY exitX exitY maxX maxY minX "
-      "minY alignment textBack animationType animationLength [COMBOBOX] animationType "
-      "animationLength [MENU] height delay animationType animationLength [TOOLTIP] animationType "
-      "animationLength [COLORS] face fontface shad1 shad2 disable select deselect focus sunken "
-      "back "
-      "[BOX] backColor [TOOLTIP] backColor borderColor [TEXT] font1 font2 font3 font4 f_col1 "
-      "f_col2 "
-      "f_col3 f_col4 s_col1 s_col2 s_col3 s_col4"};
+  std::istringstream keys{R"(
+      [Skin] dottedRect focus [WALLPAPER] style [BUTTON] displacement animationType animationLength
+      [BOX] offX offY alignment [WINDOW] textX textY exitX exitY maxX maxY minX minY alignment
+      textBack animationType animationLength [COMBOBOX] animationType animationLength [MENU] height
+      delay animationType animationLength [TOOLTIP] animationType animationLength
+      [COLORS] face fontface shad1 shad2 disable select deselect focus sunken back [BOX] backColor
+      [TOOLTIP] backColor borderColor
+      [TEXT] font1 font2 font3 font4 f_col1 f_col2 f_col3 f_col4 s_col1 s_col2 s_col3 s_col4)"};
   std::string text = "[Skin]\ntitle=" + std::string(600, 'x') +
                      "\n[FONT2]\nfile=tall.fnt\n[FONT3]\nfile=none.fnt\nsize=30\n"
                      "[BOX]\nfont1=1\nf_col1=2\nf_col2=3\ns_col1=4\ns_col2=-1\n";
@@ -197,14 +196,12 @@ TEST_F(SkinTest, CursorsTakeKeysBeforePropertiesBeforeDefaults) {
                   Picture("MOUSE_MOVE", 12, 8, Property("FCSX", "3") + Property("FRMS", "2"))),
       "[CURSOR]\nMOUSE_MOVE_FCSX=6\nMOUSE_MOVE_FRMS=4\n"
       "[MOUSE]\nshadowSize = 5\nshadowColor = 1,2,3\n");
-  const auto widthAndHotspot = [&skin](int shape) {
-    Cursor& cursor = *skin->cursors[shape];
-    return Joined(cursor.GetFrame()->Width(), cursor.GetHotspot().x, cursor.GetHotspot().y);
-  };
-  EXPECT_EQ(widthAndHotspot(MOUSE_NORMAL), "12 0 0 ");
-  EXPECT_EQ(widthAndHotspot(MOUSE_HOURGLASS), "4 3 4 ");
-  EXPECT_EQ(widthAndHotspot(MOUSE_MOVE), "3 6 0 ");
-  EXPECT_EQ(widthAndHotspot(MOUSE_UNAVAILABLE), "12 0 0 ");  // the built-in arrow
+  std::string widthsAndHotspots;
+  for (const int shape : {MOUSE_NORMAL, MOUSE_HOURGLASS, MOUSE_MOVE, MOUSE_UNAVAILABLE}) {
+    const auto [x, y] = skin->cursors[shape]->GetHotspot();
+    widthsAndHotspots += Joined(skin->cursors[shape]->GetFrame()->Width(), x, y);
+  }
+  EXPECT_EQ(widthsAndHotspots, "12 0 0 4 3 4 3 6 0 12 0 0 ") << "the last is the built-in arrow";
   for (const int shape : {MOUSE_NORMAL, MOUSE_UNAVAILABLE})
     EXPECT_EQ(skin->cursors[shape]->GetShadow()->Width(), 22);
   EXPECT_EQ(Color(skin->cursors[MOUSE_NORMAL]->GetShadow()->getpixel(9, 9)).b(), 3);
