@@ -5,7 +5,7 @@
 namespace zel {
 namespace {
 
-class PanelTest : public WidgetFixture {};
+using PanelTest = WidgetFixture;
 
 TEST_F(PanelTest, AClearScreenCoversItsParent) {
   CurrentSkin()->colors[kBack] = green;
