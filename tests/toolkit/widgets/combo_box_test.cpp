@@ -30,8 +30,7 @@ TEST_F(ComboBoxTest, TheListLiesAboveTheDialogUntilThePointerLeaves) {
   covered.Redraw();
   EXPECT_TRUE(Frame() == open);
   ClickArrow();
-  EXPECT_TRUE(DrawsEnough()) << "what the list covered was repainted";
-  EXPECT_FALSE(Frame() == open);
+  EXPECT_TRUE(DrawsEnough() && Frame() != open) << "what the list covered was repainted";
   ClickArrow();
   Mouse(110, 60, 1);
   Mouse(200, 150, 1);
@@ -41,13 +40,6 @@ TEST_F(ComboBoxTest, TheListLiesAboveTheDialogUntilThePointerLeaves) {
   ClickArrow();
   Mouse(200, 150);
   EXPECT_FALSE(combo->IsOpen());
-  combo->Open();
-  combo->Unhide();
-  EXPECT_EQ(combo->h(), 24);
-  combo->Open();
-  root->Remove(combo.get());
-  root->Add(combo.get());
-  EXPECT_EQ(combo->h(), 24);
 }
 
 TEST_F(ComboBoxTest, MouseChoosesOnce) {

@@ -7,13 +7,6 @@ namespace {
 
 using PanelTest = WidgetFixture;
 
-TEST_F(PanelTest, AClearScreenCoversItsParent) {
-  CurrentSkin()->colors[kBack] = green;
-  ClearScreen ground;
-  root->Add(&ground);
-  EXPECT_EQ(Frame(), Rows(200, std::string(320, 'g')));
-}
-
 TEST_F(PanelTest, AnImageLiesInTheMiddleAndIsCutAtItsEdges) {
   const BitmapPtr art = Paint({"rg.b", "ygcb"});
   Image image;

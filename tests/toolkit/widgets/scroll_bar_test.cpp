@@ -22,14 +22,9 @@ class ScrollBarTest : public WidgetFixture {
 TEST_F(ScrollBarTest, TheGripLiesWhereTheValueIs) {
   ShowBar(100, 35);
   EXPECT_EQ(Grip().Bounds(), Rect(50, 36 + 44, 16, 12));
-  for (const int height : {0, 1, 20, 44}) {
-    bar.SetH(height);
-    Tick();
-    Frame();
-    EXPECT_EQ(Grip().y(), 36) << height;
-  }
-  Mouse(52, 38, 1), Mouse(52, 70);
-  EXPECT_EQ(bar.GetPosition(), 35);
+  bar.SetH(44);
+  Tick();
+  EXPECT_EQ(Grip().y(), 36) << "there is no room to move";
   bar.SetOrientation(kHorizontal);
   bar.Resize(150, 9);
   bar.SetPosition(900);

@@ -13,11 +13,10 @@ constexpr int kBorder = 4, kCorner = 8, kGrip = 20, kBar = 2 * kBorder + kGrip;
 class WindowTest : public WidgetFixture {
  protected:
   WindowTest() {
-    const Rows sideBySide(20, "rrrrbbbb");
-    Rows stacked(2 * kGrip, std::string(20, 'r'));
-    std::fill(stacked.begin() + kGrip, stacked.end(), std::string(20, 'b'));
+    Rows stacked(kGrip, std::string(20, 'r'));
+    stacked.resize(2 * kGrip, std::string(20, 'b'));
     const Rows thin(stacked.begin() + kGrip - kBorder, stacked.begin() + kGrip + kBorder);
-    for (const int part : {WINLEFT, WINRIGHT}) Dress(part, sideBySide, {4, 4});
+    for (const int part : {WINLEFT, WINRIGHT}) Dress(part, Rows(20, "rrrrbbbb"), {4, 4});
     for (const int part : {WINTOP, WINBOTTOM}) Dress(part, thin, {4, 4});
     Dress(WINGRIP, stacked, {4, 4});
     window = std::make_unique<Window>();
@@ -51,7 +50,6 @@ TEST_F(WindowTest, EachZoneHasItsShapeAndDragsItsEdges) {
       {0, bottom - 2, MOUSE_SIZE_DIAGONAL2, {-10, 0, 10, 20}},
       {right, middle, MOUSE_SIZE_HORIZONTAL, {0, 0, -10, 0}},
       {right, 3, MOUSE_SIZE_DIAGONAL2, {0, 20, -10, -20}},
-      {right, bottom - 2, MOUSE_SIZE_DIAGONAL1, {0, 0, -10, 20}},
       {middle, 1, MOUSE_SIZE_VERTICAL, {0, 20, 0, -20}},
       {middle, bottom - 1, MOUSE_SIZE_VERTICAL, {0, 0, 0, 20}},
       {kBorder + kCorner - 1, 1, MOUSE_SIZE_DIAGONAL1, {-10, 20, 10, -20}},
@@ -71,8 +69,6 @@ TEST_F(WindowTest, EachZoneHasItsShapeAndDragsItsEdges) {
   EXPECT_EQ(Change(), Rect());
   DragBy(right - 1, bottom - 1, -500, -500);
   EXPECT_EQ(Change(), Rect(0, 0, 32 - right, 8 + kBar - bottom));
-  DragBy(14, kBorder + 18, -300, -300);
-  EXPECT_EQ(Change(), Rect(-50, -40, 32 - right, 8 + kBar - bottom));
 }
 
 TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
@@ -82,10 +78,6 @@ TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
   DragBy(40, 22, 30, 10);
   window->Resize(110, 70);
   EXPECT_EQ(Change(), Rect(30, 10, 10, -60));
-  Skin other("default");
-  window->SetSkin(&other);
-  EXPECT_EQ(content.GetSkin(), &other);
-  window->SetSkin(nullptr);
   window->Minimize();
   Tick();
   EXPECT_EQ(Change(), Rect(30, 10, 10, 10));
@@ -114,7 +106,6 @@ TEST_F(WindowTest, TheSkinPlacesTheTitle) {
 }
 
 TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
-  EXPECT_EQ(Change(), Rect());
   EXPECT_EQ(window->Client().Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 100, 60));
   Dialog other;
   other.Resize(140, 10);
@@ -140,9 +131,6 @@ TEST_F(WindowTest, LooksActiveWithTheFocusAlone) {
     const char color = focused == &content ? 'r' : 'b';
     EXPECT_TRUE(Frame()[80][51] == color && Frame()[62][90] == color);
   }
-  window->ClearFlag(kFlagSizeable);
-  root->SetFocus(&content);
-  EXPECT_EQ(Frame()[53][static_cast<std::size_t>(window->x2() - 35)], 'r');
 }
 
 }  // namespace
