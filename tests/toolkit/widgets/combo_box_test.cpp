@@ -52,7 +52,7 @@ TEST_F(ComboBoxTest, MouseChoosesOnce) {
   DestroyAt(MSG_ACTIVATE, combo);
   ClickArrow();
   Click(100, third);
-  EXPECT_EQ(combo, nullptr) << "the parent may destroy it";
+  EXPECT_TRUE(!combo && CurrentScreenUpdate()) << "the parent may destroy it and goes on";
 }
 
 TEST_F(ComboBoxTest, KeyboardOpensChoosesAndCancels) {

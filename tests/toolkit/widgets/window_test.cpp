@@ -69,6 +69,8 @@ TEST_F(WindowTest, EachZoneHasItsShapeAndDragsItsEdges) {
   EXPECT_EQ(Change(), Rect());
   DragBy(right - 1, bottom - 1, -500, -500);
   EXPECT_EQ(Change(), Rect(0, 0, 32 - right, 8 + kBar - bottom));
+  DragBy(14, kBorder + 18, -300, -300);
+  EXPECT_EQ(Change(), Rect(-50, -40, 32 - right, 8 + kBar - bottom));
 }
 
 TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
