@@ -22,14 +22,15 @@ class RecordingDialog : public Dialog {
   void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override {
     const bool isDirect = sender->GetParent() == this;
     Dialog::HandleEvent(sender, msg, arg1, arg2);
-    if (!isDirect || (msg != MSG_ACTIVATE && msg != MSG_SCROLL)) return;
-    events_ += (msg == MSG_SCROLL ? " S" : " A") + std::to_string(arg1);
+    if (!isDirect) return;
+    if (msg == MSG_ACTIVATE || msg == MSG_SCROLL)
+      events_ += (msg == MSG_SCROLL ? " S" : " A") + std::to_string(arg1);
     if (onEvent) onEvent(msg, static_cast<int>(arg1));
   }
   // What was reported since the last call.
   std::string Take() { return std::exchange(events_, {}); }
 
-  std::function<void(int msg, int arg)> onEvent;  // what the application does then
+  std::function<void(int msg, int arg)> onEvent;  // what the application does at any report
 
  private:
   std::string events_;
@@ -75,6 +76,18 @@ class WidgetFixture : public AllegroFixture {
     Mouse(x, y, 1);
     Mouse(x, y);
   }
+  void Drag(int x, int y, int toX, int toY) {
+    Mouse(x, y, 1);
+    Mouse(toX, toY, 1);
+    Mouse(toX, toY);
+  }
+  // The application destroys a widget when this message is reported.
+  template <class T>
+  void DestroyAt(int deadly, std::unique_ptr<T>& widget) {
+    root->onEvent = [deadly, &widget](int msg, int) {
+      if (msg == deadly) widget.reset();
+    };
+  }
   // A key and the character that it types; true when a widget or the root used it.
   bool Press(int scancode, int character = 0) { return root->HandleKey(character, scancode); }
 
@@ -84,6 +97,12 @@ class WidgetFixture : public AllegroFixture {
     root->DrawDirty();
     settings.showMouse = true;
     return Picture(CurrentScreenUpdate()->GetCanvas());
+  }
+  // Whether drawing what is dirty has drawn all that changed.
+  bool DrawsEnough() {
+    const Rows inPart = Frame();
+    root->Redraw();
+    return inPart == Frame();
   }
   // The pixels that are brought to the screen when that is drawn.
   int Copied() {

@@ -19,15 +19,13 @@ TEST_F(AcceleratorTest, ActivatesForOneCombinationInTheNameOfItsTarget) {
     Expect(events);
   };
   for (const int scancode : {0, 47, 255}) expect(scancode, 0, "");
-  for (const bool withTarget : {false, true}) {
-    const char* activated = withTarget ? "t27 " : "a27 ";
-    accelerator.Setup(KEY_F1, KB_ALT_FLAG, withTarget ? &target : nullptr);
-    expect(KEY_F1, KB_ALT_FLAG, activated);
-    expect(KEY_F1, KB_ALT_FLAG | KB_CAPSLOCK_FLAG | KB_NUMLOCK_FLAG, activated);
-    expect(KEY_F1, KB_ALT_FLAG | KB_SHIFT_FLAG, "");
-    expect(KEY_F1, 0, "");
-    expect(KEY_F2, KB_ALT_FLAG, "");
-  }
+  accelerator.Setup(KEY_F1, KB_ALT_FLAG, nullptr);
+  expect(KEY_F1, KB_ALT_FLAG, "a27 ");
+  accelerator.Setup(KEY_F1, KB_ALT_FLAG, &target);
+  expect(KEY_F1, KB_ALT_FLAG | KB_CAPSLOCK_FLAG | KB_NUMLOCK_FLAG, "t27 ");
+  expect(KEY_F1, KB_ALT_FLAG | KB_SHIFT_FLAG, "");
+  expect(KEY_F1, 0, "");
+  expect(KEY_F2, KB_ALT_FLAG, "");
   target.Disable();
   expect(KEY_F1, KB_ALT_FLAG, "");
 }

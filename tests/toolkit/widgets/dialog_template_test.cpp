@@ -9,8 +9,6 @@ namespace {
 
 using DialogTemplateTest = WidgetFixture;
 
-const char* TextOf(std::uint32_t id) { return id == 7 ? "seven" : "other"; }
-
 TEST_F(DialogTemplateTest, MakesAControlForEachRecordThatHasOne) {
   std::vector<ControlRecord> records;
   for (int type = 1; type <= 25; ++type)
@@ -20,10 +18,8 @@ TEST_F(DialogTemplateTest, MakesAControlForEachRecordThatHasOne) {
   records.push_back({kControlLabel, 999, 0, 0, 9, 9, 0, 0, 0, 0});
   DialogUnits units{root->GetFont(kNormal)};  // 8 pixels high and wide: units of 2 and 1 pixels
   DialogTemplate form{records.data()};
-  Dialog dialog;
-  form.Build(dialog, units, TextOf);
-  EXPECT_EQ(dialog.w(), 80);
-  EXPECT_EQ(dialog.h(), 11);
+  form.Build(*root, units, [](std::uint32_t id) { return id == 7 ? "seven" : "other"; });
+  EXPECT_EQ(root->Bounds(), Rect(0, 0, 80, 11));
   for (int type = 1; type <= 25; ++type) {
     const bool isNone =
         type == 1 || type == 5 || type == 6 || type == 18 || type == 19 || type > 20;
@@ -32,29 +28,19 @@ TEST_F(DialogTemplateTest, MakesAControlForEachRecordThatHasOne) {
     if (isNone) continue;
     EXPECT_EQ(control->GetRelativePos(), Point(2 * type, 3)) << type;
     EXPECT_EQ(control->w(), 80) << type;
-    EXPECT_EQ(control->GetParent(), &dialog) << type;
+    EXPECT_EQ(control->GetParent(), &*root) << type;
   }
   EXPECT_EQ(form.Find(999), nullptr);
-  const auto text = [&form](int type) {
-    return static_cast<Label*>(form.Find(100 + type))->GetText();
-  };
-  for (const int type : {3, 4, 8, 12}) EXPECT_STREQ(text(type), "seven");
-  EXPECT_STREQ(text(13), nullptr);
-}
-
-TEST_F(DialogTemplateTest, FieldsTakeWhatIsTyped) {
-  constexpr ControlRecord kFields[] = {{kControlEditBox, 1, 5, 5, 60, 20, 0, 0, 0, 0},
-                                       {kControlSpinBox, 2, 5, 35, 60, 20, 0, 0, 0, 0},
-                                       {kControlEnd, 0, 0, 0, 0, 0, 0, 0, 0, 0}};
-  DialogUnits units{root->GetFont(kNormal)};
-  DialogTemplate form{kFields};
-  form.Build(*root, units, TextOf);
-  root->SetFocus(form.Find(1));
-  for (const char digit : {'4', '2'}) Press(KEY_0, digit);
-  EXPECT_EQ(static_cast<EditBox*>(form.Find(1))->GetInt(), 42);
-  auto* number = static_cast<SpinBox*>(form.Find(2));
-  root->SetFocus(&number->GetEdit());
-  for (const char digit : {'4', '2'}) Press(KEY_0, digit);
+  for (const int type : {3, 4, 8, 12, 13})
+    EXPECT_STREQ(static_cast<Label*>(form.Find(100 + type))->GetText(),
+                 type == 13 ? nullptr : "seven");
+  auto* number = static_cast<SpinBox*>(form.Find(100 + kControlSpinBox));
+  for (Widget* field :
+       {form.Find(100 + kControlEditBox), static_cast<Widget*>(&number->GetEdit())}) {
+    root->SetFocus(field);
+    for (const char digit : {'4', '2'}) Press(KEY_0, digit);
+    EXPECT_EQ(static_cast<EditBox*>(field)->GetInt(), 42);
+  }
   EXPECT_EQ(number->GetValue(), 42);
 }
 

@@ -5,14 +5,7 @@
 namespace zel {
 namespace {
 
-class PanelTest : public WidgetFixture {};
-
-TEST_F(PanelTest, AClearScreenCoversItsParent) {
-  CurrentSkin()->colors[kBack] = green;
-  ClearScreen ground;
-  root->Add(&ground);
-  EXPECT_EQ(Frame(), Rows(200, std::string(320, 'g')));
-}
+using PanelTest = WidgetFixture;
 
 TEST_F(PanelTest, AnImageLiesInTheMiddleAndIsCutAtItsEdges) {
   const BitmapPtr art = Paint({"rg.b", "ygcb"});

@@ -18,7 +18,7 @@ class SpinBoxTest : public WidgetFixture {
     root->SetFocus(&spin.GetEdit());
     Press(0, character);
   }
-  void ClickUp() { Click(90, 34); }
+  std::string Text() { return spin.GetEdit().GetText(); }
 
   SpinBox spin;
 };
@@ -28,28 +28,21 @@ TEST_F(SpinBoxTest, ArrowsStepWithinTheRangeWhileTheyAreHeld) {
   Mouse(90, 34, 1);
   Tick(50);
   Mouse(90, 34);
-  EXPECT_EQ(root->Take(), " S2 S2 S2");
   Click(90, 50);
-  EXPECT_EQ(root->Take(), " S-2");
+  EXPECT_EQ(root->Take(), " S2 S2 S2 S-2");
 }
 
 TEST_F(SpinBoxTest, TypingSetsTheValueAndTellsNobody) {
-  Type("", '7');
-  EXPECT_EQ(spin.GetValue(), 7);
   Type("99", '9');
   EXPECT_EQ(spin.GetValue(), 300);
-  EXPECT_STREQ(spin.GetEdit().GetText(), "999") << "until an arrow is pressed";
+  EXPECT_EQ(Text(), "999") << "until an arrow is pressed";
   Press(KEY_ENTER, '\r');
   EXPECT_EQ(root->Take(), " A0");
   Click(90, 50);
-  EXPECT_STREQ(spin.GetEdit().GetText(), "299");
-}
-
-TEST_F(SpinBoxTest, OnlyKeysThatChangeTheTextSetTheValue) {
+  EXPECT_EQ(Text(), "299");
   spin.SetValue(0.25);
-  root->SetFocus(&spin.GetEdit());
   for (const int scancode : {KEY_F1, KEY_DEL}) Press(scancode);
-  EXPECT_EQ(spin.GetValue(), 0.25);
+  EXPECT_EQ(spin.GetValue(), 0.25) << "without a change of the text";
   Type("1", '2');
   Press(KEY_BACKSPACE);
   EXPECT_EQ(spin.GetValue(), 1);
@@ -61,18 +54,18 @@ TEST_F(SpinBoxTest, ReadsTheTextAsItsKindOfNumber) {
   spin.GetEdit().SetFilter(kFilterHexadecimal | kFilterUpperCase);
   Type("1", 'e');
   EXPECT_EQ(spin.GetValue(), 30);
-  ClickUp();
-  EXPECT_STREQ(spin.GetEdit().GetText(), "1F");
+  Click(90, 34);
+  EXPECT_EQ(Text(), "1F");
 }
 
 TEST_F(SpinBoxTest, NumbersOfAnySizeFit) {
   spin.Setup(20, 30, 80, 24, 0, 0, -1e308, 1e308, -1e18, 0.5);
-  EXPECT_STREQ(spin.GetEdit().GetText(), "-1000000000000000000");
+  EXPECT_EQ(Text(), "-1000000000000000000");
   for (const auto& [text, last] : {std::pair{"na", 'n'}, {"in", 'f'}, {"1e99", '9'}, {"2.2", '5'}})
     Type(text, last);
-  ClickUp();
+  Click(90, 34);
   EXPECT_EQ(spin.GetValue(), 2.75);
-  EXPECT_STREQ(spin.GetEdit().GetText(), "3");
+  EXPECT_EQ(Text(), "3");
 }
 
 }  // namespace

@@ -18,7 +18,7 @@ TEST(ValueRange, OnlyAChangeOfTheValueBringsItBetweenTheBounds) {
   EXPECT_EQ(range.GetValue(), 50);
 }
 
-class BarTest : public WidgetFixture {};
+using BarTest = WidgetFixture;
 
 TEST_F(BarTest, IsFilledInProportionToItsValue) {
   Dress(PROGRESSH, {"rgb", "wy."});  // the track above the fill
@@ -28,10 +28,11 @@ TEST_F(BarTest, IsFilledInProportionToItsValue) {
   bar.MsgInitSkin();
   EXPECT_EQ(bar.h(), 2);
   const auto rowAt = [&bar](double value) { return bar.SetValue(value), Shown(bar)[0]; };
-  const std::pair<double, std::string> kFills[] = {{-7, "rggggggggb"},   {9.9, "rggggggggb"},
-                                                   {37, "wygggggggb"},   {50, "wyyygggggb"},
-                                                   {99.9, "wyyyyyyygb"}, {900, "wyyyyyyyyb"}};
-  for (const auto& [value, row] : kFills) EXPECT_EQ(rowAt(value), row) << value;
+  EXPECT_EQ(rowAt(-7), "rggggggggb");
+  EXPECT_EQ(rowAt(9.9), "rggggggggb");
+  EXPECT_EQ(rowAt(37), "wygggggggb");
+  EXPECT_EQ(rowAt(99.9), "wyyyyyyygb");
+  EXPECT_EQ(rowAt(900), "wyyyyyyyyb");
   bar.SetRange(100, 200);
   EXPECT_EQ(rowAt(150), "wyyygggggb");
   bar.SetRange(5, 5);
