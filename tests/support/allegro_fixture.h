@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cerrno>
+#include <numeric>
 
 #include "toolkit/core/allegro.h"
 #include "toolkit/core/settings.h"
@@ -31,6 +33,13 @@ class AllegroFixture : public testing::Test {
   static void UseDepth(int depth) {
     set_color_depth(depth);
     RecomputeNamedColors();
+  }
+  // From here on texts are in ISO 8859-1.
+  static void UseLatin1() {
+    static std::array<unsigned short, 256> page;  // Allegro keeps the pointer
+    std::iota(page.begin(), page.end(), static_cast<unsigned short>(0));
+    set_uformat(U_ASCII_CP);
+    set_ucodepage(page.data(), nullptr);
   }
 
  private:

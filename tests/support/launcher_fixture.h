@@ -1,8 +1,6 @@
 // What tests of the launcher start from.
 #pragma once
 
-#include <filesystem>
-
 #include "launcher/menu_config.h"
 #include "launcher/paths.h"
 #include "launcher/state.h"
@@ -16,7 +14,6 @@ namespace zel {
 class LauncherFixture : public AllegroFixture {
  protected:
   LauncherFixture() {
-    std::filesystem::current_path(directory_.Path());
     paths = {.configDirectory = ".",
              .mouseServerPid = "gpm.pid",
              .languageFile = "i18n",
@@ -25,15 +22,13 @@ class LauncherFixture : public AllegroFixture {
              .positionFile = "menupos.txt"};
   }
   ~LauncherFixture() override {
-    std::filesystem::current_path(before_);
     paths = {};
     layoutValues = {};
     launcherState = {};
   }
 
  private:
-  const std::filesystem::path before_ = std::filesystem::current_path();
-  const TempDir directory_;
+  const WorkingDir directory_;
 };
 
 }  // namespace zel

@@ -7,11 +7,13 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "tests/support/allegro_fixture.h"
 #include "tests/support/fake_machine.h"
 #include "tests/support/fake_timers.h"
 #include "toolkit/core/dialog.h"
+#include "toolkit/core/startup.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {
@@ -27,15 +29,9 @@ class Patch : public Widget {
     ++draws;
     canvas.clear_to_color(color);
   }
-  bool MsgWantFocus() override {
-    Widget::MsgWantFocus();
-    return wantsFocus;
-  }
+  bool MsgWantFocus() override { return Widget::MsgWantFocus(), wantsFocus; }
   bool MsgWantMouse() override { return wantsMouse; }
-  bool MsgChar(int code) override {
-    Widget::MsgChar(code);
-    return usesKeys;
-  }
+  bool MsgChar(int code) override { return Widget::MsgChar(code), usesKeys; }
   using Widget::SetOpaque;
 
   Color color;
@@ -76,30 +72,92 @@ class StageTest : public AllegroFixture {
   static constexpr int kWidth = 160;
   static constexpr int kHeight = 120;
 
-  StageTest();
-  ~StageTest() override;
+  StageTest() {
+    settings.yield = false;
+    settings.mouseShadow = false;
+    ChangeMode(16);
+    install_keyboard();
+    clear_keybuf();
+    root.Resize(kWidth, kHeight);
+    PutMouse(kWidth - 1, kHeight - 1);
+  }
+  ~StageTest() override {
+    if (root.IsRunning()) root.MsgEnd();
+    SetCurrentSkin(nullptr);
+    PutMouse(0, 0);
+    mouse_b = 0;
+    mouse_z = 0;
+    key_shifts = 0;
+  }
 
   // Without it there is no skin, and so no pointer shape and no rule for the focus.
   static void UseSkin() { SetCurrentSkin(std::make_unique<Skin>("default")); }
   // From here on the root writes down these messages; Expect compares what it wrote since.
-  void Watch(std::initializer_list<int> messages);
-  void Expect(const char* events, const char* what = "");
-  static void ChangeMode(int depth, Dialog* follower = nullptr);
-  void Start();
-  void Tick(int times = 1);
+  void Watch(std::initializer_list<int> messages) {
+    root.watched = messages;
+    root.Events();
+  }
+  void Expect(const char* events, const char* what = "") {
+    EXPECT_EQ(root.Events(), events) << what;
+  }
+  static void ChangeMode(int depth, Dialog* follower = nullptr) {
+    ChangeScreenMode(GFX_AUTODETECT_FULLSCREEN, true, kWidth, kHeight, depth, follower);
+  }
+  void Start() {
+    root.MsgStart();
+    Tick();
+  }
+  void Tick(int times = 1) {
+    for (; times > 0; --times) {
+      clock.Tick(0);
+      root.MsgIdle();
+    }
+  }
 
   // What happens while a dialog runs its own loop: one step before each of the next ticks. The
   // last one has to end the loop.
-  void Script(std::vector<std::function<void()>> steps);
+  void Script(std::vector<std::function<void()>> steps) {
+    settings.yield = true;
+    clock.onSleep = [this, steps = std::move(steps), done = std::make_shared<std::size_t>(0)] {
+      const std::size_t step = (*done)++;
+      if (step < steps.size()) {
+        steps[step]();
+      } else if (step > steps.size()) {
+        ADD_FAILURE() << "still running";
+        root.closes = true;
+        machine.closeButton();
+      }
+      clock.Tick(0);
+    };
+  }
 
   // Each is followed by a tick.
-  void MoveTo(int x, int y);
-  void Press(int buttons = 1);
-  void Release(int buttons = 1);
-  void Click(int x, int y);
-  void Type(int character, int scancode);
+  void MoveTo(int x, int y) {
+    PutMouse(x, y);
+    Tick();
+  }
+  void Press(int buttons = 1) {
+    mouse_b = mouse_b | buttons;
+    Tick();
+  }
+  void Release(int buttons = 1) {
+    mouse_b = mouse_b & ~buttons;
+    Tick();
+  }
+  void Click(int x, int y) {
+    MoveTo(x, y);
+    Press();
+    Release();
+  }
+  void Type(int character, int scancode) {
+    simulate_ukeypress(character, scancode);
+    Tick();
+  }
   void Key(int scancode) { Type(0, scancode); }
-  static void PutMouse(int x, int y);
+  static void PutMouse(int x, int y) {
+    mouse_x = x;
+    mouse_y = y;
+  }
 
   // The pixels of the screen.
   static int At(int x, int y) { return getpixel(screen, x, y); }
