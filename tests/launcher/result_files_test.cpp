@@ -7,9 +7,8 @@
 namespace zel {
 namespace {
 
-using Indices = std::vector<int>;
-
 using ResultFilesTest = LauncherFixture;
+using Indices = std::vector<int>;
 
 TEST_F(ResultFilesTest, LeaveTheStringAndTheWayInFilesOfTheirOwn) {
   launcherState.exitCode = 7;
@@ -20,32 +19,23 @@ TEST_F(ResultFilesTest, LeaveTheStringAndTheWayInFilesOfTheirOwn) {
     config.CurrentLevel().index = index;
   }
   WriteResultFiles(config);
-  EXPECT_EQ(ReadFile("output.txt"), "scan --all\n");
-  EXPECT_EQ(ReadFile("menupos.txt"), "4,2,13");
-  EXPECT_EQ(ReadMenuPosition(), Indices({4, 2, 13}));
-  launcherState.exitCode = 0;
+  EXPECT_EQ(ReadFile("output.txt") + ReadFile("menupos.txt"), "scan --all\n4,2,13");
   std::filesystem::create_hard_link("menupos.txt", "other");
+  launcherState.exitCode = 0;
   WriteResultFiles(config);
   EXPECT_EQ(ReadFile("other"), "4,2,13");
   EXPECT_TRUE(ReadMenuPosition().empty());
 }
 
 TEST_F(ResultFilesTest, PositionsAreNumbersOfTheFirstLine) {
-  const std::pair<const char*, Indices> rows[] = {
-      {"3,1", {3, 1}},
-      {" \t3 , 1\t\r\n7", {3, 1}},
-      {",,3,,,1,", {3, 1}},
+  const std::pair<std::string, Indices> rows[] = {
+      {" \t3 ,,,1, \t\r\n7", {3, 1}},
       {"\n3,1", {}},
-      {"", {}},
       {"-7,+2,4x,x", {-7, 2, 4, 0}},
       {"99999999999999999999,-99999999999999999999", {INT_MAX, INT_MIN}},
+      {std::string(9000, '1').replace(2, 1, ",") + ",1", {11, INT_MAX}},  // 259 characters count
   };
-  for (const auto& [text, indices] : rows) {
-    WriteFile("menupos.txt", text);
-    EXPECT_EQ(ReadMenuPosition(), indices) << text;
-  }
-  WriteFile("menupos.txt", std::string(9000, '1').replace(2, 1, ",") + ",1");
-  EXPECT_EQ(ReadMenuPosition(), Indices({11, INT_MAX})) << "259 characters count";
+  for (const auto& [text, indices] : rows) EXPECT_EQ(ParseMenuPosition(text), indices) << text;
 }
 
 }  // namespace

@@ -97,6 +97,17 @@ TEST_F(ButtonTest, APressActivatesWhenItEndsWhereItBegan) {
     Tick();
     EXPECT_TRUE(!button.Selected() && root->Take() == " A0") << rate << ' ' << delay;
   }
+  settings.keyDelay = 100;
+  for (const auto& [keyFirst, held] : {std::pair{true, 9}, {false, 9}, {false, 1}}) {
+    if (keyFirst) Press(KEY_A, 'a');
+    Mouse(20, 20, 1);
+    if (!keyFirst) Press(KEY_A, 'a');
+    Tick(held);
+    Mouse(20, 20);
+    Tick(9);
+    EXPECT_FALSE(button.Selected());
+    EXPECT_EQ(root->Take(), " A0") << keyFirst << ' ' << held;
+  }
   settings.keyDelay = 2147483647;
   Press(KEY_A, 'a');
   root->Remove(&button);
