@@ -14,15 +14,6 @@ namespace {
 
 constexpr int kLastCharacter = 0x10FFFF;
 
-std::string ToCurrentFormat(const std::string& utf8) {
-  if (!need_uconvert(utf8.c_str(), U_UTF8, U_CURRENT)) return utf8;
-  const int size = uconvert_size(utf8.c_str(), U_UTF8, U_CURRENT);
-  std::string text(static_cast<std::size_t>(size), '\0');
-  do_uconvert(utf8.c_str(), U_UTF8, text.data(), U_CURRENT, size);
-  text.resize(static_cast<std::size_t>(size - ucwidth(0)));
-  return text;
-}
-
 void Append(std::string& text, int character) {
   // Allegro itself has no end writing the largest numbers that a damaged text may hold.
   if (character < 0 || character > kLastCharacter) character = '^';
@@ -67,7 +58,9 @@ bool IsSection(std::string_view name) {
 
 }  // namespace
 
-SectionFile::SectionFile(const char* fileName) { TakeApart(ToCurrentFormat(ReadWhole(fileName))); }
+SectionFile::SectionFile(const char* fileName) {
+  TakeApart(Converted(ReadWhole(fileName), U_UTF8, U_CURRENT));
+}
 
 void SectionFile::TakeApart(const std::string& text) {
   Section* section = nullptr;

@@ -13,14 +13,6 @@ constexpr std::size_t kLongestFile = 128 << 10;
 constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max() / 2;
 constexpr std::size_t kLongestLine = 4096;
 
-std::string Converted(std::string text, int from, int to) {
-  if (!need_uconvert(text.c_str(), from, to)) return text;
-  std::string converted(static_cast<std::size_t>(uconvert_size(text.c_str(), from, to)), '\0');
-  do_uconvert(text.c_str(), from, converted.data(), to, static_cast<int>(converted.size()));
-  converted.pop_back();  // the terminator
-  return converted;
-}
-
 std::string WithoutZeros(std::string text) {
   std::replace(text.begin(), text.end(), '\0', ' ');
   return text;

@@ -1,5 +1,7 @@
 #include "toolkit/core/text.h"
 
+#include <algorithm>
+
 namespace zel {
 namespace {
 
@@ -37,14 +39,44 @@ int AppendCharacter(std::string& kept, const char* text) {
   return character.bytes;
 }
 
+std::string ConvertedWhole(const std::string& text, int from, int to) {
+  const int size = uconvert_size(text.c_str(), from, to);
+  std::string converted(static_cast<std::size_t>(size), '\0');
+  do_uconvert(text.c_str(), from, converted.data(), to, size);
+  converted.resize(static_cast<std::size_t>(size - (to == U_UNICODE ? 2 : 1)));  // the terminator
+  return converted;
+}
+
+bool IsAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
+
 }  // namespace
 
 Ascii::Ascii(const char* ascii) : text_{ascii} {
-  if (!need_uconvert(ascii, U_ASCII, U_CURRENT)) return;
-  const int size = uconvert_size(ascii, U_ASCII, U_CURRENT);
-  converted_.resize(static_cast<std::size_t>(size));
-  do_uconvert(ascii, U_ASCII, converted_.data(), U_CURRENT, size);
+  if (get_uformat() != U_UNICODE) return;
+  converted_ = ConvertedWhole(ascii, U_ASCII, U_UNICODE) + '\0';  // and a second zero byte
   text_ = converted_.c_str();
+}
+
+std::string Converted(const std::string& text, int from, int to) {
+  if (from == U_CURRENT) from = get_uformat();
+  if (to == U_CURRENT) to = get_uformat();
+  if (!need_uconvert(text.c_str(), from, to)) return text;
+  if (from == U_UNICODE || to == U_UNICODE) return ConvertedWhole(text, from, to);
+  // Allegro looks every character up in all of a code page; most are the same in both.
+  std::string converted;
+  const auto end = std::find(text.begin(), text.end(), '\0');
+  for (auto at = text.begin(); at != end;) {
+    const auto other = std::find_if_not(at, end, IsAscii);
+    converted.append(at, other);
+    at = std::find_if(other, end, IsAscii);
+    if (other == at) break;
+    const std::string run{other, at};
+    const std::string part = ConvertedWhole(run, from, to);
+    converted += part;
+    // Damaged characters can come to zero, which ends the text.
+    if (ConvertedWhole(run + 'x', from, to).size() == part.size()) break;
+  }
+  return converted;
 }
 
 std::string CutToBytes(const char* text, std::size_t bytes) {

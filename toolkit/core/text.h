@@ -25,6 +25,10 @@ class Ascii {
   std::string converted_;  // only used when the format needs another form than ASCII
 };
 
+// A text of one of Allegro's text formats, either may be U_CURRENT, in another one. In code pages
+// ASCII characters are taken to be themselves.
+std::string Converted(const std::string& text, int from, int to);
+
 // A text in a format whose terminator is one zero byte (all but U_UNICODE), cut at a whole
 // character: to so many bytes, terminator not counted, or to so many characters. Bytes that are no
 // character of the format come out as Allegro shows them, as "^", so that what was cut can be
