@@ -164,20 +164,21 @@ bool Dialog::HandleKey(int character, int scancode) {
   return HandleDialogKey(character, scancode);
 }
 
-void Dialog::CollectCandidates(const Widget* current, std::vector<Candidate>& candidates) {
+void Dialog::CollectCandidates(const Widget* leftOut, std::vector<Candidate>& candidates) {
   for (Widget* child : children) {
     if (!IfUsable(child) || child->IsWindow()) continue;
     if (Dialog* dialog = AsDialog(child))
-      dialog->CollectCandidates(current, candidates);
-    else if (child != current)
+      dialog->CollectCandidates(leftOut, candidates);
+    else if (child != leftOut)
       candidates.push_back({child, static_cast<int>(candidates.size())});
   }
 }
 
 void Dialog::MoveFocus(FocusMove move) {
   Widget* current = GetRoot()->FocusWidget();
+  const bool byTab = move == FocusMove::kNext || move == FocusMove::kPrevious;
   std::vector<Candidate> candidates;
-  CollectCandidates(current, candidates);
+  CollectCandidates(byTab ? current : nullptr, candidates);
   if (current)
     for (Candidate& candidate : candidates)
       candidate.score = Score(move, *current, *candidate.widget);
@@ -185,7 +186,7 @@ void Dialog::MoveFocus(FocusMove move) {
                    [](const Candidate& a, const Candidate& b) { return a.score < b.score; });
   for (const Candidate& candidate : candidates) {
     if (!candidate.widget->MsgWantTab()) continue;
-    ChangeFocus(FocusWidget(), candidate.widget);
+    if (candidate.widget != current) ChangeFocus(FocusWidget(), candidate.widget);
     return;
   }
 }

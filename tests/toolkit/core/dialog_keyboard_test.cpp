@@ -129,6 +129,7 @@ TEST_F(DialogKeyboardTest, ArrowsAndTabMoveTheFocus) {
   expect(&a, KEY_LEFT, "c");
   expect(&b, KEY_DOWN, "l");
   expect(&low, KEY_UP, "b");
+  expect(&a, KEY_UP, "a");
   expect(&b, KEY_TAB, "c");
   expect(&low, KEY_TAB, "a");
   expect(&b, KEY_TAB, "a", KB_SHIFT_FLAG);
