@@ -24,7 +24,7 @@ void ForgetRedraws(Widget* widget) {
 
 // Paints all of a widget: what lies under it has just been painted.
 void DrawWhole(Widget* widget) {
-  if (widget->DirtyInParts()) widget->Redraw();
+  if (widget->DirtyInParts()) widget->Widget::Redraw();
   widget->SendMessage(MSG_DRAW);
 }
 

@@ -84,7 +84,7 @@ void ListView::InsertItem(std::unique_ptr<ListItem> item, int index) {
 void ListView::DeleteItem(int index) {
   if (!IsValid(index)) return;
   items.erase(items.begin() + index);
-  RedrawAll();
+  Redraw();
   SetFirst(first);
   PageSize();
   const bool moves = index < current || current >= Count();
@@ -99,7 +99,7 @@ void ListView::SetFirst(int index) {
   index = std::clamp(index, 0, std::max(0, Count() - 1));
   if (index == first) return;
   first = index;
-  RedrawAll();
+  Redraw();
 }
 
 void ListView::SetMultiSelect(bool multi) {
@@ -111,7 +111,7 @@ void ListView::Clear() {
   items.clear();
   first = 0;
   current = -1;
-  RedrawAll();
+  Redraw();
 }
 
 bool ListView::MarkCurrent(int index) {
@@ -122,8 +122,8 @@ bool ListView::MarkCurrent(int index) {
   return true;
 }
 
-void ListView::RedrawAll() {
-  Redraw();
+void ListView::Redraw() {
+  Widget::Redraw();
   if (parent) parent->RedrawBehind(this, {0, 0, w(), h()});
 }
 

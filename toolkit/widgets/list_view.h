@@ -65,6 +65,8 @@ class ListView : public Widget {
   void MsgLPress() override;
   void MsgMouseMove(Point p) override;
   void MsgInitSkin() override;
+  // Also what shows where an item draws no ground, or where there are no items.
+  void Redraw() override;
 
   // Takes the item in before position `index`, or at the end. The first item becomes current.
   void InsertItem(std::unique_ptr<ListItem> item, int index);
@@ -107,8 +109,6 @@ class ListView : public Widget {
   void MoveCurrentTo(std::int64_t target);
   // Repaints only the rows of two items, when the others stay where they are.
   void RedrawItems(int index, int other);
-  // Repaints the list and what shows where it has no items.
-  void RedrawAll();
 
   std::vector<std::unique_ptr<ListItem>> items;
   int first = 0;     // the first visible item; 0 in an empty list

@@ -17,6 +17,14 @@ class ListTest : public WidgetFixture {
     root->SetFocus(&shown);
     root->Take();
   }
+  // Draws no ground.
+  struct Inverter : ListItem {
+    void Draw(Bitmap& canvas, const SkinBitmap*, int) override {
+      xor_mode(TRUE);
+      canvas.rectfill(0, 0, canvas.Width(), canvas.Height(), white);
+      xor_mode(FALSE);
+    }
+  };
   static void Fill(ListView& target, int count) {
     while (count-- > 0) target.InsertItem(std::make_unique<ListItem>());
   }
@@ -151,6 +159,11 @@ TEST_F(ListTest, WhatIsRepaintedInPartLooksAsIfItWereRepaintedWhole) {
   view.SetMultiSelect(true), check();
   for (const int y : {35, 45, 45}) Click(30, y), check();
   view.Clear(), check();
+  Dress(PANEL_SUNKEN, {"rrr", "rrr", "rrr"});
+  view.InsertItem(std::make_unique<Inverter>()), box.Redraw(), check();
+  for (Widget* focus : {static_cast<Widget*>(nullptr), static_cast<Widget*>(&view)})
+    root->ChangeFocus(root->FocusWidget(), focus), check();
+  Press(KEY_ENTER), check();
 }
 
 }  // namespace
