@@ -74,6 +74,9 @@ bool MenuList::HandleKey(int code) {
 }
 
 bool MenuList::MsgChar(int code) {
+  const int scancode = code >> 8;
+  if (heldKeys_.Ignores(scancode)) return true;
+  if (HeldKeys::Include(scancode)) heldKeys_.Hold();
   // What the mouse has opened is settled; its index would take this key's step back.
   pendingIndex = -1;
   bool used = false;
@@ -87,6 +90,11 @@ bool MenuList::MsgChar(int code) {
   if (moved) Report(MSG_ITEM_SELECTED, reinterpret_cast<EventArg>(GetItem(current)));
   if (pendingIndex != -1) SelectItem(std::exchange(pendingIndex, -1));
   return used;
+}
+
+void MenuList::MsgTick() {
+  ListView::MsgTick();
+  heldKeys_.Poll();
 }
 
 void MenuList::MsgGotFocus() { Widget::MsgGotFocus(); }

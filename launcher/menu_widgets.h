@@ -5,6 +5,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "launcher/held_keys.h"
 #include "launcher/menu_config.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/messages.h"
@@ -52,12 +53,13 @@ class MenuEntry : public ListItem {
 };
 
 // A list of menu entries: the keys pass over separators, and the numeric pad works without Num
-// Lock.
+// Lock. A key that is held chooses once.
 class MenuList : public ListView {
  public:
   bool MsgChar(int code) override;
   void MsgGotFocus() override;
   void MsgLPress() override;
+  void MsgTick() override;
 
   MenuEntry* GetEntry(int index) const;
   // The entry that is current after the key that is being handled; -1 for none.
@@ -71,6 +73,7 @@ class MenuList : public ListView {
   bool IsSeparatorAt(int index) const;
 
   int pendingIndex = -1;
+  HeldKeys heldKeys_;
 };
 
 // A dialog with a title band around one child, which it borrows.

@@ -41,6 +41,13 @@ DialogUnits UnitsOf(const Font& font) {
 
 }  // namespace
 
+bool OpeningKey::MsgXChar(int code) { return heldKeys_.Ignores(code >> 8); }
+
+void OpeningKey::MsgTick() {
+  Widget::MsgTick();
+  heldKeys_.Poll();
+}
+
 WaitDialog::WaitDialog(const MenuItem& menuItem)
     : units{UnitsOf(GetFont(kNormal))}, item{menuItem}, form_{kForm} {
   SetTitle(Text(kTitleText));
@@ -76,6 +83,7 @@ void WaitDialog::SetUpControls() {
   cancelButton->SetKey(KEY_C);
   accelerator.Setup(KEY_C, KB_ALT_FLAG, nullptr);
   Add(&accelerator);
+  Add(&openingKey_);
 }
 
 void WaitDialog::SetUpClock() {

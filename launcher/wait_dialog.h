@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "launcher/held_keys.h"
 #include "launcher/menu_config.h"
 #include "launcher/progress.h"
 #include "toolkit/core/timers.h"
@@ -14,6 +15,17 @@
 namespace zel {
 
 class MenuScreen;
+
+// An invisible widget that uses up the repeats of the key that has opened its dialog.
+class OpeningKey final : public Widget {
+ public:
+  OpeningKey() { heldKeys_.Hold(); }
+  bool MsgXChar(int code) override;
+  void MsgTick() override;
+
+ private:
+  HeldKeys heldKeys_;
+};
 
 // Waits until a menu item's file is there, or another is gone, or its time is over; the user may
 // cancel it. Borrows the item. Holds a timer while it lives.
@@ -49,6 +61,7 @@ class WaitDialog final : public Window {
   const MenuItem& item;
   BusyBar busyBar;
   DialogTemplate form_;
+  OpeningKey openingKey_;
 };
 
 }  // namespace zel

@@ -71,6 +71,13 @@ TEST_F(MenuScreenTest, KeysMoveThroughTheMenus) {
   EXPECT_EQ(After({KEY_HOME, KEY_ENTER}), "1/2/12");
   EXPECT_EQ(Hint(), "");
   EXPECT_EQ(After({KEY_DOWN, KEY_ENTER}), "1/4/15") << "disabled";
+  key[KEY_SPACE] = 1;
+  EXPECT_EQ(After({KEY_UP, KEY_SPACE, KEY_SPACE, KEY_ENTER}), "2/0/0") << "held";
+  key[KEY_SPACE] = 0;
+  simulate_ukeypress(' ', KEY_SPACE);
+  screen_->MsgTick();
+  EXPECT_EQ(After({}), "2/0/0") << "its last repeat";
+  EXPECT_EQ(After({KEY_SPACE}), "1/2/12");
 }
 
 TEST_F(MenuScreenTest, TheLastPositionIsRestoredAsFarAsItFits) {

@@ -54,6 +54,18 @@ TEST_F(WaitDialogTest, TimePassesAndOnlyWhatMovesIsCopied) {
   EXPECT_EQ(Copied(), 2 * 5 * 27);
 }
 
+TEST_F(WaitDialogTest, TheKeyThatOpensItDoesNotCancelItToo) {
+  key[KEY_ENTER] = 1;
+  Widget* cancel = Wait(0).Client().Children()[4];
+  root->SetFocus(cancel);
+  for (const bool counts : {false, true}) {
+    Press(KEY_ENTER, 13);
+    EXPECT_EQ(cancel->Selected(), counts);
+    key[KEY_ENTER] = 0;
+    Tick();
+  }
+}
+
 TEST_F(WaitDialogTest, GivesItsTimerBack) {
   for (int i = 0; i < 20; ++i) Wait(i % 2);
   dialog.reset();
