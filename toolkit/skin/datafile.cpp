@@ -43,10 +43,10 @@ void Put24(const std::uint8_t* rgb, std::uint8_t* row, int x) {
   WRITE3BYTES(row + 3 * x, color);
 }
 
-template <bool kHasAlpha>
-void Put32(const std::uint8_t* rgba, std::uint8_t* row, int x) {
+// An alpha channel is no colour; left in, it keeps magenta from being the mask colour.
+void Put32(const std::uint8_t* rgb, std::uint8_t* row, int x) {
   reinterpret_cast<std::uint32_t*>(row)[x] =
-      static_cast<std::uint32_t>(makeacol32(rgba[0], rgba[1], rgba[2], kHasAlpha ? rgba[3] : 0));
+      static_cast<std::uint32_t>(makecol32(rgb[0], rgb[1], rgb[2]));
 }
 
 constexpr PixelFormat kPixelFormats[] = {
@@ -54,8 +54,8 @@ constexpr PixelFormat kPixelFormats[] = {
     {15, 2, PutHighColor<makecol15>},
     {16, 2, PutHighColor<makecol16>},
     {24, 3, Put24},
-    {32, 3, Put32<false>},
-    {-32, 4, Put32<true>},
+    {32, 3, Put32},
+    {-32, 4, Put32},
 };
 
 // The content of a DAT_BITMAP object.
@@ -74,7 +74,7 @@ class StoredPicture {
            IsPossibleBitmap(kDeepest, w_, h_) && PixelCount() * format_->bytes <= pixels_.size();
   }
 
-  // As it is stored.
+  // As it is stored, without an alpha channel.
   BitmapPtr Make() const {
     BitmapPtr picture{create_bitmap_ex(std::abs(bits_), w_, h_)};
     if (!picture) return nullptr;

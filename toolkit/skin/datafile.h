@@ -47,7 +47,8 @@ class Datafile {
   std::vector<Object> objects_;
 };
 
-// The picture of a DAT_BITMAP object in the colour depth of the current mode; null without memory.
+// The picture of a DAT_BITMAP object in the colour depth of the current mode, without an alpha
+// channel; null without memory.
 BitmapPtr MakePicture(const Datafile::Object& object);
 
 }  // namespace zel
