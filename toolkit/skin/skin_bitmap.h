@@ -143,9 +143,12 @@ class SkinBitmap {
   void rectfill(int x1, int y1, int x2, int y2, Color color) {
     Call(::rectfill, x1, y1, x2, y2, color);
   }
-  void circle(int x, int y, int radius, Color color) { Call(::circle, x, y, radius, color); }
+  // Allegro draws circles of a negative radius beside the bitmap.
+  void circle(int x, int y, int radius, Color color) {
+    if (radius >= 0) Call(::circle, x, y, radius, color);
+  }
   void circlefill(int x, int y, int radius, Color color) {
-    Call(::circlefill, x, y, radius, color);
+    if (radius >= 0) Call(::circlefill, x, y, radius, color);
   }
   void ellipse(int x, int y, int rx, int ry, Color color) { Call(::ellipse, x, y, rx, ry, color); }
   void ellipsefill(int x, int y, int rx, int ry, Color color) {

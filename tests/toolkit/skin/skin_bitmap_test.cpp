@@ -117,7 +117,7 @@ TEST_F(SkinBitmapTest, MaskedCopiesNeedATargetOfTheirDepthOpacityGoesToAllButPal
   for (const int x : {0, 1, 2}) EXPECT_EQ(target.getpixel(x, 0), 5) << "mixed at " << x;
 }
 
-TEST_F(SkinBitmapTest, DottedRectanglesPaintEverySecondPixelOfTheirEdges) {
+TEST_F(SkinBitmapTest, MarksPaintWithinTheBitmap) {
   SkinBitmap canvas{7, 5, kMemoryBitmap};
   canvas.clear_to_color(magenta);
   canvas.DottedRect(1, 0, 5, 3, red);
@@ -126,6 +126,8 @@ TEST_F(SkinBitmapTest, DottedRectanglesPaintEverySecondPixelOfTheirEdges) {
             Rows({".r.r.r.", ".......", ".r...r.", ".r.r.r.", ".r.r.r."}));
 }
 
+  for (int i = -9; i < 99; ++i) canvas.Circle3D(i % 9, i / 9, 0, red, white, green);
+  EXPECT_EQ(Picture(canvas.GetBitmap()), Rows(5, "ggggggg"));
 TEST_F(SkinBitmapTest, BoxesStayWithinTheClipRectangle) {
   for (int round = 0; round < 24; ++round) {
     UseDepth(round % 2 ? 16 : 24);
