@@ -82,16 +82,15 @@ CursorShadow cursorShadow;
 
 void CursorShadow::Read() {
   constexpr const char* kSection = "MOUSE";
-  const Color color = ReadSkinColor(kSection, "shadowColor", "96,96,96");
-  red = color.r();
-  green = color.g();
-  blue = color.b();
-  const CursorShadow initial;
-  size = ReadSkinInt(kSection, "shadowSize", initial.size, 0, kLargestSize);
-  offset.x =
-      ReadSkinInt(kSection, "shadowOffsetX", initial.offset.x, -kLargestOffset, kLargestOffset);
-  offset.y =
-      ReadSkinInt(kSection, "shadowOffsetY", initial.offset.y, -kLargestOffset, kLargestOffset);
+  *this = {};
+  if (const Color color = ReadSkinColor(kSection, "shadowColor", "-1"); color.IsSet()) {
+    red = color.r();
+    green = color.g();
+    blue = color.b();
+  }
+  size = ReadSkinInt(kSection, "shadowSize", size, 0, kLargestSize);
+  offset.x = ReadSkinInt(kSection, "shadowOffsetX", offset.x, -kLargestOffset, kLargestOffset);
+  offset.y = ReadSkinInt(kSection, "shadowOffsetY", offset.y, -kLargestOffset, kLargestOffset);
 }
 
 void Cursor::Create(const SkinBitmap& picture, int count) {

@@ -41,7 +41,7 @@ struct CursorShadow {
   // In the current pixel format.
   Color GetColor() const { return {red, green, blue}; }
   // Takes the values of the section "MOUSE" of the current configuration file; what is missing or
-  // too large gets the value that it has above.
+  // too large, or no colour, gets the value that it has above.
   void Read();
 };
 extern CursorShadow cursorShadow;

@@ -82,7 +82,7 @@ TEST_F(CursorTest, ShadowValuesComeFromTheMouseSection) {
   UseDepth(15);
   const std::string offsets = "\nshadowOffsetX = -3\nshadowOffsetY = 4\n";
   expect("shadowColor = 10,20,30\nshadowSize = 5" + offsets, Color(10, 20, 30), 5, {-3, 4});
-  expect("shadowSize = 2000000000", Color(96, 96, 96), 2, {2, 0});
+  expect("shadowColor = -1\nshadowSize = 2000000000", Color(96, 96, 96), 2, {2, 0});
   expect("shadowSize = -1\nshadowOffsetX = 99999999\nshadowOffsetY = -99999999", Color(96, 96, 96),
          2, {2, 0});
 }
