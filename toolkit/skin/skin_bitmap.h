@@ -201,10 +201,7 @@ class SkinBitmap {
       ::draw_trans_sprite(target, bitmap, x, y);
   }
   void draw_lit_sprite(DrawTarget target, int x, int y, int amount) const {
-    if (!CanMix(target))
-      draw_sprite(target, x, y);
-    else
-      Sprite(::draw_lit_sprite, target, x, y, amount);
+    Lit(::draw_lit_sprite, ::draw_sprite, target, amount, x, y);
   }
   void draw_gouraud_sprite(DrawTarget target, int x, int y, int c1, int c2, int c3, int c4) const {
     if (!CanMix(target))
@@ -247,6 +244,74 @@ class SkinBitmap {
                                   fixed scale) const {
     Sprite(::pivot_scaled_sprite_v_flip, target, x, y, cx, cy, angle, scale);
   }
+  // The same with mixed colours, like the plain sprite where they cannot be mixed.
+  void rotate_sprite_trans(DrawTarget target, int x, int y, fixed angle) const {
+    Sprite(CanMix(target) ? ::rotate_sprite_trans : ::rotate_sprite, target, x, y, angle);
+  }
+  void rotate_sprite_v_flip_trans(DrawTarget target, int x, int y, fixed angle) const {
+    Sprite(CanMix(target) ? ::rotate_sprite_v_flip_trans : ::rotate_sprite_v_flip, target, x, y,
+           angle);
+  }
+  void rotate_scaled_sprite_trans(DrawTarget target, int x, int y, fixed angle, fixed scale) const {
+    Sprite(CanMix(target) ? ::rotate_scaled_sprite_trans : ::rotate_scaled_sprite, target, x, y,
+           angle, scale);
+  }
+  void rotate_scaled_sprite_v_flip_trans(DrawTarget target, int x, int y, fixed angle,
+                                         fixed scale) const {
+    Sprite(CanMix(target) ? ::rotate_scaled_sprite_v_flip_trans : ::rotate_scaled_sprite_v_flip,
+           target, x, y, angle, scale);
+  }
+  void pivot_sprite_trans(DrawTarget target, int x, int y, int cx, int cy, fixed angle) const {
+    Sprite(CanMix(target) ? ::pivot_sprite_trans : ::pivot_sprite, target, x, y, cx, cy, angle);
+  }
+  void pivot_sprite_v_flip_trans(DrawTarget target, int x, int y, int cx, int cy,
+                                 fixed angle) const {
+    Sprite(CanMix(target) ? ::pivot_sprite_v_flip_trans : ::pivot_sprite_v_flip, target, x, y, cx,
+           cy, angle);
+  }
+  void pivot_scaled_sprite_trans(DrawTarget target, int x, int y, int cx, int cy, fixed angle,
+                                 fixed scale) const {
+    Sprite(CanMix(target) ? ::pivot_scaled_sprite_trans : ::pivot_scaled_sprite, target, x, y, cx,
+           cy, angle, scale);
+  }
+  void pivot_scaled_sprite_v_flip_trans(DrawTarget target, int x, int y, int cx, int cy,
+                                        fixed angle, fixed scale) const {
+    Sprite(CanMix(target) ? ::pivot_scaled_sprite_v_flip_trans : ::pivot_scaled_sprite_v_flip,
+           target, x, y, cx, cy, angle, scale);
+  }
+  void rotate_sprite_lit(DrawTarget target, int x, int y, fixed angle, int amount) const {
+    Lit(::rotate_sprite_lit, ::rotate_sprite, target, amount, x, y, angle);
+  }
+  void rotate_sprite_v_flip_lit(DrawTarget target, int x, int y, fixed angle, int amount) const {
+    Lit(::rotate_sprite_v_flip_lit, ::rotate_sprite_v_flip, target, amount, x, y, angle);
+  }
+  void rotate_scaled_sprite_lit(DrawTarget target, int x, int y, fixed angle, fixed scale,
+                                int amount) const {
+    Lit(::rotate_scaled_sprite_lit, ::rotate_scaled_sprite, target, amount, x, y, angle, scale);
+  }
+  void rotate_scaled_sprite_v_flip_lit(DrawTarget target, int x, int y, fixed angle, fixed scale,
+                                       int amount) const {
+    Lit(::rotate_scaled_sprite_v_flip_lit, ::rotate_scaled_sprite_v_flip, target, amount, x, y,
+        angle, scale);
+  }
+  void pivot_sprite_lit(DrawTarget target, int x, int y, int cx, int cy, fixed angle,
+                        int amount) const {
+    Lit(::pivot_sprite_lit, ::pivot_sprite, target, amount, x, y, cx, cy, angle);
+  }
+  void pivot_sprite_v_flip_lit(DrawTarget target, int x, int y, int cx, int cy, fixed angle,
+                               int amount) const {
+    Lit(::pivot_sprite_v_flip_lit, ::pivot_sprite_v_flip, target, amount, x, y, cx, cy, angle);
+  }
+  void pivot_scaled_sprite_lit(DrawTarget target, int x, int y, int cx, int cy, fixed angle,
+                               fixed scale, int amount) const {
+    Lit(::pivot_scaled_sprite_lit, ::pivot_scaled_sprite, target, amount, x, y, cx, cy, angle,
+        scale);
+  }
+  void pivot_scaled_sprite_v_flip_lit(DrawTarget target, int x, int y, int cx, int cy, fixed angle,
+                                      fixed scale, int amount) const {
+    Lit(::pivot_scaled_sprite_v_flip_lit, ::pivot_scaled_sprite_v_flip, target, amount, x, y, cx,
+        cy, angle, scale);
+  }
 
  private:
   template <class Function, class... Args>
@@ -256,6 +321,14 @@ class SkinBitmap {
   template <class Function, class... Args>
   void Sprite(Function function, DrawTarget target, Args... args) const {
     if (SameDepth(target)) function(target, bitmap, args...);
+  }
+  // `amount` comes last in all of Allegro's functions that light a sprite.
+  template <class Lighting, class Plain, class... Args>
+  void Lit(Lighting lighting, Plain plain, DrawTarget target, int amount, Args... args) const {
+    if (CanMix(target))
+      Sprite(lighting, target, args..., amount);
+    else
+      Sprite(plain, target, args...);
   }
   bool SameDepth(BITMAP* target) const {
     return bitmap && target && bitmap_color_depth(bitmap) == bitmap_color_depth(target);

@@ -99,7 +99,7 @@ TEST_F(SkinBitmapTest, MaskedCopiesNeedATargetOfTheirDepthOpacityGoesToAllButPal
   glass.clear_to_color({0, 0, 255, 128});
   set_palette(black_palette);
   for (int depth : {15, 16, 24, 8}) {
-    target.CreateEx(depth, 3, 1);
+    target.CreateEx(depth, 5, 1);
     target.clear_bitmap();
     source.masked_blit(target, 0, 0, 0, 0, 3, 1);
     source.DrawArea(target, 0, 0, 0, 0, 3, 1, 1, 1, true);
@@ -114,7 +114,9 @@ TEST_F(SkinBitmapTest, MaskedCopiesNeedATargetOfTheirDepthOpacityGoesToAllButPal
   sprite.draw_trans_sprite(target, 0, 0);
   sprite.draw_lit_sprite(target, 1, 0, 9);
   sprite.draw_gouraud_sprite(target, 2, 0, 1, 2, 3, 4);
-  for (const int x : {0, 1, 2}) EXPECT_EQ(target.getpixel(x, 0), 5) << "mixed at " << x;
+  sprite.rotate_scaled_sprite_trans(target, 3, 0, 0, itofix(1));
+  sprite.pivot_sprite_v_flip_lit(target, 4, 0, 0, 0, 0, 9);
+  for (const int x : {0, 1, 2, 3, 4}) EXPECT_EQ(target.getpixel(x, 0), 5) << "mixed at " << x;
 }
 
 TEST_F(SkinBitmapTest, MarksPaintWithinTheBitmap) {
@@ -124,10 +126,10 @@ TEST_F(SkinBitmapTest, MarksPaintWithinTheBitmap) {
   canvas.DottedRect(INT_MIN + 1, 4, INT_MAX, 4, red);  // dots at odd x
   EXPECT_EQ(Picture(canvas.GetBitmap()),
             Rows({".r.r.r.", ".......", ".r...r.", ".r.r.r.", ".r.r.r."}));
-}
-
   for (int i = -9; i < 99; ++i) canvas.Circle3D(i % 9, i / 9, 0, red, white, green);
   EXPECT_EQ(Picture(canvas.GetBitmap()), Rows(5, "ggggggg"));
+}
+
 TEST_F(SkinBitmapTest, BoxesStayWithinTheClipRectangle) {
   for (int round = 0; round < 24; ++round) {
     UseDepth(round % 2 ? 16 : 24);
