@@ -101,7 +101,7 @@ class Dialog : public Widget {
   // again.
   virtual Widget* Popup(Dialog* over, int px, int py, Widget* focusWidget);
   virtual Widget* Popup(Dialog* over, Point pos, Widget* focusWidget);
-  // Puts the dialog in the middle of its parent, a root in that of the screen.
+  // Puts the dialog in the middle of its parent; a root pops up in that of the screen.
   virtual void Centre();
   void Resize(int width, int height, bool percent = false) override;
   void Resize(Size size, bool percent = false) override;

@@ -42,8 +42,6 @@ Widget::~Widget() {
 
 bool Widget::IsNested() const { return parent && static_cast<const Widget*>(parent) != this; }
 
-Point Widget::ParentOrigin() const { return IsNested() ? parent->GetAbsolutePos() : Point{}; }
-
 void Widget::Report(int msg, EventArg arg1, EventArg arg2) {
   if (parent) parent->HandleEvent(this, msg, arg1, arg2);
 }
@@ -54,10 +52,9 @@ void Widget::SetCursor(int index) {
 }
 
 void Widget::UpdateAbsolutePos() {
-  if (!IsNested()) return;
-  const Point origin = ParentOrigin();
-  Rect::x = origin.x + relPos.x;
-  Rect::y = origin.y + relPos.y;
+  const Point place = parent ? GetAbsolutePos() : relPos;
+  Rect::x = place.x;
+  Rect::y = place.y;
 }
 
 void Widget::MsgStart() {
@@ -206,7 +203,7 @@ void Widget::SetX(int v, bool percent) {
     relGeom.x = InLimits(v);
   } else {
     relPos.x = InLimits(v < 0 && parent ? v + parent->w() : v);
-    Rect::x = ParentOrigin().x + relPos.x;
+    UpdateAbsolutePos();
   }
   Redraw();
   SetFlag(kFlagMoved);
@@ -217,7 +214,7 @@ void Widget::SetY(int v, bool percent) {
     relGeom.y = InLimits(v);
   } else {
     relPos.y = InLimits(v < 0 && parent ? v + parent->h() : v);
-    Rect::y = ParentOrigin().y + relPos.y;
+    UpdateAbsolutePos();
   }
   Redraw();
   SetFlag(kFlagMoved);
@@ -433,7 +430,7 @@ bool Widget::ShowsFocus() const { return skin && skin->dottedRect != 0 && HasFoc
 
 Point Widget::GetAbsolutePos() const {
   if (!IsNested()) return {0, 0};
-  const Point origin = ParentOrigin();
+  const Point origin = parent->GetAbsolutePos();
   return {origin.x + relPos.x, origin.y + relPos.y};
 }
 

@@ -115,9 +115,10 @@ class Widget : public Rect {
   virtual bool IsContainer() const;
   virtual bool IsWindow() const;
   virtual Dialog* GetParent() const;
-  // Positions are relative to the parent; a negative one counts from its right or bottom edge. With
-  // `percent` the value is a share of the parent's size and applied at the next layout. All are
-  // kept within kMostPixels.
+  // Positions are relative to the parent; a negative one counts from its right or bottom edge once
+  // the widget has been added. A root keeps its place on the screen, but is popped up at the one
+  // given. With `percent` the value is a share of the parent's size and applied at the next layout.
+  // All are kept within kMostPixels.
   virtual void SetX(int v, bool percent = false);
   virtual void SetY(int v, bool percent = false);
   virtual void SetW(int v, bool percent = false);
@@ -177,7 +178,7 @@ class Widget : public Rect {
   SkinBitmap* GetBitmap() const { return GetElement(bitmapIndex); }
   // (0, 0) for a root, else the parent's absolute position plus the relative one.
   Point GetAbsolutePos() const;
-  // Makes the Rect lie where GetAbsolutePos says; nothing for a root.
+  // Makes the Rect lie where GetAbsolutePos says; without a parent at the relative position.
   void UpdateAbsolutePos();
 
   // Repaints only a part, given relative to the widget, unless all of it is going to be repainted.
@@ -235,7 +236,6 @@ class Widget : public Rect {
  private:
   // True when the widget lies in another one.
   bool IsNested() const;
-  Point ParentOrigin() const;
   void Paint(Bitmap& canvas);
   void PaintParts(Bitmap& canvas);
 

@@ -281,7 +281,7 @@ TEST_F(DialogTest, ADialogWhoseContainerIsGoneIsARootAgain) {
   container.reset();
   EXPECT_TRUE(popup.IsRoot());
   popup.Centre();
-  EXPECT_EQ(popup.x(), (kWidth - popup.w()) / 2);
+  EXPECT_EQ(popup.GetRelativePos().x, (kWidth - popup.w()) / 2);
 }
 
 TEST_F(DialogTest, ThePointerLosesWhatIsTakenAway) {

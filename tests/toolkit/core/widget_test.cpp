@@ -103,8 +103,8 @@ TEST_F(WidgetTest, PositionsAndSharesAreThoseOfTheParent) {
   EXPECT_EQ(widget.w(), 32767);
   Dialog alone;
   alone.Place(7, 8);
-  EXPECT_EQ(Point({alone.x(), alone.y()}), (Point{7, 8}));
-  EXPECT_EQ(alone.GetAbsolutePos(), (Point{0, 0}));
+  EXPECT_EQ(alone.GetRelativePos(), (Point{7, 8}));
+  EXPECT_EQ(Point({alone.x(), alone.y()}), (Point{0, 0})) << "where its children are";
 }
 
 TEST_F(WidgetTest, TooltipsComeFromTheParentAndFontsFromTheSkin) {
