@@ -8,6 +8,7 @@
 #include "tests/support/temp_files.h"
 #include "toolkit/core/graphics_mode.h"
 #include "toolkit/core/screen_update.h"
+#include "toolkit/widgets/window.h"
 
 namespace zel {
 namespace {
@@ -157,6 +158,19 @@ TEST_F(Startup, ARunningRootFollowsANewModeOrKeepsTheOld) {
   EXPECT_EQ(Change(24, &root), kGraphicsError);
   EXPECT_EQ(CurrentScreenUpdate()->GetCanvas(), nullptr) << "not even the old mode";
   root.DrawDirty();
+  root.MsgEnd();
+}
+
+TEST_F(Startup, AWindowThatIsTheRootFillsANewModeWithItsFrame) {
+  InstallToolkit(nullptr);
+  Window root;
+  root.MsgStart();
+  for (const Size size : {Size{800, 600}, {320, 200}}) {
+    ChangeScreenMode(0, true, size.w, size.h, 16, &root);
+    root.MsgTick();
+    EXPECT_EQ(root.Bounds(), Rect(0, 0, size.w, size.h));
+    EXPECT_EQ(root.Client().w(), size.w - 8);
+  }
   root.MsgEnd();
 }
 
