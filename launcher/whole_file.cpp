@@ -6,8 +6,7 @@ namespace zel {
 
 std::string ReadWhole(const char* fileName) {
   constexpr std::size_t kLongestFile = std::size_t{32} << 20;
-  const Bytes bytes = ReadBytes(fileName, kLongestFile);
-  return {bytes.begin(), bytes.end()};
+  return ReadText(fileName, kLongestFile);
 }
 
 }  // namespace zel

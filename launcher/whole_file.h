@@ -5,7 +5,8 @@
 
 namespace zel {
 
-// The bytes of a file. Empty for one that is missing, no plain file or longer than 32 megabytes.
+// The text of a file, without a byte order mark. Empty for one that is missing, no plain file or
+// longer than 32 megabytes.
 std::string ReadWhole(const char* fileName);
 
 }  // namespace zel

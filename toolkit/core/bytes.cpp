@@ -6,7 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <string>
+#include <string_view>
 
 #include "toolkit/core/allegro.h"
 
@@ -53,6 +53,14 @@ Bytes ReadBytes(const char* path, std::size_t limit) {
   Bytes bytes = ReadAll(file, limit);
   close(file);
   return bytes;
+}
+
+std::string ReadText(const char* path, std::size_t limit) {
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";
+  const Bytes bytes = ReadBytes(path, limit);
+  std::string text{bytes.begin(), bytes.end()};
+  if (text.starts_with(kMark)) text.erase(0, kMark.size());
+  return text;
 }
 
 bool WriteBytes(const char* path, std::span<const char> bytes) {

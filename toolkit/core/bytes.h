@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace zel {
@@ -20,6 +21,8 @@ bool IsFile(const char* path);
 // program shortens meanwhile, and a "#" in a name takes them into datafiles, where they trust every
 // number.
 Bytes ReadBytes(const char* path, std::size_t limit);
+// The same as text. The byte order mark that some editors put before UTF-8 is no part of it.
+std::string ReadText(const char* path, std::size_t limit);
 // Replaces the content of a file or makes a new one; false when that fails.
 bool WriteBytes(const char* path, std::span<const char> bytes);
 

@@ -18,9 +18,9 @@ std::string WithoutZeros(std::string text) {
   return text;
 }
 
-std::string ReadText(const char* path, std::size_t limit) {
-  const Bytes bytes = ReadBytes(path, limit);
-  return Converted(WithoutZeros({bytes.begin(), bytes.end()}), U_UTF8, U_CURRENT);
+// What a file says, in the current format.
+std::string Read(const std::string& stored) {
+  return Converted(WithoutZeros(stored), U_UTF8, U_CURRENT);
 }
 
 std::vector<std::string> SplitLines(const std::string& text) {
@@ -46,10 +46,10 @@ bool EndsSection(const std::string& line) {
 
 }  // namespace
 
-void UseConfigFile(const char* path) { UseConfigText(ReadText(path, kLongestFile)); }
+void UseConfigFile(const char* path) { UseConfigText(Read(ReadText(path, kLongestFile))); }
 
 void SaveConfigFile(const char* path, const char* section, const std::vector<const char*>& names) {
-  std::vector<std::string> lines = SplitLines(ReadText(path, kNoLimit));
+  std::vector<std::string> lines = SplitLines(Read(ReadText(path, kNoLimit)));
   auto head = std::find_if(lines.begin(), lines.end(),
                            [section](const std::string& line) { return IsFor(line, section); });
   if (head == lines.end()) {

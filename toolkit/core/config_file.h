@@ -6,8 +6,9 @@
 
 namespace zel {
 
-// Makes a file Allegro's current configuration, as set_config_file does: a missing one is empty,
-// UTF-8 becomes the current text format. So is one of more than 128 KB.
+// Makes a file Allegro's current configuration, as set_config_file does: UTF-8, with or without a
+// byte order mark, becomes the current text format; a missing file is empty, and so is one of more
+// than 128 KB.
 //
 // Made for damaged files: zero bytes are spaces, and lines end after 4096 bytes. Allegro takes
 // minutes for a line of a million spaces and writes past its buffer where a character of several

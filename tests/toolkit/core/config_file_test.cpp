@@ -23,6 +23,7 @@ TEST_F(ConfigFileTest, FilesOfAnyContentAreReadAsFarAsTheyMakeSense) {
   EXPECT_EQ(Read(start + "va" + std::string(1, '\0') + "lue\nother = x"), "va lue");
   EXPECT_EQ(Read("[Section]\nfirst = " + spaces + "x\nkey = y"), "y");
   EXPECT_EQ(Read("[Section]\nkey = x" + spaces), "x");
+  EXPECT_EQ(Read("\xEF\xBB\xBF[Section]\nkey = x"), "x") << "a byte order mark";
   EXPECT_EQ(Read(start + std::string(200'000, 'x')), "none") << "too long a file";
   for (std::size_t length = 240; length < 260; ++length) {
     const std::string value = std::string(length, 'x') + "\xE2\x82\xAC";
