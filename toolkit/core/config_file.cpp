@@ -23,6 +23,8 @@ std::string Read(const std::string& stored) {
   return Converted(WithoutZeros(stored), U_UTF8, U_CURRENT);
 }
 
+std::string Stored(const std::string& text) { return Converted(text, U_CURRENT, U_UTF8); }
+
 std::vector<std::string> SplitLines(const std::string& text) {
   std::vector<std::string> lines;
   for (std::size_t start = 0; start < text.size();) {
@@ -33,38 +35,38 @@ std::vector<std::string> SplitLines(const std::string& text) {
   return lines;
 }
 
-// Whether a line sets `name`, or begins the section of that name.
+std::string TrimmedLine(const std::string& stored) { return Trimmed(Read(stored).c_str()); }
+
+// Whether a stored line sets `name`, or begins the section of that name.
 bool IsFor(const std::string& line, const char* name) {
-  const std::string trimmed = Trimmed(line.c_str());
+  const std::string trimmed = TrimmedLine(line);
   return ustricmp(trimmed.substr(0, trimmed.find_first_of(" \t\f\v=#")).c_str(), name) == 0;
 }
 
-bool EndsSection(const std::string& line) {
-  const std::string trimmed = Trimmed(line.c_str());
-  return !trimmed.empty() && trimmed.front() == '[';
-}
+bool EndsSection(const std::string& line) { return TrimmedLine(line).starts_with('['); }
 
 }  // namespace
 
 void UseConfigFile(const char* path) { UseConfigText(Read(ReadText(path, kLongestFile))); }
 
 void SaveConfigFile(const char* path, const char* section, const std::vector<const char*>& names) {
-  std::vector<std::string> lines = SplitLines(Read(ReadText(path, kNoLimit)));
+  std::vector<std::string> lines = SplitLines(ReadText(path, kNoLimit));
   auto head = std::find_if(lines.begin(), lines.end(),
                            [section](const std::string& line) { return IsFor(line, section); });
   if (head == lines.end()) {
     if (!lines.empty()) lines.emplace_back();
-    head = lines.insert(lines.end(), section);
+    head = lines.insert(lines.end(), Stored(section));
   }
   const auto first = head - lines.begin() + 1;
   for (const char* name : names) {
-    const std::string line = std::string{name} + " = " + get_config_string(section, name, "");
+    const std::string line =
+        Stored(std::string{name} + " = " + get_config_string(section, name, ""));
     const auto begin = lines.begin() + first;
     const auto end = std::find_if(begin, lines.end(), EndsSection);
     const auto old = std::find_if(
         begin, end, [name](const std::string& candidate) { return IsFor(candidate, name); });
     // What is new comes before the blank lines that part the sections.
-    const auto isBlank = [](const std::string& text) { return Trimmed(text.c_str()).empty(); };
+    const auto isBlank = [](const std::string& text) { return TrimmedLine(text).empty(); };
     if (old != end)
       *old = line;
     else
@@ -72,7 +74,7 @@ void SaveConfigFile(const char* path, const char* section, const std::vector<con
   }
   std::string text;
   for (const std::string& line : lines) text += line + '\n';
-  WriteBytes(path, Converted(text, U_CURRENT, U_UTF8));
+  WriteBytes(path, text);
 }
 
 void UseConfigText(const std::string& text) {

@@ -20,7 +20,7 @@ void UseConfigFile(const char* path);
 void UseConfigText(const std::string& text);
 
 // Puts what the current configuration says for some names of a section, "[Section]" with brackets,
-// into a file of any size. All other lines of it stay.
+// into a file of any size. All other lines of it stay, byte by byte.
 void SaveConfigFile(const char* path, const char* section, const std::vector<const char*>& names);
 
 }  // namespace zel

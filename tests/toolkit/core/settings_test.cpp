@@ -87,12 +87,13 @@ TEST_F(SettingsTest, TheFirstSectionWithOneOfTheKeysStandsForAMissingOne) {
 }
 
 TEST_F(SettingsTest, SavingKeepsTheOtherLinesOfAnyFile) {
-  const std::string before = "# " + std::string(252, 'x') + "\xC3\xA9";
+  UseLatin1();  // which has no euro
+  const std::string before = "# " + std::string(252, 'x') + "\xE2\x82\xAC\xFF";
   const std::string after = "\n[Other]\nscreenWidth = 6\nkey = " + std::string(200'000, 'x') + '\n';
   const TempFile file{before + "\r\n[Toolkit]\r\nscreenwidth=5\n# last\n" + after, "a#b.cfg"};
   Settings changed = Read(file.Path());
   changed.screenWidth = 7;
-  changed.skinPath.Assign("\xC3\xA9");
+  changed.skinPath.Assign("\xE9");
   changed.Save();
   EXPECT_TRUE(file.Content().starts_with(
       before + "\n[Toolkit]\nscreenWidth = 7\n# last\nskinPath = \xC3\xA9\n"));
