@@ -8,12 +8,17 @@ namespace {
 
 constexpr std::size_t kFileHeader = 14;
 constexpr std::size_t kOs2Header = 12, kWindowsHeader = 40;
+// The last two begin as Windows' header and go on with masks.
+constexpr std::size_t kHeaders[] = {kOs2Header, kWindowsHeader, 108, 124};
+constexpr std::size_t kMasksBytes = 12;
+constexpr std::size_t kPixelsFieldAt = 10, kHeaderBytesAt = 14;
 constexpr std::size_t kHeightAt = 22, kBitsAt = 28, kCompressionAt = 30;  // in Windows' header
 
 enum Compression { kPlain, kRuns8, kRuns4, kMasks };
 
 struct Header {
-  std::size_t pixelsAt = 0;  // where Allegro begins to read them
+  std::size_t bytes = 0;     // without the file's
+  std::size_t pixelsAt = 0;  // where Allegro begins to read them, or would if it knew long headers
   int width = 0, height = 0;
   bool isTopDown = false;
   int bits = 0;  // of a pixel
@@ -23,6 +28,7 @@ struct Header {
     const int doubleWords = (width * bits + 31) / 32;
     return static_cast<std::size_t>(doubleWords) * 4;
   }
+  bool IsLong() const { return bytes > kWindowsHeader; }
   std::size_t PixelBytes() const { return RowBytes() * static_cast<std::size_t>(height); }
 };
 
@@ -55,9 +61,10 @@ bool ReadHeader(const Bytes& file, Header& header) {
   if (reader.Little16() != ('B' | 'M' << 8)) return false;
   reader.Skip(8);
   const std::size_t pixelsAt = reader.Little32();
-  const std::size_t headerBytes = reader.Little32();
-  if (headerBytes != kOs2Header && headerBytes != kWindowsHeader) return false;
-  const bool isOs2 = headerBytes == kOs2Header;
+  header.bytes = reader.Little32();
+  if (std::find(std::begin(kHeaders), std::end(kHeaders), header.bytes) == std::end(kHeaders))
+    return false;
+  const bool isOs2 = header.bytes == kOs2Header;
   const auto side = [&] {
     return isOs2 ? reader.Little16() : static_cast<std::int32_t>(reader.Little32());
   };
@@ -70,11 +77,10 @@ bool ReadHeader(const Bytes& file, Header& header) {
   header.bits = reader.Little16();
   if (!isOs2) header.compression = reader.Little32();
   reader.Skip(isOs2 ? 0 : kWindowsHeader - 20);
+  header.pixelsAt = std::max(kFileHeader + header.bytes, pixelsAt);
   if (header.compression == kMasks) {
     header.bits = BitsOfMasks(reader);
-    header.pixelsAt = kFileHeader + headerBytes + 12;
-  } else {
-    header.pixelsAt = std::max(kFileHeader + headerBytes, pixelsAt);
+    if (!header.IsLong()) header.pixelsAt = kFileHeader + header.bytes + kMasksBytes;
   }
   return reader.IsSound() && FitsBits(header) && header.pixelsAt <= file.size();
 }
@@ -145,30 +151,52 @@ bool Unpack(ByteReader packed, int bits, Canvas& canvas) {
   return true;
 }
 
+void WriteLittle32(Bytes& bytes, std::size_t at, std::size_t value) {
+  for (std::size_t i = 0; i < 4; ++i) bytes[at + i] = static_cast<std::uint8_t>(value >> 8 * i);
+}
+
+// What comes before the pixels. A long header is cut to the one that Allegro knows, with the masks,
+// if the colours have any, still behind that.
+Bytes Start(const Bytes& file, const Header& header) {
+  Bytes start(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(header.pixelsAt));
+  if (!header.IsLong()) return start;
+  constexpr std::ptrdiff_t kEnd = kFileHeader + kWindowsHeader;
+  if (header.compression == kMasks)
+    start.resize(kEnd + kMasksBytes);
+  else
+    start.erase(start.begin() + kEnd,
+                start.begin() + static_cast<std::ptrdiff_t>(kFileHeader + header.bytes));
+  WriteLittle32(start, kHeaderBytesAt, kWindowsHeader);
+  WriteLittle32(start, kPixelsFieldAt, start.size());
+  return start;
+}
+
 // The same picture without runs, of 8 bits a pixel; empty when it is damaged.
 Bytes WithoutRuns(const Bytes& file, const Header& header) {
   Header plain = header;
   plain.bits = 8;
   Canvas canvas{plain};
   if (!Unpack(ByteReader{std::span{file}.subspan(header.pixelsAt)}, header.bits, canvas)) return {};
-  Bytes unpacked(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(header.pixelsAt));
+  Bytes unpacked = Start(file, header);
   unpacked[kBitsAt] = 8;
   unpacked[kCompressionAt] = kPlain;
   unpacked.insert(unpacked.end(), canvas.Rows().begin(), canvas.Rows().end());
   return unpacked;
 }
 
-// The same picture with the bottom row first: Allegro takes the sign of the height for a part of
-// the number where a long has more than 32 bits.
-Bytes BottomUp(const Bytes& file, const Header& header) {
-  Bytes turned(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(header.pixelsAt));
-  for (std::size_t i = 0; i < 4; ++i)
-    turned[kHeightAt + i] = static_cast<std::uint8_t>(header.height >> 8 * i);
-  const std::size_t rowBytes = header.RowBytes();
-  for (std::size_t end = header.pixelsAt + header.PixelBytes(); end > header.pixelsAt;
-       end -= rowBytes)
-    turned.insert(turned.end(), file.begin() + static_cast<std::ptrdiff_t>(end - rowBytes),
-                  file.begin() + static_cast<std::ptrdiff_t>(end));
+// The same picture with a short header and the bottom row first: Allegro takes the sign of the
+// height for a part of the number where a long has more than 32 bits.
+Bytes ShortAndBottomUp(const Bytes& file, const Header& header) {
+  Bytes turned = Start(file, header);
+  WriteLittle32(turned, kHeightAt, static_cast<std::size_t>(header.height));
+  turned.reserve(turned.size() + header.PixelBytes());
+  const auto rowBytes = static_cast<std::ptrdiff_t>(header.RowBytes());
+  for (int y = 0; y < header.height; ++y) {
+    const int row = header.isTopDown ? header.height - 1 - y : y;
+    const auto pixels =
+        file.begin() + static_cast<std::ptrdiff_t>(header.pixelsAt) + row * rowBytes;
+    turned.insert(turned.end(), pixels, pixels + rowBytes);
+  }
   return turned;
 }
 
@@ -183,8 +211,9 @@ BITMAP* LoadBmp(const Bytes& file, RGB* palette) {
     return plain.empty() ? nullptr : LoadFromMemory(plain, load_bmp_pf, isPaletted, palette);
   }
   if (file.size() - header.pixelsAt < header.PixelBytes()) return nullptr;
-  return LoadFromMemory(header.isTopDown ? BottomUp(file, header) : file, load_bmp_pf, isPaletted,
-                        palette);
+  if (!header.isTopDown && !header.IsLong())
+    return LoadFromMemory(file, load_bmp_pf, isPaletted, palette);
+  return LoadFromMemory(ShortAndBottomUp(file, header), load_bmp_pf, isPaletted, palette);
 }
 
 }  // namespace zel

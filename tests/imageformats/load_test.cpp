@@ -225,6 +225,7 @@ Bytes Hex(std::string digits) {
 
 // The palettes are black, which stands for what is masked, red, green and blue.
 const std::string kZeros(40, '0'), kBmp = "424D 00000000 00000000 46000000 28000000 ";
+const std::string kLongBmp(136, '0');  // what a long header has more, without masks
 const std::string kBmpPalette = kZeros + "00000000 0000FF00 00FF0000 FF000000 ";
 const std::string kLbm = "464F524D 00000000 ", kLbmHeader = " 424D4844 00000014 ";
 const std::string kLbmPalette =
@@ -263,7 +264,16 @@ const std::tuple<const char*, std::string, Rows> kExamples[] = {
     // With runs that go on beyond the end of the row.
     {"bmp",
      kBmp + "03000000 02000000 0100 0800 01000000" + kBmpPalette + "0401 0000 0201 0203 00 01",
-     {"rrb", "rrr"}}};
+     {"rrb", "rrr"}},
+    // With long headers: a palette with magenta behind one, masks in another.
+    {"bmp",
+     "424D 00000000 00000000 8A000000 6C000000 03000000 02000000 0100 0800 00000000" + kZeros +
+         kLongBmp + "00000000 0000FF00 FF00FF00 FF000000 00010200 03030100",
+     {"bbr", "kr."}},
+    {"bmp",
+     "424D 00000000 00000000 8C000000 7C000000 02000000 FFFFFFFF 0100 2000 03000000" + kZeros +
+         "0000FF00 00FF0000 FF000000 000000FF" + kLongBmp + "ABCD" + "FF00FF80 00FF0000",
+     {".g"}}};
 
 TEST_F(LoadTest, LibraryFormatsAreReadAsTheyAreMeant) {
   for (const auto& [extension, digits, rows] : kExamples)
