@@ -27,15 +27,48 @@ BITMAP* DropAlpha(BITMAP* picture) {
   return picture;
 }
 
+// Gives the colours of a picture's own palette the nearest places in the current one. As in true
+// colours, magenta is masked, and the first entry is a colour like any other.
+void TakeCurrentPalette(BITMAP* picture, const RGB* own) {
+  PALETTE current;
+  get_palette(current);
+  std::uint8_t places[PAL_SIZE];
+  std::transform(own, own + PAL_SIZE, places, [&current](const RGB& color) {
+    const bool isMagenta = color.r == 63 && color.g == 0 && color.b == 63;
+    const int place = isMagenta ? MASK_COLOR_8 : bestfit_color(current, color.r, color.g, color.b);
+    return static_cast<std::uint8_t>(place);
+  });
+  for (int y = 0; y < picture->h; ++y) {
+    std::uint8_t* row = picture->line[y];
+    std::transform(row, row + picture->w, row, [&places](int pixel) { return places[pixel]; });
+  }
+}
+
+// Allegro leaves the pixels of a paletted file as they are there.
+BITMAP* LoadForCurrentPalette(const Format& format, const Bytes& file) {
+  const int conversion = get_color_conversion();
+  set_color_conversion(COLORCONV_NONE);
+  PALETTE own;
+  BITMAP* picture = DropAlpha(format.load(file, own));
+  set_color_conversion(conversion);
+  if (!picture) return nullptr;
+  if (bitmap_color_depth(picture) == 8) TakeCurrentPalette(picture, own);
+  return FinishPicture(picture, 8, nullptr);
+}
+
+BITMAP* LoadLibraryFormat(const Format& format, const Bytes& file, RGB* palette) {
+  if (get_color_conversion() == COLORCONV_NONE) return format.load(file, palette);
+  if (get_color_depth() == 8 && !palette) return LoadForCurrentPalette(format, file);
+  return DropAlpha(format.load(file, palette));
+}
+
 }  // namespace
 
 BITMAP* LoadPicture(const char* fileName, RGB* palette) {
   const char* extension = get_extension(fileName);
   for (const Format& format : kLibraryFormats)
-    if (ustricmp(extension, Ascii(format.extension)) == 0) {
-      BITMAP* picture = format.load(ReadPicture(fileName), palette);
-      return get_color_conversion() == COLORCONV_NONE ? picture : DropAlpha(picture);
-    }
+    if (ustricmp(extension, Ascii(format.extension)) == 0)
+      return LoadLibraryFormat(format, ReadPicture(fileName), palette);
   return load_bitmap(fileName, palette);
 }
 

@@ -276,8 +276,16 @@ const std::tuple<const char*, std::string, Rows> kExamples[] = {
      {".g"}}};
 
 TEST_F(LoadTest, LibraryFormatsAreReadAsTheyAreMeant) {
-  for (const auto& [extension, digits, rows] : kExamples)
-    ExpectSturdy(extension, Hex(digits), rows);
+  PALETTE colors;
+  generate_332_palette(colors);
+  set_palette(colors);
+  for (const int depth : {32, 8}) {
+    UseDepth(depth);
+    set_color_conversion(PictureConversion());
+    for (const auto& [extension, digits, rows] : kExamples)
+      ExpectSturdy(extension, Hex(digits), rows);
+  }
+  set_color_conversion(COLORCONV_TOTAL);
   for (const int depth : {8, 24}) {
     UseDepth(depth);
     const BitmapPtr picture = Paint({"rgbwk", "yc?rg"});
