@@ -9,7 +9,7 @@ namespace {
 
 constexpr int kTrueColor = 24;
 constexpr std::uint8_t kHalfOpaque = 128;
-constexpr std::size_t kLargestFile = 256u << 20;
+constexpr std::size_t kLargestFile = 130u << 20;  // the largest picture takes 128 MiB
 
 // The shifts of a pixel format, copied from Allegro's variables so that loops need not read them
 // again for every pixel.

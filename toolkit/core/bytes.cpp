@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <string_view>
 
@@ -24,8 +23,9 @@ std::string SystemName(const char* path) {
 Bytes ReadAll(int file, std::size_t limit) {
   struct stat status;
   if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) return {};
+  if (static_cast<std::uint64_t>(status.st_size) > limit) return {};
   // One byte more than expected, to notice the end.
-  Bytes bytes(std::min(static_cast<std::size_t>(status.st_size), limit) + 1);
+  Bytes bytes(static_cast<std::size_t>(status.st_size) + 1);
   std::size_t length = 0;
   for (;;) {
     const ssize_t count = read(file, bytes.data() + length, bytes.size() - length);
