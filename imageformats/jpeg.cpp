@@ -47,6 +47,10 @@ void EscapeFromEndlessScans(j_common_ptr info) {
   if (reinterpret_cast<j_decompress_ptr>(info)->input_scan_number > kMostScans) Escape(info);
 }
 
+// A progressive picture is kept as a whole until its last scan; beyond this libjpeg gives up.
+// Others need rows alone.
+constexpr long kMostMemory = 128L << 20;
+
 // Turns cyan, magenta, yellow and black into red, green, blue and alpha. Programs that leave an
 // Adobe marker write them inverted.
 void ConvertCmyk(JSAMPLE* pixel, JDIMENSION width, bool inverted) {
@@ -91,6 +95,7 @@ bool Decode(Decoder& decoder, const std::uint8_t* bytes, std::size_t length, int
     return false;
   }
   jpeg_create_decompress(&info);
+  info.mem->max_memory_to_use = kMostMemory;
   decoder.progress.progress_monitor = EscapeFromEndlessScans;
   info.progress = &decoder.progress;
   jpeg_mem_src(&info, bytes, static_cast<unsigned long>(length));
