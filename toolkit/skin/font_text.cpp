@@ -114,7 +114,8 @@ int Font::HotkeyTextout(Bitmap& target, const char* text, int x, int y, Color co
   const std::string before = plain.text.substr(0, at);
   const std::string key = CutToChars(plain.text.c_str() + at, 1);
   const int left = x + TextLength(before.c_str());
-  target.hline(left, y + TextHeight(), left + TextLength(key.c_str()) - 1, color);
+  const int keyWidth = TextLength(key.c_str());
+  if (keyWidth > 0) target.hline(left, y + TextHeight(), left + keyWidth - 1, color);
   return width;
 }
 

@@ -220,6 +220,13 @@ TEST_F(FontTest, HotkeyIsUnderlined) {
       if (underlined >= 0) expected.hline(key, 6 + kCell, key + kCell - 1, white);
       EXPECT_EQ(Pixels(out), Pixels(expected)) << text;
     }
+  const auto face = Open(outlines);
+  SkinBitmap out = Blank(), expected = Blank();
+  font.Set(face.get());
+  font.Textout(expected, "e\u0301", 60, 6, white, -1, kAlignLeft);
+  font.HotkeyTextout(out, "e&\u0301", 60, 6, white, -1, -1, kAlignLeft);
+  EXPECT_EQ(Pixels(out), Pixels(expected)) << "a key without width";
+  font.Reset();
   Bitmap none;
   std::string text;
   for (int i = 0; i < 600; ++i) text += "&&é";  // three bytes each without the marks
