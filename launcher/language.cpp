@@ -17,15 +17,6 @@
 namespace zel {
 namespace {
 
-struct LanguageCode {
-  const char* code;
-  Language language;
-};
-constexpr LanguageCode kCodes[] = {
-    {"en", kEnglish}, {"ru", kRussian}, {"de", kGerman},  {"fr", kFrench},   {"pl", kPolish},
-    {"es", kSpanish}, {"it", kItalian}, {"cn", kChinese}, {"ja", kJapanese},
-};
-
 // How the texts of a language are written: one code page of Allegro's, or UTF-8.
 struct Encoding {
   const char* codeset;
@@ -35,6 +26,20 @@ constexpr Encoding kWestern = {"ISO-8859-15", WesternCodePage};
 constexpr Encoding kCyrillic = {"KOI8-R", RussianCodePage};
 constexpr Encoding kCentralEuropean = {"CP1250", CentralEuropeanCodePage};
 constexpr Encoding kUnicode = {"UTF-8", nullptr};
+
+struct LanguageRow {
+  const char* code;
+  Language language;
+  const char* catalogue;
+  const Encoding& encoding;
+};
+constexpr LanguageRow kLanguages[] = {
+    {"en", kEnglish, "en", kWestern},        {"ru", kRussian, "ru", kCyrillic},
+    {"de", kGerman, "de", kWestern},         {"fr", kFrench, "fr", kWestern},
+    {"pl", kPolish, "pl", kCentralEuropean}, {"es", kSpanish, "es", kWestern},
+    {"it", kItalian, "it", kWestern},        {"cn", kChinese, "zh_CN", kUnicode},
+    {"ja", kJapanese, "ja", kUnicode},
+};
 
 constexpr std::string_view kWhite = " \t\v\f";
 constexpr std::size_t kLongestFile = 1 << 20;
@@ -80,32 +85,24 @@ void ReadLanguageCode() {
   }
 }
 
-}  // namespace
-
-int LanguageIndex() {
+const LanguageRow& ReadLanguage() {
   ReadLanguageCode();
-  for (const LanguageCode& row : kCodes)
-    if (std::strcmp(row.code, launcherState.languageCode) == 0) return row.language;
-  return kEnglish;
+  for (const LanguageRow& row : kLanguages)
+    if (std::strcmp(row.code, launcherState.languageCode) == 0) return row;
+  return kLanguages[0];
 }
 
+}  // namespace
+
+int LanguageIndex() { return ReadLanguage().language; }
+
 void SetupEncoding() {
-  const Encoding* encoding = &kWestern;
-  switch (LanguageIndex()) {
-    case kRussian:
-      encoding = &kCyrillic;
-      break;
-    case kPolish:
-      encoding = &kCentralEuropean;
-      break;
-    case kChinese:
-    case kJapanese:
-      encoding = &kUnicode;
-  }
+  const LanguageRow& language = ReadLanguage();
+  const Encoding& encoding = language.encoding;
   set_uformat(U_ASCII);
-  set_uformat(encoding->codePage ? U_ASCII_CP : U_UTF8);
-  if (encoding->codePage) set_ucodepage(encoding->codePage(), nullptr);
-  SetTextEncoding(encoding->codeset);
+  set_uformat(encoding.codePage ? U_ASCII_CP : U_UTF8);
+  if (encoding.codePage) set_ucodepage(encoding.codePage(), nullptr);
+  SetTextLanguage(language.catalogue, encoding.codeset);
 }
 
 }  // namespace zel

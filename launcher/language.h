@@ -19,7 +19,7 @@ enum Language : int {
 // is none or it is not known. Keeps its code in launcherState.
 int LanguageIndex();
 
-// Sets Allegro's text format and code page for the language.
+// Sets Allegro's text format and code page, and what texts are translated to, for the language.
 void SetupEncoding();
 
 }  // namespace zel

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <clocale>
+#include <cstdlib>
 #include <iterator>
 
 #include "launcher/paths.h"
@@ -77,7 +78,8 @@ const char* Text(std::uint32_t id) {
   return Translate(id <= kLastBrandId ? kBrandDomain : kDomain, english);
 }
 
-void SetTextEncoding(const char* codeset) {
+void SetTextLanguage(const char* catalogue, const char* codeset) {
+  setenv("LANGUAGE", catalogue, 1);
   bind_textdomain_codeset(kDomain, codeset);
   bind_textdomain_codeset(kBrandDomain, codeset);
 }

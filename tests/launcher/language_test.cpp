@@ -62,18 +62,15 @@ TEST_F(LanguageTest, EncodingFollowsTheLanguage) {
 }
 
 struct Translation {
-  const char *code, *catalogue, *back;
+  const char *code, *back;
   bool hasLetters;  // in the fonts of the example
 };
 constexpr Translation kTranslations[] = {
-    {"de", "de", "Zurück zum vorigen Menü", true},
-    {"ru", "ru", "Назад в предыдущее меню", true},
-    {"fr", "fr", "Retour au menu précédent", true},
-    {"es", "es", "Volver al menú anterior", true},
-    {"pl", "pl", "Powrót do poprzedniego menu", true},
-    {"it", "it", "Torna al menu precedente", true},
-    {"cn", "zh_CN", "返回上一级菜单", false},
-    {"ja", "ja", "前のメニューに戻る", false},
+    {"en", "Back to the previous menu", true}, {"de", "Zurück zum vorigen Menü", true},
+    {"ru", "Назад в предыдущее меню", true},   {"fr", "Retour au menu précédent", true},
+    {"es", "Volver al menú anterior", true},   {"pl", "Powrót do poprzedniego menu", true},
+    {"it", "Torna al menu precedente", true},  {"cn", "返回上一级菜单", false},
+    {"ja", "前のメニューに戻る", false},
 };
 constexpr const char* kExampleFont = ZEL_DATA "/skin/fonts/DejaVuSans.ttf";
 constexpr std::uint32_t kAllTexts[] = {1312, 1320, 1513, 1515, 1516};
@@ -81,7 +78,7 @@ constexpr std::uint32_t kAllTexts[] = {1312, 1320, 1513, 1515, 1516};
 // Ends the process with failure where a shipped translation is not shown as it is written.
 [[noreturn]] void ShowTranslation(const Translation& language) {
   setenv("LC_ALL", "C.UTF-8", 1);
-  setenv("LANGUAGE", language.catalogue, 1);
+  setenv("LANGUAGE", "de", 1);  // says nothing
   paths.catalogues = ZEL_CATALOGUES;
   IndexOf(std::string{"LANG="} + language.code);
   SetupEncoding();
