@@ -40,15 +40,15 @@ constexpr FallbackMode kFallbackModes[] = {
 enum class Directory { kConfiguration, kSaved };
 
 void ChangeDirectory(Directory directory) {
-  const char* path = directory == Directory::kConfiguration ? paths.configDirectory
-                                                            : launcherState.savedDirectory.c_str();
+  const char* path =
+      directory == Directory::kConfiguration ? paths.configDirectory : launcherState.savedDirectory;
   // Without its directory the launcher finds no files and shows its defaults.
   if (chdir(path) != 0) return;
 }
 
 void SaveDirectory() {
-  char path[260];
-  launcherState.savedDirectory.Assign(getcwd(path, sizeof path));
+  auto& path = launcherState.savedDirectory;
+  if (!getcwd(path, sizeof path)) *path = '\0';
 }
 
 [[noreturn]] void EndWithoutGraphics() {

@@ -17,7 +17,7 @@ struct LauncherState {
   std::int32_t exitCode = 0;            // of the current item; what the process returns
   FixedText<256> outputString;          // of the current item
   bool mousePending = false;            // no mouse driver yet: its server was not running at start
-  FixedText<260> savedDirectory;        // the working directory at start
+  char savedDirectory[260] = {};        // the working directory at start, in raw bytes
 };
 
 inline LauncherState launcherState;
