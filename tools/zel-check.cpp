@@ -16,6 +16,7 @@
 #include <initializer_list>
 #include <map>
 #include <set>
+#include <span>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -62,6 +63,9 @@ constexpr Key kScreenKeys[] = {
     {"HintFile", Kind::kFile, true}, {"LinesNumber", Kind::kNumber},
     {"BacklineColor", Kind::kColor},
 };
+using Keys = std::span<const Key>;
+constexpr Keys kGeneralKeys = kScreenKeys;
+constexpr Keys kSizeKeys = kGeneralKeys.first(12);  // what a section for one size may have
 constexpr Key kItemKeys[] = {
     {"Title", Kind::kText, true},      {"Icon", Kind::kPicture},       {"Submenu", Kind::kFile},
     {"ExCode", Kind::kNumber},         {"ExString", Kind::kText},      {"HintSection", Kind::kText},
@@ -81,7 +85,7 @@ class Place {
   explicit Place(std::string fileName, std::string section = {}, std::string key = {})
       : text_{std::move(fileName)} {
     if (!section.empty()) text_ += ": [" + section + "]";
-    if (!key.empty()) text_ += " " + key;
+    if (!key.empty()) text_ += (section.empty() ? ": " : " ") + key;
   }
   void Report(const std::string& what) const {
     static std::set<std::string> said;
@@ -111,17 +115,29 @@ std::vector<std::string> Names(const char* section) {
   return found;
 }
 
-// Allegro names each section once.
-void CheckRepeats(const std::string& file, const std::string& text) {
-  std::set<std::string> seen;
+void ReportUnread(const Place& place, const std::string& key) {
+  place.Report(key.rfind('[', 0) == 0 ? "is no section head" : "nobody reads this key");
+}
+
+// What Allegro does not list: what stands there twice, and keys before the first section.
+void CheckLines(const std::string& file, const std::string& text) {
+  std::set<std::string> sections, keys;
+  std::string section;
   std::istringstream lines{text};
   for (std::string line; std::getline(lines, line);) {
     line = Trimmed(line.c_str());
-    const std::size_t end = line.find(']');
-    if (line.rfind('[', 0) != 0 || end == std::string::npos) continue;
-    const std::string name = line.substr(1, end - 1);
-    if (!seen.insert(Lower(name)).second)
-      Place{file, name}.Report("begins more than once; of each key the first counts");
+    const std::string name = line.substr(0, line.find_first_of(" \t\v\f=#"));
+    if (name.empty()) continue;
+    if (name.front() == '[' && name.back() == ']') {
+      section = name.substr(1, name.size() - 2);
+      keys.clear();
+      if (!sections.insert(Lower(section)).second)
+        Place{file, section}.Report("begins more than once; of each key the first counts");
+    } else if (sections.empty()) {
+      ReportUnread(Place{file, {}, name}, name);
+    } else if (!keys.insert(Lower(name)).second) {
+      Place{file, section, name}.Report("stands there twice; the first counts");
+    }
   }
 }
 
@@ -132,8 +148,7 @@ std::string ReadMenuFile(const std::string& name) {
   return text;
 }
 
-template <std::size_t kCount>
-const Key* FindKey(const Key (&keys)[kCount], const std::string& name) {
+const Key* FindKey(Keys keys, const std::string& name) {
   for (const Key& key : keys) {
     if (Lower(name) == Lower(key.name)) return &key;
     const std::string stem = std::string{key.name} + ".";
@@ -186,20 +201,18 @@ void CheckValue(const Place& place, Kind kind, const std::string& value) {
   }
 }
 
-template <std::size_t kCount>
-void CheckKeys(const std::string& file, const std::string& section, const Key (&keys)[kCount]) {
+void CheckKeys(const std::string& file, const std::string& section, Keys keys) {
   for (const std::string& name : Names(section.c_str())) {
     const Place place{file, section, name};
     if (const Key* key = FindKey(keys, name))
       CheckValue(place, key->kind, get_config_string(section.c_str(), name.c_str(), ""));
     else
-      place.Report("nobody reads this key");
+      ReportUnread(place, name);
   }
 }
 
 // What a section of the current file says for a key, in all languages.
-template <std::size_t kCount>
-std::vector<std::string> Values(const char* section, const Key (&keys)[kCount], const char* name) {
+std::vector<std::string> Values(const char* section, Keys keys, const char* name) {
   std::vector<std::string> values;
   for (const std::string& found : Names(section))
     if (const Key* key = FindKey(keys, found); key && std::string_view{key->name} == name)
@@ -217,12 +230,15 @@ int LineNumber(const std::string& section) {
   return isNumber ? static_cast<int>(std::strtol(digits.c_str(), nullptr, kDecimal)) : 0;
 }
 
-bool IsScreenSection(const std::string& section) {
-  if (Lower(section) == Lower(kGeneral)) return true;
-  return std::any_of(std::begin(kScreens), std::end(kScreens), [&section](const Size& size) {
-    return Lower(section) == Lower(std::string{kGeneral} + "_" + std::to_string(size.w) + "x" +
-                                   std::to_string(size.h));
-  });
+// The keys of a section that describes the screen; none for any other.
+Keys ScreenKeys(const std::string& section) {
+  if (Lower(section) == Lower(kGeneral)) return kGeneralKeys;
+  const bool isForASize =
+      std::any_of(std::begin(kScreens), std::end(kScreens), [&section](const Size& size) {
+        return Lower(section) == Lower(std::string{kGeneral} + "_" + std::to_string(size.w) + "x" +
+                                       std::to_string(size.h));
+      });
+  return isForASize ? kSizeKeys : Keys{};
 }
 
 // A hint file, and the sections of it that items name.
@@ -287,7 +303,7 @@ std::string CheckItem(const std::string& file, const std::string& section) {
 std::vector<std::string> CheckSections(const std::string& file) {
   const std::string text = ReadMenuFile(file);
   UseConfigText(text);
-  CheckRepeats(file, text);
+  CheckLines(file, text);
   const int lines = get_config_int(kGeneral, "LinesNumber", 0);
   std::vector<std::string> submenus;
   for (const std::string& section : Names(nullptr)) {
@@ -298,8 +314,8 @@ std::vector<std::string> CheckSections(const std::string& file) {
         place.Report("never shown: LinesNumber is " + std::to_string(lines));
       else if (std::string submenu = CheckItem(file, section); !submenu.empty())
         submenus.push_back(std::move(submenu));
-    } else if (IsScreenSection(section)) {
-      CheckKeys(file, section, kScreenKeys);
+    } else if (const Keys keys = ScreenKeys(section); !keys.empty()) {
+      CheckKeys(file, section, keys);
     } else if (!section.empty()) {
       place.Report("nobody reads this section");
     }
@@ -361,7 +377,7 @@ void CheckSetting(const std::string& section, const std::string& name) {
   const bool isText = std::any_of(std::begin(kSettingTexts), std::end(kSettingTexts),
                                   [&name](const char* text) { return Lower(text) == Lower(name); });
   if (!Settings::IsKey(name.c_str()))
-    place.Report("nobody reads this key");
+    ReportUnread(place, name);
   else if (!isText)
     CheckNumber(place, get_config_string(section.c_str(), name.c_str(), ""));
 }
@@ -372,8 +388,14 @@ void CheckSettings() {
     return;
   }
   settings.Load(kSettingsFile);
-  for (const std::string& section : Names(nullptr))
+  for (const std::string& section : Names(nullptr)) {
+    if (Lower("[" + section + "]") != Lower(settings.Section())) {
+      Place{kSettingsFile, section}.Report("nobody reads this section");
+      continue;
+    }
     for (const std::string& name : Names(section.c_str())) CheckSetting(section, name);
+  }
+  CheckLines(kSettingsFile, ReadMenuFile(kSettingsFile));
 }
 
 void CheckSkin() {

@@ -9,7 +9,12 @@ import unittest
 from harness import BUILD, ROOT
 
 MISTAKES = {
-    "zel.cfg": [("colorDepth", "colourDepth", "zel.cfg: [Toolkit] colourDepth: nobody reads this key")],
+    "zel.cfg": [
+        ("colorDepth", "colourDepth", "zel.cfg: [Toolkit] colourDepth: nobody reads this key"),
+        ("[Toolkit]", "vsync = 1\n[Toolkit]", "zel.cfg: vsync: nobody reads this key"),
+        ("fullscreen = 1", "yield = 1\nYield = 0", "zel.cfg: [Toolkit] Yield: stands there twice; the first counts"),
+        ("zel.skin", "zel.skin\n[Mouse]\nmouseSpeed = 2", "zel.cfg: [Mouse]: nobody reads this section"),
+    ],
     "menu.cfg": [
         ("LinesNumber = 15", "LinesNumber = 14", "menu.cfg: [LINE15]: never shown: LinesNumber is 14"),
         ("ExCode = 31", "ExCode = 08", 'menu.cfg: [LINE9] ExCode: "08" is no number'),
@@ -21,12 +26,13 @@ MISTAKES = {
         ("ExCode = 40", "ExCode = 300", "menu.cfg: [LINE11] ExCode: scripts see the exit status 44"),
         ("[LINE14]", "[LINE13]", "menu.cfg: [LINE13]: begins more than once; of each key the first counts"),
         ("MenuWidth = 420", "MenuWidth = 800", "menu.cfg: the menu does not fit a screen of 800 x 600"),
+        ("HintWidth = 228", "HintTitle = Help",
+         "menu.cfg: [MENU_CONFIGURATION_640x480] HintTitle: nobody reads this key"),
+        ("[LINE3]", "[LINE 3]", "menu.cfg: [LINE2] [LINE: is no section head"),
     ],
     "hints.txt": [("[end:log]", "[log]", "hints.txt: [log]: no item shows this text")],
     "disks.cfg": [("Submenu = crypt.cfg", "Submenu = menu.cfg", "disks.cfg: opens menu.cfg, which leads here")],
 }
-
-
 def check(directory):
     result = subprocess.run([BUILD / "bin/zel-check", directory], check=False, capture_output=True, text=True)
     return result.returncode, result.stdout.splitlines()
@@ -34,24 +40,27 @@ def check(directory):
 
 class CheckTest(unittest.TestCase):
 
-    def test_the_example_is_without_mistakes(self):
-        self.assertEqual(check(ROOT / "data"), (0, []))
-
-    def test_each_mistake_is_named_once(self):
+    def check_changed(self, files):
+        """The example with changes."""
         with tempfile.TemporaryDirectory() as name:
             tree = pathlib.Path(name) / "menu"
             shutil.copytree(ROOT / "data", tree)
-            expected = []
-            for file, changes in MISTAKES.items():
+            for file, changes in files.items():
                 text = (tree / file).read_bytes()
-                for good, bad, message in changes:
-                    self.assertIn(good.encode(), text)
-                    text = text.replace(good.encode(), bad.encode())
-                    expected.append(message)
+                for old, new, _ in changes:
+                    self.assertIn(old.encode(), text)
+                    text = text.replace(old.encode(), new.encode())
                 (tree / file).write_bytes(text)
-            status, lines = check(tree)
-            self.assertEqual(status, 1)
-            for message in expected:
+            return check(tree)
+
+    def test_nothing_is_said_about_a_good_tree(self):
+        self.assertEqual(check(ROOT / "data"), (0, []))
+
+    def test_each_mistake_is_named_once(self):
+        status, lines = self.check_changed(MISTAKES)
+        self.assertEqual(status, 1)
+        for changes in MISTAKES.values():
+            for _, _, message in changes:
                 self.assertEqual(lines.count(message), 1, message)
 
     def test_a_missing_directory_is_another_status(self):

@@ -52,6 +52,8 @@ class Settings {
   // that holds one of the keys. What the file does not say stays as it was. Nothing for a null
   // name.
   void Load(const char* file);
+  // That section, with brackets, of the file last loaded.
+  const char* Section() const { return section_; }
   // Writes every field back to the section that Load used; nothing when no file was loaded.
   void Save() const;
   // True for the name of a key, in any case.
