@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
@@ -19,6 +20,7 @@
 #include <span>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "imageformats/load.h"
@@ -39,7 +41,6 @@ constexpr const char* kMainMenu = "menu.cfg";
 constexpr const char* kSettingsFile = "zel.cfg";
 constexpr const char* kProgressPicture = "pic/progress.bmp";
 constexpr const char* kGeneral = "MENU_CONFIGURATION";
-constexpr int kDecimal = 10;
 constexpr int kLargestStatus = 255;  // what a process can end with
 // What the launcher keeps of a text, of the name of a file and of an item's string, in bytes.
 constexpr std::size_t kLongestText = 1023, kLongestName = 259, kLongestOutput = 255;
@@ -159,8 +160,11 @@ const Key* FindKey(Keys keys, const std::string& name) {
 
 void CheckNumber(const Place& place, const std::string& value) {
   char* end = nullptr;
-  std::strtol(value.c_str(), &end, 0);
-  if (*end != '\0') place.Report("\"" + value + "\" is no number");
+  const long long number = std::strtoll(value.c_str(), &end, 0);
+  if (*end != '\0')
+    place.Report("\"" + value + "\" is no number");
+  else if (!std::in_range<int>(number))
+    place.Report("\"" + value + "\" is too large");
 }
 
 void CheckColor(const Place& place, const std::string& value) {
@@ -221,13 +225,13 @@ std::vector<std::string> Values(const char* section, Keys keys, const char* name
   return values;
 }
 
-// The number of a section "LINE12", or 0.
+// The number of a section "LINE12", without zeros before it; below 1 for any other section.
 int LineNumber(const std::string& section) {
-  const std::string name = Lower(section);
-  const std::string digits = name.compare(0, 4, "line") == 0 ? name.substr(4) : "";
-  const bool isNumber =
-      !digits.empty() && digits.find_first_not_of("0123456789") == std::string::npos;
-  return isNumber ? static_cast<int>(std::strtol(digits.c_str(), nullptr, kDecimal)) : 0;
+  constexpr std::size_t kStem = 4;
+  int number = 0;
+  if (section.size() > kStem)
+    std::from_chars(section.data() + kStem, section.data() + section.size(), number);
+  return Lower(section) == "line" + std::to_string(number) ? number : 0;
 }
 
 // The keys of a section that describes the screen; none for any other.
@@ -300,11 +304,10 @@ std::string CheckItem(const std::string& file, const std::string& section) {
 
 // What the file says, whether the launcher looks there or not. Answers the menu files that it
 // opens.
-std::vector<std::string> CheckSections(const std::string& file) {
+std::vector<std::string> CheckSections(const std::string& file, int lines) {
   const std::string text = ReadMenuFile(file);
   UseConfigText(text);
   CheckLines(file, text);
-  const int lines = get_config_int(kGeneral, "LinesNumber", 0);
   std::vector<std::string> submenus;
   for (const std::string& section : Names(nullptr)) {
     const Place place{file, section};
@@ -358,7 +361,7 @@ void CheckMenu(Walk& walk, const std::string& file) {
   if (walk.menu.items.empty()) Place{file}.Report("the menu is empty");
   static std::map<std::string, std::vector<std::string>> submenus;
   const auto [found, isUnknown] = submenus.try_emplace(file);
-  if (isUnknown) found->second = CheckSections(file);
+  if (isUnknown) found->second = CheckSections(file, walk.menu.lineCount);
   if (walk.seen.insert(file).second) {
     walk.open.insert(file);
     for (const std::string& submenu : found->second) {
