@@ -41,8 +41,10 @@ constexpr const char* kMainMenu = "menu.cfg";
 constexpr const char* kSettingsFile = "zel.cfg";
 constexpr const char* kProgressPicture = "pic/progress.bmp";
 constexpr const char* kGeneral = "MENU_CONFIGURATION";
+constexpr char kForeign = '^';       // stands for a character beyond ASCII
 constexpr int kLargestStatus = 255;  // what a process can end with
-// What the launcher keeps of a text, of the name of a file and of an item's string, in bytes.
+// What the launcher keeps of a text, of the name of a file and of an item's string, in bytes; most
+// languages have one for each character.
 constexpr std::size_t kLongestText = 1023, kLongestName = 259, kLongestOutput = 255;
 
 constexpr Size kScreens[] = {{640, 480}, {800, 600}, {1024, 768}};
@@ -142,10 +144,13 @@ void CheckLines(const std::string& file, const std::string& text) {
   }
 }
 
+bool IsAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
+
+// One byte for each character.
 std::string ReadMenuFile(const std::string& name) {
   std::string text = ReadWhole(name.c_str());
-  const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
-  std::replace_if(text.begin(), text.end(), std::not_fn(isAscii), '^');
+  std::erase_if(text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; });
+  std::replace_if(text.begin(), text.end(), std::not_fn(IsAscii), kForeign);
   return text;
 }
 
@@ -257,6 +262,8 @@ std::map<std::string, Hints> hintFiles;
 void CheckHint(const Place& place, const std::string& hint) {
   const std::vector<std::string> names = Values(kGeneral, kScreenKeys, "HintFile");
   if (names.empty()) place.Report("there is no HintFile");
+  // The hint files of a menu may each write the name in an encoding of their own.
+  if (hint.find(kForeign) != std::string::npos) return;
   for (const std::string& name : names) {
     if (!FileExists(name.c_str())) continue;  // which is another finding
     Hints& hints = hintFiles.try_emplace(name, name).first->second;
@@ -270,7 +277,8 @@ void CheckHintFiles() {
     std::set<std::string> seen;
     for (const HintFile::Section& section : hints.file.Sections()) {
       const Place place{name, section.name};
-      if (!hints.used.contains(section.name)) place.Report("no item shows this text");
+      const bool isAscii = std::all_of(section.name.begin(), section.name.end(), IsAscii);
+      if (isAscii && !hints.used.contains(section.name)) place.Report("no item shows this text");
       if (!seen.insert(section.name).second)
         place.Report("begins more than once; the first counts");
       if (!section.isClosed) place.Report("no line [end:...] closes it");
@@ -289,8 +297,10 @@ std::string CheckItem(const std::string& file, const std::string& section) {
   const std::string hint = text("HintSection"), submenu = text("Submenu");
   const bool isSeparator = number("Separator") != 0;
   if (!hint.empty()) CheckHint(Place{file, section, "HintSection"}, hint);
-  if (!isSeparator && text("Icon").empty() && Values(section.c_str(), kItemKeys, "Title").empty())
-    Place{file, section}.Report("never shown: neither title nor icon nor separator");
+  if (!isSeparator && text("Icon").empty() && text("Title").empty())
+    Place{file, section}.Report(Values(section.c_str(), kItemKeys, "Title").empty()
+                                    ? "never shown: neither title nor icon nor separator"
+                                    : "not shown in English");
   if (number("Disable") > 0) return {};
   if (isSeparator || !submenu.empty()) return submenu;
   if (const int code = number("ExCode"); code < 0 || code > kLargestStatus)
@@ -339,12 +349,13 @@ void CheckPanel(const Place& place, const char* name, const Rect& panel) {
                  std::to_string(settings.screenHeight));
 }
 
-void CheckLayout(const std::string& file) {
+void CheckLayout(const std::string& file, bool hasHints) {
   const LayoutValues& at = layoutValues;
   const Place place{file};
   constexpr int kBarHeight = 30;
   CheckPanel(place, "menu", {at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight});
-  CheckPanel(place, "explanation", {at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight});
+  if (hasHints)
+    CheckPanel(place, "explanation", {at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight});
   CheckPanel(place, "progress bar", {at.progressX, at.progressY, at.progressW, kBarHeight});
 }
 
@@ -357,7 +368,7 @@ struct Walk {
 
 void CheckMenu(Walk& walk, const std::string& file) {
   walk.menu.Read(file.c_str());
-  CheckLayout(file);
+  CheckLayout(file, !walk.menu.hintFile.IsEmpty());
   if (walk.menu.items.empty()) Place{file}.Report("the menu is empty");
   static std::map<std::string, std::vector<std::string>> submenus;
   const auto [found, isUnknown] = submenus.try_emplace(file);

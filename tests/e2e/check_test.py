@@ -31,11 +31,18 @@ MISTAKES = {
         ("ProgressX = 60", "ProgressX = 4294967356",
          'menu.cfg: [MENU_CONFIGURATION_1024x768] ProgressX: "4294967356" is too large'),
         ("[LINE3]", "[LINE 3]", "menu.cfg: [LINE2] [LINE: is no section head"),
+        ("Separator = 1\nColor", "Title.de = Mehr\nColor", "menu.cfg: [LINE7]: not shown in English"),
         ("[LINE10]", "[LINE010]", "menu.cfg: [LINE010]: nobody reads this section"),
     ],
     "hints.txt": [("[end:log]", "[log]", "hints.txt: [log]: no item shows this text")],
     "disks.cfg": [("Submenu = crypt.cfg", "Submenu = menu.cfg", "disks.cfg: opens menu.cfg, which leads here")],
 }
+# A text of many bytes, and a name that each hint file may write in an encoding of its own.
+HARMLESS = {name: [("mdstat]", "Стан]", None)] for name in ("hints.txt", "hints.de.txt", "hints.ru.txt")} | {
+    "raid.cfg": [("Show their state", "Ж" * 600, None), ("= mdstat", "= Стан", None)],
+}
+
+
 def check(directory):
     result = subprocess.run([BUILD / "bin/zel-check", directory], check=False, capture_output=True, text=True)
     return result.returncode, result.stdout.splitlines()
@@ -58,6 +65,7 @@ class CheckTest(unittest.TestCase):
 
     def test_nothing_is_said_about_a_good_tree(self):
         self.assertEqual(check(ROOT / "data"), (0, []))
+        self.assertEqual(self.check_changed(HARMLESS), (0, []))
 
     def test_each_mistake_is_named_once(self):
         status, lines = self.check_changed(MISTAKES)
