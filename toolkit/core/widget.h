@@ -211,6 +211,9 @@ class Widget : public Rect {
   int LookState() const;
   // True when the skin wants a dotted rectangle to show that the widget has the focus.
   bool ShowsFocus() const;
+  // Before the look changes, in a widget that does not paint its whole area: what lies behind it
+  // shows again.
+  void RepaintBehind();
   // Sets or clears a flag and repaints.
   void ChangeFlag(std::uint32_t mask, bool set);
   void ApplyPercentPosition();

@@ -64,6 +64,10 @@ void Widget::RedrawPart(const Rect& part) {
   if (!dirtyParts_.IsEmpty()) SetFlag(kFlagDirty);
 }
 
+void Widget::RepaintBehind() {
+  if (parent) parent->RedrawBehind(this, {0, 0, w(), h()});
+}
+
 void Widget::ForgetRedraw() {
   dirtyParts_.Clear();
   ClearFlag(kFlagDirty);

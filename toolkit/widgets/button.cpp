@@ -65,7 +65,7 @@ void Label::UpdateSize() {
 }
 
 void Label::ClearText() {
-  if (parent && !textBackColor.IsSet()) parent->RedrawBehind(this, {0, 0, w(), h()});
+  if (!textBackColor.IsSet()) RepaintBehind();
 }
 
 void Label::Enable() {

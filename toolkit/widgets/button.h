@@ -59,8 +59,7 @@ class Label : public Widget {
   bool multiline = false;
 
  private:
-  // Before the text changes: what lies behind it shows again, unless the label paints its own
-  // background.
+  // Before the text changes; nothing where the label paints its own background.
   void ClearText();
 };
 

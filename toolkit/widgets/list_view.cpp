@@ -124,7 +124,7 @@ bool ListView::MarkCurrent(int index) {
 
 void ListView::Redraw() {
   Widget::Redraw();
-  if (parent) parent->RedrawBehind(this, {0, 0, w(), h()});
+  RepaintBehind();
 }
 
 void ListView::RedrawItems(int index, int other) {

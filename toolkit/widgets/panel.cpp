@@ -52,6 +52,7 @@ void Image::UpdateSize() {
 }
 
 void Image::SetBitmap(int element) {
+  RepaintBehind();
   bitmap.Destroy();
   Widget::SetBitmap(element);
   UpdateSize();
@@ -59,12 +60,14 @@ void Image::SetBitmap(int element) {
 }
 
 void Image::SetBitmap(const SkinBitmap& picture) {
+  RepaintBehind();
   bitmap.Set(picture, true, kNoBitmap);
   UpdateSize();
   Redraw();
 }
 
 void Image::SetBitmap(const char* fileName) {
+  RepaintBehind();
   if (!fileName) {
     bitmap.Destroy();
     Redraw();
@@ -76,11 +79,13 @@ void Image::SetBitmap(const char* fileName) {
 }
 
 void Image::SetMasked(bool mask) {
+  RepaintBehind();
   masked = mask;
   Redraw();
 }
 
 void Image::SetBackColor(Color color) {
+  RepaintBehind();
   backColor = color;
   Redraw();
 }

@@ -18,6 +18,17 @@ TEST_F(PanelTest, AnImageLiesInTheMiddleAndIsCutAtItsEdges) {
   image.SetMasked(true);
   image.Resize(6, 1);
   EXPECT_EQ(Shown(image), Rows({"grggbg"}));
+  ClearScreen behind;
+  Show(behind, {});
+  Show(image, {20, 20, 6, 4});
+  const auto check = [this] { EXPECT_TRUE(DrawsEnough()); };
+  Frame();
+  image.SetMasked(false), check();
+  image.SetMasked(true), image.SetBackColor({}), check();
+  image.SetFlag(kFlagAutoSize), image.SetBitmap(SkinBitmap{art.get()}), check();
+  Dress(ICONEXIT, {"r"});
+  image.SetBitmap(ICONEXIT), check();
+  image.Widget::SetBitmap(-1), image.SetBitmap(nullptr), check();
 }
 
 }  // namespace
