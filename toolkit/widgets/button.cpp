@@ -219,6 +219,8 @@ void Button::BeginPress() {
 void Button::ShowChange() {
   Redraw();
   StartAnimation();
+  // Its frames need not cover the same pixels. A transition begins with the old one, however.
+  if (TestFlag(kFlagAutoSize) && !InTransition()) RepaintBehind();
 }
 
 void Button::Activate() { Report(MSG_ACTIVATE); }
@@ -240,13 +242,13 @@ bool Button::MsgWantFocus() {
 
 void Button::MsgGotFocus() {
   Label::MsgGotFocus();
-  StartAnimation();
+  ShowChange();
 }
 
 void Button::MsgLostFocus() {
   if (!HasMouse()) DropPress();
   Label::MsgLostFocus();
-  StartAnimation();
+  ShowChange();
 }
 
 void Button::MsgLostMouse() {

@@ -35,7 +35,7 @@ TEST_F(ButtonTest, LabelsShowAndReadNumbers) {
   EXPECT_EQ(label.GetDouble(), -1e308);
 }
 
-TEST_F(ButtonTest, ALabelsOldTextGoesWithTheChange) {
+TEST_F(ButtonTest, OldTextsAndIconsGoWithTheChange) {
   Button behind;
   Show(behind, {0, 0, 100, 100});
   Label label;
@@ -47,6 +47,12 @@ TEST_F(ButtonTest, ALabelsOldTextGoesWithTheChange) {
   label.AlignRight(), check();
   label.SetMultiline(true), check();
   label.SetFlag(kFlagAutoSize), label.SetText("x"), check();
+  Dress(ICONMIN, {"r..", ".g.", "...", "..b"});
+  Button icon;
+  Show(icon, {50, 50, 3, 1});
+  icon.SetFlag(kFlagAutoSize), icon.SetBitmap(ICONMIN), Frame();
+  for (const int buttons : {1, 0}) Mouse(51, 50, buttons), check();
+  root->SetFocus(&behind), check();
 }
 
 TEST_F(ButtonTest, ButtonsAndCheckBoxesAreDrawnByTheirState) {
