@@ -223,7 +223,10 @@ void Button::ShowChange() {
   if (TestFlag(kFlagAutoSize) && !InTransition()) RepaintBehind();
 }
 
-void Button::Activate() { Report(MSG_ACTIVATE); }
+// A press may go on in a button that is out of reach meanwhile.
+void Button::Activate() {
+  if (IfUsable(this)) Report(MSG_ACTIVATE);
+}
 
 void Button::MsgStart() {
   // A press that the end of the dialog cut off is taken back.

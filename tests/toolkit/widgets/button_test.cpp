@@ -131,6 +131,9 @@ TEST_F(ButtonTest, APressActivatesWhenItEndsWhereItBegan) {
     EXPECT_EQ(root->Take(), "");
     Mouse(200, 150);
   }
+  Mouse(20, 20, 1);
+  button.Disable(), root->Take(), Tick(20);
+  EXPECT_EQ(root->Take(), "");
 }
 
 TEST_F(ButtonTest, OneRadioButtonOfAGroupIsSelected) {
