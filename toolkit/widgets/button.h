@@ -64,7 +64,7 @@ class Label : public Widget {
 };
 
 // Sends MSG_ACTIVATE to its parent when it is pressed and released, or its key is typed. An "&" in
-// the text marks the letter that is underlined.
+// the text marks the letter that is underlined, but not in that of a check box or radio button.
 //
 // Pressed by the mouse it follows the button; pressed by its key it stays down for a while, counted
 // in logic ticks. The selected state is the pressed look, or the checked state of a toggle.
