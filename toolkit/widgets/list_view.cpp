@@ -54,6 +54,7 @@ const char* TextListItem::GetText() const { return text ? text->c_str() : nullpt
 
 void TextListItem::SetText(const char* newText) {
   text = newText ? std::make_unique<std::string>(newText) : nullptr;
+  if (owner) owner->Redraw();
 }
 
 void TextListItem::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {

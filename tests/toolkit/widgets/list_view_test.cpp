@@ -154,6 +154,7 @@ TEST_F(ListTest, WhatIsRepaintedInPartLooksAsIfItWereRepaintedWhole) {
   Fill(view, 3), box.ItemsChanged(), check();
   for (const int key : {KEY_DOWN, KEY_END, KEY_HOME, KEY_DOWN}) Press(key), check();
   view.InsertItem(std::make_unique<TextListItem>("text"), 1), check();
+  static_cast<TextListItem*>(view.GetItem(1))->SetText("new"), check();
   for (const int last : {8, 7, 6, 5, 4}) view.DeleteItem(last), check();
   view.SetFirst(2), check();
   view.SetMultiSelect(true), check();
