@@ -367,13 +367,22 @@ ListBox::ListBox(std::unique_ptr<ListView> view) : list{std::move(view)} {
   Add(&scrollBar);
 }
 
+// The layout is asked for first: whoever is told of a new current item may destroy the box.
+
 void ListBox::InsertItem(std::unique_ptr<ListItem> item, int index) {
+  ItemsChanged();
   list->InsertItem(std::move(item), index);
 }
-void ListBox::InsertItem(std::unique_ptr<ListItem> item) { list->InsertItem(std::move(item)); }
+
+void ListBox::InsertItem(std::unique_ptr<ListItem> item) { InsertItem(std::move(item), Count()); }
+
+void ListBox::DeleteItem(int index) {
+  ItemsChanged();
+  list->DeleteItem(index);
+}
 
 void ListBox::ItemsChanged() {
-  UpdateLayout();
+  SetFlag(kFlagResized);
   Redraw();
 }
 

@@ -138,7 +138,7 @@ class ListBox : public Dialog {
   const ListView& GetList() const { return *list; }
   void InsertItem(std::unique_ptr<ListItem> item, int index);
   void InsertItem(std::unique_ptr<ListItem> item);
-  void DeleteItem(int index) { list->DeleteItem(index); }
+  void DeleteItem(int index);
   ListItem* GetItem(int index) const { return list->GetItem(index); }
   int Count() const { return list->Count(); }
   int GetCurrent() const { return list->GetCurrent(); }
@@ -148,7 +148,7 @@ class ListBox : public Dialog {
   bool IsSelected(int index) const { return list->IsSelected(index); }
   void DeselectAll() { list->DeselectAll(); }
   void Sort() { list->Sort(); }
-  // Lays the box out again after items came or went.
+  // Items of the list itself came or went: the box is laid out again before it is drawn.
   void ItemsChanged();
 
  private:

@@ -149,13 +149,18 @@ TEST_F(ListTest, TheViewFollowsTheCurrentItemTheWheelAndTheScrollBar) {
 
 TEST_F(ListTest, WhatIsRepaintedInPartLooksAsIfItWereRepaintedWhole) {
   ShowBox(5);
-  const auto check = [this] { EXPECT_TRUE(DrawsEnough()) << view.Count() << view.GetCurrent(); };
+  const auto check = [this] {
+    Tick();
+    EXPECT_TRUE(DrawsEnough()) << view.Count() << view.GetCurrent();
+    EXPECT_EQ(box.Children()[2]->Hidden(), view.Count() <= 5) << "the scroll bar";
+  };
   box.Hide(), box.Unhide(), check();
-  Fill(view, 3), box.ItemsChanged(), check();
+  box.InsertItem(std::make_unique<ListItem>()), check();
+  Fill(view, 2), box.ItemsChanged(), check();
   for (const int key : {KEY_DOWN, KEY_END, KEY_HOME, KEY_DOWN}) Press(key), check();
   view.InsertItem(std::make_unique<TextListItem>("text"), 1), check();
   static_cast<TextListItem*>(view.GetItem(1))->SetText("new"), check();
-  for (const int last : {8, 7, 6, 5, 4}) view.DeleteItem(last), check();
+  for (const int last : {8, 7, 6, 5, 4}) box.DeleteItem(last), check();
   view.SetFirst(2), check();
   view.SetMultiSelect(true), check();
   for (const int y : {35, 45, 45}) Click(30, y), check();
