@@ -162,6 +162,9 @@ class Dialog : public Widget {
   int minWidth = 20;
   int minHeight = 8;
 
+  // Shows the pointer shape that goes with the mode.
+  void SetDragMode(int mode);
+
  private:
   struct CanvasBase {
     BITMAP* bitmap;
@@ -217,8 +220,6 @@ class Dialog : public Widget {
   void RoutePress(Handler handler);
   void RouteRelease(Handler handler);
   Widget* CapturingChild() const;
-  // Shows the pointer shape that goes with the mode.
-  void SetDragMode(int mode);
   void Drag();
   void DragEdges(int dx, int dy);
   void DispatchButtons(int before, int now);

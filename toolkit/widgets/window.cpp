@@ -367,6 +367,8 @@ void Window::SetClientArea(Dialog* dialog) {
 }
 
 void Window::FinishStateChange() {
+  // A press does not go on dragging what has another shape now.
+  SetDragMode(kDragNone);
   UpdateLayout();
   // What the window no longer covers must show again.
   GetRoot()->Redraw();

@@ -115,7 +115,7 @@ TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
   EXPECT_EQ(Change(), Rect(0, 0, 40, 0));
   EXPECT_EQ(other.Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 140, 60));
   window->SetClientArea(nullptr);
-  for (int i = 0; i < 2; ++i) Click(90, 55);  // on the title
+  Click(90, 55), Drag(90, 55, 95, 60);  // a double click on the title
   Tick(20);
   window->Minimize();
   DragBy(0, 100, 10, 0);
