@@ -212,8 +212,19 @@ void Window::MsgLostMouse() {
   UpdateButtons();
 }
 
+void Window::Enable() {
+  Dialog::Enable();
+  if (IsInState(kRolledUp)) client->Enable();
+}
+
+void Window::Disable() {
+  Dialog::Disable();
+  if (IsInState(kRolledUp)) client->Disable();
+}
+
 void Window::Unhide() {
   Dialog::Unhide();
+  if (IsInState(kRolledUp)) client->Unhide();
   // Not all parts of the frame are shown with it.
   UpdateButtons();
   if (skin && skin->windowTextBack == 0) textBack.Hide();

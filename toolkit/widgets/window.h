@@ -82,8 +82,10 @@ class Window : public Dialog {
   void MsgGotMouse() override;
   void MsgLostMouse() override;
   void MsgInitSkin() override;
+  // These reach the client area also while it is rolled up.
+  void Enable() override;
+  void Disable() override;
   void Unhide() override;
-  // Also of the client area that is rolled up.
   void SetSkin(Skin* newSkin) override;
   int GetDragMode() override;
   void UpdateLayout() override;

@@ -74,8 +74,10 @@ TEST_F(WindowTest, EachZoneHasItsShapeAndDragsItsEdges) {
 }
 
 TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
+  window->Hide(), window->Disable();
   window->Minimize();
   window->Maximize();
+  window->Unhide(), window->Enable();
   EXPECT_EQ(Change(), Rect(0, 0, 0, -60));
   DragBy(40, 22, 30, 10);
   window->Resize(110, 70);
@@ -83,7 +85,7 @@ TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
   window->Minimize();
   Tick();
   EXPECT_EQ(Change(), Rect(30, 10, 10, 10));
-  EXPECT_EQ(root->FocusWidget(), &content);
+  EXPECT_EQ(root->FocusWidget(), &content) << "it can be seen and used again";
   window->SetAutoRollup(true);
   for (const int height : {10, -60, 10, -60}) {
     Mouse(height > 0 ? 100 : 310, height > 0 ? 70 : 190);
