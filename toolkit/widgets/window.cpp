@@ -215,6 +215,8 @@ void Window::MsgLostMouse() {
 void Window::Enable() {
   Dialog::Enable();
   if (IsInState(kRolledUp)) client->Enable();
+  // Not all parts of the frame are enabled with it.
+  UpdateButtons();
 }
 
 void Window::Disable() {

@@ -132,6 +132,8 @@ TEST_F(WindowTest, LooksActiveWithTheFocusAlone) {
   Show(other, {0, 0, 20, 20});
   for (Widget* focused : {&content, &other}) {
     root->ChangeFocus(root->FocusWidget(), focused);
+    window->Enable();
+    EXPECT_EQ(window->Children()[9]->Disabled(), focused == &other) << "the close button";
     const char color = focused == &content ? 'r' : 'b';
     EXPECT_TRUE(Frame()[80][51] == color && Frame()[62][90] == color);
   }
