@@ -69,9 +69,9 @@ void Dialog::HandleMouse() {
   const int pressed = mousePointer->GetButtons();
   const int turned = mousePointer->GetWheel() - wheel;
 
-  // What was hidden or disabled under the resting pointer is no longer there to be pressed.
-  const Widget* under = target->MouseWidget();
-  if (under && (under->Hidden() || under->Disabled())) target->FollowPointer();
+  // Under the resting pointer, widgets may have come, gone, or become able to be pressed.
+  Widget* under = target->MouseWidget();
+  if ((pressed & ~buttons) || (under && !IfUsable(under))) target->FollowPointer();
   target->DispatchButtons(buttons, pressed);
   target->CountDoubleClick(pressed & ~buttons);
   if (target->closed) return;
