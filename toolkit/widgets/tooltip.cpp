@@ -96,10 +96,9 @@ void Tooltip::Show() {
   if (!tip || !parent) return;
   SetText(tip);
   Layout();
-  if (Hidden())
-    parent->BringToFront(this);
-  else
-    parent->Redraw();
+  // A popup may have come above a tip that shows already.
+  parent->BringToFront(this);
+  if (!Hidden()) parent->Redraw();
   Unhide();
   StartAnimation();
 }

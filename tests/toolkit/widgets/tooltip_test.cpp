@@ -55,9 +55,11 @@ TEST_F(TooltipTest, FollowsThePointerAndLeavesWithIt) {
   MoveTo(5, 5);
   TicksUntil(true);
   const int width = tip.w();
+  root.BringToFront(&b);
   MoveTo(25, 5);
   EXPECT_GT(tip.w(), width) << "the other text, at once";
   EXPECT_EQ(tip.GetRelativePos().x, 25);
+  EXPECT_EQ(root.Children().back(), &tip) << "above what came meanwhile";
   for (const int x : {50, 5, 50}) MoveTo(x, 5);
   EXPECT_EQ(TicksUntil(false), 10);
   MoveTo(5, 5);
