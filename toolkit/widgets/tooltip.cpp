@@ -1,6 +1,7 @@
 #include "toolkit/widgets/tooltip.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/mouse_pointer.h"
@@ -17,6 +18,16 @@ constexpr int kBelowPointer = 20;
 constexpr int kAbovePointer = 8;
 
 constexpr const char* kNoText = "wtf?";
+
+int WidestLine(const Font& font, const char* text) {
+  int widest = 0;
+  while (*text != '\0') {
+    int width = 0;
+    text += font.WrapCount(text, std::numeric_limits<int>::max(), &width);
+    widest = std::max(widest, width);
+  }
+  return widest;
+}
 
 }  // namespace
 
@@ -65,8 +76,8 @@ void Tooltip::Draw(Bitmap& canvas) {
 void Tooltip::FitText() {
   const Font& font = GetFont(kNormal);
   const char* shown = text ? text->c_str() : kNoText;
-  int width = font.TextLength(shown) + kSideMargins;
-  int height = font.TextHeight() + kLineMargins;
+  int width = WidestLine(font, shown) + kSideMargins;
+  int height = std::max(font.TextHeight(), font.MultilineHeight(shown, width)) + kLineMargins;
   if (width > settings.screenWidth / 2) {
     do {
       width /= 2;

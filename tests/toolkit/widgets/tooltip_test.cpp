@@ -77,6 +77,9 @@ TEST_F(TooltipTest, KeepsOnTheScreenAndWrapsLongTexts) {
   TicksUntil(true);
   EXPECT_EQ(Point(tip.x2(), tip.y2()), Point(kWidth, kHeight - 5 - 8));
   EXPECT_EQ(tip.h(), tip.GetFont(0).TextHeight() * 3 + 6);
+  tip.SetText("two\nlines");
+  tip.FitText();
+  EXPECT_EQ(Point(tip.w(), tip.h()), Point(5 * 8 + 12, 2 * 8 + 6));
 }
 
 }  // namespace
