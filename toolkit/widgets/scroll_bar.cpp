@@ -148,6 +148,7 @@ void ScrollBar::SetOrientation(int o) {
 
 void ScrollBar::SetRange(int total, int visible) {
   ValueRange::SetRange(0, Overhang(total, visible));
+  SetValue(value);
   if (!HasArrows()) return;
   if (IsHorizontal())
     SetW(w());

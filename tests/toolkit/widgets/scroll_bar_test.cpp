@@ -30,6 +30,8 @@ TEST_F(ScrollBarTest, TheGripLiesWhereTheValueIs) {
   bar.SetPosition(900);
   Tick();
   EXPECT_EQ(Grip().Bounds(), Rect(50 + 16 + 100, 20, 18, 16));
+  bar.SetRange(50, 30);
+  EXPECT_EQ(bar.GetPosition(), 20) << "the end of the shorter range";
 }
 
 TEST_F(ScrollBarTest, HeldArrowsAndTracksScrollOnAndOn) {
