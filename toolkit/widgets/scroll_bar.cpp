@@ -97,7 +97,8 @@ void ScrollGrip::MsgLPress() {
 }
 
 void ScrollGrip::MsgMouseMove(Point p) {
-  if (Selected()) Report(MSG_SCROLL, kDragged);
+  // A key presses the grip, too, but does not drag it.
+  if (Selected() && keyTimer == 0) Report(MSG_SCROLL, kDragged);
   Report(MSG_MOUSEMOVE, p.x, p.y);
 }
 

@@ -64,6 +64,9 @@ TEST_F(ScrollBarTest, KeysPointerAndWheelMoveTheGrip) {
   }
   Mouse(55, 43, 0, 3);
   EXPECT_EQ(bar.GetPosition(), 47);
+  Press(KEY_SPACE, ' ');
+  Mouse(55, 48);
+  EXPECT_TRUE(Grip().Selected() && bar.GetPosition() == 47) << "a key does not drag it";
 }
 
 }  // namespace
