@@ -206,12 +206,15 @@ bool EditBox::MsgChar(int code) {
                                 [scancode](const auto& key) { return key.scancode == scancode; });
   const bool isUsed = row != std::end(kKeys);
   if (isUsed) (this->*row->action)((key_shifts & KB_SHIFT_FLAG) != 0);
+  if (scancode == KEY_ENTER) {
+    const Dialog* const root = parent ? parent->GetRoot() : nullptr;
+    Report(MSG_ACTIVATE);
+    // Whoever was told may have destroyed the box, and what it was in.
+    if (root && !root->Contains(this)) return true;
+  }
   ScrollToCursor();
   Redraw();
-  const Dialog* const container = parent;
   Label::MsgChar(code);
-  // Whoever was told may have destroyed the box.
-  if (scancode == KEY_ENTER && container && container->Contains(this)) Report(MSG_ACTIVATE);
   return isUsed;
 }
 

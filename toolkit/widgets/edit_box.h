@@ -21,7 +21,8 @@ enum EditFilter : int {
 // format is mended when it is set.
 //
 // The program's texts always fit; typing stops at the capacity. Tells its parent MSG_UCHAR and
-// MSG_CHAR for every key and MSG_ACTIVATE for Enter. Selected() is true while there is a selection.
+// MSG_CHAR for every key, and before that MSG_ACTIVATE for Enter. Selected() is true while there is
+// a selection.
 class EditBox : public Label {
  public:
   EditBox();

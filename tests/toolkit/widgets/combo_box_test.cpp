@@ -73,6 +73,9 @@ TEST_F(ComboBoxTest, KeyboardOpensChoosesAndCancels) {
   combo->GetListBox().GetList().Clear();
   ClickArrow();
   EXPECT_TRUE(combo->IsOpen() && combo->HasFocus()) << "an empty list leaves it to the button";
+  root->SetFocus(&combo->GetEdit());
+  DestroyAt(MSG_ACTIVATE, combo);
+  EXPECT_TRUE(Press(KEY_ENTER, '\r') && !combo) << "the parent may destroy it";
 }
 
 }  // namespace

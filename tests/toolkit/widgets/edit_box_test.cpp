@@ -113,12 +113,12 @@ TEST_F(EditBoxTest, SurvivesDamagedTextAndAMissingSkin) {
 }
 
 TEST_F(EditBoxTest, EnterTellsTheParentWhichMayDestroyTheBox) {
-  for (const auto& [deadly, events] : {std::pair{MSG_ACTIVATE, " A0"}, {MSG_CHAR, ""}}) {
+  for (const int deadly : {MSG_ACTIVATE, MSG_CHAR}) {
     ShowBox();
     DestroyAt(deadly, edit);
     EXPECT_TRUE(Press(KEY_ENTER, '\r'));
     EXPECT_EQ(edit, nullptr);
-    EXPECT_EQ(root->Take(), events);
+    EXPECT_EQ(root->Take(), " A0");
   }
 }
 
