@@ -150,8 +150,8 @@ bool Slider::MsgChar(int code) {
   const int scancode = code >> 8;
   for (const auto& row : rows) {
     if (row.scancode != scancode) continue;
-    clear_keybuf();
     MoveTo(row.target);
+    clear_keybuf();
     return true;
   }
   return false;

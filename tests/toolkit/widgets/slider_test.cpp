@@ -46,11 +46,13 @@ TEST_F(SliderTest, KeysAndWheelMoveWithinTheRange) {
       {kHorizontal, 95, KEY_PGUP, 0, " S100"}, {kHorizontal, 50, KEY_PGDN, 0, " S40"},
       {kHorizontal, 50, 0, 3, " S53"},         {kVertical, 50, 0, 3, " S47"},
       {kHorizontal, 1, 0, -9, " S0"},          {kHorizontal, 0, 0, -9, ""}};
+  root->onEvent = [](int, int) { simulate_keypress('k'); };
   for (const auto& [orientation, value, scancode, wheel, events] : rows) {
     ShowSlider(orientation, value);
     slider.MsgWheel(wheel);
     EXPECT_EQ(slider.MsgChar(scancode << 8), scancode != 0);
     EXPECT_EQ(root->Take(), events);
+    EXPECT_TRUE(scancode == 0 || !keypressed()) << "typed meanwhile";
   }
   for (const double end : {1e308, -1e308, 50.0}) {  // an endless, a reversed and no range
     slider.SetRange(50, end);
