@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "toolkit/core/dialog.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {
@@ -122,9 +123,13 @@ void Slider::MsgLPress() {
 }
 
 void Slider::MsgMouseMove(Point p) {
-  Separator::MsgMouseMove(p);
-  if (TestFlag(kFlagPressed))
+  if (TestFlag(kFlagPressed)) {
+    const Dialog* const root = parent ? parent->GetRoot() : nullptr;
     MoveTo(RoundToInt(ValueAt(PointerPlace() - grabOffset - GripLength() / 2)));
+    // Whoever was told may have destroyed the slider, and what it was in.
+    if (root && !root->Contains(this)) return;
+  }
+  Separator::MsgMouseMove(p);
 }
 
 void Slider::MsgLRelease() {

@@ -1,5 +1,7 @@
 #include "toolkit/widgets/slider.h"
 
+#include <memory>
+
 #include "tests/support/widget_fixture.h"
 
 namespace zel {
@@ -36,6 +38,18 @@ TEST_F(SliderTest, GripComesToThePointerAndStaysUnderIt) {
   ShowSlider(kVertical, 0);
   Drag(25, 30 + 80, 5, 30 + 81);
   EXPECT_EQ(root->Take(), " S75 S76");
+  auto doomed = std::make_unique<Slider>();
+  doomed->Setup(20, 160, 110, 0, 0, 0, 0, 100, 50, kHorizontal);
+  Show(*doomed, doomed->Bounds());
+  Mouse(75, 165, 1);
+  int moves = 0;
+  root->onEvent = [&](int msg, int) {
+    moves += msg == MSG_MOUSEMOVE;
+    if (msg == MSG_SCROLL) doomed.reset();
+  };
+  Mouse(85, 165, 1);
+  EXPECT_TRUE(!doomed && moves == 1) << "the root's; its own would come after the change";
+  root->onEvent = nullptr;
 }
 
 TEST_F(SliderTest, KeysAndWheelMoveWithinTheRange) {
