@@ -32,13 +32,28 @@ void Slider::SetOrientation(int o) {
 void Slider::SetElements(int back, int grip) {
   backElement = back;
   gripElement = grip;
-  if (const SkinBitmap* track = GetElement(backElement)) {
-    if (IsHorizontal())
-      SetH(track->Height() / kFrames);
-    else
-      SetW(track->Width() / kFrames);
-  }
+  TakeTrackThickness();
   Redraw();
+}
+
+void Slider::TakeTrackThickness() {
+  const SkinBitmap* track = GetElement(backElement);
+  if (!track) return;
+  if (IsHorizontal())
+    SetH(track->Height() / kFrames);
+  else
+    SetW(track->Width() / kFrames);
+}
+
+// Beside the track the grip would leave traces.
+void Slider::MsgResize() {
+  Separator::MsgResize();
+  TakeTrackThickness();
+}
+
+void Slider::MsgShape() {
+  Separator::MsgShape();
+  TakeTrackThickness();
 }
 
 void Slider::MsgInitSkin() {

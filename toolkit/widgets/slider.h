@@ -21,6 +21,8 @@ class Slider : public Separator, public ValueRange {
   void MsgLPress() override;
   void MsgLRelease() override;
   void MsgMouseMove(Point p) override;
+  void MsgResize() override;
+  void MsgShape() override;
   void MsgInitSkin() override;
   void SetOrientation(int o) override;
 
@@ -46,6 +48,7 @@ class Slider : public Separator, public ValueRange {
   double ValueAt(int gripStart) const;
   // Goes to the nearest number between the bounds; tells the parent if that is another one.
   void MoveTo(std::int64_t wanted);
+  void TakeTrackThickness();
   void SwitchLook();
   void EndDrag();
   void DrawGrip(Bitmap& canvas, int state) const;

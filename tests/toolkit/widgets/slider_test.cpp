@@ -85,6 +85,9 @@ TEST_F(SliderTest, EachStateHasItsTrackAndItsGrip) {
   EXPECT_EQ(look(), "kkkrrkkk");
   slider.Disable();
   EXPECT_EQ(look(), "kcccccck");
+  slider.Resize(8, 9);
+  slider.MsgResize();
+  EXPECT_EQ(slider.h(), 1) << "as thick as the track";
 }
 
 }  // namespace
