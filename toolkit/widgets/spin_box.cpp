@@ -22,12 +22,9 @@ constexpr int kLongestNumber = 320;
 void SpinButton::Draw(Bitmap& canvas) {
   const SkinBitmap* element = GetBitmap();
   if (!element) return;
-  const int width = element->Width();
   const int height = element->Height() / kFrames;
-  const int top = LookState() * height;
-  // Shrinking leaves out rows; the last one, the lower border, is kept by being drawn for itself.
-  element->masked_stretch_blit(canvas, 0, top, width, height - 1, 0, 0, w(), h() - 1);
-  element->masked_stretch_blit(canvas, 0, top + height - 1, width, 1, 0, h() - 1, w(), 1);
+  element->masked_stretch_blit(canvas, 0, LookState() * height, element->Width(), height, 0, 0, w(),
+                               h());
 }
 
 SpinBox::SpinBox() {
