@@ -220,8 +220,13 @@ void TextView::UpdateContentSize() {
   SetContentSize(widest, InLimits(font.TextHeight() * count));
 }
 
-void TextView::LoadFile(const char* path) {
+void TextView::Clear() {
   lines.clear();
+  scrollX = scrollY = 0;
+}
+
+void TextView::LoadFile(const char* path) {
+  Clear();
   if (IsFile(path)) {
     Bytes bytes = ReadBytes(path, kLongestFile);
     bytes.resize(std::min(bytes.size(), kLongestText));
@@ -242,7 +247,7 @@ void TextView::AppendLines(std::vector<std::string> more) {
 }
 
 void TextView::SetText(const char* text) {
-  lines.clear();
+  Clear();
   std::string rest = text ? text : "";
   char* position = nullptr;
   const Ascii separator{"\n"};

@@ -55,6 +55,9 @@ TEST_F(ViewTest, LinesComeFromTextsAndFiles) {
   }
   view.LoadFile(TempFile{std::string((4 << 20) + 9, 'a')}.Path());
   EXPECT_EQ(view.Lines()[0].size(), 4 << 20);
+  view.ScrollTo(900, 0, 1, 1);
+  view.SetText(std::string(999, 'b').c_str());
+  EXPECT_EQ(Position(), Point(0, 0)) << "a new text shows from its start";
 }
 
 TEST_F(ViewTest, TextHasTheColourOfTheFocus) {
