@@ -20,6 +20,8 @@ constexpr std::size_t kLongestText = 4u << 20;
 // Files beyond this length are not read at all.
 constexpr std::size_t kLongestFile = 64u << 20;
 
+constexpr int kTabColumns = 8;
+
 // A bar shows when the content does not fit the room that is left beside the other bar.
 bool ShowsBar(int mode, int room, int extent, int otherBar, bool otherShows) {
   if (mode != kScrollAsNeeded) return mode == kAlwaysScroll;
@@ -225,6 +227,24 @@ void TextView::Clear() {
   scrollX = scrollY = 0;
 }
 
+// A font has no picture of a tab: the spaces that lead to the next stop stand for it.
+void TextView::AddLine(const std::string& line) {
+  std::string shown;
+  shown.reserve(line.size());
+  int column = 0;
+  for (const char* at = line.c_str(); *at != '\0';) {
+    const char* const start = at;
+    const bool isTab = ugetxc(&at) == '\t';
+    const int columns = isTab ? kTabColumns - column % kTabColumns : 1;
+    if (isTab)
+      shown.append(static_cast<std::size_t>(columns), ' ');
+    else
+      shown.append(start, at);
+    column += columns;
+  }
+  lines.push_back(std::move(shown));
+}
+
 void TextView::LoadFile(const char* path) {
   Clear();
   if (IsFile(path)) {
@@ -232,8 +252,9 @@ void TextView::LoadFile(const char* path) {
     bytes.resize(std::min(bytes.size(), kLongestText));
     for (auto start = bytes.begin(); start != bytes.end();) {
       const auto end = std::find(start, bytes.end(), '\n');
-      const std::string line{start, end};
-      lines.push_back(CutToBytes(line.c_str(), line.size()));
+      std::string line{start, end};
+      if (line.ends_with('\r')) line.pop_back();
+      AddLine(CutToBytes(line.c_str(), line.size()));
       start = end == bytes.end() ? end : end + 1;
     }
     lines.emplace_back();
@@ -253,7 +274,7 @@ void TextView::SetText(const char* text) {
   const Ascii separator{"\n"};
   for (char* line = ustrtok_r(rest.data(), separator, &position); line;
        line = ustrtok_r(nullptr, separator, &position))
-    lines.emplace_back(line);
+    AddLine(line);
   UpdateContentSize();
 }
 

@@ -92,7 +92,7 @@ class ScrollView : public Dialog {
   void PlaceBars();
 };
 
-// Shows lines of text; a new text shows from its start.
+// Shows lines of text; a new text shows from its start. Tabs become spaces.
 class TextView : public ScrollView {
  public:
   void MsgGotFocus() override;
@@ -105,7 +105,7 @@ class TextView : public ScrollView {
   void LoadFile(const char* path);
   // Shows the lines of a text; empty lines are left out.
   void SetText(const char* text);
-  // Adds lines below those that are there, empty ones too, and stays where it is.
+  // Adds lines below those that are there, empty ones too, and stays where it is. Tabs are kept.
   void AppendLines(std::vector<std::string> more);
   const std::vector<std::string>& Lines() const { return lines; }
 
@@ -116,6 +116,7 @@ class TextView : public ScrollView {
 
  private:
   void Clear();
+  void AddLine(const std::string& line);
   // Font and colours may be others with the focus than without.
   void TakeFocusLook();
 };

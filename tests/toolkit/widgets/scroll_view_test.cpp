@@ -48,8 +48,9 @@ TEST_F(ViewTest, ScrollsNoFurtherThanTheContentGoes) {
 TEST_F(ViewTest, LinesComeFromTextsAndFiles) {
   view.SetText("a\n\nb");
   EXPECT_EQ(view.Lines(), Rows({"a", "b"}));
-  for (const auto& [text, lines] :
-       {std::pair{"a\n\nc\n", Rows{"a", "", "c", ""}}, {"a\n\xe2", {"a", "^", ""}}}) {
+  for (const auto& [text, lines] : {std::pair{"a\n\nc\n", Rows{"a", "", "c", ""}},
+                                    {"a\n\xe2", {"a", "^", ""}},
+                                    {"\xc3\xa9 \tb\r\n\r\n", {"\xc3\xa9       b", "", ""}}}) {
     view.LoadFile(TempFile{text}.Path());
     EXPECT_EQ(view.Lines(), lines);
   }
