@@ -325,13 +325,13 @@ bool ListView::MsgWantFocus() {
 }
 
 void ListView::MsgLPress() {
-  const Dialog* const container = parent;
+  const Dialog* const root = parent ? parent->GetRoot() : nullptr;
   Widget::MsgLPress();
   const int pressed = ItemAt();
   if (!multiSelect) {
     if (IsValid(pressed)) SetCurrent(pressed);
-    // Whoever was told may have destroyed the list.
-    if ((container && !container->Contains(this)) || pressed >= Count()) return;
+    // Whoever was told may have destroyed the list, and what it was in.
+    if ((root && !root->Contains(this)) || pressed >= Count()) return;
   } else if (IsSelected(pressed)) {
     DeselectItem(pressed);
   } else {
