@@ -248,14 +248,14 @@ void TextView::AddLine(const std::string& line) {
 void TextView::LoadFile(const char* path) {
   Clear();
   if (IsFile(path)) {
-    Bytes bytes = ReadBytes(path, kLongestFile);
-    bytes.resize(std::min(bytes.size(), kLongestText));
-    for (auto start = bytes.begin(); start != bytes.end();) {
-      const auto end = std::find(start, bytes.end(), '\n');
+    std::string text = ReadText(path, kLongestFile);
+    text.resize(std::min(text.size(), kLongestText));
+    for (auto start = text.begin(); start != text.end();) {
+      const auto end = std::find(start, text.end(), '\n');
       std::string line{start, end};
       if (line.ends_with('\r')) line.pop_back();
       AddLine(CutToBytes(line.c_str(), line.size()));
-      start = end == bytes.end() ? end : end + 1;
+      start = end == text.end() ? end : end + 1;
     }
     lines.emplace_back();
   }
