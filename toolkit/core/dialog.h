@@ -223,7 +223,6 @@ class Dialog : public Widget {
   void Drag();
   void DragEdges(int dx, int dy);
   void DispatchButtons(int before, int now);
-  void CountDoubleClick(int pressed);
 
   void DropFocus(Widget* widget);
   bool HandleJoystick();

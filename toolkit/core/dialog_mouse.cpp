@@ -48,6 +48,22 @@ enum FocusRule : int { kFocusFollowsPointer = 0, kFocusGoesToWilling = 1 };
 // A dragged dialog never leaves the left or the top edge.
 int KeepOnScreen(int coordinate) { return coordinate < 1 ? 0 : coordinate; }
 
+void CountDoubleClick(int pressed) {
+  for (const ButtonRow& row : kButtons) {
+    if (loopState.doubleClick == DoubleClick::kNone && (pressed & row.button)) {
+      loopState.doubleClick = row.once;
+      return;
+    }
+    if (loopState.doubleClick == row.once && (pressed & row.button)) {
+      loopState.doubleClick = DoubleClick::kDetected;
+      return;
+    }
+  }
+  if (loopState.doubleClick == DoubleClick::kNone) return;
+  if (++loopState.doubleClickCounter < loopState.doubleClickWindow) return;
+  loopState.ForgetPresses();
+}
+
 }  // namespace
 
 Dialog* Dialog::InputTarget() {
@@ -72,8 +88,14 @@ void Dialog::HandleMouse() {
   // Under the resting pointer, widgets may have come, gone, or become able to be pressed.
   Widget* under = target->MouseWidget();
   if ((pressed & ~buttons) || (under && !IfUsable(under))) target->FollowPointer();
+  const bool isDouble = loopState.doubleClick == DoubleClick::kDetected;
+  if (!isDouble) CountDoubleClick(pressed & ~buttons);
   target->DispatchButtons(buttons, pressed);
-  target->CountDoubleClick(pressed & ~buttons);
+  // Unless a popup came in between.
+  if (isDouble && loopState.doubleClick == DoubleClick::kDetected) {
+    loopState.ForgetPresses();
+    if (!target->closed) target->MsgDClick();
+  }
   if (target->closed) return;
   if (moved != position) target->MsgMouseMove({moved.x - position.x, moved.y - position.y});
   if (turned != 0) target->MsgWheel(turned);
@@ -90,29 +112,6 @@ void Dialog::DispatchButtons(int before, int now) {
       (this->*row.release)();
     }
   }
-}
-
-void Dialog::CountDoubleClick(int pressed) {
-  if (loopState.doubleClick == DoubleClick::kDetected) {
-    loopState.doubleClick = DoubleClick::kNone;
-    loopState.doubleClickCounter = 0;
-    if (!closed) MsgDClick();
-    return;
-  }
-  for (const ButtonRow& row : kButtons) {
-    if (loopState.doubleClick == DoubleClick::kNone && (pressed & row.button)) {
-      loopState.doubleClick = row.once;
-      return;
-    }
-    if (loopState.doubleClick == row.once && (pressed & row.button)) {
-      loopState.doubleClick = DoubleClick::kDetected;
-      return;
-    }
-  }
-  if (loopState.doubleClick == DoubleClick::kNone) return;
-  if (++loopState.doubleClickCounter < loopState.doubleClickWindow) return;
-  loopState.doubleClick = DoubleClick::kNone;
-  loopState.doubleClickCounter = 0;
 }
 
 void Dialog::MsgClick() {
@@ -243,8 +242,7 @@ void Dialog::MsgMouseMove(Point delta) {
 
 void Dialog::FindMouseAtStart() {
   UpdateDoubleClickWindow();
-  loopState.doubleClick = DoubleClick::kNone;
-  loopState.doubleClickCounter = 0;
+  loopState.ForgetPresses();
   // Inside another dialog, that one finds out.
   if (!TakesInput()) return;
   GetRoot()->SetMousePath(FindMousePath());
@@ -304,7 +302,7 @@ Widget* Dialog::FindUnderPointer() {
 Widget* Dialog::FindMousePath() { return IsRoot() ? FindUnderPointer() : UnderPointer(this); }
 
 void Dialog::TakeInputBack() {
-  loopState.doubleClick = DoubleClick::kNone;
+  loopState.ForgetPresses();
   if (!settings.showMouse || !mousePointer) return;
   if (TestFlag(kFlagPressed) && !(mousePointer->GetButtons() & kLeftButton)) MsgLRelease();
   GetRoot()->SetMousePath(FindMousePath());

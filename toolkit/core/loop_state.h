@@ -13,6 +13,12 @@ enum class DoubleClick { kNone, kLeftOnce, kRightOnce, kMiddleOnce, kDetected };
 struct LoopState {
   static constexpr int kNoRoot = -2;
 
+  // The next press is the first one again.
+  void ForgetPresses() {
+    doubleClick = DoubleClick::kNone;
+    doubleClickCounter = 0;
+  }
+
   Dialog* root = nullptr;  // the one that runs
   int logicTimer = kNoRoot;
   DoubleClick doubleClick = DoubleClick::kNone;

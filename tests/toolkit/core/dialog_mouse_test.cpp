@@ -115,25 +115,28 @@ TEST_F(DialogMouseTest, ASecondPressInTimeIsADoubleClickOnTheNextTick) {
   expect(7, 2, 4, "");
 }
 
-TEST_F(DialogMouseTest, APressThatAPopupSawCountsForNoDoubleClick) {
+TEST_F(DialogMouseTest, PressesBeforeTheEndOfAPopupCountForNoDoubleClick) {
+  settings.doubleClickDelay = 60;  // three ticks
   Dialog popup;
   Patch closer{{80, 10, 20, 20}};
   popup.Add(&closer);
   PutMouse(90, 20);
   Start();
   root.onEvent = [&](Widget* sender, int msg, int) {
-    if (msg != MSG_LPRESS) return;
-    if (sender == &closer) popup.Close();
-    if (sender != &c) return;
-    Script({[] { mouse_b = 0; }, [] { mouse_b = 1; }});
+    if (sender == &closer && msg == MSG_LRELEASE) popup.Close();
+    if (sender != &c || msg != MSG_LPRESS) return;
+    Script({[] { mouse_b = 0; }, [] { mouse_b = 1; }, [] {}, [] { mouse_b = 0; }});
     popup.Popup(&root, 0, 0, nullptr);
     settings.yield = false;
   };
   Watch({MSG_DCLICK});
   Press();
-  Release();
-  Tick(3);
-  Expect("");
+  root.onEvent = nullptr;
+  for (const char* events : {"", "r5 c5 "}) {
+    Press();
+    Release();
+    Expect(events);
+  }
 }
 
 TEST_F(DialogMouseTest, MovesAndTurnsAreReportedAsDifferences) {
