@@ -185,7 +185,7 @@ void Dialog::MoveFocus(FocusMove move) {
   std::stable_sort(candidates.begin(), candidates.end(),
                    [](const Candidate& a, const Candidate& b) { return a.score < b.score; });
   for (const Candidate& candidate : candidates) {
-    if (!candidate.widget->MsgWantTab()) continue;
+    if (!Contains(candidate.widget) || !candidate.widget->MsgWantTab()) continue;
     if (candidate.widget != current) ChangeFocus(FocusWidget(), candidate.widget);
     return;
   }
@@ -210,11 +210,13 @@ void Dialog::MsgLostFocus() {
 
 void Dialog::SetFocus(Widget* widget) {
   if (widget == this || !Contains(widget) || !IfUsable(widget)) return;
-  if (!widget->MsgWantFocus()) return;
+  // Whoever is told may take it out or destroy it.
+  if (!widget->MsgWantFocus() || !Contains(widget)) return;
   for (Widget* focused = widget; focused != this;) {
     Dialog* container = focused->GetParent();
     if (!container || container == focused) return;
     if (container->focus && container->focus != focused) container->DropFocus(container->focus);
+    if (!container->IsChild(focused)) return;
     if (container->focus != focused || !focused->HasFocus()) {
       container->focus = focused;
       focused->MsgGotFocus();

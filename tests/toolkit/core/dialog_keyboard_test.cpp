@@ -190,6 +190,22 @@ TEST_F(DialogKeyboardTest, TheFocusMovesDownAndUpTheContainers) {
   c.Hide();
   Focus(&c);
   Expect("a12 ");
+  a.wantsFocus = true;
+  b.wantsFocus = false;
+  Patch inDoomed{{0, 0, 5, 5}};
+  for (const int round : {0, 1, 2, 3}) {
+    const int fatal = round % 2 ? MSG_LOSTFOCUS : MSG_WANTFOCUS;
+    root.SetFocus(&a);
+    auto doomed = std::make_unique<Dialog>();
+    doomed->Add(&inDoomed);
+    root.Add(doomed.get());
+    root.onEvent = [&](Widget*, int msg, int) {
+      if (msg == fatal) doomed.reset();
+    };
+    round < 2 ? root.SetFocus(doomed.get()) : Key(KEY_TAB);
+    EXPECT_EQ(root.GetFocus(), fatal == MSG_LOSTFOCUS ? nullptr : &a) << round;
+    root.onEvent = nullptr;
+  }
 }
 
 }  // namespace
