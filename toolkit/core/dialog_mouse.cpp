@@ -87,7 +87,7 @@ void Dialog::HandleMouse() {
 
   // Under the resting pointer, widgets may have come, gone, or become able to be pressed.
   Widget* under = target->MouseWidget();
-  if ((pressed & ~buttons) || (under && !IfUsable(under))) target->FollowPointer();
+  if ((pressed & ~buttons) || turned != 0 || (under && !IfUsable(under))) target->FollowPointer();
   const bool isDouble = loopState.doubleClick == DoubleClick::kDetected;
   if (!isDouble) CountDoubleClick(pressed & ~buttons);
   target->DispatchButtons(buttons, pressed);

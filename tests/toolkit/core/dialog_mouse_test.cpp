@@ -53,7 +53,7 @@ TEST_F(DialogMouseTest, WhatIsHiddenDisabledOrUnwillingIsPassedOver) {
   Patch above{{80, 10, 20, 20}};
   root.Add(&above);
   Start();
-  Watch({MSG_CLICK, MSG_LPRESS});
+  Watch({MSG_CLICK, MSG_LPRESS, MSG_WHEEL});
   for (const int way : {0, 1, 2}) {
     Click(90, 20);
     Expect("r4 ?4 r18 ?18 ");
@@ -64,6 +64,10 @@ TEST_F(DialogMouseTest, WhatIsHiddenDisabledOrUnwillingIsPassedOver) {
     Expect("r4 c4 r18 c18 ", "even before the pointer moves");
     above.Unhide();
     above.Enable();
+    above.wantsMouse = true;
+    mouse_z = way + 1;
+    Tick();
+    Expect("r17 ?17 ", "again");
   }
 }
 
