@@ -213,7 +213,8 @@ class Dialog : public Widget {
   // Goes on where a popup is gone, with the release that the popup saw instead.
   void TakeInputBack();
   void SetMousePath(const Widget* deepest);
-  void FollowPointer();
+  // Tells what it finds there how far the pointer has moved.
+  void FollowPointer(Point delta = {});
   // True while a press on the focus goes on.
   bool FocusIsPressed() const;
   void MoveFocusWithPointer(Widget* underPointer);

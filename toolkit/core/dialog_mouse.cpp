@@ -237,7 +237,7 @@ void Dialog::MsgMouseMove(Point delta) {
     Drag();
   if (Widget* capturing = CapturingChild()) capturing->MsgMouseMove(delta);
   if (mouse) mouse->MsgMouseMove(delta);
-  if (TakesInput()) FollowPointer();
+  if (TakesInput()) FollowPointer(delta);
 }
 
 void Dialog::FindMouseAtStart() {
@@ -249,7 +249,7 @@ void Dialog::FindMouseAtStart() {
   if (!focus) SetFocus(MouseWidget());
 }
 
-void Dialog::FollowPointer() {
+void Dialog::FollowPointer(Point delta) {
   Dialog* root = GetRoot();
   Widget* found = FindMousePath();
   if (found == root->MouseWidget()) return;
@@ -262,7 +262,7 @@ void Dialog::FollowPointer() {
   root->SetMousePath(found);
   if (root->MouseWidget() != found) return;  // a handler has destroyed it
   MoveFocusWithPointer(found == this ? nullptr : found);
-  if (root->Contains(fork) && fork->mouse) fork->mouse->MsgMouseMove({0, 0});
+  if (root->Contains(fork) && fork->mouse) fork->mouse->MsgMouseMove(delta);
 }
 
 bool Dialog::FocusIsPressed() const {

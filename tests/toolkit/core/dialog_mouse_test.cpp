@@ -154,7 +154,9 @@ TEST_F(DialogMouseTest, MovesAndTurnsAreReportedAsDifferences) {
   MoveTo(95, 20);
   mouse_z = -1;
   Tick();
-  EXPECT_EQ(values, std::vector({5, 3, -4}));
+  MoveTo(60, 20);
+  MoveTo(97, 20);
+  EXPECT_EQ(values, std::vector({5, 3, -4, -35, 37}));
 }
 
 TEST_F(DialogMouseTest, TheFocusFollowsThePointerAsTheSkinSays) {
