@@ -75,6 +75,8 @@ void Dialog::MsgStart() {
   SendToChildren(MSG_START);
   if (settings.showMouse) FindMouseAtStart();
   dragMode = kDragNone;
+  // A press that the end cut off does not go on.
+  ClearFlag(kFlagPressed);
 }
 
 void Dialog::MsgEnd() {

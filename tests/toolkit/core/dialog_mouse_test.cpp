@@ -92,6 +92,9 @@ TEST_F(DialogMouseTest, AClickGivesTheFocusAndIsPassedOn) {
   Release();
   root.MsgLPress();
   Expect("r18 p18 b18 a18 ");
+  root.MsgEnd();
+  Start();
+  EXPECT_FALSE(root.TestFlag(kFlagPressed) || panel.TestFlag(kFlagPressed)) << "in a new run";
 }
 
 TEST_F(DialogMouseTest, ASecondPressInTimeIsADoubleClickOnTheNextTick) {
