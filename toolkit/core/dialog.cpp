@@ -81,7 +81,7 @@ bool Dialog::Contains(const Widget* widget) const { return widget == this || Chi
 bool Dialog::Add(Widget* widget) {
   if (IsChild(widget)) return false;
   Dialog* before = widget->GetParent();
-  if (before && before != widget) before->Forget(widget);
+  if (before && before != widget) before->Dialog::Remove(widget);
   children.push_back(widget);
   widget->SetParent(this);
   if (running) {

@@ -186,7 +186,7 @@ Widget* Dialog::RunPopup(Dialog& root, int px, int py, Widget* focusWidget) {
   const bool rootWasClosed = root.closed;
   // What opened the popup may still be held; so may what closes it.
   joystickHeld = root.InputTarget()->joystickHeld;
-  if (!IsRoot() && parent) parent->Forget(this);
+  if (!IsRoot() && parent) parent->Dialog::Remove(this);
   parent = &root;
   if (px != kKeepPosition) SetX(px);
   if (py != kKeepPosition) SetY(py);

@@ -284,12 +284,24 @@ TEST_F(DialogTest, ADialogWhoseContainerIsGoneIsARootAgain) {
   EXPECT_EQ(popup.GetRelativePos().x, (kWidth - popup.w()) / 2);
 }
 
-TEST_F(DialogTest, ThePointerLosesWhatIsTakenAway) {
-  StartWithFocus();
-  MoveTo(10, 10);
-  Watch({MSG_LOSTMOUSE, MSG_END});
-  root.Remove(&below);
-  Expect("b14 b2 ");
+TEST_F(DialogTest, WhatIsTakenAwayLosesThePointerAndTheFocus) {
+  Start();
+  for (const bool goesElsewhere : {true, false}) {
+    root.Add(&below);
+    root.SetFocus(&below);
+    MoveTo(goesElsewhere ? 9 : 10, 10);
+    Watch({MSG_LOSTMOUSE, MSG_END});
+    if (goesElsewhere) popup.Add(&below);
+    if (!goesElsewhere) root.Remove(&below);
+    Expect("b14 b2 ");
+    EXPECT_FALSE(below.HasFocus());
+  }
+  root.Add(&popup);
+  Script({[&] {
+    Expect("i2 p2 ");
+    popup.Close();
+  }});
+  popup.Popup(&root, 40, 40, nullptr);
 }
 
 TEST_F(DialogTest, WhatIsDirtyInPartsIsPaintedWholeOnNewGround) {
