@@ -166,6 +166,7 @@ TEST_F(DialogTest, APopupTakesTheInputAndGivesItBack) {
             EXPECT_EQ(At(25, 25), blue);
             popup.Close();
           }});
+  popup.Hide();
   EXPECT_EQ(popup.Popup(&root, 20, 20, &inside), &inside);
   Expect("i7 b11 ?13 ");
   EXPECT_EQ(popup.GetFlags() & (kFlagPoppedUp | kFlagFocus | kFlagMouse), 0u);
