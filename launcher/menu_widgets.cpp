@@ -75,8 +75,8 @@ bool MenuList::HandleKey(int code) {
 
 bool MenuList::MsgChar(int code) {
   const int scancode = code >> 8;
-  if (heldKeys_.Ignores(scancode)) return true;
-  if (HeldKeys::Include(scancode)) heldKeys_.Hold();
+  if (heldKey_.Ignores(scancode)) return true;
+  heldKey_.Hold(scancode);
   // What the mouse has opened is settled; its index would take this key's step back.
   pendingIndex = -1;
   bool used = false;
@@ -94,7 +94,7 @@ bool MenuList::MsgChar(int code) {
 
 void MenuList::MsgTick() {
   ListView::MsgTick();
-  heldKeys_.Poll();
+  heldKey_.Poll();
 }
 
 void MenuList::MsgGotFocus() { Widget::MsgGotFocus(); }

@@ -5,7 +5,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "launcher/held_keys.h"
+#include "launcher/held_key.h"
 #include "launcher/menu_config.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/messages.h"
@@ -73,7 +73,7 @@ class MenuList : public ListView {
   bool IsSeparatorAt(int index) const;
 
   int pendingIndex = -1;
-  HeldKeys heldKeys_;
+  HeldKey heldKey_;
 };
 
 // A dialog with a title band around one child, which it borrows.

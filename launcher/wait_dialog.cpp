@@ -41,11 +41,11 @@ DialogUnits UnitsOf(const Font& font) {
 
 }  // namespace
 
-bool OpeningKey::MsgXChar(int code) { return heldKeys_.Ignores(code >> 8); }
+bool OpeningKey::MsgXChar(int code) { return heldKey_.Ignores(code >> 8); }
 
 void OpeningKey::MsgTick() {
   Widget::MsgTick();
-  heldKeys_.Poll();
+  heldKey_.Poll();
 }
 
 WaitDialog::WaitDialog(const MenuItem& menuItem)

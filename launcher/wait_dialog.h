@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "launcher/held_keys.h"
+#include "launcher/held_key.h"
 #include "launcher/menu_config.h"
 #include "launcher/progress.h"
 #include "toolkit/core/timers.h"
@@ -19,12 +19,12 @@ class MenuScreen;
 // An invisible widget that uses up the repeats of the key that has opened its dialog.
 class OpeningKey final : public Widget {
  public:
-  OpeningKey() { heldKeys_.Hold(); }
+  OpeningKey() { heldKey_.HoldAny(); }
   bool MsgXChar(int code) override;
   void MsgTick() override;
 
  private:
-  HeldKeys heldKeys_;
+  HeldKey heldKey_;
 };
 
 // Waits until a menu item's file is there, or another is gone, or its time is over; the user may

@@ -72,7 +72,9 @@ TEST_F(MenuScreenTest, KeysMoveThroughTheMenus) {
   EXPECT_EQ(Hint(), "");
   EXPECT_EQ(After({KEY_DOWN, KEY_ENTER}), "1/4/15") << "disabled";
   key[KEY_SPACE] = 1;
-  EXPECT_EQ(After({KEY_UP, KEY_SPACE, KEY_SPACE, KEY_ENTER}), "2/0/0") << "held";
+  EXPECT_EQ(After({KEY_UP, KEY_SPACE, KEY_SPACE}), "2/0/0") << "held";
+  EXPECT_EQ(After({KEY_ENTER, KEY_SPACE}), "1/2/12") << "another key counts";
+  EXPECT_EQ(After({KEY_ENTER}), "2/0/0");
   key[KEY_SPACE] = 0;
   simulate_ukeypress(' ', KEY_SPACE);
   screen_->MsgTick();

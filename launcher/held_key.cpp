@@ -1,0 +1,36 @@
+#include "launcher/held_key.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "toolkit/core/allegro.h"
+
+namespace zel {
+namespace {
+
+constexpr int kChoosingKeys[] = {KEY_ENTER, KEY_ENTER_PAD, KEY_SPACE};
+
+}  // namespace
+
+void HeldKey::Hold(int scancode) {
+  const bool chooses = std::find(std::begin(kChoosingKeys), std::end(kChoosingKeys), scancode) !=
+                       std::end(kChoosingKeys);
+  if (chooses && key[scancode] != 0) held_ = scancode;
+}
+
+void HeldKey::HoldAny() {
+  for (const int scancode : kChoosingKeys) Hold(scancode);
+}
+
+void HeldKey::Poll() {
+  // A repeat that is still to be read belongs to the key that has just come up.
+  if (key[held_] == 0 && !keypressed()) held_ = 0;
+}
+
+bool HeldKey::Ignores(int scancode) {
+  // A key that is up repeats no more once another has been read.
+  if (scancode != held_ && key[held_] == 0) held_ = 0;
+  return held_ != 0 && scancode == held_;
+}
+
+}  // namespace zel

@@ -1,0 +1,23 @@
+// A key that would choose more than once because it is held.
+#pragma once
+
+namespace zel {
+
+// What a key has opened must not be left or closed by the same key's repeats: a key that chooses
+// (Enter, Enter on the numeric pad or Space) and is down at Hold() counts no more until it is up.
+// All other keys count.
+class HeldKey {
+ public:
+  void Hold(int scancode);
+  // Whichever of the keys is down.
+  void HoldAny();
+  // To be called in each tick.
+  void Poll();
+  // To be asked for every key that is read, in turn.
+  bool Ignores(int scancode);
+
+ private:
+  int held_ = 0;  // scancode, or 0
+};
+
+}  // namespace zel
