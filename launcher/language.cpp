@@ -30,15 +30,15 @@ constexpr Encoding kUnicode = {"UTF-8", nullptr};
 struct LanguageRow {
   const char* code;
   Language language;
-  const char* catalogue;
+  const char* catalogue;  // gettext takes "ru" where there is no "ru_RU"
   const Encoding& encoding;
 };
 constexpr LanguageRow kLanguages[] = {
-    {"en", kEnglish, "en", kWestern},        {"ru", kRussian, "ru", kCyrillic},
-    {"de", kGerman, "de", kWestern},         {"fr", kFrench, "fr", kWestern},
-    {"pl", kPolish, "pl", kCentralEuropean}, {"es", kSpanish, "es", kWestern},
-    {"it", kItalian, "it", kWestern},        {"cn", kChinese, "zh_CN", kUnicode},
-    {"ja", kJapanese, "ja", kUnicode},
+    {"en", kEnglish, "en", kWestern},           {"ru", kRussian, "ru_RU", kCyrillic},
+    {"de", kGerman, "de_DE", kWestern},         {"fr", kFrench, "fr_FR", kWestern},
+    {"pl", kPolish, "pl_PL", kCentralEuropean}, {"es", kSpanish, "es_ES", kWestern},
+    {"it", kItalian, "it_IT", kWestern},        {"cn", kChinese, "zh_CN", kUnicode},
+    {"ja", kJapanese, "ja_JP", kUnicode},
 };
 
 constexpr std::string_view kWhite = " \t\v\f";
