@@ -87,7 +87,9 @@ void Dialog::HandleMouse() {
 
   // Under the resting pointer, widgets may have come, gone, or become able to be pressed.
   Widget* under = target->MouseWidget();
-  if ((pressed & ~buttons) || turned != 0 || (under && !IfUsable(under))) target->FollowPointer();
+  const bool restsAndActs = moved == position && ((pressed & ~buttons) || turned != 0);
+  if (restsAndActs || (under && !IfUsable(under))) target->FollowPointer();
+  if (target->closed) return;
   const bool isDouble = loopState.doubleClick == DoubleClick::kDetected;
   if (!isDouble) CountDoubleClick(pressed & ~buttons);
   target->DispatchButtons(buttons, pressed);
@@ -213,12 +215,16 @@ void Dialog::Drag() {
   const int dx = pointer.x - pressPosition.x;
   const int dy = pointer.y - pressPosition.y;
   if (!TestFlag(dragMode == kDragMove ? kFlagMovable : kFlagSizeable)) return;
+  const Point before = relPos;
   if (dragMode == kDragMove) {
     Place(KeepOnScreen(relPos.x + dx), KeepOnScreen(relPos.y + dy));
     MsgMove();
   } else {
     DragEdges(dx, dy);
   }
+  // The pointer leaves a root, which stays where it is.
+  if (IsRoot())
+    pressPosition = {pressPosition.x + relPos.x - before.x, pressPosition.y + relPos.y - before.y};
   // What the dialog covered before must show again.
   GetRoot()->Redraw();
 }
@@ -242,9 +248,9 @@ void Dialog::MsgMouseMove(Point delta) {
 
 void Dialog::FindMouseAtStart() {
   UpdateDoubleClickWindow();
-  loopState.ForgetPresses();
-  // Inside another dialog, that one finds out.
+  // Inside another dialog, that one finds out, and presses on it go on counting.
   if (!TakesInput()) return;
+  loopState.ForgetPresses();
   GetRoot()->SetMousePath(FindMousePath());
   if (!focus) SetFocus(MouseWidget());
 }
