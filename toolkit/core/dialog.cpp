@@ -81,7 +81,7 @@ bool Dialog::Contains(const Widget* widget) const { return widget == this || Chi
 bool Dialog::Add(Widget* widget) {
   if (IsChild(widget)) return false;
   Dialog* before = widget->GetParent();
-  if (before && before != widget) before->Dialog::Remove(widget);
+  if (before && before->IsChild(widget) && !before->TakeOut(widget)) return false;
   children.push_back(widget);
   widget->SetParent(this);
   if (running) {
@@ -95,13 +95,17 @@ bool Dialog::Add(Widget* widget) {
 }
 
 void Dialog::Remove(Widget* widget) {
-  if (!IsChild(widget)) return;
+  if (IsChild(widget)) TakeOut(widget);
+}
+
+bool Dialog::TakeOut(Widget* widget) {
   if (mouse == widget) SetMousePath(nullptr);
   if (running && IsChild(widget)) widget->SendMessage(MSG_END);
-  if (!IsChild(widget)) return;  // a handler has destroyed it
+  if (!IsChild(widget)) return false;
   Forget(widget);
   widget->SetParent(AsDialog(widget));  // a dialog is a root again
   GetRoot()->Redraw();
+  return true;
 }
 
 void Dialog::Forget(Widget* widget) {

@@ -231,7 +231,9 @@ class Dialog : public Widget {
   bool OfferToChildren(int code);
   bool HandleShortcut(int character, int scancode);
   bool HandleDialogKey(int character, int scancode);
-  void CollectCandidates(const Widget* current, std::vector<Candidate>& candidates);
+  // Takes a child out and makes it independent; false when a handler has destroyed it meanwhile.
+  bool TakeOut(Widget* child);
+  void CollectCandidates(const Widget* leftOut, std::vector<Candidate>& candidates);
 
   std::unique_ptr<Tooltip> tooltipWidget_;
 };

@@ -22,7 +22,8 @@ void ForgetRedraws(Widget* widget) {
     for (Widget* child : dialog->Children()) ForgetRedraws(child);
 }
 
-// Paints all of a widget: what lies under it has just been painted.
+// Paints all of a widget: what lies under it has just been painted, and must not be marked again by
+// an override.
 void DrawWhole(Widget* widget) {
   if (widget->DirtyInParts()) widget->Widget::Redraw();
   widget->SendMessage(MSG_DRAW);

@@ -191,9 +191,9 @@ Widget* Dialog::RunPopup(Dialog& root, int px, int py, Widget* focusWidget) {
   if (px != kKeepPosition) SetX(px);
   if (py != kKeepPosition) SetY(py);
   closed = false;
+  const std::uint32_t savedFlags = flags;
   // Unseen, it could not be closed.
   if (Hidden()) Unhide();
-  const std::uint32_t savedFlags = flags;
   SetFlag(kFlagPoppedUp);
   Dialog::Add(tooltipWidget_.get());
   root.Dialog::Add(this);
