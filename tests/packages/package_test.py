@@ -22,6 +22,15 @@ KEPT_BY_DPKG = ("tmp", "var/cache", "var/lib/dpkg", "var/log")
 NOT_ROOT = "You must have root permissions to run this program\n"
 NO_GRAPHICS = "Das Programm kann nicht starten, weil das BIOS falsch eingestellt ist\n"
 
+# Programs for the menu's script: a launcher that takes one choice after the other, and ends it at last.
+PROGRAMS = {
+    "zel": "read -r choice </tmp/choices || kill -KILL $PPID; sed -i 1d /tmp/choices; echo $choice >/root/output.txt",
+    "interrupt": "kill -INT $PPID",
+    "poweroff": "echo off; false",
+    "stty": "",
+}
+PROMPT = "\nPress Enter to get back to the menu. "
+
 
 def package(name, architecture):
     return next((ROOT / "build").glob(f"{name}_*_{architecture}.deb"))
@@ -148,6 +157,26 @@ class Amd64Test(PackageTest, unittest.TestCase):
                         "zel-gallery --skin /etc/zel/skin/zel.skin --png /tmp/gallery.png"):
             self.assertEqual(self.system.run(*command.split()), (0, ""), command)
         self.assertEqual(self.system.run("sh", "-c", "head -qc 4 /tmp/*.png | tr -d '\\211'"), (0, "PNG" * 2))
+
+    def test_the_menus_script_survives_its_surroundings(self):
+        files = {"sys/class/graphics/fb0/virtual_size": "1280,1024\n", "sys/class/graphics/fb0/bits_per_pixel": "24\n",
+                 "etc/sysconfig/i18n": "LANG='de\n", "etc/sysconfig/keyboard": "KEYTABLE=de\n",
+                 "etc/zel/own.cfg": " [toolkit]\n\tScreenWidth 640\nskinPath = a\n",
+                 "tmp/choices": "interrupt\necho one two\npoweroff\n"}
+        files |= {f"usr/local/sbin/{name}": f"#!/bin/sh\n{text}\n" for name, text in PROGRAMS.items()}
+        for name, text in files.items():
+            file = self.system.root / name
+            file.parent.mkdir(parents=True, exist_ok=True)
+            file.write_text(text)
+            file.chmod(0o755)
+        settings = self.system.root / "etc/zel/zel.cfg"
+        settings.unlink()
+        settings.symlink_to("own.cfg")
+        _, text = self.system.run("/etc/zel/rescue-menu")
+        self.assertTrue(text.endswith(f"There is no loadkeys on this disc.\n{PROMPT}one two\n{PROMPT}off\n"), text)
+        self.assertTrue(settings.is_symlink())
+        self.assertEqual(settings.read_text(), " [toolkit]\nscreenWidth = 1024\nscreenHeight = 768\ncolorDepth = 24\n"
+                                               "skinPath = a\n")
 
 
 class I386Test(PackageTest, unittest.TestCase):
