@@ -306,6 +306,8 @@ std::string CheckItem(const std::string& file, const std::string& section) {
   if (const int code = number("ExCode"); code < 0 || code > kLargestStatus)
     Place{file, section, "ExCode"}.Report("scripts see the exit status " +
                                           std::to_string(code & kLargestStatus));
+  if (text("ExCode").empty() && !text("ExString").empty())
+    Place{file, section}.Report("without ExCode the exit status is 0, as after a failure");
   CheckLength(Place{file, section, "ExString"}, kLongestOutput, text("ExString"));
   if (number("Timeout") > 0 && text("WaitForFile").empty() && text("WaitWhileFile").empty())
     Place{file, section, "Timeout"}.Report("there is no file to wait for");

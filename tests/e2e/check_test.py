@@ -35,7 +35,10 @@ MISTAKES = {
         ("[LINE10]", "[LINE010]", "menu.cfg: [LINE010]: nobody reads this section"),
     ],
     "hints.txt": [("[end:log]", "[log]", "hints.txt: [log]: no item shows this text")],
-    "disks.cfg": [("Submenu = crypt.cfg", "Submenu = menu.cfg", "disks.cfg: opens menu.cfg, which leads here")],
+    "disks.cfg": [
+        ("Submenu = crypt.cfg", "Submenu = menu.cfg", "disks.cfg: opens menu.cfg, which leads here"),
+        ("ExCode = 102\n", "", "disks.cfg: [LINE2]: without ExCode the exit status is 0, as after a failure"),
+    ],
 }
 # A text of many bytes, and a name that each hint file may write in an encoding of its own.
 HARMLESS = {name: [("mdstat]", "Стан]", None)] for name in ("hints.txt", "hints.de.txt", "hints.ru.txt")} | {
