@@ -72,9 +72,9 @@ class System:
         status, text = self.run(*command, DEBIAN_FRONTEND="noninteractive")
         assert status == 0, f"{command}: status {status}\n{text}"
 
-    def install(self, path):
+    def install(self, path, *options):
         shutil.copy(path, self.root / "tmp/new.deb")
-        self.do("dpkg", "--install", "--force-confold", "/tmp/new.deb")
+        self.do("dpkg", "--install", "--force-confold", *options, "/tmp/new.deb")
 
     def files(self):
         """All that is there but dpkg's own memory."""
@@ -126,7 +126,9 @@ class PackageTest:
         own.touch()
         wants.mkdir(parents=True, exist_ok=True)
         (wants / UNIT).symlink_to(f"/usr/lib/systemd/system/{UNIT}")
-        self.system.install(self.successor("etc/zel/zel.cfg", "etc/zel/hints.txt"))
+        self.system.install(self.successor("etc/zel/zel.cfg", "etc/zel/hints.txt"),
+                            "--path-exclude=/usr/share/locale/*")
+        self.assertFalse((self.system.root / "usr/local/share/locale/*").exists())
         self.assertEqual(settings.read_text(), "[Toolkit]\n")
         self.assertTrue(hints.read_text().endswith("# new\n"))
         self.system.do("dpkg", "--purge", "zel")
