@@ -48,7 +48,7 @@ deb:
 
 deb-test: deb
 	tests/packages/base
-	cd tests/packages && python3 -B -W ignore package_test.py
+	cd tests/packages && unshare --mount python3 -B -W ignore package_test.py
 
 install: build
 	DESTDIR="$(DESTDIR)" cmake --install build

@@ -1,5 +1,8 @@
 #!/usr/bin/env python3
-"""The life of the Debian packages in a minimal Debian: installed, run, upgraded, purged."""
+"""The life of the Debian packages in a minimal Debian: installed, run, upgraded, purged.
+
+As root, in a mount namespace of its own: the mounts end with it, however it ends.
+"""
 
 import os
 import pathlib
