@@ -98,7 +98,9 @@ class ModeTest(MachineTest):
 
     def test_the_disc_starts_by_itself_and_switches_the_machine_off(self):
         self.boot(disc=IMAGE / "zel-rescue.iso")
-        self.machine.see(shows_menu, "the menu")
+        menu = self.machine.see(shows_menu, "the menu")
+        self.machine.do("mouse_move -100 -100")
+        self.machine.see(lambda picture: picture != menu, "the pointer")
         self.machine.press_and_see("end")
         self.machine.press("ret")
         self.assertEqual(self.machine.process.wait(60), 0)
