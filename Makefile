@@ -20,7 +20,7 @@ build: configure
 	cmake --build --preset release --target zel zel-check zel-gallery zel-preview
 
 run: build
-	tools/run $(CONFIG)
+	tools/run "$(CONFIG)"
 
 test: configure
 	cmake --build --preset release
