@@ -53,7 +53,8 @@ void SaveDirectory() {
 
 [[noreturn]] void EndWithoutGraphics() {
   SetTextMode();
-  // The text is in the encoding of the console; Allegro would turn it to ASCII.
+  // The console has the encoding of the locale; Allegro would turn the text to ASCII.
+  UseEncodingOfLocale();
   set_uformat(U_ASCII);
   allegro_message("%s\n", Text(kNoGraphicsText));
   allegro_exit();

@@ -1,5 +1,6 @@
 #include "launcher/texts.h"
 
+#include <langinfo.h>
 #include <libintl.h>
 
 #include <algorithm>
@@ -61,6 +62,11 @@ const char* Translate(const char* domain, const char* english) {
   return text;
 }
 
+void SetEncoding(const char* codeset) {
+  bind_textdomain_codeset(kDomain, codeset);
+  bind_textdomain_codeset(kBrandDomain, codeset);
+}
+
 const char* English(std::uint32_t id) {
   const TextEntry* last = std::prev(std::end(TextTable));
   const TextEntry* found = std::lower_bound(
@@ -80,8 +86,12 @@ const char* Text(std::uint32_t id) {
 
 void SetTextLanguage(const char* catalogue, const char* codeset) {
   setenv("LANGUAGE", catalogue, 1);
-  bind_textdomain_codeset(kDomain, codeset);
-  bind_textdomain_codeset(kBrandDomain, codeset);
+  SetEncoding(codeset);
+}
+
+void UseEncodingOfLocale() {
+  OpenCatalogues();
+  SetEncoding(nl_langinfo(CODESET));
 }
 
 // TRANSLATORS: The suffix of keys in menu files, such as Title.de: the code of the language.

@@ -21,6 +21,9 @@ const char* Text(std::uint32_t id);
 // locale C there is none.
 void SetTextLanguage(const char* catalogue, const char* codeset);
 
+// Has the texts in the locale's encoding again, for a terminal.
+void UseEncodingOfLocale();
+
 // What the menu keys of the language end with: "de" for "Title.de".
 const char* LanguageSuffix();
 

@@ -93,6 +93,8 @@ constexpr std::uint32_t kAllTexts[] = {1312, 1320, 1513, 1515, 1516};
       const int character = ugetxc(&at);
       good &= character < ' ' || FT_Get_Char_Index(face, static_cast<FT_ULong>(character)) != 0;
     }
+  UseEncodingOfLocale();
+  good &= language.back == std::string{Text(1515)};
   std::_Exit(good ? EXIT_SUCCESS : EXIT_FAILURE);
 }
 
