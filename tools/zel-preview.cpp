@@ -24,6 +24,7 @@ namespace {
 
 constexpr int kUsageStatus = 2;
 constexpr int kFramesPerKey = 20;  // transitions end meanwhile
+constexpr int kDepthWithoutDesktop = 16;
 constexpr const char* kSettingsFile = "zel.cfg";
 constexpr const char* kNoFile = "";
 
@@ -116,7 +117,8 @@ void SetUp(Offscreen& offscreen, const Options& options) {
   settings.Load(kSettingsFile);
   const Size size =
       options.size.w ? options.size : Size{settings.screenWidth, settings.screenHeight};
-  const int depth = options.depth ? options.depth : settings.colorDepth;
+  const int usual = settings.colorDepth < 1 ? kDepthWithoutDesktop : settings.colorDepth;
+  const int depth = options.depth ? options.depth : usual;
   if (!offscreen.SetMode(size, depth)) Fail("there is no such screen");
   const std::string complaint = Offscreen::LoadSkin(settings.skinPath);
   if (!complaint.empty()) Fail(complaint);
