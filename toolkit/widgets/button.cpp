@@ -223,10 +223,7 @@ void Button::ShowChange() {
   if (TestFlag(kFlagAutoSize) && !InTransition()) RepaintBehind();
 }
 
-// A press may go on in a button that is out of reach meanwhile.
-void Button::Activate() {
-  if (IfUsable(this)) Report(MSG_ACTIVATE);
-}
+void Button::Activate() { Report(MSG_ACTIVATE); }
 
 void Button::MsgStart() {
   // A press that the end of the dialog cut off is taken back.
@@ -316,7 +313,8 @@ void Button::AutoRepeat() {
     return;
   }
   repeatTimer = settings.Ticks(kRepeatPeriod);
-  Activate();
+  // A press may go on in a button that is out of reach meanwhile.
+  if (IfUsable(this)) Activate();
 }
 
 void Button::MsgTick() {
