@@ -39,10 +39,10 @@ void Slider::SetElements(int back, int grip) {
 void Slider::TakeTrackThickness() {
   const SkinBitmap* track = GetElement(backElement);
   if (!track) return;
-  if (IsHorizontal())
-    SetH(track->Height() / kFrames);
-  else
-    SetW(track->Width() / kFrames);
+  const int thickness = (IsHorizontal() ? track->Height() : track->Width()) / kFrames;
+  if (thickness == (IsHorizontal() ? h() : w())) return;
+  RepaintBehind();
+  IsHorizontal() ? SetH(thickness) : SetW(thickness);
 }
 
 // Beside the track the grip would leave traces.

@@ -85,9 +85,12 @@ TEST_F(SliderTest, EachStateHasItsTrackAndItsGrip) {
   EXPECT_EQ(look(), "kkkrrkkk");
   slider.Disable();
   EXPECT_EQ(look(), "kcccccck");
-  slider.Resize(8, 9);
-  slider.MsgResize();
-  EXPECT_EQ(slider.h(), 1) << "as thick as the track";
+  for (const bool isMoved : {false, true}) {
+    Tick(), slider.Resize(8, 9), Frame();
+    isMoved ? slider.MsgShape() : slider.MsgResize();
+    EXPECT_EQ(slider.h(), 1) << "as thick as the track";
+    EXPECT_TRUE(DrawsEnough()) << isMoved;
+  }
 }
 
 }  // namespace
