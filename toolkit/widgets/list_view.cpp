@@ -367,22 +367,26 @@ ListBox::ListBox(std::unique_ptr<ListView> view) : list{std::move(view)} {
   Add(&scrollBar);
 }
 
-// The layout is asked for first: whoever is told of a new current item may destroy the box.
+// The layout follows at the next tick: whoever is told of a new current item may destroy the box.
+void ListBox::AskForLayout() {
+  SetFlag(kFlagResized);
+  Redraw();
+}
 
 void ListBox::InsertItem(std::unique_ptr<ListItem> item, int index) {
-  ItemsChanged();
+  AskForLayout();
   list->InsertItem(std::move(item), index);
 }
 
 void ListBox::InsertItem(std::unique_ptr<ListItem> item) { InsertItem(std::move(item), Count()); }
 
 void ListBox::DeleteItem(int index) {
-  ItemsChanged();
+  AskForLayout();
   list->DeleteItem(index);
 }
 
 void ListBox::ItemsChanged() {
-  SetFlag(kFlagResized);
+  UpdateLayout();
   Redraw();
 }
 

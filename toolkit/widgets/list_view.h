@@ -148,10 +148,11 @@ class ListBox : public Dialog {
   bool IsSelected(int index) const { return list->IsSelected(index); }
   void DeselectAll() { list->DeselectAll(); }
   void Sort() { list->Sort(); }
-  // Items of the list itself came or went: the box is laid out again before it is drawn.
+  // To be called when items of the list itself came or went: lays the box out again.
   void ItemsChanged();
 
  private:
+  void AskForLayout();
   void FollowCurrent();
 
   std::unique_ptr<ListView> list;
