@@ -227,7 +227,8 @@ void TextView::Clear() {
   scrollX = scrollY = 0;
 }
 
-// A font has no picture of a tab: the spaces that lead to the next stop stand for it.
+// A font has no picture of a tab: the spaces that lead to the next stop stand for it. Nor has it
+// one of what else ends a line.
 void TextView::AddLine(const std::string& line) {
   std::string shown;
   shown.reserve(line.size());
@@ -242,6 +243,7 @@ void TextView::AddLine(const std::string& line) {
       shown.append(start, at);
     column += columns;
   }
+  if (shown.ends_with('\r')) shown.pop_back();
   lines.push_back(std::move(shown));
 }
 
@@ -253,7 +255,6 @@ void TextView::LoadFile(const char* path) {
     for (auto start = text.begin(); start != text.end();) {
       const auto end = std::find(start, text.end(), '\n');
       std::string line{start, end};
-      if (line.ends_with('\r')) line.pop_back();
       AddLine(CutToBytes(line.c_str(), line.size()));
       start = end == text.end() ? end : end + 1;
     }
