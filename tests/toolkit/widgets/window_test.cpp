@@ -77,7 +77,9 @@ TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
   window->Hide(), window->Disable();
   window->Minimize();
   window->Maximize();
-  window->Unhide(), window->Enable();
+  window->Unhide(), window->Enable(), window->Disable();
+  EXPECT_TRUE(window->Client().Disabled());
+  window->Enable();
   EXPECT_EQ(Change(), Rect(0, 0, 0, -60));
   DragBy(40, 22, 30, 10);
   window->Resize(110, 70);
