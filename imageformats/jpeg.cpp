@@ -47,8 +47,8 @@ void EscapeFromEndlessScans(j_common_ptr info) {
   if (reinterpret_cast<j_decompress_ptr>(info)->input_scan_number > kMostScans) Escape(info);
 }
 
-// A progressive picture is kept as a whole until its last scan; beyond this libjpeg gives up.
-// Others need rows alone.
+// A picture in several scans, as every progressive one, is kept as a whole until the last of them;
+// beyond this libjpeg gives up. Others need rows alone.
 constexpr long kMostMemory = 128L << 20;
 
 // Turns cyan, magenta, yellow and black into red, green, blue and alpha. Programs that leave an
