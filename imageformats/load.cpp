@@ -27,11 +27,15 @@ BITMAP* DropAlpha(BITMAP* picture) {
   return picture;
 }
 
+bool IsSameColor(const RGB& a, const RGB& b) { return a.r == b.r && a.g == b.g && a.b == b.b; }
+
 // Gives the colours of a picture's own palette the nearest places in the current one. As in true
-// colours, magenta is masked, and the first entry is a colour like any other.
+// colours, magenta is masked, and the first entry is a colour like any other. A picture that was
+// made for the current palette stays as it is, with its first entry masked.
 void TakeCurrentPalette(BITMAP* picture, const RGB* own) {
   PALETTE current;
   get_palette(current);
+  if (std::equal(own, own + PAL_SIZE, current, IsSameColor)) return;
   std::uint8_t places[PAL_SIZE];
   std::transform(own, own + PAL_SIZE, places, [&current](const RGB& color) {
     const bool isMagenta = color.r == 63 && color.g == 0 && color.b == 63;

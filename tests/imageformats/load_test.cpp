@@ -285,6 +285,12 @@ TEST_F(LoadTest, LibraryFormatsAreReadAsTheyAreMeant) {
     for (const auto& [extension, digits, rows] : kExamples)
       ExpectSturdy(extension, Hex(digits), rows);
   }
+  const std::string own = directory.Path("own.bmp");
+  BitmapPtr masked{create_bitmap(1, 1)};
+  clear_bitmap(masked.get());
+  ASSERT_EQ(save_bitmap(own.c_str(), masked.get(), colors), 0);
+  masked.reset(LoadPicture(own.c_str(), nullptr));
+  EXPECT_EQ(getpixel(masked.get(), 0, 0), 0) << "made for the current palette";
   set_color_conversion(COLORCONV_TOTAL);
   for (const int depth : {8, 24}) {
     UseDepth(depth);
