@@ -26,6 +26,14 @@ void PoseChild(const Dialog& box, std::size_t child, int state) {
   Pose(*box.Children()[child], state);
 }
 
+// One whose list is open from the start.
+class OpenComboBox final : public ComboBox {
+  void MsgStart() override {
+    ComboBox::MsgStart();
+    Open();
+  }
+};
+
 }  // namespace
 
 void BuildEditBoxPage(Sheet& sheet) {
@@ -69,14 +77,10 @@ void BuildComboBoxPage(Sheet& sheet) {
   sheet.Columns({"open", "button focused"}, 17);
   int opened = 0;
   sheet.Row(sheet.Tall(), [&](const Rect& place, int column) {
-    auto& combo = sheet.Make<ComboBox>();
+    ComboBox& combo = column == 0 ? sheet.Make<OpenComboBox>() : sheet.Make<ComboBox>();
     fill(combo, place);
-    if (column == 1) {
-      PoseChild(combo, kButton, kFocused);
-      return;
-    }
-    combo.Open();
     opened = combo.GetListBox().h();
+    if (column == 1) PoseChild(combo, kButton, kFocused);
   });
   sheet.Space(opened);
 }
