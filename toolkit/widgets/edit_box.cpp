@@ -306,15 +306,25 @@ void EditBox::MsgMouseMove(Point p) {
   Label::MsgMouseMove(p);
 }
 
+void EditBox::EndMouseSelection() {
+  if (!HasSelection()) Widget::Deselect();
+  ClearFlag(kFlagPressed);
+}
+
 void EditBox::MsgLRelease() {
   if (TestFlag(kFlagPressed)) {
     cursor = CharAt();
-    if (!HasSelection()) Widget::Deselect();
-    ClearFlag(kFlagPressed);
+    EndMouseSelection();
     ScrollToCursor();
     Redraw();
   }
   Label::MsgLRelease();
+}
+
+// Without the focus and the pointer it would not be told of the release.
+void EditBox::MsgLostFocus() {
+  if (!HasMouse() && TestFlag(kFlagPressed)) EndMouseSelection();
+  Label::MsgLostFocus();
 }
 
 void EditBox::MsgDClick() {
@@ -330,6 +340,7 @@ void EditBox::MsgGotMouse() {
 }
 
 void EditBox::MsgLostMouse() {
+  if (!HasFocus() && TestFlag(kFlagPressed)) EndMouseSelection();
   SetCursor(MOUSE_NORMAL);
   Label::MsgLostMouse();
 }

@@ -35,6 +35,7 @@ class EditBox : public Label {
   bool MsgWantFocus() override;
   void MsgGotMouse() override;
   void MsgLostMouse() override;
+  void MsgLostFocus() override;
   void MsgLPress() override;
   void MsgLRelease() override;
   void MsgMouseMove(Point p) override;
@@ -114,6 +115,7 @@ class EditBox : public Label {
   void DeleteForward(bool shift);
   void DeleteBackward(bool shift);
   void Accept(bool shift);
+  void EndMouseSelection();
   void Erase(int from, int to);
   void EraseSelection();
   void Insert(int character);

@@ -42,6 +42,12 @@ void ScrollTrack::Draw(Bitmap& canvas) {
     element->DrawArea(canvas.GetBitmap(), 0, LookState(), 0, 0, w(), h(), 1, kRows);
 }
 
+void ScrollTrack::MsgStart() {
+  // The end of the dialog may have cut a press off.
+  ClearFlag(kFlagPressed);
+  Widget::MsgStart();
+}
+
 void ScrollTrack::MsgLPress() {
   Widget::MsgLPress();
   SetFlag(kFlagPressed);

@@ -16,6 +16,7 @@ class ScrollTrack : public Widget {
   void MsgLPress() override;
   void MsgLRelease() override;
   void MsgLostMouse() override;
+  void MsgStart() override;
   void MsgTick() override;
 
   void SetOrientation(int o) { orientation = o; }

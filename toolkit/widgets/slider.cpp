@@ -152,6 +152,18 @@ void Slider::MsgLRelease() {
   Separator::MsgLRelease();
 }
 
+// Without the focus and the pointer it would not be told of the release.
+
+void Slider::MsgLostFocus() {
+  if (!HasMouse()) EndDrag();
+  Separator::MsgLostFocus();
+}
+
+void Slider::MsgLostMouse() {
+  if (!HasFocus()) EndDrag();
+  Separator::MsgLostMouse();
+}
+
 bool Slider::MsgChar(int code) {
   Separator::MsgChar(code);
   const std::int64_t now = GetPosition();

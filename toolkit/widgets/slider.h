@@ -20,6 +20,8 @@ class Slider : public Separator, public ValueRange {
   void MsgWheel(int steps) override;
   void MsgLPress() override;
   void MsgLRelease() override;
+  void MsgLostFocus() override;
+  void MsgLostMouse() override;
   void MsgMouseMove(Point p) override;
   void MsgResize() override;
   void MsgShape() override;

@@ -45,6 +45,10 @@ TEST_F(ScrollBarTest, HeldArrowsAndTracksScrollOnAndOn) {
   EXPECT_EQ(root->Take(), " S513 S523");
   Tick(100);
   EXPECT_TRUE(Grip().Bounds().Contains({55, 120}));
+  Mouse(55, 150, 1);
+  root->MsgEnd(), root->MsgStart(), root->Take();
+  Tick(9);
+  EXPECT_EQ(root->Take(), "") << "the end of the dialog lets go";
 }
 
 TEST_F(ScrollBarTest, KeysPointerAndWheelMoveTheGrip) {

@@ -29,12 +29,16 @@ TEST_F(SliderTest, GripComesToThePointerAndStaysUnderIt) {
   EXPECT_EQ(root->Take(), " S75 S76");
   Drag(20 + 79, 35, 20 + 59, 5);
   EXPECT_EQ(root->Take(), " S56") << "a press on the grip leaves it there";
-  Mouse(20 + 59, 35, 1);
-  root->Remove(&slider);
-  Mouse(20 + 59, 35);
-  Show(slider, slider.Bounds());
-  Mouse(20 + 90, 35);
-  EXPECT_EQ(root->Take(), "") << "what cuts a drag off ends it";
+  for (const bool isRemoved : {true, false}) {
+    Mouse(20 + 59, 35, 1);
+    if (isRemoved) root->Remove(&slider);
+    root->ChangeFocus(root->FocusWidget(), nullptr);
+    Mouse(250, 180, 1), root->Take();
+    Mouse(20 + 59, 35);
+    if (isRemoved) Show(slider, slider.Bounds());
+    Mouse(20 + 90, 35);
+    EXPECT_EQ(root->Take(), "") << "what cuts a drag off ends it";
+  }
   ShowSlider(kVertical, 0);
   Drag(25, 30 + 80, 5, 30 + 81);
   EXPECT_EQ(root->Take(), " S75 S76");
