@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <iterator>
 #include <limits>
 
@@ -275,7 +276,7 @@ void TextView::SetText(const char* text) {
   const Ascii separator{"\n"};
   for (char* line = ustrtok_r(rest.data(), separator, &position); line;
        line = ustrtok_r(nullptr, separator, &position))
-    AddLine(line);
+    if (std::strcmp(line, "\r") != 0) AddLine(line);
   UpdateContentSize();
 }
 

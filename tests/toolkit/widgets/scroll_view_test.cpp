@@ -46,7 +46,7 @@ TEST_F(ViewTest, ScrollsNoFurtherThanTheContentGoes) {
 }
 
 TEST_F(ViewTest, LinesComeFromTextsAndFiles) {
-  view.SetText("a\r\n\nb");
+  view.SetText("a\r\n\r\nb");
   EXPECT_EQ(view.Lines(), Rows({"a", "b"}));
   for (const auto& [text, lines] : {std::pair{"a\n\nc\n", Rows{"a", "", "c", ""}},
                                     {"a\n\xe2", {"a", "^", ""}},
