@@ -11,14 +11,16 @@ namespace {
 
 constexpr std::size_t kUsualChildren = 50;
 
+// What a handler changes meanwhile is sent the next time.
 void SettleGeometry(Widget& widget) {
-  if (widget.TestFlag(kFlagMoved | kFlagResized))
+  const std::uint32_t pending = widget.GetFlags() & (kFlagMoved | kFlagResized);
+  if (pending == (kFlagMoved | kFlagResized))
     widget.MsgShape();
-  else if (widget.TestFlag(kFlagMoved))
+  else if (pending == kFlagMoved)
     widget.MsgMove();
-  else if (widget.TestFlag(kFlagResized))
+  else if (pending == kFlagResized)
     widget.MsgResize();
-  widget.ClearFlag(kFlagMoved | kFlagResized);
+  widget.ClearFlag(pending);
 }
 
 }  // namespace
@@ -172,23 +174,24 @@ void Dialog::MsgInitSkin() {
 
 void Dialog::Enable() {
   Widget::Enable();
-  for (Widget* child : children) child->Enable();
+  ForEachChild([](Widget* child) { child->Enable(); });
 }
 
 void Dialog::Disable() {
   Widget::Disable();
-  for (Widget* child : children) child->Disable();
+  ForEachChild([](Widget* child) { child->Disable(); });
 }
 
 void Dialog::Hide() {
   Widget::Hide();
-  for (Widget* child : children) child->Hide();
+  ForEachChild([](Widget* child) { child->Hide(); });
 }
 
 void Dialog::Unhide() {
   Widget::Unhide();
-  for (Widget* child : children)
+  ForEachChild([this](Widget* child) {
     if (child != tooltipWidget_.get()) child->Unhide();
+  });
 }
 
 void Dialog::Redraw() {
@@ -198,7 +201,7 @@ void Dialog::Redraw() {
 
 void Dialog::SetSkin(Skin* newSkin) {
   Widget::SetSkin(newSkin);
-  for (Widget* child : children) child->SetSkin(skin);
+  ForEachChild([this](Widget* child) { child->SetSkin(skin); });
   ForEachChild([](Widget* child) {
     if (child->TestFlag(kFlagSkinChanged)) child->MsgInitSkin();
   });

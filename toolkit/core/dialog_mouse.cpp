@@ -300,8 +300,9 @@ Widget* Dialog::UnderPointer(Widget* child) {
 }
 
 Widget* Dialog::FindUnderPointer() {
-  for (std::size_t i = children.size(); i-- > 0;)
-    if (Widget* found = UnderPointer(children[i])) return found;
+  // Who is asked may destroy some.
+  for (std::size_t i = children.size(); i > 0; i = std::min(i - 1, children.size()))
+    if (Widget* found = UnderPointer(children[i - 1])) return found;
   return nullptr;
 }
 
