@@ -64,22 +64,18 @@ void Label::UpdateSize() {
     Resize(font.TextLength(text->c_str()), font.TextHeight());
 }
 
-void Label::ClearText() {
-  if (!textBackColor.IsSet()) RepaintBehind();
-}
-
 void Label::Enable() {
-  ClearText();
+  RepaintBehind();
   Widget::Enable();
 }
 
 void Label::Disable() {
-  ClearText();
+  RepaintBehind();
   Widget::Disable();
 }
 
 void Label::SetText(const char* newText) {
-  ClearText();
+  RepaintBehind();
   text = newText ? std::make_unique<std::string>(newText) : nullptr;
   UpdateSize();
   Redraw();
@@ -108,7 +104,7 @@ double Label::GetDouble() const {
 }
 
 void Label::SetAlignment(int alignment) {
-  ClearText();
+  RepaintBehind();
   align = alignment;
   UpdateSize();
   Redraw();
@@ -120,7 +116,7 @@ void Label::AlignRight() { SetAlignment(kAlignRight); }
 void Label::AlignCentre() { SetAlignment(kAlignCentre); }
 
 void Label::SetVAlignment(int alignment) {
-  ClearText();
+  RepaintBehind();
   valign = alignment;
   Redraw();
 }
@@ -130,7 +126,7 @@ bool Label::IsMultiline() const { return multiline; }
 
 void Label::SetMultiline(bool wrap) {
   if (wrap == multiline) return;
-  ClearText();
+  RepaintBehind();
   multiline = wrap;
   UpdateSize();
   Redraw();
@@ -318,7 +314,9 @@ void Button::AutoRepeat() {
 }
 
 void Button::MsgTick() {
+  const bool wasInTransition = InTransition();
   Label::MsgTick();
+  if (wasInTransition && !InTransition() && TestFlag(kFlagAutoSize)) RepaintBehind();
   if (keyTimer != 0 && --keyTimer == 0)
     EndKeyPress();
   else

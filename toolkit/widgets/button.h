@@ -57,10 +57,6 @@ class Label : public Widget {
   int align = kAlignLeft;
   int valign = kAlignTop;
   bool multiline = false;
-
- private:
-  // Before the text changes; nothing where the label paints its own background.
-  void ClearText();
 };
 
 // Sends MSG_ACTIVATE to its parent when it is pressed and released, or its key is typed. An "&" in

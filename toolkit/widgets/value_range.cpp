@@ -99,7 +99,10 @@ void ProgressBar::Setup(int px, int py, int width, int height, int shortcut, std
 }
 
 void ProgressBar::SetPosition(int p) {
+  const double before = value;
   SetValue(p);
+  // What is no longer filled need not lie on an opaque track.
+  if (value < before) RepaintBehind();
   Redraw();
 }
 

@@ -164,6 +164,8 @@ void Window::SetTitle(const char* text) {
 void Window::UpdateActive(int msg) {
   Widget* const parts[] = {&left, &right, &top, &bottom, &grip, &textBack};
   for (Widget* part : parts) part->SendMessage(msg);
+  // The two looks of the frame need not cover the same pixels.
+  RepaintBehind();
   UpdateButtons();
 }
 

@@ -46,13 +46,18 @@ TEST_F(ButtonTest, OldTextsAndIconsGoWithTheChange) {
   label.SetText("now"), check();
   label.AlignRight(), check();
   label.SetMultiline(true), check();
+  label.SetTextBackColor(white), label.SetText("longer"), Frame();
   label.SetFlag(kFlagAutoSize), label.SetText("x"), check();
+  label.SetText(nullptr), check();
   Dress(ICONMIN, {"r..", ".g.", "...", "..b"});
   Button icon;
   Show(icon, {50, 50, 3, 1});
   icon.SetFlag(kFlagAutoSize), icon.SetBitmap(ICONMIN), Frame();
   for (const int buttons : {1, 0}) Mouse(51, 50, buttons), check();
   root->SetFocus(&behind), check();
+  CurrentSkin()->buttonAnimationType = 1, CurrentSkin()->buttonAnimationLength = 100;
+  icon.MsgInitSkin();
+  icon.SetBitmap(ICONMIN), Mouse(51, 50, 1), Frame(), Tick(30), check();
 }
 
 TEST_F(ButtonTest, ButtonsAndCheckBoxesAreDrawnByTheirState) {

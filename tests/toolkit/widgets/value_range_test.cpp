@@ -40,6 +40,10 @@ TEST_F(BarTest, IsFilledInProportionToItsValue) {
   bar.Setup(0, 0, 2, 6, 0, 0, kVertical);
   bar.SetPosition(50);
   EXPECT_EQ(Shown(bar), Rows({"w.", "y.", "g.", "g.", "g.", "b."}));
+  Show(bar, {10, 10, 2, 60});
+  bar.SetPosition(100), Frame();
+  bar.SetPosition(0);
+  EXPECT_TRUE(DrawsEnough());
 }
 
 }  // namespace
