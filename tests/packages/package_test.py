@@ -166,7 +166,7 @@ class Amd64Test(PackageTest, unittest.TestCase):
     def test_the_menus_script_survives_its_surroundings(self):
         files = {"sys/class/graphics/fb0/virtual_size": "1280,1024\n", "sys/class/graphics/fb0/bits_per_pixel": "24\n",
                  "etc/sysconfig/i18n": "LANG='de\n", "etc/sysconfig/keyboard": "KEYTABLE=de\n",
-                 "etc/zel/own.cfg": " [toolkit]\n\tScreenWidth 640\nskinPath = a\n",
+                 "etc/zel/own.cfg": "[Other]\na = b\n[Zel]\n\tScreenWidth 640\nskinPath = a\n",
                  "tmp/choices": "interrupt\necho one two\npoweroff\n"}
         files |= {f"usr/local/sbin/{name}": f"#!/bin/sh\n{text}\n" for name, text in PROGRAMS.items()}
         for name, text in files.items():
@@ -180,8 +180,8 @@ class Amd64Test(PackageTest, unittest.TestCase):
         _, text = self.system.run("/etc/zel/rescue-menu")
         self.assertTrue(text.endswith(f"There is no loadkeys on this disc.\n{PROMPT}one two\n{PROMPT}off\n"), text)
         self.assertTrue(settings.is_symlink())
-        self.assertEqual(settings.read_text(), " [toolkit]\nscreenWidth = 1024\nscreenHeight = 768\ncolorDepth = 24\n"
-                                               "skinPath = a\n")
+        self.assertEqual(settings.read_text(), "[Other]\na = b\n[Zel]\nscreenWidth = 1024\nscreenHeight = 768\n"
+                                               "colorDepth = 24\nskinPath = a\n")
 
 
 class I386Test(PackageTest, unittest.TestCase):
