@@ -39,7 +39,8 @@ class WaitTest(LauncherTest):
 
     def open_window(self, launcher):
         before = self.display.picture()
-        launcher.press("Return")
+        # The same key again within a tick would count as still held.
+        launcher.press("KP_Enter")
         # What moves in the window never stands still.
         wait_until(lambda: self.display.picture() != before, "the window")
 
@@ -80,7 +81,12 @@ class WaitTest(LauncherTest):
         launcher = self.launcher(config(menu_cfg=WAITING))
         launcher.mouse_server.touch()
         picture = launcher.start()
-        self.display.xdotool("mousemove", *CANCEL_BUTTON)
+
+        def moves():  # again while Allegro still takes the pointer to the middle
+            self.display.xdotool("mousemove", *CANCEL_BUTTON)
+            return self.display.picture() != picture
+
+        wait_until(moves, "the pointer")
         before = self.display.wait_for_change(picture)
         self.open_window(launcher)
         self.display.xdotool("sleep", 0.1, "mousedown", 1, "sleep", 0.1, "mouseup", 1)
