@@ -248,6 +248,20 @@ inline Dialog* AsDialog(Widget* widget) {
   return widget && widget->IsContainer() ? static_cast<Dialog*>(widget) : nullptr;
 }
 
+// For a widget that goes on after it has told its parent something: whoever was told may have taken
+// it out or destroyed it, and what it was in. To be made before; the root must outlive it.
+class LifeWatch {
+ public:
+  explicit LifeWatch(const Widget& widget)
+      : widget_{&widget}, root_{widget.GetParent() ? widget.GetParent()->GetRoot() : nullptr} {}
+
+  bool IsGone() const { return root_ && !root_->Contains(widget_); }
+
+ private:
+  const Widget* widget_;
+  const Dialog* root_;  // null without a parent, when nobody is told
+};
+
 // The window for a double click in logic ticks, from Settings::doubleClickDelay; set when a root
 // starts, and again by whoever switches the mouse on later.
 void UpdateDoubleClickWindow();

@@ -207,10 +207,9 @@ bool EditBox::MsgChar(int code) {
   const bool isUsed = row != std::end(kKeys);
   if (isUsed) (this->*row->action)((key_shifts & KB_SHIFT_FLAG) != 0);
   if (scancode == KEY_ENTER) {
-    const Dialog* const root = parent ? parent->GetRoot() : nullptr;
+    const LifeWatch watch{*this};
     Report(MSG_ACTIVATE);
-    // Whoever was told may have destroyed the box, and what it was in.
-    if (root && !root->Contains(this)) return true;
+    if (watch.IsGone()) return true;
   }
   ScrollToCursor();
   Redraw();

@@ -325,13 +325,12 @@ bool ListView::MsgWantFocus() {
 }
 
 void ListView::MsgLPress() {
-  const Dialog* const root = parent ? parent->GetRoot() : nullptr;
+  const LifeWatch watch{*this};
   Widget::MsgLPress();
   const int pressed = ItemAt();
   if (!multiSelect) {
     if (IsValid(pressed)) SetCurrent(pressed);
-    // Whoever was told may have destroyed the list, and what it was in.
-    if ((root && !root->Contains(this)) || pressed >= Count()) return;
+    if (watch.IsGone() || pressed >= Count()) return;
   } else if (IsSelected(pressed)) {
     DeselectItem(pressed);
   } else {

@@ -139,10 +139,9 @@ void Slider::MsgLPress() {
 
 void Slider::MsgMouseMove(Point p) {
   if (TestFlag(kFlagPressed)) {
-    const Dialog* const root = parent ? parent->GetRoot() : nullptr;
+    const LifeWatch watch{*this};
     MoveTo(RoundToInt(ValueAt(PointerPlace() - grabOffset - GripLength() / 2)));
-    // Whoever was told may have destroyed the slider, and what it was in.
-    if (root && !root->Contains(this)) return;
+    if (watch.IsGone()) return;
   }
   Separator::MsgMouseMove(p);
 }
