@@ -20,8 +20,8 @@ void UseConfigFile(const char* path);
 void UseConfigText(const std::string& text);
 
 // Puts what the current configuration says for some names of a section, "[Section]" with brackets,
-// into a file of any size. All other lines of it stay, byte by byte but
-// for their ends and a byte order mark before them.
+// into a file of any size. All other lines of it stay, byte by byte but for their ends and a byte
+// order mark before them.
 void SaveConfigFile(const char* path, const char* section, const std::vector<const char*>& names);
 
 }  // namespace zel
