@@ -100,15 +100,6 @@ class ChoiceTest(LauncherTest):
         launcher.press("Down", "Down", "Return")
         self.expect(launcher, 22, "inner second\n", "4,2")
 
-    def test_the_back_entry_returns_to_the_remembered_entry(self):
-        launcher = self.launcher()
-        launcher.start()
-        opened = launcher.press_and_see("End")
-        launcher.press_and_see("Return")
-        self.assertEqual(launcher.press_and_see("space"), opened)  # not the key that it opened with
-        launcher.press("Up", "Return")
-        self.expect(launcher, 14, "\n", "3")
-
     def test_an_exit_code_of_0_makes_the_next_start_begin_at_the_top(self):
         launcher = self.launcher()
         launcher.start()
@@ -154,16 +145,6 @@ class RestoreTest(LauncherTest):
         launcher = self.start_at("4,2")
         launcher.press("Return")
         self.expect(launcher, 22, "inner second\n", "4,2")
-
-    def test_a_number_beyond_the_end_means_the_last_entry(self):
-        launcher = self.start_at("99")
-        launcher.press("Up", "Return")
-        self.expect(launcher, 14, "\n", "3")
-
-    def test_numbers_after_an_entry_without_submenu_are_ignored(self):
-        launcher = self.start_at("1,3")
-        launcher.press("Return")
-        self.expect(launcher, 12, "second --with=\"two words\"\n", "1")
 
     def test_rubbish_does_no_harm(self):
         for rubbish in ("-7", ",,\n,", "99999999999999999999,1", "4," * 5000, "\x00\x01\x7f" * 99):
