@@ -1,7 +1,7 @@
 # The front door: each target does all of its set-up.
 #
 #   make run      show the launcher with the menu of data/ (CONFIG=DIR for another menu)
-#   make test     build everything and run all tests
+#   make test     build everything and run all tests (FILTER=REGEX: those whose name matches)
 #   make check    look for faults with clang-format, cppcheck, clang-tidy and sanitizers
 #   make bench    run the benchmarks
 #   make build    build the launcher, build/bin/zel
@@ -24,7 +24,7 @@ run: build
 
 test: configure
 	cmake --build --preset release
-	ctest --preset release
+	tools/test "$(FILTER)"
 
 bench: configure
 	cmake --build --preset release --target zel zel_baseline zel_bench
