@@ -17,7 +17,7 @@ CONFIG ?= data
 .PHONY: run test check bench image boot-test deb deb-test build install clean setup configure
 
 build: configure
-	cmake --build --preset release --target zel zel-check zel-gallery zel-preview
+	cmake --build --preset release --target zel zel-check zel-gallery zel-preview zel-trial
 
 run: build
 	tools/run "$(CONFIG)"

@@ -111,6 +111,10 @@ int RunLauncher() {
     std::fprintf(stderr, "%s\n", Text(kNotRootText));
     return launcherState.exitCode;
   }
+  return RunForAnyone();
+}
+
+int RunForAnyone() {
   launcherState.runningScreen = nullptr;
   SaveDirectory();
   ChangeDirectory(Directory::kConfiguration);

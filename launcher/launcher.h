@@ -8,4 +8,7 @@ namespace zel {
 // toolkit cannot be started (status 1).
 int RunLauncher();
 
+// The same without asking who runs it, for trying a menu whose files are one's own (see paths.h).
+int RunForAnyone();
+
 }  // namespace zel
