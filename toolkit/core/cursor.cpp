@@ -50,9 +50,9 @@ SkinBitmap MakePlaceholder() {
 }
 
 // The frame's outline in the shadow colour, its opacity softened by a box blur.
-SkinBitmap MakeShadow(const SkinBitmap& frame) {
+SkinBitmap MakeShadow(const SkinBitmap& frame, const CursorShadow& look) {
   if (!settings.mouseShadow) return MakePlaceholder();
-  const int radius = cursorShadow.size;
+  const int radius = look.size;
   Grid coverage(frame.Width() + 2 * radius, frame.Height() + 2 * radius);
   for (int y = 0; y < frame.Height(); ++y)
     for (int x = 0; x < frame.Width(); ++x)
@@ -61,7 +61,7 @@ SkinBitmap MakeShadow(const SkinBitmap& frame) {
 
   SkinBitmap shadow;
   shadow.CreateEx(kShadowDepth, coverage.w, coverage.h);
-  const Color color = cursorShadow.GetColor();
+  const Color color = look.GetColor();
   const int red = color.r(), green = color.g(), blue = color.b();
   const int area = (2 * radius + 1) * (2 * radius + 1);
   for (int y = 0; y < shadow.Height(); ++y)
@@ -78,19 +78,21 @@ const char* const kCursorNames[kCursorCount] = {
     "MOUSE_SIZE_HORIZONTAL", "MOUSE_SIZE_VERTICAL", "MOUSE_TEXTSELECT",     "MOUSE_UNAVAILABLE",
 };
 
-CursorShadow cursorShadow;
-
-void CursorShadow::Read() {
+CursorShadow CursorShadow::Read() {
   constexpr const char* kSection = "MOUSE";
-  *this = {};
+  CursorShadow look;
   if (const Color color = ReadSkinColor(kSection, "shadowColor", "-1"); color.IsSet()) {
-    red = color.r();
-    green = color.g();
-    blue = color.b();
+    look.red = color.r();
+    look.green = color.g();
+    look.blue = color.b();
   }
-  size = ReadSkinInt(kSection, "shadowSize", size, 0, kLargestSize);
-  offset.x = ReadSkinInt(kSection, "shadowOffsetX", offset.x, -kLargestOffset, kLargestOffset);
-  offset.y = ReadSkinInt(kSection, "shadowOffsetY", offset.y, -kLargestOffset, kLargestOffset);
+  const auto read = [](const char* key, int& value, int smallest, int largest) {
+    value = ReadSkinInt(kSection, key, value, smallest, largest);
+  };
+  read("shadowSize", look.size, 0, kLargestSize);
+  read("shadowOffsetX", look.offset.x, -kLargestOffset, kLargestOffset);
+  read("shadowOffsetY", look.offset.y, -kLargestOffset, kLargestOffset);
+  return look;
 }
 
 void Cursor::Create(const SkinBitmap& picture, int count) {
@@ -110,7 +112,12 @@ void Cursor::Create(const SkinBitmap& picture, int count) {
 
 void Cursor::MakeShadows() {
   shadows.clear();
-  for (const SkinBitmap& frame : frames) shadows.push_back(MakeShadow(frame));
+  for (const SkinBitmap& frame : frames) shadows.push_back(MakeShadow(frame, shadowLook));
+}
+
+void Cursor::SetShadow(const CursorShadow& look) {
+  shadowLook = look;
+  MakeShadows();
 }
 
 void Cursor::CreateDefault() {
@@ -138,6 +145,7 @@ void Cursor::Free() {
   frameCount = 0;
   position = 0;
   step = 1.0f;
+  shadowLook = {};
 }
 
 void Cursor::SetHotspot(int x, int y) {

@@ -28,7 +28,7 @@ enum CursorIndex : int {
 // "MOUSE_ALTERNATIVE" and so on; the object names in a cursor datafile.
 extern const char* const kCursorNames[kCursorCount];
 
-// The shadow of all pointer shapes; read from the skin.
+// How the shadow of a pointer shape looks.
 struct CursorShadow {
   static constexpr int kLargestSize = 64;
   static constexpr int kLargestOffset = 256;  // on either side
@@ -40,11 +40,10 @@ struct CursorShadow {
 
   // In the current pixel format.
   Color GetColor() const { return {red, green, blue}; }
-  // Takes the values of the section "MOUSE" of the current configuration file; what is missing or
-  // too large, or no colour, gets the value that it has above.
-  void Read();
+  // From the section "MOUSE" of the current configuration file; what is missing or too large, or no
+  // colour, gets the value that it has above.
+  static CursorShadow Read();
 };
-extern CursorShadow cursorShadow;
 
 class Cursor {
  public:
@@ -56,8 +55,9 @@ class Cursor {
   // their shadows, which are placeholders while the settings switch shadows off. An empty picture
   // leaves no frames. Hotspot and animation interval stay.
   void Create(const SkinBitmap& picture, int count);
-  // Makes the shadows anew, as cursorShadow describes them now.
-  void MakeShadows();
+  // Makes the shadows of these and of later frames look like that.
+  void SetShadow(const CursorShadow& look);
+  const CursorShadow& GetShadowLook() const { return shadowLook; }
   // The built-in arrow.
   void CreateDefault();
   // Back to a fresh, empty cursor.
@@ -76,12 +76,15 @@ class Cursor {
   SkinBitmap* GetShadow();
 
  private:
+  void MakeShadows();
+
   std::vector<SkinBitmap> frames;
   std::vector<SkinBitmap> shadows;
   Point hotspot;
   int frameCount = 0;
   float position = 0;  // of the current frame, with a fraction; less than frameCount
   float step = 1.0f;   // frames by logic tick
+  CursorShadow shadowLook;
 };
 
 }  // namespace zel

@@ -21,8 +21,9 @@ void MousePointer::Poll() {
 void MousePointer::ComputePositions() {
   const Point hotspot = cursor ? cursor->GetHotspot() : Point{};
   pointerPosition = {mousePosition.x - hotspot.x, mousePosition.y - hotspot.y};
-  shadowPosition = {pointerPosition.x + cursorShadow.offset.x - cursorShadow.size,
-                    pointerPosition.y + cursorShadow.offset.y - cursorShadow.size};
+  const CursorShadow look = cursor ? cursor->GetShadowLook() : CursorShadow{};
+  shadowPosition = {pointerPosition.x + look.offset.x - look.size,
+                    pointerPosition.y + look.offset.y - look.size};
   savedOrigin = {std::min(pointerPosition.x, shadowPosition.x),
                  std::min(pointerPosition.y, shadowPosition.y)};
 }
@@ -38,14 +39,9 @@ const SkinBitmap* MousePointer::CurrentFrame() const {
 Size MousePointer::SavedSize() const {
   const SkinBitmap* frame = CurrentFrame();
   if (!frame) return {};
-  // The shadow may have been made before cursorShadow changed.
-  const SkinBitmap& shadow = *cursor->GetShadow();
-  const int blurred = 2 * cursorShadow.size;
-  const int right = std::max(pointerPosition.x + frame->Width(),
-                             shadowPosition.x + std::max(frame->Width() + blurred, shadow.Width()));
-  const int bottom =
-      std::max(pointerPosition.y + frame->Height(),
-               shadowPosition.y + std::max(frame->Height() + blurred, shadow.Height()));
+  const int blurred = 2 * cursor->GetShadowLook().size;
+  const int right = std::max(pointerPosition.x, shadowPosition.x + blurred) + frame->Width();
+  const int bottom = std::max(pointerPosition.y, shadowPosition.y + blurred) + frame->Height();
   return {right - savedOrigin.x, bottom - savedOrigin.y};
 }
 

@@ -57,7 +57,15 @@ Skin::Skin(const char* name) {
     error = Skin::Load(name);
 }
 
-Skin::~Skin() = default;
+Skin::~Skin() {
+  if (!mousePointer) return;
+  // The pointer must not keep a shape that is gone.
+  const Skin* current = CurrentSkin();
+  const Skin* next = current != this ? current : nullptr;
+  for (std::size_t i = 0; i < cursors.size(); ++i)
+    if (cursors[i].get() == mousePointer->GetCursor())
+      mousePointer->SetCursor(next ? next->cursors[i].get() : nullptr);
+}
 
 Error Skin::LoadSamples(const char*) { return kNoError; }
 
@@ -130,7 +138,6 @@ void Skin::Reset() {
   ResetColors();
   ResetControls();
   ResetFonts();
-  cursorShadow = CursorShadow{};
   ResetCursors();
   ResetSamples();
   GenerateDefaultBitmaps();
@@ -182,13 +189,8 @@ void Skin::DumpBitmaps() const {
 Skin* CurrentSkin() { return CurrentSkinHolder().get(); }
 
 void SetCurrentSkin(std::unique_ptr<Skin> skin) {
-  const std::unique_ptr<Skin> before = std::exchange(CurrentSkinHolder(), std::move(skin));
-  if (!before || !mousePointer) return;
-  // The pointer must not keep a shape of a skin that is gone.
-  const Skin* now = CurrentSkin();
-  for (std::size_t i = 0; i < before->cursors.size(); ++i)
-    if (before->cursors[i].get() == mousePointer->GetCursor())
-      mousePointer->SetCursor(now ? now->cursors[i].get() : nullptr);
+  // The one before goes when the new one is there to stand in for it.
+  std::exchange(CurrentSkinHolder(), std::move(skin));
 }
 
 }  // namespace zel

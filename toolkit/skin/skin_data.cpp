@@ -80,9 +80,8 @@ Error Skin::LoadData(const char* path) {
 
 Error Skin::LoadCursors(const char* path) {
   if (!path || !IsFile(path)) return kFileNotFoundError;
-  cursorShadow.Read();
-  // Of the shapes that the datafile does not hold.
-  for (const auto& cursor : cursors) cursor->MakeShadows();
+  const CursorShadow look = CursorShadow::Read();
+  for (const auto& cursor : cursors) cursor->SetShadow(look);
   Datafile datafile;
   if (!datafile.Load(path)) return kLoadError;
   for (int i = 0; i < kCursorCount; ++i) {

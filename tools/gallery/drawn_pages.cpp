@@ -160,9 +160,10 @@ class CursorsGrid : public Grid {
     const int x = left + (kCursorGround - frame->Width()) / 2;
     const int y = (kCursorGround - frame->Height()) / 2;
     if (settings.mouseShadow && bitmap_color_depth(cell.GetBitmap()) > 8) {
+      const CursorShadow& look = cursor.GetShadowLook();
       set_alpha_blender();
-      cursor.GetShadow()->draw_trans_sprite(cell, x + cursorShadow.offset.x - cursorShadow.size,
-                                            y + cursorShadow.offset.y - cursorShadow.size);
+      cursor.GetShadow()->draw_trans_sprite(cell, x + look.offset.x - look.size,
+                                            y + look.offset.y - look.size);
     }
     frame->draw_sprite(cell, x, y);
     cell.putpixel(x + cursor.GetHotspot().x, y + cursor.GetHotspot().y, red);

@@ -8,8 +8,7 @@ namespace {
 
 class CursorTest : public AllegroFixture {
  protected:
-  CursorTest() : AllegroFixture{32} { cursorShadow = CursorShadow{}; }
-  ~CursorTest() override { cursorShadow = CursorShadow{}; }
+  CursorTest() : AllegroFixture{32} {}
 
   // The first letter of the frame that shows, over so many ticks.
   std::string Shown(int ticks) {
@@ -61,7 +60,7 @@ TEST_F(CursorTest, DefaultArrowIsBlackWithAWhiteOutline) {
 
 TEST_F(CursorTest, ShadowIsTheBlurredOutlineOfTheFrame) {
   const BitmapPtr picture = Paint({"...", ".y.", "..."});
-  cursorShadow.size = 1;
+  cursor.SetShadow({.size = 1});
   cursor.Create(SkinBitmap(picture.get()), 1);
   const SkinBitmap& shadow = *cursor.GetShadow();
   ASSERT_TRUE(shadow.Width() == 5 && shadow.Height() == 5);
@@ -74,10 +73,10 @@ TEST_F(CursorTest, ShadowIsTheBlurredOutlineOfTheFrame) {
 TEST_F(CursorTest, ShadowValuesComeFromTheMouseSection) {
   const auto expect = [](const std::string& values, Color color, int size, Point offset) {
     set_config_data(("[MOUSE]\n" + values).c_str(), static_cast<int>(values.size()) + 8);
-    cursorShadow.Read();
-    EXPECT_EQ(cursorShadow.GetColor(), color) << values;
-    EXPECT_EQ(cursorShadow.size, size) << values;
-    EXPECT_EQ(cursorShadow.offset, offset) << values;
+    const CursorShadow look = CursorShadow::Read();
+    EXPECT_EQ(look.GetColor(), color) << values;
+    EXPECT_EQ(look.size, size) << values;
+    EXPECT_EQ(look.offset, offset) << values;
   };
   UseDepth(15);
   const std::string offsets = "\nshadowOffsetX = -3\nshadowOffsetY = 4\n";

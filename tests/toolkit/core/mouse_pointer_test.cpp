@@ -28,7 +28,6 @@ class MemoryCanvas : public ScreenUpdate {
 class MousePointerTest : public AllegroFixture {
  protected:
   MousePointerTest() : AllegroFixture{32} {
-    cursorShadow = CursorShadow{};
     canvas.Clear();
     pointer.SetScreenUpdate(&canvas);
     Fill(shape, 4, 3, red);
@@ -75,7 +74,7 @@ TEST_F(MousePointerTest, TheHotspotLiesAtTheMouseAndTheShadowBeside) {
   EXPECT_TRUE(HidesWithoutATrace());
   EXPECT_EQ(canvas.dirty, Rect(19, 6, 8, 7));
 
-  cursorShadow.offset = {-9, 5};  // now frame and shadow only have corners of the area
+  shape.SetShadow({.offset = {-9, 5}});  // now frame and shadow only have corners of the area
   Show();
   EXPECT_EQ(canvas.dirty, Rect(8, 8, 15, 10));
   EXPECT_TRUE(HidesWithoutATrace());
@@ -122,11 +121,10 @@ TEST_F(MousePointerTest, AChangeOfShapeOrDepthLeavesNoTrace) {
   Fill(shape, 30, 20, green);
   pointer.Draw();
   EXPECT_TRUE(HidesWithoutATrace()) << "a shape that grew";
-  cursorShadow.size = 8;
+  shape.SetShadow({.size = 8});
   Fill(shape, 4, 3, red);
-  cursorShadow.size = 2;
   Show();
-  EXPECT_TRUE(HidesWithoutATrace()) << "a shadow larger than those made now";
+  EXPECT_TRUE(HidesWithoutATrace()) << "a large shadow";
   for (const int depth : {16, 15, 24, 8, 32}) {
     Show();
     UseDepth(depth);
@@ -158,6 +156,8 @@ TEST_F(RunningPointerTest, LiesOverTheWidgetsInEveryModeAndTakesTheShapesOfTheSk
     EXPECT_TRUE(At(30, 36) == green && At(31, 36) == green) << depth;
     for (const int index : {int{MOUSE_SELECT}, -1, 64}) patch.SetCursor(index);
     EXPECT_EQ(mousePointer->GetCursor(), shapes[MOUSE_SELECT].get());
+    mousePointer->SetCursor(Skin("default").cursors[MOUSE_SELECT].get());
+    EXPECT_EQ(mousePointer->GetCursor(), shapes[MOUSE_SELECT].get()) << "that skin is gone";
   }
 }
 
