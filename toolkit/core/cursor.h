@@ -58,6 +58,7 @@ class Cursor {
   // Makes the shadows of these and of later frames look like that.
   void SetShadow(const CursorShadow& look);
   const CursorShadow& GetShadowLook() const { return shadowLook; }
+  const std::vector<SkinBitmap>& GetFrames() const { return frames; }
   // The built-in arrow.
   void CreateDefault();
   // Back to a fresh, empty cursor.

@@ -117,7 +117,10 @@ Error Skin::Load(const char* path) {
   UseConfigFile(file.c_str());
   Reset();
   skinFile = std::make_unique<std::string>(file);
-  return error = ReadSkinFile(*this, file.c_str());
+  isBuiltinYet_ = true;
+  error = ReadSkinFile(*this, file.c_str());
+  isBuiltinYet_ = false;
+  return error;
 }
 
 void Skin::Reload() {

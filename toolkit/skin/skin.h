@@ -31,8 +31,9 @@ class Skin {
   Skin(const Skin&) = delete;
   Skin& operator=(const Skin&) = delete;
 
-  // Copies the elements of a bitmap datafile over those there are. Code 11 when there is no such
-  // file, 13 when it is no datafile that can be read safely.
+  // Copies the elements of a bitmap datafile over those there are. A palette in it becomes the
+  // current one. Code 11 when there is no such file, 13 when it is no datafile that can be read
+  // safely.
   virtual Error LoadData(const char* path);
   // Makes the pointer shapes of a cursor datafile, with the shadow that the current configuration
   // file describes. Code 12 or 13 likewise.
@@ -102,6 +103,13 @@ class Skin {
   Color tooltipBackColor, tooltipBorderColor;
   int tooltipAnimationType = 0, tooltipAnimationLength = 0;
   std::unique_ptr<FixedText<512>> title;  // null until a file was loaded
+
+ private:
+  // In an 8-bit mode, gives pictures and colours the places that their colours have in the current
+  // palette.
+  void FollowPalette(const RGB* former);
+
+  bool isBuiltinYet_ = false;  // a file is being loaded, and nothing of it was taken
 };
 
 // The skin that every new widget draws with: made at start-up, null before and after.

@@ -1,6 +1,7 @@
 // The two datafiles of a skin.
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -45,6 +46,28 @@ int Read(const ObjectNumber& number, const char* name, const Datafile::Object& o
 // Allegro looks the 64 values that a channel may have up in a table.
 bool IsSound(const RGB& color) { return std::max({color.r, color.g, color.b}) < 64; }
 
+using PlaceTable = std::array<std::uint8_t, PAL_SIZE>;
+
+// For each place in a former palette the one of that colour in the current one. The first is that
+// of the mask colour in both.
+PlaceTable FindPlaces(const RGB* former) {
+  PALETTE current;
+  get_palette(current);
+  PlaceTable places{};
+  for (std::size_t i = 1; i < places.size(); ++i)
+    places[i] =
+        static_cast<std::uint8_t>(bestfit_color(current, former[i].r, former[i].g, former[i].b));
+  return places;
+}
+
+void MovePixels(const SkinBitmap& holder, const PlaceTable& places) {
+  BITMAP* picture = holder.GetBitmap();
+  if (!holder.IsOwned() || bitmap_color_depth(picture) != 8) return;
+  for (int y = 0; y < picture->h; ++y)
+    for (int x = 0; x < picture->w; ++x)
+      putpixel(picture, x, y, places[static_cast<std::size_t>(getpixel(picture, x, y))]);
+}
+
 // True when the datafile brought a palette, which is the current one now.
 bool TakePalette(const Datafile& datafile) {
   const Datafile::Object* object = datafile.Find("XTRA_PALETTE", DAT_PALETTE);
@@ -63,10 +86,15 @@ Error Skin::LoadData(const char* path) {
   Datafile datafile;
   if (!datafile.Load(path)) return kLoadError;
   // Before the pictures are made: those with a palette have the colours of this one.
+  PALETTE former;
+  get_palette(former);
   if (TakePalette(datafile) && get_color_depth() == 8) {
     // What was drawn so far has the colours of another palette.
     RecomputeNamedColors();
-    Reset();
+    if (isBuiltinYet_)
+      Reset();
+    else
+      FollowPalette(former);
   }
   for (int id = 0; id < kElementCount; ++id) {
     const char* name = kElementNames[id];
@@ -76,6 +104,20 @@ Error Skin::LoadData(const char* path) {
     bitmaps[id]->SetTileSize({Read(kTileWidth, name, *object), Read(kTileHeight, name, *object)});
   }
   return kNoError;
+}
+
+void Skin::FollowPalette(const RGB* former) {
+  const PlaceTable places = FindPlaces(former);
+  for (const auto& element : bitmaps) MovePixels(*element, places);
+  for (const auto& cursor : cursors)
+    for (const SkinBitmap& frame : cursor->GetFrames()) MovePixels(frame, places);
+  const auto move = [&places](Color& color) {
+    if (color.IsSet()) color = places[static_cast<std::size_t>(color & 0xFF)];
+  };
+  std::for_each(std::begin(colors), std::end(colors), move);
+  for (auto* sets : {&fontColor, &shadowColor})
+    for (auto& states : *sets) std::for_each(std::begin(states), std::end(states), move);
+  for (Color* color : {&boxBackColor, &tooltipBackColor, &tooltipBorderColor}) move(*color);
 }
 
 Error Skin::LoadCursors(const char* path) {
