@@ -4,6 +4,7 @@
 #   make test     build everything and run all tests (FILTER=REGEX: those whose name matches)
 #   make check    look for faults with clang-format, cppcheck, clang-tidy and sanitizers
 #   make bench    run the benchmarks
+#   make fuzz     look for files that break a reader, SECONDS=60 for each (TARGET="png menu": these only)
 #   make build    build the launcher, build/bin/zel
 #   make image    build a bootable rescue disc, build-image/zel-rescue.iso (as root)
 #   make boot-test  start it in a virtual machine and use it as a person would
@@ -13,8 +14,10 @@
 #   make clean    remove everything that was built
 
 CONFIG ?= data
+SECONDS ?= 60
+TARGET ?=
 
-.PHONY: run test check bench image boot-test deb deb-test build install clean setup configure
+.PHONY: run test check bench fuzz image boot-test deb deb-test build install clean setup configure
 
 build: configure
 	cmake --build --preset release --target zel zel-check zel-gallery zel-preview zel-trial
@@ -33,6 +36,10 @@ bench: configure
 check:
 	tools/setup --check
 	tools/check
+
+fuzz: setup
+	tools/setup --fuzz
+	fuzz/run $(SECONDS) $(TARGET)
 
 image:
 	tools/setup --image

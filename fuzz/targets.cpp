@@ -1,0 +1,278 @@
+#include "fuzz/targets.h"
+
+#include <stdlib.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "imageformats/load.h"
+#include "imageformats/register.h"
+#include "launcher/code_pages.h"
+#include "launcher/hint_file.h"
+#include "launcher/language.h"
+#include "launcher/menu_config.h"
+#include "launcher/paths.h"
+#include "launcher/progress.h"
+#include "launcher/result_files.h"
+#include "toolkit/core/allegro.h"
+#include "toolkit/core/bitmap_guard.h"
+#include "toolkit/core/bytes.h"
+#include "toolkit/core/config_file.h"
+#include "toolkit/core/settings.h"
+#include "toolkit/core/text.h"
+#include "toolkit/skin/engine_font.h"
+#include "toolkit/skin/font.h"
+#include "toolkit/skin/skin.h"
+
+namespace zel {
+namespace {
+
+constexpr Size kCanvas{96, 64};
+
+// Chosen by the length of the input, so that a fuzzer can find out which one matters.
+constexpr int kDepths[] = {16, 32, 8, 24, 15};
+constexpr const unsigned short* (*kCodePages[])() = {nullptr, WesternCodePage, RussianCodePage,
+                                                     CentralEuropeanCodePage};
+bool wantsPalette = false;
+
+// What holds for every file.
+void Require(bool holds, const char* what) {
+  if (holds) return;
+  std::fprintf(stderr, "does not hold: %s\n", what);
+  std::abort();
+}
+
+// All of a file, or what comes before its first zero byte.
+std::string ReadAll(const char* file) {
+  constexpr std::size_t kLongest = 1 << 20;
+  return ReadText(file, kLongest);
+}
+std::string ReadPlainText(const char* file) {
+  const std::string all = ReadAll(file);
+  return all.substr(0, all.find('\0'));
+}
+
+void TryPicture(const char* file) {
+  PALETTE palette;
+  const BitmapPtr picture{LoadPicture(file, wantsPalette ? palette : nullptr)};
+  if (!picture) return;
+  Require(getpixel(picture.get(), picture->w - 1, picture->h - 1) >= 0, "has its last pixel");
+}
+
+void WriteWith(const Font& font, const char* text) {
+  SkinBitmap canvas(kCanvas.w, kCanvas.h, kMemoryBitmap);
+  canvas.clear_bitmap();
+  Require(font.TextLength(text) >= 0 && font.TextHeight() >= 0, "a text has an extent");
+  font.HotkeyTextout(canvas, text, 5, 5, white, black, Color{}, kAlignLeft);
+  font.MultilineTextout(canvas, text, white, Color{}, blue, 40, 0, kCanvas.w / 2, kAlignCentre);
+}
+
+void TryFont(const char* file) {
+  constexpr const char* kText = "Ag &fi\tH\xC3\xA4 \xD0\x96\n\xE4\xB8\xAD\xF4\x8F\xBF\xBF ~\x7F";
+  Font font;
+  if (font.Load(file).IsError()) return;
+  for (const int size : {0, 9, 40}) {
+    if (font.IsEngine()) font.SetSize(size);
+    settings.antialiasing = size < 10;
+    WriteWith(font, kText);
+  }
+}
+
+// Any one, whose state no run leaves to the next.
+Skin& FreshSkin() {
+  static Skin& skin = *new Skin("default");  // not destroyed: Allegro ends before
+  skin.Unload();
+  UseConfigText("");
+  return skin;
+}
+
+void TryElements(const char* file) {
+  Skin& skin = FreshSkin();
+  if (skin.LoadData(file).IsError()) return;
+  SkinBitmap canvas(kCanvas.w, kCanvas.h, kMemoryBitmap);
+  for (int id = 0; id < kElementCount; ++id) {
+    const SkinBitmap& element = *skin.bitmaps[id];
+    if (element.IsEmpty()) continue;
+    element.DrawArea(canvas, 1, 0, 3, 4, 80, 50, 3, 2);
+    element.DrawHFrameMasked(canvas, 1, -3, 0, 90, 2);
+    element.DrawVFrame(canvas, 0, 1, -5, 70, 4);
+  }
+}
+
+void TryCursors(const char* file) {
+  Skin& skin = FreshSkin();
+  settings.mouseShadow = true;
+  if (skin.LoadCursors(file).IsError()) return;
+  SkinBitmap canvas(kCanvas.w, kCanvas.h, kMemoryBitmap);
+  for (int i = 0; i < kCursorCount; ++i) {
+    Cursor& cursor = *skin.cursors[i];
+    for (int tick = 0; tick < 3 && cursor.GetFrame(); ++tick) {
+      cursor.GetShadow()->masked_blit(canvas, 0, 0, 1, 1, kCanvas.w, kCanvas.h);
+      cursor.GetFrame()->masked_blit(canvas, 0, 0, 0, 0, kCanvas.w, kCanvas.h);
+      cursor.Update();
+    }
+  }
+}
+
+void TrySkin(const char* file) {
+  Skin& skin = FreshSkin();
+  Require(!skin.Load(file).IsError() || skin.GetError() != Error{kSkinFileError}, "is a skin file");
+  for (const auto& states : skin.fontIndex)
+    for (const int index : states)
+      Require(0 <= index && index < Skin::kFonts, "a text set has a font");
+}
+
+void TrySettings(const char* file) {
+  settings.Load(file);
+  settings.Save();
+  Require(settings.UsableFrameRate() >= 1 && settings.UsableMouseSpeed() != 0, "can be used");
+}
+
+void TryMenu(const char* file) {
+  layoutValues = {};
+  MenuConfig menu;
+  for (int depth = 1; depth <= 2; ++depth) {
+    menu.Read(file);
+    Require(menu.Depth() == depth, "a menu file opens one level");
+  }
+  menu.Read(nullptr);
+  for (const auto& item : menu.items)
+    if (!item->submenu.IsEmpty()) FileExists(item->submenu);
+}
+
+void TryHints(const char* file) {
+  const HintFile hints{file};
+  for (const HintFile::Section& section : hints.Sections())
+    Require(ustrlen(hints.Fill(section.name.c_str()).c_str()) <= kHintCharacters, "a hint is cut");
+}
+
+void TryProgress(const char* file) {
+  paths.progressFile = file;
+  const ProgressValues values = ReadProgressFile();
+  Require(values.PollPeriod() >= 1 && values.currentStep <= values.stepNumber, "can be shown");
+}
+
+void TryPosition(const char* file) { ParseMenuPosition(ReadAll(file)); }
+
+void TryLanguage(const char* file) {
+  paths.languageFile = file;
+  SetupEncoding();
+  Require(kEnglish <= LanguageIndex() && LanguageIndex() <= kJapanese, "is a language");
+}
+
+void TryText(const char* file) {
+  const std::string text = ReadPlainText(file);
+  Require(CutToBytes(text.c_str(), 100).size() <= 100, "a text is cut to bytes");
+  Require(ustrlen(CutToChars(text.c_str(), 10).c_str()) <= 10, "a text is cut to characters");
+  Require(Trimmed(text.c_str()).size() <= text.size(), "a text is trimmed");
+  Converted(text, U_UTF8, U_CURRENT);
+  Color::FromText(text.c_str());
+  WriteWith(Font{}, text.c_str());
+}
+
+constexpr std::size_t kText = 4096, kPicture = 4096;
+
+constexpr FuzzTarget kTargets[] = {
+    {"bmp", "a.bmp", kPicture, TryPicture, ""},
+    {"pcx", "a.pcx", kPicture, TryPicture, ""},
+    {"lbm", "a.lbm", kPicture, TryPicture, "imageformats/lbm.cpp"},
+    {"tga", "a.tga", kPicture, TryPicture, ""},
+    {"png", "a.png", kPicture, TryPicture, ""},
+    {"jpg", "a.jpg", kPicture, TryPicture, ""},
+    {"ttf", "a.ttf", 1 << 16, TryFont, ""},
+    {"fnt", "a.fnt", 8192, TryFont, ""},
+    {"gridbmp", "a.bmp", 1 << 14, TryFont, ""},
+    {"script", "a.txt", kText, TryFont, ""},
+    {"datafile", "a.dat", 1 << 14, TryElements, "toolkit/skin/elements.cpp"},
+    {"cursors", "a.dat", 1 << 16, TryCursors, "toolkit/core/cursor.cpp toolkit/skin/skin_data.cpp"},
+    {"skin", "a.skin", kText, TrySkin, "toolkit/skin/*.cpp toolkit/core/cursor.cpp"},
+    {"settings", "a.cfg", kText, TrySettings, "toolkit/core/settings.cpp"},
+    {"menu", "a.cfg", kText, TryMenu, "launcher/menu_*.cpp"},
+    {"hints", "a.txt", 8192, TryHints, "launcher/hint_file.cpp"},
+    {"progress", "progress", kText, TryProgress, "launcher/progress.cpp"},
+    {"position", "menupos.txt", 512, TryPosition, ""},
+    {"language", "i18n", 1024, TryLanguage, "launcher/language.cpp"},
+    {"text", "a.txt", 2048, TryText, ""},
+};
+
+// A picture with two characters on a grid of marks.
+void WriteGrid(const char* file, int depth, int mark) {
+  const BitmapPtr picture{create_bitmap_ex(depth, 19, 10)};
+  clear_to_color(picture.get(), mark);
+  for (const int x : {1, 10}) {
+    rectfill(picture.get(), x, 1, x + 7, 8, 0);
+    putpixel(picture.get(), x + 3, 4, 1);
+  }
+  save_bitmap(file, picture.get(), desktop_palette);
+}
+
+// What files of other formats can name.
+void WriteFonts() {
+  WriteGrid("s.bmp", 8, 255);
+  WriteGrid("rgb.bmp", 24, makecol24(255, 255, 0));
+  WriteBytes("r.fnt", std::vector<char>(256 * 8, 'f'));
+}
+
+// Goes with the process.
+struct Directory {
+  std::filesystem::path path;
+  ~Directory() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path, ignored);
+  }
+};
+
+void EnterDirectory() {
+  std::string path = std::filesystem::temp_directory_path() / "zel-fuzz.XXXXXX";
+  Require(mkdtemp(path.data()) != nullptr, "there is room for a directory");
+  static const Directory directory{path};
+  std::filesystem::current_path(path);
+}
+
+void UseVariant(std::size_t number) {
+  set_color_depth(kDepths[number % std::size(kDepths)]);
+  number /= std::size(kDepths);
+  wantsPalette = number % 2 != 0;
+  set_palette(default_palette);
+  RecomputeNamedColors();
+  set_color_conversion(PictureConversion());
+  const auto codePage = kCodePages[number % std::size(kCodePages)];
+  set_uformat(codePage ? U_ASCII_CP : U_UTF8);
+  if (codePage) set_ucodepage(codePage(), nullptr);
+  settings = {};
+}
+
+}  // namespace
+
+std::span<const FuzzTarget> FuzzTargets() { return kTargets; }
+
+const FuzzTarget* FindFuzzTarget(const char* name) {
+  const auto* found = std::find_if(
+      std::begin(kTargets), std::end(kTargets),
+      [name](const FuzzTarget& target) { return std::string_view{target.name} == name; });
+  return found == std::end(kTargets) ? nullptr : found;
+}
+
+void PrepareFuzzing() {
+  EnterDirectory();
+  std::fclose(stdout);
+  install_allegro(SYSTEM_NONE, &errno, std::atexit);
+  InstallBitmapGuard();
+  RegisterPictureFormats();
+  EngineInit();
+  WriteFonts();
+}
+
+void RunFuzzTarget(const FuzzTarget& target, std::span<const std::uint8_t> bytes) {
+  const auto* content = reinterpret_cast<const char*>(bytes.data());
+  Require(WriteBytes(target.file, {content, bytes.size()}), "there is room for a file");
+  UseVariant(bytes.size());
+  target.run(target.file);
+}
+
+}  // namespace zel
