@@ -30,7 +30,7 @@ test: configure
 	tools/test "$(FILTER)"
 
 bench: configure
-	cmake --build --preset release --target zel zel_baseline zel_bench
+	cmake --build --preset release --target benchmarks
 	bench/report
 
 check:

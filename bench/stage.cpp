@@ -62,6 +62,13 @@ long Stage::Frame() {
   return pixels;
 }
 
+std::vector<std::uint8_t> Stage::Picture() const {
+  std::vector<std::uint8_t> pixels;
+  for (int y = 0; y < kStageHeight; ++y)
+    pixels.insert(pixels.end(), screen->line[y], screen->line[y] + kStageWidth * 2);
+  return pixels;
+}
+
 Stage& TheStage() {
   static auto* stage = new Stage;
   return *stage;
