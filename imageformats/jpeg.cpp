@@ -1,5 +1,6 @@
 #include "imageformats/jpeg.h"
 
+#include <bit>
 #include <csetjmp>
 #include <cstdio>
 
@@ -51,6 +52,9 @@ void EscapeFromEndlessScans(j_common_ptr info) {
 // beyond this libjpeg gives up. Others need rows alone.
 constexpr long kMostMemory = 128L << 20;
 
+constexpr std::uint32_t kColorOf32 =
+    0xFFFFFF;  // of a pixel; left in, the rest would unmask magenta
+
 // Turns cyan, magenta, yellow and black into red, green, blue and alpha. Programs that leave an
 // Adobe marker write them inverted.
 void ConvertCmyk(JSAMPLE* pixel, JDIMENSION width, bool inverted) {
@@ -62,6 +66,17 @@ void ConvertCmyk(JSAMPLE* pixel, JDIMENSION width, bool inverted) {
   }
 }
 
+// What libjpeg calls pixels like the picture's, of three components and a byte without meaning;
+// JCS_UNKNOWN where it has no such pixels.
+J_COLOR_SPACE PixelsLike(BITMAP* picture) {
+  constexpr bool kLowestFirst = std::endian::native == std::endian::little;
+  if (!kLowestFirst || bitmap_color_depth(picture) != 32 || _rgb_g_shift_32 != 8)
+    return JCS_UNKNOWN;
+  if (_rgb_r_shift_32 == 16 && _rgb_b_shift_32 == 0) return JCS_EXT_BGRX;
+  if (_rgb_r_shift_32 == 0 && _rgb_b_shift_32 == 16) return JCS_EXT_RGBX;
+  return JCS_UNKNOWN;
+}
+
 struct Decoder {
   jpeg_decompress_struct info;
   ErrorTrap trap;
@@ -69,8 +84,20 @@ struct Decoder {
   BITMAP* volatile picture;
 };
 
+// Straight into the picture, which takes a third less time.
+void ReadRowsInPlace(Decoder& decoder) {
+  jpeg_decompress_struct& info = decoder.info;
+  while (info.output_scanline < info.output_height) {
+    JSAMPROW row = decoder.picture->line[info.output_scanline];
+    jpeg_read_scanlines(&info, &row, 1);
+    auto* const pixels = reinterpret_cast<std::uint32_t*>(row);
+    for (JDIMENSION x = 0; x < info.output_width; ++x) pixels[x] &= kColorOf32;
+  }
+}
+
 void ReadRows(Decoder& decoder) {
   jpeg_decompress_struct& info = decoder.info;
+  if (info.out_color_space == PixelsLike(decoder.picture)) return ReadRowsInPlace(decoder);
   const JDIMENSION width = info.output_width;
   const bool isCmyk = info.out_color_space == JCS_CMYK;
   // libjpeg's own memory: freed with the decoder, whatever happens.
@@ -105,6 +132,8 @@ bool Decode(Decoder& decoder, const std::uint8_t* bytes, std::size_t length, int
   // What is coded arithmetically never runs out: a few damaged bytes fill the largest picture.
   if (!info.arith_code) decoder.picture = NewPicture(depth, info.image_width, info.image_height);
   if (decoder.picture) {
+    if (const J_COLOR_SPACE like = PixelsLike(decoder.picture); like != JCS_UNKNOWN && !isCmyk)
+      info.out_color_space = like;
     jpeg_start_decompress(&info);
     ReadRows(decoder);
     jpeg_finish_decompress(&info);

@@ -148,6 +148,10 @@ TEST_F(LoadTest, JpegOfEveryKindIsRead) {
   Bytes padded = kinds[0].first;
   padded.insert(padded.begin() + 20, {1, 2, 3});  // between two segments
   EXPECT_NE(Load("JPEG", padded), nullptr);
+  UseDepth(32);
+  const BitmapPtr picture = Load("jpg", EncodeJpeg(JCS_GRAYSCALE, {0}, {255}));
+  EXPECT_EQ(getpixel(picture.get(), 0, 0), black);
+  EXPECT_EQ(getpixel(picture.get(), picture->w - 1, 0), white);
 }
 
 // What a header, many scans or arithmetic coding promise must not cost memory or time.
