@@ -1,6 +1,7 @@
 #include "toolkit/core/bytes.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,10 +21,20 @@ std::string SystemName(const char* path) {
   return name;
 }
 
+// Opens a file for reading; negative when there is none.
+int OpenToRead(const char* path) {
+  return open(SystemName(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+}
+
+// Whether there is a regular file of that length at most behind the descriptor.
+bool IsReadable(int file, std::size_t limit, struct stat& status) {
+  return fstat(file, &status) == 0 && S_ISREG(status.st_mode) &&
+         static_cast<std::uint64_t>(status.st_size) <= limit;
+}
+
 Bytes ReadAll(int file, std::size_t limit) {
   struct stat status;
-  if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) return {};
-  if (static_cast<std::uint64_t>(status.st_size) > limit) return {};
+  if (!IsReadable(file, limit, status)) return {};
   // One byte more than expected, to notice the end.
   Bytes bytes(static_cast<std::size_t>(status.st_size) + 1);
   std::size_t length = 0;
@@ -40,6 +51,16 @@ Bytes ReadAll(int file, std::size_t limit) {
   return bytes;
 }
 
+SharedBytes MapAll(int file, std::size_t limit) {
+  struct stat status;
+  if (!IsReadable(file, limit, status) || status.st_size == 0) return {};
+  const auto length = static_cast<std::size_t>(status.st_size);
+  void* const start = mmap(nullptr, length, PROT_READ, MAP_PRIVATE, file, 0);
+  if (start == MAP_FAILED) return {};
+  return {{start, [length](void* mapped) { munmap(mapped, length); }},
+          {static_cast<const std::uint8_t*>(start), length}};
+}
+
 }  // namespace
 
 bool IsFile(const char* path) {
@@ -48,9 +69,17 @@ bool IsFile(const char* path) {
 }
 
 Bytes ReadBytes(const char* path, std::size_t limit) {
-  const int file = open(SystemName(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+  const int file = OpenToRead(path);
   if (file < 0) return {};
   Bytes bytes = ReadAll(file, limit);
+  close(file);
+  return bytes;
+}
+
+SharedBytes MapBytes(const char* path, std::size_t limit) {
+  const int file = OpenToRead(path);
+  if (file < 0) return {};
+  SharedBytes bytes = MapAll(file, limit);
   close(file);
   return bytes;
 }

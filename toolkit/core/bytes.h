@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -10,6 +11,12 @@
 namespace zel {
 
 using Bytes = std::vector<std::uint8_t>;
+
+// Bytes that stay as long as their owner is held.
+struct SharedBytes {
+  std::shared_ptr<const void> owner;
+  std::span<const std::uint8_t> bytes;
+};
 
 // All take a name in the current text format and know only regular files: reading from a pipe may
 // never end.
@@ -21,7 +28,11 @@ bool IsFile(const char* path);
 // program shortens meanwhile, and a "#" in a name takes them into datafiles, where they trust every
 // number.
 Bytes ReadBytes(const char* path, std::size_t limit);
-// The same as text. The byte order mark that some editors put before UTF-8 is no part of it.
+// The same without reading it: the system does that where the bytes are looked at, and takes no
+// memory of the program's for them. For files that are large and used in part. Who cuts such a file
+// short while its bytes are in use ends the program.
+SharedBytes MapBytes(const char* path, std::size_t limit);
+// The whole file as text. The byte order mark that some editors put before UTF-8 is no part of it.
 std::string ReadText(const char* path, std::size_t limit);
 // Replaces the content of a file or makes a new one; false when that fails.
 bool WriteBytes(const char* path, std::span<const char> bytes);

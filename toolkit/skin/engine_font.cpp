@@ -223,14 +223,15 @@ bool EngineInit() {
 
 void EngineExit() { library.reset(); }
 
-std::unique_ptr<EngineFont> EngineLoad(FontBytes bytes) {
-  if (!library || !bytes || bytes->empty()) return nullptr;
+std::unique_ptr<EngineFont> EngineLoad(SharedBytes bytes) {
+  if (!library || bytes.bytes.empty()) return nullptr;
   auto face = std::make_unique<EngineFont>();
   face->library = library;
   face->data = std::move(bytes);
-  face->dataSize = static_cast<int>(face->data->size());
-  if (FT_New_Memory_Face(library.get(), face->data->data(),
-                         static_cast<FT_Long>(face->data->size()), 0, &face->ftFace) != 0) {
+  const std::span<const std::uint8_t> file = face->data.bytes;
+  face->dataSize = static_cast<int>(file.size());
+  if (FT_New_Memory_Face(library.get(), file.data(), static_cast<FT_Long>(file.size()), 0,
+                         &face->ftFace) != 0) {
     face->ftFace = nullptr;
     return nullptr;
   }

@@ -10,6 +10,7 @@
 #include FT_FREETYPE_H
 
 #include "toolkit/core/allegro.h"
+#include "toolkit/core/bytes.h"
 #include "toolkit/skin/color.h"
 
 namespace zel {
@@ -47,12 +48,10 @@ class GlyphCache {
   std::vector<std::unique_ptr<Glyph[]>> pages_;
 };
 
-using FontBytes = std::shared_ptr<const std::vector<std::uint8_t>>;
-
 // FreeType, which ends with the last face that it opened.
 using EngineLibrary = std::shared_ptr<FT_LibraryRec_>;
 
-// A face opened from a copy of its file, which faces of equal files share.
+// A face opened from the bytes of its file.
 class EngineFont {
  public:
   EngineFont() = default;
@@ -64,7 +63,7 @@ class EngineFont {
   int size = 0;       // line height asked for, in pixels: ascender + |descender|
   int pixelSize = 0;  // FreeType's size for it
   int ascent = 0;     // pixels at pixelSize
-  FontBytes data;
+  SharedBytes data;
   int dataSize = 0;     // bytes of it
   int spacing = 0;      // extra pixels after every advance, 0..4096
   int fixedCount = -1;  // fixed sizes of a bitmap face; -1 for a scalable one
@@ -85,7 +84,7 @@ bool EngineInit();
 void EngineExit();
 
 // Opens a face; null when the bytes are no font (or the engine is not started).
-std::unique_ptr<EngineFont> EngineLoad(FontBytes bytes);
+std::unique_ptr<EngineFont> EngineLoad(SharedBytes bytes);
 // Closes a face that was released from its pointer; null is none.
 void EngineDestroy(EngineFont* owned);
 // The line height in pixels; 0, or -1 when there is no such size: then the old one stays.

@@ -288,16 +288,6 @@ FONT* LoadLibraryFont(const char* path, bool* isBitmapFont) {
   return reader ? reader->load(path) : nullptr;
 }
 
-FontBytes LoadFontBytes(const char* path) {
-  static std::vector<std::weak_ptr<const Bytes>> open;
-  std::erase_if(open, [](const auto& held) { return held.expired(); });
-  auto bytes = std::make_shared<const Bytes>(ReadBytes(path, kLargestFont));
-  if (bytes->empty()) return nullptr;
-  // Their names would not tell: the file may be another one by now.
-  for (const auto& held : open)
-    if (FontBytes same = held.lock(); *same == *bytes) return same;
-  open.push_back(bytes);
-  return bytes;
-}
+SharedBytes LoadFontBytes(const char* path) { return MapBytes(path, kLargestFont); }
 
 }  // namespace zel

@@ -10,9 +10,7 @@ namespace zel {
 // Sets `isBitmapFont` to false, and reads nothing, for the extensions of the font engine.
 FONT* LoadLibraryFont(const char* path, bool* isBitmapFont);
 
-// The bytes of a file for the font engine; files with the same bytes share them while a face of any
-// is open.
-// Null when the file cannot be read.
-FontBytes LoadFontBytes(const char* path);
+// The bytes of a file for the font engine; none when it cannot be read.
+SharedBytes LoadFontBytes(const char* path);
 
 }  // namespace zel

@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <string>
 
 #include "tests/support/allegro_fixture.h"
@@ -17,6 +18,9 @@ TEST_F(BytesTest, RegularFilesOfAnyNameAreReadUpToALimit) {
   const std::string path = folder.Write("some#where.dat", std::string(1000, 'x'));
   EXPECT_EQ(ReadBytes(path.c_str(), 1000), Bytes(1000, 'x'));
   EXPECT_EQ(ReadBytes(path.c_str(), 999), Bytes{});
+  const SharedBytes mapped = MapBytes(path.c_str(), 1000);
+  EXPECT_TRUE(std::ranges::equal(mapped.bytes, Bytes(1000, 'x')));
+  EXPECT_TRUE(MapBytes(path.c_str(), 999).bytes.empty());
   EXPECT_TRUE(IsFile(path.c_str()));
   const std::string pipe = folder.Path("pipe");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);

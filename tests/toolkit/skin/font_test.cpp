@@ -69,7 +69,8 @@ std::vector<int> Pixels(const SkinBitmap& bitmap) {
 }
 
 std::unique_ptr<EngineFont> Open(std::string_view bytes) {
-  return EngineLoad(std::make_shared<std::vector<std::uint8_t>>(bytes.begin(), bytes.end()));
+  const auto copy = std::make_shared<std::vector<std::uint8_t>>(bytes.begin(), bytes.end());
+  return EngineLoad({copy, *copy});
 }
 
 struct FontTest : AllegroFixture {
