@@ -21,13 +21,6 @@ constexpr int kDeepest = 32;  // the most that a bitmap may be converted to
 
 std::int32_t ReadNumber(ByteReader& reader) { return static_cast<std::int32_t>(reader.Big32()); }
 
-// How pixels are stored, and how one becomes a pixel in a row of a bitmap of so many bits.
-struct PixelFormat {
-  int bits;  // -32 is 32 bits with an alpha channel
-  std::size_t bytes;
-  void (*put)(const std::uint8_t* stored, std::uint8_t* row, int x);
-};
-
 void Put8(const std::uint8_t* index, std::uint8_t* row, int x) { row[x] = *index; }
 
 // Pixels of 15 bits are stored as those of 16: red, green and blue from the highest bit on.
@@ -49,20 +42,32 @@ void Put32(const std::uint8_t* rgb, std::uint8_t* row, int x) {
       static_cast<std::uint32_t>(makecol32(rgb[0], rgb[1], rgb[2]));
 }
 
+// Makes a row of `width` pixels of as many stored ones, which take kBytes each.
+template <std::size_t kBytes, void (*kPut)(const std::uint8_t* stored, std::uint8_t* row, int x)>
+void FillRow(const std::uint8_t* stored, std::uint8_t* row, int width) {
+  for (int x = 0; x < width; ++x, stored += kBytes) kPut(stored, row, x);
+}
+
+// How pixels are stored, and what fills a row of a bitmap of so many bits with them.
+struct PixelFormat {
+  int bits;  // -32 is 32 bits with an alpha channel
+  std::size_t bytes;
+  void (*fillRow)(const std::uint8_t* stored, std::uint8_t* row, int width);
+};
 constexpr PixelFormat kPixelFormats[] = {
-    {8, 1, Put8},
-    {15, 2, PutHighColor<makecol15>},
-    {16, 2, PutHighColor<makecol16>},
-    {24, 3, Put24},
-    {32, 3, Put32},
-    {-32, 4, Put32},
+    {8, 1, FillRow<1, Put8>},
+    {15, 2, FillRow<2, PutHighColor<makecol15>>},
+    {16, 2, FillRow<2, PutHighColor<makecol16>>},
+    {24, 3, FillRow<3, Put24>},
+    {32, 3, FillRow<3, Put32>},
+    {-32, 4, FillRow<4, Put32>},
 };
 
 // The content of a DAT_BITMAP object.
 class StoredPicture {
  public:
   explicit StoredPicture(ByteReader content)
-      : bits_{static_cast<std::int16_t>(content.Big16())},
+      : bits_{MadeBits(static_cast<std::int16_t>(content.Big16()))},
         w_{content.Big16()},
         h_{content.Big16()},
         pixels_{content.Take(content.Left())},
@@ -78,14 +83,17 @@ class StoredPicture {
   BitmapPtr Make() const {
     BitmapPtr picture{create_bitmap_ex(std::abs(bits_), w_, h_)};
     if (!picture) return nullptr;
-    const std::uint8_t* pixel = pixels_.data();
+    const std::size_t rowBytes = static_cast<std::size_t>(w_) * format_->bytes;
     for (int y = 0; y < h_; ++y)
-      for (int x = 0; x < w_; ++x, pixel += format_->bytes)
-        format_->put(pixel, picture->line[y], x);
+      format_->fillRow(pixels_.data() + y * rowBytes, picture->line[y], w_);
     return picture;
   }
 
  private:
+  // Pixels of 24 and of 32 bits are stored alike; made in the current depth, they need not be
+  // converted.
+  static int MadeBits(int stored) { return stored == 24 && get_color_depth() == 32 ? 32 : stored; }
+
   std::size_t PixelCount() const {
     return static_cast<std::size_t>(w_) * static_cast<std::size_t>(h_);
   }
@@ -136,9 +144,9 @@ std::string Datafile::Object::Property(const char* id) const {
 }
 
 bool Datafile::Load(const char* path) {
-  memory_.push_back(ReadBytes(path, kLargestFile));
+  file_ = MapBytes(path, kLargestFile);
   unpackable_ = kMostUnpacked;
-  ByteReader content{memory_.back()};
+  ByteReader content{file_.bytes};
   const std::uint32_t kind = content.Big32();
   if (kind == F_PACK_MAGIC) {
     const Bytes* unpacked = Unpack(content, unpackable_);
@@ -154,8 +162,8 @@ const Bytes* Datafile::Unpack(ByteReader& packed, std::size_t limit) {
   Bytes bytes;
   if (limit > unpackable_ || !UnpackTo(bytes, limit, packed)) return nullptr;
   unpackable_ -= bytes.size();
-  memory_.push_back(std::move(bytes));
-  return &memory_.back();
+  unpacked_.push_back(std::move(bytes));
+  return &unpacked_.back();
 }
 
 bool Datafile::ReadObjects(ByteReader list) {

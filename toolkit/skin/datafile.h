@@ -42,8 +42,9 @@ class Datafile {
   // Null when damaged.
   const Bytes* Unpack(ByteReader& packed, std::size_t limit);
 
-  std::vector<Bytes> memory_;   // the file and what was unpacked from it
-  std::size_t unpackable_ = 0;  // how many bytes may be unpacked yet
+  SharedBytes file_;
+  std::vector<Bytes> unpacked_;  // from parts of it
+  std::size_t unpackable_ = 0;   // how many bytes may be unpacked yet
   std::vector<Object> objects_;
 };
 

@@ -100,6 +100,8 @@ void SkinBitmap::Adopt(BITMAP* made, int newKind) {
   owned = true;
 }
 
+void SkinBitmap::Take(BitmapPtr made) { Adopt(made.release(), kMemoryBitmap); }
+
 int SkinBitmap::GetTileWidth() const { return tileSize.w; }
 int SkinBitmap::GetTileHeight() const { return tileSize.h; }
 Size SkinBitmap::GetTileSize() const { return tileSize; }

@@ -62,6 +62,8 @@ class SkinBitmap {
   // False when the picture could not be written.
   virtual bool Save(const char* path) const;
 
+  // Takes a memory bitmap over; null empties the holder.
+  void Take(BitmapPtr made);
   // Make a new, owned bitmap of undefined contents; the holder is empty when the size is not
   // positive, there is no memory for it, or the kind is none.
   void Create(int w, int h, int newKind = kMemoryBitmap);

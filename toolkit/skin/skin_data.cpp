@@ -100,7 +100,7 @@ Error Skin::LoadData(const char* path) {
     const char* name = kElementNames[id];
     const Datafile::Object* object = datafile.Find(name, DAT_BITMAP);
     if (!object) continue;
-    bitmaps[id]->Set(MakePicture(*object).get(), true, kMemoryBitmap);
+    bitmaps[id]->Take(MakePicture(*object));
     bitmaps[id]->SetTileSize({Read(kTileWidth, name, *object), Read(kTileHeight, name, *object)});
   }
   return kNoError;
