@@ -1,9 +1,8 @@
 #include "toolkit/widgets/spin_box.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
-#include <iterator>
+#include <cstdio>
 #include <string>
 
 #include "toolkit/core/text.h"
@@ -92,7 +91,7 @@ void SpinBox::ShowValue() {
   } else {
     // More digits than an int has.
     char digits[kLongestNumber];
-    *std::to_chars(digits, std::end(digits) - 1, value, std::chars_format::fixed, 0).ptr = '\0';
+    std::snprintf(digits, sizeof digits, "%.0f", value);
     edit.SetText(Ascii(digits));
   }
   knownText_ = edit.GetText();
