@@ -16,12 +16,18 @@ set(ENV{PKG_CONFIG_LIBDIR}
   ${root}/usr/local/lib/pkgconfig:${root}/usr/lib/i386-linux-gnu/pkgconfig)
 set(PKG_CONFIG_ARGN --static)
 
-# Small: nothing unused, and no tables for exceptions, of which there are none. Files may be larger
-# than 2 GiB, later than 2038, and have inodes of 64 bits; Allegro's headers pass times on, so that
-# it takes the same flags.
-set(flags "-ffunction-sections -fdata-sections -fno-asynchronous-unwind-tables -fno-pie")
+# Small: nothing unused, no tables for exceptions, of which there are none, and few for addresses.
+# Files may be larger than 2 GiB, later than 2038, and have inodes of 64 bits; Allegro's headers pass
+# times on, so that it takes the same flags.
+include(${CMAKE_CURRENT_LIST_DIR}/../hardening.cmake)
+list(JOIN ZEL_HARDENED_CODE " " flags)
+list(JOIN ZEL_CHECKED_CALLS " " calls)
+list(JOIN ZEL_HARDENED_LINK " " link)
+string(APPEND flags " ${calls} -fPIE")
+string(APPEND flags " -ffunction-sections -fdata-sections -fno-asynchronous-unwind-tables")
 string(APPEND flags " -D_FILE_OFFSET_BITS=64 -D_TIME_BITS=64")
 set(CMAKE_C_FLAGS_INIT "${flags}")
 set(CMAKE_C_FLAGS_RELEASE "-O2")
 set(CMAKE_CXX_FLAGS_INIT "${flags}")
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static-libgcc -static-libstdc++ -Wl,--gc-sections -s -no-pie")
+string(APPEND link " -pie -Wl,-z,text,-z,pack-relative-relocs")
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-static-libgcc -static-libstdc++ -Wl,--gc-sections -s ${link}")

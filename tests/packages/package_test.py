@@ -118,6 +118,7 @@ class PackageTest:
         self.assertEqual(self.system.run("dpkg", "--verify", "zel"), (0, ""))
         self.assertTrue((self.system.root / "usr/lib/systemd/system" / UNIT).is_file())
         self.assertEqual(list((self.system.root / "etc").rglob(UNIT)), [])
+        subprocess.check_call([ROOT / "tools/check-hardening", self.system.root / "usr/sbin/zel"])
 
     def test_an_ordinary_user_gets_a_message(self):
         self.assertEqual(self.system.run(*self.launcher, user="nobody:nogroup"), (0, NOT_ROOT))
@@ -158,6 +159,8 @@ class Amd64Test(PackageTest, unittest.TestCase):
 
     def test_the_programs_for_authors_run(self):
         self.system.install(package("zel-tools", "amd64"))
+        programs = [self.system.root / "usr/bin" / name for name in ("zel-check", "zel-preview", "zel-gallery")]
+        subprocess.check_call([ROOT / "tools/check-hardening", *programs])
         for command in ("zel-check /etc/zel", "zel-preview /etc/zel --png /tmp/menu.png",
                         "zel-gallery --skin /etc/zel/skin/zel.skin --png /tmp/gallery.png"):
             self.assertEqual(self.system.run(*command.split()), (0, ""), command)
