@@ -4,18 +4,24 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "launcher/language.h"
+#include "launcher/menu_config.h"
 #include "launcher/menu_screen.h"
 #include "launcher/paths.h"
 #include "launcher/result_files.h"
 #include "launcher/state.h"
 #include "launcher/texts.h"
 #include "toolkit/core/allegro.h"
+#include "toolkit/core/confinement.h"
 #include "toolkit/core/graphics_mode.h"
 #include "toolkit/core/settings.h"
 #include "toolkit/core/startup.h"
+#include "toolkit/core/text.h"
 
 namespace zel {
 namespace {
@@ -25,6 +31,12 @@ constexpr int kNotRootText = 174;
 constexpr int kNoGraphicsText = 1513;
 
 constexpr int kAutodetectFullScreen = 1;
+
+constexpr const char* kDevices = "/dev";
+// Allegro writes to a mouse to find its wheel. While it is not there yet, neither may its
+// directory.
+constexpr const char* kMice[] = {"/dev/input/mice", "/dev/input", kDevices};
+constexpr const char* kOldMouse = "/dev/mouse";
 
 // What is tried when the settings' own mode cannot be set.
 struct FallbackMode {
@@ -94,6 +106,26 @@ void DecideAboutMouse() {
   if (!serverRuns) remove_mouse();
 }
 
+std::string DirectoryOf(const std::string& path) { return path.substr(0, path.rfind('/') + 1); }
+
+void LimitWritingTo(const std::vector<std::string>& devices) {
+  LimitWriting({DirectoryOf(paths.outputFile), DirectoryOf(paths.positionFile)}, devices);
+}
+
+// What is opened for writing when the mouse server appears.
+std::vector<std::string> LateDevices() {
+  if (!launcherState.mousePending) return {};
+  const char* const* mice = std::begin(kMice);
+  while (!FileExists(*mice) && *mice != kDevices) ++mice;
+  return {*mice, kOldMouse, get_config_string(Ascii("mouse"), Ascii("mouse_device"), Ascii(""))};
+}
+
+// With graphics and input, the menu needs no more than its files.
+void LimitMenu() {
+  LimitWritingTo(LateDevices());
+  LimitCalls();
+}
+
 void RunMenu() {
   const auto screen = std::make_unique<MenuScreen>();
   launcherState.runningScreen = screen.get();
@@ -102,6 +134,11 @@ void RunMenu() {
 }
 
 }  // namespace
+
+void LimitLauncher() {
+  DropRights();
+  LimitWritingTo({kDevices});
+}
 
 int RunLauncher() {
   launcherState.exitCode = 0;
@@ -121,6 +158,7 @@ int RunForAnyone() {
   SetupEncoding();
   BringUpGraphics();
   DecideAboutMouse();
+  LimitMenu();
   RunMenu();
   ExitToolkit();
   ChangeDirectory(Directory::kSaved);

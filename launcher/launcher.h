@@ -3,6 +3,10 @@
 
 namespace zel {
 
+// Gives up what neither the launcher nor its guard needs, before anything else is done: rights, and
+// writing elsewhere than beside the result files and to devices.
+void LimitLauncher();
+
 // Runs the launcher. Answers the exit status: the exit code of the chosen item, or 0 when it is not
 // run as root. Ends the process itself when there is no usable graphics mode (status 0) or the
 // toolkit cannot be started (status 1).

@@ -2,5 +2,8 @@
 #include "launcher/result_files.h"
 #include "toolkit/core/console_guard.h"
 
-// Scripts must not take what a run wrote that ended in the middle for its result.
-int main() { return zel::RunGuarded(zel::RunLauncher, zel::DeleteOutputFile); }
+int main() {
+  zel::LimitLauncher();
+  // Scripts must not take what a run wrote that ended in the middle for its result.
+  return zel::RunGuarded(zel::RunLauncher, zel::DeleteOutputFile);
+}

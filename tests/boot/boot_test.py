@@ -8,6 +8,7 @@ from machine import IMAGE, ROOT, Machine, wait_until
 
 BLACK = (0, 0, 0)
 USABLE = "text characters kernel lines\n"
+CONFINED = "CapEff:\t000000000400000a\nSeccomp:\t2\n"  # the console and files of others; no denied calls
 SCREEN = "/dev/vcs1"  # the text on the first console
 
 # The second item of data/menu.cfg.
@@ -200,6 +201,8 @@ class ConsoleTest(MachineTest):
                 with self.subTest(victim=("guard", "launcher")[victim], signal=signal):
                     self.menu()
                     self.assertEqual(self.machine.run("/test/console_state"), "graphics codes program bytes\n")
+                    self.assertEqual(self.machine.run(f"grep -h -E 'CapEff|Seccomp:' /proc/{self.processes()[1]}"
+                                                      "/task/*/status | sort -u"), CONFINED)
                     self.machine.run(f"kill -{signal} {self.processes()[victim]}")
                     self.expect(128 + signal, None, None)
 

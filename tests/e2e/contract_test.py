@@ -185,6 +185,12 @@ class StartTest(LauncherTest):
         self.assertEqual(launcher.output(), "earlier\n")
         self.assertIsNone(launcher.position())
 
+    def test_the_menu_keeps_no_rights_that_it_does_not_need(self):
+        launcher = self.launcher()
+        launcher.start()
+        for status in launcher.threads():
+            self.assertRegex(status, r"(?s)CapEff:\t000000000400000a\n.*NoNewPrivs:\t1\nSeccomp:\t2\n")
+
     def test_refused_modes_are_replaced_by_the_fixed_ones_in_turn(self):
         settings = SETTINGS.format(fullscreen=0).replace("colorDepth = 16", "colorDepth = 32")
         tries = ["800x600x32", "800x600x24", "640x480x16", "640x480x15", "800x600x8", "640x480x8"]

@@ -174,6 +174,10 @@ class Launcher:
         """What a window manager does when the user clicks on the window's close button."""
         request_close(self.display.name)
 
+    def threads(self):
+        """What the system says about each."""
+        return [path.read_text() for path in pathlib.Path(f"/proc/{self._process.pid}/task").glob("*/status")]
+
     def running(self):
         return self._process.poll() is None
 
