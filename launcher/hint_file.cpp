@@ -63,16 +63,10 @@ class Paragraph {
 HintFile::HintFile(const char* fileName) {
   const std::string text = ReadWhole(fileName).c_str();  // a zero byte ends it
   for (std::size_t start = 0; start < text.size();) {
-    const std::size_t end = std::min(text.find_first_of("\r\n", start), text.size());
-    std::string line = Trimmed(text.substr(start, end - start).c_str());
-    line = CutToBytes(line.c_str(), kLineBytes);
+    const std::string whole{NextLine(text, start)};
+    std::string line = CutToBytes(Trimmed(whole.c_str()).c_str(), kLineBytes);
     if (!line.empty() && line.front() == '[') firstLine_.emplace(line, lines_.size());
     lines_.push_back(std::move(line));
-    start = end + 1;
-    // CR LF and LF CR are one line end.
-    const bool pair = start < text.size() && (text[start] == '\r' || text[start] == '\n') &&
-                      text[start] != text[end];
-    if (pair) ++start;
   }
 }
 

@@ -1,6 +1,7 @@
 #include "toolkit/core/text.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace zel {
 namespace {
@@ -14,6 +15,7 @@ struct Character {
 // UTF-8 lead byte announces for granted, a damaged text may end before. Stray tail bytes belong to
 // the damage before them, as they do for Allegro.
 Character CharacterAt(const char* text) {
+  if (IsAscii(*text)) return {1, false};
   const int announced = uwidth(text);
   const bool isUtf8 = get_uformat() == U_UTF8;
   const auto belongs = [isUtf8](char byte) {
@@ -46,8 +48,6 @@ std::string ConvertedWhole(const std::string& text, int from, int to) {
   converted.resize(static_cast<std::size_t>(size - (to == U_UNICODE ? 2 : 1)));  // the terminator
   return converted;
 }
-
-bool IsAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
 
 }  // namespace
 
@@ -98,8 +98,20 @@ std::string CutToChars(const char* text, int count) {
   return kept;
 }
 
+std::string_view NextLine(std::string_view text, std::size_t& start) {
+  const auto isEnd = [](char c) { return c == '\r' || c == '\n'; };
+  const std::string_view rest = text.substr(start);
+  const auto end = std::find_if(rest.begin(), rest.end(), isEnd);
+  const auto other = end == rest.end() ? end : end + 1;
+  const bool isPair = other != rest.end() && isEnd(*other) && *other != *end;
+  start += static_cast<std::size_t>(other - rest.begin()) + (isPair ? 1 : 0);
+  return {rest.begin(), end};
+}
+
 std::string Trimmed(const char* text) {
   while (uisspace(ugetc(text))) text += CharacterAt(text).bytes;
+  const std::size_t length = std::strlen(text);
+  if (length > 0 && IsAscii(text[length - 1]) && !uisspace(text[length - 1])) return text;
   const char* end = text;
   for (const char* next = text; *next != '\0';) {
     const bool isSpace = uisspace(ugetc(next));

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "toolkit/core/allegro.h"
 
@@ -25,6 +26,9 @@ class Ascii {
   std::string converted_;  // only used when the format needs another form than ASCII
 };
 
+// A byte that is a character by itself in every format but U_UNICODE.
+constexpr bool IsAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
+
 // A text of one of Allegro's text formats, either may be U_CURRENT, in another one. In code pages
 // ASCII characters are taken to be themselves.
 std::string Converted(const std::string& text, int from, int to);
@@ -35,6 +39,9 @@ std::string Converted(const std::string& text, int from, int to);
 // walked safely.
 std::string CutToBytes(const char* text, std::size_t bytes);
 std::string CutToChars(const char* text, int count);
+// The line at `start`, without its end; `start` moves behind that, which is CR, LF or both in
+// either order.
+std::string_view NextLine(std::string_view text, std::size_t& start);
 // A text without white space (Allegro's uisspace) at its ends.
 std::string Trimmed(const char* text);
 
