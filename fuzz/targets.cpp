@@ -22,7 +22,6 @@
 #include "toolkit/core/allegro.h"
 #include "toolkit/core/bitmap_guard.h"
 #include "toolkit/core/bytes.h"
-#include "toolkit/core/config_file.h"
 #include "toolkit/core/settings.h"
 #include "toolkit/core/text.h"
 #include "toolkit/skin/engine_font.h"
@@ -87,7 +86,6 @@ void TryFont(const char* file) {
 Skin& FreshSkin() {
   static Skin& skin = *new Skin("default");  // not destroyed: Allegro ends before
   skin.Unload();
-  UseConfigText("");
   return skin;
 }
 

@@ -7,9 +7,10 @@
 
 #include "launcher/hint_file.h"
 #include "launcher/language.h"
-#include "launcher/section_file.h"
 #include "launcher/state.h"
 #include "launcher/texts.h"
+#include "launcher/whole_file.h"
+#include "toolkit/core/section_file.h"
 #include "toolkit/core/settings.h"
 
 namespace zel {
@@ -17,6 +18,8 @@ namespace zel {
 LayoutValues layoutValues;
 
 namespace {
+
+using Section = SectionFile::Section;
 
 constexpr const char* kGeneral = "MENU_CONFIGURATION";
 constexpr int kUnset = -1;
@@ -64,39 +67,39 @@ Color ParseColor(const char* text) {
 }
 
 // A key in the interface language: "Title.de" where there is one, else "Title".
-std::string Translated(const SectionFile& file, const char* key, bool translates) {
-  std::string plain = file.GetText(key);
+std::string Translated(const Section& section, const char* key, bool translates) {
+  std::string plain = section.GetText(key);
   if (!translates) return plain;
-  return file.GetText((std::string{key} + "." + LanguageSuffix()).c_str(), plain.c_str());
+  return section.GetText((std::string{key} + "." + LanguageSuffix()).c_str(), plain.c_str());
 }
 
-void ReadLook(const SectionFile& file, MenuItem& item) {
-  item.color = ParseColor(file.GetText("Color"));
-  if (file.GetInt("Separator") != 0) {
+void ReadLook(const Section& section, MenuItem& item) {
+  item.color = ParseColor(section.GetText("Color"));
+  if (section.GetInt("Separator") != 0) {
     item.flags |= kItemSeparator;
     if (!item.color.IsSet()) item.color = SeparatorColor();
   }
   if (!item.submenu.IsEmpty()) item.flags |= kItemSubmenu;
-  if (file.GetInt("Disable") > 0) {
+  if (section.GetInt("Disable") > 0) {
     item.flags |= kItemDisabled;
     item.color = DisabledColor();
   }
   if (!item.color.IsSet()) item.color = Color{0, 0, 0};
 }
 
-std::unique_ptr<MenuItem> ReadItem(const SectionFile& file, bool translates) {
+std::unique_ptr<MenuItem> ReadItem(const Section& section, bool translates) {
   auto item = std::make_unique<MenuItem>();
-  item->title.Assign(Translated(file, "Title", translates).c_str());
-  item->icon.Assign(file.GetText("Icon"));
-  item->submenu.Assign(file.GetText("Submenu"));
-  item->exitCode = file.GetInt("ExCode");
-  item->exitString.Assign(file.GetText("ExString"));
-  item->hintSection.Assign(file.GetText("HintSection"));
-  item->waitForFile.Assign(file.GetText("WaitForFile"));
-  item->waitWhileFile.Assign(file.GetText("WaitWhileFile"));
-  item->timeout = file.GetInt("Timeout");
-  item->showIfFile.Assign(file.GetText("ShowIfFileExists"));
-  ReadLook(file, *item);
+  item->title.Assign(Translated(section, "Title", translates).c_str());
+  item->icon.Assign(section.GetText("Icon"));
+  item->submenu.Assign(section.GetText("Submenu"));
+  item->exitCode = section.GetInt("ExCode");
+  item->exitString.Assign(section.GetText("ExString"));
+  item->hintSection.Assign(section.GetText("HintSection"));
+  item->waitForFile.Assign(section.GetText("WaitForFile"));
+  item->waitWhileFile.Assign(section.GetText("WaitWhileFile"));
+  item->timeout = section.GetInt("Timeout");
+  item->showIfFile.Assign(section.GetText("ShowIfFileExists"));
+  ReadLook(section, *item);
   return item;
 }
 
@@ -130,41 +133,37 @@ void MenuConfig::Read(const char* menuFile) {
   launcherState.backLineColor = DefaultBackLineColor();
   items.clear();
 
-  SectionFile file{CurrentLevel().fileName};
+  const SectionFile file = SectionFile::FromUtf8(ReadWhole(CurrentLevel().fileName));
   ReadScreen(file);
   ReadItems(file);
 }
 
-void MenuConfig::ReadScreen(SectionFile& file) {
-  const char* resolution = ResolutionSection();
-  file.Select(resolution);
-  background.Assign(file.GetText("Background"));
-  LayoutValues found;
-  for (const LayoutKey& row : kLayoutKeys) found.*row.value = file.GetInt(row.key, kUnset);
-
-  file.Select(kGeneral);
-  if (background.IsEmpty()) background.Assign(file.GetText("Background"));
-  for (const LayoutKey& row : kLayoutKeys)
-    layoutValues.*row.value = found.*row.value != kUnset
-                                  ? found.*row.value
-                                  : file.GetInt(row.key, layoutValues.*row.value);
-  menuTitle.Assign(file.GetText("MenuTitle"));
-  hintTitle.Assign(file.GetText("HintTitle"));
-  const std::string plainHintFile = file.GetText("HintFile");
-  hintFile.Assign(Translated(file, "HintFile", LanguageIndex() != 0).c_str());
+void MenuConfig::ReadScreen(const SectionFile& file) {
+  const Section& general = file.Find(kGeneral);
+  const Section& resolution = file.Find(ResolutionSection());
+  background.Assign(resolution.GetText("Background", general.GetText("Background")));
+  for (const LayoutKey& row : kLayoutKeys) {
+    std::int32_t& value = layoutValues.*row.value;
+    const int own = resolution.GetInt(row.key, kUnset);
+    value = own != kUnset ? own : general.GetInt(row.key, value);
+  }
+  menuTitle.Assign(general.GetText("MenuTitle"));
+  hintTitle.Assign(general.GetText("HintTitle"));
+  const std::string plainHintFile = general.GetText("HintFile");
+  hintFile.Assign(Translated(general, "HintFile", LanguageIndex() != 0).c_str());
   if (!FileExists(hintFile)) hintFile.Assign(plainHintFile.c_str());
-  lineCount = file.GetInt("LinesNumber", lineCount);
-  const Color backLine = ParseColor(file.GetText("BacklineColor"));
+  lineCount = general.GetInt("LinesNumber", lineCount);
+  const Color backLine = ParseColor(general.GetText("BacklineColor"));
   if (backLine.IsSet()) launcherState.backLineColor = backLine;
 }
 
-void MenuConfig::ReadItems(SectionFile& file) {
+void MenuConfig::ReadItems(const SectionFile& file) {
   const HintFile hints{hintFile};
   const bool translates = LanguageIndex() != 0;
   // Only lines that the file holds can give an item, however many it declares.
   for (const int n : file.Numbered("LINE", lineCount)) {
-    file.Select(("LINE" + std::to_string(n)).c_str());
-    std::unique_ptr<MenuItem> item = ReadItem(file, translates);
+    const Section& section = file.Find(("LINE" + std::to_string(n)).c_str());
+    std::unique_ptr<MenuItem> item = ReadItem(section, translates);
     if (!IsKept(*item)) continue;
     if (!item->hintSection.IsEmpty()) item->hintText.Assign(hints.Fill(item->hintSection).c_str());
     items.push_back(std::move(item));

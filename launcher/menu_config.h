@@ -88,8 +88,8 @@ class MenuConfig {
   std::vector<std::unique_ptr<MenuLevel>> levels;  // outermost first; the last is current
 
  private:
-  void ReadScreen(SectionFile& file);
-  void ReadItems(SectionFile& file);
+  void ReadScreen(const SectionFile& file);
+  void ReadItems(const SectionFile& file);
 };
 
 // True when something of that name exists; false for an empty name.

@@ -7,9 +7,8 @@
 #include "imageformats/load.h"
 #include "launcher/paths.h"
 #include "launcher/plain_file.h"
-#include "toolkit/core/config_file.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/text.h"
+#include "toolkit/core/section_file.h"
 
 namespace zel {
 namespace {
@@ -31,18 +30,6 @@ constexpr int kBlockStep = 2;
 constexpr int kTurnMargin = 5;  // between the block and the end of the bar where it turns back
 constexpr int kBevel = 2;       // the thickness of Box3D's lines
 
-// A whole configuration file becomes Allegro's current one while this lives.
-class ConfigText {
- public:
-  explicit ConfigText(const std::string& text) {
-    push_config_state();
-    UseConfigText(text);
-  }
-  ConfigText(const ConfigText&) = delete;
-  ConfigText& operator=(const ConfigText&) = delete;
-  ~ConfigText() { pop_config_state(); }
-};
-
 BitmapPtr NewBitmap(int depth, int width, int height) {
   BitmapPtr bitmap{create_bitmap_ex(depth, width, height)};
   if (bitmap) clear_to_color(bitmap.get(), bitmap_mask_color(bitmap.get()));
@@ -56,12 +43,10 @@ int ProgressValues::PollPeriod() const {
 }
 
 ProgressValues ReadProgressFile() {
-  const ConfigText config{ReadPlainFile(paths.progressFile, kLongestFile)};
-  const auto read = [](const char* key) {
-    return get_config_int(Ascii("Progress"), Ascii(key), 0);
-  };
-  ProgressValues values{read("StepNumber"), read("CurrentStep"), read("ProgressHide"),
-                        read("ProgressInterval")};
+  const SectionFile file = SectionFile::FromUtf8(ReadPlainFile(paths.progressFile, kLongestFile));
+  const SectionFile::Section& said = file.Find("Progress");
+  ProgressValues values{said.GetInt("StepNumber"), said.GetInt("CurrentStep"),
+                        said.GetInt("ProgressHide"), said.GetInt("ProgressInterval")};
   const bool saysNothing = values.stepNumber == 0 && values.currentStep == 0 &&
                            values.progressHide == 0 && values.progressInterval == 0;
   if (saysNothing) values.progressHide = 1;

@@ -13,12 +13,10 @@
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
-#include <functional>
 #include <initializer_list>
 #include <map>
 #include <set>
 #include <span>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,7 +27,7 @@
 #include "launcher/menu_config.h"
 #include "launcher/whole_file.h"
 #include "toolkit/core/bitmap_guard.h"
-#include "toolkit/core/config_file.h"
+#include "toolkit/core/section_file.h"
 #include "toolkit/core/settings.h"
 #include "toolkit/skin/engine_font.h"
 #include "toolkit/skin/skin.h"
@@ -107,50 +105,31 @@ std::string Lower(std::string text) {
   return text;
 }
 
-// Names of sections, or of the keys of one section, of the current configuration file.
-std::vector<std::string> Names(const char* section) {
-  const char** names = nullptr;
-  const int count = section ? list_config_entries(section, &names) : list_config_sections(&names);
-  std::vector<std::string> found{names, names + std::max(0, count)};
-  free_config_entries(&names);
-  for (std::string& name : found)
-    if (!section && name.size() > 2) name = name.substr(1, name.size() - 2);  // Allegro's brackets
-  return found;
-}
+using Section = SectionFile::Section;
 
 void ReportUnread(const Place& place, const std::string& key) {
   place.Report(key.rfind('[', 0) == 0 ? "is no section head" : "nobody reads this key");
 }
 
-// What Allegro does not list: what stands there twice, and keys before the first section.
-void CheckLines(const std::string& file, const std::string& text) {
-  std::set<std::string> sections, keys;
-  std::string section;
-  std::istringstream lines{text};
-  for (std::string line; std::getline(lines, line);) {
-    line = Trimmed(line.c_str());
-    const std::string name = line.substr(0, line.find_first_of(" \t\v\f=#"));
-    if (name.empty()) continue;
-    if (name.front() == '[' && name.back() == ']') {
-      section = name.substr(1, name.size() - 2);
-      keys.clear();
-      if (!sections.insert(Lower(section)).second)
-        Place{file, section}.Report("begins more than once; of each key the first counts");
-    } else if (sections.empty()) {
-      ReportUnread(Place{file, {}, name}, name);
-    } else if (!keys.insert(Lower(name)).second) {
-      Place{file, section, name}.Report("stands there twice; the first counts");
-    }
+// What stands there twice, and what stands before the first section.
+void CheckTwice(const std::string& file, const SectionFile& content) {
+  for (const SectionFile::Entry& entry : content.Loose())
+    ReportUnread(Place{file, {}, entry.name}, entry.name);
+  for (const Section& section : content.Sections()) {
+    if (section.Heads().size() > 1)
+      Place{file, section.Name()}.Report("begins more than once; of each key the first counts");
+    for (const SectionFile::Entry& entry : section.Entries())
+      if (section.Find(entry.name.c_str()) != &entry)
+        Place{file, section.Name(), entry.name}.Report("stands there twice; the first counts");
   }
 }
-
-bool IsAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 
 // One byte for each character.
 std::string ReadMenuFile(const std::string& name) {
   std::string text = ReadWhole(name.c_str());
   std::erase_if(text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; });
-  std::replace_if(text.begin(), text.end(), std::not_fn(IsAscii), kForeign);
+  std::replace_if(
+      text.begin(), text.end(), [](char c) { return !IsAscii(c); }, kForeign);
   return text;
 }
 
@@ -210,23 +189,22 @@ void CheckValue(const Place& place, Kind kind, const std::string& value) {
   }
 }
 
-void CheckKeys(const std::string& file, const std::string& section, Keys keys) {
-  for (const std::string& name : Names(section.c_str())) {
-    const Place place{file, section, name};
+void CheckKeys(const std::string& file, const Section& section, Keys keys) {
+  for (const auto& [name, value, line] : section.Entries()) {
+    const Place place{file, section.Name(), name};
     if (const Key* key = FindKey(keys, name))
-      CheckValue(place, key->kind, get_config_string(section.c_str(), name.c_str(), ""));
+      CheckValue(place, key->kind, value);
     else
       ReportUnread(place, name);
   }
 }
 
-// What a section of the current file says for a key, in all languages.
-std::vector<std::string> Values(const char* section, Keys keys, const char* name) {
+// What a section says for a key, in all languages.
+std::vector<std::string> Values(const Section& section, Keys keys, const char* name) {
   std::vector<std::string> values;
-  for (const std::string& found : Names(section))
-    if (const Key* key = FindKey(keys, found); key && std::string_view{key->name} == name)
-      if (const std::string value = get_config_string(section, found.c_str(), ""); !value.empty())
-        values.push_back(value);
+  for (const SectionFile::Entry& entry : section.Entries())
+    if (const Key* key = FindKey(keys, entry.name); key && std::string_view{key->name} == name)
+      if (!entry.value.empty()) values.push_back(entry.value);
   return values;
 }
 
@@ -259,8 +237,8 @@ struct Hints {
 std::map<std::string, Hints> hintFiles;
 
 // The explanation of an item in all languages.
-void CheckHint(const Place& place, const std::string& hint) {
-  const std::vector<std::string> names = Values(kGeneral, kScreenKeys, "HintFile");
+void CheckHint(const Place& place, const SectionFile& content, const std::string& hint) {
+  const std::vector<std::string> names = Values(content.Find(kGeneral), kScreenKeys, "HintFile");
   if (names.empty()) place.Report("there is no HintFile");
   // The hint files of a menu may each write the name in an encoding of their own.
   if (hint.find(kForeign) != std::string::npos) return;
@@ -287,18 +265,15 @@ void CheckHintFiles() {
 }
 
 // Answers the menu file that the item opens, or nothing.
-std::string CheckItem(const std::string& file, const std::string& section) {
-  const auto text = [&section](const char* key) {
-    return std::string{get_config_string(section.c_str(), key, "")};
-  };
-  const auto number = [&section](const char* key) {
-    return get_config_int(section.c_str(), key, 0);
-  };
+std::string CheckItem(const std::string& file, const SectionFile& content, const Section& item) {
+  const std::string& section = item.Name();
+  const auto text = [&item](const char* key) { return std::string{item.GetText(key)}; };
+  const auto number = [&item](const char* key) { return item.GetInt(key); };
   const std::string hint = text("HintSection"), submenu = text("Submenu");
   const bool isSeparator = number("Separator") != 0;
-  if (!hint.empty()) CheckHint(Place{file, section, "HintSection"}, hint);
+  if (!hint.empty()) CheckHint(Place{file, section, "HintSection"}, content, hint);
   if (!isSeparator && text("Icon").empty() && text("Title").empty())
-    Place{file, section}.Report(Values(section.c_str(), kItemKeys, "Title").empty()
+    Place{file, section}.Report(Values(item, kItemKeys, "Title").empty()
                                     ? "never shown: neither title nor icon nor separator"
                                     : "not shown in English");
   if (number("Disable") > 0) return {};
@@ -317,21 +292,20 @@ std::string CheckItem(const std::string& file, const std::string& section) {
 // What the file says, whether the launcher looks there or not. Answers the menu files that it
 // opens.
 std::vector<std::string> CheckSections(const std::string& file, int lines) {
-  const std::string text = ReadMenuFile(file);
-  UseConfigText(text);
-  CheckLines(file, text);
+  const SectionFile content{ReadMenuFile(file)};
+  CheckTwice(file, content);
   std::vector<std::string> submenus;
-  for (const std::string& section : Names(nullptr)) {
-    const Place place{file, section};
-    if (const int number = LineNumber(section); number > 0) {
+  for (const Section& section : content.Sections()) {
+    const Place place{file, section.Name()};
+    if (const int number = LineNumber(section.Name()); number > 0) {
       CheckKeys(file, section, kItemKeys);
       if (number > lines)
         place.Report("never shown: LinesNumber is " + std::to_string(lines));
-      else if (std::string submenu = CheckItem(file, section); !submenu.empty())
+      else if (std::string submenu = CheckItem(file, content, section); !submenu.empty())
         submenus.push_back(std::move(submenu));
-    } else if (const Keys keys = ScreenKeys(section); !keys.empty()) {
+    } else if (const Keys keys = ScreenKeys(section.Name()); !keys.empty()) {
       CheckKeys(file, section, keys);
-    } else if (!section.empty()) {
+    } else if (!section.Name().empty()) {
       place.Report("nobody reads this section");
     }
   }
@@ -388,14 +362,15 @@ void CheckMenu(Walk& walk, const std::string& file) {
   if (walk.menu.Depth() > 1) walk.menu.Read(nullptr);
 }
 
-void CheckSetting(const std::string& section, const std::string& name) {
-  const Place place{kSettingsFile, section, name};
-  const bool isText = std::any_of(std::begin(kSettingTexts), std::end(kSettingTexts),
-                                  [&name](const char* text) { return Lower(text) == Lower(name); });
-  if (!Settings::IsKey(name.c_str()))
-    ReportUnread(place, name);
+void CheckSetting(const std::string& section, const SectionFile::Entry& entry) {
+  const Place place{kSettingsFile, section, entry.name};
+  const bool isText =
+      std::any_of(std::begin(kSettingTexts), std::end(kSettingTexts),
+                  [&entry](const char* text) { return Lower(text) == Lower(entry.name); });
+  if (!Settings::IsKey(entry.name.c_str()))
+    ReportUnread(place, entry.name);
   else if (!isText)
-    CheckNumber(place, get_config_string(section.c_str(), name.c_str(), ""));
+    CheckNumber(place, entry.value);
 }
 
 void CheckSettings() {
@@ -404,14 +379,15 @@ void CheckSettings() {
     return;
   }
   settings.Load(kSettingsFile);
-  for (const std::string& section : Names(nullptr)) {
-    if (Lower("[" + section + "]") != Lower(settings.Section())) {
-      Place{kSettingsFile, section}.Report("nobody reads this section");
+  const SectionFile content{ReadMenuFile(kSettingsFile)};
+  for (const Section& section : content.Sections()) {
+    if (Lower(section.Name()) != Lower(settings.Section())) {
+      Place{kSettingsFile, section.Name()}.Report("nobody reads this section");
       continue;
     }
-    for (const std::string& name : Names(section.c_str())) CheckSetting(section, name);
+    for (const SectionFile::Entry& entry : section.Entries()) CheckSetting(section.Name(), entry);
   }
-  CheckLines(kSettingsFile, ReadMenuFile(kSettingsFile));
+  CheckTwice(kSettingsFile, content);
 }
 
 void CheckSkin() {

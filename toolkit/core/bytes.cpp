@@ -85,9 +85,12 @@ SharedBytes MapBytes(const char* path, std::size_t limit) {
 }
 
 std::string ReadText(const char* path, std::size_t limit) {
-  constexpr std::string_view kMark = "\xEF\xBB\xBF";
   const Bytes bytes = ReadBytes(path, limit);
-  std::string text{bytes.begin(), bytes.end()};
+  return WithoutMark({bytes.begin(), bytes.end()});
+}
+
+std::string WithoutMark(std::string text) {
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";
   if (text.starts_with(kMark)) text.erase(0, kMark.size());
   return text;
 }

@@ -34,6 +34,7 @@ Bytes ReadBytes(const char* path, std::size_t limit);
 SharedBytes MapBytes(const char* path, std::size_t limit);
 // The whole file as text. The byte order mark that some editors put before UTF-8 is no part of it.
 std::string ReadText(const char* path, std::size_t limit);
+std::string WithoutMark(std::string text);
 // Replaces the content of a file or makes a new one; false when that fails.
 bool WriteBytes(const char* path, std::span<const char> bytes);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <string_view>
 
 #include "toolkit/core/bytes.h"
 #include "toolkit/core/text.h"
@@ -11,81 +12,109 @@ namespace {
 
 constexpr std::size_t kLongestFile = 128 << 10;
 constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max() / 2;
-constexpr std::size_t kLongestLine = 4096;
 
-std::string WithoutZeros(std::string text) {
-  std::replace(text.begin(), text.end(), '\0', ' ');
-  return text;
-}
-
-// What a file says, in the current format.
-std::string Read(const std::string& stored) {
-  return Converted(WithoutZeros(stored), U_UTF8, U_CURRENT);
+// Whether Allegro's own reader sees in a file of this content what SectionFile sees.
+bool SuitsAllegro(const std::string& stored) {
+  constexpr std::size_t kLongestLine = 240;  // fits the first buffer, which then never grows
+  for (std::size_t position = 0; position < stored.size();)
+    if (NextLine(stored, position).size() > kLongestLine) return false;
+  return stored.find('\0') == std::string::npos && WithoutMark(stored) == stored &&
+         Sound(stored, U_UTF8) == stored;
 }
 
 std::string Stored(const std::string& text) { return Converted(text, U_CURRENT, U_UTF8); }
 
-std::vector<std::string> SplitLines(const std::string& text) {
-  std::vector<std::string> lines;
-  for (std::size_t start = 0; start < text.size();) {
-    const std::size_t end = std::min(text.find_first_of("\r\n", start), text.size());
-    lines.push_back(text.substr(start, end - start));
-    start = end + (text.compare(end, 2, "\r\n") == 0 ? 2 : 1);
+std::string Plain(const SectionFile& file) {
+  std::string text;
+  for (const SectionFile::Section& section : file.Sections()) {
+    text += '[' + section.Name() + "]\n";
+    for (const auto& [name, value, line] : section.Entries()) text += name + '=' + value + '\n';
   }
-  return lines;
+  return text;
 }
 
-std::string TrimmedLine(const std::string& stored) { return Trimmed(Read(stored).c_str()); }
-
-// Whether a stored line sets `name`, or begins the section of that name.
-bool IsFor(const std::string& line, const char* name) {
-  const std::string trimmed = TrimmedLine(line);
-  return ustricmp(trimmed.substr(0, trimmed.find_first_of(" \t\f\v=#")).c_str(), name) == 0;
+void UseWithoutName(const std::string& text) {
+  // Byte by byte, so that no character meets the end of the buffer for a line.
+  const FormatGuard bytes{U_ASCII};
+  set_config_data(text.c_str(), static_cast<int>(text.size()));
 }
 
-bool EndsSection(const std::string& line) { return TrimmedLine(line).starts_with('['); }
+// A file as lines, each with its end.
+class StoredLines {
+ public:
+  explicit StoredLines(std::string_view text) {
+    for (std::size_t position = 0; position < text.size();) {
+      const std::size_t start = position;
+      const std::size_t length = NextLine(text, position).size();
+      lines_.emplace_back(text.substr(start, position - start));
+      if (end_.empty()) end_ = lines_.back().substr(length);
+    }
+    if (end_.empty()) end_ = "\n";
+  }
+
+  int Count() const { return static_cast<int>(lines_.size()); }
+  // Numbers count from 1; the end of the line stays.
+  void Replace(int number, const std::string& text) {
+    std::string& line = lines_[number - 1];
+    std::size_t end = 0;
+    line.replace(0, NextLine(std::string{line}, end).size(), text);
+  }
+  // Behind the line of that number, or before all with 0.
+  void Insert(int number, const std::string& text) {
+    if (number > 0) {
+      std::string& before = lines_[number - 1];
+      if (before.empty() || (before.back() != '\r' && before.back() != '\n')) before += end_;
+    }
+    lines_.insert(lines_.begin() + number, text + end_);
+  }
+  std::string Text() const {
+    std::string text;
+    for (const std::string& line : lines_) text += line;
+    return text;
+  }
+
+ private:
+  std::vector<std::string> lines_;
+  std::string end_;  // of the first line that has one
+};
 
 }  // namespace
 
-void UseConfigFile(const char* path) { UseConfigText(Read(ReadText(path, kLongestFile))); }
-
-void SaveConfigFile(const char* path, const char* section, const std::vector<const char*>& names) {
-  std::vector<std::string> lines = SplitLines(ReadText(path, kNoLimit));
-  auto head = std::find_if(lines.begin(), lines.end(),
-                           [section](const std::string& line) { return IsFor(line, section); });
-  if (head == lines.end()) {
-    if (!lines.empty()) lines.emplace_back();
-    head = lines.insert(lines.end(), Stored(section));
-  }
-  const auto first = head - lines.begin() + 1;
-  for (const char* name : names) {
-    const std::string line =
-        Stored(std::string{name} + " = " + get_config_string(section, name, ""));
-    const auto begin = lines.begin() + first;
-    const auto end = std::find_if(begin, lines.end(), EndsSection);
-    const auto old = std::find_if(
-        begin, end, [name](const std::string& candidate) { return IsFor(candidate, name); });
-    // What is new comes before the blank lines that part the sections.
-    const auto isBlank = [](const std::string& text) { return TrimmedLine(text).empty(); };
-    if (old != end)
-      *old = line;
-    else
-      lines.insert(std::find_if(begin, end, isBlank), line);
-  }
-  std::string text;
-  for (const std::string& line : lines) text += line + '\n';
-  WriteBytes(path, text);
+SectionFile UseConfigFile(const char* path) {
+  const Bytes bytes = ReadBytes(path, kLongestFile);
+  const std::string stored{bytes.begin(), bytes.end()};
+  SectionFile file = SectionFile::FromUtf8(stored);
+  // Before Allegro is installed it takes every file for empty, and a "#" leads into datafiles.
+  const bool isFound = system_driver && !ustrchr(path, '#') && file_size_ex(path) == stored.size();
+  if (isFound && SuitsAllegro(stored))
+    set_config_file(path);
+  else
+    UseWithoutName(Plain(file));
+  return file;
 }
 
-void UseConfigText(const std::string& text) {
-  std::string sound;
-  for (const std::string& line : SplitLines(WithoutZeros(text)))
-    sound += CutToBytes(Trimmed(line.c_str()).c_str(), kLongestLine) + '\n';
-  // Byte by byte, so that no character meets the end of the buffer for a line.
-  const int format = get_uformat();
-  set_uformat(U_ASCII);
-  set_config_data(sound.c_str(), static_cast<int>(sound.size()));
-  set_uformat(format);
+void SaveConfigFile(const char* path, const char* section, const std::vector<ConfigValue>& values) {
+  const Bytes bytes = ReadBytes(path, kNoLimit);
+  const std::string stored{bytes.begin(), bytes.end()};
+  const SectionFile file = SectionFile::FromUtf8(stored);
+  const SectionFile::Section& old = file.Find(section);
+  StoredLines lines{stored};
+  int last = old.LastLine();
+  std::vector<std::string> added;
+  if (old.Heads().empty()) {
+    last = lines.Count();
+    if (last > 0) added.emplace_back();
+    added.push_back('[' + Stored(section) + ']');
+  }
+  for (const auto& [name, value] : values) {
+    const std::string line = Stored(name + " = " + value);
+    if (const SectionFile::Entry* entry = old.Find(name.c_str()))
+      lines.Replace(entry->line, line);
+    else
+      added.push_back(line);
+  }
+  for (const std::string& line : added) lines.Insert(last++, line);
+  WriteBytes(path, lines.Text());
 }
 
 }  // namespace zel

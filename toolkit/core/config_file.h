@@ -1,27 +1,29 @@
-// Configuration files of any content.
+// Configuration files of any content, as Allegro's current configuration and on the disc.
 #pragma once
 
 #include <string>
 #include <vector>
 
+#include "toolkit/core/section_file.h"
+
 namespace zel {
 
-// Makes a file Allegro's current configuration, as set_config_file does: UTF-8, with or without a
-// byte order mark, becomes the current text format; a missing file is empty, and so is one of more
-// than 128 KB.
+// Reads a file and makes it Allegro's current configuration under its name, as set_config_file
+// does. A missing file is empty, and so is one of more than 128 KB.
 //
-// Made for damaged files: zero bytes are spaces, and lines end after 4096 bytes. Allegro takes
-// minutes for a line of a million spaces and writes past its buffer where a character of several
-// bytes meets the buffer's end.
-void UseConfigFile(const char* path);
+// Allegro's own reader gets lost in damaged files: it writes past its buffer where a character
+// meets the buffer's end, takes minutes for a line of a million spaces, and some bytes hold it up
+// for ever. Such files become the current configuration as far as they make sense, but without a
+// name, so that nothing that the program sets then is ever written over them.
+SectionFile UseConfigFile(const char* path);
 
-// Likewise a text in the current format, of any length. As toolkit/core/text.h has it, the format's
-// terminator is one zero byte.
-void UseConfigText(const std::string& text);
+struct ConfigValue {
+  std::string name;
+  std::string value;
+};
 
-// Puts what the current configuration says for some names of a section, "[Section]" with brackets,
-// into a file of any size. All other lines of it stay, byte by byte but for their ends and a byte
-// order mark before them.
-void SaveConfigFile(const char* path, const char* section, const std::vector<const char*>& names);
+// Puts values into a section of a file of any size: in the places of the old ones, or else behind
+// what the section has. All the rest of the file stays, byte by byte.
+void SaveConfigFile(const char* path, const char* section, const std::vector<ConfigValue>& values);
 
 }  // namespace zel

@@ -78,16 +78,16 @@ const char* const kCursorNames[kCursorCount] = {
     "MOUSE_SIZE_HORIZONTAL", "MOUSE_SIZE_VERTICAL", "MOUSE_TEXTSELECT",     "MOUSE_UNAVAILABLE",
 };
 
-CursorShadow CursorShadow::Read() {
+CursorShadow CursorShadow::Read(const SectionFile& file) {
   constexpr const char* kSection = "MOUSE";
   CursorShadow look;
-  if (const Color color = ReadSkinColor(kSection, "shadowColor", "-1"); color.IsSet()) {
+  if (const Color color = ReadSkinColor(file, kSection, "shadowColor", "-1"); color.IsSet()) {
     look.red = color.r();
     look.green = color.g();
     look.blue = color.b();
   }
-  const auto read = [](const char* key, int& value, int smallest, int largest) {
-    value = ReadSkinInt(kSection, key, value, smallest, largest);
+  const auto read = [&file](const char* key, int& value, int smallest, int largest) {
+    value = ReadSkinInt(file, kSection, key, value, smallest, largest);
   };
   read("shadowSize", look.size, 0, kLargestSize);
   read("shadowOffsetX", look.offset.x, -kLargestOffset, kLargestOffset);

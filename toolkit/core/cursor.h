@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "toolkit/core/geometry.h"
+#include "toolkit/core/section_file.h"
 #include "toolkit/skin/color.h"
 #include "toolkit/skin/skin_bitmap.h"
 
@@ -40,9 +41,9 @@ struct CursorShadow {
 
   // In the current pixel format.
   Color GetColor() const { return {red, green, blue}; }
-  // From the section "MOUSE" of the current configuration file; what is missing or too large, or no
-  // colour, gets the value that it has above.
-  static CursorShadow Read();
+  // From the section "MOUSE" of a skin file; what is missing or too large, or no colour, gets the
+  // value that it has above.
+  static CursorShadow Read(const SectionFile& file);
 };
 
 class Cursor {

@@ -1,7 +1,8 @@
 #include "toolkit/core/settings.h"
 
 #include <algorithm>
-#include <cstring>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "toolkit/core/config_file.h"
@@ -26,7 +27,7 @@ constexpr Key Bool(const char* name, bool Settings::*field) {
   return {name, Kind::kBool, nullptr, field};
 }
 
-constexpr const char* kSection = "[Toolkit]";  // as list_config_sections writes it
+constexpr const char* kSection = "Toolkit";
 constexpr const char* kSkinPath = "skinPath";
 
 // In the order in which files have them; "skinPath" comes before all of them.
@@ -65,25 +66,25 @@ constexpr Key kKeys[] = {
     Int("tooltipAutohideDelay", &Settings::tooltipAutohideDelay),
 };
 
-bool HoldsAKey(const char* section) {
-  const char** names = nullptr;
-  const int count = list_config_entries(section, &names);
-  const bool holds = std::any_of(names, names + std::max(0, count), Settings::IsKey);
-  free_config_entries(&names);
-  return holds;
+bool HoldsAKey(const SectionFile::Section& section) {
+  return std::any_of(section.Entries().begin(), section.Entries().end(),
+                     [](const auto& entry) { return Settings::IsKey(entry.name.c_str()); });
 }
 
-// The section that holds the settings of the current configuration file.
-std::string FindSection() {
-  const char** sections = nullptr;
-  const int count = std::max(0, list_config_sections(&sections));
-  const char** const end = sections + count;
-  const bool named = std::any_of(
-      sections, end, [](const char* name) { return ustricmp(name, Ascii(kSection)) == 0; });
-  const char** found = named ? end : std::find_if(sections, end, HoldsAKey);
-  std::string section = found != end ? *found : kSection;
-  free_config_entries(&sections);
-  return section;
+// The section of a file that holds the settings.
+const SectionFile::Section& FindSection(const SectionFile& file) {
+  const SectionFile::Section& named = file.Find(Ascii(kSection));
+  if (!named.Heads().empty()) return named;
+  const auto found = std::find_if(file.Sections().begin(), file.Sections().end(), HoldsAKey);
+  return found != file.Sections().end() ? *found : named;
+}
+
+// As Allegro's set_config_id writes it.
+std::string DriverText(int id) {
+  if (id < 256) return std::to_string(id);
+  std::string text;
+  for (int shift = 24; shift >= 0; shift -= 8) text += static_cast<char>(id >> shift & 0xFF);
+  return text.substr(0, text.find_first_of(std::string_view{" \0", 2}));
 }
 
 constexpr int kHighestRate = 1000;  // what Allegro's timers can keep up with
@@ -100,20 +101,21 @@ void Settings::Load(const char* file) {
   if (!file) return;
   fileLoaded = true;
   fileName.Assign(file);
-  UseConfigFile(fileName);
-  section_.Assign(FindSection().c_str());
-  skinPath.Assign(get_config_string(section_, Ascii(kSkinPath), skinPath));
+  const SectionFile content = UseConfigFile(fileName);
+  const SectionFile::Section& section = FindSection(content);
+  section_ = section.Heads().empty() ? kSection : section.Name();
+  skinPath.Assign(section.GetText(Ascii(kSkinPath), skinPath));
   for (const Key& key : kKeys) {
     const Ascii name{key.name};
     switch (key.kind) {
       case Kind::kInt:
-        this->*key.number = get_config_int(section_, name, this->*key.number);
+        this->*key.number = section.GetInt(name, this->*key.number);
         break;
       case Kind::kDriverId:
-        this->*key.number = get_config_id(section_, name, this->*key.number);
+        this->*key.number = section.GetId(name, this->*key.number);
         break;
       case Kind::kBool:
-        this->*key.flag = get_config_int(section_, name, this->*key.flag ? 1 : 0) != 0;
+        this->*key.flag = section.GetInt(name, this->*key.flag ? 1 : 0) != 0;
         break;
     }
   }
@@ -121,25 +123,22 @@ void Settings::Load(const char* file) {
 
 void Settings::Save() const {
   if (!fileLoaded) return;
-  UseConfigFile(fileName);
-  set_config_string(section_, Ascii(kSkinPath), skinPath);
+  std::vector<ConfigValue> values{{kSkinPath, skinPath.c_str()}};
   for (const Key& key : kKeys) {
-    const Ascii name{key.name};
     switch (key.kind) {
       case Kind::kInt:
-        set_config_int(section_, name, this->*key.number);
+        values.push_back({key.name, std::to_string(this->*key.number)});
         break;
       case Kind::kDriverId:
-        set_config_id(section_, name, this->*key.number);
+        values.push_back({key.name, DriverText(this->*key.number)});
         break;
       case Kind::kBool:
-        set_config_int(section_, name, this->*key.flag ? 1 : 0);
+        values.push_back({key.name, this->*key.flag ? "1" : "0"});
         break;
     }
   }
-  std::vector<const char*> names{kSkinPath};
-  for (const Key& key : kKeys) names.push_back(key.name);
-  SaveConfigFile(fileName, section_, names);
+  SaveConfigFile(fileName, section_.c_str(), values);
+  UseConfigFile(fileName);
 }
 
 int Settings::UsableFrameRate() const { return std::clamp(logicFrameRate, 1, kHighestRate); }

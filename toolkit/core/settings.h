@@ -1,6 +1,8 @@
 // The toolkit's settings, one set for the whole process.
 #pragma once
 
+#include <string>
+
 #include "toolkit/core/text.h"
 
 namespace zel {
@@ -52,8 +54,8 @@ class Settings {
   // that holds one of the keys. What the file does not say stays as it was. Nothing for a null
   // name.
   void Load(const char* file);
-  // That section, with brackets, of the file last loaded.
-  const char* Section() const { return section_; }
+  // The name of that section in the file last loaded.
+  const std::string& Section() const { return section_; }
   // Writes every field back to the section that Load used; nothing when no file was loaded.
   void Save() const;
   // True for the name of a key, in any case.
@@ -69,7 +71,7 @@ class Settings {
   int Ticks(int milliseconds) const;
 
  private:
-  FixedText<1024> section_{"[Toolkit]"};
+  std::string section_ = "Toolkit";
 };
 
 inline Settings settings;

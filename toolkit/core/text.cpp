@@ -11,6 +11,14 @@ struct Character {
   bool isDamaged;
 };
 
+// Whether UTF-8 has no shorter form for a character of 2 to 4 bytes. A longer one could be a zero
+// or the end of a line.
+bool NeedsBytes(int character, int bytes) {
+  constexpr int kLast = 0x10FFFF;
+  constexpr int kFirst[] = {0, 0, 0x80, 0x800, 0x10000};
+  return character >= kFirst[bytes] && character <= kLast;
+}
+
 // The character at `text`, never reaching past the terminator: Allegro takes the length that a
 // UTF-8 lead byte announces for granted, a damaged text may end before. Stray tail bytes belong to
 // the damage before them, as they do for Allegro.
@@ -24,8 +32,9 @@ Character CharacterAt(const char* text) {
   int bytes = 1;
   while (bytes < announced && belongs(text[bytes])) ++bytes;
   const auto lead = static_cast<unsigned char>(*text);
-  const bool isLead = lead < 0x80 || (lead >= 0xC2 && lead <= 0xF4);
-  if (!isUtf8 || (isLead && bytes == announced)) return {bytes, false};
+  const bool isLead = lead >= 0xC2 && lead <= 0xF4;
+  if (!isUtf8 || (isLead && bytes == announced && NeedsBytes(ugetc(text), bytes)))
+    return {bytes, false};
   while (belongs(text[bytes])) ++bytes;
   return {bytes, true};
 }
@@ -77,6 +86,12 @@ std::string Converted(const std::string& text, int from, int to) {
     if (ConvertedWhole(run + 'x', from, to).size() == part.size()) break;
   }
   return converted;
+}
+
+std::string Sound(const std::string& text, int format) {
+  if (std::all_of(text.begin(), text.end(), IsAscii)) return text;
+  const FormatGuard guard{format == U_CURRENT ? get_uformat() : format};
+  return CutToBytes(text.c_str(), std::string::npos);
 }
 
 std::string CutToBytes(const char* text, std::size_t bytes) {

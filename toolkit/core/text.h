@@ -26,6 +26,18 @@ class Ascii {
   std::string converted_;  // only used when the format needs another form than ASCII
 };
 
+// Another current text format, for a while.
+class FormatGuard {
+ public:
+  explicit FormatGuard(int format) { set_uformat(format); }
+  FormatGuard(const FormatGuard&) = delete;
+  FormatGuard& operator=(const FormatGuard&) = delete;
+  ~FormatGuard() { set_uformat(before_); }
+
+ private:
+  int before_ = get_uformat();
+};
+
 // A byte that is a character by itself in every format but U_UNICODE.
 constexpr bool IsAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
 
@@ -39,6 +51,8 @@ std::string Converted(const std::string& text, int from, int to);
 // walked safely.
 std::string CutToBytes(const char* text, std::size_t bytes);
 std::string CutToChars(const char* text, int count);
+// The same without cutting, for any of these formats.
+std::string Sound(const std::string& text, int format = U_CURRENT);
 // The line at `start`, without its end; `start` moves behind that, which is CR, LF or both in
 // either order.
 std::string_view NextLine(std::string_view text, std::size_t& start);

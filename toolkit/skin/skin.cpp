@@ -113,12 +113,12 @@ void Skin::ResetControls() {
 Error Skin::Load(const char* path) {
   error = kNoError;
   if (!path || !IsFile(path)) return error = kSkinFileError;
-  const std::string file = path;  // `path` may be the text in skinFile
-  UseConfigFile(file.c_str());
+  const std::string name = path;  // `path` may be the text in skinFile
+  file_ = UseConfigFile(name.c_str());
   Reset();
-  skinFile = std::make_unique<std::string>(file);
+  skinFile = std::make_unique<std::string>(name);
   isBuiltinYet_ = true;
-  error = ReadSkinFile(*this, file.c_str());
+  error = ReadSkinFile(*this, file_, name.c_str());
   isBuiltinYet_ = false;
   return error;
 }

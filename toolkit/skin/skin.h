@@ -35,8 +35,8 @@ class Skin {
   // current one. Code 11 when there is no such file, 13 when it is no datafile that can be read
   // safely.
   virtual Error LoadData(const char* path);
-  // Makes the pointer shapes of a cursor datafile, with the shadow that the current configuration
-  // file describes. Code 12 or 13 likewise.
+  // Makes the pointer shapes of a cursor datafile, with the shadow that the skin file describes.
+  // Code 12 or 13 likewise.
   virtual Error LoadCursors(const char* path);
   virtual Error LoadSamples(const char* path);  // for a skin with sounds; does nothing
   // Draw all elements, or one, in the built-in look with the current colours.
@@ -60,6 +60,8 @@ class Skin {
   // The built-in look.
   virtual void Reset();
 
+  // What skinFile said when it was loaded last.
+  const SectionFile& File() const { return file_; }
   // The result of the construction or the last Load.
   Error GetError() const { return error; }
   // Loads the same again, tinted: elements and named colours; alpha 0..256.
@@ -109,6 +111,7 @@ class Skin {
   // palette.
   void FollowPalette(const RGB* former);
 
+  SectionFile file_;
   bool isBuiltinYet_ = false;  // a file is being loaded, and nothing of it was taken
 };
 

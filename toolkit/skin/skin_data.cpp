@@ -29,11 +29,12 @@ constexpr ObjectNumber kHotspotY{"CURSOR", "FCSY", 0};
 constexpr ObjectNumber kFrames{"CURSOR", "FRMS", 1};
 constexpr ObjectNumber kFrameDuration{"CURSOR", "FDUR", 20};
 
-int Read(const ObjectNumber& number, const char* name, const Datafile::Object& object) {
+int Read(const SectionFile& file, const ObjectNumber& number, const char* name,
+         const Datafile::Object& object) {
   constexpr int kUnset = -1;
   constexpr int kDecimal = 10;
   const std::string key = std::string{name} + '_' + number.property;
-  const int inSkinFile = ReadSkinInt(number.section, key.c_str(), kUnset);
+  const int inSkinFile = ReadSkinInt(file, number.section, key.c_str(), kUnset);
   if (inSkinFile != kUnset) return inSkinFile;
 
   const std::string text = object.Property(number.property);
@@ -101,7 +102,8 @@ Error Skin::LoadData(const char* path) {
     const Datafile::Object* object = datafile.Find(name, DAT_BITMAP);
     if (!object) continue;
     bitmaps[id]->Take(MakePicture(*object));
-    bitmaps[id]->SetTileSize({Read(kTileWidth, name, *object), Read(kTileHeight, name, *object)});
+    bitmaps[id]->SetTileSize(
+        {Read(file_, kTileWidth, name, *object), Read(file_, kTileHeight, name, *object)});
   }
   return kNoError;
 }
@@ -122,7 +124,7 @@ void Skin::FollowPalette(const RGB* former) {
 
 Error Skin::LoadCursors(const char* path) {
   if (!path || !IsFile(path)) return kFileNotFoundError;
-  const CursorShadow look = CursorShadow::Read();
+  const CursorShadow look = CursorShadow::Read(file_);
   for (const auto& cursor : cursors) cursor->SetShadow(look);
   Datafile datafile;
   if (!datafile.Load(path)) return kLoadError;
@@ -131,9 +133,10 @@ Error Skin::LoadCursors(const char* path) {
     const Datafile::Object* object = datafile.Find(name, DAT_BITMAP);
     if (!object) continue;
     const BitmapPtr picture = MakePicture(*object);
-    cursors[i]->Create(SkinBitmap(picture.get()), Read(kFrames, name, *object));
-    cursors[i]->SetHotspot(Read(kHotspotX, name, *object), Read(kHotspotY, name, *object));
-    cursors[i]->SetAnimationInterval(Read(kFrameDuration, name, *object));
+    cursors[i]->Create(SkinBitmap(picture.get()), Read(file_, kFrames, name, *object));
+    cursors[i]->SetHotspot(Read(file_, kHotspotX, name, *object),
+                           Read(file_, kHotspotY, name, *object));
+    cursors[i]->SetAnimationInterval(Read(file_, kFrameDuration, name, *object));
   }
   return kNoError;
 }

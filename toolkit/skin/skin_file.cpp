@@ -102,8 +102,8 @@ constexpr const char* kNoShadow = "-1";
 constexpr const char* kSkin = "Skin";
 
 // A value of the section "Skin"; null when it is absent.
-const char* SkinText(const char* key) {
-  return get_config_string(Ascii(kSkin), Ascii(key), nullptr);
+const char* SkinText(const SectionFile& file, const char* key) {
+  return file.Find(Ascii(kSkin)).GetText(Ascii(key), nullptr);
 }
 
 // A file beside the skin file.
@@ -116,50 +116,51 @@ std::string Beside(const char* skinFile, const char* name) {
   return path;
 }
 
-void ReadFonts(Skin& skin, const char* path) {
+void ReadFonts(Skin& skin, const SectionFile& file, const char* path) {
   constexpr int kSize = 10;
   for (int i = 0; i < Skin::kSkinFonts; ++i) {
     const std::string section = "FONT" + std::to_string(i);
-    const int size = ReadSkinInt(section.c_str(), "size", kSize);
+    const int size = ReadSkinInt(file, section.c_str(), "size", kSize);
     // A copy: what stands in for an absent key ends with the line.
-    const std::string file =
-        get_config_string(Ascii(section.c_str()), Ascii("file"), Ascii("none"));
-    skin.fonts[i]->Load(Beside(path, file.c_str()).c_str());
+    const std::string name =
+        file.Find(Ascii(section.c_str())).GetText(Ascii("file"), Ascii("none"));
+    skin.fonts[i]->Load(Beside(path, name.c_str()).c_str());
     skin.fonts[i]->SetSize(size);
   }
 }
 
-int ReadFontIndex(const char* section, const char* key) {
-  return ReadSkinInt(section, key, 0, 0, Skin::kFonts - 1);
+int ReadFontIndex(const SectionFile& file, const char* section, const char* key) {
+  return ReadSkinInt(file, section, key, 0, 0, Skin::kFonts - 1);
 }
 
-void ReadTextSets(Skin& skin) {
+void ReadTextSets(Skin& skin, const SectionFile& file) {
   for (int state = 0; state < kDrawStates; ++state) {
     const TextKeys& keys = kTextKeys[state];
     for (const auto& [section, set] : kTextSections) {
-      skin.fontIndex[set][state] = ReadFontIndex(section, keys.font);
-      skin.fontColor[set][state] = ReadSkinColor(section, keys.fontColor, keys.fontColorFallback);
-      skin.shadowColor[set][state] = ReadSkinColor(section, keys.shadowColor, kNoShadow);
+      skin.fontIndex[set][state] = ReadFontIndex(file, section, keys.font);
+      skin.fontColor[set][state] =
+          ReadSkinColor(file, section, keys.fontColor, keys.fontColorFallback);
+      skin.shadowColor[set][state] = ReadSkinColor(file, section, keys.shadowColor, kNoShadow);
     }
   }
 }
 
 // Boxes know two states only, and the second pair of keys is that of the disabled one.
-void ReadBoxTextSet(Skin& skin) {
+void ReadBoxTextSet(Skin& skin, const SectionFile& file) {
   constexpr const char* kBox = "BOX";
-  skin.fontIndex[kBoxText][kNormal] = ReadFontIndex(kBox, "font1");
-  skin.fontColor[kBoxText][kNormal] = ReadSkinColor(kBox, "f_col1", "32,32,32");
-  skin.fontColor[kBoxText][kDisabled] = ReadSkinColor(kBox, "f_col2", "128,128,128");
-  skin.shadowColor[kBoxText][kNormal] = ReadSkinColor(kBox, "s_col1", kNoShadow);
-  skin.shadowColor[kBoxText][kDisabled] = ReadSkinColor(kBox, "s_col2", "255,255,255");
+  skin.fontIndex[kBoxText][kNormal] = ReadFontIndex(file, kBox, "font1");
+  skin.fontColor[kBoxText][kNormal] = ReadSkinColor(file, kBox, "f_col1", "32,32,32");
+  skin.fontColor[kBoxText][kDisabled] = ReadSkinColor(file, kBox, "f_col2", "128,128,128");
+  skin.shadowColor[kBoxText][kNormal] = ReadSkinColor(file, kBox, "s_col1", kNoShadow);
+  skin.shadowColor[kBoxText][kDisabled] = ReadSkinColor(file, kBox, "s_col2", "255,255,255");
 }
 
-void ReadControls(Skin& skin) {
+void ReadControls(Skin& skin, const SectionFile& file) {
   for (const NumberKey& number : kNumbers)
-    number.field(skin) = ReadSkinInt(number.section, number.key, number.fallback);
-  skin.boxBackColor = ReadSkinColor("BOX", "backColor", "222,222,222");
-  skin.tooltipBackColor = ReadSkinColor("TOOLTIP", "backColor", "255,255,192");
-  skin.tooltipBorderColor = ReadSkinColor("TOOLTIP", "borderColor", "0,0,0");
+    number.field(skin) = ReadSkinInt(file, number.section, number.key, number.fallback);
+  skin.boxBackColor = ReadSkinColor(file, "BOX", "backColor", "222,222,222");
+  skin.tooltipBackColor = ReadSkinColor(file, "TOOLTIP", "backColor", "255,255,192");
+  skin.tooltipBorderColor = ReadSkinColor(file, "TOOLTIP", "borderColor", "0,0,0");
 }
 
 }  // namespace
@@ -173,25 +174,25 @@ void ResetNumbers(Skin& skin) {
   for (const NumberKey& number : kNumbers) number.field(skin) = number.builtin;
 }
 
-Error ReadSkinFile(Skin& skin, const char* path) {
-  const char* data = SkinText("main_data");
+Error ReadSkinFile(Skin& skin, const SectionFile& file, const char* path) {
+  const char* data = SkinText(file, "main_data");
   if (data) {
     const Error result = skin.LoadData(Beside(path, data).c_str());
     if (result.IsError()) return result;
   }
   for (int i = 0; i < kSkinColorCount; ++i)
-    skin.colors[i] = ReadSkinColor("COLORS", kNamedColors[i].key, kNamedColors[i].value);
+    skin.colors[i] = ReadSkinColor(file, "COLORS", kNamedColors[i].key, kNamedColors[i].value);
   // The built-in pictures again, in the colours of the file.
   if (!data) skin.GenerateDefaultBitmaps();
-  if (const char* shapes = SkinText("cursors")) {
+  if (const char* shapes = SkinText(file, "cursors")) {
     const Error result = skin.LoadCursors(Beside(path, shapes).c_str());
     if (result.IsError()) return result;
   }
-  skin.title = std::make_unique<FixedText<512>>(SkinText("title"));
-  ReadFonts(skin, path);
-  ReadTextSets(skin);
-  ReadBoxTextSet(skin);
-  ReadControls(skin);
+  skin.title = std::make_unique<FixedText<512>>(SkinText(file, "title"));
+  ReadFonts(skin, file, path);
+  ReadTextSets(skin, file);
+  ReadBoxTextSet(skin, file);
+  ReadControls(skin, file);
   constexpr RGB kBlack{0, 0, 0, 0};
   set_color(0, &kBlack);
   return kNoError;

@@ -5,15 +5,16 @@
 
 namespace zel {
 
+class SectionFile;
 class Skin;
 
 // The built-in values.
 void ResetNamedColors(Skin& skin);
 void ResetNumbers(Skin& skin);
 
-// Reads the current configuration file, which was loaded from `path`, over the built-in look: the
-// pictures and pointer shapes that it names, its fonts, colours and numbers. Stops at the first
-// datafile that cannot be read.
-Error ReadSkinFile(Skin& skin, const char* path);
+// Reads a file, which was loaded from `path`, over the built-in look: the pictures and pointer
+// shapes that it names, its fonts, colours and numbers. Stops at the first datafile that cannot be
+// read.
+Error ReadSkinFile(Skin& skin, const SectionFile& file, const char* path);
 
 }  // namespace zel

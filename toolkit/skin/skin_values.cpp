@@ -9,15 +9,17 @@ constexpr int kDecimal = 10;
 
 }  // namespace
 
-int ReadSkinInt(const char* section, const char* key, int fallback, int lowest, int highest) {
-  const char* text = get_config_string(Ascii(section), Ascii(key), nullptr);
-  if (!text || ugetc(text) == 0) return fallback;
+int ReadSkinInt(const SectionFile& file, const char* section, const char* key, int fallback,
+                int lowest, int highest) {
+  const char* text = file.Find(Ascii(section)).GetText(Ascii(key), nullptr);
+  if (!text) return fallback;
   const long value = ustrtol(text, nullptr, kDecimal);
   return lowest <= value && value <= highest ? static_cast<int>(value) : fallback;
 }
 
-Color ReadSkinColor(const char* section, const char* key, const char* fallback) {
-  return Color::FromText(get_config_string(Ascii(section), Ascii(key), Ascii(fallback)));
+Color ReadSkinColor(const SectionFile& file, const char* section, const char* key,
+                    const char* fallback) {
+  return Color::FromText(file.Find(Ascii(section)).GetText(Ascii(key), Ascii(fallback)));
 }
 
 }  // namespace zel

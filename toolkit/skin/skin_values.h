@@ -1,6 +1,7 @@
-// Values of the current configuration file, as skin files spell them.
+// Values as skin files spell them.
 #pragma once
 
+#include "toolkit/core/section_file.h"
 #include "toolkit/skin/color.h"
 
 namespace zel {
@@ -10,9 +11,10 @@ namespace zel {
 inline constexpr int kLargestSkinValue = 1000000;
 
 // `fallback` when the key is absent or its value lies outside lowest..highest.
-int ReadSkinInt(const char* section, const char* key, int fallback, int lowest = -kLargestSkinValue,
-                int highest = kLargestSkinValue);
+int ReadSkinInt(const SectionFile& file, const char* section, const char* key, int fallback,
+                int lowest = -kLargestSkinValue, int highest = kLargestSkinValue);
 // A colour text (see Color::FromText); `fallback` is such a text too.
-Color ReadSkinColor(const char* section, const char* key, const char* fallback);
+Color ReadSkinColor(const SectionFile& file, const char* section, const char* key,
+                    const char* fallback);
 
 }  // namespace zel

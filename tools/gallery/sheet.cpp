@@ -23,12 +23,9 @@ constexpr int kFrame = 4;  // of a grid
 void LoadCaptionFont() {
   Skin& skin = *CurrentSkin();
   if (!skin.skinFile) return;  // the built-in font is small enough
-  push_config_state();
-  set_config_file(skin.skinFile->c_str());
-  const std::string file = get_config_string(Ascii("FONT0"), Ascii("file"), Ascii("none"));
-  pop_config_state();
+  const char* file = skin.File().Find("FONT0").GetText("file", "none");
   char path[1024];
-  replace_filename(path, skin.skinFile->c_str(), file.c_str(), sizeof path);
+  replace_filename(path, skin.skinFile->c_str(), file, sizeof path);
   const int size = skin.fonts[0]->TextHeight() * 3 / 4;
   skin.SetFontFile(path, kCaptionFont, size);
 }

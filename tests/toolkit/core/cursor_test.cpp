@@ -72,8 +72,7 @@ TEST_F(CursorTest, ShadowIsTheBlurredOutlineOfTheFrame) {
 
 TEST_F(CursorTest, ShadowValuesComeFromTheMouseSection) {
   const auto expect = [](const std::string& values, Color color, int size, Point offset) {
-    set_config_data(("[MOUSE]\n" + values).c_str(), static_cast<int>(values.size()) + 8);
-    const CursorShadow look = CursorShadow::Read();
+    const CursorShadow look = CursorShadow::Read(SectionFile{"[MOUSE]\n" + values});
     EXPECT_EQ(look.GetColor(), color) << values;
     EXPECT_EQ(look.size, size) << values;
     EXPECT_EQ(look.offset, offset) << values;

@@ -88,16 +88,16 @@ TEST_F(SettingsTest, TheFirstSectionWithOneOfTheKeysStandsForAMissingOne) {
 
 TEST_F(SettingsTest, SavingKeepsTheOtherLinesOfAnyFile) {
   UseLatin1();  // which has no euro
-  const std::string before = "# " + std::string(252, 'x') + "\xE2\x82\xAC\xFF";
-  const std::string after = "\n[Other]\nscreenWidth = 6\nkey = " + std::string(200'000, 'x') + '\n';
-  const TempFile file{before + "\r\n[Toolkit]\r\nscreenwidth=5\n# last\n" + after, "a#b.cfg"};
+  const std::string before = "# " + std::string(252, 'x') + "\xE2\x82\xAC\xFF\r\n[Toolkit]\r\n";
+  const std::string after = "[Other]\nscreenWidth = 6\nkey = " + std::string(200'000, 'x') + '\n';
+  const TempFile file{before + "screenwidth=5\n# last\n" + after, "a#b.cfg"};
   Settings changed = Read(file.Path());
   changed.screenWidth = 7;
   changed.skinPath.Assign("\xE9");
   changed.Save();
-  EXPECT_TRUE(file.Content().starts_with(
-      before + "\n[Toolkit]\nscreenWidth = 7\n# last\nskinPath = \xC3\xA9\n"));
-  EXPECT_TRUE(file.Content().ends_with("\ntooltipAutohideDelay = 5000\n" + after));
+  EXPECT_TRUE(
+      file.Content().starts_with(before + "screenWidth = 7\n# last\nskinPath = \xC3\xA9\r\n"));
+  EXPECT_TRUE(file.Content().ends_with("\ntooltipAutohideDelay = 5000\r\n" + after));
 }
 
 TEST_F(SettingsTest, WhatAFileDoesNotSayStaysAsItWas) {

@@ -39,12 +39,13 @@ TEST_F(TextTest, WhatIsNoCharacterIsShownAsAllegroShowsIt) {
     EXPECT_EQ(CutToBytes(Exact(bytes).data(), 100), kept);
     EXPECT_EQ(CutToChars(Exact(bytes).data(), 100), kept);
   };
-  expect("a\xC3", "a^");                  // ends after a lead byte
-  expect("\xE2\x82", "^");                // and before the last byte
-  expect("\xE2\x82z", "^z");              // goes on too early
-  expect("\xF0\xC3\xA9", "^\xC3\xA9");    // with another character
-  expect("\x80\xBFz", "^z");              // no lead byte
-  expect("\xC0\xAFz", "^z");              // longer than need be
+  expect("a\xC3", "a^");                // ends after a lead byte
+  expect("\xE2\x82", "^");              // and before the last byte
+  expect("\xE2\x82z", "^z");            // goes on too early
+  expect("\xF0\xC3\xA9", "^\xC3\xA9");  // with another character
+  expect("\x80\xBFz", "^z");            // no lead byte
+  expect("\xC0\xAFz", "^z");            // longer than need be
+  expect("\xE0\x80\x8A\xF0\x80\x80\x80z", "^^z");
   expect("\xFF\xFE", "^^");               // never a lead byte
   expect("\xC3\xA9\xA9z", "\xC3\xA9^z");  // a tail too many
 }
