@@ -6,6 +6,8 @@
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
+#include <initializer_list>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,22 +18,26 @@
 #include "launcher/hint_file.h"
 #include "launcher/language.h"
 #include "launcher/menu_config.h"
+#include "launcher/menu_screen.h"
 #include "launcher/paths.h"
 #include "launcher/progress.h"
 #include "launcher/result_files.h"
+#include "launcher/state.h"
 #include "toolkit/core/allegro.h"
 #include "toolkit/core/bitmap_guard.h"
 #include "toolkit/core/bytes.h"
+#include "toolkit/core/screen_update.h"
 #include "toolkit/core/settings.h"
 #include "toolkit/core/text.h"
 #include "toolkit/skin/engine_font.h"
 #include "toolkit/skin/font.h"
 #include "toolkit/skin/skin.h"
+#include "tools/support/offscreen.h"
 
 namespace zel {
 namespace {
 
-constexpr Size kCanvas{96, 64};
+constexpr Size kCanvas{96, 64}, kScreen{320, 240};
 
 // Chosen by the length of the input, so that a fuzzer can find out which one matters.
 constexpr int kDepths[] = {16, 32, 8, 24, 15};
@@ -173,6 +179,49 @@ void TryText(const char* file) {
   WriteWith(Font{}, text.c_str());
 }
 
+// Writes several files, which a zero byte parts in this one.
+void Part(const char* file, std::initializer_list<const char*> names) {
+  std::string rest = ReadAll(file);
+  for (const char* name : names) {
+    const std::size_t end = std::min(rest.find('\0'), rest.size());
+    WriteBytes(name, {rest.data(), end});
+    rest.erase(0, end + 1);
+  }
+}
+
+// Draws on a bitmap of its own.
+class Canvas final : public ScreenUpdate {
+ public:
+  Canvas() { canvas.CreateEx(kDepths[0], kScreen.w, kScreen.h); }
+  Error Create() override { return kNoError; }
+};
+
+// The launcher with all files that it reads, for a second.
+void TryScreen(const char* file) {
+  static Offscreen& machine = *new Offscreen;  // which has the clock
+  if (!CurrentSkin()) machine.LoadSkin("default");
+  set_color_depth(kDepths[0]);
+  RecomputeNamedColors();
+  Part(file, {"menu.cfg", "hints.txt", "progress", "menupos.txt"});
+  paths = {.progressFile = "progress", .outputFile = "output.txt", .positionFile = "menupos.txt"};
+  layoutValues = {};
+  launcherState = {};
+  settings.screenWidth = kScreen.w;
+  settings.screenHeight = kScreen.h;
+  settings.showMouse = settings.useKeyboard = false;
+  settings.logicFrameRate = 10;
+  SetCurrentScreenUpdate(std::make_unique<Canvas>());
+  MenuScreen screen;
+  screen.MsgStart();
+  for (const int key : {KEY_DOWN, KEY_PGDN, KEY_TAB, KEY_DOWN, KEY_END, KEY_UP}) {
+    screen.HandleKey(0, key);
+    screen.MsgIdle();
+  }
+  if (screen.Config().Depth() == 1) screen.Load("menu.cfg");
+  for (int tick = 0; tick < settings.logicFrameRate; ++tick) screen.MsgIdle();
+  screen.MsgEnd();
+}
+
 constexpr std::size_t kText = 4096, kPicture = 4096;
 
 constexpr FuzzTarget kTargets[] = {
@@ -195,6 +244,7 @@ constexpr FuzzTarget kTargets[] = {
     {"progress", "progress", kText, TryProgress, "launcher/progress.cpp"},
     {"position", "menupos.txt", 512, TryPosition, ""},
     {"language", "i18n", 1024, TryLanguage, "launcher/language.cpp"},
+    {"screen", "files", 2 * kText, TryScreen, "launcher/*.cpp"},
     {"text", "a.txt", 2048, TryText, ""},
 };
 
