@@ -1,6 +1,7 @@
 #include "launcher/menu_screen.h"
 
 #include <algorithm>
+#include <chrono>
 #include <memory>
 
 #include "launcher/paths.h"
@@ -23,6 +24,11 @@ constexpr int kProgressHeight = 30;
 // A layout value, which may be any number, moved by some pixels.
 int Moved(std::int32_t value, int pixels) {
   return std::clamp(value, -kMostPixels, kMostPixels) + pixels;
+}
+
+std::int64_t Milliseconds() {
+  const auto now = std::chrono::steady_clock::now().time_since_epoch();
+  return std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
 }
 
 }  // namespace
@@ -57,7 +63,7 @@ void MenuScreen::SetUpProgress() {
 }
 
 void MenuScreen::UpdateProgress() {
-  progressValues = ReadProgressFile();
+  progressValues = progressFile.Look(Milliseconds());
   if (progressValues.Shows()) {
     if (progressBar.Hidden()) progressBar.Unhide();
     if (const int period = progressValues.PollPeriod(); period != progressPeriod) {

@@ -52,6 +52,7 @@ class MenuScreen final : public Dialog {
   HintPanel hintPanel;
   WallpaperPanel wallpaper;
   StepBar progressBar;
+  ProgressFile progressFile;
   int progressTimer = kNoTimer;
   int progressPeriod = 0;  // of the timer, in milliseconds
   int mouseTimer = kNoTimer;

@@ -17,6 +17,11 @@ constexpr int kSafely = O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
 
 bool IsPlain(const struct stat& status) { return S_ISREG(status.st_mode) && status.st_nlink <= 1; }
 
+// A link that another user has moved here, or given a second name, is not trusted.
+bool IsOwnLink(const struct stat& status) {
+  return S_ISLNK(status.st_mode) && status.st_uid == geteuid() && status.st_nlink <= 1;
+}
+
 class Descriptor {
  public:
   explicit Descriptor(int number) : number_{number} {}
@@ -58,6 +63,31 @@ std::string ReadPlainFile(const char* path, std::size_t limit) {
     text.append(block, static_cast<std::size_t>(count));
   }
   return text;
+}
+
+std::string BehindOwnLinks(const char* path) {
+  constexpr int kMostLinks = 8;
+  std::string name = path;
+  for (int i = 0; i < kMostLinks; ++i) {
+    // What is looked at is what is followed, whatever happens to the name meanwhile.
+    const Descriptor link{open(name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC)};
+    struct stat status;
+    if (link.Get() < 0 || fstat(link.Get(), &status) != 0 || !IsOwnLink(status)) break;
+    char target[4096];
+    const ssize_t length = readlinkat(link.Get(), "", target, sizeof target);
+    if (length <= 0) break;
+    const bool isAbsolute = target[0] == '/';
+    name.resize(isAbsolute ? 0 : name.rfind('/') + 1);  // 0 where there is no slash
+    name.append(target, static_cast<std::size_t>(length));
+  }
+  return name;
+}
+
+FileStamp StampOf(const char* path) {
+  struct stat status;
+  if (lstat(path, &status) != 0) return {};
+  return {status.st_size, status.st_dev, status.st_ino, status.st_ctim.tv_sec,
+          status.st_ctim.tv_nsec};
 }
 
 void WritePlainFile(const char* path, const std::string& text) {

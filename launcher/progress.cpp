@@ -14,7 +14,9 @@ namespace zel {
 namespace {
 
 constexpr std::size_t kLongestFile = 1 << 16;
-constexpr int kSlowPoll = 1000;  // milliseconds
+constexpr std::int64_t kSmallFile = 4096;  // bytes that take no longer to read than to ask about
+constexpr std::int64_t kPause = 100;       // milliseconds between two readings of a larger one
+constexpr int kSlowPoll = 1000;            // milliseconds
 
 constexpr const char* kPicture = "pic/progress.bmp";
 constexpr int kCopies = 64;     // in a run of pictures
@@ -43,7 +45,8 @@ int ProgressValues::PollPeriod() const {
 }
 
 ProgressValues ReadProgressFile() {
-  const SectionFile file = SectionFile::FromUtf8(ReadPlainFile(paths.progressFile, kLongestFile));
+  const SectionFile file = SectionFile::FromUtf8(
+      ReadPlainFile(BehindOwnLinks(paths.progressFile).c_str(), kLongestFile));
   const SectionFile::Section& said = file.Find("Progress");
   ProgressValues values{said.GetInt("StepNumber"), said.GetInt("CurrentStep"),
                         said.GetInt("ProgressHide"), said.GetInt("ProgressInterval")};
@@ -52,6 +55,21 @@ ProgressValues ReadProgressFile() {
   if (saysNothing) values.progressHide = 1;
   values.currentStep = std::min(values.currentStep, values.stepNumber);
   return values;
+}
+
+const ProgressValues& ProgressFile::Look(std::int64_t now) {
+  const FileStamp stamp = StampOf(BehindOwnLinks(paths.progressFile).c_str());
+  if (IsKnown(stamp, now)) return values_;
+  isSettled_ = stamp == stamp_;
+  stamp_ = stamp;
+  readAt_ = now;
+  values_ = ReadProgressFile();
+  return values_;
+}
+
+bool ProgressFile::IsKnown(const FileStamp& stamp, std::int64_t now) const {
+  if (stamp.size <= kSmallFile) return false;
+  return now - readAt_ < kPause || (isSettled_ && stamp == stamp_);
 }
 
 StepBar::StepBar() : picture_{LoadPicture(kPicture, nullptr)} {

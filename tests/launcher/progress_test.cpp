@@ -37,6 +37,47 @@ TEST_F(ProgressTest, TheFileSaysHowFarThingsAre) {
   EXPECT_EQ(hidden.PollPeriod(), 1000);
 }
 
+TEST_F(ProgressTest, OnlyLinksOfTheLaunchersOwnUserLeadToTheFile) {
+  WriteFile("real", "[Progress]\nCurrentStep=4\nStepNumber=10\n");
+  std::filesystem::create_directory("links");
+  std::filesystem::create_symlink("../real", "links/second");
+  std::filesystem::create_symlink("links/second", "progress");
+  EXPECT_EQ(ReadProgressFile().currentStep, 4);
+  if (lchown("links/second", 65534, 65534) == 0) {
+    EXPECT_EQ(ReadProgressFile().currentStep, 0);
+  }
+  std::filesystem::remove("progress");
+  for (const char* target : {"/dev/zero", "progress"}) {
+    std::filesystem::create_symlink(target, "progress");
+    EXPECT_EQ(ReadProgressFile().progressHide, 1) << target;
+    std::filesystem::remove("progress");
+  }
+}
+
+TEST_F(ProgressTest, ALargeFileIsReadNowAndThenAndASmallOneAtEachLook) {
+  ProgressFile file;
+  const auto look = [&file](std::int64_t now) { return file.Look(now).currentStep; };
+  const auto write = [](int step, std::size_t size) {
+    WriteFile("progress", "[Progress]\nStepNumber=9\nCurrentStep=" + std::to_string(step) + '\n' +
+                              std::string(size, '#'));
+  };
+  EXPECT_EQ(look(1000), 0);
+  for (const int step : {1, 2}) {
+    write(step, 0);
+    EXPECT_EQ(look(1000), step);
+  }
+  write(3, 5000);
+  EXPECT_EQ(look(1100), 3);
+  write(4, 5000);
+  EXPECT_EQ(look(1199), 3);
+  EXPECT_EQ(look(1200), 4);
+  EXPECT_EQ(look(1300), 4);
+  write(5, 5000);
+  EXPECT_EQ(look(1400), 5);
+  std::filesystem::remove("progress");
+  EXPECT_EQ(look(1400), 0);
+}
+
 // Although only what changes is painted, the bar looks as if it were drawn from scratch, with one
 // picture for each column.
 TEST_F(ProgressTest, TheBarIsARowOfPictures) {
