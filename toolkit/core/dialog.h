@@ -133,6 +133,9 @@ class Dialog : public Widget {
   // The bitmap that a child draws on; empty when there is none (outside the screen, or before the
   // dialog's own transition has begun).
   SubCanvas GetCanvas(const Widget* widget);
+  // Where on the screen a child shows: neither what lies in it nor what lies above it, here and in
+  // all dialogs around, paints over that.
+  PixelArea ShownPart(Widget* child) const;
   // Gives `widget`, and the containers between it and this dialog, the focus if it wants it.
   void SetFocus(Widget* widget);
   void ChangeFocus(Widget* oldFocus, Widget* newFocus);

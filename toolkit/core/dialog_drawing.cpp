@@ -29,6 +29,16 @@ void DrawWhole(Widget* widget) {
   widget->SendMessage(MSG_DRAW);
 }
 
+// Takes out of an area what a widget, or what lies in it, paints inside of a limit.
+void RemovePainted(PixelArea& area, Widget* widget, const Rect& limit) {
+  if (widget->Hidden() || widget->InTransition()) return;
+  const Rect inside = widget->Bounds().Shared(limit);
+  // There is no canvas for what begins to the left of the screen or above it.
+  if (widget->IsOpaque() && widget->x() >= 0 && widget->y() >= 0) return area.Remove(inside);
+  if (const Dialog* dialog = AsDialog(widget))
+    for (Widget* child : dialog->Children()) RemovePainted(area, child, inside);
+}
+
 }  // namespace
 
 Dialog::CanvasBase Dialog::FindCanvasBase(bool ownDrawing) const {
@@ -50,6 +60,23 @@ SubCanvas Dialog::GetCanvas(const Widget* widget) {
   const int width = std::min(widget->x2(), x2()) - widget->x();
   const int height = std::min(widget->y2(), y2()) - widget->y();
   return {Bitmap{base.bitmap}, left, top, width, height};
+}
+
+PixelArea Dialog::ShownPart(Widget* child) const {
+  PixelArea area{child->Bounds()};
+  if (const Dialog* dialog = AsDialog(child))
+    for (Widget* inside : dialog->children) RemovePainted(area, inside, child->Bounds());
+  const Widget* below = child;
+  for (const Dialog* around = this; around; around = around->parent) {
+    // What a transition draws is shown for several frames.
+    if (around->InTransition()) return PixelArea{child->Bounds()};
+    const auto found = std::find(around->children.begin(), around->children.end(), below);
+    for (auto above = found; above != around->children.end(); ++above)
+      if (*above != below) RemovePainted(area, *above, around->Bounds());
+    if (around->IsRoot()) break;
+    below = around;
+  }
+  return area;
 }
 
 void Dialog::MsgDraw() {

@@ -1,6 +1,7 @@
 #include "toolkit/core/pixel_area.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zel {
 namespace {
@@ -70,6 +71,19 @@ void PixelArea::Add(const Rect& rect) {
     const std::vector<Rect> rest = Uncovered(piece, *covered);
     open.insert(open.end(), rest.rbegin(), rest.rend());
   }
+}
+
+void PixelArea::Remove(const Rect& rect) {
+  std::vector<Rect> left;
+  for (const Rect& listed : rects_) {
+    if (!listed.Overlaps(rect)) {
+      left.push_back(listed);
+      continue;
+    }
+    for (const Rect& piece : Uncovered(listed, rect))
+      if (piece.w > 0 && piece.h > 0) left.push_back(piece);
+  }
+  rects_ = std::move(left);
 }
 
 }  // namespace zel

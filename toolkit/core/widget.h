@@ -241,6 +241,8 @@ class Widget : public Rect {
   bool IsNested() const;
   void Paint(Bitmap& canvas);
   void PaintParts(Bitmap& canvas);
+  void PaintShown(Bitmap& canvas);
+  bool DrawPart(Bitmap& canvas, const Rect& part);
 
   PixelArea dirtyParts_;  // relative to the widget
   bool opaque_ = false;

@@ -19,18 +19,34 @@ void Widget::Paint(Bitmap& canvas) {
   } else if (!TestFlag(kFlagStartAnimation) && animator->Running()) {
     animator->Draw(canvas, animationType);
   } else {
-    Draw(canvas);
+    PaintShown(canvas);
   }
+}
+
+// Paints no more than what shows, where that saves something.
+void Widget::PaintShown(Bitmap& canvas) {
+  constexpr int kManyPixels = 2000;
+  constexpr std::size_t kMostParts = 8;
+  if (w() * h() < kManyPixels) return Draw(canvas);
+  const PixelArea shown = parent->ShownPart(this);
+  if (shown.Rects().size() > kMostParts) return Draw(canvas);
+  for (const Rect& part : shown.Rects())
+    DrawPart(canvas, {part.x - x(), part.y - y(), part.w, part.h});
+}
+
+// False where the canvas does not have the part.
+bool Widget::DrawPart(Bitmap& canvas, const Rect& part) {
+  // A clip rectangle outside of the canvas would be brought to its edge, where a pixel is drawn.
+  if (!part.Overlaps({0, 0, canvas.Width(), canvas.Height()})) return false;
+  canvas.set_clip_rect(part.x, part.y, part.Right() - 1, part.Bottom() - 1);
+  Draw(canvas);
+  return true;
 }
 
 void Widget::PaintParts(Bitmap& canvas) {
   const PixelArea parts = std::exchange(dirtyParts_, {});
-  const Rect visible{0, 0, canvas.Width(), canvas.Height()};
   for (const Rect& part : parts.Rects()) {
-    // A clip rectangle outside of the canvas would be brought to its edge, where a pixel is drawn.
-    if (!part.Overlaps(visible)) continue;
-    canvas.set_clip_rect(part.x, part.y, part.Right() - 1, part.Bottom() - 1);
-    Draw(canvas);
+    if (!DrawPart(canvas, part)) continue;
     if (ScreenUpdate* update = CurrentScreenUpdate())
       update->AddDirtyRect(x() + part.x, y() + part.y, part.w, part.h);
   }

@@ -11,6 +11,11 @@ constexpr int kWhole = 100;  // percent of the parent
 
 }  // namespace
 
+void Panel::SetBitmap(int element) {
+  Widget::SetBitmap(element);
+  SetOpaque(GetBitmap() != nullptr);
+}
+
 void Panel::Draw(Bitmap& canvas) {
   if (const SkinBitmap* element = GetBitmap())
     element->DrawArea(canvas.GetBitmap(), 0, 0, 0, 0, w(), h(), 1, 1);

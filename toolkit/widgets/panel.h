@@ -5,9 +5,12 @@
 
 namespace zel {
 
-// Draws one element of the skin over its whole area.
+// Draws one element of the skin over its whole area. What a derived class does not paint it has to
+// tell with SetOpaque.
 class Panel : public Widget {
  public:
+  void SetBitmap(int element);
+
   void Draw(Bitmap& canvas) override;
   void MsgInitSkin() override;
 

@@ -168,6 +168,16 @@ TEST_F(RepaintTest, PartsAloneArePaintedAndNothingTwice) {
   EXPECT_EQ(Seen(), Rows(4, "gggggggg"));
 }
 
+TEST_F(RepaintTest, WhatIsPaintedOverIsNotPaintedBefore) {
+  Patch under{{0, 0, 60, 60}, green}, cover{{10, 10, 20, 20}, blue};
+  cover.SetOpaque(true);
+  root.Add(&under);
+  root.Add(&cover);
+  under.draws = 0;
+  Tick();
+  EXPECT_EQ(under.draws, 4) << "once for each side of the cover";
+}
+
 TEST_F(RepaintTest, ATransitionRunsFromTheOldLookToTheNew) {
   patch.SetAnimationProperties(80, 0);
   patch.StartAnimation();
