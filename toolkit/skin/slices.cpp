@@ -30,6 +30,8 @@ class Copier {
     if (isPlain) pixelBytes_ = (bitmap_color_depth(picture) + 7) / 8;
   }
 
+  // Whether pixels are copied as they are, without a look at each.
+  bool IsPlain() const { return pixelBytes_ != 0; }
   Range VisibleX() const { return {target_->cl, target_->cr}; }
   Range VisibleY() const { return {target_->ct, target_->cb}; }
 
@@ -45,15 +47,40 @@ class Copier {
                  static_cast<int>(bottom - top)});
   }
 
+  // Both fill what is visible of an area of a plain target with what its first pixels show already:
+  // the first `tile` columns, which have to be visible, or rows.
+  void RepeatColumns(Wide tile, Wide x, Wide y, Wide w, Wide h) const {
+    const Wide total = std::min(w, VisibleX().end - x);
+    const Wide first = std::max(y, VisibleY().begin), end = std::min(y + h, VisibleY().end);
+    for (Wide row = first; row < end; ++row) {
+      for (Wide done = tile; done < total; done += std::min(done, total - done))
+        CopyRow(target_, x, row, target_, x + done, row, std::min(done, total - done));
+    }
+  }
+  void RepeatRows(Wide tile, Wide x, Wide y, Wide w, Wide h) const {
+    const Wide left = std::max(x, VisibleX().begin), right = std::min(x + w, VisibleX().end);
+    if (left >= right) return;
+    const Wide end = std::min(y + h, VisibleY().end);
+    for (Wide row = y + tile; row < end; ++row)
+      CopyRow(target_, left, row - tile, target_, left, row, right - left);
+  }
+  bool ShowsColumns(Wide x, Wide w) const {
+    return x >= VisibleX().begin && x + w <= VisibleX().end;
+  }
+  bool ShowsRows(Wide y, Wide h) const { return y >= VisibleY().begin && y + h <= VisibleY().end; }
+
  private:
   void CopyVisible(Point from, const Rect& to) const {
     if (masked_) return ::masked_blit(picture_, target_, from.x, from.y, to.x, to.y, to.w, to.h);
     if (pixelBytes_ == 0) return ::blit(picture_, target_, from.x, from.y, to.x, to.y, to.w, to.h);
     // What blit does, without what it takes to be ready for other kinds of bitmaps.
-    const std::size_t bytes = static_cast<std::size_t>(to.w) * pixelBytes_;
     for (int row = 0; row < to.h; ++row)
-      std::memcpy(target_->line[to.y + row] + to.x * pixelBytes_,
-                  picture_->line[from.y + row] + from.x * pixelBytes_, bytes);
+      CopyRow(picture_, from.x, from.y + row, target_, to.x, to.y + row, to.w);
+  }
+
+  void CopyRow(const BITMAP* from, Wide sx, Wide sy, BITMAP* to, Wide dx, Wide dy, Wide w) const {
+    std::memcpy(to->line[dy] + dx * pixelBytes_, from->line[sy] + sx * pixelBytes_,
+                static_cast<std::size_t>(w) * pixelBytes_);
   }
 
   BITMAP* picture_;
@@ -67,12 +94,15 @@ class Copier {
 struct Layout {
   Wide edge, tile, start, total;
 
+  // Where the tiles end and the second edge begins.
+  Wide End() const { return start + total - edge; }
+
   // Calls draw(offset in the frame, place on the target, length) for the pieces of the line from
   // its start to its end; tiles outside of what is visible are passed over.
   template <class Draw>
   void ForEachPiece(Range visible, const Draw& draw) const {
     draw(0, start, edge);
-    const Wide end = start + total - edge;
+    const Wide end = End();
     const Wide step = std::max<Wide>(tile, 1);
     const Wide hidden = std::max<Wide>(visible.begin - (start + edge), 0);
     for (Wide at = start + edge + hidden / step * step; at < std::min(end, visible.end);
@@ -151,10 +181,24 @@ void SkinBitmap::DrawArea(DrawTarget target, int column, int row, int x, int y, 
   const Wide sx = Wide{column} * frameWidth, sy = Wide{row} * frameHeight;
   const Layout across{EdgeWidthOf(frameWidth), TileWidthOf(frameWidth), x, w};
   const Layout down{EdgeHeightOf(frameHeight), TileHeightOf(frameHeight), y, h};
+  // Of plain pixels the first tile is copied, then the first row of tiles.
+  const bool isInPicture = column >= 0 && column < columns && row >= 0 && row < rows;
+  const bool repeats = copier.IsPlain() && isInPicture && w >= 2 * across.edge;
+  const auto isTile = [repeats](const Layout& line, Wide offset, Wide length) {
+    return repeats && offset == line.edge && line.tile > 0 && length > 0;
+  };
+  bool hasRow = false;
   down.ForEachPiece(copier.VisibleY(), [&](Wide offsetY, Wide top, Wide height) {
+    if (isTile(down, offsetY, height) && hasRow) return;
+    bool hasTile = false;
     across.ForEachPiece(copier.VisibleX(), [&](Wide offsetX, Wide left, Wide width) {
+      if (isTile(across, offsetX, width) && hasTile) return;
       copier.Copy(sx + offsetX, sy + offsetY, left, top, width, height);
+      hasTile = isTile(across, offsetX, width) && copier.ShowsColumns(left, width);
+      if (hasTile) copier.RepeatColumns(across.tile, left, top, across.End() - left, height);
     });
+    hasRow = isTile(down, offsetY, height) && copier.ShowsRows(top, height);
+    if (hasRow) copier.RepeatRows(down.tile, x, top, w, down.End() - top);
   });
 }
 
