@@ -86,6 +86,22 @@ void ScrollView::SetContentSize(int width, int height) {
   UpdateLayout();
 }
 
+bool ScrollView::NeedsBars(int width, int height) const {
+  const int roomX = w() - marginLeft - marginRight, roomY = h() - marginTop - marginBottom;
+  return WillShow(hMode, roomX, width) || WillShow(vMode, roomY, height);
+}
+
+void ScrollView::ReplaceContent(int width, int height, int overhang) {
+  const bool hasBars = hShown || vShown || NeedsBars(contentW, contentH);
+  if (hasBars || NeedsBars(width, height)) return SetContentSize(width, height);
+  const Rect changed{0, 0, marginLeft + std::max(contentW, width) + overhang,
+                     marginTop + std::max(contentH, height) + overhang};
+  contentW = width;
+  contentH = height;
+  content.RedrawPart(changed);
+  RedrawBehind(&content, changed);
+}
+
 void ScrollView::SetScrollModes(int horizontal, int vertical) {
   hMode = horizontal;
   vMode = vertical;
@@ -197,6 +213,7 @@ void TextView::MsgInitSkin() {
   TakeTextSet(kEditText);
   ScrollView::MsgInitSkin();
   UpdateContentSize();
+  Redraw();
 }
 
 void TextView::MsgGotFocus() {
@@ -220,7 +237,7 @@ void TextView::UpdateContentSize() {
   int widest = 0;
   for (const std::string& line : lines) widest = std::max(widest, font.TextLength(line.c_str()));
   const auto count = static_cast<std::int64_t>(lines.size());
-  SetContentSize(widest, InLimits(font.TextHeight() * count));
+  ReplaceContent(widest, InLimits(font.TextHeight() * count), font.TextHeight());
 }
 
 void TextView::Clear() {

@@ -85,9 +85,14 @@ class ScrollView : public Dialog {
   bool hShown = false;
   bool vShown = false;
 
+  // The same as SetContentSize for a content that changes only where the old one was and where the
+  // new one is; pictures may reach `overhang` pixels farther.
+  void ReplaceContent(int width, int height, int overhang);
+
  private:
   void ClampScroll();
   void ScrollByWheel(const Widget* sender, int steps);
+  bool NeedsBars(int width, int height) const;
   void DecideBars();
   void PlaceBars();
 };

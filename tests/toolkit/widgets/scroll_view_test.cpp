@@ -61,6 +61,17 @@ TEST_F(ViewTest, LinesComeFromTextsAndFiles) {
   EXPECT_EQ(Position(), Point(0, 0)) << "a new text shows from its start";
 }
 
+TEST_F(ViewTest, AnotherTextRepaintsLinesAlone) {
+  for (const char* text : {"I\nI", "l\nl\nl", "I", ""}) {
+    Copied();
+    view.SetText(text);
+    EXPECT_LT(Copied(), 200 * 100 / 2) << text;
+    const Rows seen = Frame();
+    root->Redraw();
+    EXPECT_EQ(Frame(), seen) << text;
+  }
+}
+
 TEST_F(ViewTest, TextHasTheColourOfTheFocus) {
   view.SetText("I");
   view.SetFontColor(red, Color{}, kFocused);
