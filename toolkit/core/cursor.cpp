@@ -97,6 +97,7 @@ CursorShadow CursorShadow::Read(const SectionFile& file) {
 
 void Cursor::Create(const SkinBitmap& picture, int count) {
   frames.clear();
+  shadows.clear();
   frameCount = 0;
   position = 0;
   if (picture.IsEmpty()) return;
@@ -107,17 +108,11 @@ void Cursor::Create(const SkinBitmap& picture, int count) {
     frame.Create(width, picture.Height());
     picture.blit(frame, i * width, 0, 0, 0, width, picture.Height());
   }
-  MakeShadows();
-}
-
-void Cursor::MakeShadows() {
-  shadows.clear();
-  for (const SkinBitmap& frame : frames) shadows.push_back(MakeShadow(frame, shadowLook));
 }
 
 void Cursor::SetShadow(const CursorShadow& look) {
   shadowLook = look;
-  MakeShadows();
+  shadows.clear();
 }
 
 void Cursor::CreateDefault() {
@@ -173,6 +168,9 @@ SkinBitmap* Cursor::GetFrame() {
 }
 
 SkinBitmap* Cursor::GetShadow() {
+  // Most shapes are never shown, so that their shadows wait until they are asked for.
+  if (shadows.empty())
+    for (const SkinBitmap& frame : frames) shadows.push_back(MakeShadow(frame, shadowLook));
   return frameCount > 0 ? &shadows[static_cast<std::size_t>(position)] : nullptr;
 }
 

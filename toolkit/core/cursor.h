@@ -52,11 +52,11 @@ class Cursor {
   Cursor(const Cursor&) = delete;
   Cursor& operator=(const Cursor&) = delete;
 
-  // Cuts a picture into `count` strips of equal width (brought to 1..the picture's width) and makes
-  // their shadows, which are placeholders while the settings switch shadows off. An empty picture
-  // leaves no frames. Hotspot and animation interval stay.
+  // Cuts a picture into `count` strips of equal width (brought to 1..the picture's width). An empty
+  // picture leaves no frames. Hotspot and animation interval stay.
   void Create(const SkinBitmap& picture, int count);
-  // Makes the shadows of these and of later frames look like that.
+  // Makes the shadows of these and of later frames look like that. They are placeholders while the
+  // settings switch shadows off.
   void SetShadow(const CursorShadow& look);
   const CursorShadow& GetShadowLook() const { return shadowLook; }
   const std::vector<SkinBitmap>& GetFrames() const { return frames; }
@@ -78,8 +78,6 @@ class Cursor {
   SkinBitmap* GetShadow();
 
  private:
-  void MakeShadows();
-
   std::vector<SkinBitmap> frames;
   std::vector<SkinBitmap> shadows;
   Point hotspot;
