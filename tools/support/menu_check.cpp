@@ -1,0 +1,419 @@
+#include "tools/support/menu_check.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <cstdlib>
+#include <initializer_list>
+#include <map>
+#include <set>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "imageformats/load.h"
+#include "launcher/hint_file.h"
+#include "launcher/menu_config.h"
+#include "launcher/whole_file.h"
+#include "toolkit/core/section_file.h"
+#include "toolkit/core/settings.h"
+#include "toolkit/skin/engine_font.h"
+#include "toolkit/skin/skin.h"
+
+namespace zel {
+namespace {
+
+constexpr const char* kMainMenu = "menu.cfg";
+constexpr const char* kSettingsFile = "zel.cfg";
+constexpr const char* kProgressPicture = "pic/progress.bmp";
+constexpr const char* kGeneral = "MENU_CONFIGURATION";
+constexpr char kForeign = '^';       // stands for a character beyond ASCII
+constexpr int kLargestStatus = 255;  // what a process can end with
+// What the launcher keeps of a text, of the name of a file and of an item's string, in bytes; most
+// languages have one for each character.
+constexpr std::size_t kLongestText = 1023, kLongestName = 259, kLongestOutput = 255;
+
+constexpr Size kScreens[] = {{640, 480}, {800, 600}, {1024, 768}};
+
+enum class Kind { kText, kNumber, kColor, kName, kFile, kPicture };
+struct Key {
+  const char* name;
+  Kind kind;
+  bool isTranslated = false;  // may be followed by a point and a language
+};
+constexpr Key kScreenKeys[] = {
+    {"Background", Kind::kPicture},  {"MenuLeft", Kind::kNumber},
+    {"MenuTop", Kind::kNumber},      {"MenuWidth", Kind::kNumber},
+    {"MenuHeight", Kind::kNumber},   {"HintLeft", Kind::kNumber},
+    {"HintTop", Kind::kNumber},      {"HintWidth", Kind::kNumber},
+    {"HintHeight", Kind::kNumber},   {"ProgressX", Kind::kNumber},
+    {"ProgressY", Kind::kNumber},    {"ProgressW", Kind::kNumber},
+    {"MenuTitle", Kind::kText},      {"HintTitle", Kind::kText},
+    {"HintFile", Kind::kFile, true}, {"LinesNumber", Kind::kNumber},
+    {"BacklineColor", Kind::kColor},
+};
+using Keys = std::span<const Key>;
+constexpr Keys kGeneralKeys = kScreenKeys;
+constexpr Keys kSizeKeys = kGeneralKeys.first(12);  // what a section for one size may have
+constexpr Key kItemKeys[] = {
+    {"Title", Kind::kText, true},      {"Icon", Kind::kPicture},       {"Submenu", Kind::kFile},
+    {"ExCode", Kind::kNumber},         {"ExString", Kind::kText},      {"HintSection", Kind::kText},
+    {"WaitForFile", Kind::kName},      {"WaitWhileFile", Kind::kName}, {"Timeout", Kind::kNumber},
+    {"ShowIfFileExists", Kind::kName}, {"Disable", Kind::kNumber},     {"Color", Kind::kColor},
+    {"Separator", Kind::kNumber},
+};
+
+// Settings that are no numbers.
+constexpr const char* kSettingTexts[] = {"skinPath", "gfxMode", "soundDriver", "midiDriver"};
+
+// A hint file, and the sections of it that items name.
+struct Hints {
+  explicit Hints(const std::string& name) : file{name.c_str()} {}
+  HintFile file;
+  std::set<std::string> used;
+};
+
+// What one check has come to know.
+struct Knowledge {
+  std::set<std::string> findings;
+  std::map<std::string, Hints> hintFiles;
+  std::map<std::string, std::vector<std::string>> submenus;  // that a menu file opens
+};
+Knowledge known;
+
+// One line on standard output: what is wrong, and where.
+class Place {
+ public:
+  explicit Place(std::string fileName, std::string section = {}, std::string key = {})
+      : text_{std::move(fileName)} {
+    if (!section.empty()) text_ += ": [" + section + "]";
+    if (!key.empty()) text_ += (section.empty() ? ": " : " ") + key;
+  }
+  void Report(const std::string& what) const {
+    const std::string line = text_ + ": " + what;
+    if (known.findings.insert(line).second) std::puts(line.c_str());
+  }
+
+ private:
+  std::string text_;
+};
+
+std::string Lower(std::string text) {
+  for (char& c : text) c = static_cast<char>(utolower(static_cast<unsigned char>(c)));
+  return text;
+}
+
+using Section = SectionFile::Section;
+
+void ReportUnread(const Place& place, const std::string& key) {
+  place.Report(key.rfind('[', 0) == 0 ? "is no section head" : "nobody reads this key");
+}
+
+// What stands there twice, and what stands before the first section.
+void CheckTwice(const std::string& file, const SectionFile& content) {
+  for (const SectionFile::Entry& entry : content.Loose())
+    ReportUnread(Place{file, {}, entry.name}, entry.name);
+  for (const Section& section : content.Sections()) {
+    if (section.Heads().size() > 1)
+      Place{file, section.Name()}.Report("begins more than once; of each key the first counts");
+    for (const SectionFile::Entry& entry : section.Entries())
+      if (section.Find(entry.name.c_str()) != &entry)
+        Place{file, section.Name(), entry.name}.Report("stands there twice; the first counts");
+  }
+}
+
+// One byte for each character.
+std::string ReadMenuFile(const std::string& name) {
+  std::string text = ReadWhole(name.c_str());
+  std::erase_if(text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; });
+  std::replace_if(
+      text.begin(), text.end(), [](char c) { return !IsAscii(c); }, kForeign);
+  return text;
+}
+
+const Key* FindKey(Keys keys, const std::string& name) {
+  for (const Key& key : keys) {
+    if (Lower(name) == Lower(key.name)) return &key;
+    const std::string stem = std::string{key.name} + ".";
+    if (key.isTranslated && Lower(name).compare(0, stem.size(), Lower(stem)) == 0) return &key;
+  }
+  return nullptr;
+}
+
+void CheckNumber(const Place& place, const std::string& value) {
+  char* end = nullptr;
+  const long long number = std::strtoll(value.c_str(), &end, 0);
+  if (*end != '\0')
+    place.Report("\"" + value + "\" is no number");
+  else if (!std::in_range<int>(number))
+    place.Report("\"" + value + "\" is too large");
+}
+
+void CheckColor(const Place& place, const std::string& value) {
+  int rest = 0, r = 0, g = 0, b = 0;
+  const bool isWhole = std::sscanf(value.c_str(), "%d,%d,%d%n", &r, &g, &b, &rest) == 3 &&
+                       rest == static_cast<int>(value.size());
+  if (!isWhole || std::min({r, g, b}) < 0 || std::max({r, g, b}) > 255)
+    place.Report("\"" + value + "\" is no colour of the form 255,255,255");
+}
+
+void CheckPicture(const Place& place, const std::string& name) {
+  if (!FileExists(name.c_str()))
+    place.Report("there is no file " + name);
+  else if (!BitmapPtr{LoadPicture(name.c_str(), nullptr)})
+    place.Report(name + " is no readable picture");
+}
+
+void CheckLength(const Place& place, std::size_t longest, const std::string& value) {
+  if (value.size() > longest) place.Report("cut to " + std::to_string(longest) + " bytes");
+}
+
+void CheckValue(const Place& place, Kind kind, const std::string& value) {
+  if (value.empty()) return;
+  CheckLength(place, kind >= Kind::kName ? kLongestName : kLongestText, value);
+  switch (kind) {
+    case Kind::kNumber:
+      return CheckNumber(place, value);
+    case Kind::kColor:
+      return CheckColor(place, value);
+    case Kind::kPicture:
+      return CheckPicture(place, value);
+    case Kind::kFile:
+      if (!FileExists(value.c_str())) place.Report("there is no file " + value);
+      return;
+    case Kind::kText:
+    case Kind::kName:
+      return;
+  }
+}
+
+void CheckKeys(const std::string& file, const Section& section, Keys keys) {
+  for (const auto& [name, value, line] : section.Entries()) {
+    const Place place{file, section.Name(), name};
+    if (const Key* key = FindKey(keys, name))
+      CheckValue(place, key->kind, value);
+    else
+      ReportUnread(place, name);
+  }
+}
+
+// What a section says for a key, in all languages.
+std::vector<std::string> Values(const Section& section, Keys keys, const char* name) {
+  std::vector<std::string> values;
+  for (const SectionFile::Entry& entry : section.Entries())
+    if (const Key* key = FindKey(keys, entry.name); key && std::string_view{key->name} == name)
+      if (!entry.value.empty()) values.push_back(entry.value);
+  return values;
+}
+
+// The number of a section "LINE12", without zeros before it; below 1 for any other section.
+int LineNumber(const std::string& section) {
+  constexpr std::size_t kStem = 4;
+  int number = 0;
+  if (section.size() > kStem)
+    std::from_chars(section.data() + kStem, section.data() + section.size(), number);
+  return Lower(section) == "line" + std::to_string(number) ? number : 0;
+}
+
+// The keys of a section that describes the screen; none for any other.
+Keys ScreenKeys(const std::string& section) {
+  if (Lower(section) == Lower(kGeneral)) return kGeneralKeys;
+  const bool isForASize =
+      std::any_of(std::begin(kScreens), std::end(kScreens), [&section](const Size& size) {
+        return Lower(section) == Lower(std::string{kGeneral} + "_" + std::to_string(size.w) + "x" +
+                                       std::to_string(size.h));
+      });
+  return isForASize ? kSizeKeys : Keys{};
+}
+
+// The explanation of an item in all languages.
+void CheckHint(const Place& place, const SectionFile& content, const std::string& hint) {
+  const std::vector<std::string> names = Values(content.Find(kGeneral), kScreenKeys, "HintFile");
+  if (names.empty()) place.Report("there is no HintFile");
+  // The hint files of a menu may each write the name in an encoding of their own.
+  if (hint.find(kForeign) != std::string::npos) return;
+  for (const std::string& name : names) {
+    if (!FileExists(name.c_str())) continue;  // which is another finding
+    Hints& hints = known.hintFiles.try_emplace(name, name).first->second;
+    hints.used.insert(hint);
+    if (hints.file.Fill(hint.c_str()).empty()) place.Report(name + " has no text for " + hint);
+  }
+}
+
+void CheckHintFiles() {
+  for (const auto& [name, hints] : known.hintFiles) {
+    std::set<std::string> seen;
+    for (const HintFile::Section& section : hints.file.Sections()) {
+      const Place place{name, section.name};
+      const bool isAscii = std::all_of(section.name.begin(), section.name.end(), IsAscii);
+      if (isAscii && !hints.used.contains(section.name)) place.Report("no item shows this text");
+      if (!seen.insert(section.name).second)
+        place.Report("begins more than once; the first counts");
+      if (!section.isClosed) place.Report("no line [end:...] closes it");
+    }
+  }
+}
+
+// Answers the menu file that the item opens, or nothing.
+std::string CheckItem(const std::string& file, const SectionFile& content, const Section& item) {
+  const std::string& section = item.Name();
+  const auto text = [&item](const char* key) { return std::string{item.GetText(key)}; };
+  const auto number = [&item](const char* key) { return item.GetInt(key); };
+  const std::string hint = text("HintSection"), submenu = text("Submenu");
+  const bool isSeparator = number("Separator") != 0;
+  if (!hint.empty()) CheckHint(Place{file, section, "HintSection"}, content, hint);
+  if (!isSeparator && text("Icon").empty() && text("Title").empty())
+    Place{file, section}.Report(Values(item, kItemKeys, "Title").empty()
+                                    ? "never shown: neither title nor icon nor separator"
+                                    : "not shown in English");
+  if (number("Disable") > 0) return {};
+  if (isSeparator || !submenu.empty()) return submenu;
+  if (const int code = number("ExCode"); code < 0 || code > kLargestStatus)
+    Place{file, section, "ExCode"}.Report("scripts see the exit status " +
+                                          std::to_string(code & kLargestStatus));
+  if (text("ExCode").empty() && !text("ExString").empty())
+    Place{file, section}.Report("without ExCode the exit status is 0, as after a failure");
+  CheckLength(Place{file, section, "ExString"}, kLongestOutput, text("ExString"));
+  if (number("Timeout") > 0 && text("WaitForFile").empty() && text("WaitWhileFile").empty())
+    Place{file, section, "Timeout"}.Report("there is no file to wait for");
+  return {};
+}
+
+// What the file says, whether the launcher looks there or not. Answers the menu files that it
+// opens.
+std::vector<std::string> CheckSections(const std::string& file, int lines) {
+  const SectionFile content{ReadMenuFile(file)};
+  CheckTwice(file, content);
+  std::vector<std::string> submenus;
+  for (const Section& section : content.Sections()) {
+    const Place place{file, section.Name()};
+    if (const int number = LineNumber(section.Name()); number > 0) {
+      CheckKeys(file, section, kItemKeys);
+      if (number > lines)
+        place.Report("never shown: LinesNumber is " + std::to_string(lines));
+      else if (std::string submenu = CheckItem(file, content, section); !submenu.empty())
+        submenus.push_back(std::move(submenu));
+    } else if (const Keys keys = ScreenKeys(section.Name()); !keys.empty()) {
+      CheckKeys(file, section, keys);
+    } else if (!section.Name().empty()) {
+      place.Report("nobody reads this section");
+    }
+  }
+  return submenus;
+}
+
+// Any number may be in the file, so no sum may overflow.
+bool Fits(int from, int length, int room) {
+  return from >= 0 && length >= 0 && length <= room && from <= room - length;
+}
+
+void CheckPanel(const Place& place, const char* name, const Rect& panel) {
+  if (!Fits(panel.x, panel.w, settings.screenWidth) ||
+      !Fits(panel.y, panel.h, settings.screenHeight))
+    place.Report(std::string{"the "} + name + " does not fit a screen of " +
+                 std::to_string(settings.screenWidth) + " x " +
+                 std::to_string(settings.screenHeight));
+}
+
+void CheckLayout(const std::string& file, bool hasHints) {
+  const LayoutValues& at = layoutValues;
+  const Place place{file};
+  constexpr int kBarHeight = 30;
+  CheckPanel(place, "menu", {at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight});
+  if (hasHints)
+    CheckPanel(place, "explanation", {at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight});
+  CheckPanel(place, "progress bar", {at.progressX, at.progressY, at.progressW, kBarHeight});
+}
+
+// A walk through the tree of menus.
+struct Walk {
+  MenuConfig menu;
+  std::set<std::string> seen;
+  std::set<std::string> open;  // the files that led here
+};
+
+void CheckMenu(Walk& walk, const std::string& file) {
+  walk.menu.Read(file.c_str());
+  CheckLayout(file, !walk.menu.hintFile.IsEmpty());
+  if (walk.menu.items.empty()) Place{file}.Report("the menu is empty");
+  const auto [found, isUnknown] = known.submenus.try_emplace(file);
+  if (isUnknown) found->second = CheckSections(file, walk.menu.lineCount);
+  if (walk.seen.insert(file).second) {
+    walk.open.insert(file);
+    for (const std::string& submenu : found->second) {
+      if (walk.open.contains(submenu))
+        Place{file}.Report("opens " + submenu + ", which leads here");
+      else if (FileExists(submenu.c_str()))
+        CheckMenu(walk, submenu);
+    }
+    walk.open.erase(file);
+  }
+  if (walk.menu.Depth() > 1) walk.menu.Read(nullptr);
+}
+
+void CheckSetting(const std::string& section, const SectionFile::Entry& entry) {
+  const Place place{kSettingsFile, section, entry.name};
+  const bool isText =
+      std::any_of(std::begin(kSettingTexts), std::end(kSettingTexts),
+                  [&entry](const char* text) { return Lower(text) == Lower(entry.name); });
+  if (!Settings::IsKey(entry.name.c_str()))
+    ReportUnread(place, entry.name);
+  else if (!isText)
+    CheckNumber(place, entry.value);
+}
+
+void CheckSettings() {
+  if (!FileExists(kSettingsFile)) {
+    Place{kSettingsFile}.Report("there is no such file, the defaults hold");
+    return;
+  }
+  settings.Load(kSettingsFile);
+  const SectionFile content{ReadMenuFile(kSettingsFile)};
+  for (const Section& section : content.Sections()) {
+    if (Lower(section.Name()) != Lower(settings.Section())) {
+      Place{kSettingsFile, section.Name()}.Report("nobody reads this section");
+      continue;
+    }
+    for (const SectionFile::Entry& entry : section.Entries()) CheckSetting(section.Name(), entry);
+  }
+  CheckTwice(kSettingsFile, content);
+}
+
+void CheckSkin() {
+  set_color_depth(32);
+  RecomputeNamedColors();
+  set_color_conversion(PictureConversion());
+  if (!EngineInit()) return;
+  {
+    const Skin skin{settings.skinPath};
+    std::string what = skin.GetError().GetDescription();
+    what.pop_back();  // the line feed
+    if (skin.GetError().IsError()) Place{settings.skinPath.c_str()}.Report(what);
+  }
+  EngineExit();
+}
+
+}  // namespace
+
+bool CheckMenuTree() {
+  known = {};
+  settings = {};
+  CheckSettings();
+  CheckSkin();
+  CheckPicture(Place{"progress bar"}, kProgressPicture);
+  if (!FileExists(kMainMenu)) Place{kMainMenu}.Report("there is no such file");
+  std::vector<Size> screens(std::begin(kScreens), std::end(kScreens));
+  screens.push_back({settings.screenWidth, settings.screenHeight});
+  for (const Size& size : screens) {
+    settings.screenWidth = size.w;
+    settings.screenHeight = size.h;
+    layoutValues = {};
+    Walk walk;
+    if (FileExists(kMainMenu)) CheckMenu(walk, kMainMenu);
+  }
+  CheckHintFiles();
+  return known.findings.empty();
+}
+
+}  // namespace zel
