@@ -32,6 +32,7 @@
 #include "toolkit/skin/engine_font.h"
 #include "toolkit/skin/font.h"
 #include "toolkit/skin/skin.h"
+#include "tools/support/menu_check.h"
 #include "tools/support/offscreen.h"
 
 namespace zel {
@@ -131,9 +132,16 @@ void TrySkin(const char* file) {
       Require(0 <= index && index < Skin::kFonts, "a text set has a font");
 }
 
+// What was saved once is saved alike ever after.
 void TrySettings(const char* file) {
-  settings.Load(file);
-  settings.Save();
+  std::string saved[2];
+  for (std::string& text : saved) {
+    settings = {};
+    settings.Load(file);
+    settings.Save();
+    text = ReadAll(file);
+  }
+  Require(saved[0] == saved[1], "settings come back as they were saved");
   Require(settings.UsableFrameRate() >= 1 && settings.UsableMouseSpeed() != 0, "can be used");
 }
 
@@ -222,6 +230,12 @@ void TryScreen(const char* file) {
   screen.MsgEnd();
 }
 
+void TryTree(const char* file) {
+  Part(file, {"menu.cfg", "zel.cfg", "hints.txt"});
+  set_uformat(U_ASCII);
+  CheckMenuTree();
+}
+
 constexpr std::size_t kText = 4096, kPicture = 4096;
 
 constexpr FuzzTarget kTargets[] = {
@@ -246,6 +260,8 @@ constexpr FuzzTarget kTargets[] = {
     {"language", "i18n", 1024, TryLanguage, "launcher/language.cpp"},
     {"screen", "files", 2 * kText, TryScreen, "launcher/*.cpp"},
     {"text", "a.txt", 2048, TryText, ""},
+    {"tree", "files", 2 * kText, TryTree,
+     "tools/support/menu_check.cpp launcher/menu_*.cpp toolkit/core/settings.cpp"},
 };
 
 // A picture with two characters on a grid of marks.
