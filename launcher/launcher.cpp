@@ -74,6 +74,28 @@ void SaveDirectory() {
   std::exit(EXIT_SUCCESS);
 }
 
+std::string DirectoryOf(const std::string& path) { return path.substr(0, path.rfind('/') + 1); }
+
+void LimitWritingTo(const std::vector<std::string>& devices) {
+  LimitWriting({DirectoryOf(paths.outputFile), DirectoryOf(paths.positionFile)}, devices);
+}
+
+// What may have to be opened for writing later: the mouse, when its server appears, and the
+// console, which is hung up for all when the leader of its session ends.
+std::vector<std::string> LateDevices() {
+  const char* const* mice = std::begin(kMice);
+  while (!FileExists(*mice) && *mice != kDevices) ++mice;
+  const char* terminal = ttyname(STDIN_FILENO);
+  return {*mice, kOldMouse, get_config_string(Ascii("mouse"), Ascii("mouse_device"), Ascii("")),
+          terminal ? terminal : ""};
+}
+
+// With graphics and input, skin and menu need no more than their files.
+void LimitMenu() {
+  LimitWritingTo(LateDevices());
+  LimitCalls();
+}
+
 Error TryFallbackModes(Error result) {
   for (const FallbackMode& mode : kFallbackModes) {
     if (result != Error{kGraphicsError}) break;
@@ -83,14 +105,14 @@ Error TryFallbackModes(Error result) {
     settings.screenHeight = mode.height;
     settings.colorDepth = mode.depth;
     settings.antialiasing = mode.antialiasing;
-    result = InstallToolkit(nullptr);
+    result = InstallToolkit(nullptr, LimitMenu);
   }
   return result;
 }
 
 // Returns only with a graphics mode and a running toolkit.
 void BringUpGraphics() {
-  const Error result = TryFallbackModes(InstallToolkit(kSettingsFile));
+  const Error result = TryFallbackModes(InstallToolkit(kSettingsFile, LimitMenu));
   if (!result.IsError()) return;
   // Scripts must not take what an earlier run wrote for the result of this one.
   DeleteOutputFile();
@@ -104,26 +126,6 @@ void DecideAboutMouse() {
   launcherState.mousePending = !serverRuns;
   settings.showMouse = serverRuns;
   if (!serverRuns) remove_mouse();
-}
-
-std::string DirectoryOf(const std::string& path) { return path.substr(0, path.rfind('/') + 1); }
-
-void LimitWritingTo(const std::vector<std::string>& devices) {
-  LimitWriting({DirectoryOf(paths.outputFile), DirectoryOf(paths.positionFile)}, devices);
-}
-
-// What is opened for writing when the mouse server appears.
-std::vector<std::string> LateDevices() {
-  if (!launcherState.mousePending) return {};
-  const char* const* mice = std::begin(kMice);
-  while (!FileExists(*mice) && *mice != kDevices) ++mice;
-  return {*mice, kOldMouse, get_config_string(Ascii("mouse"), Ascii("mouse_device"), Ascii(""))};
-}
-
-// With graphics and input, the menu needs no more than its files.
-void LimitMenu() {
-  LimitWritingTo(LateDevices());
-  LimitCalls();
 }
 
 void RunMenu() {
@@ -158,7 +160,6 @@ int RunForAnyone() {
   SetupEncoding();
   BringUpGraphics();
   DecideAboutMouse();
-  LimitMenu();
   RunMenu();
   ExitToolkit();
   ChangeDirectory(Directory::kSaved);

@@ -150,7 +150,7 @@ Error LoadCurrentSkin() {
 
 }  // namespace
 
-Error InstallToolkit(const char* configFile) {
+Error InstallToolkit(const char* configFile, void (*ready)()) {
   if (!InstallAllegro()) return kAllegroError;
   settings.Load(configFile);
   const Error mode = ChangeScreenMode(settings.gfxMode, settings.fullscreen, settings.screenWidth,
@@ -158,6 +158,7 @@ Error InstallToolkit(const char* configFile) {
   if (mode.IsError()) return mode;
   const Error input = InstallInput();
   if (input.IsError()) return input;
+  if (ready) ready();
   return LoadCurrentSkin();
 }
 
