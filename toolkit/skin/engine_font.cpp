@@ -103,11 +103,15 @@ void Convert(GlyphImage& image, FT_Render_Mode mode, bool isMono) {
   }
 }
 
-std::unique_ptr<GlyphImage> Render(FT_Face face, unsigned index, FT_Render_Mode mode) {
-  auto image = std::make_unique<GlyphImage>();
+bool LoadGlyph(FT_Face face, unsigned index, FT_Render_Mode mode) {
   // In two tones a stem that is not moved onto the grid of pixels can vanish.
   const FT_Int32 load = mode == FT_RENDER_MODE_MONO ? FT_LOAD_TARGET_MONO : FT_LOAD_DEFAULT;
-  if (FT_Load_Glyph(face, index, load) != 0) return image;
+  return FT_Load_Glyph(face, index, load) == 0;
+}
+
+std::unique_ptr<GlyphImage> Render(FT_Face face, unsigned index, FT_Render_Mode mode) {
+  auto image = std::make_unique<GlyphImage>();
+  if (!LoadGlyph(face, index, mode)) return image;
   if (!IsDrawable(face->glyph->metrics) || FT_Render_Glyph(face->glyph, mode) != 0) return image;
   const FT_Bitmap& bitmap = face->glyph->bitmap;
   const bool isMono = bitmap.pixel_mode == FT_PIXEL_MODE_MONO;
@@ -141,29 +145,45 @@ unsigned GlyphIndex(EngineFont& face, int character) {
   return index;
 }
 
-// The glyph of a character with its advance; null when the face has none.
-Glyph* GetGlyph(EngineFont& face, int character, unsigned* index) {
-  *index = GlyphIndex(face, character);
-  Glyph* glyph = face.glyphs.At(*index);
-  if (!glyph || glyph->cached) return glyph;
-  glyph->cached = true;
-  if (FT_Load_Glyph(face.ftFace, *index, FT_LOAD_DEFAULT) == 0) {
-    glyph->advanceX = static_cast<int>(face.ftFace->glyph->advance.x >> kSubpixelBits);
-    glyph->advanceY = static_cast<int>(face.ftFace->glyph->advance.y >> kSubpixelBits);
+FT_Render_Mode ModeOf(bool antialiased) {
+  return antialiased ? FT_RENDER_MODE_NORMAL : FT_RENDER_MODE_MONO;
+}
+
+// A form of a glyph with its advance.
+const Glyph::Form& Measure(EngineFont& face, Glyph& glyph, unsigned index, bool antialiased) {
+  Glyph::Form& form = antialiased ? glyph.gray : glyph.mono;
+  if (std::exchange(form.isMeasured, true)) return form;
+  if (LoadGlyph(face.ftFace, index, ModeOf(antialiased))) {
+    form.advanceX = static_cast<int>(face.ftFace->glyph->advance.x >> kSubpixelBits);
+    form.advanceY = static_cast<int>(face.ftFace->glyph->advance.y >> kSubpixelBits);
   }
-  return glyph;
+  return form;
 }
 
 const GlyphImage& GetImage(EngineFont& face, Glyph& glyph, unsigned index, bool antialiased) {
-  std::unique_ptr<GlyphImage>& image = antialiased ? glyph.gray : glyph.mono;
-  if (!image)
-    image = Render(face.ftFace, index, antialiased ? FT_RENDER_MODE_NORMAL : FT_RENDER_MODE_MONO);
+  std::unique_ptr<GlyphImage>& image = (antialiased ? glyph.gray : glyph.mono).image;
+  if (!image) image = Render(face.ftFace, index, ModeOf(antialiased));
   return *image;
 }
 
-int LeftEnd(EngineFont& face, const char* text, int x, int align) {
-  if (align == kAlignRight) return x - EngineTextLength(face, text);
-  if (align == kAlignCentre) return x - EngineTextLength(face, text) / 2;
+int MeasureText(EngineFont& face, const char* text, bool antialiased) {
+  int length = 0;
+  for (const char* position = text; *position != '\0';) {
+    const unsigned index = GlyphIndex(face, ugetxc(&position));
+    Glyph* glyph = face.glyphs.At(index);
+    if (!glyph) continue;
+    const int advance = Measure(face, *glyph, index, antialiased).advanceX;
+    if (advance != 0) length += advance + face.spacing;
+  }
+  return length;
+}
+
+// A palette has no colours between that of the text and those below.
+bool HasColorsBetween(int depth) { return depth > 8; }
+
+int LeftEnd(int x, int length, int align) {
+  if (align == kAlignRight) return x - length;
+  if (align == kAlignCentre) return x - length / 2;
   return x;
 }
 
@@ -175,21 +195,24 @@ void FillBehind(BITMAP* target, const Rect& line) {
 void DrawLine(BITMAP* target, EngineFont& face, const char* text, int x, int y, Color color,
               int align, bool antialiased) {
   if (!target || target->cr <= target->cl) return;
-  x = LeftEnd(face, text, x, align);
+  // Also what can be drawn antialiased over a background must be as long as it was measured.
+  const bool spacedForGray = antialiased && HasColorsBetween(bitmap_color_depth(target));
+  antialiased = spacedForGray || (antialiased && textBackground.IsSet());
+  const bool needsLength = align != kAlignLeft || textBackground.IsSet();
+  const int length = needsLength ? MeasureText(face, text, spacedForGray) : 0;
+  x = LeftEnd(x, length, align);
   if (y >= target->cb || y + face.size <= target->ct || x >= target->cr) return;
-  // A palette has no colours between that of the text and those below.
-  antialiased = antialiased && (textBackground.IsSet() || bitmap_color_depth(target) > 8);
-  if (textBackground.IsSet()) FillBehind(target, {x, y, EngineTextLength(face, text), face.size});
+  if (textBackground.IsSet()) FillBehind(target, {x, y, length, face.size});
   const GlyphPainter painter{target, color, textBackground, antialiased};
   for (const char* position = text; *position != '\0';) {
-    const int character = ugetxc(&position);
-    unsigned index = 0;
-    Glyph* glyph = GetGlyph(face, character, &index);
+    const unsigned index = GlyphIndex(face, ugetxc(&position));
+    Glyph* glyph = face.glyphs.At(index);
     if (!glyph) continue;
     const GlyphImage& image = GetImage(face, *glyph, index, antialiased);
     painter.Paint(image, x + image.left, y + face.ascent - image.top);
-    x += glyph->advanceX + face.spacing;
-    if (glyph->advanceY != 0) y += glyph->advanceY + face.spacing;
+    const Glyph::Form& form = Measure(face, *glyph, index, spacedForGray);
+    x += form.advanceX + face.spacing;
+    if (form.advanceY != 0) y += form.advanceY + face.spacing;
     if (x >= target->cr) return;
   }
 }
@@ -271,14 +294,10 @@ void EngineSetSpacing(EngineFont& face, int spacing) {
 
 void EngineSetBackground(Color background) { textBackground = background; }
 
-int EngineTextLength(EngineFont& face, const char* text) {
-  int length = 0;
-  for (const char* position = text; *position != '\0';) {
-    unsigned index = 0;
-    const Glyph* glyph = GetGlyph(face, ugetxc(&position), &index);
-    if (glyph && glyph->advanceX != 0) length += glyph->advanceX + face.spacing;
-  }
-  return length;
+int EngineTextLength(EngineFont& face, const char* text) { return MeasureText(face, text, false); }
+
+int EngineTextLengthAA(EngineFont& face, const char* text) {
+  return MeasureText(face, text, HasColorsBetween(get_color_depth()));
 }
 
 int EngineTextHeight(const EngineFont& face) { return face.size; }

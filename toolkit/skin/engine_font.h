@@ -26,12 +26,15 @@ struct GlyphImage {
   std::unique_ptr<std::uint8_t[]> pixels;  // 1 where set, or coverage 0..255
 };
 
-// A glyph at the current size, with its images made when they are first drawn.
+// A glyph at the current size: measured and drawn when it is first needed, in two tones, moved onto
+// the grid of pixels, or antialiased. Moving may also change how far the next glyph is away.
 struct Glyph {
-  bool cached = false;
-  int advanceX = 0, advanceY = 0;  // pixels
-  std::unique_ptr<GlyphImage> mono;
-  std::unique_ptr<GlyphImage> gray;
+  struct Form {
+    bool isMeasured = false;
+    int advanceX = 0, advanceY = 0;  // pixels
+    std::unique_ptr<GlyphImage> image;
+  };
+  Form mono, gray;
 };
 
 // A record for every glyph of a face; memory for them is taken as they are used.
@@ -95,7 +98,8 @@ void EngineSetBackground(Color background);
 
 // Draw a text with its left end, right end or middle (a TextAlign) at x and its line's top at y;
 // the first in two tones, the second antialiased. Nothing is blended on 8-bit bitmaps: what lies
-// behind a text there is either covered with the background or shows between two tones.
+// behind a text there is either covered with the background or shows between two tones, and letters
+// are always as far apart as in two tones.
 void EngineTextout(BITMAP* target, EngineFont& face, const char* text, int x, int y, Color color,
                    int align);
 void EngineTextoutAA(BITMAP* target, EngineFont& face, const char* text, int x, int y, Color color,
@@ -105,7 +109,9 @@ void EngineTextoutPrintf(BITMAP* target, EngineFont& face, int x, int y, Color c
                          const char* format, ...);
 void EngineTextoutAAPrintf(BITMAP* target, EngineFont& face, int x, int y, Color color, int align,
                            const char* format, ...);
+// The length of a text drawn in two tones, or antialiased in the current mode.
 int EngineTextLength(EngineFont& face, const char* text);
+int EngineTextLengthAA(EngineFont& face, const char* text);
 int EngineTextHeight(const EngineFont& face);
 
 }  // namespace zel

@@ -68,6 +68,7 @@ Error Font::Load(const char* path) {
 int Font::SetSize(int px) { return IsEngine() ? EngineSetSize(*EngineFace(), px) : -1; }
 
 bool Font::IsScalable() const { return IsEngine() && EngineFace()->fixedCount < 0; }
+bool Font::IsSmooth() const { return settings.antialiasing && IsScalable(); }
 bool Font::IsFixed() const { return IsEngine() && EngineFace()->fixedCount >= 0; }
 
 const int* Font::GetFixedSizes() const {
@@ -79,7 +80,8 @@ int Font::TextHeight() const {
 }
 
 int Font::TextLength(const char* text) const {
-  return IsEngine() ? EngineTextLength(*EngineFace(), text) : text_length(LibraryFace(), text);
+  if (!IsEngine()) return text_length(LibraryFace(), text);
+  return (IsSmooth() ? EngineTextLengthAA : EngineTextLength)(*EngineFace(), text);
 }
 
 void Font::Textout(Bitmap& target, const char* text, int x, int y, Color color, Color background,
@@ -88,8 +90,7 @@ void Font::Textout(Bitmap& target, const char* text, int x, int y, Color color, 
   if (!bitmap) return;
   if (IsEngine()) {
     EngineSetBackground(background);
-    const bool smooth = settings.antialiasing && IsScalable();
-    const auto draw = smooth ? EngineTextoutAA : EngineTextout;
+    const auto draw = IsSmooth() ? EngineTextoutAA : EngineTextout;
     draw(bitmap, *EngineFace(), text, x, y, color, align);
   } else if (align == kAlignRight) {
     textout_right_ex(bitmap, LibraryFace(), text, x, y, color, background);

@@ -75,6 +75,7 @@ class Font {
   void Release();
   FONT* LibraryFace() const;
   EngineFont* EngineFace() const;
+  bool IsSmooth() const;  // drawn antialiased, as far as the target allows
 
   int engine = 0;        // 1: `face` is an EngineFont, else a FONT
   void* face = nullptr;  // null: Allegro's built-in font

@@ -357,6 +357,26 @@ TEST_F(FontTest, PaletteModesDrawWholeStemsInTwoTones) {
   EXPECT_EQ(row, ".#...#..");
 }
 
+TEST_F(FontTest, LettersInTwoTonesAreAsFarApartAsTheyAreMovedOntoTheGrid) {
+  const auto face = Open(outlines);
+  font.Set(face.get());
+  font.SetSize(13);
+  for (int depth : {8, 16}) {
+    UseDepth(depth);
+    settings.antialiasing = depth == 8;  // which has no effect there
+    for (char c = '!'; c <= '~'; ++c) {
+      FT_Load_Char(face->ftFace, static_cast<FT_ULong>(c), FT_LOAD_TARGET_MONO);
+      const int advance = static_cast<int>(face->ftFace->glyph->advance.x >> 6);
+      const std::string letter(1, c), pair(2, c);
+      EXPECT_EQ(font.TextLength(pair.c_str()), 2 * advance) << c;
+      SkinBitmap out = Blank(), expected = Blank();
+      font.Textout(out, pair.c_str(), 5, 3, 15, -1, kAlignLeft);
+      for (int x : {5, 5 + advance}) font.Textout(expected, letter.c_str(), x, 3, 15, -1, 0);
+      EXPECT_EQ(Pixels(out), Pixels(expected)) << c;
+    }
+  }
+}
+
 TEST_F(FontTest, StaysWithinClipRectangle) {
   const Point places[] = {{5, 3},       {0, 48},      {0, -22},     {120, 0},
                           {0, INT_MAX}, {0, INT_MIN}, {INT_MAX, 0}, {INT_MIN, 0}};
