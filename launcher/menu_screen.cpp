@@ -205,7 +205,10 @@ void MenuScreen::MsgTimer(int id) {
   if (id == progressTimer) UpdateProgress();
 }
 
-void MenuScreen::MsgInitSkin() { backdrop.SetColor(Color{0, 0, 0}); }
+void MenuScreen::MsgInitSkin() {
+  backdrop.SetColor(Color{0, 0, 0});
+  ClearFlag(kFlagSkinChanged);
+}
 
 bool MenuScreen::MsgClose() {
   if (!chosen) return false;

@@ -125,6 +125,7 @@ TEST_F(MenuScreenTest, TheCurrentEntryIsVisibleAfterEachChangeOfTheMenu) {
 
 TEST_F(MenuScreenTest, AKeyAfterTheMouseHasOpenedAMenuMovesOn) {
   Start("2");
+  EXPECT_FALSE(screen_->TestFlag(kFlagSkinChanged)) << "settled at the start";
   mouse_x = screen_->List().x();
   mouse_y = screen_->List().y() + 1;
   mousePointer->Poll();
