@@ -126,8 +126,8 @@ bool Dialog::HandleShortcut(int character, int scancode) {
                              utolower(shortcut) == utolower(character);
     const bool byScancode = character == 0 && shortcut != 0 && shortcut == scancode * 256;
     if (!byCharacter && !byScancode) continue;
-    if (!IfUsable(child)) continue;
-    child->MsgKey();
+    // Who cannot be used now keeps it from the others.
+    if (IfUsable(child)) child->MsgKey();
     return true;
   }
   return false;
