@@ -248,11 +248,21 @@ void Dialog::MsgMouseMove(Point delta) {
 
 void Dialog::FindMouseAtStart() {
   UpdateDoubleClickWindow();
-  // Inside another dialog, that one finds out, and presses on it go on counting.
-  if (!TakesInput()) return;
-  loopState.ForgetPresses();
-  GetRoot()->SetMousePath(FindMousePath());
-  if (!focus) SetFocus(MouseWidget());
+  Dialog* input = this;
+  while (input && !input->TakesInput()) input = input->parent;
+  // What lies below a popup gets nothing meanwhile.
+  if (!input || input->InputTarget() != input) return;
+  Widget* found = input->FindMousePath();
+  // Inside another dialog, presses go on counting, and that one looks for what is not in here.
+  if (input == this)
+    loopState.ForgetPresses();
+  else if (!ChildTowards(found))
+    return;
+  GetRoot()->SetMousePath(found);
+  if (focus) return;
+  Dialog* outermost = this;  // that has no focus either
+  while (outermost != input && !outermost->parent->focus) outermost = outermost->parent;
+  outermost->SetFocus(MouseWidget());
 }
 
 void Dialog::FollowPointer(Point delta) {

@@ -49,6 +49,26 @@ TEST_F(DialogMouseTest, ThePointerEntersAndLeavesFromTheInsideOut) {
   expect(120, 100, nullptr, "c14 ");
 }
 
+TEST_F(DialogMouseTest, ADialogThatIsTakenInFindsThePointerAndTheFocusInItself) {
+  PutMouse(15, 15);
+  root.Remove(&panel);
+  Start();
+  Watch({MSG_GOTMOUSE, MSG_LOSTMOUSE, MSG_GOTFOCUS, MSG_LOSTFOCUS});
+  root.Add(&panel);
+  Expect("p13 a13 a11 p11 ");
+  root.SetFocus(&c);
+  root.Remove(&panel);
+  root.Events();
+  root.Add(&panel);
+  Expect("p13 a13 a11 ", "the focus of the outer one stays");
+  root.MsgEnd();
+  Patch cover{{10, 10, 20, 20}};
+  root.Add(&cover);
+  root.Events();
+  Start();
+  Expect("?13 ?11 ", "what covers it has both");
+}
+
 TEST_F(DialogMouseTest, WhatIsHiddenDisabledOrUnwillingIsPassedOver) {
   Patch above{{80, 10, 20, 20}};
   root.Add(&above);
