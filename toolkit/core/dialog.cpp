@@ -81,7 +81,8 @@ Widget* Dialog::ChildTowards(const Widget* widget) const {
 bool Dialog::Contains(const Widget* widget) const { return widget == this || ChildTowards(widget); }
 
 bool Dialog::Add(Widget* widget) {
-  if (IsChild(widget)) return false;
+  if (!widget || IsChild(widget)) return false;
+  if (const Dialog* dialog = AsDialog(widget); dialog && dialog->Contains(this)) return false;
   Dialog* before = widget->GetParent();
   if (before && before->IsChild(widget) && !before->TakeOut(widget)) return false;
   children.push_back(widget);

@@ -85,7 +85,8 @@ class Dialog : public Widget {
   virtual int GetDragMode();
   virtual void UpdateLayout();
   virtual void CreateScreenUpdate();
-  // Takes a widget in as the topmost child. False when it is one already.
+  // Takes a widget in as the topmost child. False when it is one already, and for null, this
+  // dialog itself and what it lies in.
   virtual bool Add(Widget* widget);
   virtual void Remove(Widget* widget);
   // What children report. An exit widget that was activated closes the dialog; all else goes up.

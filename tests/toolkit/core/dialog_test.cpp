@@ -34,7 +34,11 @@ TEST_F(DialogTest, AWidgetLivesInOneDialogWhichStartsAndEndsIt) {
   Watch({MSG_START, MSG_END, MSG_INITSKIN, MSG_DRAW});
   EXPECT_TRUE(popup.Add(&below));
   EXPECT_TRUE(root.Add(&below));
-  EXPECT_FALSE(root.Add(&below));
+  root.Add(&popup);
+  for (Widget* unfit : {static_cast<Widget*>(&below), static_cast<Widget*>(&root)})
+    EXPECT_FALSE(root.Add(unfit));
+  EXPECT_FALSE(popup.Add(&root) || popup.Add(nullptr));
+  root.Remove(&popup);
   popup.Remove(&below);
   EXPECT_EQ(below.GetParent(), &root);
   Expect("");
