@@ -95,11 +95,12 @@ class Dialog : public Widget {
   virtual void Close();
   // Runs the dialog as a root until it is closed; answers the child that had the focus. While a
   // root runs, the same as Popup over it. A dialog inside another one that does not run cannot run
-  // either: null at once.
+  // either: null at once, as for both of these, with a message on standard error, before Allegro is
+  // installed.
   virtual Widget* Execute(Widget* focusWidget);
   // Runs the dialog on top of the root of `over`, if that runs, else of the root that does, else of
-  // one of its own, until it is taken out or it or that root is closed. The root itself is not run
-  // again.
+  // what is on the screen, until it is taken out or it or that root is closed. The root itself is
+  // not run again.
   virtual Widget* Popup(Dialog* over, int px, int py, Widget* focusWidget);
   virtual Widget* Popup(Dialog* over, Point pos, Widget* focusWidget);
   // Puts the dialog in the middle of its parent; a root pops up in that of the screen.

@@ -1,4 +1,5 @@
 // The life of a dialog: starting, the event loop, popping up, ending.
+#include <cstdio>
 #include <utility>
 
 #include "toolkit/core/dialog.h"
@@ -22,6 +23,32 @@ bool SwitchingLosesTheScreen() {
   const int mode = get_display_switch_mode();
   return mode == SWITCH_AMNESIA || mode == SWITCH_BACKAMNESIA;
 }
+
+bool CanRun() {
+  if (system_driver) return true;
+  std::fputs("Zel: A dialog needs Allegro. Call InstallToolkit before.\n", stderr);
+  return false;
+}
+
+// The root of a popup over no dialog: shows what was on the screen, and leaves it there.
+class ScreenRoot final : public Dialog {
+ public:
+  ScreenRoot() {
+    ground_.Create(w(), h());
+    SkinBitmap{screen}.blit(ground_, 0, 0, 0, 0, w(), h());
+  }
+  void Draw(Bitmap& canvas) override {
+    canvas.clear_bitmap();
+    ground_.blit(canvas, 0, 0, 0, 0, w(), h());
+  }
+  void MsgEnd() override {
+    Dialog::MsgEnd();
+    ground_.blit(screen, 0, 0, 0, 0, w(), h());
+  }
+
+ private:
+  SkinBitmap ground_;
+};
 
 }  // namespace
 
@@ -168,7 +195,7 @@ void Dialog::PutTooltipAway() {
 Widget* Dialog::Execute(Widget* focusWidget) {
   // A second root would take timer, screen update and pointer away from the first.
   if (loopState.root) return Popup(loopState.root, kKeepPosition, kKeepPosition, focusWidget);
-  if (!IsRoot()) return nullptr;
+  if (!IsRoot() || !CanRun()) return nullptr;
   Dialog::Add(tooltipWidget_.get());
   SetFocus(focusWidget);
   closed = false;
@@ -217,7 +244,8 @@ Widget* Dialog::Popup(Dialog* over, int px, int py, Widget* focusWidget) {
   if (!root || !root->IsRunning()) root = loopState.root;
   if (root == this) return focus;
   if (root) return RunPopup(*root, px, py, focusWidget);
-  Dialog temporaryRoot;
+  if (!CanRun()) return nullptr;
+  ScreenRoot temporaryRoot;
   temporaryRoot.Dialog::Add(temporaryRoot.tooltipWidget_.get());
   temporaryRoot.MsgStart();
   Widget* last = RunPopup(temporaryRoot, px, py, focusWidget);

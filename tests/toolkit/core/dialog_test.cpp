@@ -238,13 +238,17 @@ TEST_F(DialogTest, ASecondPopupHandsTheInputBackToTheFirst) {
 
 TEST_F(DialogTest, APopupRunsWithoutARootAndEndsWithIt) {
   for (const bool byButton : {false, true}) {
-    Script({[&] { EXPECT_EQ(popup.GetRoot()->w(), kWidth); },
+    clear_to_color(screen, green);
+    popup.SetFlag(kFlagMovable);
+    PutMouse(65, 65);
+    Script({[] { mouse_b = 1; }, [] { PutMouse(95, 75); }, [] { mouse_b = 0; },
             [&] {
-              EXPECT_EQ(At(45, 45), blue);
+              EXPECT_TRUE(At(45, 45) == green && At(75, 55) == blue) << "dragged over the screen";
               byButton ? machine.closeButton() : popup.Close();
             }});
     EXPECT_EQ(popup.Popup(nullptr, 40, 40, &inside), &inside);
     EXPECT_EQ(CurrentScreenUpdate(), nullptr);
+    EXPECT_EQ(At(75, 55), green);
     EXPECT_EQ(clock.Count(), 0);
   }
   Start();
@@ -308,6 +312,16 @@ TEST_F(DialogTest, WhatIsDirtyInPartsIsPaintedWholeOnNewGround) {
   above.RedrawPart({0, 0, 5, 5});
   Tick();
   EXPECT_EQ(At(25, 25), green);
+}
+
+TEST(DialogWithoutAllegro, SaysWhatItNeedsAndDoesNotRun) {
+  Dialog dialog;
+  SYSTEM_DRIVER* const installed = std::exchange(system_driver, nullptr);
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(dialog.Execute(nullptr), nullptr);
+  EXPECT_EQ(dialog.Popup(nullptr, 0, 0, nullptr), nullptr);
+  EXPECT_NE(testing::internal::GetCapturedStderr().find("InstallToolkit"), std::string::npos);
+  system_driver = installed;
 }
 
 // A scene whose picture is known: patches and dialogs of patches in painting order.
