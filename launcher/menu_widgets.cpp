@@ -14,6 +14,8 @@ namespace {
 constexpr int kHintInset = 4;
 // What ShowHint leaves of the text viewer's width for its frame and scroll bar.
 constexpr int kHintMargin = 24;
+// A font has no picture of a tab and its like.
+constexpr const char* kWordEnds = " \n\t\v\f";
 
 }  // namespace
 
@@ -181,9 +183,13 @@ void MenuPanel::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg
     Report(MSG_ITEM_CHOSEN, reinterpret_cast<EventArg>(CurrentEntry()));
 }
 
-HintPanel::HintPanel() : TitledPanel{view} {
-  Add(&view);
-  view.SetMargins(kHintInset, kHintInset, 0, kHintInset);
+HintPanel::HintPanel() : TitledPanel{view} { Add(&view); }
+
+void HintPanel::UpdateLayout() {
+  // Beside a wide scroll bar no line may need another one.
+  const int left = std::clamp(kHintMargin - view.BarThickness(), 0, kHintInset);
+  view.SetMargins(left, kHintInset, 0, kHintInset);
+  TitledPanel::UpdateLayout();
 }
 
 void HintPanel::Draw(Bitmap& canvas) {
@@ -203,8 +209,8 @@ void HintPanel::ShowHint(const MenuEntry* entry, const Font& font) {
   int width = 0;
   std::string rest = entry->Item().hintText.c_str();
   char* position = nullptr;
-  for (char* word = ustrtok_r(rest.data(), " \n", &position); word;
-       word = ustrtok_r(nullptr, " \n", &position)) {
+  for (char* word = ustrtok_r(rest.data(), kWordEnds, &position); word;
+       word = ustrtok_r(nullptr, kWordEnds, &position)) {
     const int wordWidth = font.TextLength(word);
     if (width + space + wordWidth > room) {
       lines.push_back(std::exchange(line, {}));

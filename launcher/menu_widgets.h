@@ -122,6 +122,7 @@ class HintPanel final : public TitledPanel {
   HintPanel();
 
   void Draw(Bitmap& canvas) override;
+  void UpdateLayout() override;
 
   // Shows an entry's hint, wrapped with a font; null shows none.
   void ShowHint(const MenuEntry* entry, const Font& font);

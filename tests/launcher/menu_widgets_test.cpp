@@ -4,6 +4,7 @@
 #include "tests/support/allegro_fixture.h"
 #include "tests/support/picture.h"
 #include "tests/support/temp_files.h"
+#include "toolkit/skin/skin.h"
 
 namespace zel {
 namespace {
@@ -124,7 +125,7 @@ TEST_F(MenuWidgets, HintsAreWrappedForTheirPanel) {
   const std::pair<const char*, Rows> rows[] = {
       {"four five", {"four five "}},
       {"four five6 seven", {"four ", "five6 ", "seven "}},
-      {"a\n b  \n\n c", {"a b c "}},
+      {"a\n b  \n\n\t\fc", {"a b c "}},
       {"much-too-long x", {"", "much-too-long ", "x "}},
       {"", {}},
   };
@@ -134,6 +135,25 @@ TEST_F(MenuWidgets, HintsAreWrappedForTheirPanel) {
     const MenuEntry entry{item, icons_};
     panel.ShowHint(&entry, panel.GetFont(kNormal));
     EXPECT_EQ(view.Lines(), lines) << hint;
+  }
+}
+
+TEST_F(MenuWidgets, HintsNeedNoHorizontalScrollBarBesideAWideVerticalOne) {
+  MenuItem item;
+  item.hintText.Assign("1 3 5 7 9 1 3 5 7 9 1 3 5 7 9 1 3 5 7 9 1 3 5 7 9 1 3 5 7 9 1 3 5 7 9");
+  const MenuEntry entry{item, icons_};
+  for (const auto& [width, margin] : {std::pair{16, 4}, {21, 3}, {24, 0}}) {
+    Skin skin("default");
+    skin.bitmaps[SCROLL_VBACK]->Create(width, 9);
+    HintPanel panel;
+    auto& view = static_cast<TextView&>(*panel.Children().front());
+    view.SetSkin(&skin);
+    panel.Resize(24 + 10 * 8, 50);
+    panel.SendMessage(MSG_INITSKIN);
+    panel.ShowHint(&entry, panel.GetFont(kNormal));
+    EXPECT_TRUE(view.VerticalShown());
+    EXPECT_FALSE(view.HorizontalShown()) << width;
+    EXPECT_EQ(view.VisibleWidth(), 104 - width - margin);
   }
 }
 

@@ -61,6 +61,8 @@ class ScrollView : public Dialog {
   int VisibleHeight() const;
   int ScrollX() const { return scrollX; }
   int ScrollY() const { return scrollY; }
+  // What the vertical bar takes of the width while it shows.
+  int BarThickness() const { return vBar.Thickness(); }
   bool HorizontalShown() const { return hShown; }
   bool VerticalShown() const { return vShown; }
   bool CornerShown() const { return !corner.Hidden(); }
