@@ -119,6 +119,11 @@ MenuConfig::MenuConfig() = default;
 MenuConfig::~MenuConfig() = default;
 
 void MenuConfig::Read(const char* menuFile) {
+  ReadWithoutHints(menuFile);
+  ReadHints();
+}
+
+void MenuConfig::ReadWithoutHints(const char* menuFile) {
   if (menuFile) {
     levels.push_back(std::make_unique<MenuLevel>());
     CurrentLevel().fileName.Assign(menuFile);
@@ -158,16 +163,19 @@ void MenuConfig::ReadScreen(const SectionFile& file) {
 }
 
 void MenuConfig::ReadItems(const SectionFile& file) {
-  const HintFile hints{hintFile};
   const bool translates = LanguageIndex() != 0;
   // Only lines that the file holds can give an item, however many it declares.
   for (const int n : file.Numbered("LINE", lineCount)) {
     const Section& section = file.Find(("LINE" + std::to_string(n)).c_str());
     std::unique_ptr<MenuItem> item = ReadItem(section, translates);
-    if (!IsKept(*item)) continue;
-    if (!item->hintSection.IsEmpty()) item->hintText.Assign(hints.Fill(item->hintSection).c_str());
-    items.push_back(std::move(item));
+    if (IsKept(*item)) items.push_back(std::move(item));
   }
+}
+
+void MenuConfig::ReadHints() {
+  const HintFile hints{hintFile};
+  for (const auto& item : items)
+    if (!item->hintSection.IsEmpty()) item->hintText.Assign(hints.Fill(item->hintSection).c_str());
 }
 
 }  // namespace zel

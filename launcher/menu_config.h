@@ -75,6 +75,9 @@ class MenuConfig {
   // Opens a menu file as a new level or, with null, closes the current level and reads the one
   // below again. Refills everything, the layout values included.
   void Read(const char* menuFile);
+  // The same in two steps: a menu that nobody sees needs no hints.
+  void ReadWithoutHints(const char* menuFile);
+  void ReadHints();
 
   MenuLevel& CurrentLevel() { return *levels.back(); }
   int Depth() const { return static_cast<int>(levels.size()); }

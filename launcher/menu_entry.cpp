@@ -38,6 +38,8 @@ std::shared_ptr<BITMAP> IconCache::Get(const char* fileName) {
   return found->second;
 }
 
+MenuEntry::MenuEntry(const MenuItem& menuItem) : item{menuItem} {}
+
 MenuEntry::MenuEntry(const MenuItem& menuItem, IconCache& icons) : item{menuItem} {
   if (!item.icon.IsEmpty()) icon = icons.Get(item.icon);
 }

@@ -78,25 +78,32 @@ void MenuScreen::UpdateProgress() {
 }
 
 void MenuScreen::Load(const char* menuFile) {
-  configuration.Read(menuFile);
-  FillList();
+  configuration.ReadWithoutHints(menuFile);
+  ShowLevel();
+}
+
+void MenuScreen::ShowLevel() {
+  configuration.ReadHints();
+  FillList(&icons_);
+  icons_.Clear();
   PlacePanels();
   wallpaper.SetPicture(configuration.background);
   Redraw();
 }
 
-void MenuScreen::FillList() {
-  MenuList& list = menuPanel.List();
-  list.Clear();
+void MenuScreen::FillList(IconCache* icons) {
+  const auto add = [this, icons](const MenuItem& item) {
+    List().InsertItem(icons ? std::make_unique<MenuEntry>(item, *icons)
+                            : std::make_unique<MenuEntry>(item));
+  };
+  List().Clear();
   if (configuration.Depth() > 1) {
     MenuItem back;
     back.flags = kItemBack;
     back.color = launcherState.backLineColor;
-    list.InsertItem(std::make_unique<MenuEntry>(back, icons_));
+    add(back);
   }
-  for (const auto& item : configuration.items)
-    list.InsertItem(std::make_unique<MenuEntry>(*item, icons_));
-  icons_.Clear();
+  for (const auto& item : configuration.items) add(*item);
 }
 
 void MenuScreen::PlacePanels() {
@@ -166,7 +173,8 @@ bool MenuScreen::RestoreLevel(int level, int index) {
     if (!entry || !(entry->Item().flags & kItemSubmenu) || entry->Item().submenu.IsEmpty())
       return false;
     const FixedText<260> submenu = entry->Item().submenu;
-    Load(submenu);
+    configuration.ReadWithoutHints(submenu);
+    FillList(nullptr);
   }
   const int last = List().Count() - 1;
   List().SetCurrent(std::min(index, last));
@@ -178,6 +186,11 @@ void MenuScreen::Restore() {
   const std::vector<int> indices = ReadMenuPosition();
   for (std::size_t level = 0; level < indices.size(); ++level)
     if (!RestoreLevel(static_cast<int>(level), indices[level])) break;
+  if (configuration.Depth() > 1) {
+    const int current = List().GetCurrent();
+    ShowLevel();
+    List().SetCurrent(current);
+  }
   UpdateCurrent(true);
 }
 

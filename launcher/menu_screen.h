@@ -35,9 +35,13 @@ class MenuScreen final : public Dialog {
   MenuList& List() { return menuPanel.List(); }
 
  private:
-  void FillList();
+  // What an opened level shows, the hints of its items included.
+  void ShowLevel();
+  // The entries of the level; without their icons for null.
+  void FillList(IconCache* icons);
   void PlacePanels();
   void Restore();
+  // Opens a level on the way, without what only shows. False at the end of the way.
   bool RestoreLevel(int level, int index);
   void SelectEntry(int index);
   void SetUpProgress();

@@ -34,6 +34,8 @@ class IconCache {
 // One entry of the menu: draws its item with icon, title and the marks of its kind.
 class MenuEntry : public ListItem {
  public:
+  // Without its icon, for a menu that nobody sees.
+  explicit MenuEntry(const MenuItem& menuItem);
   MenuEntry(const MenuItem& menuItem, IconCache& icons);
 
   void Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) override;

@@ -92,6 +92,8 @@ TEST_F(MenuScreenTest, TheLastPositionIsRestoredAsFarAsItFits) {
     Start(position);
     EXPECT_EQ(After({}), where) << position;
   }
+  Start("2,2,2");
+  EXPECT_EQ(After({}) + ' ' + Hint(), "3/2/11 some words ");
 }
 
 // Menus of different heights, whose lists have other pages than the one shown before.
