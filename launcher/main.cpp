@@ -5,5 +5,5 @@
 int main() {
   zel::LimitLauncher();
   // Scripts must not take what a run wrote that ended in the middle for its result.
-  return zel::RunGuarded(zel::RunLauncher, zel::DeleteOutputFile);
+  return zel::RunGuarded(zel::RunLauncher, [] { zel::DeleteOutputFile(); });
 }

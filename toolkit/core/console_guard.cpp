@@ -10,9 +10,11 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 
 namespace zel {
 namespace {
@@ -22,6 +24,7 @@ constexpr int kLedsShowLocks = 8;
 constexpr char kEmptyScreen[] = "\033[0m\033[H\033[J";
 
 constexpr int kTakenByAllegro[] = {SIGABRT, SIGFPE, SIGILL, SIGSEGV, SIGTERM, SIGINT, SIGQUIT};
+constexpr int kHarmless[] = {SIGCHLD, SIGCONT, SIGTSTP, SIGTTIN, SIGTTOU, SIGURG, SIGWINCH};
 
 bool guarded = false;
 
@@ -42,16 +45,13 @@ int ControllingConsole() {
   return number;
 }
 
-// Opens it by its own name, the only one that Allegro knows.
-int OpenConsole(int number) {
-  char path[32];
-  std::snprintf(path, sizeof path, "/dev/tty%d", number);
-  return open(path, O_RDWR | O_CLOEXEC | O_NOCTTY);
-}
-
 class Console {
  public:
-  explicit Console(int descriptor) : descriptor_{descriptor} {
+  // Opens it by its own name, the only one that Allegro knows.
+  explicit Console(int number) {
+    std::snprintf(path_, sizeof path_, "/dev/tty%d", number);
+    descriptor_ = Open();
+    if (!IsOpen()) return;
     tcgetattr(descriptor_, &line_);
     ioctl(descriptor_, KDGKBMODE, &keyboard_);
     // A program that was killed together with its guard leaves graphics and codes.
@@ -60,12 +60,21 @@ class Console {
   }
   Console(const Console&) = delete;
   Console& operator=(const Console&) = delete;
-  ~Console() { close(descriptor_); }
+  ~Console() {
+    if (IsOpen()) close(descriptor_);
+  }
 
-  void PutRight() const {
-    LeaveGraphics();
-    ioctl(descriptor_, KDSETLED, kLedsShowLocks);
-    tcsetattr(descriptor_, TCSANOW, &line_);
+  bool IsOpen() const { return descriptor_ >= 0; }
+
+  // Only calls that a signal handler may make. The end of the session's leader hangs up every
+  // descriptor of the terminal; then a new one is used.
+  void PutRight() {
+    if (TryPutRight()) return;
+    if (const int anew = Open(); anew >= 0) {
+      dup3(anew, descriptor_, O_CLOEXEC);
+      close(anew);
+    }
+    TryPutRight();
   }
 
   // Makes it standard input and the controlling terminal of the calling process.
@@ -77,6 +86,14 @@ class Console {
   }
 
  private:
+  bool TryPutRight() const {
+    LeaveGraphics();
+    ioctl(descriptor_, KDSETLED, kLedsShowLocks);
+    return tcsetattr(descriptor_, TCSANOW, &line_) == 0;
+  }
+
+  int Open() const { return open(path_, O_RDWR | O_CLOEXEC | O_NOCTTY); }
+
   void LeaveGraphics() const {
     vt_mode switching{};
     switching.mode = VT_AUTO;
@@ -90,35 +107,77 @@ class Console {
     ioctl(descriptor_, KDSKBMODE, keyboard_);
   }
 
+  char path_[32];
   int descriptor_;
   int keyboard_ = K_UNICODE;
   termios line_{};
 };
 
-// The end of the child, and what would end the guard.
-sigset_t WatchedSignals() {
+// What the child needs when it outlives its guard.
+struct Orphan {
+  Console* console;
+  void (*cleanUp)();
+} orphan;
+
+// Tells the child of the guard's end. Nothing else uses it.
+int GuardEnded() { return SIGRTMAX; }
+
+// Does in a signal handler what the guard can do no longer.
+void EndAsOrphan(int signal) {
+  orphan.cleanUp();
+  orphan.console->PutRight();
+  raise(signal);
+}
+
+sigset_t AllSignals() {
   sigset_t set;
-  sigemptyset(&set);
-  sigaddset(&set, SIGCHLD);
-  sigaddset(&set, SIGHUP);
-  for (const int signal : kTakenByAllegro) sigaddset(&set, signal);
+  sigfillset(&set);
   return set;
 }
 
-[[noreturn]] void RunChild(int (*program)(), const Console& console, const sigset_t& signals) {
-  prctl(PR_SET_PDEATHSIG, SIGKILL);
+[[noreturn]] void RunChild(int (*program)(), pid_t guard, const sigset_t& signals) {
+  struct sigaction action {};
+  action.sa_handler = EndAsOrphan;
+  action.sa_flags = static_cast<int>(SA_RESETHAND | SA_NODEFER);
+  action.sa_mask = AllSignals();
+  sigdelset(&action.sa_mask, GuardEnded());
+  sigaction(GuardEnded(), &action, nullptr);
+  prctl(PR_SET_PDEATHSIG, GuardEnded());
+  if (getppid() != guard) raise(GuardEnded());  // it ended before it could be asked for
+  std::signal(SIGTERM, SIG_DFL);
   sigprocmask(SIG_SETMASK, &signals, nullptr);
   guarded = true;
-  console.TakeOver();
+  orphan.console->TakeOver();
   std::exit(program());
 }
 
-// Passes on what would end this process. Answers how the child ended.
-int WaitFor(pid_t child, const sigset_t& watched) {
-  for (int signal = 0, status = 0;;) {
-    sigwait(&watched, &signal);
-    if (signal != SIGCHLD) kill(child, signal);
-    if (waitpid(child, &status, WNOHANG) != 0) return status;
+// Whether a signal would have ended this process.
+bool Ends(int signal) {
+  if (std::find(std::begin(kHarmless), std::end(kHarmless), signal) != std::end(kHarmless))
+    return false;
+  struct sigaction action {};
+  return sigaction(signal, nullptr, &action) == 0 && action.sa_handler != SIG_IGN;
+}
+
+struct ChildEnd {
+  int status;  // as the system tells it
+  int signal;  // that would have ended the guard, and ended the child instead; 0 when there was
+               // none
+};
+
+// Ends the child when a signal would end this process. The child gets another one: it uses some
+// signals itself.
+ChildEnd WaitFor(pid_t child) {
+  const sigset_t all = AllSignals();
+  for (int signal = 0, status = 0, asked = 0;;) {
+    sigwait(&all, &signal);
+    if (Ends(signal)) {
+      if (asked == 0) asked = signal;
+      kill(child, SIGTERM);
+    }
+    if (waitpid(child, &status, WNOHANG) == 0) continue;
+    const bool obeyed = WIFSIGNALED(status) && WTERMSIG(status) == SIGTERM;
+    return {status, obeyed ? asked : 0};
   }
 }
 
@@ -136,31 +195,49 @@ int WaitFor(pid_t child, const sigset_t& watched) {
 int RunGuarded(int (*program)(), void (*cleanUp)()) {
   int number = ConsoleNumber(STDIN_FILENO);
   if (number == kNone) number = ControllingConsole();
-  const int descriptor = number == kNone ? kNone : OpenConsole(number);
-  if (descriptor < 0) return program();
+  if (number == kNone) return program();
+  Console console{number};
+  if (!console.IsOpen()) return program();
 
-  const Console console{descriptor};
-  const sigset_t watched = WatchedSignals();
-  sigset_t blocked = watched, signals;
-  sigaddset(&blocked, SIGTTOU);  // so that a guard in the background may put the console right
+  orphan = {&console, cleanUp};
   std::signal(SIGCHLD, SIG_DFL);
-  sigprocmask(SIG_BLOCK, &blocked, &signals);
-  const pid_t child = fork();
-  if (child == 0) RunChild(program, console, signals);
+  sigset_t signals;
+  const sigset_t all = AllSignals();
+  sigprocmask(SIG_BLOCK, &all, &signals);
+  const pid_t guard = getpid(), child = fork();
+  if (child == 0) RunChild(program, guard, signals);
   if (child < 0) {
     sigprocmask(SIG_SETMASK, &signals, nullptr);
     return program();
   }
-  const int status = WaitFor(child, watched);
+  const ChildEnd end = WaitFor(child);
+  if (WIFSIGNALED(end.status)) cleanUp();
   console.PutRight();
-  if (WIFEXITED(status)) return WEXITSTATUS(status);
-  cleanUp();
-  EndBySignal(WTERMSIG(status), signals);
+  if (WIFEXITED(end.status)) return WEXITSTATUS(end.status);
+  EndBySignal(end.signal != 0 ? end.signal : WTERMSIG(end.status), signals);
 }
 
-void LeaveSignalsToGuard() {
-  if (!guarded) return;
-  for (const int signal : kTakenByAllegro) std::signal(signal, SIG_DFL);
+bool IsGuarded() { return guarded; }
+
+void HoldSignals() {
+  sigset_t held = AllSignals();
+  sigdelset(&held, GuardEnded());
+  sigprocmask(SIG_BLOCK, &held, nullptr);
 }
+
+SignalKeeper::SignalKeeper() {
+  static_assert(std::size(kTakenByAllegro) == std::tuple_size_v<decltype(actions_)>);
+  const sigset_t all = AllSignals();
+  sigprocmask(SIG_BLOCK, &all, &mask_);
+  auto action = actions_.begin();
+  for (const int signal : kTakenByAllegro) sigaction(signal, nullptr, &*action++);
+}
+
+void SignalKeeper::PutBack() {
+  auto action = actions_.cbegin();
+  for (const int signal : kTakenByAllegro) sigaction(signal, &*action++, nullptr);
+}
+
+SignalKeeper::~SignalKeeper() { sigprocmask(SIG_SETMASK, &mask_, nullptr); }
 
 }  // namespace zel

@@ -6,16 +6,41 @@
 // a working keyboard again, after every end.
 #pragma once
 
+#include <array>
+#include <csignal>
+
 namespace zel {
 
 // Runs `program` and answers its exit status. When standard input or the controlling terminal is a
 // virtual console, that runs in a child process, which gets this console as both. A signal that
 // would end this process ends the child; one that ends the child ends this process, too, after
-// `cleanUp` was called and the console put right. Elsewhere it is just a call.
+// `cleanUp` was called and the console put right. When this process is killed, the child does both
+// and ends. A child that ends by itself has the last word, whatever signal came meanwhile.
+// Elsewhere it is just a call. `cleanUp` makes only calls that a signal handler may make.
 int RunGuarded(int (*program)(), void (*cleanUp)());
 
-// Takes the signals that end a program back from Allegro, whose handlers run its whole shut-down
-// inside whatever was interrupted and may hang there. Does nothing outside of a guarded program.
-void LeaveSignalsToGuard();
+// Whether this is a program whose guard puts the console right.
+bool IsGuarded();
+
+// Holds back every signal until the process ends by itself; only SIGKILL and the end of the guard
+// still end it.
+void HoldSignals();
+
+// Holds back every signal while it lives, and knows how those that end a program were handled
+// before.
+class SignalKeeper {
+ public:
+  SignalKeeper();
+  SignalKeeper(const SignalKeeper&) = delete;
+  SignalKeeper& operator=(const SignalKeeper&) = delete;
+  ~SignalKeeper();
+
+  // Makes them be handled like that again.
+  void PutBack();
+
+ private:
+  sigset_t mask_;
+  std::array<struct sigaction, 7> actions_;
+};
 
 }  // namespace zel

@@ -45,8 +45,11 @@ constexpr unsigned long kTimerSlack = 4'000'000;
 bool InstallAllegro() {
   if (system_driver) return true;
   prctl(PR_SET_TIMERSLACK, kTimerSlack, 0, 0, 0);
+  SignalKeeper signals;
   if (install_allegro(SYSTEM_AUTODETECT, &errno, std::atexit) != 0) return false;
-  LeaveSignalsToGuard();
+  // Allegro's handlers run its whole shut-down inside whatever was interrupted, and may hang or
+  // crash there. Only a console without a guard needs them: an X server cleans up by itself.
+  if (IsGuarded() || system_driver->id != SYSTEM_LINUX) signals.PutBack();
   InstallBitmapGuard();
   RegisterPictureFormats();
   return true;
