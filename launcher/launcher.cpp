@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <iterator>
 #include <memory>
 #include <string>
@@ -114,8 +115,6 @@ Error TryFallbackModes(Error result) {
 void BringUpGraphics() {
   const Error result = TryFallbackModes(InstallToolkit(kSettingsFile, LimitMenu));
   if (!result.IsError()) return;
-  // Scripts must not take what an earlier run wrote for the result of this one.
-  DeleteOutputFile();
   if (result == Error{kGraphicsError}) EndWithoutGraphics();
   ChangeDirectory(Directory::kSaved);
   result.Report();
@@ -128,11 +127,25 @@ void DecideAboutMouse() {
   if (!serverRuns) remove_mouse();
 }
 
-void RunMenu() {
+// Says that something cannot be done with the output file, for which scripts wait.
+int Fail(const char* action, int error) {
+  std::fprintf(stderr, "zel: cannot %s %s: %s\n", action, paths.outputFile, std::strerror(error));
+  return EXIT_FAILURE;
+}
+
+// Answers 0, or the number of the error that kept the choice from being written.
+int RunMenu() {
   const auto screen = std::make_unique<MenuScreen>();
   launcherState.runningScreen = screen.get();
   screen->Execute(nullptr);
   launcherState.runningScreen = nullptr;
+  return screen->WriteError();
+}
+
+// A shut-down that goes wrong, as without the display, has a status of its own. Then there was no
+// choice.
+void KeepOutputToItsStatus(int status, void*) {
+  if (status != launcherState.exitCode) DeleteOutputFile();
 }
 
 }  // namespace
@@ -154,16 +167,23 @@ int RunLauncher() {
 }
 
 int RunForAnyone() {
+  // Scripts must not take what an earlier run wrote for the result of this one.
+  if (const int error = DeleteOutputFile()) return Fail("remove", error);
+  DeleteTemporaryFiles();
+  on_exit(KeepOutputToItsStatus, nullptr);
   launcherState.runningScreen = nullptr;
   SaveDirectory();
   ChangeDirectory(Directory::kConfiguration);
   SetupEncoding();
   BringUpGraphics();
   DecideAboutMouse();
-  RunMenu();
+  const int error = RunMenu();
   ExitToolkit();
   ChangeDirectory(Directory::kSaved);
-  return launcherState.exitCode;
+  if (error == 0) return launcherState.exitCode;
+  SetTextMode();
+  allegro_exit();
+  return Fail("write", error);
 }
 
 }  // namespace zel

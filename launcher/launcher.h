@@ -7,9 +7,11 @@ namespace zel {
 // writing elsewhere than beside the result files and to devices.
 void LimitLauncher();
 
-// Runs the launcher. Answers the exit status: the exit code of the chosen item, or 0 when it is not
-// run as root. Ends the process itself when there is no usable graphics mode (status 0) or the
-// toolkit cannot be started (status 1).
+// Runs the launcher. Answers the exit status: the exit code of the chosen item, 0 when it is not
+// run as root, or 1 when it has said that an earlier output file cannot be removed or a new one not
+// be written. Ends the process itself when there is no usable graphics mode (status 0) or the
+// toolkit cannot be started (status 1). From the choice on it is to be ended at once, with that
+// status.
 int RunLauncher();
 
 // The same without asking who runs it, for trying a menu whose files are one's own (see paths.h).

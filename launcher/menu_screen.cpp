@@ -8,6 +8,7 @@
 #include "launcher/result_files.h"
 #include "launcher/state.h"
 #include "launcher/wait_dialog.h"
+#include "toolkit/core/console_guard.h"
 #include "toolkit/core/settings.h"
 
 namespace zel {
@@ -225,7 +226,9 @@ void MenuScreen::MsgInitSkin() {
 
 bool MenuScreen::MsgClose() {
   if (!chosen) return false;
-  WriteResultFiles(configuration);
+  // Whoever finds the output has the exit status, too.
+  HoldSignals();
+  writeError_ = WriteResultFiles(configuration);
   return true;
 }
 

@@ -33,6 +33,8 @@ class MenuScreen final : public Dialog {
 
   const MenuConfig& Config() const { return configuration; }
   MenuList& List() { return menuPanel.List(); }
+  // After the end: 0, or the number of the error that kept the choice from being written.
+  int WriteError() const { return writeError_; }
 
  private:
   // What an opened level shows, the hints of its items included.
@@ -62,6 +64,7 @@ class MenuScreen final : public Dialog {
   int mouseTimer = kNoTimer;
   MenuConfig configuration;
   IconCache icons_;
+  int writeError_ = 0;
 };
 
 }  // namespace zel

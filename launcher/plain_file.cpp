@@ -1,5 +1,6 @@
 #include "launcher/plain_file.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -8,11 +9,14 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
+#include <string_view>
 
 namespace zel {
 namespace {
 
 constexpr mode_t kFileMode = 0644;
+constexpr std::string_view kTemporary = ".zel-XXXXXX";
 constexpr int kSafely = O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
 
 bool IsPlain(const struct stat& status) { return S_ISREG(status.st_mode) && status.st_nlink <= 1; }
@@ -21,6 +25,8 @@ bool IsPlain(const struct stat& status) { return S_ISREG(status.st_mode) && stat
 bool IsOwnLink(const struct stat& status) {
   return S_ISLNK(status.st_mode) && status.st_uid == geteuid() && status.st_nlink <= 1;
 }
+
+enum class Owner { kAny, kSelf };
 
 class Descriptor {
  public:
@@ -32,9 +38,10 @@ class Descriptor {
   }
   int Get() const { return number_; }
 
-  bool IsPlainFile() const {
+  bool IsPlainFile(Owner owner) const {
     struct stat status;
-    return number_ >= 0 && fstat(number_, &status) == 0 && IsPlain(status);
+    return number_ >= 0 && fstat(number_, &status) == 0 && IsPlain(status) &&
+           (owner == Owner::kAny || status.st_uid == geteuid());
   }
 
  private:
@@ -50,11 +57,9 @@ bool WriteAll(int file, const std::string& text) {
   return true;
 }
 
-}  // namespace
-
-std::string ReadPlainFile(const char* path, std::size_t limit) {
+std::string Read(const char* path, std::size_t limit, Owner owner) {
   const Descriptor file{open(path, O_RDONLY | kSafely)};
-  if (!file.IsPlainFile()) return {};
+  if (!file.IsPlainFile(owner)) return {};
   std::string text;
   char block[4096];
   while (text.size() < limit) {
@@ -63,6 +68,23 @@ std::string ReadPlainFile(const char* path, std::size_t limit) {
     text.append(block, static_cast<std::size_t>(count));
   }
   return text;
+}
+
+// Whether `name` is that of a temporary file for the file `base`.
+bool IsTemporary(std::string_view name, std::string_view base) {
+  const std::string temporary = std::string{base} + std::string{kTemporary};
+  const std::size_t fixed = temporary.find_last_not_of('X') + 1;
+  return name.size() == temporary.size() && name.substr(0, fixed) == temporary.substr(0, fixed);
+}
+
+}  // namespace
+
+std::string ReadPlainFile(const char* path, std::size_t limit) {
+  return Read(path, limit, Owner::kAny);
+}
+
+std::string ReadOwnFile(const char* path, std::size_t limit) {
+  return Read(path, limit, Owner::kSelf);
 }
 
 std::string BehindOwnLinks(const char* path) {
@@ -90,16 +112,34 @@ FileStamp StampOf(const char* path) {
           status.st_ctim.tv_nsec};
 }
 
-void WritePlainFile(const char* path, const std::string& text) {
-  struct stat present;
-  if (lstat(path, &present) == 0 ? !IsPlain(present) : errno != ENOENT) return;
-  std::string temporary = std::string{path} + ".XXXXXX";
+int WritePlainFile(const char* path, const std::string& text) {
+  std::string temporary = path + std::string{kTemporary};
   const Descriptor file{mkostemp(temporary.data(), O_CLOEXEC)};
-  if (file.Get() < 0) return;
-  // From here on the name can only be replaced, never followed.
-  if (!WriteAll(file.Get(), text) || fchmod(file.Get(), kFileMode) != 0 ||
-      rename(temporary.c_str(), path) != 0)
-    unlink(temporary.c_str());
+  if (file.Get() < 0) return errno;
+  // The name is replaced, never followed.
+  if (WriteAll(file.Get(), text) && fchmod(file.Get(), kFileMode) == 0 &&
+      rename(temporary.c_str(), path) == 0)
+    return 0;
+  const int error = errno;
+  unlink(temporary.c_str());
+  return error;
+}
+
+void RemoveTemporaryFiles(const char* path) {
+  const std::string_view file{path};
+  const std::size_t start = file.rfind('/') + 1;  // 0 where there is no slash
+  const std::string_view base = file.substr(start);
+  const std::string parent{start == 0 ? "." : file.substr(0, start)};
+  const std::unique_ptr<DIR, int (*)(DIR*)> directory{opendir(parent.c_str()), closedir};
+  if (!directory) return;
+  const int place = dirfd(directory.get());
+  while (const dirent* entry = readdir(directory.get())) {
+    struct stat status;
+    if (IsTemporary(entry->d_name, base) &&
+        fstatat(place, entry->d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 && IsPlain(status) &&
+        status.st_uid == geteuid())
+      unlinkat(place, entry->d_name, 0);
+  }
 }
 
 }  // namespace zel

@@ -13,6 +13,9 @@ namespace zel {
 // The beginning of a file, at most `limit` bytes; empty for whatever is no plain file.
 std::string ReadPlainFile(const char* path, std::size_t limit);
 
+// The same; empty also for a file of another user.
+std::string ReadOwnFile(const char* path, std::size_t limit);
+
 // Where a name leads: through links that this user made, and no others.
 std::string BehindOwnLinks(const char* path);
 
@@ -27,9 +30,13 @@ struct FileStamp {
 };
 FileStamp StampOf(const char* path);
 
-// Puts a file with this content in the place of a plain file, or where there is none; nothing where
-// there is something else. Whoever looks finds the old file or the whole new one, whatever happens
-// to the process meanwhile.
-void WritePlainFile(const char* path, const std::string& text);
+// Puts a file with this content in the place of whatever has the name, but for a directory. Whoever
+// looks finds the old file or the whole new one, whatever happens to the process meanwhile; only
+// when it is killed, a temporary file beside it stays. Answers 0, or the number of the error that
+// kept it from being written.
+int WritePlainFile(const char* path, const std::string& text);
+
+// Removes what killed processes of this user have left while they wrote the file.
+void RemoveTemporaryFiles(const char* path);
 
 }  // namespace zel

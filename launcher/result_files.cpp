@@ -1,8 +1,10 @@
 #include "launcher/result_files.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <limits>
 
@@ -22,8 +24,9 @@ std::string PositionText(const MenuConfig& config) {
   if (launcherState.exitCode == 0) return "0";
   std::string text;
   for (const auto& level : config.levels) {
-    if (!text.empty()) text += ',';
-    text += std::to_string(level->index);
+    const std::string next = (text.empty() ? "" : ",") + std::to_string(level->index);
+    if (text.size() + next.size() > kLongestLine) break;
+    text += next;
   }
   return text;
 }
@@ -36,11 +39,26 @@ int ToIndex(const std::string& number) {
 
 }  // namespace
 
-void DeleteOutputFile() { unlink(paths.outputFile); }
+int DeleteOutputFile() {
+  if (unlink(paths.outputFile) == 0) return 0;
+  const int error = errno;
+  struct stat left;
+  const bool harmless = lstat(paths.outputFile, &left) == 0 ? S_ISDIR(left.st_mode)
+                                                            : errno == ENOENT || errno == ENOTDIR;
+  return harmless ? 0 : error;
+}
 
-void WriteResultFiles(const MenuConfig& config) {
-  WritePlainFile(paths.outputFile, launcherState.outputString.c_str() + std::string{"\n"});
+void DeleteTemporaryFiles() {
+  RemoveTemporaryFiles(paths.outputFile);
+  RemoveTemporaryFiles(paths.positionFile);
+}
+
+int WriteResultFiles(const MenuConfig& config) {
   WritePlainFile(paths.positionFile, PositionText(config));
+  const std::string line = launcherState.outputString.c_str() + std::string{"\n"};
+  const int error = WritePlainFile(paths.outputFile, line);
+  if (error != 0) DeleteOutputFile();
+  return error;
 }
 
 std::vector<int> ParseMenuPosition(const std::string& text) {
@@ -56,7 +74,7 @@ std::vector<int> ParseMenuPosition(const std::string& text) {
 }
 
 std::vector<int> ReadMenuPosition() {
-  return ParseMenuPosition(ReadPlainFile(paths.positionFile, kLongestFile));
+  return ParseMenuPosition(ReadOwnFile(paths.positionFile, kLongestFile));
 }
 
 }  // namespace zel

@@ -8,15 +8,22 @@ namespace zel {
 
 class MenuConfig;
 
-// Removes the output file of an earlier run.
-void DeleteOutputFile();
+// Removes the output file of an earlier run. Answers 0 when there is nothing left that a script
+// could take for a choice, else the number of the error. Makes only calls that a signal handler may
+// make.
+int DeleteOutputFile();
 
-// Writes the output string to the output file, and the way through the submenus to the position
-// file ("0" for an exit code of 0). A file that cannot be written, or that is anything but a plain
-// file with one name, is left alone; the other is written all the same.
-void WriteResultFiles(const MenuConfig& config);
+// Removes what runs that were killed while they wrote have left.
+void DeleteTemporaryFiles();
 
-// The indices in the position file, outermost first; none when there is no such plain file.
+// Writes the way through the submenus to the position file ("0" for an exit code of 0; as many
+// levels as fit the characters that are read of it), and then, as what makes a choice of it, the
+// output string to the output file. A position that cannot be written is done without. Answers 0,
+// or the number of the error that kept the output from being written; then there is none.
+int WriteResultFiles(const MenuConfig& config);
+
+// The indices in the position file, outermost first; none when there is no such plain file of this
+// user.
 std::vector<int> ReadMenuPosition();
 
 // The numbers of the first line, separated by commas; other text counts as 0.

@@ -1,5 +1,7 @@
 #include "launcher/result_files.h"
 
+#include <unistd.h>
+
 #include <climits>
 
 #include "tests/support/launcher_fixture.h"
@@ -18,13 +20,41 @@ TEST_F(ResultFilesTest, LeaveTheStringAndTheWayInFilesOfTheirOwn) {
     config.Read("menu.cfg");
     config.CurrentLevel().index = index;
   }
-  WriteResultFiles(config);
+  EXPECT_EQ(WriteResultFiles(config), 0);
   EXPECT_EQ(ReadFile("output.txt") + ReadFile("menupos.txt"), "scan --all\n4,2,13");
   std::filesystem::create_hard_link("menupos.txt", "other");
-  launcherState.exitCode = 0;
-  WriteResultFiles(config);
-  EXPECT_EQ(ReadFile("other"), "4,2,13");
   EXPECT_TRUE(ReadMenuPosition().empty());
+  launcherState.exitCode = 0;
+  EXPECT_EQ(WriteResultFiles(config), 0);
+  EXPECT_EQ(ReadFile("other"), "4,2,13");
+  EXPECT_EQ(ReadMenuPosition(), Indices{0});
+  if (chown("menupos.txt", 1, 1) == 0) {
+    EXPECT_TRUE(ReadMenuPosition().empty()) << "of another user";
+  }
+}
+
+TEST_F(ResultFilesTest, ALongWayIsCutBetweenItsLevels) {
+  launcherState.exitCode = 1;
+  MenuConfig config;
+  for (int level = 0; level < 100; ++level) {
+    config.Read("menu.cfg");
+    config.CurrentLevel().index = 10 + level % 2;
+  }
+  WriteResultFiles(config);
+  EXPECT_EQ(ReadFile("menupos.txt").size(), 86 * 3 - 1);
+  const Indices indices = ReadMenuPosition();
+  EXPECT_EQ(indices.size(), 86);
+  EXPECT_EQ(indices.back(), 11);
+}
+
+TEST_F(ResultFilesTest, OnlyWhatAKilledRunLeftIsRemoved) {
+  const std::string temporary = "output.txt.zel-a1B2c3", kept = "output.txt.backup";
+  for (const char* name : {"output.txt", "menupos.txt.zel-backup"}) WriteFile(name, "x");
+  for (const std::string& name : {temporary, temporary + "4", kept}) WriteFile(name, "x");
+  std::filesystem::create_symlink("output.txt", "output.txt.zel-link00");
+  DeleteTemporaryFiles();
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator{"."}, {}), 4);
+  EXPECT_TRUE(!std::filesystem::exists(temporary) && std::filesystem::exists(kept));
 }
 
 TEST_F(ResultFilesTest, PositionsAreNumbersOfTheFirstLine) {
