@@ -7,6 +7,7 @@ import ctypes
 import os
 import pathlib
 import shutil
+import signal
 import struct
 import subprocess
 import sys
@@ -69,6 +70,8 @@ class Display:
 
     def is_blank(self):
         """Nothing is shown, or only the server's own pointer."""
+        if self._server.poll() is not None:
+            return True
         picture = self.picture()
         return len(picture) - picture.count(0) < len(picture) / 100
 
@@ -103,6 +106,10 @@ class Display:
         return subprocess.run(["xdotool", "getmouselocation"], env=environment, check=True,
                               stdout=subprocess.PIPE).stdout
 
+    def kill(self):
+        self._server.kill()
+        self._server.wait()
+
     def stop(self):
         self._server.terminate()
         self._server.wait()
@@ -135,13 +142,14 @@ class Launcher:
         else:
             shutil.copytree(config, target, dirs_exist_ok=True)
 
-    def start(self, refuse_modes=None, root=True):
-        """Starts it and answers the finished menu's picture. `refuse_modes`: see refuse_modes.cpp."""
-        self.launch(refuse_modes, root)
+    def start(self, **options):
+        """Starts it and answers the finished menu's picture."""
+        self.launch(**options)
         return self.display.wait_for_content()
 
-    def launch(self, refuse_modes=None, root=True):
-        """Starts it without waiting for the menu."""
+    def launch(self, refuse_modes=None, root=True, before=None):
+        """Starts it without waiting for the menu. `refuse_modes`: see refuse_modes.cpp; `before`: commands
+        of a shell that becomes the launcher, unless it becomes something else."""
         # Without a search path Allegro finds no program for message boxes and prints its messages.
         options = ["--state", self.state, "--env", "PATH=/nowhere"]
         if refuse_modes is not None:
@@ -150,11 +158,15 @@ class Launcher:
                         "--env", "REFUSE_MODES=" + refuse_modes]
         if not root:
             options.append("--not-root")
+        program = [BUILD / "bin/zel"]
+        if before:
+            shutil.copy(*program, self.state / "run")
+            program = ["sh", "-c", f"PATH=/usr/sbin:/usr/bin:/sbin:/bin\n{before}\nPATH=/nowhere exec /run/zel"]
         environment = dict(os.environ, DISPLAY=self.display.name)
         with open(self.state / "stdout", "wb") as out, open(self.state / "stderr", "wb") as err:
             self._process = subprocess.Popen(
-                [SANDBOX, *options, "--", BUILD / "bin/zel"], env=environment,
-                stdin=subprocess.DEVNULL, stdout=out, stderr=err)
+                [SANDBOX, *options, "--", *program], env=environment,
+                process_group=0, stdin=subprocess.DEVNULL, stdout=out, stderr=err)
 
     def press(self, *keys):
         self.display.xdotool("key", "--delay", 30, *keys)
@@ -203,7 +215,7 @@ class Launcher:
 
     def stop(self):
         if self._process and self.running():
-            self._process.kill()
+            os.killpg(self._process.pid, signal.SIGKILL)
             self._process.wait()
         shutil.rmtree(self.state)
 
