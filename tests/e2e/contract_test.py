@@ -19,6 +19,8 @@ MENU_LEFT, MENU_TOP = 100, 100
 SECOND_ENTRY = MENU_LEFT + 60, MENU_TOP + 20  # a point on it, in the built-in look
 NOWHERE = 700, 500                            # a point outside of all panels
 
+SECOND = "second --with=\"two words\"\n"
+NOT_ROOT = "You must have root permissions to run this program\n"
 NO_GRAPHICS = """\
 The program can not start due to incorrect BIOS settings
 or a lack of video memory on your computer. Please inform our
@@ -46,7 +48,7 @@ def action(title, code, text):
 
 MAIN = menu(
     action("First", 11, "first"),
-    action("Second", 12, "second --with=\"two words\""),
+    action("Second", 12, SECOND.strip()),
     action("Nothing", 0, "nothing"),
     {"Title": "Beyond", "ExCode": 256 + 14},
     {"Title": "More", "Submenu": "more.cfg"},
@@ -86,42 +88,18 @@ class LauncherTest(unittest.TestCase):
 
 class ChoiceTest(LauncherTest):
 
-    def test_a_choice_is_reported_by_status_output_and_position(self):
+    def test_a_choice_is_reported_and_the_next_start_goes_back_there(self):
         launcher = self.launcher()
-        launcher.start()
-        launcher.press("Down", "Return")
-        self.expect(launcher, 12, "second --with=\"two words\"\n", "1")
-
-    def test_a_choice_in_a_submenu_reports_the_way_there(self):
-        launcher = self.launcher()
-        launcher.start()
-        launcher.press("End")
-        launcher.press_and_see("Return")
-        launcher.press("Down", "Down", "Return")
-        self.expect(launcher, 22, "inner second\n", "4,2")
-
-    def test_an_exit_code_of_0_makes_the_next_start_begin_at_the_top(self):
-        launcher = self.launcher()
-        launcher.start()
-        launcher.press("End")
-        launcher.press_and_see("Return")
-        launcher.press("End", "Return")
-        self.expect(launcher, 0, "inner nothing\n", "0")
-        launcher.start()
-        launcher.press("Return")
-        self.expect(launcher, 11, "first\n", "0")
-
-    def test_only_the_low_8_bits_of_an_exit_code_arrive(self):
-        launcher = self.launcher()
-        launcher.start()
-        launcher.press("Down", "Down", "Down", "Return")
-        self.expect(launcher, 14, "\n", "3")
-
-    def test_the_output_of_an_earlier_run_is_gone_before_the_choice(self):
-        launcher = self.launcher()
-        launcher.output_file.write_text("earlier\n")
-        launcher.start()
-        self.assertIsNone(launcher.output())
+        for keys, status, output, position in (("Down Return", 12, SECOND, "1"),
+                                               ("End KP_Enter Down Down Return", 22, "inner second\n", "4,2"),
+                                               ("Return", 22, "inner second\n", "4,2"),
+                                               ("Down Return", 0, "inner nothing\n", "0"),
+                                               ("Return", 11, "first\n", "0"),
+                                               ("Down Down Down Return", 14, "\n", "3")):
+            launcher.start()
+            self.assertIsNone(launcher.output())
+            launcher.press(*keys.split())
+            self.expect(launcher, status, output, position)
 
     def test_the_shipped_menu_works_in_a_window_and_in_full_screen(self):
         shipped = (ROOT / "data/zel.cfg").read_text()
@@ -133,29 +111,15 @@ class ChoiceTest(LauncherTest):
             self.expect(launcher, 20, "scan --all --repair=ask\n", "1")
 
 
-class RestoreTest(LauncherTest):
-
-    def start_at(self, position):
-        launcher = self.launcher()
-        launcher.position_file.write_text(position)
-        launcher.start()
-        return launcher
-
-    def test_the_next_start_opens_the_submenu_of_the_last_choice(self):
-        launcher = self.start_at("4,2")
-        launcher.press("Return")
-        self.expect(launcher, 22, "inner second\n", "4,2")
-
     def test_rubbish_does_no_harm(self):
         for rubbish in ("-7", ",,\n,", "99999999999999999999,1", "4," * 5000, "\x00\x01\x7f" * 99):
             with self.subTest(rubbish=rubbish[:20]):
-                launcher = self.start_at(rubbish)
+                launcher = self.launcher()
+                launcher.position_file.write_text(rubbish)
+                launcher.start()
                 launcher.press("Home", "Return")
                 launcher.press("Home", "Return")  # the first one may have left a submenu
                 self.assertEqual(launcher.wait(), 11)
-
-
-class RefusalTest(LauncherTest):
 
     def test_nothing_but_a_choice_ends_the_menu(self):
         for fullscreen in (0, 1):
@@ -169,21 +133,23 @@ class RefusalTest(LauncherTest):
                 self.assertTrue(launcher.running())
                 self.assertIsNone(launcher.output())
                 launcher.press("Return")
-                self.expect(launcher, 12, "second --with=\"two words\"\n", "1")
+                self.expect(launcher, 12, SECOND, "1")
 
 
 class StartTest(LauncherTest):
 
-    def test_a_user_without_rights_is_told_and_nothing_else_happens(self):
-        launcher = self.launcher()
-        launcher.output_file.write_text("earlier\n")
-        launcher.launch(root=False)
-        self.assertEqual(launcher.wait(), 0)
-        self.assertEqual(launcher.stderr(),
-                         "You must have root permissions to run this program\n")
-        self.assertEqual(launcher.stdout(), "")
-        self.assertEqual(launcher.output(), "earlier\n")
-        self.assertIsNone(launcher.position())
+    def test_a_start_that_fails_says_why_and_chooses_nothing(self):
+        no_skin = config(zel_cfg=SETTINGS.format(fullscreen=1).replace("= default", "= missing.skin"))
+        for options, files, status, stdout, stderr, output in (
+                ({"root": False}, config(), 0, "", NOT_ROOT, "earlier\n"),
+                ({"refuse_modes": "all"}, config(), 0, NO_GRAPHICS, None, None),
+                ({}, no_skin, 1, "Error: skin description file not found!\n\n", "", None)):
+            launcher = self.launcher(files)
+            launcher.output_file.write_text("earlier\n")
+            launcher.launch(**options)
+            self.assertEqual(launcher.wait(), status)
+            self.assertEqual((launcher.stdout(), launcher.output(), launcher.position()), (stdout, output, None))
+            self.assertIn(stderr, (launcher.stderr(), None))
 
     def test_the_menu_keeps_no_rights_that_it_does_not_need(self):
         launcher = self.launcher()
@@ -194,43 +160,18 @@ class StartTest(LauncherTest):
     def test_refused_modes_are_replaced_by_the_fixed_ones_in_turn(self):
         settings = SETTINGS.format(fullscreen=0).replace("colorDepth = 16", "colorDepth = 32")
         tries = ["800x600x32", "800x600x24", "640x480x16", "640x480x15", "800x600x8", "640x480x8"]
-        for works in ("800x600x24", "640x480x16", "800x600x8", "640x480x8"):
+        for works in ("800x600x24", "640x480x16", "800x600x8", "640x480x8", None):
             with self.subTest(works=works):
-                refused = tries[:tries.index(works)]
+                refused = tries[:tries.index(works)] if works else []
+                seen = [f"mode {mode} refused" for mode in refused] + [f"mode {works} tried"]
+                if not works:  # a driver that does not exist sets no mode
+                    settings += "gfxMode = NONE\n"
+                    seen = [f"mode {mode} tried" for mode in ("800x600x32", "800x600x24", "640x480x16")]
                 launcher = self.launcher(config(zel_cfg=settings))
                 launcher.start(refuse_modes=" ".join(refused))
                 launcher.press("Return")
-                self.assertEqual(launcher.wait(), 11)
-                self.assertEqual(launcher.output(), "first\n")
-                self.assertEqual(
-                    launcher.stderr().splitlines(),
-                    [f"mode {mode} refused" for mode in refused] + [f"mode {works} tried"])
-
-    def test_a_driver_that_does_not_exist_is_replaced_too(self):
-        launcher = self.launcher(config(zel_cfg=SETTINGS.format(fullscreen=0) + "gfxMode = NONE\n"))
-        launcher.start(refuse_modes="")
-        launcher.press("Return")
-        self.assertEqual(launcher.wait(), 11)
-        self.assertEqual(launcher.stderr().splitlines(),
-                         ["mode 800x600x16 tried", "mode 800x600x15 tried", "mode 640x480x16 tried"])
-
-    def test_without_any_graphics_mode_it_explains_and_ends_with_0(self):
-        launcher = self.launcher()
-        launcher.output_file.write_text("earlier\n")
-        launcher.launch(refuse_modes="all")
-        self.assertEqual(launcher.wait(), 0)
-        self.assertEqual(launcher.stdout(), NO_GRAPHICS)
-        self.assertIsNone(launcher.output())
-        self.assertIsNone(launcher.position())
-
-    def test_a_missing_skin_ends_it_with_1(self):
-        files = config()
-        files["zel.cfg"] = files["zel.cfg"].replace("= default", "= missing.skin")
-        launcher = self.launcher(files)
-        launcher.launch()
-        self.assertEqual(launcher.wait(), 1)
-        self.assertEqual(launcher.stdout().strip(), "Error: skin description file not found!")
-        self.assertIsNone(launcher.output())
+                self.assertEqual((launcher.wait(), launcher.output()), (11, "first\n"))
+                self.assertEqual(launcher.stderr().splitlines(), seen)
 
     def test_without_settings_and_menu_it_runs_and_refuses_to_end(self):
         launcher = self.launcher({"unrelated.txt": "\n"})
@@ -261,15 +202,6 @@ class HostileFilesTest(LauncherTest):
             self.assertEqual(target.read_text(), "1")
             self.assertFalse((launcher.state / "root/created").exists())
 
-    def test_a_directory_leaves_no_place_for_the_output(self):
-        launcher = self.launcher()
-        launcher.position_file.mkdir()
-        launcher.output_file.mkdir()
-        launcher.start()
-        launcher.press("Return")
-        self.assertEqual(launcher.wait(), 1)
-        self.assertEqual(launcher.stderr(), "zel: cannot write /root/output.txt: Is a directory\n")
-
 
 def appears(launcher):
     """Starts the mouse server, and waits for the pointer. Answers after how many seconds it came."""
@@ -287,15 +219,6 @@ def appears(launcher):
 
 class MouseTest(LauncherTest):
 
-    def test_a_running_mouse_server_gives_a_mouse_at_once(self):
-        launcher = self.launcher()
-        launcher.mouse_server.touch()
-        before = launcher.start()
-        launcher.click(*SECOND_ENTRY)
-        self.display.wait_for_change(before)
-        launcher.press("Return")
-        self.expect(launcher, 12, "second --with=\"two words\"\n", "1")
-
     def test_the_mouse_works_soon_after_its_server_appears(self):
         launcher = self.launcher()
         before = launcher.start()
@@ -307,7 +230,7 @@ class MouseTest(LauncherTest):
         self.assertLess(appears(launcher), 1.5)
         launcher.click(*SECOND_ENTRY)
         launcher.press("Return")
-        self.expect(launcher, 12, "second --with=\"two words\"\n", "1")
+        self.expect(launcher, 12, SECOND, "1")
 
 
 if __name__ == "__main__":

@@ -106,12 +106,8 @@ class Display:
         return subprocess.run(["xdotool", "getmouselocation"], env=environment, check=True,
                               stdout=subprocess.PIPE).stdout
 
-    def kill(self):
-        self._server.kill()
-        self._server.wait()
-
-    def stop(self):
-        self._server.terminate()
+    def stop(self, how=signal.SIGTERM):
+        self._server.send_signal(how)
         self._server.wait()
         self._server.stdout.close()
         self._memory.cleanup()
@@ -221,7 +217,7 @@ class Launcher:
 
 
 def text_of(path):
-    return path.read_text() if path.exists() else None
+    return path.read_text() if path.is_file() else None
 
 
 class _ClientMessage(ctypes.Structure):
