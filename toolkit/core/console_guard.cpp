@@ -135,22 +135,6 @@ sigset_t AllSignals() {
   return set;
 }
 
-[[noreturn]] void RunChild(int (*program)(), pid_t guard, const sigset_t& signals) {
-  struct sigaction action {};
-  action.sa_handler = EndAsOrphan;
-  action.sa_flags = static_cast<int>(SA_RESETHAND | SA_NODEFER);
-  action.sa_mask = AllSignals();
-  sigdelset(&action.sa_mask, GuardEnded());
-  sigaction(GuardEnded(), &action, nullptr);
-  prctl(PR_SET_PDEATHSIG, GuardEnded());
-  if (getppid() != guard) raise(GuardEnded());  // it ended before it could be asked for
-  std::signal(SIGTERM, SIG_DFL);
-  sigprocmask(SIG_SETMASK, &signals, nullptr);
-  guarded = true;
-  orphan.console->TakeOver();
-  std::exit(program());
-}
-
 // Whether a signal would have ended this process.
 bool Ends(int signal) {
   if (std::find(std::begin(kHarmless), std::end(kHarmless), signal) != std::end(kHarmless))
@@ -159,10 +143,33 @@ bool Ends(int signal) {
   return sigaction(signal, nullptr, &action) == 0 && action.sa_handler != SIG_IGN;
 }
 
+// Makes this process do its guard's work when it has none any more. The end of the session, which
+// may follow that of the guard, comes as another signal and must not forestall it.
+void WatchGuard(pid_t guard) {
+  struct sigaction action {};
+  action.sa_handler = EndAsOrphan;
+  action.sa_flags = static_cast<int>(SA_RESETHAND | SA_NODEFER);
+  action.sa_mask = AllSignals();
+  sigdelset(&action.sa_mask, GuardEnded());
+  sigdelset(&action.sa_mask, SIGHUP);
+  sigaction(GuardEnded(), &action, nullptr);
+  if (Ends(SIGHUP)) sigaction(SIGHUP, &action, nullptr);
+  prctl(PR_SET_PDEATHSIG, GuardEnded());
+  if (getppid() != guard) raise(GuardEnded());  // it ended before it could be asked for
+}
+
+[[noreturn]] void RunChild(int (*program)(), pid_t guard, const sigset_t& signals) {
+  WatchGuard(guard);
+  std::signal(SIGTERM, SIG_DFL);
+  sigprocmask(SIG_SETMASK, &signals, nullptr);
+  guarded = true;
+  orphan.console->TakeOver();
+  std::exit(program());
+}
+
 struct ChildEnd {
   int status;  // as the system tells it
-  int signal;  // that would have ended the guard, and ended the child instead; 0 when there was
-               // none
+  int signal;  // of the guard, that ended the child instead; 0 for none
 };
 
 // Ends the child when a signal would end this process. The child gets another one: it uses some
