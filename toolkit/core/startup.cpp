@@ -36,15 +36,25 @@ constexpr int kPaletteDepth = 8;
 constexpr int kNoDepth = 0;
 constexpr int kSystemRate = -1;  // of the keyboard
 
-// Allegro's timer thread and the event loop sleep a few microseconds at a time. With the kernel's
-// usual slack that wakes the processor thousands of times a second; with this one the program idles
-// below one percent and a tick is noticed at most this much later. In nanoseconds; threads inherit
-// it.
-constexpr unsigned long kTimerSlack = 4'000'000;
+// While it lives, threads that are created sleep up to 4 ms longer than they ask for. Those of
+// Allegro ask for a few microseconds at a time: with the kernel's usual slack that wakes the
+// processor thousands of times a second; with this one the program idles below one percent and a
+// tick comes at most this much later. What sets up a graphics mode does not wait that long.
+class LazyThreads {
+ public:
+  LazyThreads() { prctl(PR_SET_TIMERSLACK, kNanoseconds, 0, 0, 0); }
+  ~LazyThreads() { prctl(PR_SET_TIMERSLACK, kUsual, 0, 0, 0); }
+  LazyThreads(const LazyThreads&) = delete;
+  LazyThreads& operator=(const LazyThreads&) = delete;
+
+ private:
+  static constexpr unsigned long kNanoseconds = 4'000'000;
+  static constexpr unsigned long kUsual = 0;
+};
 
 bool InstallAllegro() {
   if (system_driver) return true;
-  prctl(PR_SET_TIMERSLACK, kTimerSlack, 0, 0, 0);
+  const LazyThreads lazy;
   SignalKeeper signals;
   if (install_allegro(SYSTEM_AUTODETECT, &errno, std::atexit) != 0) return false;
   // Allegro's handlers run its whole shut-down inside whatever was interrupted, and may hang or
@@ -130,6 +140,7 @@ void RestoreMode(Dialog& root) {
 }
 
 Error InstallInput() {
+  const LazyThreads lazy;
   if (install_keyboard() != 0) return kKeyboardError;
   three_finger_flag = FALSE;  // Ctrl+Alt+Del is no way to end a dialog that refuses to close
   if (install_timer() != 0) return kTimerError;
