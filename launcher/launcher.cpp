@@ -7,6 +7,7 @@
 #include <cstring>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -111,8 +112,31 @@ Error TryFallbackModes(Error result) {
   return result;
 }
 
+// While it lives, X's keyboard is set up without the table of how letters are put together, whose
+// reading takes as long as a third of the start: a menu has no place to type them.
+class WithoutComposing {
+ public:
+  WithoutComposing() {
+    if (const char* file = std::getenv(kVariable)) usual_ = file;
+    setenv(kVariable, "/dev/null", 1);
+  }
+  ~WithoutComposing() {
+    if (usual_)
+      setenv(kVariable, usual_->c_str(), 1);
+    else
+      unsetenv(kVariable);
+  }
+  WithoutComposing(const WithoutComposing&) = delete;
+  WithoutComposing& operator=(const WithoutComposing&) = delete;
+
+ private:
+  static constexpr const char* kVariable = "XCOMPOSEFILE";
+  std::optional<std::string> usual_;
+};
+
 // Returns only with a graphics mode and a running toolkit.
 void BringUpGraphics() {
+  const WithoutComposing menu;
   const Error result = TryFallbackModes(InstallToolkit(kSettingsFile, LimitMenu));
   if (!result.IsError()) return;
   if (result == Error{kGraphicsError}) EndWithoutGraphics();
