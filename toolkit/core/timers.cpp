@@ -1,8 +1,5 @@
 #include "toolkit/core/timers.h"
 
-#include <semaphore.h>
-#include <time.h>
-
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -11,6 +8,7 @@
 
 #include "toolkit/core/allegro.h"
 #include "toolkit/core/settings.h"
+#include "toolkit/core/wakeup.h"
 
 namespace zel {
 namespace {
@@ -22,19 +20,12 @@ struct Slot {
 };
 Slot slots[kTimerSlots];
 
-// Posted with every tick; Allegro's timers may run in a thread or in a signal handler.
-struct TickSemaphore {
-  TickSemaphore() { sem_init(&handle, 0, 0); }
-  sem_t handle;
-};
-TickSemaphore tickSemaphore;
-
 // Allegro's callbacks take no argument, so each slot has one of its own.
 using Callback = void (*)();
 template <int kId>
 void OnTick() {
   ++slots[kId].ticks;
-  sem_post(&tickSemaphore.handle);
+  WakeLoop();
 }
 template <int... kIds>
 constexpr std::array<Callback, sizeof...(kIds)> MakeCallbacks(std::integer_sequence<int, kIds...>) {
@@ -44,21 +35,6 @@ constexpr auto kCallbacks = MakeCallbacks(std::make_integer_sequence<int, kTimer
 
 int InstallWithAllegro(Callback tick, long speed) { return install_int_ex(tick, speed); }
 void RemoveFromAllegro(Callback tick) { remove_int(tick); }
-
-// Ends with the next tick, or after a while without one. Waiting for the tick itself costs a tenth
-// of the wake-ups of looking for it every few microseconds.
-void SleepUntilTick() {
-  constexpr long kLongestSleep = 100'000'000;  // nanoseconds
-  constexpr long kSecond = 1'000'000'000;
-  timespec end;
-  clock_gettime(CLOCK_REALTIME, &end);
-  end.tv_nsec += kLongestSleep;
-  if (end.tv_nsec >= kSecond) {
-    end.tv_nsec -= kSecond;
-    ++end.tv_sec;
-  }
-  sem_timedwait(&tickSemaphore.handle, &end);
-}
 
 // Allegro's timers count this many hardware ticks a second (its manual, install_int_ex).
 constexpr long kHardwareTicks = TIMERS_PER_SECOND;
@@ -97,7 +73,7 @@ void Reinstall(int id, long period) {
 
 }  // namespace
 
-TimerDriver timerDriver = {InstallWithAllegro, RemoveFromAllegro, SleepUntilTick};
+TimerDriver timerDriver = {InstallWithAllegro, RemoveFromAllegro, SleepUntilWoken};
 
 int InstallTimer(int ms) { return Install(PeriodOfMilliseconds(ms)); }
 int InstallTimerEx(int perSecond) { return Install(PeriodOfRate(perSecond)); }

@@ -30,7 +30,7 @@ struct TimerDriver {
   // Calls `tick` every `speed` of Allegro's hardware ticks; 0 on success (install_int_ex).
   int (*install)(void (*tick)(), long speed);
   void (*remove)(void (*tick)());
-  // Gives up the processor until a tick may have come.
+  // Gives up the processor until there may be a tick or input.
   void (*sleep)();
 };
 extern TimerDriver timerDriver;
