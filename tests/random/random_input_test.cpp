@@ -19,6 +19,8 @@
 #include "toolkit/core/loop_state.h"
 #include "toolkit/core/startup.h"
 #include "tools/gallery/gallery.h"
+// After Allegro itself.
+#include <allegro/internal/aintern.h>
 
 namespace zel {
 namespace {
@@ -46,7 +48,9 @@ class RandomInputTest : public LauncherFixture {
   }
   ~RandomInputTest() override {
     ExitToolkit();
-    for (volatile int* state : {&mouse_x, &mouse_y, &mouse_z, &mouse_b, &key_shifts}) *state = 0;
+    for (volatile int* state : {&mouse_x, &mouse_y, &mouse_z, &mouse_b, &key_shifts, &_key_shifts})
+      *state = 0;
+    for (int scancode = 0; scancode < KEY_MAX; ++scancode) key[scancode] = 0;
     clear_keybuf();
   }
 
@@ -64,7 +68,7 @@ class RandomInputTest : public LauncherFixture {
  private:
   int Below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
 
-  // One event and one tick of the clock.
+  // One event and, more often than not, one tick of the clock.
   void Play() {
     ASSERT_TRUE(root_->Contains(root_->FocusWidget()) || !root_->FocusWidget());
     ASSERT_TRUE(root_->Contains(root_->MouseWidget()) || !root_->MouseWidget());
@@ -74,6 +78,7 @@ class RandomInputTest : public LauncherFixture {
       over->Close();
     else
       endRoot_();
+    if (Below(3) == 0) return;
     const long logicPeriod = TIMERS_PER_SECOND / settings.UsableFrameRate();
     for (int i = 0; i < timers_.Count(); ++i)
       if (timers_.Period(i) == logicPeriod || Below(8) == 0) timers_.Tick(i, 1 + Below(2));
@@ -99,19 +104,28 @@ class RandomInputTest : public LauncherFixture {
     mouse_x = std::clamp(mouse_x + Below(17) - 8, 0, settings.screenWidth - 1);
     mouse_y = std::clamp(mouse_y + Below(17) - 8, 0, settings.screenHeight - 1);
   }
-  void Press() { mouse_b = mouse_b ? 0 : Below(4) ? 1 : 1 + Below(7); }
-  void Wheel() { mouse_z = mouse_z + Below(7) - 3; }
+  // The mouse's driver calls back, unless it is one of those that are polled.
+  void ChangeMouse(volatile int& state, int value) {
+    state = value;
+    if (mouse_callback && Below(8)) mouse_callback(MOUSE_FLAG_LEFT_DOWN);
+  }
+  void Press() { ChangeMouse(mouse_b, mouse_b ? 0 : Below(4) ? 1 : 1 + Below(7)); }
+  void Wheel() { ChangeMouse(mouse_z, mouse_z + Below(7) - 3); }
+  void Key(int character, int scancode) {
+    _handle_key_press(character, scancode);
+    if (Below(4)) _handle_key_release(scancode);
+  }
   void UsualKey() {
     static constexpr int kKeys[][2] = {
         {KEY_UP, 0},     {KEY_DOWN, 0},    {KEY_LEFT, 0}, {KEY_RIGHT, 0},    {KEY_TAB, 9},
         {KEY_ENTER, 13}, {KEY_HOME, 0},    {KEY_END, 0},  {KEY_PGUP, 0},     {KEY_PGDN, 0},
         {KEY_DEL, 0},    {KEY_SPACE, ' '}, {KEY_ESC, 27}, {KEY_BACKSPACE, 8}};
-    const auto& key = kKeys[Below(static_cast<int>(std::size(kKeys)))];
-    simulate_ukeypress(key[1], key[0]);
+    const auto& usual = kKeys[Below(static_cast<int>(std::size(kKeys)))];
+    Key(usual[1], usual[0]);
   }
   void AnyKey() { simulate_ukeypress(Below(2) ? 0 : Below(256), Below(KEY_MAX)); }
-  void Type() { simulate_ukeypress(Below(20) ? ' ' + Below(95) : Below(0x3000), Below(KEY_MAX)); }
-  void Shift() { key_shifts = Below(64); }
+  void Type() { Key(Below(20) ? ' ' + Below(95) : Below(0x3000), Below(KEY_MAX)); }
+  void Shift() { _key_shifts = Below(64); }
   void RequestClose() { loopState.closeRequested = true; }
   void SwitchIn() { loopState.redrawEverything = true; }
   void Progress() {

@@ -15,6 +15,8 @@
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/startup.h"
 #include "toolkit/skin/skin.h"
+// After Allegro itself.
+#include <allegro/internal/aintern.h>
 
 namespace zel {
 
@@ -87,7 +89,7 @@ class StageTest : public AllegroFixture {
     PutMouse(0, 0);
     mouse_b = 0;
     mouse_z = 0;
-    key_shifts = 0;
+    SetShifts(0);
   }
 
   // Without it there is no skin, and so no pointer shape and no rule for the focus.
@@ -137,11 +139,11 @@ class StageTest : public AllegroFixture {
     Tick();
   }
   void Press(int buttons = 1) {
-    mouse_b = mouse_b | buttons;
+    SetButtons(mouse_b | buttons);
     Tick();
   }
   void Release(int buttons = 1) {
-    mouse_b = mouse_b & ~buttons;
+    SetButtons(mouse_b & ~buttons);
     Tick();
   }
   void Click(int x, int y) {
@@ -154,6 +156,15 @@ class StageTest : public AllegroFixture {
     Tick();
   }
   void Key(int scancode) { Type(0, scancode); }
+  static void SetShifts(int shifts) {
+    key_shifts = shifts;
+    _key_shifts = shifts;
+  }
+  // As Allegro does it, whatever changes.
+  static void SetButtons(int buttons) {
+    mouse_b = buttons;
+    if (mouse_callback) mouse_callback(MOUSE_FLAG_LEFT_DOWN);
+  }
   static void PutMouse(int x, int y) {
     mouse_x = x;
     mouse_y = y;

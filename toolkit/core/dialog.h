@@ -9,6 +9,8 @@
 namespace zel {
 
 class Tooltip;
+struct InputRecord;
+struct MouseState;
 
 inline constexpr std::uint32_t kFlagMovable = 262144;
 inline constexpr std::uint32_t kFlagSizeable = 524288;
@@ -35,9 +37,10 @@ enum class FocusMove { kNext, kPrevious, kRight, kLeft, kDown, kUp };
 
 // A container with an event loop.
 //
-// The outermost dialog (the root, its own parent) owns the loop: once per logic tick it polls the
-// input, routes it to the child under the pointer or with the focus, and delivers timers; then it
-// draws what is dirty through the current screen update. Dialogs inside it are driven by it.
+// The outermost dialog (the root, its own parent) owns the loop: it routes input, as soon as there
+// is some, to the child under the pointer or with the focus, and once per logic tick tells where
+// the pointer has gone and delivers timers; then it draws what is dirty through the current screen
+// update. Dialogs inside it are driven by it.
 //
 // Borrows its children in drawing order, the last one topmost; owns its tooltip. A new dialog
 // covers the screen and is a root until it is added to another dialog.
@@ -142,7 +145,10 @@ class Dialog : public Widget {
   void SetFocus(Widget* widget);
   void ChangeFocus(Widget* oldFocus, Widget* newFocus);
   void MoveFocus(FocusMove move);
+  // What the mouse has done as the devices show it, and what the double click waits for. Once per
+  // logic tick.
   void HandleMouse();
+  // The joystick, or a key that waits in Allegro's buffer. Once per logic tick.
   void HandleKeyboard();
   // True when the key was used.
   bool HandleKey(int character, int scancode);
@@ -201,7 +207,12 @@ class Dialog : public Widget {
   void StartRoot();
   void EndRoot();
   bool WorkOffTimers();
-  void WaitForTick();
+  // Tells the input that has been recorded until now; false when there was none.
+  bool WorkOffInput();
+  void HandleRecord(const InputRecord& record);
+  // Until there is a tick or input.
+  void Wait();
+  void DrawFrame();
   void RestoreVideoMemory();
   Widget* RunPopup(Dialog& root, int px, int py, Widget* focusWidget);
   void PutTooltipAway();
@@ -228,6 +239,8 @@ class Dialog : public Widget {
   Widget* CapturingChild() const;
   void Drag();
   void DragEdges(int dx, int dy);
+  // Tells what has changed since that state of the mouse.
+  void TellMouse(const MouseState& before, bool inTick);
   void DispatchButtons(int before, int now);
 
   void DropFocus(Widget* widget);

@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "toolkit/core/dialog.h"
+#include "toolkit/core/input.h"
 #include "toolkit/core/loop_state.h"
 #include "toolkit/core/mouse_pointer.h"
 #include "toolkit/core/settings.h"
@@ -144,7 +145,7 @@ bool Dialog::HandleDialogKey(int character, int scancode) {
     if (row.scancode != scancode) continue;
     // A widget that is pressed with the mouse has to see the release.
     if (mousePointer && mousePointer->GetButtons() != 0 && FocusIsPressed()) return true;
-    const bool backward = row.move == FocusMove::kNext && (key_shifts & KB_SHIFT_FLAG);
+    const bool backward = row.move == FocusMove::kNext && (Shifts() & KB_SHIFT_FLAG);
     MoveFocus(backward ? FocusMove::kPrevious : row.move);
     return true;
   }

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "toolkit/core/dialog.h"
+#include "toolkit/core/input.h"
 #include "toolkit/core/loop_state.h"
 #include "toolkit/core/mouse_pointer.h"
 #include "toolkit/core/screen_update.h"
@@ -82,9 +83,11 @@ void Dialog::StartRoot() {
   mousePointer->SetScreenUpdate(CurrentScreenUpdate());
   if (settings.showMouse) mousePointer->Poll();
   SetCursor(MOUSE_NORMAL);
+  StartInput();
 }
 
 void Dialog::EndRoot() {
+  EndInput();
   RemoveTimer(loopState.logicTimer);
   loopState.logicTimer = LoopState::kNoRoot;
   loopState.root = nullptr;
@@ -139,10 +142,15 @@ bool Dialog::WorkOffTimers() {
   return ticked;
 }
 
-void Dialog::WaitForTick() {
+void Dialog::Wait() {
   // Without a logic timer there may be no tick to wait for.
-  if (!settings.yield || loopState.logicTimer < 0) return;
-  while (NextTimerEvent() == kNoTimer) timerDriver.sleep();
+  if (!settings.yield || loopState.logicTimer < 0 || InputTarget()->closed) return;
+  while (!InputWaits() && NextTimerEvent() == kNoTimer) timerDriver.sleep();
+}
+
+void Dialog::DrawFrame() {
+  DrawDirty();
+  if (ScreenUpdate* update = CurrentScreenUpdate()) update->Redraw();
 }
 
 void Dialog::MsgIdle() {
@@ -153,11 +161,9 @@ void Dialog::MsgIdle() {
       Redraw();
     }
     const bool ticked = WorkOffTimers();
-    if (ticked || settings.unlimitedFrameRate) {
-      DrawDirty();
-      if (ScreenUpdate* update = CurrentScreenUpdate()) update->Redraw();
-    }
-    WaitForTick();
+    const bool told = WorkOffInput();
+    if (ticked || told || settings.unlimitedFrameRate) DrawFrame();
+    Wait();
     if (loopState.closeRequested) {
       loopState.closeRequested = false;
       Close();
@@ -172,6 +178,7 @@ void Dialog::MsgTick() {
   Widget::MsgTick();
   if (IsRoot()) {
     InitChangedSkins();
+    WorkOffInput();
     if (settings.showMouse) HandleMouse();
     if (settings.useKeyboard) HandleKeyboard();
     ApplyGeometry();
@@ -211,6 +218,7 @@ Widget* Dialog::RunPopup(Dialog& root, int px, int py, Widget* focusWidget) {
   Widget* const outerFocus = root.FocusWidget();
   Widget* const outerChild = root.focus;
   const bool rootWasClosed = root.closed;
+  const HandledInput nothing;
   // What opened the popup may still be held; so may what closes it.
   joystickHeld = root.InputTarget()->joystickHeld;
   if (!IsRoot() && parent) parent->Dialog::Remove(this);

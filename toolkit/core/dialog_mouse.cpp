@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "toolkit/core/dialog.h"
+#include "toolkit/core/input.h"
 #include "toolkit/core/loop_state.h"
 #include "toolkit/core/mouse_pointer.h"
 #include "toolkit/core/settings.h"
@@ -48,58 +49,69 @@ enum FocusRule : int { kFocusFollowsPointer = 0, kFocusGoesToWilling = 1 };
 // A dragged dialog never leaves the left or the top edge.
 int KeepOnScreen(int coordinate) { return coordinate < 1 ? 0 : coordinate; }
 
-void CountDoubleClick(int pressed) {
+// True when the presses mean something for the double click.
+bool NotePress(int pressed) {
   for (const ButtonRow& row : kButtons) {
-    if (loopState.doubleClick == DoubleClick::kNone && (pressed & row.button)) {
+    if (!(pressed & row.button)) continue;
+    if (loopState.doubleClick == DoubleClick::kNone) {
       loopState.doubleClick = row.once;
-      return;
+      return true;
     }
-    if (loopState.doubleClick == row.once && (pressed & row.button)) {
+    if (loopState.doubleClick == row.once) {
       loopState.doubleClick = DoubleClick::kDetected;
-      return;
+      return true;
     }
   }
-  if (loopState.doubleClick == DoubleClick::kNone) return;
-  if (++loopState.doubleClickCounter < loopState.doubleClickWindow) return;
-  loopState.ForgetPresses();
+  return false;
+}
+
+// A press between two ticks belongs to the second one. True when that is a double click's, which
+// comes with the tick after its press.
+bool CountDoubleClick(int pressed, bool inTick) {
+  const bool isDouble =
+      inTick && loopState.doubleClick == DoubleClick::kDetected && !loopState.pressedSinceTick;
+  if (isDouble) return true;
+  if (NotePress(pressed)) loopState.pressedSinceTick = true;
+  if (!inTick || std::exchange(loopState.pressedSinceTick, false)) return false;
+  if (loopState.doubleClick == DoubleClick::kNone) return false;
+  if (++loopState.doubleClickCounter >= loopState.doubleClickWindow) loopState.ForgetPresses();
+  return false;
 }
 
 }  // namespace
 
-Dialog* Dialog::InputTarget() {
-  Dialog* popup = AsDialog(focus);
-  return popup && popup->TestFlag(kFlagPoppedUp) ? popup : this;
+void Dialog::HandleMouse() {
+  if (!mousePointer || InputTarget()->closed) return;
+  const MouseState before = mousePointer->State();
+  if (mouse_needs_poll()) poll_mouse();
+  mousePointer->Update();
+  // What has been recorded meanwhile is told from the records.
+  if (InputWaits()) mousePointer->Follow(before);
+  TellMouse(before, true);
 }
 
-void Dialog::HandleMouse() {
-  if (!mousePointer) return;
+void Dialog::TellMouse(const MouseState& before, bool inTick) {
   Dialog* target = InputTarget();
-  if (target->closed) return;
-  const Point position = mousePointer->GetMousePosition();
-  const int buttons = mousePointer->GetButtons();
-  const int wheel = mousePointer->GetWheel();
-  poll_mouse();
-  mousePointer->Update();
   // Taken now: what follows may run a popup, which gets what happens meanwhile.
-  const Point moved = mousePointer->GetMousePosition();
-  const int pressed = mousePointer->GetButtons();
-  const int turned = mousePointer->GetWheel() - wheel;
+  const MouseState now = mousePointer->State();
+  const int pressed = now.buttons & ~before.buttons;
+  const int turned = now.wheel - before.wheel;
+  const Point moved{now.position.x - before.position.x, now.position.y - before.position.y};
 
   // Under the resting pointer, widgets may have come, gone, or become able to be pressed.
   Widget* under = target->MouseWidget();
-  const bool restsAndActs = moved == position && ((pressed & ~buttons) || turned != 0);
+  const bool restsAndActs = moved == Point{} && (pressed != 0 || turned != 0);
   if (restsAndActs || (under && !IfUsable(under))) target->FollowPointer();
   if (target->closed) return;
-  const bool isDouble = loopState.doubleClick == DoubleClick::kDetected;
-  if (!isDouble) CountDoubleClick(pressed & ~buttons);
-  target->DispatchButtons(buttons, pressed);
+  const bool isDouble = CountDoubleClick(pressed, inTick);
+  target->DispatchButtons(before.buttons, now.buttons);
   // Unless a popup came in between.
   if (isDouble && loopState.doubleClick == DoubleClick::kDetected) {
     loopState.ForgetPresses();
     if (!target->closed) target->MsgDClick();
   }
   if (target->closed) return;
-  if (moved != position) target->MsgMouseMove({moved.x - position.x, moved.y - position.y});
+  if (moved != Point{}) target->MsgMouseMove(moved);
   if (turned != 0) target->MsgWheel(turned);
 }
 

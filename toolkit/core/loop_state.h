@@ -17,6 +17,7 @@ struct LoopState {
   void ForgetPresses() {
     doubleClick = DoubleClick::kNone;
     doubleClickCounter = 0;
+    pressedSinceTick = false;
   }
 
   Dialog* root = nullptr;  // the one that runs
@@ -24,6 +25,7 @@ struct LoopState {
   DoubleClick doubleClick = DoubleClick::kNone;
   int doubleClickCounter = 0;              // logic ticks since the first press
   int doubleClickWindow = 0;               // logic ticks
+  bool pressedSinceTick = false;           // which the next tick then does not count
   volatile bool redrawEverything = false;  // set by Allegro's display-switch callback
   volatile bool closeRequested = false;    // set by Allegro's close-button callback
   Widget* lastFocus = nullptr;             // the widget that last lost the focus

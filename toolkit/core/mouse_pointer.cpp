@@ -107,6 +107,18 @@ void MousePointer::Update() {
   if (cursor) cursor->Update();
   const Point before = mousePosition;
   Poll();
+  MoveShape(before);
+}
+
+void MousePointer::Follow(const MouseState& state) {
+  const Point before = mousePosition;
+  mousePosition = state.position;
+  buttons = state.buttons;
+  wheel = state.wheel;
+  MoveShape(before);
+}
+
+void MousePointer::MoveShape(Point before) {
   const Point moved{mousePosition.x - before.x, mousePosition.y - before.y};
   pointerPosition = {pointerPosition.x + moved.x, pointerPosition.y + moved.y};
   shadowPosition = {shadowPosition.x + moved.x, shadowPosition.y + moved.y};

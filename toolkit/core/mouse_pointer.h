@@ -3,6 +3,7 @@
 
 #include "toolkit/core/cursor.h"
 #include "toolkit/core/geometry.h"
+#include "toolkit/core/input.h"
 #include "toolkit/core/screen_update.h"
 #include "toolkit/skin/skin_bitmap.h"
 
@@ -39,6 +40,9 @@ class MousePointer {
   Point GetMousePosition() const { return mousePosition; }
   int GetButtons() const { return buttons; }
   int GetWheel() const { return wheel; }
+  MouseState State() const { return {mousePosition, buttons, wheel}; }
+  // Follows the mouse to where it was.
+  void Follow(const MouseState& state);
 
  private:
   // Null while the settings hide the mouse or there is nothing to draw on.
@@ -49,6 +53,8 @@ class MousePointer {
   void SaveBackground(BITMAP* canvas);
   bool BackgroundFits(BITMAP* canvas) const;
   void ReportSavedArea();
+  // By as much as the mouse has moved since it was at `before`.
+  void MoveShape(Point before);
 
   Cursor* cursor = nullptr;
   SkinBitmap background;  // empty while there is no shape to be shown

@@ -1,6 +1,7 @@
 #include "toolkit/widgets/accelerator.h"
 
 #include "toolkit/core/dialog.h"
+#include "toolkit/core/input.h"
 
 namespace zel {
 namespace {
@@ -17,7 +18,7 @@ void Accelerator::Setup(int newScancode, int newShifts, Widget* newTarget) {
 }
 
 bool Accelerator::MsgXChar(int code) {
-  if (code >> 8 != scancode || (key_shifts & kComparedShifts) != shifts) return false;
+  if (code >> 8 != scancode || (Shifts() & kComparedShifts) != shifts) return false;
   if (target && target->Disabled()) return false;
   if (!GetParent()) return false;
   GetParent()->HandleEvent(target ? target : this, MSG_ACTIVATE, 0, 0);

@@ -9,6 +9,7 @@
 
 #include "toolkit/core/cursor.h"
 #include "toolkit/core/dialog.h"
+#include "toolkit/core/input.h"
 #include "toolkit/core/text.h"
 #include "toolkit/skin/skin.h"
 
@@ -205,7 +206,7 @@ bool EditBox::MsgChar(int code) {
   const auto row = std::find_if(std::begin(kKeys), std::end(kKeys),
                                 [scancode](const auto& key) { return key.scancode == scancode; });
   const bool isUsed = row != std::end(kKeys);
-  if (isUsed) (this->*row->action)((key_shifts & KB_SHIFT_FLAG) != 0);
+  if (isUsed) (this->*row->action)((Shifts() & KB_SHIFT_FLAG) != 0);
   if (scancode == KEY_ENTER) {
     const LifeWatch watch{*this};
     Report(MSG_ACTIVATE);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "toolkit/core/input.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {
@@ -91,7 +92,7 @@ bool ScrollGrip::MsgChar(int code) {
   const int scancode = code >> 8;
   if (IsScrollKey(scancode)) {
     Report(MSG_SCROLL, scancode);
-    clear_keybuf();
+    ForgetKeys();
   }
   return Button::MsgChar(code);
 }

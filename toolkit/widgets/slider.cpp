@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "toolkit/core/dialog.h"
+#include "toolkit/core/input.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {
@@ -182,7 +183,7 @@ bool Slider::MsgChar(int code) {
   for (const auto& row : rows) {
     if (row.scancode != scancode) continue;
     MoveTo(row.target);
-    clear_keybuf();
+    ForgetKeys();
     return true;
   }
   return false;

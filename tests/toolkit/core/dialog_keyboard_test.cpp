@@ -117,7 +117,7 @@ TEST_F(DialogKeyboardTest, ArrowsAndTabMoveTheFocus) {
   root.names[&low] = 'l';
   const auto expect = [this](Widget* from, int scancode, const char* to, int shifts = 0) {
     Focus(from);
-    key_shifts = shifts;
+    SetShifts(shifts);
     Key(scancode);
     EXPECT_EQ(root.names[root.FocusWidget()], *to) << root.names[from] << ' ' << scancode;
   };

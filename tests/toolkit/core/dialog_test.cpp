@@ -163,7 +163,7 @@ TEST_F(DialogTest, APopupTakesTheInputAndGivesItBack) {
   const auto press = [&](const char* soFar, int x) {
     Expect(soFar);
     PutMouse(x, 25);
-    mouse_b = 1 - mouse_b;
+    SetButtons(1 - mouse_b);
     simulate_ukeypress('x', 0);
   };
   Script({[&] { press("i2 p2 b14 p13 i13 i11 b12 p11 ", 25); }, [&] { press("p18 i18 i7 ", 110); },
