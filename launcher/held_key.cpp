@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "toolkit/core/allegro.h"
+#include "toolkit/core/input.h"
 
 namespace zel {
 namespace {
@@ -15,7 +16,9 @@ constexpr int kChoosingKeys[] = {KEY_ENTER, KEY_ENTER_PAD, KEY_SPACE};
 void HeldKey::Hold(int scancode) {
   const bool chooses = std::find(std::begin(kChoosingKeys), std::end(kChoosingKeys), scancode) !=
                        std::end(kChoosingKeys);
-  if (chooses && key[scancode] != 0) held_ = scancode;
+  if (!chooses || key[scancode] == 0) return;
+  held_ = scancode;
+  releases_ = Releases(scancode);
 }
 
 void HeldKey::HoldAny() {
@@ -24,10 +27,11 @@ void HeldKey::HoldAny() {
 
 void HeldKey::Poll() {
   // A repeat that is still to be read belongs to the key that has just come up.
-  if (key[held_] == 0 && !keypressed()) held_ = 0;
+  if (key[held_] == 0 && !InputWaits() && !keypressed()) held_ = 0;
 }
 
 bool HeldKey::Ignores(int scancode) {
+  if (Releases(held_) != releases_) held_ = 0;
   // A key that is up repeats no more once another has been read.
   if (scancode != held_ && key[held_] == 0) held_ = 0;
   return held_ != 0 && scancode == held_;

@@ -17,7 +17,8 @@ class HeldKey {
   bool Ignores(int scancode);
 
  private:
-  int held_ = 0;  // scancode, or 0
+  int held_ = 0;           // scancode, or 0
+  unsigned releases_ = 0;  // of that key, when it was held
 };
 
 }  // namespace zel

@@ -5,6 +5,8 @@
 #include "tests/support/launcher_fixture.h"
 #include "toolkit/core/mouse_pointer.h"
 #include "toolkit/core/startup.h"
+// After Allegro itself.
+#include <allegro/internal/aintern.h>
 
 namespace zel {
 namespace {
@@ -80,6 +82,13 @@ TEST_F(MenuScreenTest, KeysMoveThroughTheMenus) {
   screen_->MsgTick();
   EXPECT_EQ(After({}), "2/0/0") << "its last repeat";
   EXPECT_EQ(After({KEY_SPACE}), "1/2/12");
+  _handle_key_press(13, KEY_ENTER);
+  _handle_key_release(KEY_ENTER);
+  _handle_key_press(13, KEY_ENTER);
+  _handle_key_press(13, KEY_ENTER);
+  screen_->MsgTick();
+  EXPECT_EQ(After({}), "1/2/12") << "in and back within a tick, and held";
+  _handle_key_release(KEY_ENTER);
 }
 
 TEST_F(MenuScreenTest, TheLastPositionIsRestoredAsFarAsItFits) {
