@@ -213,6 +213,7 @@ class Dialog : public Widget {
   // Until there is a tick or input.
   void Wait();
   void DrawFrame();
+  void DrawFirstFrame();
   void RestoreVideoMemory();
   Widget* RunPopup(Dialog& root, int px, int py, Widget* focusWidget);
   void PutTooltipAway();

@@ -153,6 +153,13 @@ void Dialog::DrawFrame() {
   if (ScreenUpdate* update = CurrentScreenUpdate()) update->Redraw();
 }
 
+// As the first tick would find it.
+void Dialog::DrawFirstFrame() {
+  InitChangedSkins();
+  ApplyGeometry();
+  DrawFrame();
+}
+
 void Dialog::MsgIdle() {
   if (IsRoot()) {
     if (loopState.redrawEverything) {
@@ -207,6 +214,7 @@ Widget* Dialog::Execute(Widget* focusWidget) {
   SetFocus(focusWidget);
   closed = false;
   MsgStart();
+  if (!closed) DrawFirstFrame();
   while (!closed) MsgIdle();
   Widget* last = focus;
   MsgEnd();

@@ -141,7 +141,10 @@ TEST_F(InputTest, WakesTheLoopBetweenTwoTicks) {
   root.onEvent = [this](Widget*, int msg, int) {
     if (msg == MSG_CHAR) root.Close();
   };
-  clock.onSleep = [] { PressKey('q', KEY_Q); };
+  clock.onSleep = [this] {
+    EXPECT_EQ(At(10, 10), red) << "the first frame";
+    PressKey('q', KEY_Q);
+  };
   root.Execute(&a);
   EXPECT_EQ(clock.sleeps, 1);
   EXPECT_EQ(a.ticks, 0);
