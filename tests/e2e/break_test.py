@@ -31,7 +31,7 @@ class ScarcityTest(LauncherTest):
             self.assertRegex(launcher.stderr(), f"^zel: cannot {message}\n$")
 
     def test_a_choice_takes_neither_room_in_tmp_nor_many_descriptors(self):
-        for before, position in ((FILL.format("/tmp"), None), ("ulimit -n 5", "1")):
+        for before, position in ((FILL.format("/tmp"), None), ("ulimit -n 6", "1")):
             launcher = self.launcher()
             launcher.start(before=before)
             launcher.press("Down", "Return")

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "toolkit/core/dialog.h"
+#include "toolkit/core/display_link.h"
 #include "toolkit/core/input.h"
 #include "toolkit/core/loop_state.h"
 #include "toolkit/core/mouse_pointer.h"
@@ -84,6 +85,7 @@ void Dialog::StartRoot() {
   if (settings.showMouse) mousePointer->Poll();
   SetCursor(MOUSE_NORMAL);
   StartInput();
+  LinkDisplay();
 }
 
 void Dialog::EndRoot() {
@@ -151,6 +153,7 @@ void Dialog::Wait() {
 void Dialog::DrawFrame() {
   DrawDirty();
   if (ScreenUpdate* update = CurrentScreenUpdate()) update->Redraw();
+  TalkToDisplay();
 }
 
 // As the first tick would find it.

@@ -6,6 +6,9 @@
 
 #include <cstdint>
 
+#include "toolkit/core/display_link.h"
+#include "toolkit/core/input.h"
+
 namespace zel {
 namespace {
 
@@ -23,9 +26,17 @@ void WakeLoop() {
 }
 
 void SleepUntilWoken() {
-  pollfd wake{wakeDescriptor, POLLIN, 0};
+  // A mouse on its way sends more within a tick than is to be told. Once there was nothing to tell,
+  // the display is left to Allegro's rounds until the next tick.
+  static bool listens = true;
+  pollfd watched[] = {{wakeDescriptor, POLLIN, 0}, {listens ? DisplayDescriptor() : -1, POLLIN, 0}};
+  if (poll(watched, 2, kLongestSleep) <= 0) return;
+  if (watched[1].revents != 0) {
+    TalkToDisplay();
+    listens = InputWaits();
+  }
   std::uint64_t calls;
-  if (poll(&wake, 1, kLongestSleep) > 0 && read(wakeDescriptor, &calls, sizeof calls) < 0) return;
+  if (watched[0].revents != 0 && read(wakeDescriptor, &calls, sizeof calls) > 0) listens = true;
 }
 
 }  // namespace zel
