@@ -1,7 +1,7 @@
 // The least that an Allegro program can do: shows one picture and sleeps. What the launcher is
 // measured against.
 #include "imageformats/register.h"
-#include "toolkit/core/allegro.h"
+#include "toolkit/base/allegro.h"
 
 int main(int argc, char** argv) {
   if (argc != 2 || install_allegro(SYSTEM_AUTODETECT, &errno, atexit) != 0) return 1;

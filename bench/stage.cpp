@@ -6,10 +6,10 @@
 
 #include "imageformats/register.h"
 #include "launcher/paths.h"
-#include "toolkit/core/screen_update.h"
-#include "toolkit/core/settings.h"
+#include "toolkit/base/settings.h"
 #include "toolkit/core/startup.h"
-#include "toolkit/skin/engine_font.h"
+#include "toolkit/draw/engine_font.h"
+#include "toolkit/draw/screen_update.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {

@@ -23,14 +23,14 @@
 #include "launcher/progress.h"
 #include "launcher/result_files.h"
 #include "launcher/state.h"
-#include "toolkit/core/allegro.h"
-#include "toolkit/core/bitmap_guard.h"
-#include "toolkit/core/bytes.h"
-#include "toolkit/core/screen_update.h"
-#include "toolkit/core/settings.h"
-#include "toolkit/core/text.h"
-#include "toolkit/skin/engine_font.h"
-#include "toolkit/skin/font.h"
+#include "toolkit/base/allegro.h"
+#include "toolkit/base/bytes.h"
+#include "toolkit/base/settings.h"
+#include "toolkit/base/text.h"
+#include "toolkit/draw/bitmap_guard.h"
+#include "toolkit/draw/engine_font.h"
+#include "toolkit/draw/font.h"
+#include "toolkit/draw/screen_update.h"
 #include "toolkit/skin/skin.h"
 #include "tools/support/menu_check.h"
 #include "tools/support/offscreen.h"
@@ -250,9 +250,9 @@ constexpr FuzzTarget kTargets[] = {
     {"gridbmp", "a.bmp", 1 << 14, TryFont, ""},
     {"script", "a.txt", kText, TryFont, ""},
     {"datafile", "a.dat", 1 << 14, TryElements, "toolkit/skin/elements.cpp"},
-    {"cursors", "a.dat", 1 << 16, TryCursors, "toolkit/core/cursor.cpp toolkit/skin/skin_data.cpp"},
-    {"skin", "a.skin", kText, TrySkin, "toolkit/skin/*.cpp toolkit/core/cursor.cpp"},
-    {"settings", "a.cfg", kText, TrySettings, "toolkit/core/settings.cpp"},
+    {"cursors", "a.dat", 1 << 16, TryCursors, "toolkit/draw/cursor.cpp toolkit/skin/skin_data.cpp"},
+    {"skin", "a.skin", kText, TrySkin, "toolkit/skin/*.cpp toolkit/draw/cursor.cpp"},
+    {"settings", "a.cfg", kText, TrySettings, "toolkit/base/settings.cpp"},
     {"menu", "a.cfg", kText, TryMenu, "launcher/menu_*.cpp"},
     {"hints", "a.txt", 8192, TryHints, "launcher/hint_file.cpp"},
     {"progress", "progress", kText, TryProgress, "launcher/progress.cpp"},
@@ -261,7 +261,7 @@ constexpr FuzzTarget kTargets[] = {
     {"screen", "files", 2 * kText, TryScreen, "launcher/*.cpp"},
     {"text", "a.txt", 2048, TryText, ""},
     {"tree", "files", 2 * kText, TryTree,
-     "tools/support/menu_check.cpp launcher/menu_*.cpp toolkit/core/settings.cpp"},
+     "tools/support/menu_check.cpp launcher/menu_*.cpp toolkit/base/settings.cpp"},
 };
 
 // A picture with two characters on a grid of marks.

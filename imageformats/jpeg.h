@@ -1,7 +1,7 @@
 // JPEG pictures, through libjpeg.
 #pragma once
 
-#include "toolkit/core/allegro.h"
+#include "toolkit/base/allegro.h"
 
 namespace zel {
 

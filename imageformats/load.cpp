@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "imageformats/library_formats.h"
-#include "toolkit/core/text.h"
+#include "toolkit/base/text.h"
 
 namespace zel {
 namespace {

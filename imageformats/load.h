@@ -1,7 +1,7 @@
 // Loading pictures from files of any content.
 #pragma once
 
-#include "toolkit/core/allegro.h"
+#include "toolkit/base/allegro.h"
 
 namespace zel {
 

@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "toolkit/core/allegro.h"
-#include "toolkit/core/bytes.h"
+#include "toolkit/base/allegro.h"
+#include "toolkit/base/bytes.h"
 
 namespace zel {
 

@@ -1,7 +1,7 @@
 // PNG pictures, through libpng.
 #pragma once
 
-#include "toolkit/core/allegro.h"
+#include "toolkit/base/allegro.h"
 
 namespace zel {
 

@@ -2,7 +2,7 @@
 
 #include "imageformats/jpeg.h"
 #include "imageformats/png.h"
-#include "toolkit/core/text.h"
+#include "toolkit/base/text.h"
 
 namespace zel {
 

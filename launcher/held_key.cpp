@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "toolkit/core/allegro.h"
-#include "toolkit/core/input.h"
+#include "toolkit/base/allegro.h"
+#include "toolkit/base/input.h"
 
 namespace zel {
 namespace {

@@ -4,8 +4,8 @@
 
 #include "launcher/menu_config.h"
 #include "launcher/whole_file.h"
-#include "toolkit/core/allegro.h"
-#include "toolkit/core/text.h"
+#include "toolkit/base/allegro.h"
+#include "toolkit/base/text.h"
 
 namespace zel {
 namespace {

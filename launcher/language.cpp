@@ -12,7 +12,7 @@
 #include "launcher/paths.h"
 #include "launcher/state.h"
 #include "launcher/texts.h"
-#include "toolkit/core/allegro.h"
+#include "toolkit/base/allegro.h"
 
 namespace zel {
 namespace {

@@ -18,12 +18,12 @@
 #include "launcher/result_files.h"
 #include "launcher/state.h"
 #include "launcher/texts.h"
-#include "toolkit/core/allegro.h"
-#include "toolkit/core/confinement.h"
-#include "toolkit/core/graphics_mode.h"
-#include "toolkit/core/settings.h"
+#include "toolkit/base/allegro.h"
+#include "toolkit/base/confinement.h"
+#include "toolkit/base/graphics_mode.h"
+#include "toolkit/base/settings.h"
+#include "toolkit/base/text.h"
 #include "toolkit/core/startup.h"
-#include "toolkit/core/text.h"
 
 namespace zel {
 namespace {

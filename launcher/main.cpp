@@ -1,6 +1,6 @@
 #include "launcher/launcher.h"
 #include "launcher/result_files.h"
-#include "toolkit/core/console_guard.h"
+#include "toolkit/base/console_guard.h"
 
 int main() {
   zel::LimitLauncher();

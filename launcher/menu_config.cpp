@@ -10,8 +10,8 @@
 #include "launcher/state.h"
 #include "launcher/texts.h"
 #include "launcher/whole_file.h"
-#include "toolkit/core/section_file.h"
-#include "toolkit/core/settings.h"
+#include "toolkit/base/section_file.h"
+#include "toolkit/base/settings.h"
 
 namespace zel {
 

@@ -5,8 +5,8 @@
 #include <memory>
 #include <vector>
 
-#include "toolkit/core/text.h"
-#include "toolkit/skin/color.h"
+#include "toolkit/base/text.h"
+#include "toolkit/draw/color.h"
 
 namespace zel {
 

@@ -8,8 +8,8 @@
 #include "launcher/result_files.h"
 #include "launcher/state.h"
 #include "launcher/wait_dialog.h"
-#include "toolkit/core/console_guard.h"
-#include "toolkit/core/settings.h"
+#include "toolkit/base/console_guard.h"
+#include "toolkit/base/settings.h"
 
 namespace zel {
 namespace {

@@ -4,8 +4,8 @@
 #include "launcher/menu_config.h"
 #include "launcher/menu_widgets.h"
 #include "launcher/progress.h"
+#include "toolkit/base/timers.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/timers.h"
 #include "toolkit/widgets/panel.h"
 
 namespace zel {

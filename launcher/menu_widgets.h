@@ -7,8 +7,8 @@
 
 #include "launcher/held_key.h"
 #include "launcher/menu_config.h"
+#include "toolkit/base/messages.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/messages.h"
 #include "toolkit/widgets/list_view.h"
 #include "toolkit/widgets/panel.h"
 #include "toolkit/widgets/scroll_view.h"

@@ -7,8 +7,8 @@
 #include "imageformats/load.h"
 #include "launcher/paths.h"
 #include "launcher/plain_file.h"
+#include "toolkit/base/section_file.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/section_file.h"
 
 namespace zel {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "launcher/plain_file.h"
-#include "toolkit/core/allegro.h"
+#include "toolkit/base/allegro.h"
 #include "toolkit/widgets/value_range.h"
 
 namespace zel {

@@ -12,7 +12,7 @@
 #include "launcher/paths.h"
 #include "launcher/plain_file.h"
 #include "launcher/state.h"
-#include "toolkit/core/text.h"
+#include "toolkit/base/text.h"
 
 namespace zel {
 namespace {

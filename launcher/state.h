@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "toolkit/core/text.h"
-#include "toolkit/skin/color.h"
+#include "toolkit/base/text.h"
+#include "toolkit/draw/color.h"
 
 namespace zel {
 

@@ -6,7 +6,7 @@
 #include "launcher/held_key.h"
 #include "launcher/menu_config.h"
 #include "launcher/progress.h"
-#include "toolkit/core/timers.h"
+#include "toolkit/base/timers.h"
 #include "toolkit/widgets/accelerator.h"
 #include "toolkit/widgets/button.h"
 #include "toolkit/widgets/dialog_template.h"

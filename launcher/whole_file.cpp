@@ -1,6 +1,6 @@
 #include "launcher/whole_file.h"
 
-#include "toolkit/core/bytes.h"
+#include "toolkit/base/bytes.h"
 
 namespace zel {
 

@@ -11,8 +11,8 @@
 #include <cstdlib>
 
 #include "imageformats/register.h"
-#include "toolkit/core/allegro.h"
-#include "toolkit/core/bitmap_guard.h"
+#include "toolkit/base/allegro.h"
+#include "toolkit/draw/bitmap_guard.h"
 #include "tools/support/menu_check.h"
 
 int main(int argc, char** argv) {

@@ -16,7 +16,7 @@
 #include "launcher/language.h"
 #include "launcher/menu_screen.h"
 #include "launcher/paths.h"
-#include "toolkit/core/settings.h"
+#include "toolkit/base/settings.h"
 #include "tools/support/offscreen.h"
 
 namespace zel {

@@ -2,7 +2,7 @@
 #include <cstdio>
 
 #include "docs/example/disk_question.h"
-#include "toolkit/core/settings.h"
+#include "toolkit/base/settings.h"
 #include "toolkit/core/startup.h"
 
 int main(int argc, char** argv) {

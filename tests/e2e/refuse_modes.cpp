@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "toolkit/core/allegro.h"
+#include "toolkit/base/allegro.h"
 
 namespace {
 

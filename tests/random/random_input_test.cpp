@@ -15,9 +15,9 @@
 #include "tests/support/fake_machine.h"
 #include "tests/support/fake_timers.h"
 #include "tests/support/launcher_fixture.h"
-#include "toolkit/core/bitmap_guard.h"
 #include "toolkit/core/loop_state.h"
 #include "toolkit/core/startup.h"
+#include "toolkit/draw/bitmap_guard.h"
 #include "tools/gallery/gallery.h"
 // After Allegro itself.
 #include <allegro/internal/aintern.h>

@@ -7,9 +7,9 @@
 #include <cerrno>
 #include <numeric>
 
-#include "toolkit/core/allegro.h"
-#include "toolkit/core/settings.h"
-#include "toolkit/skin/color.h"
+#include "toolkit/base/allegro.h"
+#include "toolkit/base/settings.h"
+#include "toolkit/draw/color.h"
 
 namespace zel {
 

@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "tests/support/allegro_fixture.h"
-#include "toolkit/core/graphics_mode.h"
+#include "toolkit/base/graphics_mode.h"
 
 #include <allegro/internal/aintern.h>  // _switch_in
 

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "toolkit/core/allegro.h"
+#include "toolkit/base/allegro.h"
 
 namespace zel {
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "toolkit/core/timers.h"
+#include "toolkit/base/timers.h"
 
 namespace zel {
 

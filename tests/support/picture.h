@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "toolkit/core/allegro.h"
+#include "toolkit/base/allegro.h"
 
 namespace zel {
 

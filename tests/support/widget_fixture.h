@@ -9,8 +9,8 @@
 #include "tests/support/fake_machine.h"
 #include "tests/support/picture.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/screen_update.h"
 #include "toolkit/core/startup.h"
+#include "toolkit/draw/screen_update.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "toolkit/base/settings.h"
 #include "toolkit/core/loop_state.h"
-#include "toolkit/core/settings.h"
-#include "toolkit/widgets/tooltip.h"
+#include "toolkit/core/tooltip.h"
 
 namespace zel {
 namespace {

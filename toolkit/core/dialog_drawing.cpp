@@ -1,10 +1,10 @@
 // What a dialog draws on, what has to be drawn, and in which order.
 #include <algorithm>
 
+#include "toolkit/core/animator.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/mouse_pointer.h"
-#include "toolkit/core/screen_update.h"
-#include "toolkit/widgets/animator.h"
+#include "toolkit/draw/screen_update.h"
 
 namespace zel {
 namespace {

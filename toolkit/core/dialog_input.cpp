@@ -1,8 +1,8 @@
 // How a dialog works off what mouse and keyboard have done.
+#include "toolkit/base/input.h"
+#include "toolkit/base/settings.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/input.h"
 #include "toolkit/core/mouse_pointer.h"
-#include "toolkit/core/settings.h"
 
 namespace zel {
 

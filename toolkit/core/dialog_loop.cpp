@@ -2,15 +2,15 @@
 #include <cstdio>
 #include <utility>
 
+#include "toolkit/base/display_link.h"
+#include "toolkit/base/input.h"
+#include "toolkit/base/settings.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/display_link.h"
-#include "toolkit/core/input.h"
 #include "toolkit/core/loop_state.h"
 #include "toolkit/core/mouse_pointer.h"
-#include "toolkit/core/screen_update.h"
-#include "toolkit/core/settings.h"
+#include "toolkit/core/tooltip.h"
+#include "toolkit/draw/screen_update.h"
 #include "toolkit/skin/skin.h"
-#include "toolkit/widgets/tooltip.h"
 
 namespace zel {
 

@@ -2,11 +2,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "toolkit/base/input.h"
+#include "toolkit/base/settings.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/input.h"
 #include "toolkit/core/loop_state.h"
 #include "toolkit/core/mouse_pointer.h"
-#include "toolkit/core/settings.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {

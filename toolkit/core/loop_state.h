@@ -1,7 +1,7 @@
 // What all dialogs of the process share while a root runs.
 #pragma once
 
-#include "toolkit/core/timers.h"
+#include "toolkit/base/timers.h"
 
 namespace zel {
 

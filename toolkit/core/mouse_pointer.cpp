@@ -2,11 +2,22 @@
 
 #include <algorithm>
 
-#include "toolkit/core/settings.h"
+#include "toolkit/base/settings.h"
+#include "toolkit/skin/skin.h"
 
 namespace zel {
 
 MousePointer* mousePointer = nullptr;
+
+namespace {
+
+void ReplaceShape(const Cursor* gone, Cursor* next) {
+  if (mousePointer && mousePointer->GetCursor() == gone) mousePointer->SetCursor(next);
+}
+
+}  // namespace
+
+MousePointer::MousePointer() { shapeIsGone = ReplaceShape; }
 
 MousePointer::~MousePointer() { MousePointer::FreeBackground(); }
 

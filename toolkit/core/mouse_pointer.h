@@ -1,11 +1,11 @@
 // The one pointer on the screen.
 #pragma once
 
-#include "toolkit/core/cursor.h"
-#include "toolkit/core/geometry.h"
-#include "toolkit/core/input.h"
-#include "toolkit/core/screen_update.h"
-#include "toolkit/skin/skin_bitmap.h"
+#include "toolkit/base/geometry.h"
+#include "toolkit/base/input.h"
+#include "toolkit/draw/cursor.h"
+#include "toolkit/draw/screen_update.h"
+#include "toolkit/draw/skin_bitmap.h"
 
 namespace zel {
 
@@ -15,7 +15,8 @@ namespace zel {
 // while a root dialog runs.
 class MousePointer {
  public:
-  MousePointer() = default;
+  // From now on it follows when a skin takes its shapes away.
+  MousePointer();
   MousePointer(const MousePointer&) = delete;
   MousePointer& operator=(const MousePointer&) = delete;
 

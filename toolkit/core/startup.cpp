@@ -9,17 +9,17 @@
 #include <new>
 
 #include "imageformats/register.h"
-#include "toolkit/core/allegro.h"
-#include "toolkit/core/bitmap_guard.h"
-#include "toolkit/core/console_guard.h"
+#include "toolkit/base/allegro.h"
+#include "toolkit/base/console_guard.h"
+#include "toolkit/base/graphics_mode.h"
+#include "toolkit/base/settings.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/graphics_mode.h"
 #include "toolkit/core/loop_state.h"
 #include "toolkit/core/mouse_pointer.h"
-#include "toolkit/core/screen_update.h"
-#include "toolkit/core/settings.h"
-#include "toolkit/skin/color.h"
-#include "toolkit/skin/engine_font.h"
+#include "toolkit/draw/bitmap_guard.h"
+#include "toolkit/draw/color.h"
+#include "toolkit/draw/engine_font.h"
+#include "toolkit/draw/screen_update.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {

@@ -1,7 +1,7 @@
 // Bringing the toolkit up and taking it down again.
 #pragma once
 
-#include "toolkit/core/error.h"
+#include "toolkit/base/error.h"
 
 namespace zel {
 

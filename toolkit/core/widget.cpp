@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "toolkit/core/animator.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/loop_state.h"
 #include "toolkit/core/mouse_pointer.h"
 #include "toolkit/skin/skin.h"
-#include "toolkit/widgets/animator.h"
 
 namespace zel {
 namespace {

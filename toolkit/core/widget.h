@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "toolkit/core/geometry.h"
-#include "toolkit/core/messages.h"
-#include "toolkit/core/pixel_area.h"
-#include "toolkit/skin/color.h"
+#include "toolkit/base/geometry.h"
+#include "toolkit/base/messages.h"
+#include "toolkit/draw/color.h"
+#include "toolkit/draw/font.h"
+#include "toolkit/draw/pixel_area.h"
+#include "toolkit/draw/skin_bitmap.h"
 #include "toolkit/skin/elements.h"
-#include "toolkit/skin/font.h"
-#include "toolkit/skin/skin_bitmap.h"
 
 namespace zel {
 

@@ -1,10 +1,10 @@
 // How a widget is repainted: whole, in parts, or as a frame of its transition.
 #include <utility>
 
+#include "toolkit/core/animator.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/screen_update.h"
 #include "toolkit/core/widget.h"
-#include "toolkit/widgets/animator.h"
+#include "toolkit/draw/screen_update.h"
 
 namespace zel {
 

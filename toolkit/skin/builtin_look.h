@@ -1,9 +1,9 @@
 // The look of a skin without pictures, drawn in code.
 #pragma once
 
-#include "toolkit/skin/color.h"
+#include "toolkit/draw/color.h"
+#include "toolkit/draw/skin_bitmap.h"
 #include "toolkit/skin/elements.h"
-#include "toolkit/skin/skin_bitmap.h"
 
 namespace zel {
 

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "toolkit/core/bytes.h"
-#include "toolkit/core/config_file.h"
-#include "toolkit/core/mouse_pointer.h"
+#include "toolkit/base/bytes.h"
+#include "toolkit/base/config_file.h"
 #include "toolkit/skin/builtin_look.h"
 #include "toolkit/skin/skin_file.h"
 
@@ -58,13 +57,11 @@ Skin::Skin(const char* name) {
 }
 
 Skin::~Skin() {
-  if (!mousePointer) return;
-  // The pointer must not keep a shape that is gone.
+  if (!shapeIsGone) return;
   const Skin* current = CurrentSkin();
   const Skin* next = current != this ? current : nullptr;
   for (std::size_t i = 0; i < cursors.size(); ++i)
-    if (cursors[i].get() == mousePointer->GetCursor())
-      mousePointer->SetCursor(next ? next->cursors[i].get() : nullptr);
+    shapeIsGone(cursors[i].get(), next ? next->cursors[i].get() : nullptr);
 }
 
 Error Skin::LoadSamples(const char*) { return kNoError; }

@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "toolkit/core/cursor.h"
-#include "toolkit/core/error.h"
-#include "toolkit/core/geometry.h"
-#include "toolkit/core/text.h"
-#include "toolkit/skin/color.h"
+#include "toolkit/base/error.h"
+#include "toolkit/base/geometry.h"
+#include "toolkit/base/text.h"
+#include "toolkit/draw/color.h"
+#include "toolkit/draw/cursor.h"
+#include "toolkit/draw/font.h"
+#include "toolkit/draw/skin_bitmap.h"
 #include "toolkit/skin/elements.h"
-#include "toolkit/skin/font.h"
-#include "toolkit/skin/skin_bitmap.h"
 
 namespace zel {
 
@@ -119,5 +119,9 @@ class Skin {
 Skin* CurrentSkin();
 // Takes the skin over and destroys the one before.
 void SetCurrentSkin(std::unique_ptr<Skin> skin);
+
+// Told of each pointer shape of a skin that ends, with the one of the current skin that takes its
+// place, or null. Whoever shows shapes registers here.
+inline void (*shapeIsGone)(const Cursor* gone, Cursor* next) = nullptr;
 
 }  // namespace zel

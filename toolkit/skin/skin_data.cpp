@@ -6,10 +6,10 @@
 #include <cstring>
 #include <string>
 
-#include "toolkit/core/bytes.h"
-#include "toolkit/skin/datafile.h"
+#include "toolkit/base/bytes.h"
+#include "toolkit/draw/datafile.h"
+#include "toolkit/draw/skin_values.h"
 #include "toolkit/skin/skin.h"
-#include "toolkit/skin/skin_values.h"
 
 namespace zel {
 namespace {

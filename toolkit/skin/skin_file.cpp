@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "toolkit/draw/skin_values.h"
 #include "toolkit/skin/skin.h"
-#include "toolkit/skin/skin_values.h"
 
 namespace zel {
 namespace {

@@ -1,7 +1,7 @@
 // The keys of a skin description file and the values of the built-in look, side by side.
 #pragma once
 
-#include "toolkit/core/error.h"
+#include "toolkit/base/error.h"
 
 namespace zel {
 

@@ -1,7 +1,7 @@
 #include "toolkit/widgets/accelerator.h"
 
+#include "toolkit/base/input.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/input.h"
 
 namespace zel {
 namespace {

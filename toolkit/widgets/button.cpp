@@ -6,9 +6,9 @@
 #include <iterator>
 #include <limits>
 
+#include "toolkit/base/settings.h"
+#include "toolkit/base/text.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/settings.h"
-#include "toolkit/core/text.h"
 #include "toolkit/skin/skin.h"
 #include "toolkit/widgets/value_range.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "toolkit/core/text.h"
+#include "toolkit/base/text.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {

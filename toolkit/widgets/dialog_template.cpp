@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "toolkit/core/text.h"
+#include "toolkit/base/text.h"
 #include "toolkit/widgets/button.h"
 #include "toolkit/widgets/combo_box.h"
 #include "toolkit/widgets/edit_box.h"

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "toolkit/core/dialog.h"
-#include "toolkit/skin/font.h"
+#include "toolkit/draw/font.h"
 
 namespace zel {
 

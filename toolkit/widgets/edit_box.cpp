@@ -7,10 +7,10 @@
 #include <cstdlib>
 #include <limits>
 
-#include "toolkit/core/cursor.h"
+#include "toolkit/base/input.h"
+#include "toolkit/base/text.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/input.h"
-#include "toolkit/core/text.h"
+#include "toolkit/draw/cursor.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {

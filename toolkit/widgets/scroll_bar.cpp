@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "toolkit/core/input.h"
+#include "toolkit/base/input.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {

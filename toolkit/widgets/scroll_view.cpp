@@ -6,8 +6,8 @@
 #include <iterator>
 #include <limits>
 
-#include "toolkit/core/bytes.h"
-#include "toolkit/core/text.h"
+#include "toolkit/base/bytes.h"
+#include "toolkit/base/text.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {

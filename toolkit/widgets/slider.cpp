@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "toolkit/base/input.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/input.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <string>
 
-#include "toolkit/core/text.h"
+#include "toolkit/base/text.h"
 
 namespace zel {
 namespace {

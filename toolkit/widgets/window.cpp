@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "toolkit/core/settings.h"
+#include "toolkit/base/settings.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {

@@ -2,12 +2,12 @@
 #include <algorithm>
 #include <string>
 
+#include "toolkit/core/tooltip.h"
 #include "toolkit/widgets/button.h"
 #include "toolkit/widgets/group_frame.h"
 #include "toolkit/widgets/list_view.h"
 #include "toolkit/widgets/panel.h"
 #include "toolkit/widgets/scroll_view.h"
-#include "toolkit/widgets/tooltip.h"
 #include "toolkit/widgets/window.h"
 #include "tools/gallery/pages.h"
 

@@ -3,10 +3,10 @@
 #include <iterator>
 #include <string>
 
+#include "toolkit/base/settings.h"
+#include "toolkit/core/animator.h"
 #include "toolkit/core/mouse_pointer.h"
-#include "toolkit/core/settings.h"
 #include "toolkit/skin/skin.h"
-#include "toolkit/widgets/animator.h"
 #include "toolkit/widgets/button.h"
 #include "tools/gallery/pages.h"
 

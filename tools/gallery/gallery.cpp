@@ -4,9 +4,9 @@
 #include <iterator>
 #include <utility>
 
-#include "toolkit/core/settings.h"
+#include "toolkit/base/settings.h"
+#include "toolkit/base/text.h"
 #include "toolkit/core/startup.h"
-#include "toolkit/core/text.h"
 #include "toolkit/skin/skin.h"
 #include "toolkit/widgets/dialog_template.h"
 

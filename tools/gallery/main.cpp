@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "toolkit/core/settings.h"
+#include "toolkit/base/settings.h"
 #include "toolkit/core/startup.h"
 #include "tools/gallery/gallery.h"
 #include "tools/support/offscreen.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "toolkit/core/text.h"
+#include "toolkit/base/text.h"
 #include "toolkit/skin/skin.h"
 #include "toolkit/widgets/button.h"
 #include "toolkit/widgets/dialog_template.h"

@@ -16,9 +16,9 @@
 #include "launcher/hint_file.h"
 #include "launcher/menu_config.h"
 #include "launcher/whole_file.h"
-#include "toolkit/core/section_file.h"
-#include "toolkit/core/settings.h"
-#include "toolkit/skin/engine_font.h"
+#include "toolkit/base/section_file.h"
+#include "toolkit/base/settings.h"
+#include "toolkit/draw/engine_font.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {

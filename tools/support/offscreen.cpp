@@ -11,13 +11,13 @@
 #include <vector>
 
 #include "imageformats/register.h"
-#include "toolkit/core/bitmap_guard.h"
+#include "toolkit/base/settings.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/screen_update.h"
-#include "toolkit/core/settings.h"
 #include "toolkit/core/startup.h"
-#include "toolkit/skin/color.h"
-#include "toolkit/skin/engine_font.h"
+#include "toolkit/draw/bitmap_guard.h"
+#include "toolkit/draw/color.h"
+#include "toolkit/draw/engine_font.h"
+#include "toolkit/draw/screen_update.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {

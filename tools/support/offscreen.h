@@ -4,9 +4,9 @@
 #include <functional>
 #include <string>
 
-#include "toolkit/core/allegro.h"
-#include "toolkit/core/geometry.h"
-#include "toolkit/core/timers.h"
+#include "toolkit/base/allegro.h"
+#include "toolkit/base/geometry.h"
+#include "toolkit/base/timers.h"
 
 namespace zel {
 

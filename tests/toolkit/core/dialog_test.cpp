@@ -4,7 +4,7 @@
 
 #include "tests/support/stage.h"
 #include "toolkit/core/mouse_pointer.h"
-#include "toolkit/core/screen_update.h"
+#include "toolkit/draw/screen_update.h"
 
 namespace zel {
 namespace {

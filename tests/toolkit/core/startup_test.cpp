@@ -6,8 +6,8 @@
 
 #include "tests/support/stage.h"
 #include "tests/support/temp_files.h"
-#include "toolkit/core/graphics_mode.h"
-#include "toolkit/core/screen_update.h"
+#include "toolkit/base/graphics_mode.h"
+#include "toolkit/draw/screen_update.h"
 #include "toolkit/widgets/window.h"
 
 namespace zel {

@@ -2,8 +2,8 @@
 
 #include "tests/support/picture.h"
 #include "tests/support/stage.h"
-#include "toolkit/core/screen_update.h"
-#include "toolkit/widgets/animator.h"
+#include "toolkit/core/animator.h"
+#include "toolkit/draw/screen_update.h"
 
 namespace zel {
 namespace {

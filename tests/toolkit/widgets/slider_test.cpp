@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "tests/support/widget_fixture.h"
-#include "toolkit/core/input.h"
+#include "toolkit/base/input.h"
 
 namespace zel {
 namespace {

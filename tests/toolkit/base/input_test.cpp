@@ -1,0 +1,180 @@
+#include "toolkit/base/input.h"
+
+#include <thread>
+
+#include "tests/support/stage.h"
+#include "toolkit/base/record_queue.h"
+#include "toolkit/widgets/accelerator.h"
+
+namespace zel {
+namespace {
+
+TEST(RecordQueue, KeepsTheOrderOfEachThreadAndRefusesWhenFull) {
+  constexpr int kThreads = 3, kEach = 20000, kPlaces = 32;
+  RecordQueue<int, kPlaces> queue;
+  std::vector<std::jthread> writers;
+  for (int first = 0; first < kThreads * kEach; first += kEach)
+    writers.emplace_back([&queue, first] {
+      for (int i = first; i < first + kEach; ++i)
+        while (!queue.Put(i)) std::this_thread::yield();
+    });
+  int next[kThreads] = {};
+  for (int taken = 0, record = 0; taken < kThreads * kEach;) {
+    if (!queue.Take(record)) {
+      std::this_thread::yield();
+      continue;
+    }
+    ASSERT_EQ(record % kEach, next[record / kEach]++);
+    ++taken;
+  }
+  for (int i = 0; i <= kPlaces; ++i) EXPECT_EQ(queue.Put(i), i < kPlaces);
+  EXPECT_EQ(queue.Count(), kPlaces + 0u);
+}
+
+struct Ticking : Patch {
+  using Patch::Patch;
+  void MsgTick() override { ++ticks; }
+  int ticks = 0;
+};
+
+class InputTest : public StageTest {
+ protected:
+  InputTest() {
+    root.Add(&a);
+    root.Add(&b);
+    root.names = {{&a, 'a'}, {&b, 'b'}, {&root, 'r'}};
+  }
+  // As Allegro's drivers do it.
+  static void PressKey(int character, int scancode) { _handle_key_press(character, scancode); }
+  static void Tap(int times = 1) {
+    for (; times > 0; --times) SetButtons(1), SetButtons(0);
+  }
+
+  Ticking a{{0, 0, 50, 50}}, b{{60, 0, 50, 50}};
+};
+
+TEST_F(InputTest, IsToldInItsOrderWithoutATick) {
+  Start();
+  MoveTo(10, 10);
+  root.onEvent = [this](Widget* sender, int msg, int) {
+    if (sender == &b && msg == MSG_LRELEASE) b.Redraw();
+  };
+  a.ticks = 0;
+  Watch({MSG_CLICK, MSG_LPRESS, MSG_LRELEASE, MSG_CHAR, MSG_WHEEL, MSG_DRAW});
+  Tap();
+  PressKey('x', KEY_X);
+  PutMouse(70, 10);
+  mouse_z = 2;
+  SetButtons(1);
+  PutMouse(10, 60);
+  root.MsgIdle();
+  Expect("r4 a4 r18 a18 r19 a19 a7 r4 b4 r18 b18 r17 b17 a3 b3 ");
+  PutMouse(70, 10);
+  SetButtons(0);
+  root.MsgIdle();
+  Expect("r19 b19 b3 ");
+  EXPECT_EQ(a.ticks, 0);
+}
+
+TEST_F(InputTest, AKeyHasTheModifiersItWasTypedWith) {
+  Accelerator accelerator;
+  accelerator.Setup(KEY_N, KB_CTRL_FLAG, nullptr);
+  root.Add(&accelerator);
+  Start();
+  Watch({MSG_ACTIVATE});
+  for (const int shifts : {int{KB_CTRL_FLAG}, 0}) {
+    SetShifts(shifts);
+    PressKey(14, KEY_N);
+    SetShifts(KB_CTRL_FLAG - shifts);
+    root.MsgIdle();
+    Expect(shifts ? "?27 " : "");
+  }
+}
+
+TEST_F(InputTest, DoubleClicksAreCountedInTicksAlone) {
+  settings.doubleClickDelay = 60;  // three ticks
+  PutMouse(10, 10);
+  Start();
+  Watch({MSG_DCLICK});
+  for (const int ticks : {0, 3, 4}) {
+    for (int i = 0; i <= ticks; ++i) {
+      if (i == 0 || i == ticks) Tap(ticks == 0 ? 2 : 1);
+      for (int idle = 0; idle < 5; ++idle) root.MsgIdle();
+      Tick();
+      Expect("");
+    }
+    Tick();
+    Expect(ticks < 4 ? "r5 a5 " : "");
+    Tick(4);
+  }
+}
+
+TEST_F(InputTest, WhatTheQueueRefusesIsFoundInTheDevices) {
+  PutMouse(10, 10);
+  Start();
+  int held = 0;
+  std::string typed;
+  root.onEvent = [&](Widget* sender, int msg, int code) {
+    if (sender == &a && (msg == MSG_LPRESS || msg == MSG_LRELEASE))
+      held += msg == MSG_LPRESS ? 1 : -1;
+    if (sender == &a && msg == MSG_CHAR) typed += static_cast<char>(code);
+  };
+  PressKey('!', 0);
+  Tap(127);
+  SetButtons(1);
+  SetButtons(0);
+  root.MsgIdle();
+  EXPECT_EQ(held, 1);
+  Tick();
+  EXPECT_EQ(held, 0);
+  std::string all = "!";
+  for (int i = 0; i < 300; ++i) {
+    all += static_cast<char>('!' + i % 90);
+    PressKey(all.back(), 0);
+  }
+  for (int i = 0; i < 50; ++i) Tick();
+  EXPECT_EQ(typed, all);
+}
+
+TEST_F(InputTest, WakesTheLoopBetweenTwoTicks) {
+  settings.yield = true;
+  root.onEvent = [this](Widget*, int msg, int) {
+    if (msg == MSG_CHAR) root.Close();
+  };
+  clock.onSleep = [this] {
+    EXPECT_EQ(At(10, 10), red) << "the first frame";
+    PressKey('q', KEY_Q);
+  };
+  root.Execute(&a);
+  EXPECT_EQ(clock.sleeps, 1);
+  EXPECT_EQ(a.ticks, 0);
+}
+
+TEST_F(InputTest, KeysBeforeAndAfterTheLoopAreNotLost) {
+  keyboard_ucallback = [](int character, int* scancode) {
+    return character == 'z' ? *scancode = 0 : character - 1;
+  };
+  PressKey('b', 0);
+  Start();
+  root.SetFocus(&a);
+  std::string typed;
+  root.onEvent = [&](Widget*, int msg, int code) {
+    if (msg == MSG_CHAR) typed += static_cast<char>(code);
+  };
+  settings.useKeyboard = false;
+  for (const char key : {'z', 'c', 'd'}) PressKey(key, 0);
+  root.MsgIdle();
+  EXPECT_EQ(typed, "");
+  settings.useKeyboard = true;
+  PressKey('e', 0);
+  root.MsgEnd();
+  int scancode = 0;
+  for (const char key : {'b', 'c', 'd'}) EXPECT_EQ(ureadkey(&scancode), key);
+  EXPECT_FALSE(keypressed());
+  PressKey('z', 0);
+  EXPECT_FALSE(keypressed()) << "who was asked before is asked again";
+  keyboard_ucallback = nullptr;
+}
+
+}  // namespace
+}  // namespace zel

@@ -1,0 +1,216 @@
+#include "toolkit/draw/skin_bitmap.h"
+
+#include <algorithm>
+#include <climits>
+#include <random>
+#include <string>
+#include <utility>
+
+#include "tests/support/allegro_fixture.h"
+#include "tests/support/fake_machine.h"
+#include "tests/support/picture.h"
+#include "tests/support/temp_files.h"
+
+namespace zel {
+namespace {
+
+struct SkinBitmapTest : AllegroFixture {
+  SkinBitmapTest() { UseDepth(32); }
+};
+
+TEST_F(SkinBitmapTest, HoldersBorrowCopyOrTakeOver) {
+  const BitmapPtr bitmap = Paint({"rg"});
+  {
+    SkinBitmap holder{bitmap.get()};
+    holder.SetTileSize({3, 4});
+    const SkinBitmap second{holder};
+    EXPECT_TRUE(second.GetBitmap() == bitmap.get() && !second.IsOwned());
+    EXPECT_EQ(second.GetTileSize(), (Size{3, 4}));
+    holder.Set(nullptr, false, kMemoryBitmap);
+    EXPECT_TRUE(holder.IsEmpty() && holder.GetKind() == kNoBitmap);
+  }
+  SkinBitmap copy;
+  copy.Set(bitmap.get(), true, kNoBitmap);
+  clear_to_color(bitmap.get(), blue);  // it outlived its holders
+  copy.Set(copy, true, kNoBitmap);     // its own bitmap is the source
+  copy.Set(copy.GetBitmap(), false, kNoBitmap);
+  EXPECT_TRUE(copy.IsOwned()) << "nobody else would destroy it";
+  copy.SetTileWidth(7);
+  SkinBitmap moved{std::move(copy)}, last{1, 1, kMemoryBitmap};
+  last = std::move(moved);
+  EXPECT_TRUE(copy.IsEmpty() && moved.IsEmpty() && last.IsOwned() && last.GetTileWidth() == 7);
+  EXPECT_EQ(Picture(last.GetBitmap()), Rows({"rg"}));
+  for (Size size : {Size{0, 5}, Size{5, 0}, Size{-1, 5}, Size{65536, 65536}, Size{INT_MAX, 2}}) {
+    last.Create(size.w, size.h);
+    moved.CreateEx(32, size.w, size.h);
+    EXPECT_TRUE(last.IsEmpty() && !last.IsOwned() && moved.IsEmpty()) << size.w;
+  }
+  last.Create(2, 2, kVideoBitmap);  // no graphics mode, no video memory
+  EXPECT_TRUE(last.IsEmpty());
+}
+
+// Destroying the screen or its part while a holder is emptied would be a use after free for the
+// checks that follow.
+TEST_F(SkinBitmapTest, TheScreenIsNeverDestroyedAndVideoBitmapsAreCopiedAsSuch) {
+  const FakeMachine machine;
+  set_gfx_mode(GFX_AUTODETECT_FULLSCREEN, 4, 3, 0, 0);
+  SkinBitmap holder, other{1, 1, kMemoryBitmap};
+  holder.CreateSub(SkinBitmap{screen}, 1, 1, INT_MAX, 2);
+  const BitmapPtr part{holder.GetBitmap()};
+  holder.clear_to_color(red);
+  holder.Destroy();
+  EXPECT_EQ(Picture(part.get()), Rows({"rrr", "rrr"}));
+  EXPECT_EQ(Picture(screen), Rows({"kkkk", "krrr", "krrr"}));
+  EXPECT_TRUE(IsScreen(part.get()) && IsScreen(screen));
+  EXPECT_FALSE(IsScreen(other.GetBitmap()) || SameBitmap(nullptr, nullptr));
+  holder.CreateSub(SkinBitmap{screen}, 4, 0, 1, 1);
+  EXPECT_TRUE(holder.IsEmpty());
+  holder.Create(2, 1, kVideoBitmap);
+  other.Set(holder.GetBitmap(), true, kNoBitmap);
+  EXPECT_TRUE(other.GetKind() == kVideoBitmap && machine.videoPages == 2);
+  other.Set(holder, true, kMemoryBitmap);
+  holder.Destroy();
+  EXPECT_TRUE(SkinBitmap{other.GetBitmap()}.GetKind() == kMemoryBitmap && machine.videoPages == 0);
+}
+
+TEST_F(SkinBitmapTest, PicturesThatCannotBeLoadedLeaveTheHolderAndEmptyHoldersDrawNothing) {
+  const TempDir folder;
+  const std::string broken = folder.Write("broken.bmp", "no picture");
+  SkinBitmap empty, full{1, 1, kMemoryBitmap};
+  full.clear_to_color(red);
+  BITMAP* const before = full.GetBitmap();
+  for (const char* absent : {"absent.bmp", static_cast<const char*>(nullptr)})
+    EXPECT_EQ(full.Load(absent, kMemoryBitmap), kFileNotFoundError);
+  EXPECT_EQ(full.Load(broken.c_str(), kMemoryBitmap), kLoadError);
+  EXPECT_FALSE(full.Save(folder.Path("picture.unknown").c_str()));
+  empty.Box3D(0, 0, 5, 5, red, green, blue);
+  empty.Circle3D(3, 3, 3, red, green, blue);
+  empty.draw_trans_sprite(full, 0, 0);
+  empty.DrawArea(full, 0, 0, 0, 0, 9, 9, 1, 4);
+  full.DrawArea(empty, 0, 0, 0, 0, 9, 9, 1, 1);
+  full.blit(empty, 0, 0, 0, 0, 1, 1);
+  EXPECT_TRUE(full.GetBitmap() == before && full.IsOwned());
+  EXPECT_TRUE(empty.getpixel(0, 0) == -1 && full.getpixel(0, 0) == red);
+}
+
+TEST_F(SkinBitmapTest, MaskedCopiesNeedATargetOfTheirDepthOpacityGoesToAllButPalettes) {
+  SkinBitmap source{3, 1, kMemoryBitmap}, glass{1, 1, kMemoryBitmap}, target;
+  source.clear_to_color(red);
+  glass.clear_to_color({0, 0, 255, 128});
+  set_palette(black_palette);
+  for (int depth : {15, 16, 24, 8}) {
+    target.CreateEx(depth, 5, 1);
+    target.clear_bitmap();
+    source.masked_blit(target, 0, 0, 0, 0, 3, 1);
+    source.DrawArea(target, 0, 0, 0, 0, 3, 1, 1, 1, true);
+    set_alpha_blender();
+    glass.draw_trans_sprite(target, 1, 0);
+    EXPECT_EQ(target.getpixel(0, 0), 0) << depth;
+    EXPECT_NEAR(getb_depth(depth, target.getpixel(1, 0)), depth == 8 ? 0 : 118, 12) << depth;
+  }
+  SkinBitmap sprite;  // on the last target
+  sprite.CreateEx(8, 1, 1);
+  sprite.clear_to_color(5);
+  sprite.draw_trans_sprite(target, 0, 0);
+  sprite.draw_lit_sprite(target, 1, 0, 9);
+  sprite.draw_gouraud_sprite(target, 2, 0, 1, 2, 3, 4);
+  sprite.rotate_scaled_sprite_trans(target, 3, 0, 0, itofix(1));
+  sprite.pivot_sprite_v_flip_lit(target, 4, 0, 0, 0, 0, 9);
+  for (const int x : {0, 1, 2, 3, 4}) EXPECT_EQ(target.getpixel(x, 0), 5) << "mixed at " << x;
+}
+
+TEST_F(SkinBitmapTest, MarksPaintWithinTheBitmap) {
+  SkinBitmap canvas{7, 5, kMemoryBitmap};
+  canvas.clear_to_color(magenta);
+  canvas.DottedRect(1, 0, 5, 3, red);
+  canvas.DottedRect(INT_MIN + 1, 4, INT_MAX, 4, red);  // dots at odd x
+  EXPECT_EQ(Picture(canvas.GetBitmap()),
+            Rows({".r.r.r.", ".......", ".r...r.", ".r.r.r.", ".r.r.r."}));
+  for (int i = -9; i < 99; ++i) canvas.Circle3D(i % 9, i / 9, 0, red, white, green);
+  EXPECT_EQ(Picture(canvas.GetBitmap()), Rows(5, "ggggggg"));
+}
+
+TEST_F(SkinBitmapTest, BoxesStayWithinTheClipRectangle) {
+  for (int round = 0; round < 24; ++round) {
+    UseDepth(round % 2 ? 16 : 24);
+    const int top = round / 2;
+    SkinBitmap clipped{9, 12, kMemoryBitmap}, expected{9, 12, kMemoryBitmap}, whole;
+    for (SkinBitmap* bitmap : {&clipped, &expected}) bitmap->clear_to_color(blue);
+    clipped.set_clip_rect(2, top, 6, top + 3);
+    clipped.Box3D(1, 1, 7, 10, red, yellow, black);
+    whole.Set(expected, true, kNoBitmap);
+    whole.Box3D(1, 1, 7, 10, red, yellow, black);
+    whole.blit(expected, 2, top, 2, top, 5, 4);
+    EXPECT_EQ(Picture(clipped.GetBitmap()), Picture(expected.GetBitmap())) << top;
+  }
+}
+
+// One direction of a slice: a frame, which is edge, tile, edge, over a stretch of a target.
+struct Line {
+  int frame, wantedTile, start, total;
+
+  int Tile() const { return std::min(wantedTile < 0 ? frame / 3 : wantedTile, frame); }
+  // Which pixel of the frame shows at this place, or -1 for none. The second edge lies above all.
+  int FramePixel(int place) const {
+    const int edge = (frame - Tile()) / 2, at = place - start, secondEdge = total - edge;
+    if (at >= secondEdge && at < total) return edge + Tile() + at - secondEdge;
+    if (at >= 0 && at < edge) return at;
+    return at >= edge && at < secondEdge ? edge + (at - edge) % std::max(Tile(), 1) : -1;
+  }
+};
+
+TEST_F(SkinBitmapTest, SlicesOfAllSizesMatchThePictureWorkedOutByPixel) {
+  constexpr int kDepths[] = {8, 15, 16, 24, 32};
+  std::mt19937 random{7};
+  const auto pick = [&random](int from, int to) {
+    return from + static_cast<int>(random() % static_cast<unsigned>(to - from + 1));
+  };
+  for (int round = 0; round < 1000; ++round) {
+    UseDepth(kDepths[round % 5]);
+    const int direction = round % 3, masked = round % 2;  // along both, x, y
+    Line across{pick(1, 9), pick(-2, 10), pick(-9, 12), pick(0, 30)};
+    Line down{pick(1, 9), pick(-2, 10), pick(-9, 12), pick(0, 30)};
+    const int columns = direction == 1 ? 1 : 2, rows = direction == 2 ? 1 : 3;
+    SkinBitmap art{across.frame * columns, down.frame * rows, kMemoryBitmap};
+    SkinBitmap out{30, 20, kMemoryBitmap};
+    art.SetTileSize({across.wantedTile, down.wantedTile});
+    art.clear_to_color(white);
+    const Point corner{across.frame * (columns - 1), down.frame * (rows - 1)};  // the last frame
+    for (int y = 0; y < down.frame; ++y)
+      for (int x = 0; x < across.frame; ++x)
+        art.putpixel(corner.x + x, corner.y + y, x + y == 0 ? magenta : Color{1 + x + 16 * y});
+    const int left = pick(0, 9), top = pick(0, 9), right = pick(10, 29), bottom = pick(10, 19);
+    out.clear_to_color(200);
+    out.set_clip_rect(left, top, right, bottom);
+    if (direction == 0)
+      art.DrawArea(out, 1, 2, across.start, down.start, across.total, down.total, 2, 3, masked);
+    if (direction == 1) art.DrawHFrame(out, 2, across.start, down.start, across.total, 3, masked);
+    if (direction == 2) art.DrawVFrame(out, 1, across.start, down.start, down.total, 2, masked);
+    if (direction == 1) down = {down.frame, down.frame, down.start, down.frame};
+    if (direction == 2) across = {across.frame, across.frame, across.start, across.frame};
+    for (int y = 0; y < 20; ++y)
+      for (int x = 0; x < 30; ++x) {
+        const int column = across.FramePixel(x), row = down.FramePixel(y);
+        const bool inClip = x >= left && x <= right && y >= top && y <= bottom;
+        int expected = inClip && column >= 0 && row >= 0 ? 1 + column + 16 * row : 200;
+        if (expected == 1) expected = masked ? 200 : int{magenta};
+        ASSERT_EQ(out.getpixel(x, y), expected) << "round " << round << " at " << x << ',' << y;
+      }
+  }
+}
+
+TEST_F(SkinBitmapTest, AreasFarLargerThanTheTargetOnlyDrawWhatIsVisible) {
+  const BitmapPtr art = Paint({"rgbcy"}), out = Paint({"......"});
+  SkinBitmap holder{art.get()};
+  holder.SetTileSize({3, 1});
+  holder.DrawArea(out.get(), 0, 0, INT_MIN, INT_MIN, INT_MAX, INT_MAX, 1, 1);
+  holder.DrawHFrame(out.get(), 0, 0, INT_MAX, INT_MIN, 1);
+  holder.DrawHSlice(out.get(), {0, 0, INT_MAX, INT_MAX, INT_MAX}, INT_MIN, INT_MIN, INT_MAX, false);
+  holder.DrawVSlice(out.get(), {-5, -5, INT_MIN, INT_MIN, INT_MIN}, 0, 0, INT_MAX, true);
+  EXPECT_EQ(Picture(out.get()), Rows({"......"}));
+  holder.DrawHFrame(out.get(), 0, -3000001, 0, INT_MAX, 1);
+  EXPECT_EQ(Picture(out.get()), Rows({"gbcgbc"})) << "the tiles keep their phase";
+}
+
+}  // namespace
+}  // namespace zel

@@ -1,0 +1,83 @@
+#include "toolkit/base/graphics_mode.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+#include <utility>
+
+#include "toolkit/base/allegro.h"
+#include "toolkit/base/framebuffer.h"
+#include "toolkit/base/geometry.h"
+
+namespace zel {
+namespace {
+
+// Allegro's console drivers divide by numbers that become 0 with much smaller or larger modes.
+constexpr int kLeastSide = 64;
+
+constexpr int kTextColumns = 80;
+constexpr int kTextRows = 25;
+
+constexpr int kDepths[] = {8, 15, 16, 24, 32};
+
+BITMAP* replacedScreen = nullptr;  // the mode's own, while a video page or part stands for it
+BitmapPtr middlePart;              // of the mode's screen, where that is too large
+
+void PutScreenBack() {
+  if (replacedScreen) screen = std::exchange(replacedScreen, nullptr);
+  middlePart.reset();
+}
+
+// Allegro leaves the mode in its own exit handler, registered earlier and so run later.
+bool PutsScreenBackAtExit() {
+  static const bool registered = std::atexit(PutScreenBack) == 0;
+  return registered;
+}
+
+// Shows a mode smaller than the framebuffer in the middle of it instead of in its corner.
+void CentreScreen() {
+  const Size shown = FramebufferSize();
+  const int x = (std::min(shown.w, screen->w) - SCREEN_W) / 2;
+  const int y = (std::min(shown.h, screen->h) - SCREEN_H) / 2;
+  if (x < 0 || y < 0 || x + y == 0 || !PutsScreenBackAtExit()) return;
+  middlePart.reset(create_sub_bitmap(screen, x, y, SCREEN_W, SCREEN_H));
+  if (middlePart) replacedScreen = std::exchange(screen, middlePart.get());
+}
+
+// Whether the card is the console's framebuffer, or Allegro is free to take that.
+bool IsFramebuffer(int card) {
+  return card == GFX_FBCON || card == GFX_AUTODETECT || card == GFX_AUTODETECT_FULLSCREEN ||
+         card == GFX_AUTODETECT_WINDOWED;
+}
+
+}  // namespace
+
+bool SetGraphicsMode(int card, int w, int h, int depth) {
+  if (std::find(std::begin(kDepths), std::end(kDepths), depth) == std::end(kDepths)) return false;
+  PutScreenBack();
+  set_color_depth(depth);
+  w = std::clamp(w, kLeastSide, kMostPixels);
+  h = std::clamp(h, kLeastSide, kMostPixels);
+  if (IsFramebuffer(card) && !FramebufferTakes(w, h, depth)) {
+    SetTextMode();
+    return false;
+  }
+  if (set_gfx_mode(card, w, h, 0, 0) != 0) return false;
+  CentreScreen();
+  return true;
+}
+
+void SetTextMode() {
+  PutScreenBack();
+  if (system_driver) set_gfx_mode(GFX_TEXT, kTextColumns, kTextRows, 0, 0);
+}
+
+void ShowVideoPage() {
+  PutScreenBack();
+  BITMAP* page = gfx_driver ? create_video_bitmap(SCREEN_W, SCREEN_H) : nullptr;
+  if (!page || !PutsScreenBackAtExit()) return;
+  replacedScreen = std::exchange(screen, page);
+  show_video_bitmap(page);
+}
+
+}  // namespace zel

@@ -1,0 +1,72 @@
+// What mouse and keyboard have done, in the order in which they did it.
+//
+// Allegro notices it in threads of its own (for X and the console's devices one in the background,
+// for repeated keys that of its timers) or in the loop's, and calls back. Whoever is called back
+// only puts a record into a queue and wakes the loop; see RecordQueue for why that is safe. The
+// loop takes the records one by one and tells them (Dialog::WorkOffInput), whether a tick has
+// passed or not. So a button that goes down and up between two ticks is told twice, and a key has
+// the modifiers that it was typed with.
+//
+// Not recorded is what does not get lost: where the pointer is, and what comes another way, such as
+// the keys of install_keyboard_hooks or a mouse that is polled. The loop finds it when it looks at
+// the devices in each tick, and what a full queue refused as well: buttons are as they are then,
+// keys wait in Allegro's buffer.
+#pragma once
+
+#include "toolkit/base/geometry.h"
+
+namespace zel {
+
+struct MouseState {
+  Point position;
+  int buttons = 0;
+  int wheel = 0;
+};
+
+struct InputRecord {
+  enum Kind { kMouse, kKeyUp, kCharacter };
+
+  Kind kind = kMouse;
+  // After what happened. Keys know the position alone.
+  MouseState mouse;
+  int shifts = 0;     // modifiers, as in key_shifts
+  int scancode = 0;   // kKeyUp, kCharacter
+  int character = 0;  // kCharacter; 0 for keys without one
+};
+
+// From StartInput to EndInput there are records. Keys that were typed before are the first; those
+// that nobody has taken wait in Allegro's buffer again afterwards.
+void StartInput();
+void EndInput();
+
+bool InputWaits();
+// How many records can be taken at least.
+int WaitingInput();
+// The next one; false when there is none.
+bool TakeInput(InputRecord& record);
+// Leaves a key to whoever reads Allegro's buffer.
+void GiveBack(const InputRecord& key);
+// Forgets the keys that were typed and not taken, as clear_keybuf does with Allegro's.
+void ForgetKeys();
+
+// How often the key was let go, among the records taken so far.
+unsigned Releases(int scancode);
+
+// The modifiers that a key was typed with while it is handled; else those of now.
+int Shifts();
+
+// While it lives, this is handled.
+class HandledInput {
+ public:
+  // Nothing.
+  HandledInput();
+  explicit HandledInput(const InputRecord& record);
+  ~HandledInput();
+  HandledInput(const HandledInput&) = delete;
+  HandledInput& operator=(const HandledInput&) = delete;
+
+ private:
+  const int* around_;
+};
+
+}  // namespace zel

@@ -1,0 +1,162 @@
+#include "toolkit/base/settings.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "toolkit/base/config_file.h"
+
+namespace zel {
+namespace {
+
+enum class Kind { kInt, kBool, kDriverId };
+
+struct Key {
+  const char* name;
+  Kind kind;
+  int Settings::*number = nullptr;
+  bool Settings::*flag = nullptr;
+};
+
+constexpr Key Int(const char* name, int Settings::*field) { return {name, Kind::kInt, field}; }
+constexpr Key Driver(const char* name, int Settings::*field) {
+  return {name, Kind::kDriverId, field};
+}
+constexpr Key Bool(const char* name, bool Settings::*field) {
+  return {name, Kind::kBool, nullptr, field};
+}
+
+constexpr const char* kSection = "Toolkit";
+constexpr const char* kSkinPath = "skinPath";
+
+// In the order in which files have them; "skinPath" comes before all of them.
+constexpr Key kKeys[] = {
+    Int("screenWidth", &Settings::screenWidth),
+    Int("screenHeight", &Settings::screenHeight),
+    Int("refreshRate", &Settings::refreshRate),
+    Int("colorDepth", &Settings::colorDepth),
+    Driver("gfxMode", &Settings::gfxMode),
+    Bool("fullscreen", &Settings::fullscreen),
+    Bool("useVideoMemory", &Settings::useVideoMemory),
+    Bool("fullDrag", &Settings::fullDrag),
+    Bool("fullResize", &Settings::fullResize),
+    Int("logicFrameRate", &Settings::logicFrameRate),
+    Bool("unlimitedFrameRate", &Settings::unlimitedFrameRate),
+    Bool("showFrameRate", &Settings::showFrameRate),
+    Bool("antialiasing", &Settings::antialiasing),
+    Bool("guiSound", &Settings::guiSound),
+    Int("soundVolume", &Settings::soundVolume),
+    Driver("soundDriver", &Settings::soundDriver),
+    Driver("midiDriver", &Settings::midiDriver),
+    Bool("showMouse", &Settings::showMouse),
+    Bool("mouseShadow", &Settings::mouseShadow),
+    Int("doubleClickDelay", &Settings::doubleClickDelay),
+    Int("mouseSpeed", &Settings::mouseSpeed),
+    Bool("useKeyboard", &Settings::useKeyboard),
+    Int("keyDelay", &Settings::keyDelay),
+    Int("keyRepeat", &Settings::keyRepeat),
+    Bool("useJoystick", &Settings::useJoystick),
+    Int("screenUpdateMethod", &Settings::screenUpdateMethod),
+    Bool("vsync", &Settings::vsync),
+    Bool("yield", &Settings::yield),
+    Bool("runInBackground", &Settings::runInBackground),
+    Int("maxFrameSkip", &Settings::maxFrameSkip),
+    Int("tooltipDelay", &Settings::tooltipDelay),
+    Int("tooltipAutohideDelay", &Settings::tooltipAutohideDelay),
+};
+
+bool HoldsAKey(const SectionFile::Section& section) {
+  return std::any_of(section.Entries().begin(), section.Entries().end(),
+                     [](const auto& entry) { return Settings::IsKey(entry.name.c_str()); });
+}
+
+// The section of a file that holds the settings.
+const SectionFile::Section& FindSection(const SectionFile& file) {
+  const SectionFile::Section& named = file.Find(Ascii(kSection));
+  if (!named.Heads().empty()) return named;
+  const auto found = std::find_if(file.Sections().begin(), file.Sections().end(), HoldsAKey);
+  return found != file.Sections().end() ? *found : named;
+}
+
+// As Allegro's set_config_id writes it.
+std::string DriverText(int id) {
+  if (id < 256) return std::to_string(id);
+  std::string text;
+  for (int shift = 24; shift >= 0; shift -= 8) text += static_cast<char>(id >> shift & 0xFF);
+  return text.substr(0, text.find_first_of(std::string_view{" \0", 2}));
+}
+
+constexpr int kHighestRate = 1000;  // what Allegro's timers can keep up with
+
+}  // namespace
+
+bool Settings::IsKey(const char* name) {
+  if (ustricmp(name, Ascii(kSkinPath)) == 0) return true;
+  return std::any_of(std::begin(kKeys), std::end(kKeys),
+                     [name](const Key& key) { return ustricmp(name, Ascii(key.name)) == 0; });
+}
+
+void Settings::Load(const char* file) {
+  if (!file) return;
+  fileLoaded = true;
+  fileName.Assign(file);
+  const SectionFile content = UseConfigFile(fileName);
+  const SectionFile::Section& section = FindSection(content);
+  section_ = section.Heads().empty() ? kSection : section.Name();
+  skinPath.Assign(section.GetText(Ascii(kSkinPath), skinPath));
+  for (const Key& key : kKeys) {
+    const Ascii name{key.name};
+    switch (key.kind) {
+      case Kind::kInt:
+        this->*key.number = section.GetInt(name, this->*key.number);
+        break;
+      case Kind::kDriverId:
+        this->*key.number = section.GetId(name, this->*key.number);
+        break;
+      case Kind::kBool:
+        this->*key.flag = section.GetInt(name, this->*key.flag ? 1 : 0) != 0;
+        break;
+    }
+  }
+}
+
+void Settings::Save() const {
+  if (!fileLoaded) return;
+  std::vector<ConfigValue> values{{kSkinPath, skinPath.c_str()}};
+  for (const Key& key : kKeys) {
+    switch (key.kind) {
+      case Kind::kInt:
+        values.push_back({key.name, std::to_string(this->*key.number)});
+        break;
+      case Kind::kDriverId:
+        values.push_back({key.name, DriverText(this->*key.number)});
+        break;
+      case Kind::kBool:
+        values.push_back({key.name, this->*key.flag ? "1" : "0"});
+        break;
+    }
+  }
+  SaveConfigFile(fileName, section_.c_str(), values);
+  UseConfigFile(fileName);
+}
+
+int Settings::UsableFrameRate() const { return std::clamp(logicFrameRate, 1, kHighestRate); }
+
+int Settings::UsableMouseSpeed() const {
+  // Allegro's console mouse drivers compute 256 * width / 320 / speed and divide by the outcome.
+  const int highest = static_cast<int>(256LL * screenWidth / 320);
+  return std::clamp(mouseSpeed, 1, std::max(1, highest));
+}
+
+int Settings::UsableFrameSkip() const {
+  // Noticing a tick while waiting for it counts as one already, working it off as another.
+  return std::max(yield ? 2 : 1, maxFrameSkip);
+}
+
+int Settings::Ticks(int milliseconds) const {
+  const long long ticks = static_cast<long long>(std::max(0, milliseconds)) * UsableFrameRate();
+  return static_cast<int>(ticks / 1000);
+}
+
+}  // namespace zel

@@ -1,0 +1,42 @@
+#include "toolkit/base/wakeup.h"
+
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+#include <cstdint>
+
+#include "toolkit/base/display_link.h"
+#include "toolkit/base/input.h"
+
+namespace zel {
+namespace {
+
+constexpr int kLongestSleep = 100;  // milliseconds
+
+// Readable from WakeLoop until the loop has read it.
+const int wakeDescriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+
+}  // namespace
+
+void WakeLoop() {
+  const std::uint64_t one = 1;
+  // Where it cannot be written it is readable already.
+  if (write(wakeDescriptor, &one, sizeof one) < 0) return;
+}
+
+void SleepUntilWoken() {
+  // A mouse on its way sends more within a tick than is to be told. Once there was nothing to tell,
+  // the display is left to Allegro's rounds until the next tick.
+  static bool listens = true;
+  pollfd watched[] = {{wakeDescriptor, POLLIN, 0}, {listens ? DisplayDescriptor() : -1, POLLIN, 0}};
+  if (poll(watched, 2, kLongestSleep) <= 0) return;
+  if (watched[1].revents != 0) {
+    TalkToDisplay();
+    listens = InputWaits();
+  }
+  std::uint64_t calls;
+  if (watched[0].revents != 0 && read(wakeDescriptor, &calls, sizeof calls) > 0) listens = true;
+}
+
+}  // namespace zel

@@ -1,0 +1,315 @@
+#include "toolkit/draw/engine_font.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+#include "toolkit/base/geometry.h"
+#include "toolkit/draw/font.h"
+#include "toolkit/draw/glyph_painter.h"
+
+namespace zel {
+namespace {
+
+EngineLibrary library;
+Color textBackground;
+
+constexpr int kInitialSize = 8;
+constexpr int kMaxSpacing = 4096;
+// FreeType counts in 1/64 pixels (its manual, "Glyph Conventions").
+constexpr int kSubpixelBits = 6;
+constexpr int kGrayLevels = 256;
+
+// The search for a size ends here; no line on a screen is taller.
+constexpr int kLargestSize = 4096;
+// Pixels of a glyph; more of them is damage, and drawing them would take seconds.
+constexpr std::int64_t kLargestGlyph = 1 << 26;
+
+int LineHeight(FT_Face face) {
+  const FT_Size_Metrics& metrics = face->size->metrics;
+  return static_cast<int>(std::labs(metrics.ascender >> kSubpixelBits) +
+                          std::labs(metrics.descender >> kSubpixelBits));
+}
+
+bool SetPixelSize(FT_Face face, int px) {
+  return FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(px)) == 0;
+}
+
+// The pixel size whose line is `px` high: searched upward or downward from px, the last one below
+// it where none fits. 0 when there is none.
+int FindPixelSize(FT_Face face, int px) {
+  int direction = 0;
+  for (int size = px; size >= 1 && size <= kLargestSize; size += direction) {
+    if (!SetPixelSize(face, size)) return 0;
+    const int height = LineHeight(face);
+    if (height == px) return size;
+    if (direction == 0) direction = height > px ? -1 : 1;
+    if (direction > 0 && height > px) return SetPixelSize(face, size - 1) ? size - 1 : 0;
+    if (direction < 0 && height < px) return size;
+  }
+  return 0;
+}
+
+void TakeSize(EngineFont& face, int px, int pixelSize) {
+  face.glyphs.Clear();
+  face.size = px;
+  face.pixelSize = pixelSize;
+  face.ascent = static_cast<int>(face.ftFace->size->metrics.ascender >> kSubpixelBits);
+}
+
+// The line of a bitmap face may be higher than its nominal pixel size, by which FreeType finds a
+// fixed size; the first one is taken by its place.
+void TakeFirstFixedSize(EngineFont& face) {
+  constexpr FT_Pos kHalf = 1 << (kSubpixelBits - 1);
+  const int height = face.fixedSizes.front();
+  if (height < 1 || FT_Select_Size(face.ftFace, 0) != 0) return;
+  const FT_Pos nominal = face.ftFace->available_sizes[0].y_ppem;
+  TakeSize(face, height, static_cast<int>((nominal + kHalf) >> kSubpixelBits));
+}
+
+void CopyMono(const FT_Bitmap& bitmap, GlyphImage& image) {
+  for (int y = 0; y < image.height; ++y) {
+    const unsigned char* row = bitmap.buffer + y * bitmap.pitch;
+    for (int x = 0; x < image.width; ++x)
+      image.pixels[y * image.stride + x] = (row[x / 8] >> (7 - x % 8)) & 1;
+  }
+}
+
+void CopyGray(const FT_Bitmap& bitmap, GlyphImage& image) {
+  const int levels = std::max<int>(1, bitmap.num_grays);
+  const int factor = levels < kGrayLevels ? kGrayLevels / levels : 1;
+  for (int y = 0; y < image.height; ++y) {
+    const unsigned char* row = bitmap.buffer + y * bitmap.pitch;
+    for (int x = 0; x < image.width; ++x)
+      image.pixels[y * image.stride + x] =
+          static_cast<std::uint8_t>(std::min(row[x] * factor, kGrayLevels - 1));
+  }
+}
+
+bool IsDrawable(const FT_Glyph_Metrics& metrics) {
+  const std::int64_t width = metrics.width >> kSubpixelBits;
+  const std::int64_t height = metrics.height >> kSubpixelBits;
+  return width * height <= kLargestGlyph;
+}
+
+// Makes two-tone pixels of coverage and the other way round, for faces that come with their
+// pictures.
+void Convert(GlyphImage& image, FT_Render_Mode mode, bool isMono) {
+  const std::size_t count = static_cast<std::size_t>(image.stride) * image.height;
+  for (std::size_t i = 0; i < count; ++i) {
+    std::uint8_t& pixel = image.pixels[i];
+    if (mode == FT_RENDER_MODE_MONO && !isMono) pixel = pixel >= kGrayLevels / 2;
+    if (mode != FT_RENDER_MODE_MONO && isMono) pixel = pixel ? kGrayLevels - 1 : 0;
+  }
+}
+
+bool LoadGlyph(FT_Face face, unsigned index, FT_Render_Mode mode) {
+  // In two tones a stem that is not moved onto the grid of pixels can vanish.
+  const FT_Int32 load = mode == FT_RENDER_MODE_MONO ? FT_LOAD_TARGET_MONO : FT_LOAD_DEFAULT;
+  return FT_Load_Glyph(face, index, load) == 0;
+}
+
+std::unique_ptr<GlyphImage> Render(FT_Face face, unsigned index, FT_Render_Mode mode) {
+  auto image = std::make_unique<GlyphImage>();
+  if (!LoadGlyph(face, index, mode)) return image;
+  if (!IsDrawable(face->glyph->metrics) || FT_Render_Glyph(face->glyph, mode) != 0) return image;
+  const FT_Bitmap& bitmap = face->glyph->bitmap;
+  const bool isMono = bitmap.pixel_mode == FT_PIXEL_MODE_MONO;
+  if (!isMono && bitmap.pixel_mode != FT_PIXEL_MODE_GRAY) return image;
+  if (!bitmap.buffer) return image;
+  image->width = static_cast<int>(bitmap.width);
+  image->height = static_cast<int>(bitmap.rows);
+  image->left = face->glyph->bitmap_left;
+  image->top = face->glyph->bitmap_top;
+  image->stride = (image->width + GlyphImage::kBlock - 1) / GlyphImage::kBlock * GlyphImage::kBlock;
+  image->pixels = std::make_unique<std::uint8_t[]>(static_cast<std::size_t>(image->stride) *
+                                                   static_cast<std::size_t>(image->height));
+  if (isMono)
+    CopyMono(bitmap, *image);
+  else
+    CopyGray(bitmap, *image);
+  Convert(*image, mode, isMono);
+  return image;
+}
+
+unsigned LookUpIndex(FT_Face face, int character) {
+  return face->charmap ? FT_Get_Char_Index(face, static_cast<FT_ULong>(character))
+                       : static_cast<unsigned>(character);
+}
+
+unsigned GlyphIndex(EngineFont& face, int character) {
+  if (character < 0 || character >= EngineFont::kQuickCharacters)
+    return LookUpIndex(face.ftFace, character);
+  unsigned& index = face.quickIndices[static_cast<std::size_t>(character)];
+  if (index == EngineFont::kUnknownGlyph) index = LookUpIndex(face.ftFace, character);
+  return index;
+}
+
+FT_Render_Mode ModeOf(bool antialiased) {
+  return antialiased ? FT_RENDER_MODE_NORMAL : FT_RENDER_MODE_MONO;
+}
+
+// A form of a glyph with its advance.
+const Glyph::Form& Measure(EngineFont& face, Glyph& glyph, unsigned index, bool antialiased) {
+  Glyph::Form& form = antialiased ? glyph.gray : glyph.mono;
+  if (std::exchange(form.isMeasured, true)) return form;
+  if (LoadGlyph(face.ftFace, index, ModeOf(antialiased))) {
+    form.advanceX = static_cast<int>(face.ftFace->glyph->advance.x >> kSubpixelBits);
+    form.advanceY = static_cast<int>(face.ftFace->glyph->advance.y >> kSubpixelBits);
+  }
+  return form;
+}
+
+const GlyphImage& GetImage(EngineFont& face, Glyph& glyph, unsigned index, bool antialiased) {
+  std::unique_ptr<GlyphImage>& image = (antialiased ? glyph.gray : glyph.mono).image;
+  if (!image) image = Render(face.ftFace, index, ModeOf(antialiased));
+  return *image;
+}
+
+int MeasureText(EngineFont& face, const char* text, bool antialiased) {
+  int length = 0;
+  for (const char* position = text; *position != '\0';) {
+    const unsigned index = GlyphIndex(face, ugetxc(&position));
+    Glyph* glyph = face.glyphs.At(index);
+    if (!glyph) continue;
+    const int advance = Measure(face, *glyph, index, antialiased).advanceX;
+    if (advance != 0) length += advance + face.spacing;
+  }
+  return length;
+}
+
+// A palette has no colours between that of the text and those below.
+bool HasColorsBetween(int depth) { return depth > 8; }
+
+int LeftEnd(int x, int length, int align) {
+  if (align == kAlignRight) return x - length;
+  if (align == kAlignCentre) return x - length / 2;
+  return x;
+}
+
+void FillBehind(BITMAP* target, const Rect& line) {
+  if (line.w > 0 && line.h > 0)
+    rectfill(target, line.x, line.y, line.Right() - 1, line.Bottom() - 1, textBackground);
+}
+
+void DrawLine(BITMAP* target, EngineFont& face, const char* text, int x, int y, Color color,
+              int align, bool antialiased) {
+  if (!target || target->cr <= target->cl) return;
+  // Also what can be drawn antialiased over a background must be as long as it was measured.
+  const bool spacedForGray = antialiased && HasColorsBetween(bitmap_color_depth(target));
+  antialiased = spacedForGray || (antialiased && textBackground.IsSet());
+  const bool needsLength = align != kAlignLeft || textBackground.IsSet();
+  const int length = needsLength ? MeasureText(face, text, spacedForGray) : 0;
+  x = LeftEnd(x, length, align);
+  if (y >= target->cb || y + face.size <= target->ct || x >= target->cr) return;
+  if (textBackground.IsSet()) FillBehind(target, {x, y, length, face.size});
+  const GlyphPainter painter{target, color, textBackground, antialiased};
+  for (const char* position = text; *position != '\0';) {
+    const unsigned index = GlyphIndex(face, ugetxc(&position));
+    Glyph* glyph = face.glyphs.At(index);
+    if (!glyph) continue;
+    const GlyphImage& image = GetImage(face, *glyph, index, antialiased);
+    painter.Paint(image, x + image.left, y + face.ascent - image.top);
+    const Glyph::Form& form = Measure(face, *glyph, index, spacedForGray);
+    x += form.advanceX + face.spacing;
+    if (form.advanceY != 0) y += form.advanceY + face.spacing;
+    if (x >= target->cr) return;
+  }
+}
+
+}  // namespace
+
+void GlyphCache::Resize(std::size_t count) {
+  count_ = count;
+  pages_.clear();
+  pages_.resize((count + kPage - 1) / kPage);
+}
+
+Glyph* GlyphCache::At(std::size_t index) {
+  if (index >= count_) return nullptr;
+  std::unique_ptr<Glyph[]>& page = pages_[index / kPage];
+  if (!page) page = std::make_unique<Glyph[]>(kPage);
+  return &page[index % kPage];
+}
+
+void GlyphCache::Clear() { Resize(count_); }
+
+EngineFont::~EngineFont() {
+  if (ftFace) FT_Done_Face(ftFace);
+}
+
+bool EngineInit() {
+  FT_Library started = nullptr;
+  if (!library && FT_Init_FreeType(&started) == 0) library.reset(started, FT_Done_FreeType);
+  return library != nullptr;
+}
+
+void EngineExit() { library.reset(); }
+
+std::unique_ptr<EngineFont> EngineLoad(SharedBytes bytes) {
+  if (!library || bytes.bytes.empty()) return nullptr;
+  auto face = std::make_unique<EngineFont>();
+  face->library = library;
+  face->data = std::move(bytes);
+  const std::span<const std::uint8_t> file = face->data.bytes;
+  face->dataSize = static_cast<int>(file.size());
+  if (FT_New_Memory_Face(library.get(), file.data(), static_cast<FT_Long>(file.size()), 0,
+                         &face->ftFace) != 0) {
+    face->ftFace = nullptr;
+    return nullptr;
+  }
+  const FT_Face opened = face->ftFace;
+  if (!FT_IS_SCALABLE(opened)) {
+    face->fixedCount = opened->num_fixed_sizes;
+    for (int i = 0; i < face->fixedCount; ++i)
+      face->fixedSizes.push_back(opened->available_sizes[i].height);
+  }
+  face->fixedSizes.push_back(-1);
+  face->quickIndices.assign(EngineFont::kQuickCharacters, EngineFont::kUnknownGlyph);
+  face->glyphs.Resize(static_cast<std::size_t>(std::max<FT_Long>(0, opened->num_glyphs)));
+  if (face->fixedCount > 0)
+    TakeFirstFixedSize(*face);
+  else
+    EngineSetSize(*face, kInitialSize);
+  return face;
+}
+
+void EngineDestroy(EngineFont* owned) { delete owned; }
+
+int EngineSetSize(EngineFont& face, int px) {
+  if (px == face.size) return 0;
+  if (px < 1) return -1;
+  const int found = FindPixelSize(face.ftFace, px);
+  if (found == 0) {
+    if (face.pixelSize > 0) SetPixelSize(face.ftFace, face.pixelSize);
+    return -1;
+  }
+  TakeSize(face, px, found);
+  return 0;
+}
+
+void EngineSetSpacing(EngineFont& face, int spacing) {
+  face.spacing = std::clamp(spacing, 0, kMaxSpacing);
+}
+
+void EngineSetBackground(Color background) { textBackground = background; }
+
+int EngineTextLength(EngineFont& face, const char* text) { return MeasureText(face, text, false); }
+
+int EngineTextLengthAA(EngineFont& face, const char* text) {
+  return MeasureText(face, text, HasColorsBetween(get_color_depth()));
+}
+
+int EngineTextHeight(const EngineFont& face) { return face.size; }
+
+void EngineTextout(BITMAP* target, EngineFont& face, const char* text, int x, int y, Color color,
+                   int align) {
+  DrawLine(target, face, text, x, y, color, align, false);
+}
+
+void EngineTextoutAA(BITMAP* target, EngineFont& face, const char* text, int x, int y, Color color,
+                     int align) {
+  DrawLine(target, face, text, x, y, color, align, true);
+}
+
+}  // namespace zel

@@ -1,0 +1,104 @@
+#include "toolkit/draw/font.h"
+
+#include <cstdlib>
+#include <string>
+
+#include "toolkit/base/bytes.h"
+#include "toolkit/base/settings.h"
+#include "toolkit/base/text.h"
+#include "toolkit/draw/engine_font.h"
+#include "toolkit/draw/font_files.h"
+
+namespace zel {
+namespace {
+
+// Where a font file is found: as it is named, or in the directory of fonts that the environment
+// names. Empty when it is in neither.
+std::string FindFontFile(const char* path) {
+  if (IsFile(path)) return path;
+  const char* directory = std::getenv("WINDIR");
+  if (!directory) directory = std::getenv("windir");
+  if (!directory) return {};
+  std::string found = std::string{directory} + "/fonts/" + get_filename(path);
+  fix_filename_slashes(found.data());
+  return IsFile(found.c_str()) ? found : std::string{};
+}
+
+}  // namespace
+
+Font::~Font() { Release(); }
+
+FONT* Font::LibraryFace() const { return face ? static_cast<FONT*>(face) : ::font; }
+EngineFont* Font::EngineFace() const { return static_cast<EngineFont*>(face); }
+
+void Font::Release() {
+  if (owned && IsEngine()) EngineDestroy(EngineFace());
+  if (owned && !IsEngine() && face && LibraryFace() != ::font) destroy_font(LibraryFace());
+  engine = 0;
+  face = nullptr;
+  owned = false;
+}
+
+void Font::Reset() { Release(); }
+
+void Font::Set(FONT* borrowed) {
+  Release();
+  face = borrowed;
+}
+
+void Font::Set(EngineFont* borrowed) {
+  Release();
+  engine = borrowed ? 1 : 0;
+  face = borrowed;
+}
+
+Error Font::Load(const char* path) {
+  const std::string found = path ? FindFontFile(path) : std::string{};
+  if (found.empty()) return kFileNotFoundError;
+  Release();
+  bool isBitmapFont = false;
+  face = LoadLibraryFont(found.c_str(), &isBitmapFont);
+  if (!isBitmapFont) face = EngineLoad(LoadFontBytes(found.c_str())).release();
+  if (!face) return kLoadError;
+  engine = isBitmapFont ? 0 : 1;
+  owned = true;
+  return kNoError;
+}
+
+int Font::SetSize(int px) { return IsEngine() ? EngineSetSize(*EngineFace(), px) : -1; }
+
+bool Font::IsScalable() const { return IsEngine() && EngineFace()->fixedCount < 0; }
+bool Font::IsSmooth() const { return settings.antialiasing && IsScalable(); }
+bool Font::IsFixed() const { return IsEngine() && EngineFace()->fixedCount >= 0; }
+
+const int* Font::GetFixedSizes() const {
+  return IsEngine() ? EngineFace()->fixedSizes.data() : nullptr;
+}
+
+int Font::TextHeight() const {
+  return IsEngine() ? EngineTextHeight(*EngineFace()) : text_height(LibraryFace());
+}
+
+int Font::TextLength(const char* text) const {
+  if (!IsEngine()) return text_length(LibraryFace(), text);
+  return (IsSmooth() ? EngineTextLengthAA : EngineTextLength)(*EngineFace(), text);
+}
+
+void Font::Textout(Bitmap& target, const char* text, int x, int y, Color color, Color background,
+                   int align) const {
+  BITMAP* bitmap = target.GetBitmap();
+  if (!bitmap) return;
+  if (IsEngine()) {
+    EngineSetBackground(background);
+    const auto draw = IsSmooth() ? EngineTextoutAA : EngineTextout;
+    draw(bitmap, *EngineFace(), text, x, y, color, align);
+  } else if (align == kAlignRight) {
+    textout_right_ex(bitmap, LibraryFace(), text, x, y, color, background);
+  } else if (align == kAlignCentre) {
+    textout_centre_ex(bitmap, LibraryFace(), text, x, y, color, background);
+  } else {
+    textout_ex(bitmap, LibraryFace(), text, x, y, color, background);
+  }
+}
+
+}  // namespace zel

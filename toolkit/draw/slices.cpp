@@ -1,0 +1,210 @@
+#include <algorithm>
+#include <cassert>
+#include <cstdint>
+#include <cstring>
+
+#include "toolkit/draw/skin_bitmap.h"
+
+namespace zel {
+namespace {
+
+// Coordinates on the target may be anything that a widget computes; in 64 bits no sum of them
+// overflows.
+using Wide = std::int64_t;
+
+int TileOf(int wanted, int frame) { return std::min(wanted < 0 ? frame / 3 : wanted, frame); }
+
+// The pixels from `begin` up to and without `end`.
+struct Range {
+  Wide begin, end;
+};
+
+// Copies rectangles from a picture to a target, leaving out what nobody would see.
+class Copier {
+ public:
+  Copier(BITMAP* picture, BITMAP* target, bool masked)
+      : picture_{picture}, target_{target}, masked_{masked} {
+    const bool isPlain = !masked && is_memory_bitmap(picture) && is_memory_bitmap(target) &&
+                         bitmap_color_depth(picture) == bitmap_color_depth(target) &&
+                         !SameBitmap(picture, target);
+    if (isPlain) pixelBytes_ = (bitmap_color_depth(picture) + 7) / 8;
+  }
+
+  // Whether pixels are copied as they are, without a look at each.
+  bool IsPlain() const { return pixelBytes_ != 0; }
+  Range VisibleX() const { return {target_->cl, target_->cr}; }
+  Range VisibleY() const { return {target_->ct, target_->cb}; }
+
+  void Copy(Wide sx, Wide sy, Wide dx, Wide dy, Wide w, Wide h) const {
+    w = std::min(w, picture_->w - sx);
+    h = std::min(h, picture_->h - sy);
+    if (sx < 0 || sy < 0) return;
+    const Wide left = std::max(dx, VisibleX().begin), right = std::min(dx + w, VisibleX().end);
+    const Wide top = std::max(dy, VisibleY().begin), bottom = std::min(dy + h, VisibleY().end);
+    if (left >= right || top >= bottom) return;
+    CopyVisible({static_cast<int>(sx + left - dx), static_cast<int>(sy + top - dy)},
+                {static_cast<int>(left), static_cast<int>(top), static_cast<int>(right - left),
+                 static_cast<int>(bottom - top)});
+  }
+
+  // Both fill what is visible of an area of a plain target with what its first pixels show already:
+  // the first `tile` columns, which have to be visible, or rows.
+  void RepeatColumns(Wide tile, Wide x, Wide y, Wide w, Wide h) const {
+    const Wide total = std::min(w, VisibleX().end - x);
+    const Wide first = std::max(y, VisibleY().begin), end = std::min(y + h, VisibleY().end);
+    for (Wide row = first; row < end; ++row) {
+      for (Wide done = tile; done < total; done += std::min(done, total - done))
+        CopyRow(target_, x, row, target_, x + done, row, std::min(done, total - done));
+    }
+  }
+  void RepeatRows(Wide tile, Wide x, Wide y, Wide w, Wide h) const {
+    const Wide left = std::max(x, VisibleX().begin), right = std::min(x + w, VisibleX().end);
+    if (left >= right) return;
+    const Wide end = std::min(y + h, VisibleY().end);
+    for (Wide row = y + tile; row < end; ++row)
+      CopyRow(target_, left, row - tile, target_, left, row, right - left);
+  }
+  bool ShowsColumns(Wide x, Wide w) const {
+    return x >= VisibleX().begin && x + w <= VisibleX().end;
+  }
+  bool ShowsRows(Wide y, Wide h) const { return y >= VisibleY().begin && y + h <= VisibleY().end; }
+
+ private:
+  void CopyVisible(Point from, const Rect& to) const {
+    if (masked_) return ::masked_blit(picture_, target_, from.x, from.y, to.x, to.y, to.w, to.h);
+    if (pixelBytes_ == 0) return ::blit(picture_, target_, from.x, from.y, to.x, to.y, to.w, to.h);
+    // What blit does, without what it takes to be ready for other kinds of bitmaps.
+    for (int row = 0; row < to.h; ++row)
+      CopyRow(picture_, from.x, from.y + row, target_, to.x, to.y + row, to.w);
+  }
+
+  void CopyRow(const BITMAP* from, Wide sx, Wide sy, BITMAP* to, Wide dx, Wide dy, Wide w) const {
+    std::memcpy(to->line[dy] + dx * pixelBytes_, from->line[sy] + sx * pixelBytes_,
+                static_cast<std::size_t>(w) * pixelBytes_);
+  }
+
+  BITMAP* picture_;
+  BITMAP* target_;
+  bool masked_;
+  int pixelBytes_ = 0;  // where rows of pixels are plain bytes, else 0
+};
+
+// How a line of `total` pixels, which begins at `start` on the target, is put together from an
+// edge, tiles and an edge.
+struct Layout {
+  Wide edge, tile, start, total;
+
+  // Where the tiles end and the second edge begins.
+  Wide End() const { return start + total - edge; }
+
+  // Calls draw(offset in the frame, place on the target, length) for the pieces of the line from
+  // its start to its end; tiles outside of what is visible are passed over.
+  template <class Draw>
+  void ForEachPiece(Range visible, const Draw& draw) const {
+    draw(0, start, edge);
+    const Wide end = End();
+    const Wide step = std::max<Wide>(tile, 1);
+    const Wide hidden = std::max<Wide>(visible.begin - (start + edge), 0);
+    for (Wide at = start + edge + hidden / step * step; at < std::min(end, visible.end);
+         at += step) {
+      draw(edge, at, std::min(step, end - at));
+    }
+    draw(edge + tile, end, edge);
+  }
+};
+
+}  // namespace
+
+int SkinBitmap::TileWidthOf(int frameWidth) const { return TileOf(tileSize.w, frameWidth); }
+int SkinBitmap::TileHeightOf(int frameHeight) const { return TileOf(tileSize.h, frameHeight); }
+
+int SkinBitmap::EdgeWidthOf(int frameWidth) const {
+  return (frameWidth - TileWidthOf(frameWidth)) / 2;
+}
+
+int SkinBitmap::EdgeHeightOf(int frameHeight) const {
+  return (frameHeight - TileHeightOf(frameHeight)) / 2;
+}
+
+void SkinBitmap::DrawHSlice(DrawTarget target, const HSlice& slice, int dx, int dy, int total,
+                            bool masked) const {
+  if (!CanDraw(target, masked)) return;
+  const Copier copier{bitmap, target, masked};
+  Layout{slice.edge, slice.tile, dx, total}.ForEachPiece(
+      copier.VisibleX(), [&](Wide offset, Wide x, Wide width) {
+        copier.Copy(slice.sx + offset, slice.sy, x, dy, width, slice.height);
+      });
+}
+
+void SkinBitmap::DrawVSlice(DrawTarget target, const VSlice& slice, int dx, int dy, int total,
+                            bool masked) const {
+  if (!CanDraw(target, masked)) return;
+  const Copier copier{bitmap, target, masked};
+  Layout{slice.edge, slice.tile, dy, total}.ForEachPiece(
+      copier.VisibleY(), [&](Wide offset, Wide y, Wide height) {
+        copier.Copy(slice.sx, slice.sy + offset, dx, y, slice.width, height);
+      });
+}
+
+void SkinBitmap::DrawHFrame(DrawTarget target, int frame, int x, int y, int total, int frames,
+                            bool masked) const {
+  assert(frames >= 1);
+  const int height = Height() / frames;
+  const HSlice slice{0, frame * height, EdgeWidthOf(Width()), height, TileWidthOf(Width())};
+  DrawHSlice(target, slice, x, y, total, masked);
+}
+
+void SkinBitmap::DrawVFrame(DrawTarget target, int frame, int x, int y, int total, int frames,
+                            bool masked) const {
+  assert(frames >= 1);
+  const int width = Width() / frames;
+  const VSlice slice{frame * width, 0, EdgeHeightOf(Height()), width, TileHeightOf(Height())};
+  DrawVSlice(target, slice, x, y, total, masked);
+}
+
+void SkinBitmap::DrawHFrameMasked(DrawTarget target, int frame, int x, int y, int total,
+                                  int frames) const {
+  DrawHFrame(target, frame, x, y, total, frames, true);
+}
+
+void SkinBitmap::DrawVFrameMasked(DrawTarget target, int frame, int x, int y, int total,
+                                  int frames) const {
+  DrawVFrame(target, frame, x, y, total, frames, true);
+}
+
+void SkinBitmap::DrawArea(DrawTarget target, int column, int row, int x, int y, int w, int h,
+                          int columns, int rows, bool masked) const {
+  assert(columns >= 1 && rows >= 1);
+  if (!CanDraw(target, masked)) return;
+  const Copier copier{bitmap, target, masked};
+  const int frameWidth = Width() / columns, frameHeight = Height() / rows;
+  const Wide sx = Wide{column} * frameWidth, sy = Wide{row} * frameHeight;
+  const Layout across{EdgeWidthOf(frameWidth), TileWidthOf(frameWidth), x, w};
+  const Layout down{EdgeHeightOf(frameHeight), TileHeightOf(frameHeight), y, h};
+  // Of plain pixels the first tile is copied, then the first row of tiles.
+  const bool isInPicture = column >= 0 && column < columns && row >= 0 && row < rows;
+  const bool repeats = copier.IsPlain() && isInPicture && w >= 2 * across.edge;
+  const auto isTile = [repeats](const Layout& line, Wide offset, Wide length) {
+    return repeats && offset == line.edge && line.tile > 0 && length > 0;
+  };
+  bool hasRow = false;
+  down.ForEachPiece(copier.VisibleY(), [&](Wide offsetY, Wide top, Wide height) {
+    if (isTile(down, offsetY, height) && hasRow) return;
+    bool hasTile = false;
+    across.ForEachPiece(copier.VisibleX(), [&](Wide offsetX, Wide left, Wide width) {
+      if (isTile(across, offsetX, width) && hasTile) return;
+      copier.Copy(sx + offsetX, sy + offsetY, left, top, width, height);
+      hasTile = isTile(across, offsetX, width) && copier.ShowsColumns(left, width);
+      if (hasTile) copier.RepeatColumns(across.tile, left, top, across.End() - left, height);
+    });
+    hasRow = isTile(down, offsetY, height) && copier.ShowsRows(top, height);
+    if (hasRow) copier.RepeatRows(down.tile, x, top, w, down.End() - top);
+  });
+}
+
+void SkinBitmap::DrawAreaMasked(DrawTarget target, int column, int row, int x, int y, int w, int h,
+                                int columns, int rows) const {
+  DrawArea(target, column, row, x, y, w, h, columns, rows, true);
+}
+
+}  // namespace zel
