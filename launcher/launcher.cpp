@@ -20,6 +20,7 @@
 #include "launcher/texts.h"
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/confinement.h"
+#include "toolkit/base/display_link.h"
 #include "toolkit/base/graphics_mode.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/base/text.h"
@@ -195,6 +196,7 @@ int RunForAnyone() {
   if (const int error = DeleteOutputFile()) return Fail("remove", error);
   DeleteTemporaryFiles();
   on_exit(KeepOutputToItsStatus, nullptr);
+  onDisplayLost = [] { DeleteOutputFile(); };
   launcherState.runningScreen = nullptr;
   SaveDirectory();
   ChangeDirectory(Directory::kConfiguration);

@@ -3,9 +3,10 @@
 #include "toolkit/base/allegro.h"
 
 #ifdef ALLEGRO_WITH_XWINDOWS
+#include <dlfcn.h>
 #include <poll.h>
+#include <unistd.h>
 
-#include <atomic>
 #include <cstdlib>
 // After Allegro itself.
 #include <xalleg.h>
@@ -15,8 +16,6 @@ namespace zel {
 
 #ifdef ALLEGRO_WITH_XWINDOWS
 namespace {
-
-std::atomic<bool> isOver = false;  // the process ends
 
 bool IsToBeSent() {
   return NextRequest(_xwin.display) != LastKnownRequestProcessed(_xwin.display) + 1;
@@ -30,17 +29,25 @@ bool HasCome() {
 
 // One round, with the connection locked: in Allegro's thread, or in the loop.
 void DoRound() {
-  if (!_xwin.display || isOver) return;
+  if (!_xwin.display) return;
   // While Allegro holds the pointer in its place, it counts the rounds.
   if (IsToBeSent() || HasCome() || _xwin.mouse_warped != 0) _xwin_private_handle_input();
 }
 
-// Xlib ends the process where the server is gone, here while the loop has the connection locked.
-// Allegro's shut-down would then wait for its thread, and that for the lock.
-void LetGo() {
-  XLOCK();
-  isOver = true;
-  for (int held = _xwin.lock_count; held > 0; --held) XUNLOCK();
+// Xlib would go through exit() here, in whichever thread has the connection locked: Allegro's
+// shut-down would wait for the other one, and that for the lock.
+int EndAtOnce(Display*) {
+  constexpr char kMessage[] = "The X server is gone.\n";
+  if (onDisplayLost) onDisplayLost();
+  if (write(STDERR_FILENO, kMessage, sizeof kMessage - 1) < 0) _exit(EXIT_FAILURE);
+  _exit(EXIT_FAILURE);
+}
+
+// Of the library that Allegro has brought along.
+void EndWithTheServer() {
+  using SetHandler = decltype(&XSetIOErrorHandler);
+  if (void* function = dlsym(RTLD_DEFAULT, "XSetIOErrorHandler"))
+    reinterpret_cast<SetHandler>(function)(EndAtOnce);
 }
 
 bool IsLinked() { return _xwin.display && _xwin_input_handler == DoRound; }
@@ -50,9 +57,8 @@ bool IsLinked() { return _xwin.display && _xwin_input_handler == DoRound; }
 void LinkDisplay() {
   // Another driver of Allegro's may have its own.
   if (!_xwin.display || _xwin_input_handler) return;
-  // Called before Allegro's own, which was registered earlier.
-  static const bool letsGo = std::atexit(LetGo) == 0;
-  if (letsGo) _xwin_input_handler = DoRound;
+  EndWithTheServer();
+  _xwin_input_handler = DoRound;
 }
 
 int DisplayDescriptor() { return IsLinked() ? ConnectionNumber(_xwin.display) : -1; }
