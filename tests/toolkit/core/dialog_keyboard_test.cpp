@@ -67,12 +67,9 @@ TEST_F(DialogKeyboardTest, AShortcutGoesToTheFirstThatHasItOrToNobody) {
     a.SetKey(shortcut);
     root.HandleKey(character, scancode);
     Expect(found ? "a6 " : "");
-    for (const bool hidden : {true, false}) {
-      hidden ? a.Hide() : a.Disable();
-      EXPECT_EQ(root.HandleKey(character, scancode), found);
-      Expect("");
-      a.Unhide();
-    }
+    a.Disable();
+    EXPECT_EQ(root.HandleKey(character, scancode), found);
+    Expect("");
     a.Enable();
   };
   expect('A', 'a', 0, true);

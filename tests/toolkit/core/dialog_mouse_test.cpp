@@ -50,17 +50,19 @@ TEST_F(DialogMouseTest, ThePointerEntersAndLeavesFromTheInsideOut) {
 }
 
 TEST_F(DialogMouseTest, ADialogThatIsTakenInFindsThePointerAndTheFocusInItself) {
+  root.MsgStart();
   PutMouse(15, 15);
-  root.Remove(&panel);
-  Start();
-  Watch({MSG_GOTMOUSE, MSG_LOSTMOUSE, MSG_GOTFOCUS, MSG_LOSTFOCUS});
-  root.Add(&panel);
-  Expect("p13 a13 a11 p11 ");
-  root.SetFocus(&c);
-  root.Remove(&panel);
-  root.Events();
-  root.Add(&panel);
-  Expect("p13 a13 a11 ", "the focus of the outer one stays");
+  Tick();
+  Watch({MSG_END, MSG_GOTMOUSE, MSG_LOSTMOUSE, MSG_GOTFOCUS, MSG_LOSTFOCUS});
+  for (const bool outside : {false, true}) {
+    root.Remove(&panel);
+    Expect("a14 p14 a2 b2 p2 ");
+    EXPECT_FALSE(a.HasFocus());
+    if (outside) root.SetFocus(&c);
+    root.Events();
+    root.Add(&panel);
+    Expect(outside ? "p13 a13 a11 " : "p13 a13 a11 p11 ");
+  }
   root.MsgEnd();
   Patch cover{{10, 10, 20, 20}};
   root.Add(&cover);

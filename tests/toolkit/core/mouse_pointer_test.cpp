@@ -121,10 +121,6 @@ TEST_F(MousePointerTest, AChangeOfShapeOrDepthLeavesNoTrace) {
   Fill(shape, 30, 20, green);
   pointer.Draw();
   EXPECT_TRUE(HidesWithoutATrace()) << "a shape that grew";
-  shape.SetShadow({.size = 8});
-  Fill(shape, 4, 3, red);
-  Show();
-  EXPECT_TRUE(HidesWithoutATrace()) << "a large shadow";
   for (const int depth : {16, 15, 24, 8, 32}) {
     Show();
     UseDepth(depth);
