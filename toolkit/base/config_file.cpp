@@ -27,8 +27,9 @@ std::string Stored(const std::string& text) { return Converted(text, U_CURRENT, 
 std::string Plain(const SectionFile& file) {
   std::string text;
   for (const SectionFile::Section& section : file.Sections()) {
-    text += '[' + section.Name() + "]\n";
-    for (const auto& [name, value, line] : section.Entries()) text += name + '=' + value + '\n';
+    text.append("[").append(section.Name()).append("]\n");
+    for (const auto& [name, value, line] : section.Entries())
+      text.append(name).append("=").append(value).append("\n");
   }
   return text;
 }
@@ -107,7 +108,7 @@ void SaveConfigFile(const char* path, const char* section, const std::vector<Con
     added.push_back('[' + Stored(section) + ']');
   }
   for (const auto& [name, value] : values) {
-    const std::string line = Stored(name + " = " + value);
+    const std::string line = Stored(std::string{name}.append(" = ").append(value));
     if (const SectionFile::Entry* entry = old.Find(name.c_str()))
       lines.Replace(entry->line, line);
     else
