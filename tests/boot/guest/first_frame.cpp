@@ -33,7 +33,7 @@ int main(int count, char** words) {
     execvp(words[2], words + 2);
     return 1;
   }
-  while (*byte < 0xf0 && getppid() == watcher) usleep(500);
+  while (*byte < 0xf0 && getppid() == watcher) usleep(2000);
   const double seen = Now();
   FILE* file = std::fopen("/tmp/test/first-frame", "w");
   if (file) std::fprintf(file, "%.0f %.0f\n", seen - start, seen);
