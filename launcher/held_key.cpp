@@ -16,7 +16,7 @@ constexpr int kChoosingKeys[] = {KEY_ENTER, KEY_ENTER_PAD, KEY_SPACE};
 void HeldKey::Hold(int scancode) {
   const bool chooses = std::find(std::begin(kChoosingKeys), std::end(kChoosingKeys), scancode) !=
                        std::end(kChoosingKeys);
-  if (!chooses || key[scancode] == 0) return;
+  if (!chooses || !IsDown(scancode)) return;
   held_ = scancode;
   releases_ = Releases(scancode);
 }

@@ -89,6 +89,10 @@ TEST_F(MenuScreenTest, KeysMoveThroughTheMenus) {
   screen_->MsgTick();
   EXPECT_EQ(After({}), "1/2/12") << "in and back within a tick, and held";
   _handle_key_release(KEY_ENTER);
+  for (int i = 0; i < 3; ++i) _handle_key_press(13, KEY_ENTER);
+  _handle_key_release(KEY_ENTER);
+  screen_->MsgTick();
+  EXPECT_EQ(After({}), "2/0/0") << "held, and let go before it was told";
 }
 
 TEST_F(MenuScreenTest, TheLastPositionIsRestoredAsFarAsItFits) {

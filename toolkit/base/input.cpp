@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <utility>
 
 #include "toolkit/base/allegro.h"
@@ -22,6 +23,8 @@ RecordQueue<InputRecord, kMostWaiting> queue;
 
 // Only the loop has to do with these.
 std::array<unsigned, KEY_MAX> releases;
+std::array<bool, KEY_MAX> isDown;    // after the records taken so far
+std::optional<InputRecord> putBack;  // comes before the queue
 std::size_t forgotten = 0;           // records to come whose keys are not told
 const int* handledShifts = nullptr;  // null while nothing is handled
 
@@ -34,9 +37,10 @@ struct Callbacks {
 Callbacks previous;
 bool isStarted = false;
 
-bool Note(InputRecord::Kind kind, int scancode = 0, int character = 0) {
+bool Note(InputRecord::Kind kind, int scancode = 0, int character = 0, bool isLate = false) {
   InputRecord record;
   record.kind = kind;
+  record.isLate = isLate;
   record.mouse.position = {mouse_x, mouse_y};
   if (kind == InputRecord::kMouse) {
     record.mouse.buttons = mouse_b;
@@ -90,10 +94,11 @@ void StartInput() {
   if (!isStarted) previous = {keyboard_ucallback, keyboard_lowlevel_callback, mouse_callback};
   isStarted = true;
   forgotten = 0;
+  isDown.fill(false);
   for (int i = 0; i < kKeyBuffer && keyboard_driver && keypressed(); ++i) {
     int scancode = 0;
     const int character = ureadkey(&scancode);
-    Note(InputRecord::kCharacter, scancode, character);
+    Note(InputRecord::kCharacter, scancode, character, true);
   }
   keyboard_ucallback = OnCharacter;
   keyboard_lowlevel_callback = OnKey;
@@ -110,33 +115,48 @@ void EndInput() {
     if (record.kind == InputRecord::kCharacter) GiveBack(record);
 }
 
-bool InputWaits() { return !queue.IsEmpty(); }
+bool InputWaits() { return putBack || !queue.IsEmpty(); }
 
-int WaitingInput() { return static_cast<int>(queue.Count()); }
+int WaitingInput() { return static_cast<int>(queue.Count()) + (putBack ? 1 : 0); }
 
 bool TakeInput(InputRecord& record) {
+  if (putBack) {
+    record = *std::exchange(putBack, std::nullopt);
+    return true;
+  }
   while (queue.Take(record)) {
     const bool isForgotten = forgotten > 0;
     if (isForgotten) --forgotten;
     if (record.kind == InputRecord::kCharacter && isForgotten) continue;
-    if (record.kind == InputRecord::kKeyUp) ++releases[record.scancode % KEY_MAX];
+    if (record.kind == InputRecord::kMouse) return true;
+    const auto key = static_cast<std::size_t>(record.scancode % KEY_MAX);
+    isDown[key] = record.kind == InputRecord::kCharacter && !record.isLate;
+    if (record.kind == InputRecord::kKeyUp) ++releases[key];
     return true;
   }
   return false;
 }
 
+void PutBack(const InputRecord& record) { putBack = record; }
+
 void GiveBack(const InputRecord& key) {
+  // Both have been asked about it.
   const auto callback = std::exchange(keyboard_ucallback, nullptr);
+  const auto olderCallback = std::exchange(keyboard_callback, nullptr);
   simulate_ukeypress(key.character, key.scancode);
+  keyboard_callback = olderCallback;
   keyboard_ucallback = callback;
 }
 
 void ForgetKeys() {
   clear_keybuf();
+  if (putBack && putBack->kind == InputRecord::kCharacter) putBack.reset();
   forgotten = queue.Count();
 }
 
 unsigned Releases(int scancode) { return releases[scancode % KEY_MAX]; }
+
+bool IsDown(int scancode) { return key[scancode] != 0 || isDown[scancode % KEY_MAX]; }
 
 int Shifts() { return handledShifts ? *handledShifts : key_shifts; }
 

@@ -1,7 +1,6 @@
 // What mouse and keyboard have done, in the order in which they did it.
 //
-// Allegro notices it in threads of its own (for X and the console's devices one in the background,
-// for repeated keys that of its timers) or in the loop's, and calls back. Whoever is called back
+// Allegro notices it in threads of its own or in the loop's, and calls back. Whoever is called back
 // only puts a record into a queue and wakes the loop; see RecordQueue for why that is safe. The
 // loop takes the records one by one and tells them (Dialog::WorkOffInput), whether a tick has
 // passed or not. So a button that goes down and up between two ticks is told twice, and a key has
@@ -21,6 +20,8 @@ struct MouseState {
   Point position;
   int buttons = 0;
   int wheel = 0;
+
+  friend bool operator==(const MouseState&, const MouseState&) = default;
 };
 
 struct InputRecord {
@@ -29,9 +30,10 @@ struct InputRecord {
   Kind kind = kMouse;
   // After what happened. Keys know the position alone.
   MouseState mouse;
-  int shifts = 0;     // modifiers, as in key_shifts
-  int scancode = 0;   // kKeyUp, kCharacter
-  int character = 0;  // kCharacter; 0 for keys without one
+  int shifts = 0;       // modifiers, as in key_shifts
+  int scancode = 0;     // kKeyUp, kCharacter
+  int character = 0;    // kCharacter; 0 for keys without one
+  bool isLate = false;  // typed before there were records, so that nobody tells of the release
 };
 
 // From StartInput to EndInput there are records. Keys that were typed before are the first; those
@@ -44,6 +46,8 @@ bool InputWaits();
 int WaitingInput();
 // The next one; false when there is none.
 bool TakeInput(InputRecord& record);
+// The record that was taken last is the next one again, with nothing lost or counted twice.
+void PutBack(const InputRecord& record);
 // Leaves a key to whoever reads Allegro's buffer.
 void GiveBack(const InputRecord& key);
 // Forgets the keys that were typed and not taken, as clear_keybuf does with Allegro's.
@@ -51,6 +55,8 @@ void ForgetKeys();
 
 // How often the key was let go, among the records taken so far.
 unsigned Releases(int scancode);
+// Whether the key is down, or was when the record was made that was taken last.
+bool IsDown(int scancode);
 
 // The modifiers that a key was typed with while it is handled; else those of now.
 int Shifts();

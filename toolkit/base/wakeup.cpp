@@ -1,5 +1,6 @@
 #include "toolkit/base/wakeup.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
@@ -14,8 +15,19 @@ namespace {
 
 constexpr int kLongestSleep = 100;  // milliseconds
 
+constexpr int kShortestSleep = 1;  // where nothing can wake
+
+// Never one of the standard ones, which a console takes the place of where they are closed.
+int MakeWakeDescriptor() {
+  const int made = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+  if (made < 0 || made > STDERR_FILENO) return made;
+  const int moved = fcntl(made, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  close(made);
+  return moved;
+}
+
 // Readable from WakeLoop until the loop has read it.
-const int wakeDescriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+const int wakeDescriptor = MakeWakeDescriptor();
 
 }  // namespace
 
@@ -30,7 +42,7 @@ void SleepUntilWoken() {
   // the display is left to Allegro's rounds until the next tick.
   static bool listens = true;
   pollfd watched[] = {{wakeDescriptor, POLLIN, 0}, {listens ? DisplayDescriptor() : -1, POLLIN, 0}};
-  if (poll(watched, 2, kLongestSleep) <= 0) return;
+  if (poll(watched, 2, wakeDescriptor < 0 ? kShortestSleep : kLongestSleep) <= 0) return;
   if (watched[1].revents != 0) {
     TalkToDisplay();
     listens = InputWaits();

@@ -209,7 +209,8 @@ class Dialog : public Widget {
   bool WorkOffTimers();
   // Tells the input that has been recorded until now; false when there was none.
   bool WorkOffInput();
-  void HandleRecord(const InputRecord& record);
+  // False when it says nothing new.
+  bool HandleRecord(const InputRecord& record);
   // Until there is a tick or input.
   void Wait();
   void DrawFrame();

@@ -14,36 +14,47 @@ Dialog* Dialog::InputTarget() {
 bool Dialog::WorkOffInput() {
   bool told = false;
   InputRecord record;
+  const bool wasClosed = closed;
   // What comes meanwhile can wait for the next time: the ticks go on. What comes after the closing
   // is for nobody, or for the dialog below.
-  for (int left = WaitingInput(); left > 0 && !InputTarget()->closed; --left) {
-    if (!TakeInput(record)) break;
-    HandleRecord(record);
+  for (int left = WaitingInput(); left > 0; --left) {
+    if (closed != wasClosed || InputTarget()->closed || !TakeInput(record)) break;
+    if (!HandleRecord(record)) continue;
     ApplyGeometry();
     told = true;
   }
   return told;
 }
 
-void Dialog::HandleRecord(const InputRecord& record) {
+bool Dialog::HandleRecord(const InputRecord& record) {
   const HandledInput handled{record};
+  bool told = record.kind != InputRecord::kKeyUp;
   if (settings.showMouse && mousePointer) {
     const MouseState before = mousePointer->State();
     MouseState arrived = before;
     arrived.position = record.mouse.position;
     mousePointer->Follow(arrived);
-    if (arrived.position != before.position) TellMouse(before, false);
-    if (record.kind == InputRecord::kMouse && !InputTarget()->closed) {
+    if (arrived.position != before.position) {
+      TellMouse(before, false);
+      told = true;
+    }
+    if (told && InputTarget()->closed) {
+      // For whoever is below.
+      PutBack(record);
+      return true;
+    }
+    // Unless a popup has told what came later.
+    if (record.kind == InputRecord::kMouse && mousePointer->State() == arrived) {
       mousePointer->Follow(record.mouse);
       TellMouse(arrived, false);
     }
   }
-  if (record.kind != InputRecord::kCharacter) return;
-  Dialog* target = InputTarget();
-  if (settings.useKeyboard && !target->closed)
-    target->HandleKey(record.character, record.scancode);
+  if (record.kind != InputRecord::kCharacter) return told;
+  if (settings.useKeyboard)
+    InputTarget()->HandleKey(record.character, record.scancode);
   else
     GiveBack(record);
+  return true;
 }
 
 }  // namespace zel
