@@ -228,7 +228,7 @@ bool IsGuarded() { return guarded; }
 
 void HoldSignals() {
   sigset_t held = AllSignals();
-  sigdelset(&held, GuardEnded());
+  if (guarded) sigdelset(&held, GuardEnded());
   sigprocmask(SIG_BLOCK, &held, nullptr);
 }
 

@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <string_view>
 // After Allegro itself.
 #include <xalleg.h>
 #endif
@@ -36,18 +37,21 @@ void DoRound() {
 
 // Xlib would go through exit() here, in whichever thread has the connection locked: Allegro's
 // shut-down would wait for the other one, and that for the lock.
-int EndAtOnce(Display*) {
-  constexpr char kMessage[] = "The X server is gone.\n";
+[[noreturn]] void EndAtOnce(std::string_view message) {
   if (onDisplayLost) onDisplayLost();
-  if (write(STDERR_FILENO, kMessage, sizeof kMessage - 1) < 0) _exit(EXIT_FAILURE);
+  if (write(STDERR_FILENO, message.data(), message.size()) < 0) _exit(EXIT_FAILURE);
   _exit(EXIT_FAILURE);
 }
 
+int OnServerGone(Display*) { EndAtOnce("The X server is gone.\n"); }
+int OnProtocolError(Display*, XErrorEvent*) { EndAtOnce("The X server refuses a request.\n"); }
+
 // Of the library that Allegro has brought along.
 void EndWithTheServer() {
-  using SetHandler = decltype(&XSetIOErrorHandler);
-  if (void* function = dlsym(RTLD_DEFAULT, "XSetIOErrorHandler"))
-    reinterpret_cast<SetHandler>(function)(EndAtOnce);
+  if (void* set = dlsym(RTLD_DEFAULT, "XSetIOErrorHandler"))
+    reinterpret_cast<decltype(&XSetIOErrorHandler)>(set)(OnServerGone);
+  if (void* set = dlsym(RTLD_DEFAULT, "XSetErrorHandler"))
+    reinterpret_cast<decltype(&XSetErrorHandler)>(set)(OnProtocolError);
 }
 
 bool IsLinked() { return _xwin.display && _xwin_input_handler == DoRound; }

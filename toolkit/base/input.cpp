@@ -15,9 +15,9 @@
 namespace zel {
 namespace {
 
-constexpr std::size_t kMostWaiting = 256;  // records
-constexpr int kReleased = 0x80;            // in the scan codes that Allegro calls back with
-constexpr int kKeyBuffer = 64;             // Allegro's
+constexpr std::size_t kMostWaiting = 1024;  // records
+constexpr int kReleased = 0x80;             // in the scan codes that Allegro calls back with
+constexpr int kKeyBuffer = 64;              // Allegro's
 
 RecordQueue<InputRecord, kMostWaiting> queue;
 
@@ -69,8 +69,9 @@ int OnCharacter(int character, int* scancode) {
   else if (keyboard_callback)
     character = AskOlderCallback(character, scancode);
   if (character == 0 && *scancode == 0) return 0;
-  // Without both, Allegro keeps nothing.
-  if (Note(InputRecord::kCharacter, *scancode, character)) character = *scancode = 0;
+  // Without both, Allegro keeps nothing. What a full queue has left to its buffer comes first.
+  if (!keypressed() && Note(InputRecord::kCharacter, *scancode, character))
+    character = *scancode = 0;
   return character;
 }
 
