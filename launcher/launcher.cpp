@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "launcher/language.h"
+#include "launcher/little_memory.h"
 #include "launcher/menu_config.h"
 #include "launcher/menu_screen.h"
 #include "launcher/paths.h"
@@ -195,6 +196,7 @@ int RunForAnyone() {
   // Scripts must not take what an earlier run wrote for the result of this one.
   if (const int error = DeleteOutputFile()) return Fail("remove", error);
   DeleteTemporaryFiles();
+  NeedRoomForARun();
   on_exit(KeepOutputToItsStatus, nullptr);
   onDisplayLost = [] { DeleteOutputFile(); };
   launcherState.runningScreen = nullptr;

@@ -5,7 +5,7 @@ import signal
 import subprocess
 import unittest
 
-from contract_test import SECOND, LauncherTest
+from contract_test import SECOND, LauncherTest, action, config, menu
 from harness import ROOT, need_sandbox
 
 FILL = "mount -t tmpfs -o size=4k full {0} && ! cat /dev/zero >{0}/filling 2>/dev/null"
@@ -36,6 +36,18 @@ class ScarcityTest(LauncherTest):
             launcher.start(before=before)
             launcher.press("Down", "Return")
             self.expect(launcher, 12, SECOND, position)
+
+    def test_too_little_memory_ends_it_with_a_message(self):
+        files = config(more_cfg=menu(*[action("x" * 1000, 1, "x" * 1000)] * 5000))
+        launcher = self.launcher(files)
+        launcher.launch(before="ulimit -v 20000")
+        self.assertEqual(launcher.wait(), 1)
+        self.assertEqual((launcher.output(), launcher.stderr()), (None, "zel: out of memory\n"))
+        launcher.start()
+        launcher.refuse_memory()
+        launcher.press("End", "Return")
+        self.assertEqual(launcher.wait(), 1)
+        self.assertEqual((launcher.output(), launcher.stderr()), (None, "zel: out of memory\n"))
 
     def test_a_display_that_goes_away_ends_it_without_a_choice(self):
         launcher = self.launcher()

@@ -6,6 +6,7 @@ Everything is waited for by looking: at the screen's picture, at the process, at
 import ctypes
 import os
 import pathlib
+import resource
 import shutil
 import signal
 import struct
@@ -185,6 +186,12 @@ class Launcher:
     def threads(self):
         """What the system says about each."""
         return [path.read_text() for path in pathlib.Path(f"/proc/{self._process.pid}/task").glob("*/status")]
+
+    def refuse_memory(self):
+        """From here on there is no more than it has."""
+        pages = int(pathlib.Path(f"/proc/{self._process.pid}/statm").read_text().split()[0])
+        size = pages * resource.getpagesize()
+        resource.prlimit(self._process.pid, resource.RLIMIT_AS, (size, size))
 
     def running(self):
         return self._process.poll() is None

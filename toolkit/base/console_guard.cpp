@@ -14,6 +14,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <iterator>
 
 namespace zel {
@@ -113,10 +114,10 @@ class Console {
   termios line_{};
 };
 
-// What the child needs when it outlives its guard.
+// What the child needs when it does its guard's work.
 struct Orphan {
-  Console* console;
-  void (*cleanUp)();
+  Console* console = nullptr;  // null without a guard
+  void (*cleanUp)() = [] {};
 } orphan;
 
 // Tells the child of the guard's end. Nothing else uses it.
@@ -200,13 +201,14 @@ ChildEnd WaitFor(pid_t child) {
 }  // namespace
 
 int RunGuarded(int (*program)(), void (*cleanUp)()) {
+  orphan.cleanUp = cleanUp;
   int number = ConsoleNumber(STDIN_FILENO);
   if (number == kNone) number = ControllingConsole();
   if (number == kNone) return program();
   Console console{number};
   if (!console.IsOpen()) return program();
 
-  orphan = {&console, cleanUp};
+  orphan.console = &console;
   std::signal(SIGCHLD, SIG_DFL);
   sigset_t signals;
   const sigset_t all = AllSignals();
@@ -222,6 +224,13 @@ int RunGuarded(int (*program)(), void (*cleanUp)()) {
   console.PutRight();
   if (WIFEXITED(end.status)) return WEXITSTATUS(end.status);
   EndBySignal(end.signal != 0 ? end.signal : WTERMSIG(end.status), signals);
+}
+
+void EndAtOnce(const char* message) {
+  orphan.cleanUp();
+  if (guarded) orphan.console->PutRight();
+  [[maybe_unused]] const ssize_t said = write(STDERR_FILENO, message, std::strlen(message));
+  std::_Exit(EXIT_FAILURE);
 }
 
 bool IsGuarded() { return guarded; }

@@ -19,6 +19,11 @@ namespace zel {
 // Elsewhere it is just a call. `cleanUp` makes only calls that a signal handler may make.
 int RunGuarded(int (*program)(), void (*cleanUp)());
 
+// Ends this process with status 1 and a message on standard error, without anything that a program
+// does at its end but `cleanUp`. The console has text before, so that the message shows. For when
+// there is no going on: it makes only calls that a signal handler may make, and needs no memory.
+[[noreturn]] void EndAtOnce(const char* message);
+
 // Whether this is a program whose guard puts the console right.
 bool IsGuarded();
 
