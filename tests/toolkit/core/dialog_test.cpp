@@ -182,7 +182,7 @@ TEST_F(DialogTest, APopupTakesTheInputAndGivesItBack) {
   EXPECT_EQ(At(25, 25), red);
 }
 
-TEST_F(DialogTest, AReleaseThatAPopupSawIsMadeUpForButNotTheWheel) {
+TEST_F(DialogTest, AReleaseThatAPopupSawIsMadeUpForButNoPressAndNotTheWheel) {
   StartWithFocus();
   MoveTo(10, 10);
   Watch({MSG_LPRESS, MSG_LRELEASE, MSG_WHEEL});
@@ -195,6 +195,14 @@ TEST_F(DialogTest, AReleaseThatAPopupSawIsMadeUpForButNotTheWheel) {
   Press();
   Expect("r18 b18 p19 p17 r19 b19 ");
   EXPECT_FALSE(root.TestFlag(kFlagPressed));
+  root.onEvent = nullptr;
+  settings.yield = false;
+  Watch({MSG_DCLICK});
+  for (const char* events : {"", "r5 b5 "}) {
+    Press();
+    Release();
+    Expect(events, "the press before the popup counts no more");
+  }
 }
 
 TEST_F(DialogTest, APopupKeepsItsPositionOrCountsFromTheFarEdge) {
