@@ -4,8 +4,8 @@
 namespace zel {
 
 // What a key has opened must not be left or closed by the same key's repeats: a key that chooses
-// (Enter, Enter on the numeric pad or Space) and is down at Hold() counts no more until it is up.
-// All other keys count.
+// (Enter, Enter on the numeric pad or Space) and is down at Hold(), by what has been told or in
+// fact, counts no more until its release was told. All other keys count.
 class HeldKey {
  public:
   void Hold(int scancode);
