@@ -32,7 +32,7 @@ class Animator {
   void Reset();
   Bitmap& NewImage() { return newImage; }
 
- private:
+ protected:
   SkinBitmap newImage;
   SkinBitmap oldImage;
   int length = 0;  // logic ticks

@@ -35,13 +35,13 @@ class MousePointer {
   // Once per logic tick: advances the animation and follows the mouse.
   virtual void Update();
 
-  void SetScreenUpdate(ScreenUpdate* update) { screenUpdate = update; }
-  Cursor* GetCursor() const { return cursor; }
-  bool IsHidden() const { return hidden; }
-  Point GetMousePosition() const { return mousePosition; }
-  int GetButtons() const { return buttons; }
-  int GetWheel() const { return wheel; }
-  MouseState State() const { return {mousePosition, buttons, wheel}; }
+  void SetScreenUpdate(ScreenUpdate* update) { screenUpdate_ = update; }
+  Cursor* GetCursor() const { return cursor_; }
+  bool IsHidden() const { return hidden_; }
+  Point GetMousePosition() const { return mousePosition_; }
+  int GetButtons() const { return buttons_; }
+  int GetWheel() const { return wheel_; }
+  MouseState State() const { return {mousePosition_, buttons_, wheel_}; }
   // Follows the mouse to where it was.
   void Follow(const MouseState& state);
 
@@ -57,16 +57,16 @@ class MousePointer {
   // By as much as the mouse has moved since it was at `before`.
   void MoveShape(Point before);
 
-  Cursor* cursor = nullptr;
-  SkinBitmap background;  // empty while there is no shape to be shown
-  Point pointerPosition;  // mouse position minus hotspot
-  Point shadowPosition;
-  Point savedOrigin;
-  ScreenUpdate* screenUpdate = nullptr;
-  bool hidden = true;
-  Point mousePosition{-10000, -10000};  // off every screen until the first Poll
-  int buttons = 0;
-  int wheel = 0;
+  Cursor* cursor_ = nullptr;
+  SkinBitmap background_;  // empty while there is no shape to be shown
+  Point pointerPosition_;  // mouse position minus hotspot
+  Point shadowPosition_;
+  Point savedOrigin_;
+  ScreenUpdate* screenUpdate_ = nullptr;
+  bool hidden_ = true;
+  Point mousePosition_{-10000, -10000};  // off every screen until the first Poll
+  int buttons_ = 0;
+  int wheel_ = 0;
 };
 
 // The pointer, or null while no root dialog runs.

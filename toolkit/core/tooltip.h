@@ -33,8 +33,6 @@ class Tooltip : public Widget {
   virtual void SetText(const char* newText);  // copied; null for none
 
  private:
-  enum State { kIdle, kWaiting, kShown, kLeaving };
-
   Widget* UnderPointer() const;
   static Point PointerPosition();
   void TickIdle(Widget* under, Point pointer);
@@ -43,6 +41,11 @@ class Tooltip : public Widget {
   void TickLeaving(Widget* under, Point pointer);
   void ShowFor(Widget* under);
 
+ protected:
+  enum State { kIdle, kWaiting, kShown, kLeaving };
+
+  static State tipState;
+
   int waitCount = 0;  // logic ticks in the current state
   int hideCount = 0;  // logic ticks that the tip has been shown
   Color backColor;
@@ -50,8 +53,6 @@ class Tooltip : public Widget {
   Point lastPos{-1, -1};
   std::unique_ptr<std::string> text;
   Widget* source = nullptr;  // the widget whose text is shown or awaited; only compared, never used
-
-  static State tipState;
 };
 
 }  // namespace zel
