@@ -38,10 +38,10 @@ std::shared_ptr<BITMAP> IconCache::Get(const char* fileName) {
   return found->second;
 }
 
-MenuEntry::MenuEntry(const MenuItem& menuItem) : item{menuItem} {}
+MenuEntry::MenuEntry(const MenuItem& menuItem) : item_{menuItem} {}
 
-MenuEntry::MenuEntry(const MenuItem& menuItem, IconCache& icons) : item{menuItem} {
-  if (!item.icon.IsEmpty()) icon = icons.Get(item.icon);
+MenuEntry::MenuEntry(const MenuItem& menuItem, IconCache& icons) : item_{menuItem} {
+  if (!item_.icon.IsEmpty()) icon_ = icons.Get(item_.icon);
 }
 
 void MenuEntry::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {
@@ -55,9 +55,9 @@ void MenuEntry::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {
   const Widget& styled = *owner->GetParent();
   const int group = TextStateOfItem(state);
   const Font& font = styled.GetFont(group);
-  const TextLook look{font, selected ? white : item.color, styled.GetShadowColor(group),
+  const TextLook look{font, selected ? white : item_.color, styled.GetShadowColor(group),
                       (GetHeight() - font.TextHeight()) / 2};
-  if (item.flags & kItemBack)
+  if (item_.flags & kItemBack)
     DrawBack(canvas, look);
   else
     DrawItem(canvas, look);
@@ -65,34 +65,34 @@ void MenuEntry::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {
 
 void MenuEntry::DrawSeparator(Bitmap& canvas) const {
   const int middle = canvas.Height() / 2;
-  canvas.rectfill(kTextLeft, middle, canvas.Width() - kSeparatorMargin, middle + 1, item.color);
+  canvas.rectfill(kTextLeft, middle, canvas.Width() - kSeparatorMargin, middle + 1, item_.color);
 }
 
 void MenuEntry::DrawBack(Bitmap& canvas, const TextLook& look) const {
   const int right = canvas.Width();
   const int middle = canvas.Height() / 2;
-  canvas.rectfill(10, middle + 2, 16, middle + 4, item.color);
-  canvas.rectfill(6, 1, 8, middle, item.color);
+  canvas.rectfill(10, middle + 2, 16, middle + 4, item_.color);
+  canvas.rectfill(6, 1, 8, middle, item_.color);
   // The bend between stem and bar: a quarter of a circle from the left down to the bottom. Allegro
   // counts 256 degrees anticlockwise from the right.
   for (const int radius : {4, 3, 2})
-    canvas.arc(10, middle, itofix(128), itofix(192), radius, item.color);
-  Fill(canvas, {7, 0, 11, 8, 4, 8}, item.color);
-  Fill(canvas, {right - 10, middle + 4, right - 2, middle + 4, right - 6, middle - 3}, item.color);
+    canvas.arc(10, middle, itofix(128), itofix(192), radius, item_.color);
+  Fill(canvas, {7, 0, 11, 8, 4, 8}, item_.color);
+  Fill(canvas, {right - 10, middle + 4, right - 2, middle + 4, right - 6, middle - 3}, item_.color);
   look.font.TextoutShadow(canvas, Text(kBackText), {kTextLeft, look.y}, look.color, look.shadow,
                           Color{}, kAlignLeft);
 }
 
 void MenuEntry::DrawItem(Bitmap& canvas, const TextLook& look) const {
   // Allegro draws a paletted sprite in the colours of its palette.
-  if (icon && canvas.GetBitmap())
-    draw_sprite(canvas.GetBitmap(), icon.get(), kIconLeft, look.y - 1);
-  look.font.TextoutShadow(canvas, item.title, {kTextLeft, look.y}, look.color, look.shadow, Color{},
-                          kAlignLeft);
-  if (!(item.flags & kItemSubmenu)) return;
+  if (icon_ && canvas.GetBitmap())
+    draw_sprite(canvas.GetBitmap(), icon_.get(), kIconLeft, look.y - 1);
+  look.font.TextoutShadow(canvas, item_.title, {kTextLeft, look.y}, look.color, look.shadow,
+                          Color{}, kAlignLeft);
+  if (!(item_.flags & kItemSubmenu)) return;
   const int right = canvas.Width();
   const int middle = canvas.Height() / 2;
-  Fill(canvas, {right - 8, middle - 4, right - 8, middle + 4, right - 3, middle}, item.color);
+  Fill(canvas, {right - 8, middle - 4, right - 8, middle + 4, right - 3, middle}, item_.color);
 }
 
 }  // namespace zel

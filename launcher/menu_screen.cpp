@@ -35,60 +35,60 @@ std::int64_t Milliseconds() {
 }  // namespace
 
 MenuScreen::MenuScreen() {
-  Add(&backdrop);
-  Add(&wallpaper);
-  Add(&menuPanel);
-  Add(&hintPanel);
+  Add(&backdrop_);
+  Add(&wallpaper_);
+  Add(&menuPanel_);
+  Add(&hintPanel_);
   Load(kMainMenu);
   SetUpProgress();
-  if (launcherState.mousePending) mouseTimer = InstallTimer(kMousePollPeriod);
+  if (launcherState.mousePending) mouseTimer_ = InstallTimer(kMousePollPeriod);
   DeleteOutputFile();
 }
 
 MenuScreen::~MenuScreen() {
-  RemoveTimer(progressTimer);
-  RemoveTimer(mouseTimer);
+  RemoveTimer(progressTimer_);
+  RemoveTimer(mouseTimer_);
 }
 
 void MenuScreen::SetUpProgress() {
   progressValues = {};
   const LayoutValues& at = layoutValues;
-  progressBar.Setup(Moved(at.progressX, kProgressInset), at.progressY,
-                    Moved(at.progressW, -kProgressMargin), kProgressHeight, 0, 0, kHorizontal);
-  progressBar.SetIncrement(1);
-  progressBar.ShowSteps(progressValues.currentStep, progressValues.stepNumber);
-  if (!progressValues.Shows()) progressBar.Hide();
-  Add(&progressBar);
-  progressPeriod = progressValues.PollPeriod();
-  progressTimer = InstallTimer(progressPeriod);
+  progressBar_.Setup(Moved(at.progressX, kProgressInset), at.progressY,
+                     Moved(at.progressW, -kProgressMargin), kProgressHeight, 0, 0, kHorizontal);
+  progressBar_.SetIncrement(1);
+  progressBar_.ShowSteps(progressValues.currentStep, progressValues.stepNumber);
+  if (!progressValues.Shows()) progressBar_.Hide();
+  Add(&progressBar_);
+  progressPeriod_ = progressValues.PollPeriod();
+  progressTimer_ = InstallTimer(progressPeriod_);
 }
 
 void MenuScreen::UpdateProgress() {
-  progressValues = progressFile.Look(Milliseconds());
+  progressValues = progressFile_.Look(Milliseconds());
   if (progressValues.Shows()) {
-    if (progressBar.Hidden()) progressBar.Unhide();
-    if (const int period = progressValues.PollPeriod(); period != progressPeriod) {
-      progressPeriod = period;
-      ReinstallTimer(progressTimer, period);
+    if (progressBar_.Hidden()) progressBar_.Unhide();
+    if (const int period = progressValues.PollPeriod(); period != progressPeriod_) {
+      progressPeriod_ = period;
+      ReinstallTimer(progressTimer_, period);
     }
-    progressBar.ShowSteps(progressValues.currentStep, progressValues.stepNumber);
-  } else if (!progressBar.Hidden()) {
-    progressBar.Hide();
+    progressBar_.ShowSteps(progressValues.currentStep, progressValues.stepNumber);
+  } else if (!progressBar_.Hidden()) {
+    progressBar_.Hide();
     Redraw();
   }
 }
 
 void MenuScreen::Load(const char* menuFile) {
-  configuration.ReadWithoutHints(menuFile);
+  configuration_.ReadWithoutHints(menuFile);
   ShowLevel();
 }
 
 void MenuScreen::ShowLevel() {
-  configuration.ReadHints();
+  configuration_.ReadHints();
   FillList(&icons_);
   icons_.Clear();
   PlacePanels();
-  wallpaper.SetPicture(configuration.background);
+  wallpaper_.SetPicture(configuration_.background);
   Redraw();
 }
 
@@ -98,36 +98,36 @@ void MenuScreen::FillList(IconCache* icons) {
                             : std::make_unique<MenuEntry>(item));
   };
   List().Clear();
-  if (configuration.Depth() > 1) {
+  if (configuration_.Depth() > 1) {
     MenuItem back;
     back.flags = kItemBack;
     back.color = launcherState.backLineColor;
     add(back);
   }
-  for (const auto& item : configuration.items) add(*item);
+  for (const auto& item : configuration_.items) add(*item);
 }
 
 void MenuScreen::PlacePanels() {
   const LayoutValues& at = layoutValues;
-  menuPanel.SetTitle(configuration.menuTitle);
-  menuPanel.Setup(at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight, 0, 0);
-  hintPanel.SetTitle(configuration.hintTitle);
-  hintPanel.Setup(at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight, 0, 0);
-  if (FileExists(configuration.hintFile))
-    hintPanel.Unhide();
+  menuPanel_.SetTitle(configuration_.menuTitle);
+  menuPanel_.Setup(at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight, 0, 0);
+  hintPanel_.SetTitle(configuration_.hintTitle);
+  hintPanel_.Setup(at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight, 0, 0);
+  if (FileExists(configuration_.hintFile))
+    hintPanel_.Unhide();
   else
-    hintPanel.Hide();
+    hintPanel_.Hide();
   // The hint is wrapped for the panel as it is now, not as it is after the next tick.
-  menuPanel.UpdateLayout();
-  hintPanel.UpdateLayout();
+  menuPanel_.UpdateLayout();
+  hintPanel_.UpdateLayout();
 }
 
 void MenuScreen::UpdateCurrent(bool withHint) {
-  const MenuEntry* entry = menuPanel.CurrentEntry();
+  const MenuEntry* entry = menuPanel_.CurrentEntry();
   if (!entry) return;
-  if (withHint) hintPanel.ShowHint(entry, GetFont(kNormal));
+  if (withHint) hintPanel_.ShowHint(entry, GetFont(kNormal));
   launcherState.exitCode = entry->Item().exitCode;
-  if (configuration.Depth() > 0) configuration.CurrentLevel().index = List().GetCurrent();
+  if (configuration_.Depth() > 0) configuration_.CurrentLevel().index = List().GetCurrent();
   launcherState.outputString.Assign(entry->Item().exitString);
 }
 
@@ -141,7 +141,7 @@ void MenuScreen::Choose(const MenuEntry& entry) {
   const MenuItem& item = entry.Item();
   if (item.flags & kItemBack) {
     Load(nullptr);
-    SelectEntry(configuration.CurrentLevel().index);
+    SelectEntry(configuration_.CurrentLevel().index);
   } else if (item.flags & kItemDisabled) {
     return;
   } else if (item.flags & kItemSubmenu) {
@@ -150,7 +150,7 @@ void MenuScreen::Choose(const MenuEntry& entry) {
     Load(submenu);
     SelectEntry(0);
   } else if (WaitFor(item)) {
-    chosen = true;
+    chosen_ = true;
     Close();
   }
 }
@@ -170,11 +170,11 @@ void MenuScreen::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg ar
 
 bool MenuScreen::RestoreLevel(int level, int index) {
   if (level > 0) {
-    const MenuEntry* entry = menuPanel.CurrentEntry();
+    const MenuEntry* entry = menuPanel_.CurrentEntry();
     if (!entry || !(entry->Item().flags & kItemSubmenu) || entry->Item().submenu.IsEmpty())
       return false;
     const FixedText<260> submenu = entry->Item().submenu;
-    configuration.ReadWithoutHints(submenu);
+    configuration_.ReadWithoutHints(submenu);
     FillList(nullptr);
   }
   const int last = List().Count() - 1;
@@ -187,7 +187,7 @@ void MenuScreen::Restore() {
   const std::vector<int> indices = ReadMenuPosition();
   for (std::size_t level = 0; level < indices.size(); ++level)
     if (!RestoreLevel(static_cast<int>(level), indices[level])) break;
-  if (configuration.Depth() > 1) {
+  if (configuration_.Depth() > 1) {
     const int current = List().GetCurrent();
     ShowLevel();
     List().SetCurrent(current);
@@ -208,27 +208,27 @@ void MenuScreen::LookForMouse() {
   set_mouse_speed(settings.UsableMouseSpeed(), settings.UsableMouseSpeed());
   launcherState.mousePending = false;
   settings.showMouse = true;
-  RemoveTimer(mouseTimer);
+  RemoveTimer(mouseTimer_);
   UpdateDoubleClickWindow();
-  mouseTimer = kNoTimer;
+  mouseTimer_ = kNoTimer;
 }
 
 void MenuScreen::MsgTimer(int id) {
   Dialog::MsgTimer(id);
-  if (id == mouseTimer) LookForMouse();
-  if (id == progressTimer) UpdateProgress();
+  if (id == mouseTimer_) LookForMouse();
+  if (id == progressTimer_) UpdateProgress();
 }
 
 void MenuScreen::MsgInitSkin() {
-  backdrop.SetColor(Color{0, 0, 0});
+  backdrop_.SetColor(Color{0, 0, 0});
   ClearFlag(kFlagSkinChanged);
 }
 
 bool MenuScreen::MsgClose() {
-  if (!chosen) return false;
+  if (!chosen_) return false;
   // Whoever finds the output has the exit status, too.
   HoldSignals();
-  writeError_ = WriteResultFiles(configuration);
+  writeError_ = WriteResultFiles(configuration_);
   return true;
 }
 

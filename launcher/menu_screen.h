@@ -31,8 +31,8 @@ class MenuScreen final : public Dialog {
   // Takes over what the current entry says; with `withHint` its hint too.
   void UpdateCurrent(bool withHint);
 
-  const MenuConfig& Config() const { return configuration; }
-  MenuList& List() { return menuPanel.List(); }
+  const MenuConfig& Config() const { return configuration_; }
+  MenuList& List() { return menuPanel_.List(); }
   // After the end: 0, or the number of the error that kept the choice from being written.
   int WriteError() const { return writeError_; }
 
@@ -52,17 +52,17 @@ class MenuScreen final : public Dialog {
   bool WaitFor(const MenuItem& item);
   void LookForMouse();
 
-  ClearScreen backdrop;
-  bool chosen = false;
-  MenuPanel menuPanel;
-  HintPanel hintPanel;
-  WallpaperPanel wallpaper;
-  StepBar progressBar;
-  ProgressFile progressFile;
-  int progressTimer = kNoTimer;
-  int progressPeriod = 0;  // of the timer, in milliseconds
-  int mouseTimer = kNoTimer;
-  MenuConfig configuration;
+  ClearScreen backdrop_;
+  bool chosen_ = false;
+  MenuPanel menuPanel_;
+  HintPanel hintPanel_;
+  WallpaperPanel wallpaper_;
+  StepBar progressBar_;
+  ProgressFile progressFile_;
+  int progressTimer_ = kNoTimer;
+  int progressPeriod_ = 0;  // of the timer, in milliseconds
+  int mouseTimer_ = kNoTimer;
+  MenuConfig configuration_;
   IconCache icons_;
   int writeError_ = 0;
 };

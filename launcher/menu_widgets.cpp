@@ -80,7 +80,7 @@ bool MenuList::MsgChar(int code) {
   if (heldKey_.Ignores(scancode)) return true;
   heldKey_.Hold(scancode);
   // What the mouse has opened is settled; its index would take this key's step back.
-  pendingIndex = -1;
+  pendingIndex_ = -1;
   bool used = false;
   bool moved = false;
   do {
@@ -88,9 +88,9 @@ bool MenuList::MsgChar(int code) {
     used = HandleKey(code);
     moved = current != before;
     // A key that has opened another menu must not choose in it too.
-  } while (moved && pendingIndex == -1 && IsSeparatorAt(current));
+  } while (moved && pendingIndex_ == -1 && IsSeparatorAt(current));
   if (moved) Report(MSG_ITEM_SELECTED, reinterpret_cast<EventArg>(GetItem(current)));
-  if (pendingIndex != -1) SelectItem(std::exchange(pendingIndex, -1));
+  if (pendingIndex_ != -1) SelectItem(std::exchange(pendingIndex_, -1));
   return used;
 }
 
@@ -168,27 +168,27 @@ bool TitledPanel::MsgXChar(int code) {
 MenuPanel::MenuPanel() : MenuPanel{std::make_unique<MenuList>()} {}
 
 MenuPanel::MenuPanel(std::unique_ptr<MenuList> menuList)
-    : TitledPanel{listBox}, list{menuList.get()}, listBox{std::move(menuList)} {
-  Add(&listBox);
+    : TitledPanel{listBox_}, list_{menuList.get()}, listBox_{std::move(menuList)} {
+  Add(&listBox_);
 }
 
 void MenuPanel::MsgStart() {
   TitledPanel::MsgStart();
-  list->SelectFirstEntry();
+  list_->SelectFirstEntry();
 }
 
 void MenuPanel::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
   TitledPanel::HandleEvent(sender, msg, arg1, arg2);
-  if (msg == MSG_ACTIVATE && sender == &listBox)
+  if (msg == MSG_ACTIVATE && sender == &listBox_)
     Report(MSG_ITEM_CHOSEN, reinterpret_cast<EventArg>(CurrentEntry()));
 }
 
-HintPanel::HintPanel() : TitledPanel{view} { Add(&view); }
+HintPanel::HintPanel() : TitledPanel{view_} { Add(&view_); }
 
 void HintPanel::UpdateLayout() {
   // Beside a wide scroll bar no line may need another one.
-  const int left = std::clamp(kHintMargin - view.BarThickness(), 0, kHintInset);
-  view.SetMargins(left, kHintInset, 0, kHintInset);
+  const int left = std::clamp(kHintMargin - view_.BarThickness(), 0, kHintInset);
+  view_.SetMargins(left, kHintInset, 0, kHintInset);
   TitledPanel::UpdateLayout();
 }
 
@@ -200,9 +200,9 @@ void HintPanel::Draw(Bitmap& canvas) {
 }
 
 void HintPanel::ShowHint(const MenuEntry* entry, const Font& font) {
-  view.SetText("");
+  view_.SetText("");
   if (!entry || entry->Item().hintText.IsEmpty()) return;
-  const int room = view.w() - kHintMargin;
+  const int room = view_.w() - kHintMargin;
   const int space = font.TextLength(" ");
   std::vector<std::string> lines;
   std::string line;
@@ -221,7 +221,7 @@ void HintPanel::ShowHint(const MenuEntry* entry, const Font& font) {
     width += wordWidth + space;
   }
   lines.push_back(std::move(line));
-  view.AppendLines(std::move(lines));
+  view_.AppendLines(std::move(lines));
 }
 
 CenteredImage::CenteredImage() { ClearFlag(kFlagAutoSize); }
@@ -230,7 +230,7 @@ void CenteredImage::Draw(Bitmap& canvas) {
   if (bitmap.IsEmpty()) return;
   const int left = std::max(0, (w() - bitmap.Width()) / 2);
   const int top = std::max(0, (h() - bitmap.Height()) / 2);
-  bitmap.blit(canvas.GetBitmap(), sourceX, sourceY, left, top, w(), h());
+  bitmap.blit(canvas.GetBitmap(), sourceX_, sourceY_, left, top, w(), h());
 }
 
 void CenteredImage::UpdateOpacity() { SetOpaque(bitmap.Width() >= w() && bitmap.Height() >= h()); }
@@ -247,14 +247,14 @@ void CenteredImage::MsgShape() {
 
 WallpaperPanel::WallpaperPanel() {
   SetOpaque(true);
-  Add(&clearScreen);
-  Add(&image);
+  Add(&clearScreen_);
+  Add(&image_);
 }
 
 void WallpaperPanel::SetPicture(const char* fileName) {
-  image.ResetSource();
-  image.SetBitmap(fileName);
-  image.Resize(w(), h());
+  image_.ResetSource();
+  image_.SetBitmap(fileName);
+  image_.Resize(w(), h());
 }
 
 }  // namespace zel

@@ -39,10 +39,10 @@ class MenuEntry : public ListItem {
   MenuEntry(const MenuItem& menuItem, IconCache& icons);
 
   void Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) override;
-  const char* GetText() const override { return item.title; }
+  const char* GetText() const override { return item_.title; }
 
-  const MenuItem& Item() const { return item; }
-  bool IsSeparator() const { return item.flags & kItemSeparator; }
+  const MenuItem& Item() const { return item_; }
+  bool IsSeparator() const { return item_.flags & kItemSeparator; }
 
  private:
   struct TextLook;
@@ -50,8 +50,8 @@ class MenuEntry : public ListItem {
   void DrawBack(Bitmap& canvas, const TextLook& look) const;
   void DrawItem(Bitmap& canvas, const TextLook& look) const;
 
-  MenuItem item;
-  std::shared_ptr<BITMAP> icon;  // null when there is none
+  MenuItem item_;
+  std::shared_ptr<BITMAP> icon_;  // null when there is none
 };
 
 // A list of menu entries: the keys pass over separators, and the numeric pad works without Num
@@ -65,7 +65,7 @@ class MenuList : public ListView {
 
   MenuEntry* GetEntry(int index) const;
   // The entry that is current after the key that is being handled; -1 for none.
-  void SetPendingIndex(int index) { pendingIndex = index; }
+  void SetPendingIndex(int index) { pendingIndex_ = index; }
   // Makes the first entry that is no separator current.
   void SelectFirstEntry();
 
@@ -74,7 +74,7 @@ class MenuList : public ListView {
   bool HandlePadKey(int scancode);
   bool IsSeparatorAt(int index) const;
 
-  int pendingIndex = -1;
+  int pendingIndex_ = -1;
   HeldKey heldKey_;
 };
 
@@ -108,14 +108,14 @@ class MenuPanel final : public TitledPanel {
   void MsgStart() override;
   void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override;
 
-  MenuList& List() { return *list; }
-  MenuEntry* CurrentEntry() const { return list->GetEntry(list->GetCurrent()); }
+  MenuList& List() { return *list_; }
+  MenuEntry* CurrentEntry() const { return list_->GetEntry(list_->GetCurrent()); }
 
  private:
   explicit MenuPanel(std::unique_ptr<MenuList> menuList);
 
-  MenuList* list;  // owned by the list box
-  ListBox listBox;
+  MenuList* list_;  // owned by the list box
+  ListBox listBox_;
 };
 
 // The explanation of the current entry.
@@ -130,7 +130,7 @@ class HintPanel final : public TitledPanel {
   void ShowHint(const MenuEntry* entry, const Font& font);
 
  private:
-  TextView view;
+  TextView view_;
 };
 
 // A picture that is centred, or cut at its right and bottom where it is too large.
@@ -140,13 +140,13 @@ class CenteredImage final : public Image {
   void Draw(Bitmap& canvas) override;
   void MsgResize() override;
   void MsgShape() override;
-  void ResetSource() { sourceX = sourceY = 0; }
+  void ResetSource() { sourceX_ = sourceY_ = 0; }
 
  private:
   void UpdateOpacity();
 
-  int sourceX = 0;
-  int sourceY = 0;
+  int sourceX_ = 0;
+  int sourceY_ = 0;
 };
 
 // The background of the screen.
@@ -157,8 +157,8 @@ class WallpaperPanel final : public Dialog {
   void SetPicture(const char* fileName);
 
  private:
-  ClearScreen clearScreen;
-  CenteredImage image;
+  ClearScreen clearScreen_;
+  CenteredImage image_;
 };
 
 }  // namespace zel

@@ -123,19 +123,19 @@ int BusyBar::BlockWidth() const {
   return GetRange() > 0 ? RoundToInt(w() * max * kBlockWidth / GetRange()) : 0;
 }
 
-BusyBar::Span BusyBar::Block() const { return {position + kBlockInset, position + BlockWidth()}; }
+BusyBar::Span BusyBar::Block() const { return {position_ + kBlockInset, position_ + BlockWidth()}; }
 
 void BusyBar::Move() {
   const int end = GetRange() > 0 ? RoundToInt(w() * max / GetRange()) : 0;
   const int last = end - BlockWidth() - kTurnMargin;
-  if (position < kBlockStep) {
-    position = 1;
-    direction = 1;
-  } else if (position > last) {
-    position = last;
-    direction = -1;
+  if (position_ < kBlockStep) {
+    position_ = 1;
+    direction_ = 1;
+  } else if (position_ > last) {
+    position_ = last;
+    direction_ = -1;
   }
-  position += kBlockStep * direction;
+  position_ += kBlockStep * direction_;
 }
 
 void BusyBar::Increment() {

@@ -79,8 +79,8 @@ class BusyBar final : public ProgressBar {
   int TrackHeight() const;
   void Move();
 
-  int position = 0;
-  int direction = 1;
+  int position_ = 0;
+  int direction_ = 1;
 };
 
 }  // namespace zel

@@ -49,23 +49,23 @@ void OpeningKey::MsgTick() {
 }
 
 WaitDialog::WaitDialog(const MenuItem& menuItem)
-    : units{UnitsOf(GetFont(kNormal))}, item{menuItem}, form_{kForm} {
+    : units_{UnitsOf(GetFont(kNormal))}, item_{menuItem}, form_{kForm} {
   SetTitle(Text(kTitleText));
   ClearFlag(kFlagSizeable);
-  form_.Build(*this, units, Text);
+  form_.Build(*this, units_, Text);
   SetUpControls();
   SetUpClock();
   Centre();
-  timer = InstallTimer(kCheckPeriod);
+  timer_ = InstallTimer(kCheckPeriod);
 }
 
-WaitDialog::~WaitDialog() { RemoveTimer(timer); }
+WaitDialog::~WaitDialog() { RemoveTimer(timer_); }
 
 // A message that is too long for its line gets more of them, as many as fit above the next control.
 void WaitDialog::FitMessage(Label& message) {
   if (message.GetFont(kNormal).TextLength(message.GetText()) <= message.w()) return;
   message.SetMultiline(true);
-  const int bottom = countdown->GetRelativePos().y;
+  const int bottom = countdown_->GetRelativePos().y;
   const int height = std::min(message.TextHeight(), bottom);
   message.Shape(message.GetRelativePos().x, bottom - height, message.w(), height);
 }
@@ -73,80 +73,80 @@ void WaitDialog::FitMessage(Label& message) {
 void WaitDialog::SetUpControls() {
   auto& message = *static_cast<Label*>(form_.Find(kMessageId));
   message.AlignCentre();
-  countdown = static_cast<Label*>(form_.Find(kCountdownId));
-  countdown->AlignCentre();
-  countdown->SetText("");
+  countdown_ = static_cast<Label*>(form_.Find(kCountdownId));
+  countdown_->AlignCentre();
+  countdown_->SetText("");
   FitMessage(message);
-  cancelButton = static_cast<Button*>(form_.Find(kCancelId));
-  cancelButton->AlignCentre();
-  cancelButton->MakeExit();
-  cancelButton->SetKey(KEY_C);
-  accelerator.Setup(KEY_C, KB_ALT_FLAG, nullptr);
-  Add(&accelerator);
+  cancelButton_ = static_cast<Button*>(form_.Find(kCancelId));
+  cancelButton_->AlignCentre();
+  cancelButton_->MakeExit();
+  cancelButton_->SetKey(KEY_C);
+  accelerator_.Setup(KEY_C, KB_ALT_FLAG, nullptr);
+  Add(&accelerator_);
   Add(&openingKey_);
 }
 
 void WaitDialog::SetUpClock() {
-  if (item.timeout > 0) {
+  if (item_.timeout > 0) {
     constexpr int kLongest = (std::numeric_limits<std::int32_t>::max() - kSecond) / kSecond;
-    hasTimeout = true;
-    remaining = std::min(item.timeout, kLongest) * kSecond + kSecond;
+    hasTimeout_ = true;
+    remaining_ = std::min(item_.timeout, kLongest) * kSecond + kSecond;
     return;
   }
-  busyBar.Setup(units.X(kBusyBar.x), units.Y(kBusyBar.y), units.X(kBusyBar.w), units.Y(kBusyBar.h),
-                0, 0, kHorizontal);
-  busyBar.SetRange(0, kBusyRange);
-  busyBar.SetIncrement(1);
-  Add(&busyBar);
+  busyBar_.Setup(units_.X(kBusyBar.x), units_.Y(kBusyBar.y), units_.X(kBusyBar.w),
+                 units_.Y(kBusyBar.h), 0, 0, kHorizontal);
+  busyBar_.SetRange(0, kBusyRange);
+  busyBar_.SetIncrement(1);
+  Add(&busyBar_);
   // It lies where the bar is.
-  countdown->Hide();
+  countdown_->Hide();
 }
 
 bool WaitDialog::FilesAreReady() const {
-  if (!item.waitWhileFile.IsEmpty()) return !FileExists(item.waitWhileFile);
-  return FileExists(item.waitForFile);
+  if (!item_.waitWhileFile.IsEmpty()) return !FileExists(item_.waitWhileFile);
+  return FileExists(item_.waitForFile);
 }
 
 void WaitDialog::CountDown() {
-  remaining -= kCheckPeriod;
-  const std::string seconds = std::to_string(remaining / kSecond);
+  remaining_ -= kCheckPeriod;
+  const std::string seconds = std::to_string(remaining_ / kSecond);
   const Ascii shown{seconds.c_str()};
   // Most periods change nothing that is seen.
-  if (ustrcmp(countdown->GetText(), shown) != 0) countdown->SetText(shown);
+  if (ustrcmp(countdown_->GetText(), shown) != 0) countdown_->SetText(shown);
 }
 
 bool WaitDialog::Check() {
   const bool ready = FilesAreReady();
-  if (!hasTimeout) {
-    busyBar.Increment();
+  if (!hasTimeout_) {
+    busyBar_.Increment();
     return ready;
   }
   CountDown();
-  return ready || remaining < 1;
+  return ready || remaining_ < 1;
 }
 
 bool WaitDialog::Run(Dialog& screen) {
-  Popup(&screen, GetRelativePos(), cancelButton);
-  return !waiting;
+  Popup(&screen, GetRelativePos(), cancelButton_);
+  return !waiting_;
 }
 
 void WaitDialog::MsgTimer(int id) {
   Window::MsgTimer(id);
-  if (id != timer || IsClosed() || !Check()) return;
-  waiting = false;
+  if (id != timer_ || IsClosed() || !Check()) return;
+  waiting_ = false;
   Close();
 }
 
 void WaitDialog::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
   Window::HandleEvent(sender, msg, arg1, arg2);
-  if (msg == MSG_ACTIVATE && sender == &accelerator) Close();
+  if (msg == MSG_ACTIVATE && sender == &accelerator_) Close();
 }
 
 void WaitDialog::MsgInitSkin() {
   Window::MsgInitSkin();
-  if (skin) countdown->SetTextBackColor(skin->colors[kBack]);
-  countdown->SetFont(kCountdownFont, kNormal);
-  countdown->SetFontColor(darkblue, gray, kNormal);
+  if (skin) countdown_->SetTextBackColor(skin->colors[kBack]);
+  countdown_->SetFont(kCountdownFont, kNormal);
+  countdown_->SetFontColor(darkblue, gray, kNormal);
 }
 
 }  // namespace zel

@@ -50,16 +50,16 @@ class WaitDialog final : public Window {
   bool FilesAreReady() const;
   void CountDown();
 
-  DialogUnits units;
-  Button* cancelButton = nullptr;
-  Accelerator accelerator;
-  bool waiting = true;
-  int timer = kNoTimer;
-  Label* countdown = nullptr;
-  std::int32_t remaining = -1;  // milliseconds
-  bool hasTimeout = false;
-  const MenuItem& item;
-  BusyBar busyBar;
+  DialogUnits units_;
+  Button* cancelButton_ = nullptr;
+  Accelerator accelerator_;
+  bool waiting_ = true;
+  int timer_ = kNoTimer;
+  Label* countdown_ = nullptr;
+  std::int32_t remaining_ = -1;  // milliseconds
+  bool hasTimeout_ = false;
+  const MenuItem& item_;
+  BusyBar busyBar_;
   DialogTemplate form_;
   OpeningKey openingKey_;
 };

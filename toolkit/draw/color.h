@@ -32,7 +32,7 @@ class Color {
   // Alpha 0 changes nothing, 256 tints fully. No colour stays no colour.
   void Colorize(Color tint, int alpha);
 
- private:
+ protected:
   std::int32_t value = -1;
 };
 

@@ -96,23 +96,23 @@ CursorShadow CursorShadow::Read(const SectionFile& file) {
 }
 
 void Cursor::Create(const SkinBitmap& picture, int count) {
-  frames.clear();
-  shadows.clear();
-  frameCount = 0;
-  position = 0;
+  frames_.clear();
+  shadows_.clear();
+  frameCount_ = 0;
+  position_ = 0;
   if (picture.IsEmpty()) return;
-  frameCount = std::clamp(count, 1, picture.Width());
-  const int width = picture.Width() / frameCount;
-  for (int i = 0; i < frameCount; ++i) {
-    SkinBitmap& frame = frames.emplace_back();
+  frameCount_ = std::clamp(count, 1, picture.Width());
+  const int width = picture.Width() / frameCount_;
+  for (int i = 0; i < frameCount_; ++i) {
+    SkinBitmap& frame = frames_.emplace_back();
     frame.Create(width, picture.Height());
     picture.blit(frame, i * width, 0, 0, 0, width, picture.Height());
   }
 }
 
 void Cursor::SetShadow(const CursorShadow& look) {
-  shadowLook = look;
-  shadows.clear();
+  shadowLook_ = look;
+  shadows_.clear();
 }
 
 void Cursor::CreateDefault() {
@@ -134,44 +134,44 @@ void Cursor::CreateDefault() {
 }
 
 void Cursor::Free() {
-  frames.clear();
-  shadows.clear();
-  hotspot = {};
-  frameCount = 0;
-  position = 0;
-  step = 1.0f;
-  shadowLook = {};
+  frames_.clear();
+  shadows_.clear();
+  hotspot_ = {};
+  frameCount_ = 0;
+  position_ = 0;
+  step_ = 1.0f;
+  shadowLook_ = {};
 }
 
 void Cursor::SetHotspot(int x, int y) {
-  hotspot = {std::clamp(x, -kLargestHotspot, kLargestHotspot),
-             std::clamp(y, -kLargestHotspot, kLargestHotspot)};
+  hotspot_ = {std::clamp(x, -kLargestHotspot, kLargestHotspot),
+              std::clamp(y, -kLargestHotspot, kLargestHotspot)};
 }
 
 void Cursor::SetHotspot(Point p) { SetHotspot(p.x, p.y); }
-Point Cursor::GetHotspot() const { return hotspot; }
+Point Cursor::GetHotspot() const { return hotspot_; }
 
 void Cursor::SetAnimationInterval(int ms) {
   constexpr float kMsPerSecond = 1000;
   const float ticksPerSecond = static_cast<float>(settings.UsableFrameRate());
-  step = kMsPerSecond / (static_cast<float>(std::max(1, ms)) * ticksPerSecond);
+  step_ = kMsPerSecond / (static_cast<float>(std::max(1, ms)) * ticksPerSecond);
 }
 
 void Cursor::Update() {
-  if (frameCount == 0) return;
-  position += step;
-  while (position >= static_cast<float>(frameCount)) position -= static_cast<float>(frameCount);
+  if (frameCount_ == 0) return;
+  position_ += step_;
+  while (position_ >= static_cast<float>(frameCount_)) position_ -= static_cast<float>(frameCount_);
 }
 
 SkinBitmap* Cursor::GetFrame() {
-  return frameCount > 0 ? &frames[static_cast<std::size_t>(position)] : nullptr;
+  return frameCount_ > 0 ? &frames_[static_cast<std::size_t>(position_)] : nullptr;
 }
 
 SkinBitmap* Cursor::GetShadow() {
   // Most shapes are never shown, so that their shadows wait until they are asked for.
-  if (shadows.empty())
-    for (const SkinBitmap& frame : frames) shadows.push_back(MakeShadow(frame, shadowLook));
-  return frameCount > 0 ? &shadows[static_cast<std::size_t>(position)] : nullptr;
+  if (shadows_.empty())
+    for (const SkinBitmap& frame : frames_) shadows_.push_back(MakeShadow(frame, shadowLook_));
+  return frameCount_ > 0 ? &shadows_[static_cast<std::size_t>(position_)] : nullptr;
 }
 
 }  // namespace zel

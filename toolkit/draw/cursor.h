@@ -58,8 +58,8 @@ class Cursor {
   // Makes the shadows of these and of later frames look like that. They are placeholders while the
   // settings switch shadows off.
   void SetShadow(const CursorShadow& look);
-  const CursorShadow& GetShadowLook() const { return shadowLook; }
-  const std::vector<SkinBitmap>& GetFrames() const { return frames; }
+  const CursorShadow& GetShadowLook() const { return shadowLook_; }
+  const std::vector<SkinBitmap>& GetFrames() const { return frames_; }
   // The built-in arrow.
   void CreateDefault();
   // Back to a fresh, empty cursor.
@@ -78,13 +78,13 @@ class Cursor {
   SkinBitmap* GetShadow();
 
  private:
-  std::vector<SkinBitmap> frames;
-  std::vector<SkinBitmap> shadows;
-  Point hotspot;
-  int frameCount = 0;
-  float position = 0;  // of the current frame, with a fraction; less than frameCount
-  float step = 1.0f;   // frames by logic tick
-  CursorShadow shadowLook;
+  std::vector<SkinBitmap> frames_;
+  std::vector<SkinBitmap> shadows_;
+  Point hotspot_;
+  int frameCount_ = 0;
+  float position_ = 0;  // of the current frame, with a fraction; less than frameCount
+  float step_ = 1.0f;   // frames by logic tick
+  CursorShadow shadowLook_;
 };
 
 }  // namespace zel

@@ -77,6 +77,7 @@ class Font {
   EngineFont* EngineFace() const;
   bool IsSmooth() const;  // drawn antialiased, as far as the target allows
 
+ protected:
   int engine = 0;        // 1: `face` is an EngineFont, else a FONT
   void* face = nullptr;  // null: Allegro's built-in font
   bool owned = false;

@@ -349,6 +349,7 @@ class SkinBitmap {
   void Adopt(BITMAP* made, int newKind);
   void Assign(BITMAP* source, bool copy, int sourceKind, int newKind);
 
+ protected:
   BITMAP* bitmap = nullptr;
   int kind = kNoBitmap;
   bool owned = false;

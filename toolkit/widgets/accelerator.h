@@ -15,7 +15,7 @@ class Accelerator : public Widget {
   void Setup(int newScancode, int newShifts, Widget* newTarget);
   using Widget::Setup;
 
- private:
+ protected:
   int scancode = -1;  // matches no key
   int shifts = 0;
   Widget* target = nullptr;

@@ -129,7 +129,7 @@ class RadioButton : public Button {
   void SetGroup(int g) { group = g; }
   int GetGroup() const { return group; }
 
- private:
+ protected:
   int group = 0;
 };
 

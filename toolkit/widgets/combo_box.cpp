@@ -105,7 +105,7 @@ void ComboBox::Unhide() {
 
 void ComboBox::Open() {
   if (IsOpen()) return;
-  openedWith = listBox.GetCurrent();
+  openedWith_ = listBox.GetCurrent();
   SetH(edit.h() + listBox.h());
   listBox.StartAnimation();
   listBox.Unhide();
@@ -128,7 +128,7 @@ void ComboBox::Close() {
 void ComboBox::GiveFocus(Widget& child) { ChangeFocus(FocusWidget(), &child); }
 
 void ComboBox::Cancel() {
-  listBox.SelectItem(openedWith);
+  listBox.SelectItem(openedWith_);
   Close();
 }
 
@@ -144,13 +144,13 @@ void ComboBox::MsgLRelease() {
 
 void ComboBox::MsgLostFocus() {
   Dialog::MsgLostFocus();
-  lostFocus = true;
+  lostFocus_ = true;
 }
 
 void ComboBox::MsgTick() {
   Dialog::MsgTick();
   // Going from one part of the box to another, the focus is only lost for a moment.
-  if (std::exchange(lostFocus, false) && !HasFocus()) Close();
+  if (std::exchange(lostFocus_, false) && !HasFocus()) Close();
 }
 
 bool ComboBox::MsgChar(int code) {

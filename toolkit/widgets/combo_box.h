@@ -14,7 +14,7 @@ class ComboButton : public Button {
   void Draw(Bitmap& canvas) override;
   void SetArrow(int element) { arrow = element; }
 
- private:
+ protected:
   int arrow = -1;  // element of the skin
 };
 
@@ -58,11 +58,14 @@ class ComboBox : public Dialog {
   void CloseWhenLeft();
   void Cancel();
 
+ protected:
   EditBox edit;
   ComboButton button;
   ListBox listBox;
-  int openedWith = -1;     // the current entry when the list opened
-  bool lostFocus = false;  // since the last tick
+
+ private:
+  int openedWith_ = -1;     // the current entry when the list opened
+  bool lostFocus_ = false;  // since the last tick
 };
 
 }  // namespace zel

@@ -46,7 +46,7 @@ class TextListItem : public ListItem {
   const char* GetText() const override;
   void SetText(const char* newText);  // null for none
 
- private:
+ protected:
   std::unique_ptr<std::string> text;
 };
 
@@ -155,6 +155,7 @@ class ListBox : public Dialog {
   void AskForLayout();
   void FollowCurrent();
 
+ protected:
   std::unique_ptr<ListView> list;
   Panel panel;
   ScrollBar scrollBar;

@@ -55,7 +55,7 @@ class ClearScreen : public Widget {
   void SetColor(Color newColor) { color = newColor; }
   Color GetColor() const { return color; }
 
- private:
+ protected:
   Color color;
 };
 

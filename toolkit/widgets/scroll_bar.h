@@ -21,7 +21,7 @@ class ScrollTrack : public Widget {
 
   void SetOrientation(int o) { orientation = o; }
 
- private:
+ protected:
   int orientation = 0;
 };
 
@@ -37,7 +37,7 @@ class ScrollGrip : public Button {
 
   void SetElements(int grip, int gripOverlay);
 
- private:
+ protected:
   int overlay = -1;  // element drawn in the middle of the grip
 };
 
@@ -86,6 +86,7 @@ class ScrollBar : public Dialog, public ValueRange {
   void ScrollByKeyOrDrag(int scancode);
   double DraggedValue() const;
 
+ protected:
   ScrollTrack track;
   ScrollArrow lessButton;
   ScrollArrow moreButton;

@@ -45,7 +45,7 @@ int Reveal(int position, int extent, std::int64_t from, int length) {
 
 }  // namespace
 
-void ScrollContent::Draw(Bitmap& canvas) { view.DrawVisible(canvas); }
+void ScrollContent::Draw(Bitmap& canvas) { view_.DrawVisible(canvas); }
 
 ScrollView::ScrollView() : content{*this} {
   for (Widget* child :

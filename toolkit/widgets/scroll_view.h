@@ -15,11 +15,11 @@ class ScrollView;
 // The child of a view in whose place the content is drawn.
 class ScrollContent : public Widget {
  public:
-  explicit ScrollContent(ScrollView& owner) : view{owner} {}
+  explicit ScrollContent(ScrollView& owner) : view_{owner} {}
   void Draw(Bitmap& canvas) override;
 
  private:
-  ScrollView& view;
+  ScrollView& view_;
 };
 
 // Fills the place between two scroll bars, not all of its view.

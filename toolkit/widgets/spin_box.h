@@ -50,10 +50,13 @@ class SpinBox : public Dialog, public ValueRange {
   bool IsTyping(int msg, EventArg arg);
   void Step(int direction);
 
+ protected:
   EditBox edit;
   SpinButton upButton;
   SpinButton downButton;
   bool integerMode = false;
+
+ private:
   std::string knownText_;  // when the value was last shown or taken
 };
 

@@ -84,22 +84,22 @@ int TitleBack::Thickness() const {
   return element ? element->Height() / kFrames : 0;
 }
 
-WindowButton::WindowButton(int element) : icon{element} {
+WindowButton::WindowButton(int element) : icon_{element} {
   SetFlag(kFlagAutoSize);
-  SetBitmap(icon);
+  SetBitmap(icon_);
   Disable();
 }
 
 void WindowButton::SetIcon(int element) {
-  icon = element;
-  SetBitmap(icon);
+  icon_ = element;
+  SetBitmap(icon_);
   UpdateSize();
   Redraw();
 }
 
 void WindowButton::MsgInitSkin() {
   Button::MsgInitSkin();
-  SetIcon(icon);
+  SetIcon(icon_);
 }
 
 ClientArea::ClientArea() {

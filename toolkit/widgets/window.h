@@ -25,7 +25,7 @@ class FramePart : public Widget {
   // How far the corners reach along the strip.
   int CornerExtent() const;
 
- private:
+ protected:
   int part = kLeftPart;
 };
 
@@ -51,7 +51,7 @@ class WindowButton : public Button {
   void SetIcon(int element);
 
  private:
-  int icon;
+  int icon_;
 };
 
 // What holds the application's widgets; whatever they report goes to the window.
@@ -61,7 +61,7 @@ class ClientArea : public Dialog {
   void MsgInitSkin() override;
   void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override;
 
- private:
+ protected:
   Panel panel;
 };
 
