@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "launcher/has_choice.h"
 #include "launcher/language.h"
 #include "launcher/little_memory.h"
 #include "launcher/menu_config.h"
@@ -212,6 +213,12 @@ int RunForAnyone() {
   SetTextMode();
   allegro_exit();
   return Fail("write", error);
+}
+
+int AnswerHasChoice() {
+  ChangeDirectory(Directory::kConfiguration);
+  SetupEncoding();
+  return HasChoice(kMainMenu) ? EXIT_SUCCESS : kNoChoiceStatus;
 }
 
 }  // namespace zel

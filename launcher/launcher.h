@@ -17,4 +17,9 @@ int RunLauncher();
 // The same without asking who runs it, for trying a menu whose files are one's own (see paths.h).
 int RunForAnyone();
 
+// For scripts that had better not show a menu without a way out: answers EXIT_SUCCESS when it has
+// something to choose, else kNoChoiceStatus. Shows and changes nothing; anyone may ask.
+inline constexpr int kNoChoiceStatus = 3;  // no failure has it
+int AnswerHasChoice();
+
 }  // namespace zel

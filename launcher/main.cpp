@@ -1,11 +1,14 @@
+#include <cstring>
+
 #include "launcher/launcher.h"
 #include "launcher/little_memory.h"
 #include "launcher/result_files.h"
 #include "toolkit/base/console_guard.h"
 
-int main() {
+int main(int argc, char** argv) {
   zel::EndWithoutMemory();
   zel::LimitLauncher();
+  if (argc == 2 && std::strcmp(argv[1], "--has-choice") == 0) return zel::AnswerHasChoice();
   // Scripts must not take what a run wrote that ended in the middle for its result.
   return zel::RunGuarded(zel::RunLauncher, [] { zel::DeleteOutputFile(); });
 }

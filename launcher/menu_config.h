@@ -21,6 +21,8 @@ enum MenuItemFlag : std::uint32_t {
   kItemDisabled = 8,
 };
 
+inline constexpr const char* kMainMenu = "menu.cfg";  // leads to all others
+
 // Hints are cut to this many characters.
 inline constexpr int kHintCharacters = 4096;
 inline constexpr std::size_t kBytesPerCharacter = 4;  // in UTF-8

@@ -14,7 +14,6 @@
 namespace zel {
 namespace {
 
-constexpr const char* kMainMenu = "menu.cfg";
 constexpr int kMousePollPeriod = 500;  // milliseconds
 
 // The place of the progress bar relative to the layout values.

@@ -40,5 +40,6 @@ int main(int argc, char** argv) {
     places[i] = directory / kPlaces[i].below;
     zel::paths.*kPlaces[i].path = places[i].c_str();
   }
+  zel::LimitLauncher();
   return zel::RunForAnyone();
 }

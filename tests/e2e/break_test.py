@@ -106,18 +106,18 @@ class ScriptTest(LauncherTest):
     """The script around the launcher, where it must do nothing."""
 
     def test_it_does_nothing_without_a_new_choice(self):
-        menu = "[MENU_CONFIGURATION]\nLinesNumber = {}\n[LINE1]\nTitle = {}\nDisable = {}\n"
-        chosen, nothing = "echo reboot >/root/output.txt; kill -KILL $$", "/etc/zel/menu.cfg has nothing to choose"
+        menu = "[MENU_CONFIGURATION]\nLinesNumber = {}\n[LINE1]\nTitle = x\n"
+        zel = '[ "$1" ] && exec /run/zel $1; echo reboot >/root/output.txt; kill -KILL $$'
+        nothing = "/etc/zel/menu.cfg has nothing to choose"
         for text, before, reason in (
-                (menu.format(1, "x", 0), "mount -o remount,bind,ro /root", "an earlier choice cannot be removed"),
-                (menu.format(0, "x", 0), "", nothing), (menu.format(1, "", 0), "", nothing),
-                (menu.format(1, "x", 1), "", nothing), ("", "rm /etc/zel/menu.cfg", nothing),
-                (menu.format("0x1", "x", 0), "", "the status of zel is 137")):
+                (menu.format(1), "mount -o remount,bind,ro /root", "an earlier choice cannot be removed"),
+                (menu.format(0), "", nothing), ("", "rm /etc/zel/menu.cfg", nothing),
+                (menu.format("0x1"), "", "the status of zel is 137")):
             launcher = self.launcher({"menu.cfg": text, "rescue-menu": (ROOT / "data/rescue-menu").read_text()})
             launcher.output_file.write_text("poweroff\n")
             programs = launcher.state / "run/programs"
             programs.mkdir()
-            for name, does in (("zel", chosen), ("shell", "echo a shell; kill -KILL $PPID"), ("stty", "")):
+            for name, does in (("zel", zel), ("shell", "echo a shell; kill -KILL $PPID"), ("stty", "")):
                 (programs / name).write_text(f"#!/bin/sh\n{does}\n")
                 (programs / name).chmod(0o755)
             launcher.launch(before=f"mount --bind /run/programs /usr/local/sbin; {before}\n"

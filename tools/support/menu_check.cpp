@@ -24,7 +24,6 @@
 namespace zel {
 namespace {
 
-constexpr const char* kMainMenu = "menu.cfg";
 constexpr const char* kSettingsFile = "zel.cfg";
 constexpr const char* kProgressPicture = "pic/progress.bmp";
 constexpr const char* kGeneral = "MENU_CONFIGURATION";
