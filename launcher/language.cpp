@@ -17,27 +17,25 @@
 namespace zel {
 namespace {
 
-// How the texts of a language are written: one code page of Allegro's, or UTF-8.
-struct Encoding {
-  const char* codeset;
-  const unsigned short* (*codePage)();
-};
-constexpr Encoding kWestern = {"ISO-8859-15", WesternCodePage};
-constexpr Encoding kCyrillic = {"KOI8-R", RussianCodePage};
-constexpr Encoding kCentralEuropean = {"CP1250", CentralEuropeanCodePage};
-constexpr Encoding kUnicode = {"UTF-8", nullptr};
+// How the texts of a language are written: a code page of Allegro's, or null for UTF-8.
+using CodePage = const unsigned short* (*)();
+constexpr CodePage kUnicode = nullptr;
 
 struct LanguageRow {
   const char* code;
   Language language;
   const char* catalogue;  // gettext takes "ru" where there is no "ru_RU"
-  const Encoding& encoding;
+  CodePage codePage;
 };
 constexpr LanguageRow kLanguages[] = {
-    {"en", kEnglish, "en", kWestern},           {"ru", kRussian, "ru_RU", kCyrillic},
-    {"de", kGerman, "de_DE", kWestern},         {"fr", kFrench, "fr_FR", kWestern},
-    {"pl", kPolish, "pl_PL", kCentralEuropean}, {"es", kSpanish, "es_ES", kWestern},
-    {"it", kItalian, "it_IT", kWestern},        {"cn", kChinese, "zh_CN", kUnicode},
+    {"en", kEnglish, "en", WesternCodePage},
+    {"ru", kRussian, "ru_RU", RussianCodePage},
+    {"de", kGerman, "de_DE", WesternCodePage},
+    {"fr", kFrench, "fr_FR", WesternCodePage},
+    {"pl", kPolish, "pl_PL", CentralEuropeanCodePage},
+    {"es", kSpanish, "es_ES", WesternCodePage},
+    {"it", kItalian, "it_IT", WesternCodePage},
+    {"cn", kChinese, "zh_CN", kUnicode},
     {"ja", kJapanese, "ja_JP", kUnicode},
 };
 
@@ -98,11 +96,10 @@ int LanguageIndex() { return ReadLanguage().language; }
 
 void SetupEncoding() {
   const LanguageRow& language = ReadLanguage();
-  const Encoding& encoding = language.encoding;
   set_uformat(U_ASCII);
-  set_uformat(encoding.codePage ? U_ASCII_CP : U_UTF8);
-  if (encoding.codePage) set_ucodepage(encoding.codePage(), nullptr);
-  SetTextLanguage(language.catalogue, encoding.codeset);
+  set_uformat(language.codePage ? U_ASCII_CP : U_UTF8);
+  if (language.codePage) set_ucodepage(language.codePage(), nullptr);
+  SetTextLanguage(language.catalogue);
 }
 
 }  // namespace zel

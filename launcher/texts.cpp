@@ -7,8 +7,12 @@
 #include <clocale>
 #include <cstdlib>
 #include <iterator>
+#include <map>
+#include <memory>
+#include <string>
 
 #include "launcher/paths.h"
+#include "toolkit/base/text.h"
 
 namespace zel {
 namespace {
@@ -55,11 +59,21 @@ void OpenCatalogues() {
   bindtextdomain(kBrandDomain, paths.catalogues);
 }
 
+// What Allegro gets for the texts of the catalogues; null while they are for a terminal.
+using ConvertedTexts = std::map<const char*, std::string>;
+std::unique_ptr<ConvertedTexts> forAllegro;
+
+const char* InCurrentFormat(const char* utf8) {
+  const auto [place, isNew] = forAllegro->try_emplace(utf8);
+  if (isNew) place->second = Converted(Sound(utf8, U_UTF8), U_UTF8, U_CURRENT);
+  return place->second.c_str();
+}
+
 const char* Translate(const char* domain, const char* english) {
   OpenCatalogues();
   const char* text = dcgettext(domain, english, LC_MESSAGES);
   while (*text == kMark) ++text;
-  return text;
+  return forAllegro ? InCurrentFormat(text) : text;
 }
 
 void SetEncoding(const char* codeset) {
@@ -84,13 +98,15 @@ const char* Text(std::uint32_t id) {
   return Translate(id <= kLastBrandId ? kBrandDomain : kDomain, english);
 }
 
-void SetTextLanguage(const char* catalogue, const char* codeset) {
+void SetTextLanguage(const char* catalogue) {
   setenv("LANGUAGE", catalogue, 1);
-  SetEncoding(codeset);
+  SetEncoding("UTF-8");
+  forAllegro = std::make_unique<ConvertedTexts>();
 }
 
 void UseEncodingOfLocale() {
   OpenCatalogues();
+  forAllegro.reset();
   SetEncoding(nl_langinfo(CODESET));
 }
 

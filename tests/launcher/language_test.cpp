@@ -82,19 +82,21 @@ constexpr std::uint32_t kAllTexts[] = {1312, 1320, 1513, 1515, 1516};
   paths.catalogues = ZEL_CATALOGUES;
   IndexOf(std::string{"LANG="} + language.code);
   SetupEncoding();
-  char utf8[256];
   bool good = language.code == std::string{LanguageSuffix()};
-  good &= language.back == std::string{uconvert(Text(1515), U_CURRENT, utf8, U_UTF8, sizeof utf8)};
   FT_Library library = nullptr;
   FT_Face face = nullptr;
   good &= FT_Init_FreeType(&library) == 0 && FT_New_Face(library, kExampleFont, 0, &face) == 0;
-  for (const std::uint32_t id : kAllTexts)
+  std::string shown, written;
+  for (const std::uint32_t id : kAllTexts) {
+    shown += Converted(Text(id), U_CURRENT, U_UTF8);
     for (const char* at = Text(id); good && language.hasLetters && *at != '\0';) {
       const int character = ugetxc(&at);
       good &= character < ' ' || FT_Get_Char_Index(face, static_cast<FT_ULong>(character)) != 0;
     }
+  }
   UseEncodingOfLocale();
-  good &= language.back == std::string{Text(1515)};
+  for (const std::uint32_t id : kAllTexts) written += Text(id);
+  good &= shown == written && language.back == std::string{Text(1515)};
   std::_Exit(good ? EXIT_SUCCESS : EXIT_FAILURE);
 }
 
