@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """The rescue image as a person meets it: on the console of a machine that was started from it."""
 
+import gettext
 import re
 import unittest
 
@@ -88,11 +89,24 @@ class ModeTest(MachineTest):
         for corner in ((4, 4), (1275, 4), (4, 1019), (1275, 1019)):
             self.assertEqual(picture.at(*corner), BLACK)
 
+    def message(self, language):
+        """What the launcher says without graphics."""
+        self.machine.run(f"echo LANG={language} >/etc/sysconfig/i18n")
+        self.machine.launch("LC_ALL=C.UTF-8 zel 2>/tmp/test/said")
+        self.expect(0, None, None)
+        return self.machine.read("/tmp/test/said").removesuffix("\n")
+
     def test_without_a_framebuffer_it_explains_and_the_script_gives_a_shell(self):
         self.boot()
         self.machine.launch("zel")
         self.expect(0, None, None)
         self.assertIn("can not start due to incorrect BIOS settings", self.machine.read(SCREEN))
+        english = self.message("en")
+        for catalogue in (IMAGE / "zel/locale").iterdir():
+            translated = gettext.translation("quillon", catalogue.parent, [catalogue.name]).gettext(english)
+            self.assertNotEqual(translated, english)
+            self.assertEqual(self.message(catalogue.name.replace("zh_CN", "cn")), translated)
+        self.machine.run("rm /etc/sysconfig/i18n")
         self.machine.launch("/etc/zel/rescue-menu")
         self.machine.read_until(SCREEN, "to get back to the menu")
         self.machine.press(*"echo", "spc", "a", "spc", "shift-dot", *"sign", "ret")
