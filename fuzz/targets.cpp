@@ -32,8 +32,8 @@
 #include "toolkit/draw/font.h"
 #include "toolkit/draw/screen_update.h"
 #include "toolkit/skin/skin.h"
+#include "toolkit/testing/offscreen.h"
 #include "tools/support/menu_check.h"
-#include "tools/support/offscreen.h"
 
 namespace zel {
 namespace {

@@ -17,7 +17,7 @@
 #include "launcher/menu_screen.h"
 #include "launcher/paths.h"
 #include "toolkit/base/settings.h"
-#include "tools/support/offscreen.h"
+#include "toolkit/testing/offscreen.h"
 
 namespace zel {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "docs/example/disk_question.h"
-#include "tools/support/offscreen.h"
+#include "toolkit/testing/offscreen.h"
 
 namespace {
 

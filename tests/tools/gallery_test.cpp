@@ -4,8 +4,8 @@
 
 #include "tests/support/allegro_fixture.h"
 #include "tests/support/temp_files.h"
+#include "toolkit/testing/offscreen.h"
 #include "tools/gallery/gallery.h"
-#include "tools/support/offscreen.h"
 
 namespace zel {
 namespace {

@@ -8,8 +8,8 @@
 
 #include "toolkit/base/settings.h"
 #include "toolkit/core/startup.h"
+#include "toolkit/testing/offscreen.h"
 #include "tools/gallery/gallery.h"
-#include "tools/support/offscreen.h"
 
 namespace zel {
 namespace {

@@ -1,4 +1,4 @@
-#include "tools/support/offscreen.h"
+#include "toolkit/testing/offscreen.h"
 
 #include <png.h>
 

@@ -1,0 +1,12 @@
+# find_package(ZelToolkit) reads this.
+include(CMakeFindDependencyMacro)
+find_dependency(PkgConfig)
+foreach(library IN ITEMS ALLEGRO=allegro FREETYPE=freetype2 JPEG=libjpeg PNG=libpng)
+  string(REPLACE "=" ";" library ${library})
+  list(GET library 0 target)
+  list(GET library 1 module)
+  if(NOT TARGET PkgConfig::${target})
+    pkg_check_modules(${target} REQUIRED IMPORTED_TARGET ${module})
+  endif()
+endforeach()
+include(${CMAKE_CURRENT_LIST_DIR}/ZelToolkitTargets.cmake)
