@@ -187,6 +187,17 @@ class Amd64Test(PackageTest, unittest.TestCase):
                                                "colorDepth = 24\nskinPath = a\n")
 
 
+class ToolkitTest(unittest.TestCase):
+    def test_other_programs_can_be_built_with_it(self):
+        with tempfile.TemporaryDirectory(dir=WORK) as tree:
+            for architecture in ("amd64", "i386"):
+                subprocess.check_call(["dpkg-deb", "--extract", package("libzel-toolkit-dev", architecture), tree])
+            subprocess.check_call(
+                f"c++ -std=c++20 -I{ROOT} {ROOT}/docs/example/scripted.cpp -o {tree}/ask $(PKG_CONFIG_PATH={tree}"
+                f"/usr/lib/x86_64-linux-gnu/pkgconfig pkg-config --cflags --libs zel-toolkit) && {tree}/ask s && "
+                f"i686-linux-gnu-ld -r --whole-archive {tree}/usr/lib/i386-linux-gnu/*.a -o {tree}/all", shell=True)
+
+
 class I386Test(PackageTest, unittest.TestCase):
     architecture = "i386"
     launcher = [EMULATOR, "/usr/sbin/zel"]
