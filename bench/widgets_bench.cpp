@@ -78,7 +78,7 @@ void DragSlider(benchmark::State& state) {
   const auto point = [](int x) {
     mouse_x = x;
     mouse_y = 110;
-    mousePointer->Poll();
+    CurrentPointer()->Poll();
   };
   MeasureWidget(state, slider, 2, 1, [&](int round) {
     point(105 + round * 7 % 380);

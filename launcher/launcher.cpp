@@ -22,8 +22,8 @@
 #include "launcher/texts.h"
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/confinement.h"
-#include "toolkit/base/display_link.h"
 #include "toolkit/base/graphics_mode.h"
+#include "toolkit/base/process.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/base/text.h"
 #include "toolkit/core/startup.h"
@@ -199,7 +199,7 @@ int RunForAnyone() {
   DeleteTemporaryFiles();
   NeedRoomForARun();
   on_exit(KeepOutputToItsStatus, nullptr);
-  onDisplayLost = [] { DeleteOutputFile(); };
+  process.onDisplayLost = [] { DeleteOutputFile(); };
   launcherState.runningScreen = nullptr;
   SaveDirectory();
   ChangeDirectory(Directory::kConfiguration);

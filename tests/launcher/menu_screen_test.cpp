@@ -143,7 +143,7 @@ TEST_F(MenuScreenTest, AKeyAfterTheMouseHasOpenedAMenuMovesOn) {
   EXPECT_FALSE(screen_->TestFlag(kFlagSkinChanged)) << "settled at the start";
   mouse_x = screen_->List().x();
   mouse_y = screen_->List().y() + 1;
-  mousePointer->Poll();
+  CurrentPointer()->Poll();
   screen_->List().MsgDClick();
   EXPECT_EQ(After({KEY_DOWN}), "2/1/21");
 }

@@ -124,8 +124,8 @@ class RandomInputTest : public LauncherFixture {
   void AnyKey() { simulate_ukeypress(Below(2) ? 0 : Below(256), Below(KEY_MAX)); }
   void Type() { Key(Below(20) ? ' ' + Below(95) : Below(0x3000), Below(KEY_MAX)); }
   void Shift() { _key_shifts = Below(64); }
-  void RequestClose() { loopState.closeRequested = true; }
-  void SwitchIn() { loopState.redrawEverything = true; }
+  void RequestClose() { Loop().closeRequested = true; }
+  void SwitchIn() { Loop().redrawEverything = true; }
   void Progress() {
     WriteFile("progress", "[Progress]\nStepNumber=" + std::to_string(Below(40) - 5) +
                               "\nCurrentStep=" + std::to_string(Below(60) - 10) +

@@ -8,7 +8,7 @@
 #include <numeric>
 
 #include "toolkit/base/allegro.h"
-#include "toolkit/base/settings.h"
+#include "toolkit/base/process.h"
 #include "toolkit/draw/color.h"
 
 namespace zel {
@@ -25,8 +25,8 @@ class AllegroFixture : public testing::Test {
  protected:
   explicit AllegroFixture(int depth = 16) {
     NeedAllegro();
-    UseDepth(depth);
     Reset();
+    UseDepth(depth);
   }
   ~AllegroFixture() override { Reset(); }
 
@@ -45,7 +45,7 @@ class AllegroFixture : public testing::Test {
  private:
   static void Reset() {
     set_uformat(U_UTF8);
-    settings = Settings{};
+    process.Renew();
     set_config_data("", 0);
   }
 };

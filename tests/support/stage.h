@@ -85,7 +85,6 @@ class StageTest : public AllegroFixture {
   }
   ~StageTest() override {
     if (root.IsRunning()) root.MsgEnd();
-    SetCurrentSkin(nullptr);
     PutMouse(0, 0);
     mouse_b = 0;
     mouse_z = 0;

@@ -50,7 +50,6 @@ class WidgetFixture : public AllegroFixture {
     Mouse(0, 0);
     root->MsgEnd();
     root.reset();
-    SetCurrentSkin(nullptr);
   }
 
   void Show(Widget& widget, const Rect& place) {

@@ -17,6 +17,8 @@
 #include <cstring>
 #include <iterator>
 
+#include "toolkit/base/process.h"
+
 namespace zel {
 namespace {
 
@@ -27,7 +29,8 @@ constexpr char kEmptyScreen[] = "\033[0m\033[H\033[J";
 constexpr int kTakenByAllegro[] = {SIGABRT, SIGFPE, SIGILL, SIGSEGV, SIGTERM, SIGINT, SIGQUIT};
 constexpr int kHarmless[] = {SIGCHLD, SIGCONT, SIGTSTP, SIGTTIN, SIGTTOU, SIGURG, SIGWINCH};
 
-bool guarded = false;
+// What the child needs when it does its guard's work.
+constexpr GuardState& orphan = process.guard;
 
 // The number of the virtual console behind a descriptor, also behind names like /dev/console.
 int ConsoleNumber(int descriptor) {
@@ -46,10 +49,12 @@ int ControllingConsole() {
   return number;
 }
 
-class Console {
+}  // namespace
+
+class GuardedConsole {
  public:
   // Opens it by its own name, the only one that Allegro knows.
-  explicit Console(int number) {
+  explicit GuardedConsole(int number) {
     std::snprintf(path_, sizeof path_, "/dev/tty%d", number);
     descriptor_ = Open();
     if (!IsOpen()) return;
@@ -59,9 +64,9 @@ class Console {
     if (keyboard_ != K_XLATE) keyboard_ = K_UNICODE;
     LeaveGraphics();
   }
-  Console(const Console&) = delete;
-  Console& operator=(const Console&) = delete;
-  ~Console() {
+  GuardedConsole(const GuardedConsole&) = delete;
+  GuardedConsole& operator=(const GuardedConsole&) = delete;
+  ~GuardedConsole() {
     if (IsOpen()) close(descriptor_);
   }
 
@@ -114,11 +119,7 @@ class Console {
   termios line_{};
 };
 
-// What the child needs when it does its guard's work.
-struct Orphan {
-  Console* console = nullptr;  // null without a guard
-  void (*cleanUp)() = [] {};
-} orphan;
+namespace {
 
 // Tells the child of the guard's end. Nothing else uses it.
 int GuardEnded() { return SIGRTMAX; }
@@ -163,7 +164,7 @@ void WatchGuard(pid_t guard) {
   WatchGuard(guard);
   std::signal(SIGTERM, SIG_DFL);
   sigprocmask(SIG_SETMASK, &signals, nullptr);
-  guarded = true;
+  orphan.isGuarded = true;
   orphan.console->TakeOver();
   std::exit(program());
 }
@@ -205,7 +206,7 @@ int RunGuarded(int (*program)(), void (*cleanUp)()) {
   int number = ConsoleNumber(STDIN_FILENO);
   if (number == kNone) number = ControllingConsole();
   if (number == kNone) return program();
-  Console console{number};
+  GuardedConsole console{number};
   if (!console.IsOpen()) return program();
 
   orphan.console = &console;
@@ -227,17 +228,17 @@ int RunGuarded(int (*program)(), void (*cleanUp)()) {
 }
 
 void EndAtOnce(const char* message) {
-  orphan.cleanUp();
-  if (guarded) orphan.console->PutRight();
+  if (orphan.cleanUp) orphan.cleanUp();
+  if (orphan.isGuarded) orphan.console->PutRight();
   [[maybe_unused]] const ssize_t said = write(STDERR_FILENO, message, std::strlen(message));
   std::_Exit(EXIT_FAILURE);
 }
 
-bool IsGuarded() { return guarded; }
+bool IsGuarded() { return orphan.isGuarded; }
 
 void HoldSignals() {
   sigset_t held = AllSignals();
-  if (guarded) sigdelset(&held, GuardEnded());
+  if (orphan.isGuarded) sigdelset(&held, GuardEnded());
   sigprocmask(SIG_BLOCK, &held, nullptr);
 }
 

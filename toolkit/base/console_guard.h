@@ -11,6 +11,15 @@
 
 namespace zel {
 
+class GuardedConsole;
+
+// What the child needs when it does its guard's work.
+struct GuardState {
+  bool isGuarded = false;
+  GuardedConsole* console = nullptr;  // null without a guard
+  void (*cleanUp)() = nullptr;
+};
+
 // Runs `program` and answers its exit status. When standard input or the controlling terminal is a
 // virtual console, that runs in a child process, which gets this console as both. A signal that
 // would end this process ends the child; one that ends the child ends this process, too, after

@@ -9,6 +9,8 @@
 
 #include <cstdlib>
 #include <string_view>
+
+#include "toolkit/base/process.h"
 // After Allegro itself.
 #include <xalleg.h>
 #endif
@@ -38,7 +40,7 @@ void DoRound() {
 // Xlib would go through exit() here, in whichever thread has the connection locked: Allegro's
 // shut-down would wait for the other one, and that for the lock.
 [[noreturn]] void EndAtOnce(std::string_view message) {
-  if (onDisplayLost) onDisplayLost();
+  if (process.onDisplayLost) process.onDisplayLost();
   if (write(STDERR_FILENO, message.data(), message.size()) < 0) _exit(EXIT_FAILURE);
   _exit(EXIT_FAILURE);
 }

@@ -15,9 +15,4 @@ int DisplayDescriptor();
 // come.
 void TalkToDisplay();
 
-// Called, where not null, before the process ends with status 1 because the server is gone or
-// refuses a request: at once, in whichever thread has noticed it, and without what std::atexit has
-// registered.
-inline void (*onDisplayLost)() = nullptr;
-
 }  // namespace zel

@@ -8,6 +8,7 @@
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/framebuffer.h"
 #include "toolkit/base/geometry.h"
+#include "toolkit/base/process.h"
 
 namespace zel {
 namespace {
@@ -20,17 +21,15 @@ constexpr int kTextRows = 25;
 
 constexpr int kDepths[] = {8, 15, 16, 24, 32};
 
-BITMAP* replacedScreen = nullptr;  // the mode's own, while a video page or part stands for it
-BitmapPtr middlePart;              // of the mode's screen, where that is too large
-
 void PutScreenBack() {
-  if (replacedScreen) screen = std::exchange(replacedScreen, nullptr);
-  middlePart.reset();
+  if (process.replacedScreen) screen = std::exchange(process.replacedScreen, nullptr);
+  process.middlePart.reset();
 }
 
 // Allegro leaves the mode in its own exit handler, registered earlier and so run later.
 bool PutsScreenBackAtExit() {
-  static const bool registered = std::atexit(PutScreenBack) == 0;
+  bool& registered = process.putsScreenBackAtExit;
+  if (!registered) registered = std::atexit(PutScreenBack) == 0;
   return registered;
 }
 
@@ -40,8 +39,8 @@ void CentreScreen() {
   const int x = (std::min(shown.w, screen->w) - SCREEN_W) / 2;
   const int y = (std::min(shown.h, screen->h) - SCREEN_H) / 2;
   if (x < 0 || y < 0 || x + y == 0 || !PutsScreenBackAtExit()) return;
-  middlePart.reset(create_sub_bitmap(screen, x, y, SCREEN_W, SCREEN_H));
-  if (middlePart) replacedScreen = std::exchange(screen, middlePart.get());
+  process.middlePart.reset(create_sub_bitmap(screen, x, y, SCREEN_W, SCREEN_H));
+  if (process.middlePart) process.replacedScreen = std::exchange(screen, process.middlePart.get());
 }
 
 // Whether the card is the console's framebuffer, or Allegro is free to take that.
@@ -76,7 +75,7 @@ void ShowVideoPage() {
   PutScreenBack();
   BITMAP* page = gfx_driver ? create_video_bitmap(SCREEN_W, SCREEN_H) : nullptr;
   if (!page || !PutsScreenBackAtExit()) return;
-  replacedScreen = std::exchange(screen, page);
+  process.replacedScreen = std::exchange(screen, page);
   show_video_bitmap(page);
 }
 

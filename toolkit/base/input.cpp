@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "toolkit/base/allegro.h"
-#include "toolkit/base/record_queue.h"
+#include "toolkit/base/process.h"
 #include "toolkit/base/wakeup.h"
 // After Allegro itself.
 #include <allegro/internal/aintern.h>
@@ -15,27 +15,10 @@
 namespace zel {
 namespace {
 
-constexpr std::size_t kMostWaiting = 1024;  // records
-constexpr int kReleased = 0x80;             // in the scan codes that Allegro calls back with
-constexpr int kKeyBuffer = 64;              // Allegro's
+constexpr int kReleased = 0x80;  // in the scan codes that Allegro calls back with
+constexpr int kKeyBuffer = 64;   // Allegro's
 
-RecordQueue<InputRecord, kMostWaiting> queue;
-
-// Only the loop has to do with these.
-std::array<unsigned, KEY_MAX> releases;
-std::array<bool, KEY_MAX> isDown;    // after the records taken so far
-std::optional<InputRecord> putBack;  // comes before the queue
-std::size_t forgotten = 0;           // records to come whose keys are not told
-const int* handledShifts = nullptr;  // null while nothing is handled
-
-// Who was called back before, and is called first still.
-struct Callbacks {
-  int (*character)(int, int*) = nullptr;
-  void (*key)(int) = nullptr;
-  void (*mouse)(int) = nullptr;
-};
-Callbacks previous;
-bool isStarted = false;
+constexpr InputState& input = process.input;
 
 bool Note(InputRecord::Kind kind, int scancode = 0, int character = 0, bool isLate = false) {
   InputRecord record;
@@ -49,7 +32,7 @@ bool Note(InputRecord::Kind kind, int scancode = 0, int character = 0, bool isLa
   record.shifts = _key_shifts;  // key_shifts follows only after the callback
   record.scancode = scancode;
   record.character = character;
-  const bool fits = queue.Put(record);
+  const bool fits = input.queue->Put(record);
   WakeLoop();
   return fits;
 }
@@ -64,8 +47,8 @@ int AskOlderCallback(int character, int* scancode) {
 }
 
 int OnCharacter(int character, int* scancode) {
-  if (previous.character)
-    character = previous.character(character, scancode);
+  if (input.previous.character)
+    character = input.previous.character(character, scancode);
   else if (keyboard_callback)
     character = AskOlderCallback(character, scancode);
   if (character == 0 && *scancode == 0) return 0;
@@ -76,12 +59,12 @@ int OnCharacter(int character, int* scancode) {
 }
 
 void OnKey(int scancode) {
-  if (previous.key) previous.key(scancode);
+  if (input.previous.key) input.previous.key(scancode);
   if (scancode & kReleased) Note(InputRecord::kKeyUp, scancode & ~kReleased);
 }
 
 void OnMouse(int changes) {
-  if (previous.mouse) previous.mouse(changes);
+  if (input.previous.mouse) input.previous.mouse(changes);
   if ((changes & ~(MOUSE_FLAG_MOVE | MOUSE_FLAG_MOVE_W)) == 0) return;
   Note(InputRecord::kMouse);
 }
@@ -89,13 +72,15 @@ void OnMouse(int changes) {
 }  // namespace
 
 void StartInput() {
+  if (!input.queue) input.queue = new RecordQueue<InputRecord, InputState::kMostWaiting>;
   // What was called back late is told no more.
-  for (InputRecord late; queue.Take(late);)
+  for (InputRecord late; input.queue->Take(late);)
     if (late.kind == InputRecord::kCharacter) GiveBack(late);
-  if (!isStarted) previous = {keyboard_ucallback, keyboard_lowlevel_callback, mouse_callback};
-  isStarted = true;
-  forgotten = 0;
-  isDown.fill(false);
+  if (!input.isStarted)
+    input.previous = {keyboard_ucallback, keyboard_lowlevel_callback, mouse_callback};
+  input.isStarted = true;
+  input.forgotten = 0;
+  input.isDown.fill(false);
   for (int i = 0; i < kKeyBuffer && keyboard_driver && keypressed(); ++i) {
     int scancode = 0;
     const int character = ureadkey(&scancode);
@@ -107,38 +92,41 @@ void StartInput() {
 }
 
 void EndInput() {
-  if (!isStarted) return;
-  isStarted = false;
-  keyboard_ucallback = previous.character;
-  keyboard_lowlevel_callback = previous.key;
-  mouse_callback = previous.mouse;
+  if (!input.isStarted) return;
+  input.isStarted = false;
+  keyboard_ucallback = input.previous.character;
+  keyboard_lowlevel_callback = input.previous.key;
+  mouse_callback = input.previous.mouse;
   for (InputRecord record; TakeInput(record);)
     if (record.kind == InputRecord::kCharacter) GiveBack(record);
 }
 
-bool InputWaits() { return putBack || !queue.IsEmpty(); }
+bool InputWaits() { return input.putBack || (input.queue && !input.queue->IsEmpty()); }
 
-int WaitingInput() { return static_cast<int>(queue.Count()) + (putBack ? 1 : 0); }
+int WaitingInput() {
+  const std::size_t recorded = input.queue ? input.queue->Count() : 0;
+  return static_cast<int>(recorded) + (input.putBack ? 1 : 0);
+}
 
 bool TakeInput(InputRecord& record) {
-  if (putBack) {
-    record = *std::exchange(putBack, std::nullopt);
+  if (input.putBack) {
+    record = *std::exchange(input.putBack, std::nullopt);
     return true;
   }
-  while (queue.Take(record)) {
-    const bool isForgotten = forgotten > 0;
-    if (isForgotten) --forgotten;
+  while (input.queue && input.queue->Take(record)) {
+    const bool isForgotten = input.forgotten > 0;
+    if (isForgotten) --input.forgotten;
     if (record.kind == InputRecord::kCharacter && isForgotten) continue;
     if (record.kind == InputRecord::kMouse) return true;
     const auto key = static_cast<std::size_t>(record.scancode % KEY_MAX);
-    isDown[key] = record.kind == InputRecord::kCharacter && !record.isLate;
-    if (record.kind == InputRecord::kKeyUp) ++releases[key];
+    input.isDown[key] = record.kind == InputRecord::kCharacter && !record.isLate;
+    if (record.kind == InputRecord::kKeyUp) ++input.releases[key];
     return true;
   }
   return false;
 }
 
-void PutBack(const InputRecord& record) { putBack = record; }
+void PutBack(const InputRecord& record) { input.putBack = record; }
 
 void GiveBack(const InputRecord& key) {
   // Both have been asked about it.
@@ -151,21 +139,21 @@ void GiveBack(const InputRecord& key) {
 
 void ForgetKeys() {
   clear_keybuf();
-  if (putBack && putBack->kind == InputRecord::kCharacter) putBack.reset();
-  forgotten = queue.Count();
+  if (input.putBack && input.putBack->kind == InputRecord::kCharacter) input.putBack.reset();
+  input.forgotten = input.queue ? input.queue->Count() : 0;
 }
 
-unsigned Releases(int scancode) { return releases[scancode % KEY_MAX]; }
+unsigned Releases(int scancode) { return input.releases[scancode % KEY_MAX]; }
 
-bool IsDown(int scancode) { return key[scancode] != 0 || isDown[scancode % KEY_MAX]; }
+bool IsDown(int scancode) { return key[scancode] != 0 || input.isDown[scancode % KEY_MAX]; }
 
-int Shifts() { return handledShifts ? *handledShifts : key_shifts; }
+int Shifts() { return input.handledShifts ? *input.handledShifts : key_shifts; }
 
-HandledInput::HandledInput() : around_{std::exchange(handledShifts, nullptr)} {}
+HandledInput::HandledInput() : around_{std::exchange(input.handledShifts, nullptr)} {}
 
 HandledInput::HandledInput(const InputRecord& record)
-    : around_{std::exchange(handledShifts, &record.shifts)} {}
+    : around_{std::exchange(input.handledShifts, &record.shifts)} {}
 
-HandledInput::~HandledInput() { handledShifts = around_; }
+HandledInput::~HandledInput() { input.handledShifts = around_; }
 
 }  // namespace zel

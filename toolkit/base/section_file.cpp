@@ -128,9 +128,8 @@ SectionFile::Section& SectionFile::Begin(std::string name, int line) {
 }
 
 const SectionFile::Section& SectionFile::Find(const char* name) const {
-  static const Section* const kNone = new Section;
   const auto found = places_.find(Lower(name));
-  return found == places_.end() ? *kNone : sections_[found->second];
+  return found == places_.end() ? none_ : sections_[found->second];
 }
 
 std::vector<int> SectionFile::Numbered(const char* stem, int last) const {

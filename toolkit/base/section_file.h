@@ -74,6 +74,7 @@ class SectionFile {
   std::vector<Section> sections_;
   std::unordered_map<std::string, std::size_t> places_;  // by name in lower case
   std::vector<Entry> loose_;
+  Section none_;  // for names that there are none of
 };
 
 }  // namespace zel

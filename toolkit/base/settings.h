@@ -74,6 +74,7 @@ class Settings {
   std::string section_ = "Toolkit";
 };
 
-inline Settings settings;
+// The process has one, from its start to its end.
+extern Settings& settings;
 
 }  // namespace zel

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "toolkit/base/allegro.h"
 
@@ -66,8 +67,13 @@ std::string Trimmed(const char* text);
 template <std::size_t kBytes>
 class FixedText {
  public:
-  FixedText() = default;
-  explicit FixedText(const char* text) { Assign(text); }
+  constexpr FixedText() = default;
+  constexpr explicit FixedText(const char* text) {
+    if (std::is_constant_evaluated())
+      text_ = text;  // of the program's own, and short
+    else
+      Assign(text);
+  }
 
   // Keeps what fits; a null text leaves the text empty.
   void Assign(const char* text) {

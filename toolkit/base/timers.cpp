@@ -2,23 +2,16 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <climits>
 #include <utility>
 
 #include "toolkit/base/allegro.h"
-#include "toolkit/base/settings.h"
-#include "toolkit/base/wakeup.h"
+#include "toolkit/base/process.h"
 
 namespace zel {
 namespace {
 
-struct Slot {
-  std::atomic<int> ticks = 0;  // counted by Allegro's timer thread
-  int backlog = 0;
-  long period = 0;  // hardware ticks; 0 is free
-};
-Slot slots[kTimerSlots];
+constexpr auto& slots = process.timers;
 
 // Allegro's callbacks take no argument, so each slot has one of its own.
 using Callback = void (*)();
@@ -33,9 +26,6 @@ constexpr std::array<Callback, sizeof...(kIds)> MakeCallbacks(std::integer_seque
 }
 constexpr auto kCallbacks = MakeCallbacks(std::make_integer_sequence<int, kTimerSlots>{});
 
-int InstallWithAllegro(Callback tick, long speed) { return install_int_ex(tick, speed); }
-void RemoveFromAllegro(Callback tick) { remove_int(tick); }
-
 // Allegro's timers count this many hardware ticks a second (its manual, install_int_ex).
 constexpr long kHardwareTicks = TIMERS_PER_SECOND;
 static_assert(kHardwareTicks == 1193181);
@@ -48,14 +38,14 @@ long PeriodOfRate(int perSecond) { return std::max(1L, kHardwareTicks / std::max
 
 bool InUse(int id) { return id >= 0 && id < kTimerSlots && slots[id].period != 0; }
 
-void Clear(Slot& slot) {
+void Clear(TimerSlot& slot) {
   slot.ticks = 0;
   slot.backlog = 0;
 }
 
 int Install(long period) {
   for (int id = 0; id < kTimerSlots; ++id) {
-    Slot& slot = slots[id];
+    TimerSlot& slot = slots[id];
     if (slot.period != 0) continue;
     Clear(slot);
     if (timerDriver.install(kCallbacks[id], period) != 0) return kNoTimer;
@@ -73,7 +63,8 @@ void Reinstall(int id, long period) {
 
 }  // namespace
 
-TimerDriver timerDriver = {InstallWithAllegro, RemoveFromAllegro, SleepUntilWoken};
+int InstallWithAllegro(Callback tick, long speed) { return install_int_ex(tick, speed); }
+void RemoveFromAllegro(Callback tick) { remove_int(tick); }
 
 int InstallTimer(int ms) { return Install(PeriodOfMilliseconds(ms)); }
 int InstallTimerEx(int perSecond) { return Install(PeriodOfRate(perSecond)); }
@@ -89,7 +80,7 @@ void RemoveTimer(int id) {
 
 int NextTimerEvent() {
   for (int id = 0; id < kTimerSlots; ++id) {
-    Slot& slot = slots[id];
+    TimerSlot& slot = slots[id];
     if (slot.ticks <= 0) continue;
     if (++slot.backlog <= settings.UsableFrameSkip()) return id;
     Clear(slot);
@@ -102,7 +93,7 @@ void ConsumeTimerEvent(int id) {
 }
 
 void ResetTimerBacklog() {
-  for (Slot& slot : slots) slot.backlog = 0;
+  for (TimerSlot& slot : slots) slot.backlog = 0;
 }
 
 }  // namespace zel

@@ -4,6 +4,10 @@
 // ConsumeTimerEvent. A slot whose ticks pile up beyond Settings::maxFrameSkip loses them.
 #pragma once
 
+#include <atomic>
+
+#include "toolkit/base/wakeup.h"
+
 namespace zel {
 
 inline constexpr int kTimerSlots = 8;
@@ -25,14 +29,23 @@ int NextTimerEvent();
 void ConsumeTimerEvent(int id);
 void ResetTimerBacklog();
 
+struct TimerSlot {
+  std::atomic<int> ticks = 0;  // counted by Allegro's timer thread
+  int backlog = 0;
+  long period = 0;  // hardware ticks; 0 is free
+};
+
+int InstallWithAllegro(void (*tick)(), long speed);
+void RemoveFromAllegro(void (*tick)());
+
 // How the slots are driven: by Allegro, unless a test has put its own clock here.
 struct TimerDriver {
   // Calls `tick` every `speed` of Allegro's hardware ticks; 0 on success (install_int_ex).
-  int (*install)(void (*tick)(), long speed);
-  void (*remove)(void (*tick)());
+  int (*install)(void (*tick)(), long speed) = InstallWithAllegro;
+  void (*remove)(void (*tick)()) = RemoveFromAllegro;
   // Gives up the processor until there may be a tick or input.
-  void (*sleep)();
+  void (*sleep)() = SleepUntilWoken;
 };
-extern TimerDriver timerDriver;
+extern TimerDriver& timerDriver;
 
 }  // namespace zel

@@ -9,6 +9,7 @@
 
 #include "toolkit/base/display_link.h"
 #include "toolkit/base/input.h"
+#include "toolkit/base/process.h"
 
 namespace zel {
 namespace {
@@ -38,9 +39,7 @@ void WakeLoop() {
 }
 
 void SleepUntilWoken() {
-  // A mouse on its way sends more within a tick than is to be told. Once there was nothing to tell,
-  // the display is left to Allegro's rounds until the next tick.
-  static bool listens = true;
+  bool& listens = process.listensToDisplay;
   pollfd watched[] = {{wakeDescriptor, POLLIN, 0}, {listens ? DisplayDescriptor() : -1, POLLIN, 0}};
   if (poll(watched, 2, wakeDescriptor < 0 ? kShortestSleep : kLongestSleep) <= 0) return;
   if (watched[1].revents != 0) {

@@ -35,7 +35,7 @@ Dialog::Dialog() : tooltipWidget_{std::make_unique<Tooltip>()} {
 }
 
 Dialog::~Dialog() {
-  if (loopState.root == this) EndRoot();
+  if (Loop().root == this) EndRoot();
   if (!IsRoot() && parent) parent->Forget(this);
   parent = nullptr;
   for (Widget* child : children)
@@ -115,7 +115,7 @@ void Dialog::Forget(Widget* widget) {
   std::erase(children, widget);
   if (focus == widget) focus = nullptr;
   if (mouse == widget) mouse = nullptr;
-  if (loopState.lastFocus == widget) loopState.lastFocus = nullptr;
+  if (Widget*& last = Loop().lastFocus; last == widget) last = nullptr;
   if (running) GetRoot()->Redraw();
 }
 

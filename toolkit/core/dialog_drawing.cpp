@@ -172,9 +172,10 @@ void Dialog::DrawDirty() {
   if (!update) return;
   if (!update->RedrawsAll()) PrepareDrawing();
   update->AcquireCanvas();
-  if (mousePointer) mousePointer->Hide();
+  MousePointer* pointer = CurrentPointer();
+  if (pointer) pointer->Hide();
   DrawTree(update->RedrawsAll());
-  if (mousePointer) mousePointer->Draw();
+  if (pointer) pointer->Draw();
   update->ReleaseCanvas();
   ClearFlag(kFlagDirty);
 }

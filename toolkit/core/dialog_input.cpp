@@ -29,11 +29,11 @@ bool Dialog::WorkOffInput() {
 bool Dialog::HandleRecord(const InputRecord& record) {
   const HandledInput handled{record};
   bool told = record.kind != InputRecord::kKeyUp;
-  if (settings.showMouse && mousePointer) {
-    const MouseState before = mousePointer->State();
+  if (MousePointer* pointer = settings.showMouse ? CurrentPointer() : nullptr) {
+    const MouseState before = pointer->State();
     MouseState arrived = before;
     arrived.position = record.mouse.position;
-    mousePointer->Follow(arrived);
+    pointer->Follow(arrived);
     if (arrived.position != before.position) {
       TellMouse(before, false);
       told = true;
@@ -44,8 +44,8 @@ bool Dialog::HandleRecord(const InputRecord& record) {
       return true;
     }
     // Unless a popup has told what came later.
-    if (record.kind == InputRecord::kMouse && mousePointer->State() == arrived) {
-      mousePointer->Follow(record.mouse);
+    if (record.kind == InputRecord::kMouse && pointer->State() == arrived) {
+      pointer->Follow(record.mouse);
       TellMouse(arrived, false);
     }
   }

@@ -144,7 +144,8 @@ bool Dialog::HandleDialogKey(int character, int scancode) {
   for (const MoveKey& row : kMoveKeys) {
     if (row.scancode != scancode) continue;
     // A widget that is pressed with the mouse has to see the release.
-    if (mousePointer && mousePointer->GetButtons() != 0 && FocusIsPressed()) return true;
+    const MousePointer* pointer = CurrentPointer();
+    if (pointer && pointer->GetButtons() != 0 && FocusIsPressed()) return true;
     const bool backward = row.move == FocusMove::kNext && (Shifts() & KB_SHIFT_FLAG);
     MoveFocus(backward ? FocusMove::kPrevious : row.move);
     return true;
@@ -200,7 +201,7 @@ bool Dialog::MsgWantFocus() {
 void Dialog::MsgGotFocus() {
   SetFlag(kFlagFocus);
   Report(MSG_GOTFOCUS);
-  if (!focus && Contains(loopState.lastFocus)) SetFocus(loopState.lastFocus);
+  if (Widget* last = Loop().lastFocus; !focus && Contains(last)) SetFocus(last);
 }
 
 void Dialog::MsgLostFocus() {
@@ -232,7 +233,7 @@ void Dialog::DropFocus(Widget* widget) {
   if (Dialog* dialog = AsDialog(widget))
     if (dialog->focus) dialog->DropFocus(dialog->focus);
   if (widget->TestFlag(kFlagPoppedUp)) return;
-  if (!widget->IsContainer()) loopState.lastFocus = widget;
+  if (!widget->IsContainer()) Loop().lastFocus = widget;
   for (Widget* losing = widget; losing != this;) {
     Dialog* container = losing->GetParent();
     if (!container || container == losing) return;

@@ -1,12 +1,12 @@
 // The life of a dialog: starting, the event loop, popping up, ending.
 #include <cstdio>
-#include <utility>
+#include <memory>
 
 #include "toolkit/base/display_link.h"
 #include "toolkit/base/input.h"
 #include "toolkit/base/settings.h"
+#include "toolkit/core/core_part.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/loop_state.h"
 #include "toolkit/core/mouse_pointer.h"
 #include "toolkit/core/tooltip.h"
 #include "toolkit/draw/screen_update.h"
@@ -14,12 +14,12 @@
 
 namespace zel {
 
-LoopState loopState;
+LoopState& Loop() { return process.Of<CorePart>().loop; }
 
 namespace {
 
-void OnSwitchIn() { loopState.redrawEverything = true; }
-void OnCloseButton() { loopState.closeRequested = true; }
+void OnSwitchIn() { Loop().redrawEverything = true; }
+void OnCloseButton() { Loop().closeRequested = true; }
 
 bool SwitchingLosesTheScreen() {
   const int mode = get_display_switch_mode();
@@ -27,8 +27,8 @@ bool SwitchingLosesTheScreen() {
 }
 
 bool CanRun() {
-  if (system_driver) return true;
-  std::fputs("Zel: A dialog needs Allegro. Call InstallToolkit before.\n", stderr);
+  if (system_driver && !process.HasEnded()) return true;
+  std::fputs("Zel: A dialog needs the toolkit. Call InstallToolkit before.\n", stderr);
   return false;
 }
 
@@ -55,34 +55,34 @@ class ScreenRoot final : public Dialog {
 }  // namespace
 
 void WatchDisplaySwitches() {
-  if (!loopState.root) return;
+  if (!Loop().root) return;
   remove_display_switch_callback(OnSwitchIn);
   if (SwitchingLosesTheScreen()) set_display_switch_callback(SWITCH_IN, OnSwitchIn);
 }
 
 void UpdateDoubleClickWindow() {
-  loopState.doubleClickWindow = settings.Ticks(settings.doubleClickDelay);
+  Loop().doubleClickWindow = settings.Ticks(settings.doubleClickDelay);
 }
 
-int DoubleClickWindow() { return loopState.doubleClickWindow; }
+int DoubleClickWindow() { return Loop().doubleClickWindow; }
 
 void Dialog::CreateScreenUpdate() {
   if (!CurrentScreenUpdate()) InstallScreenUpdate(settings.screenUpdateMethod);
 }
 
 void Dialog::StartRoot() {
-  loopState.root = this;
-  loopState.redrawEverything = false;
-  loopState.closeRequested = false;
-  loopState.logicTimer = InstallTimerEx(settings.UsableFrameRate());
+  Loop().root = this;
+  Loop().redrawEverything = false;
+  Loop().closeRequested = false;
+  Loop().logicTimer = InstallTimerEx(settings.UsableFrameRate());
   WatchDisplaySwitches();
   set_close_button_callback(OnCloseButton);
   CreateScreenUpdate();
   SetSkin(skin);
   InitChangedSkins();
-  if (!mousePointer) mousePointer = new MousePointer;
-  mousePointer->SetScreenUpdate(CurrentScreenUpdate());
-  if (settings.showMouse) mousePointer->Poll();
+  if (!Loop().pointer) Loop().pointer = std::make_unique<MousePointer>();
+  Loop().pointer->SetScreenUpdate(CurrentScreenUpdate());
+  if (settings.showMouse) Loop().pointer->Poll();
   SetCursor(MOUSE_NORMAL);
   StartInput();
   LinkDisplay();
@@ -90,13 +90,13 @@ void Dialog::StartRoot() {
 
 void Dialog::EndRoot() {
   EndInput();
-  RemoveTimer(loopState.logicTimer);
-  loopState.logicTimer = LoopState::kNoRoot;
-  loopState.root = nullptr;
+  RemoveTimer(Loop().logicTimer);
+  Loop().logicTimer = LoopState::kNoRoot;
+  Loop().root = nullptr;
   remove_display_switch_callback(OnSwitchIn);
   set_close_button_callback(nullptr);
-  if (mousePointer) mousePointer->Hide();
-  delete std::exchange(mousePointer, nullptr);
+  if (MousePointer* pointer = CurrentPointer()) pointer->Hide();
+  Loop().pointer.reset();
   SetCurrentScreenUpdate(nullptr);
 }
 
@@ -132,7 +132,7 @@ void Dialog::RestoreVideoMemory() {
 bool Dialog::WorkOffTimers() {
   bool ticked = false;
   for (int id = NextTimerEvent(); id != kNoTimer; id = NextTimerEvent()) {
-    if (id == loopState.logicTimer) {
+    if (id == Loop().logicTimer) {
       MsgTick();
       ticked = true;
     } else {
@@ -146,7 +146,7 @@ bool Dialog::WorkOffTimers() {
 
 void Dialog::Wait() {
   // Without a logic timer there may be no tick to wait for.
-  if (!settings.yield || loopState.logicTimer < 0 || InputTarget()->closed) return;
+  if (!settings.yield || Loop().logicTimer < 0 || InputTarget()->closed) return;
   while (!InputWaits() && NextTimerEvent() == kNoTimer) timerDriver.sleep();
 }
 
@@ -165,8 +165,8 @@ void Dialog::DrawFirstFrame() {
 
 void Dialog::MsgIdle() {
   if (IsRoot()) {
-    if (loopState.redrawEverything) {
-      loopState.redrawEverything = false;
+    if (Loop().redrawEverything) {
+      Loop().redrawEverything = false;
       RestoreVideoMemory();
       Redraw();
     }
@@ -174,8 +174,8 @@ void Dialog::MsgIdle() {
     const bool told = WorkOffInput();
     if (ticked || told || settings.unlimitedFrameRate) DrawFrame();
     Wait();
-    if (loopState.closeRequested) {
-      loopState.closeRequested = false;
+    if (Loop().closeRequested) {
+      Loop().closeRequested = false;
       Close();
     }
   }
@@ -211,7 +211,7 @@ void Dialog::PutTooltipAway() {
 
 Widget* Dialog::Execute(Widget* focusWidget) {
   // A second root would take timer, screen update and pointer away from the first.
-  if (loopState.root) return Popup(loopState.root, kKeepPosition, kKeepPosition, focusWidget);
+  if (Loop().root) return Popup(Loop().root, kKeepPosition, kKeepPosition, focusWidget);
   if (!IsRoot() || !CanRun()) return nullptr;
   Dialog::Add(tooltipWidget_.get());
   SetFocus(focusWidget);
@@ -260,7 +260,7 @@ Widget* Dialog::RunPopup(Dialog& root, int px, int py, Widget* focusWidget) {
 
 Widget* Dialog::Popup(Dialog* over, int px, int py, Widget* focusWidget) {
   Dialog* root = over ? over->GetRoot() : nullptr;
-  if (!root || !root->IsRunning()) root = loopState.root;
+  if (!root || !root->IsRunning()) root = Loop().root;
   if (root == this) return focus;
   if (root) return RunPopup(*root, px, py, focusWidget);
   if (!CanRun()) return nullptr;

@@ -51,14 +51,15 @@ int KeepOnScreen(int coordinate) { return coordinate < 1 ? 0 : coordinate; }
 
 // True when the presses mean something for the double click.
 bool NotePress(int pressed) {
+  DoubleClick& state = Loop().doubleClick;
   for (const ButtonRow& row : kButtons) {
     if (!(pressed & row.button)) continue;
-    if (loopState.doubleClick == DoubleClick::kNone) {
-      loopState.doubleClick = row.once;
+    if (state == DoubleClick::kNone) {
+      state = row.once;
       return true;
     }
-    if (loopState.doubleClick == row.once) {
-      loopState.doubleClick = DoubleClick::kDetected;
+    if (state == row.once) {
+      state = DoubleClick::kDetected;
       return true;
     }
   }
@@ -68,32 +69,34 @@ bool NotePress(int pressed) {
 // A press between two ticks belongs to the second one. True when that is a double click's, which
 // comes with the tick after its press.
 bool CountDoubleClick(int pressed, bool inTick) {
+  LoopState& loop = Loop();
   const bool isDouble =
-      inTick && loopState.doubleClick == DoubleClick::kDetected && !loopState.pressedSinceTick;
+      inTick && loop.doubleClick == DoubleClick::kDetected && !loop.pressedSinceTick;
   if (isDouble) return true;
-  if (NotePress(pressed)) loopState.pressedSinceTick = true;
-  if (!inTick || std::exchange(loopState.pressedSinceTick, false)) return false;
-  if (loopState.doubleClick == DoubleClick::kNone) return false;
-  if (++loopState.doubleClickCounter >= loopState.doubleClickWindow) loopState.ForgetPresses();
+  if (NotePress(pressed)) loop.pressedSinceTick = true;
+  if (!inTick || std::exchange(loop.pressedSinceTick, false)) return false;
+  if (loop.doubleClick == DoubleClick::kNone) return false;
+  if (++loop.doubleClickCounter >= loop.doubleClickWindow) loop.ForgetPresses();
   return false;
 }
 
 }  // namespace
 
 void Dialog::HandleMouse() {
-  if (!mousePointer || InputTarget()->closed) return;
-  const MouseState before = mousePointer->State();
+  MousePointer* pointer = CurrentPointer();
+  if (!pointer || InputTarget()->closed) return;
+  const MouseState before = pointer->State();
   if (mouse_needs_poll()) poll_mouse();
-  mousePointer->Update();
+  pointer->Update();
   // What has been recorded meanwhile is told from the records.
-  if (InputWaits()) mousePointer->Follow(before);
+  if (InputWaits()) pointer->Follow(before);
   TellMouse(before, true);
 }
 
 void Dialog::TellMouse(const MouseState& before, bool inTick) {
   Dialog* target = InputTarget();
   // Taken now: what follows may run a popup, which gets what happens meanwhile.
-  const MouseState now = mousePointer->State();
+  const MouseState now = CurrentPointer()->State();
   const int pressed = now.buttons & ~before.buttons;
   const int turned = now.wheel - before.wheel;
   const Point moved{now.position.x - before.position.x, now.position.y - before.position.y};
@@ -106,8 +109,8 @@ void Dialog::TellMouse(const MouseState& before, bool inTick) {
   const bool isDouble = CountDoubleClick(pressed, inTick);
   target->DispatchButtons(before.buttons, now.buttons);
   // Unless a popup came in between.
-  if (isDouble && loopState.doubleClick == DoubleClick::kDetected) {
-    loopState.ForgetPresses();
+  if (isDouble && Loop().doubleClick == DoubleClick::kDetected) {
+    Loop().ForgetPresses();
     if (!target->closed) target->MsgDClick();
   }
   if (target->closed) return;
@@ -267,7 +270,7 @@ void Dialog::FindMouseAtStart() {
   Widget* found = input->FindMousePath();
   // Inside another dialog, presses go on counting, and that one looks for what is not in here.
   if (input == this)
-    loopState.ForgetPresses();
+    Loop().ForgetPresses();
   else if (!ChildTowards(found))
     return;
   GetRoot()->SetMousePath(found);
@@ -331,9 +334,10 @@ Widget* Dialog::FindUnderPointer() {
 Widget* Dialog::FindMousePath() { return IsRoot() ? FindUnderPointer() : UnderPointer(this); }
 
 void Dialog::TakeInputBack() {
-  loopState.ForgetPresses();
-  if (!settings.showMouse || !mousePointer) return;
-  if (TestFlag(kFlagPressed) && !(mousePointer->GetButtons() & kLeftButton)) MsgLRelease();
+  Loop().ForgetPresses();
+  const MousePointer* pointer = CurrentPointer();
+  if (!settings.showMouse || !pointer) return;
+  if (TestFlag(kFlagPressed) && !(pointer->GetButtons() & kLeftButton)) MsgLRelease();
   GetRoot()->SetMousePath(FindMousePath());
 }
 

@@ -1,7 +1,9 @@
 // What all dialogs of the process share while a root runs.
 #pragma once
 
-#include "toolkit/base/timers.h"
+#include <memory>
+
+#include "toolkit/core/mouse_pointer.h"
 
 namespace zel {
 
@@ -9,6 +11,7 @@ class Dialog;
 class Widget;
 
 enum class DoubleClick { kNone, kLeftOnce, kRightOnce, kMiddleOnce, kDetected };
+enum class TipState { kIdle, kWaiting, kShown, kLeaving };
 
 struct LoopState {
   static constexpr int kNoRoot = -2;
@@ -29,9 +32,12 @@ struct LoopState {
   volatile bool redrawEverything = false;  // set by Allegro's display-switch callback
   volatile bool closeRequested = false;    // set by Allegro's close-button callback
   Widget* lastFocus = nullptr;             // the widget that last lost the focus
+  TipState tipState = TipState::kIdle;     // of all tooltips
+  std::unique_ptr<MousePointer> pointer;   // while a root runs
 };
 
-extern LoopState loopState;
+// The process's.
+LoopState& Loop();
 
 // Has the running root redraw everything when the display comes back without its contents. Allegro
 // forgets such callbacks with every change of the display-switch mode.

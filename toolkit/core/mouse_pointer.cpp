@@ -3,23 +3,28 @@
 #include <algorithm>
 
 #include "toolkit/base/settings.h"
+#include "toolkit/core/loop_state.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {
 
-MousePointer* mousePointer = nullptr;
-
 namespace {
 
 void ReplaceShape(const Cursor* gone, Cursor* next) {
-  if (mousePointer && mousePointer->GetCursor() == gone) mousePointer->SetCursor(next);
+  MousePointer* pointer = CurrentPointer();
+  if (pointer && pointer->GetCursor() == gone) pointer->SetCursor(next);
 }
 
 }  // namespace
 
-MousePointer::MousePointer() { shapeIsGone = ReplaceShape; }
+MousePointer* CurrentPointer() { return Loop().pointer.get(); }
 
-MousePointer::~MousePointer() { MousePointer::FreeBackground(); }
+MousePointer::MousePointer() { TellOfGoneShapes(ReplaceShape); }
+
+MousePointer::~MousePointer() {
+  TellOfGoneShapes(nullptr);
+  MousePointer::FreeBackground();
+}
 
 void MousePointer::FreeBackground() { background_.Destroy(); }
 

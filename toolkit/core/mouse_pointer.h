@@ -70,6 +70,6 @@ class MousePointer {
 };
 
 // The pointer, or null while no root dialog runs.
-extern MousePointer* mousePointer;
+MousePointer* CurrentPointer();
 
 }  // namespace zel

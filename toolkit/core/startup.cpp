@@ -12,6 +12,7 @@
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/console_guard.h"
 #include "toolkit/base/graphics_mode.h"
+#include "toolkit/base/process.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/loop_state.h"
@@ -100,7 +101,7 @@ void ApplyMouseSpeed() {
 // What lives in the mode that ends, or was taken from its screen.
 void LeaveMode() {
   if (ScreenUpdate* update = CurrentScreenUpdate()) update->Destroy();
-  if (mousePointer) mousePointer->FreeBackground();
+  if (MousePointer* pointer = CurrentPointer()) pointer->FreeBackground();
 }
 
 void EnterMode() {
@@ -166,6 +167,7 @@ Error LoadCurrentSkin() {
 
 Error InstallToolkit(const char* configFile, void (*ready)()) {
   if (!InstallAllegro()) return kAllegroError;
+  process.Begin();
   settings.Load(configFile);
   const Error mode = ChangeScreenMode(settings.gfxMode, settings.fullscreen, settings.screenWidth,
                                       settings.screenHeight, settings.colorDepth, nullptr);
@@ -205,6 +207,8 @@ Error ChangeScreenMode(int card, bool fullscreen, int w, int h, int depth, Dialo
 void ExitToolkit() {
   SetCurrentSkin(nullptr);
   EngineExit();
+  // A root that runs goes on without them, to its end.
+  if (!Loop().root) process.End();
 }
 
 }  // namespace zel

@@ -18,7 +18,9 @@ Error InstallToolkit(const char* configFile, void (*ready)() = nullptr);
 // mode.
 Error ChangeScreenMode(int card, bool fullscreen, int w, int h, int depth, Dialog* root);
 
-// Destroys the current skin and stops the font engine. Allegro itself ends with the process.
+// Destroys the current skin, stops the font engine, and destroys all else that lives once per
+// process but the settings. From here to the next start-up no dialog can run. Allegro itself ends
+// with the process. While a root runs, only the skin and the engine go.
 void ExitToolkit();
 
 }  // namespace zel

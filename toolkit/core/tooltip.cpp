@@ -5,6 +5,7 @@
 
 #include "toolkit/base/settings.h"
 #include "toolkit/core/dialog.h"
+#include "toolkit/core/loop_state.h"
 #include "toolkit/core/mouse_pointer.h"
 #include "toolkit/skin/skin.h"
 
@@ -30,8 +31,6 @@ int WidestLine(const Font& font, const char* text) {
 }
 
 }  // namespace
-
-Tooltip::State Tooltip::tipState = Tooltip::kIdle;
 
 Tooltip::Tooltip() : backColor{255, 255, 192}, borderColor{black} {}
 
@@ -119,28 +118,29 @@ void Tooltip::HideTip() {
   Hide();
   ResetAnimation();
   if (parent) parent->Redraw();
-  tipState = kIdle;
+  Loop().tipState = TipState::kIdle;
   source = UnderPointer();
 }
 
 Widget* Tooltip::UnderPointer() const { return parent ? parent->MouseWidget() : nullptr; }
 
 Point Tooltip::PointerPosition() {
-  return mousePointer ? mousePointer->GetMousePosition() : Point{mouse_x, mouse_y};
+  const MousePointer* pointer = CurrentPointer();
+  return pointer ? pointer->GetMousePosition() : Point{mouse_x, mouse_y};
 }
 
 void Tooltip::ShowFor(Widget* under) {
   source = under;
   Show();
   hideCount = 0;
-  tipState = kShown;
+  Loop().tipState = TipState::kShown;
 }
 
 void Tooltip::TickIdle(Widget* under, Point pointer) {
   if (under == source) return;
   source = under;
   if (!under || !under->GetTooltip()) return;
-  tipState = kWaiting;
+  Loop().tipState = TipState::kWaiting;
   waitCount = 0;
   lastPos = pointer;
 }
@@ -159,7 +159,7 @@ void Tooltip::TickWaiting(Widget* under, Point pointer) {
 void Tooltip::TickShown(Widget* under, Point pointer) {
   if (settings.tooltipAutohideDelay > 0 &&
       ++hideCount >= settings.Ticks(settings.tooltipAutohideDelay)) {
-    tipState = kLeaving;
+    Loop().tipState = TipState::kLeaving;
     hideCount = 0;
   }
   if (under == source) return;
@@ -168,7 +168,7 @@ void Tooltip::TickShown(Widget* under, Point pointer) {
     ShowFor(under);
   } else {
     source = under;
-    tipState = kLeaving;
+    Loop().tipState = TipState::kLeaving;
   }
 }
 
@@ -188,21 +188,22 @@ void Tooltip::MsgTick() {
   if (parent && !parent->IsRoot()) return;
   Widget* under = UnderPointer();
   const Point pointer = PointerPosition();
-  switch (tipState) {
-    case kIdle:
+  switch (Loop().tipState) {
+    case TipState::kIdle:
       TickIdle(under, pointer);
       break;
-    case kWaiting:
+    case TipState::kWaiting:
       TickWaiting(under, pointer);
       break;
-    case kShown:
+    case TipState::kShown:
       TickShown(under, pointer);
       break;
-    case kLeaving:
+    case TipState::kLeaving:
       TickLeaving(under, pointer);
       break;
   }
-  if (!Hidden() && mousePointer && mousePointer->GetButtons() != 0) HideTip();
+  const MousePointer* device = CurrentPointer();
+  if (!Hidden() && device && device->GetButtons() != 0) HideTip();
 }
 
 }  // namespace zel

@@ -42,10 +42,6 @@ class Tooltip : public Widget {
   void ShowFor(Widget* under);
 
  protected:
-  enum State { kIdle, kWaiting, kShown, kLeaving };
-
-  static State tipState;
-
   int waitCount = 0;  // logic ticks in the current state
   int hideCount = 0;  // logic ticks that the tip has been shown
   Color backColor;

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "toolkit/core/animator.h"
+#include "toolkit/core/core_part.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/loop_state.h"
 #include "toolkit/core/mouse_pointer.h"
 #include "toolkit/skin/skin.h"
 
@@ -18,8 +18,6 @@ constexpr std::uint32_t kRunningFlags =
 
 constexpr int kNotUsed = -1;  // in the percent geometry
 
-unsigned nextCreationOrder = 0;
-
 int InLimits(int pixels) { return std::clamp(pixels, -kMostPixels, kMostPixels); }
 
 int PercentOf(int extent, int percent) {
@@ -31,12 +29,12 @@ int PercentOf(int extent, int percent) {
 Widget::Widget()
     : skin{CurrentSkin()},
       animator{std::make_unique<Animator>()},
-      creationOrder_{nextCreationOrder++} {
+      creationOrder_{process.Of<CorePart>().widgetsMade++} {
   for (Color& color : fontColor) color = black;
 }
 
 Widget::~Widget() {
-  if (loopState.lastFocus == this) loopState.lastFocus = nullptr;
+  if (Widget*& last = Loop().lastFocus; last == this) last = nullptr;
   if (IsNested()) parent->Forget(this);
 }
 
@@ -47,8 +45,9 @@ void Widget::Report(int msg, EventArg arg1, EventArg arg2) {
 }
 
 void Widget::SetCursor(int index) {
-  if (!parent || !mousePointer || index < 0 || index >= Skin::kCursors) return;
-  if (Skin* shapes = parent->GetSkin()) mousePointer->SetCursor(shapes->cursors[index].get());
+  MousePointer* pointer = CurrentPointer();
+  if (!parent || !pointer || index < 0 || index >= Skin::kCursors) return;
+  if (Skin* shapes = parent->GetSkin()) pointer->SetCursor(shapes->cursors[index].get());
 }
 
 void Widget::UpdateAbsolutePos() {
@@ -326,7 +325,8 @@ void Widget::SetSkin(Skin* newSkin) {
 Skin* Widget::GetSkin() const { return skin; }
 
 Point Widget::GetMousePos() const {
-  const Point pointer = mousePointer ? mousePointer->GetMousePosition() : Point{mouse_x, mouse_y};
+  const MousePointer* device = CurrentPointer();
+  const Point pointer = device ? device->GetMousePosition() : Point{mouse_x, mouse_y};
   return {pointer.x - x(), pointer.y - y()};
 }
 
@@ -400,9 +400,8 @@ void Widget::SetFontColor(Color text, Color shadow, int state) {
 void Widget::SetFont(int index, int state) { fontIndex[state] = index; }
 
 const Font& Widget::GetFont(int state) const {
-  static const Font libraryFont;
   const int index = fontIndex[state];
-  if (!skin || index < 0 || index >= Skin::kFonts) return libraryFont;
+  if (!skin || index < 0 || index >= Skin::kFonts) return process.Of<CorePart>().libraryFont;
   return *skin->fonts[index];
 }
 

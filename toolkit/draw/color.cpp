@@ -1,9 +1,12 @@
 #include "toolkit/draw/color.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string>
 
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/text.h"
+#include "toolkit/draw/draw_part.h"
 
 namespace zel {
 namespace {
@@ -23,19 +26,17 @@ int Readable(int pixel) { return get_color_depth() == 8 ? pixel & 0xFF : pixel; 
 
 int MixNear(int a, int b) { return a + (b - a) / 3; }
 
-struct NamedColor {
-  Color* color;
+struct Rgb {
   int red, green, blue;
 };
 
-const NamedColor kNamedColors[] = {
-    {&white, 255, 255, 255}, {&black, 0, 0, 0},           {&red, 255, 0, 0},
-    {&green, 0, 255, 0},     {&blue, 0, 0, 255},          {&cyan, 0, 255, 255},
-    {&magenta, 255, 0, 255}, {&yellow, 255, 255, 0},      {&darkgray, 96, 96, 96},
-    {&gray, 128, 128, 128},  {&lightgray, 192, 192, 192}, {&orange, 255, 170, 0},
-    {&brown, 150, 96, 0},    {&violet, 144, 0, 168},      {&darkred, 128, 0, 0},
-    {&darkgreen, 0, 128, 0}, {&darkblue, 0, 0, 128},
+// In the order of their indices.
+constexpr Rgb kNamedColors[] = {
+    {255, 255, 255}, {0, 0, 0},     {255, 0, 0},  {0, 255, 0},     {0, 0, 255},     {0, 255, 255},
+    {255, 0, 255},   {255, 255, 0}, {96, 96, 96}, {128, 128, 128}, {192, 192, 192}, {255, 170, 0},
+    {150, 96, 0},    {144, 0, 168}, {128, 0, 0},  {0, 128, 0},     {0, 0, 128},
 };
+static_assert(std::size(kNamedColors) == NamedColor::kCount);
 
 }  // namespace
 
@@ -99,11 +100,14 @@ Color MixNear(Color a, Color b) {
   return {MixNear(a.r(), b.r()), MixNear(a.g(), b.g()), MixNear(a.b(), b.b())};
 }
 
+NamedColor::operator int() const { return Drawing().namedColors[index_]; }
+
 void RecomputeNamedColors() {
-  for (const NamedColor& named : kNamedColors)
-    *named.color = Color{named.red, named.green, named.blue};
+  auto& pixels = Drawing().namedColors;
+  std::transform(std::begin(kNamedColors), std::end(kNamedColors), pixels.begin(),
+                 [](const Rgb& c) { return makecol(c.red, c.green, c.blue); });
   // Whatever the palette holds, masked drawing skips its first entry.
-  if (get_color_depth() == 8) magenta = MASK_COLOR_8;
+  if (get_color_depth() == 8) pixels[magenta.Index()] = MASK_COLOR_8;
 }
 
 }  // namespace zel

@@ -5,12 +5,35 @@
 
 namespace zel {
 
+// The same colour in every graphics mode: its pixel value is that of the current one, and 0 until
+// the first mode is set.
+class NamedColor {
+ public:
+  static constexpr int kCount = 17;
+
+  explicit constexpr NamedColor(int index) : index_{index} {}
+  operator int() const;
+  constexpr int Index() const { return index_; }
+
+ private:
+  int index_;
+};
+
+// magenta is also the mask colour.
+inline constexpr NamedColor white{0}, black{1}, red{2}, green{3}, blue{4}, cyan{5}, magenta{6};
+inline constexpr NamedColor yellow{7}, darkgray{8}, gray{9}, lightgray{10}, orange{11}, brown{12};
+inline constexpr NamedColor violet{13}, darkred{14}, darkgreen{15}, darkblue{16};
+
+// Makes their pixel values again for the current pixel format.
+void RecomputeNamedColors();
+
 // A pixel value as Allegro's makecol makes it, or -1 for no colour. Only meaningful in the pixel
 // format that was current when it was made.
 class Color {
  public:
-  constexpr Color() = default;                     // no colour
-  constexpr Color(int pixel) : value{pixel} {}     // the pixel value as given
+  constexpr Color() = default;                  // no colour
+  constexpr Color(int pixel) : value{pixel} {}  // the pixel value as given
+  Color(NamedColor name) : value{name} {}
   Color(int red, int green, int blue);             // makecol; components 0..255, not clamped
   Color(int red, int green, int blue, int alpha);  // a 32-bit pixel with alpha, 0..255 each
   static Color FromHsv(float hue, float saturation, float value);  // 0..360, 0..1, 0..1
@@ -38,13 +61,5 @@ class Color {
 
 // The colour a third of the way from `a` to `b`; the step is rounded toward zero by component.
 Color MixNear(Color a, Color b);
-
-// Named colours; all 0 until the first graphics mode is set. magenta is also the mask colour.
-inline Color white{0}, black{0}, red{0}, green{0}, blue{0}, cyan{0}, magenta{0}, yellow{0};
-inline Color darkgray{0}, gray{0}, lightgray{0}, orange{0}, brown{0}, violet{0}, darkred{0};
-inline Color darkgreen{0}, darkblue{0};
-
-// Makes the named colours again for the current pixel format.
-void RecomputeNamedColors();
 
 }  // namespace zel

@@ -5,14 +5,12 @@
 #include <utility>
 
 #include "toolkit/base/geometry.h"
+#include "toolkit/draw/draw_part.h"
 #include "toolkit/draw/font.h"
 #include "toolkit/draw/glyph_painter.h"
 
 namespace zel {
 namespace {
-
-EngineLibrary library;
-Color textBackground;
 
 constexpr int kInitialSize = 8;
 constexpr int kMaxSpacing = 4096;
@@ -187,23 +185,24 @@ int LeftEnd(int x, int length, int align) {
   return x;
 }
 
-void FillBehind(BITMAP* target, const Rect& line) {
+void Fill(BITMAP* target, const Rect& line, Color color) {
   if (line.w > 0 && line.h > 0)
-    rectfill(target, line.x, line.y, line.Right() - 1, line.Bottom() - 1, textBackground);
+    rectfill(target, line.x, line.y, line.Right() - 1, line.Bottom() - 1, color);
 }
 
 void DrawLine(BITMAP* target, EngineFont& face, const char* text, int x, int y, Color color,
               int align, bool antialiased) {
   if (!target || target->cr <= target->cl) return;
+  const Color background = Drawing().textBackground;
   // Also what can be drawn antialiased over a background must be as long as it was measured.
   const bool spacedForGray = antialiased && HasColorsBetween(bitmap_color_depth(target));
-  antialiased = spacedForGray || (antialiased && textBackground.IsSet());
-  const bool needsLength = align != kAlignLeft || textBackground.IsSet();
+  antialiased = spacedForGray || (antialiased && background.IsSet());
+  const bool needsLength = align != kAlignLeft || background.IsSet();
   const int length = needsLength ? MeasureText(face, text, spacedForGray) : 0;
   x = LeftEnd(x, length, align);
   if (y >= target->cb || y + face.size <= target->ct || x >= target->cr) return;
-  if (textBackground.IsSet()) FillBehind(target, {x, y, length, face.size});
-  const GlyphPainter painter{target, color, textBackground, antialiased};
+  if (background.IsSet()) Fill(target, {x, y, length, face.size}, background);
+  const GlyphPainter painter{target, color, background, antialiased};
   for (const char* position = text; *position != '\0';) {
     const unsigned index = GlyphIndex(face, ugetxc(&position));
     Glyph* glyph = face.glyphs.At(index);
@@ -239,14 +238,16 @@ EngineFont::~EngineFont() {
 }
 
 bool EngineInit() {
+  EngineLibrary& library = Drawing().fontEngine;
   FT_Library started = nullptr;
   if (!library && FT_Init_FreeType(&started) == 0) library.reset(started, FT_Done_FreeType);
   return library != nullptr;
 }
 
-void EngineExit() { library.reset(); }
+void EngineExit() { Drawing().fontEngine.reset(); }
 
 std::unique_ptr<EngineFont> EngineLoad(SharedBytes bytes) {
+  const EngineLibrary& library = Drawing().fontEngine;
   if (!library || bytes.bytes.empty()) return nullptr;
   auto face = std::make_unique<EngineFont>();
   face->library = library;
@@ -292,7 +293,7 @@ void EngineSetSpacing(EngineFont& face, int spacing) {
   face.spacing = std::clamp(spacing, 0, kMaxSpacing);
 }
 
-void EngineSetBackground(Color background) { textBackground = background; }
+void EngineSetBackground(Color background) { Drawing().textBackground = background; }
 
 int EngineTextLength(EngineFont& face, const char* text) { return MeasureText(face, text, false); }
 

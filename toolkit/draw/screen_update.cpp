@@ -4,15 +4,10 @@
 #include <utility>
 
 #include "toolkit/base/settings.h"
+#include "toolkit/draw/draw_part.h"
 
 namespace zel {
 namespace {
-
-// Never destroyed by the end of the process: Allegro may have ended before.
-std::unique_ptr<ScreenUpdate>& Current() {
-  static auto* const holder = new std::unique_ptr<ScreenUpdate>;
-  return *holder;
-}
 
 // The screen bitmap can be larger than what is seen of it: it goes on in video memory.
 Size SeenSize() {
@@ -102,9 +97,11 @@ const char* DirtyRectangles::GetName() const { return "Dirty Rectangle System"; 
 
 void DirtyRectangles::AddDirtyRect(const Rect& rect) { dirty_.Add(rect); }
 
-ScreenUpdate* CurrentScreenUpdate() { return Current().get(); }
+ScreenUpdate* CurrentScreenUpdate() { return Drawing().screenUpdate.get(); }
 
-void SetCurrentScreenUpdate(std::unique_ptr<ScreenUpdate> update) { Current() = std::move(update); }
+void SetCurrentScreenUpdate(std::unique_ptr<ScreenUpdate> update) {
+  Drawing().screenUpdate = std::move(update);
+}
 
 void InstallScreenUpdate(int method) {
   if (method == kDoubleBuffering)
@@ -113,9 +110,9 @@ void InstallScreenUpdate(int method) {
     SetCurrentScreenUpdate(std::make_unique<DirtyRectangles>());
   else
     SetCurrentScreenUpdate(std::make_unique<ScreenUpdate>());
-  if (!Current()->Create().IsError()) return;
+  if (!CurrentScreenUpdate()->Create().IsError()) return;
   SetCurrentScreenUpdate(std::make_unique<ScreenUpdate>());
-  Current()->Create();
+  CurrentScreenUpdate()->Create();
 }
 
 }  // namespace zel

@@ -5,6 +5,7 @@
 
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/config_file.h"
+#include "toolkit/base/process.h"
 #include "toolkit/skin/builtin_look.h"
 #include "toolkit/skin/skin_file.h"
 
@@ -36,12 +37,14 @@ void ColorizePicture(BITMAP* picture, Color tint, int alpha) {
   }
 }
 
-// Never destroyed by the end of the process: Allegro may have ended before, and bitmaps cannot be
-// destroyed without it.
-std::unique_ptr<Skin>& CurrentSkinHolder() {
-  static auto* const holder = new std::unique_ptr<Skin>;
-  return *holder;
-}
+struct SkinPart {
+  static constexpr int kLayer = Process::kSkin;
+
+  std::unique_ptr<Skin> current;
+  ShapeIsGone shapeIsGone = nullptr;
+};
+
+SkinPart& Once() { return process.Of<SkinPart>(); }
 
 }  // namespace
 
@@ -57,6 +60,7 @@ Skin::Skin(const char* name) {
 }
 
 Skin::~Skin() {
+  const ShapeIsGone shapeIsGone = Once().shapeIsGone;
   if (!shapeIsGone) return;
   const Skin* current = CurrentSkin();
   const Skin* next = current != this ? current : nullptr;
@@ -186,11 +190,13 @@ void Skin::DumpBitmaps() const {
   sheet.Save(Ascii("log.bmp"));
 }
 
-Skin* CurrentSkin() { return CurrentSkinHolder().get(); }
+Skin* CurrentSkin() { return Once().current.get(); }
 
 void SetCurrentSkin(std::unique_ptr<Skin> skin) {
   // The one before goes when the new one is there to stand in for it.
-  std::exchange(CurrentSkinHolder(), std::move(skin));
+  std::exchange(Once().current, std::move(skin));
 }
+
+void TellOfGoneShapes(ShapeIsGone told) { Once().shapeIsGone = told; }
 
 }  // namespace zel

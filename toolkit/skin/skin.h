@@ -120,8 +120,9 @@ Skin* CurrentSkin();
 // Takes the skin over and destroys the one before.
 void SetCurrentSkin(std::unique_ptr<Skin> skin);
 
-// Told of each pointer shape of a skin that ends, with the one of the current skin that takes its
-// place, or null. Whoever shows shapes registers here.
-inline void (*shapeIsGone)(const Cursor* gone, Cursor* next) = nullptr;
+// Whoever shows pointer shapes has itself told of each one of a skin that ends, with the one of the
+// current skin that takes its place, or null. Null for nobody.
+using ShapeIsGone = void (*)(const Cursor* gone, Cursor* next);
+void TellOfGoneShapes(ShapeIsGone told);
 
 }  // namespace zel

@@ -140,7 +140,7 @@ class CursorsGrid : public Grid {
     Grid::MsgTick();
     for (int i = 0; i < kCursorCount; ++i) {
       Cursor* cursor = CurrentSkin()->cursors[i].get();
-      if (!mousePointer || mousePointer->GetCursor() != cursor) cursor->Update();
+      if (!CurrentPointer() || CurrentPointer()->GetCursor() != cursor) cursor->Update();
     }
     Redraw();
   }

@@ -134,7 +134,7 @@ TEST_F(DialogKeyboardTest, ArrowsAndTabMoveTheFocus) {
   Focus(&a);
   a.SetFlag(kFlagPressed);
   mouse_b = 1;
-  mousePointer->Update();
+  CurrentPointer()->Update();
   Key(KEY_TAB);
   EXPECT_EQ(root.FocusWidget(), &a) << "its press goes on";
   a.ClearFlag(kFlagPressed);

@@ -210,7 +210,7 @@ TEST_F(DialogMouseTest, DraggingMovesOrResizesADialog) {
     window.mode = mode;
     MoveTo(60, 50);
     MoveTo(61, 50);
-    EXPECT_EQ(mousePointer->GetCursor(), CurrentSkin()->cursors[shape].get()) << mode;
+    EXPECT_EQ(CurrentPointer()->GetCursor(), CurrentSkin()->cursors[shape].get()) << mode;
     Press();
     window.mode = kDragNone;
     MoveTo(64, 52);
@@ -223,7 +223,7 @@ TEST_F(DialogMouseTest, DraggingMovesOrResizesADialog) {
     MoveTo(70, 60);
     Release();
     MoveTo(60, 50);
-    EXPECT_EQ(mousePointer->GetCursor(), CurrentSkin()->cursors[4].get()) << "after " << mode;
+    EXPECT_EQ(CurrentPointer()->GetCursor(), CurrentSkin()->cursors[4].get()) << "after " << mode;
     MoveTo(0, 0);
     EXPECT_EQ(window.Bounds(), after) << mode;
   };

@@ -96,7 +96,7 @@ TEST_F(DialogTest, ExecuteRunsUntilItIsClosedAndAnswersTheFocus) {
   EXPECT_EQ(ids, std::vector({other, other}));
   EXPECT_EQ(clock.sleeps, 3) << "once for every tick";
   EXPECT_EQ(clock.Count(), 1);
-  EXPECT_EQ(mousePointer, nullptr);
+  EXPECT_EQ(CurrentPointer(), nullptr);
   EXPECT_EQ(CurrentScreenUpdate(), nullptr);
   EXPECT_FALSE(below.HasFocus());
   EXPECT_EQ(root.Children().size(), 1u) << "the tooltip left again";
@@ -311,14 +311,6 @@ TEST_F(DialogTest, WhatIsDirtyInPartsIsPaintedWholeOnNewGround) {
   above.RedrawPart({0, 0, 5, 5});
   Tick();
   EXPECT_EQ(At(25, 25), green);
-}
-
-TEST(DialogWithoutAllegro, SaysWhatItNeedsAndDoesNotRun) {
-  SYSTEM_DRIVER* const installed = std::exchange(system_driver, nullptr);
-  testing::internal::CaptureStderr();
-  EXPECT_TRUE(!Dialog{}.Execute(nullptr) && !Dialog{}.Popup(nullptr, {0, 0}, nullptr));
-  EXPECT_NE(testing::internal::GetCapturedStderr(), "");
-  system_driver = installed;
 }
 
 // A scene whose picture is known: patches and dialogs of patches in painting order.

@@ -142,7 +142,7 @@ TEST_F(RunningPointerTest, LiesOverTheWidgetsInEveryModeAndTakesTheShapesOfTheSk
   root.SetSkin(nullptr);
   Start();
   const auto& shapes = CurrentSkin()->cursors;
-  EXPECT_EQ(mousePointer->GetCursor(), shapes[MOUSE_NORMAL].get());
+  EXPECT_EQ(CurrentPointer()->GetCursor(), shapes[MOUSE_NORMAL].get());
   for (const int depth : {16, 32, 16}) {
     ChangeMode(depth, &root);
     patch.color = green;
@@ -151,9 +151,9 @@ TEST_F(RunningPointerTest, LiesOverTheWidgetsInEveryModeAndTakesTheShapesOfTheSk
     MoveTo(90, 40);
     EXPECT_TRUE(At(30, 36) == green && At(31, 36) == green) << depth;
     for (const int index : {int{MOUSE_SELECT}, -1, 64}) patch.SetCursor(index);
-    EXPECT_EQ(mousePointer->GetCursor(), shapes[MOUSE_SELECT].get());
-    mousePointer->SetCursor(Skin("default").cursors[MOUSE_SELECT].get());
-    EXPECT_EQ(mousePointer->GetCursor(), shapes[MOUSE_SELECT].get()) << "that skin is gone";
+    EXPECT_EQ(CurrentPointer()->GetCursor(), shapes[MOUSE_SELECT].get());
+    CurrentPointer()->SetCursor(Skin("default").cursors[MOUSE_SELECT].get());
+    EXPECT_EQ(CurrentPointer()->GetCursor(), shapes[MOUSE_SELECT].get()) << "that skin is gone";
   }
 }
 

@@ -7,6 +7,7 @@
 #include "tests/support/stage.h"
 #include "tests/support/temp_files.h"
 #include "toolkit/base/graphics_mode.h"
+#include "toolkit/core/mouse_pointer.h"
 #include "toolkit/draw/screen_update.h"
 #include "toolkit/widgets/window.h"
 
@@ -43,6 +44,42 @@ TEST_F(Startup, TheFileSaysWhatIsSetUp) {
   EXPECT_EQ(machine.mouseSpeeds.front(), Pair(2, 2));
   EXPECT_EQ(machine.mouseSpeeds.back(), Pair(1, 1));
   EXPECT_EQ(machine.switchModes, std::vector({SWITCH_BACKGROUND}));
+}
+
+TEST_F(Startup, WhatLivesOncePerProcessEndsWithTheToolkit) {
+  const auto refuses = [](Dialog& dialog) {
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(!dialog.Execute(nullptr) && !dialog.Popup(nullptr, {0, 0}, nullptr));
+    const std::string said = "Zel: A dialog needs the toolkit. Call InstallToolkit before.\n";
+    return testing::internal::GetCapturedStderr() == said + said;
+  };
+  Recorder root;
+  SYSTEM_DRIVER* const allegro = std::exchange(system_driver, nullptr);
+  EXPECT_TRUE(refuses(root)) << "too early";
+  system_driver = allegro;
+  settings.yield = false;
+  InstallToolkit(nullptr);
+  root.MsgStart();
+  ExitToolkit();
+  root.MsgIdle();
+  EXPECT_TRUE(CurrentPointer() && CurrentScreenUpdate()) << "a root runs to its end";
+  EXPECT_EQ(CurrentSkin(), nullptr);
+  root.MsgEnd();
+  settings.tooltipDelay = 7;
+  InstallScreenUpdate(kDirtyRectangles);
+  ExitToolkit();
+  EXPECT_TRUE(refuses(root)) << "too late";
+  EXPECT_EQ(CurrentScreenUpdate(), nullptr);
+  EXPECT_EQ(Widget{}.CreationOrder(), 0u);
+  EXPECT_EQ(settings.tooltipDelay, 7) << "which is the program's";
+  InstallToolkit(nullptr);
+  Recorder next;
+  Patch child{{0, 0, 9, 9}};
+  next.Add(&child);
+  next.onEvent = [&next](Widget*, int msg, int) {
+    if (msg == MSG_DRAW) next.Close();
+  };
+  EXPECT_EQ(next.Execute(&child), &child) << "another life";
 }
 
 TEST_F(Startup, WhatIsMissingEndsItWithItsCode) {

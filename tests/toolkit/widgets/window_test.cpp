@@ -58,7 +58,7 @@ TEST_F(WindowTest, EachZoneHasItsShapeAndDragsItsEdges) {
   for (const auto& [x, y, shape, change] : zones) {
     Mouse(310, 190);
     Mouse(50 + x, 40 + y);
-    EXPECT_EQ(mousePointer->GetCursor(), CurrentSkin()->cursors[shape].get()) << x << ' ' << y;
+    EXPECT_EQ(CurrentPointer()->GetCursor(), CurrentSkin()->cursors[shape].get()) << x << ' ' << y;
     DragBy(x, y, -10, 20);
     EXPECT_EQ(Change(), change) << x << ' ' << y;
     window->Shape(50, 40, 100, 60);
