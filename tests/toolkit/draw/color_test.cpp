@@ -1,7 +1,6 @@
 #include "toolkit/draw/color.h"
 
 #include <tuple>
-#include <utility>
 
 #include "tests/support/allegro_fixture.h"
 #include "toolkit/base/text.h"
@@ -32,13 +31,12 @@ TEST_F(ColorTest, NamedColoursBelongToTheCurrentPixelFormat) {
     UseDepth(depth);
     EXPECT_EQ(orange, makecol_depth(depth, 255, 170, 0)) << depth;
     EXPECT_EQ(darkblue, makecol_depth(depth, 0, 0, 128)) << depth;
-    const BitmapPtr bitmap{create_bitmap(1, 1)};
-    EXPECT_EQ(magenta, bitmap_mask_color(bitmap.get())) << depth;
+    EXPECT_EQ(magenta, bitmap_mask_color(BitmapPtr{create_bitmap(1, 1)}.get())) << depth;
     EXPECT_EQ(Color{-1000000}.r() & ~255, 0) << "read within the palette";
   }
 }
 
-TEST_F(ColorTest, TintsAndMixesRoundTowardTheColour) {
+TEST_F(ColorTest, TintsMixesAndChannelsAreCountedToTheRightNumber) {
   const std::tuple<Color, int, Color> cases[] = {
       {{200, 100, 50}, 0, {200, 100, 50}},
       {{255, 0, 0}, 256, {0, 0, 128}},
@@ -49,12 +47,17 @@ TEST_F(ColorTest, TintsAndMixesRoundTowardTheColour) {
     color.Colorize({0, 0, 128}, alpha);
     EXPECT_EQ(color, expected) << alpha;
   }
-  const Color light{255, 10, 0}, dark{80, 0, 10};
-  EXPECT_EQ(MixNear(light, dark), (Color{197, 7, 3})) << "the step is rounded toward zero";
-  EXPECT_EQ(MixNear(dark, light), (Color{138, 3, 7}));
-  Color clear{1, 2, 3, 4};
-  clear.SetA(200);
-  EXPECT_EQ(clear, makeacol32(1, 2, 3, 200));
+  EXPECT_EQ(MixNear({255, 10, 0}, {80, 0, 10}), (Color{197, 7, 3})) << "rounded toward zero";
+  EXPECT_EQ(MixNear({80, 0, 10}, {255, 10, 0}), (Color{138, 3, 7}));
+  Color color{1, 2, 3, 4};
+  EXPECT_EQ(color.a(), 4);
+  color.SetA(200);
+  EXPECT_EQ(color, makeacol32(1, 2, 3, 200));
+  color.SetR(5);
+  color.SetG(6);
+  color.SetB(7);
+  EXPECT_EQ(color, makecol(5, 6, 7));
+  EXPECT_EQ(Color::FromHsv(240, 1, 1), blue);
 }
 
 }  // namespace

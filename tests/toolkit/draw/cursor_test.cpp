@@ -1,5 +1,8 @@
 #include "toolkit/draw/cursor.h"
 
+#include <climits>
+#include <tuple>
+
 #include "tests/support/allegro_fixture.h"
 #include "tests/support/picture.h"
 
@@ -13,10 +16,8 @@ class CursorTest : public AllegroFixture {
   // The first letter of the frame that shows, over so many ticks.
   std::string Shown(int ticks) {
     std::string shown;
-    for (; ticks > 0; --ticks) {
+    for (; ticks > 0; --ticks, cursor.Update())
       shown += Picture(cursor.GetFrame()->GetBitmap())[0][0];
-      cursor.Update();
-    }
     return shown;
   }
 
@@ -37,10 +38,12 @@ TEST_F(CursorTest, APictureIsCutIntoStripsThatTakeTurns) {
     cursor.Create(holder, frames);
     EXPECT_EQ(cursor.GetFrame()->Width(), width) << frames;
   }
-  for (const int ms : {0, -1, 2147483647}) {
+  for (const int ms : {0, -1, INT_MAX}) {
     cursor.SetAnimationInterval(ms);
     EXPECT_EQ(Shown(100).find('?'), std::string::npos);
   }
+  cursor.SetHotspot(40'000, -40'000);
+  EXPECT_EQ(cursor.GetHotspot(), (Point{32767, -32767}));
   cursor.Create(SkinBitmap(), 3);
   cursor.Update();
   EXPECT_TRUE(!cursor.GetFrame() && !cursor.GetShadow());
@@ -48,41 +51,44 @@ TEST_F(CursorTest, APictureIsCutIntoStripsThatTakeTurns) {
 
 TEST_F(CursorTest, DefaultArrowIsBlackWithAWhiteOutline) {
   cursor.CreateDefault();
-  const Rows expected = {
-      "w...........", "ww..........", "wkw.........", "wkkw........", "wkkkw.......",
-      "wkkkkw......", "wkkkkkw.....", "wkkkkkkw....", "wkkkkkkkw...", "wkkkkkkkkw..",
-      "wkkkkkkkkkw.", "wkkkkkkwwwww", "wkkkwkkw....", "wkkwwkkw....", "wkw..wkkw...",
-      "ww...wkkw...", "w.....wkkw..", "......wkkw..", ".......wkkw.", ".......wkkw.",
-      "........ww..",
-  };
+  const Rows expected = {"w...........", "ww..........", "wkw.........", "wkkw........",
+                         "wkkkw.......", "wkkkkw......", "wkkkkkw.....", "wkkkkkkw....",
+                         "wkkkkkkkw...", "wkkkkkkkkw..", "wkkkkkkkkkw.", "wkkkkkkwwwww",
+                         "wkkkwkkw....", "wkkwwkkw....", "wkw..wkkw...", "ww...wkkw...",
+                         "w.....wkkw..", "......wkkw..", ".......wkkw.", ".......wkkw.",
+                         "........ww.."};
   EXPECT_EQ(Picture(cursor.GetFrame()->GetBitmap()), expected);
 }
 
 TEST_F(CursorTest, ShadowIsTheBlurredOutlineOfTheFrame) {
-  const BitmapPtr picture = Paint({"...", ".y.", "..."});
-  cursor.SetShadow({.size = 1});
-  cursor.Create(SkinBitmap(picture.get()), 1);
-  const SkinBitmap& shadow = *cursor.GetShadow();
-  ASSERT_TRUE(shadow.Width() == 5 && shadow.Height() == 5);
-  for (int i = 0; i < 25; ++i) {
-    const int alpha = Rect{1, 1, 2, 2}.Contains(Point{i % 5, i / 5}) ? 255 / 9 : 0;
-    EXPECT_EQ(shadow.getpixel(i % 5, i / 5), Color(96, 96, 96, alpha)) << i;
+  const BitmapPtr picture = Paint({"yyyyy.yy", "........"});
+  const std::string row = "1233322221", ninths = row + row + row + "0000000000";
+  for (const bool isShown : {true, false}) {
+    settings.mouseShadow = isShown;
+    cursor.SetShadow({.size = 1});
+    cursor.Create(SkinBitmap(picture.get()), 1);
+    const SkinBitmap& shadow = *cursor.GetShadow();
+    std::string found;
+    for (int i = 0; i < shadow.Width() * shadow.Height(); ++i)
+      found += std::to_string((Color{shadow.getpixel(i % 10, i / 10)}.a() + 5) * 9 / 255);
+    EXPECT_EQ(found, isShown ? ninths : "0");
+    EXPECT_EQ(shadow.getpixel(0, 0) & 0xFFFFFF, isShown ? 0x606060 : 0);
   }
 }
 
 TEST_F(CursorTest, ShadowValuesComeFromTheMouseSection) {
-  const auto expect = [](const std::string& values, Color color, int size, Point offset) {
-    const CursorShadow look = CursorShadow::Read(SectionFile{"[MOUSE]\n" + values});
-    EXPECT_EQ(look.GetColor(), color) << values;
-    EXPECT_EQ(look.size, size) << values;
-    EXPECT_EQ(look.offset, offset) << values;
-  };
   UseDepth(15);
-  const std::string offsets = "\nshadowOffsetX = -3\nshadowOffsetY = 4\n";
-  expect("shadowColor = 10,20,30\nshadowSize = 5" + offsets, Color(10, 20, 30), 5, {-3, 4});
-  expect("shadowColor = -1\nshadowSize = 2000000000", Color(96, 96, 96), 2, {2, 0});
-  expect("shadowSize = -1\nshadowOffsetX = 99999999\nshadowOffsetY = -99999999", Color(96, 96, 96),
-         2, {2, 0});
+  const std::tuple<const char*, Color, int, Point> cases[] = {
+      {"shadowColor=10,20,30\nshadowSize=64\nshadowOffsetX=-256\nshadowOffsetY=256",
+       {10, 20, 30},
+       64,
+       {-256, 256}},
+      {"shadowColor=-1\nshadowSize=65\nshadowOffsetX=-257", {96, 96, 96}, 2, {2, 0}},
+      {"shadowSize=-1\nshadowOffsetX=257\nshadowOffsetY=-257", {96, 96, 96}, 2, {2, 0}}};
+  for (const auto& [values, color, size, offset] : cases) {
+    const CursorShadow look = CursorShadow::Read(SectionFile{std::string{"[MOUSE]\n"} + values});
+    EXPECT_TRUE(look.GetColor() == color && look.size == size && look.offset == offset) << values;
+  }
 }
 
 }  // namespace

@@ -10,12 +10,21 @@
 #include "tests/support/fake_machine.h"
 #include "tests/support/picture.h"
 #include "tests/support/temp_files.h"
+#include "toolkit/draw/bitmap_guard.h"
 
 namespace zel {
 namespace {
 
 struct SkinBitmapTest : AllegroFixture {
   SkinBitmapTest() { UseDepth(32); }
+
+  // What it holds, and how.
+  static std::string Held(const SkinBitmap& holder) {
+    if (holder.IsEmpty()) return "nothing";
+    const char* const kinds[] = {" memory", " system", " video", " none"};
+    return (holder.IsOwned() ? "own" : "other's") + std::string{kinds[holder.GetKind()]} +
+           " bitmap, tile " + std::to_string(holder.GetTileWidth());
+  }
 };
 
 TEST_F(SkinBitmapTest, HoldersBorrowCopyOrTakeOver) {
@@ -23,9 +32,8 @@ TEST_F(SkinBitmapTest, HoldersBorrowCopyOrTakeOver) {
   {
     SkinBitmap holder{bitmap.get()};
     holder.SetTileSize({3, 4});
-    const SkinBitmap second{holder};
-    EXPECT_TRUE(second.GetBitmap() == bitmap.get() && !second.IsOwned());
-    EXPECT_EQ(second.GetTileSize(), (Size{3, 4}));
+    EXPECT_EQ(Held(SkinBitmap{holder}), "other's memory bitmap, tile 3");
+    EXPECT_EQ(SkinBitmap{holder}.GetTileSize(), (Size{3, 4}));
     holder.Set(nullptr, false, kMemoryBitmap);
     EXPECT_TRUE(holder.IsEmpty() && holder.GetKind() == kNoBitmap);
   }
@@ -34,19 +42,30 @@ TEST_F(SkinBitmapTest, HoldersBorrowCopyOrTakeOver) {
   clear_to_color(bitmap.get(), blue);  // it outlived its holders
   copy.Set(copy, true, kNoBitmap);     // its own bitmap is the source
   copy.Set(copy.GetBitmap(), false, kNoBitmap);
-  EXPECT_TRUE(copy.IsOwned()) << "nobody else would destroy it";
+  EXPECT_EQ(Held(copy), "own memory bitmap, tile -1") << "nobody else would destroy it";
   copy.SetTileWidth(7);
   SkinBitmap moved{std::move(copy)}, last{1, 1, kMemoryBitmap};
   last = std::move(moved);
-  EXPECT_TRUE(copy.IsEmpty() && moved.IsEmpty() && last.IsOwned() && last.GetTileWidth() == 7);
+  EXPECT_EQ(Held(copy) + ", " + Held(moved) + ", " + Held(last),
+            "nothing, nothing, own memory bitmap, tile 7");
   EXPECT_EQ(Picture(last.GetBitmap()), Rows({"rg"}));
   for (Size size : {Size{0, 5}, Size{5, 0}, Size{-1, 5}, Size{65536, 65536}, Size{INT_MAX, 2}}) {
     last.Create(size.w, size.h);
     moved.CreateEx(32, size.w, size.h);
-    EXPECT_TRUE(last.IsEmpty() && !last.IsOwned() && moved.IsEmpty()) << size.w;
+    EXPECT_EQ(Held(last) + Held(moved), "nothingnothing") << size.w;
   }
-  last.Create(2, 2, kVideoBitmap);  // no graphics mode, no video memory
-  EXPECT_TRUE(last.IsEmpty());
+  last.Create(2, 2, kVideoBitmap);
+  EXPECT_TRUE(last.IsEmpty()) << "no graphics mode, no video memory";
+}
+
+TEST_F(SkinBitmapTest, SizesThatOverflowOrFillTheMemoryAreRefused) {
+  InstallBitmapGuard();
+  EXPECT_TRUE(IsPossibleBitmap(32, 8192, 8192) && IsPossibleBitmap(15, 8192, 16384));
+  EXPECT_FALSE(IsPossibleBitmap(32, 8192, 8193) || IsPossibleBitmap(15, 8192, 16385));
+  EXPECT_FALSE(IsPossibleBitmap(32, INT_MAX, INT_MAX) || IsPossibleBitmap(8, -1, 1));
+  EXPECT_FALSE(IsPossibleBitmap(8, 1, -1) || IsPossibleBitmap(0, 1, 1));
+  EXPECT_TRUE(!create_bitmap(32768, 32769) && BitmapPtr{create_bitmap(3, 2)});
+  EXPECT_EQ(create_bitmap(65536, 65536), nullptr) << "also after a bitmap was made";
 }
 
 // Destroying the screen or its part while a holder is emptied would be a use after free for the
@@ -61,36 +80,38 @@ TEST_F(SkinBitmapTest, TheScreenIsNeverDestroyedAndVideoBitmapsAreCopiedAsSuch) 
   holder.Destroy();
   EXPECT_EQ(Picture(part.get()), Rows({"rrr", "rrr"}));
   EXPECT_EQ(Picture(screen), Rows({"kkkk", "krrr", "krrr"}));
-  EXPECT_TRUE(IsScreen(part.get()) && IsScreen(screen));
-  EXPECT_FALSE(IsScreen(other.GetBitmap()) || SameBitmap(nullptr, nullptr));
-  holder.CreateSub(SkinBitmap{screen}, 4, 0, 1, 1);
-  EXPECT_TRUE(holder.IsEmpty());
+  EXPECT_TRUE(IsScreen(part.get()) && IsScreen(screen) && !IsScreen(other.GetBitmap()));
+  const int outside[][4] = {{4, 0, 1, 1},  {0, 3, 1, 1}, {-1, 0, 2, 2},
+                            {0, -1, 2, 2}, {0, 0, 0, 1}, {0, 0, 1, 0}};
+  for (const auto& [x, y, w, h] : outside) {
+    holder.CreateSub(SkinBitmap{screen}, x, y, w, h);
+    EXPECT_TRUE(holder.IsEmpty()) << x << y;
+  }
   holder.Create(2, 1, kVideoBitmap);
   other.Set(holder.GetBitmap(), true, kNoBitmap);
-  EXPECT_TRUE(other.GetKind() == kVideoBitmap && machine.videoPages == 2);
+  EXPECT_EQ(Held(other), "own video bitmap, tile -1");
   other.Set(holder, true, kMemoryBitmap);
   holder.Destroy();
-  EXPECT_TRUE(SkinBitmap{other.GetBitmap()}.GetKind() == kMemoryBitmap && machine.videoPages == 0);
+  EXPECT_EQ(Held(SkinBitmap{other.GetBitmap()}), "other's memory bitmap, tile -1");
+  EXPECT_EQ(machine.videoPages, 0);
 }
 
 TEST_F(SkinBitmapTest, PicturesThatCannotBeLoadedLeaveTheHolderAndEmptyHoldersDrawNothing) {
   const TempDir folder;
-  const std::string broken = folder.Write("broken.bmp", "no picture");
   SkinBitmap empty, full{1, 1, kMemoryBitmap};
   full.clear_to_color(red);
-  BITMAP* const before = full.GetBitmap();
   for (const char* absent : {"absent.bmp", static_cast<const char*>(nullptr)})
     EXPECT_EQ(full.Load(absent, kMemoryBitmap), kFileNotFoundError);
-  EXPECT_EQ(full.Load(broken.c_str(), kMemoryBitmap), kLoadError);
-  EXPECT_FALSE(full.Save(folder.Path("picture.unknown").c_str()));
+  EXPECT_EQ(full.Load(folder.Write("a.bmp", "no picture").c_str(), kMemoryBitmap), kLoadError);
+  EXPECT_FALSE(full.Save(folder.Path("picture.unknown").c_str()) || empty.Save("a.bmp"));
   empty.Box3D(0, 0, 5, 5, red, green, blue);
   empty.Circle3D(3, 3, 3, red, green, blue);
   empty.draw_trans_sprite(full, 0, 0);
   empty.DrawArea(full, 0, 0, 0, 0, 9, 9, 1, 4);
   full.DrawArea(empty, 0, 0, 0, 0, 9, 9, 1, 1);
   full.blit(empty, 0, 0, 0, 0, 1, 1);
-  EXPECT_TRUE(full.GetBitmap() == before && full.IsOwned());
-  EXPECT_TRUE(empty.getpixel(0, 0) == -1 && full.getpixel(0, 0) == red);
+  EXPECT_EQ(Picture(full.GetBitmap()), Rows({"r"}));
+  EXPECT_EQ(empty.getpixel(0, 0), -1);
 }
 
 TEST_F(SkinBitmapTest, MaskedCopiesNeedATargetOfTheirDepthOpacityGoesToAllButPalettes) {
@@ -113,10 +134,8 @@ TEST_F(SkinBitmapTest, MaskedCopiesNeedATargetOfTheirDepthOpacityGoesToAllButPal
   sprite.clear_to_color(5);
   sprite.draw_trans_sprite(target, 0, 0);
   sprite.draw_lit_sprite(target, 1, 0, 9);
-  sprite.draw_gouraud_sprite(target, 2, 0, 1, 2, 3, 4);
-  sprite.rotate_scaled_sprite_trans(target, 3, 0, 0, itofix(1));
-  sprite.pivot_sprite_v_flip_lit(target, 4, 0, 0, 0, 0, 9);
-  for (const int x : {0, 1, 2, 3, 4}) EXPECT_EQ(target.getpixel(x, 0), 5) << "mixed at " << x;
+  sprite.rotate_sprite_trans(target, 2, 0, 0);
+  for (const int x : {0, 1, 2}) EXPECT_EQ(target.getpixel(x, 0), 5) << "mixed at " << x;
 }
 
 TEST_F(SkinBitmapTest, MarksPaintWithinTheBitmap) {
@@ -149,13 +168,13 @@ TEST_F(SkinBitmapTest, BoxesStayWithinTheClipRectangle) {
 struct Line {
   int frame, wantedTile, start, total;
 
-  int Tile() const { return std::min(wantedTile < 0 ? frame / 3 : wantedTile, frame); }
   // Which pixel of the frame shows at this place, or -1 for none. The second edge lies above all.
   int FramePixel(int place) const {
-    const int edge = (frame - Tile()) / 2, at = place - start, secondEdge = total - edge;
-    if (at >= secondEdge && at < total) return edge + Tile() + at - secondEdge;
+    const int tile = std::min(wantedTile < 0 ? frame / 3 : wantedTile, frame);
+    const int edge = (frame - tile) / 2, at = place - start, secondEdge = total - edge;
+    if (at >= secondEdge && at < total) return edge + tile + at - secondEdge;
     if (at >= 0 && at < edge) return at;
-    return at >= edge && at < secondEdge ? edge + (at - edge) % std::max(Tile(), 1) : -1;
+    return at >= edge && at < secondEdge ? edge + (at - edge) % std::max(tile, 1) : -1;
   }
 };
 
@@ -175,10 +194,10 @@ TEST_F(SkinBitmapTest, SlicesOfAllSizesMatchThePictureWorkedOutByPixel) {
     SkinBitmap out{30, 20, kMemoryBitmap};
     art.SetTileSize({across.wantedTile, down.wantedTile});
     art.clear_to_color(white);
-    const Point corner{across.frame * (columns - 1), down.frame * (rows - 1)};  // the last frame
-    for (int y = 0; y < down.frame; ++y)
+    for (int y = 0; y < down.frame; ++y)  // the last frame
       for (int x = 0; x < across.frame; ++x)
-        art.putpixel(corner.x + x, corner.y + y, x + y == 0 ? magenta : Color{1 + x + 16 * y});
+        art.putpixel(art.Width() - across.frame + x, art.Height() - down.frame + y,
+                     x + y == 0 ? magenta : Color{1 + x + 16 * y});
     const int left = pick(0, 9), top = pick(0, 9), right = pick(10, 29), bottom = pick(10, 19);
     out.clear_to_color(200);
     out.set_clip_rect(left, top, right, bottom);
@@ -188,14 +207,13 @@ TEST_F(SkinBitmapTest, SlicesOfAllSizesMatchThePictureWorkedOutByPixel) {
     if (direction == 2) art.DrawVFrame(out, 1, across.start, down.start, down.total, 2, masked);
     if (direction == 1) down = {down.frame, down.frame, down.start, down.frame};
     if (direction == 2) across = {across.frame, across.frame, across.start, across.frame};
-    for (int y = 0; y < 20; ++y)
-      for (int x = 0; x < 30; ++x) {
-        const int column = across.FramePixel(x), row = down.FramePixel(y);
-        const bool inClip = x >= left && x <= right && y >= top && y <= bottom;
-        int expected = inClip && column >= 0 && row >= 0 ? 1 + column + 16 * row : 200;
-        if (expected == 1) expected = masked ? 200 : int{magenta};
-        ASSERT_EQ(out.getpixel(x, y), expected) << "round " << round << " at " << x << ',' << y;
-      }
+    for (int i = 0; i < 20 * 30; ++i) {
+      const int x = i % 30, y = i / 30, column = across.FramePixel(x), row = down.FramePixel(y);
+      const bool inClip = x >= left && x <= right && y >= top && y <= bottom;
+      int expected = inClip && column >= 0 && row >= 0 ? 1 + column + 16 * row : 200;
+      if (expected == 1) expected = masked ? 200 : int{magenta};
+      ASSERT_EQ(out.getpixel(x, y), expected) << "round " << round << " at " << x << ',' << y;
+    }
   }
 }
 
