@@ -1,7 +1,6 @@
 #include "toolkit/base/confinement.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <linux/landlock.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
@@ -12,7 +11,6 @@
 #include <cerrno>
 #include <csignal>
 #include <thread>
-#include <vector>
 
 #include "tests/support/temp_files.h"
 
@@ -31,11 +29,9 @@ void InChild(Body body) {
   EXPECT_EQ(status, 0);
 }
 
-using Errors = std::vector<int>;
-
 int Error(long result) { return result < 0 ? errno : 0; }
-int CallError(long call) { return Error(syscall(call, -1, 0, 0, 0, 0, 0)); }
-int OpenError(const std::string& path, int flags) { return Error(open(path.c_str(), flags, 0600)); }
+int Call(long call) { return Error(syscall(call, -1, 0, 0, 0, 0, 0)); }
+int Open(const std::string& path, int flags) { return Error(open(path.c_str(), flags, 0600)); }
 
 TEST(Confinement, LeavesFewRights) {
   if (geteuid() != 0) GTEST_SKIP() << "only root has rights to lose";
@@ -53,21 +49,21 @@ TEST(Confinement, WritesPlainFilesWhereItMay) {
     GTEST_SKIP() << "this kernel limits no places";
   const TempDir inside, outside;
   const std::string in = inside.Write("file", "a"), out = outside.Write("file", "a");
-  const std::string newIn = inside.Path("new"), newOut = outside.Path("new");
+  const std::string made = inside.Path("new");
   InChild([&] {
     LimitWriting({inside.Path(), outside.Path("missing")}, {});
-    EXPECT_EQ(OpenError(out, O_WRONLY), 0) << "a result could not be written when it comes";
+    EXPECT_EQ(Open(out, O_WRONLY), 0) << "a result could not be written when it comes";
     LimitWriting({inside.Path()}, {"/dev", "/missing"});
-    const Errors permitted = {OpenError(in, O_WRONLY | O_TRUNC), OpenError(newIn, O_RDWR | O_CREAT),
-                              Error(rename(newIn.c_str(), in.c_str())), OpenError(out, O_RDONLY),
-                              OpenError("/dev/null", O_WRONLY)};
-    EXPECT_EQ(permitted, Errors(permitted.size(), 0));
+    for (const int permitted : {Open(in, O_WRONLY | O_TRUNC), Open(made, O_RDWR | O_CREAT),
+                                Error(rename(made.c_str(), in.c_str())), Open(out, O_RDONLY),
+                                Open("/dev/null", O_WRONLY)})
+      EXPECT_EQ(permitted, 0);
     LimitWriting({inside.Path()}, {});
-    const Errors denied = {OpenError(out, O_WRONLY),           OpenError(newOut, O_RDWR | O_CREAT),
-                           Error(unlink(out.c_str())),         Error(mkdir(newIn.c_str(), 0700)),
-                           Error(symlink("/", newIn.c_str())), OpenError("/dev/null", O_WRONLY)};
-    EXPECT_EQ(denied, Errors(denied.size(), EACCES));
-    EXPECT_EQ(Error(unlink(in.c_str())), 0);
+    for (const int denied : {Open(out, O_WRONLY), Open(outside.Path("new"), O_RDWR | O_CREAT),
+                             Error(unlink(out.c_str())), Error(mkdir(made.c_str(), 0700)),
+                             Error(symlink("/", made.c_str())), Open("/dev/null", O_WRONLY)})
+      EXPECT_EQ(denied, EACCES);
+    EXPECT_EQ(unlink(in.c_str()), 0);
   });
 }
 
@@ -78,29 +74,30 @@ TEST(Confinement, MakesNoDeniedCallInAnyThread) {
     char byte = 'a';
     std::thread elder{[&] {
       EXPECT_EQ(read(go[0], &byte, 1), 1);
-      EXPECT_EQ(CallError(SYS_execve), EPERM);
+      EXPECT_EQ(Call(SYS_execve), EPERM);
     }};
     LimitCalls();
     for (const long call : {SYS_execve, SYS_mount, SYS_socket, SYS_bpf, SYS_init_module,
                             SYS_unshare, SYS_io_uring_setup, SYS_chmod, SYS_tkill})
-      EXPECT_EQ(CallError(call), EPERM) << call;
-    EXPECT_EQ(Error(ioctl(go[0], TIOCSTI, &byte)), EPERM);
-    EXPECT_EQ(Error(ioctl(go[0], TCGETS, &byte)), ENOTTY);
+      EXPECT_EQ(Call(call), EPERM) << call;
+    for (const auto& [request, error] :
+         {std::pair{TIOCSTI, EPERM}, {TIOCLINUX, EPERM}, {TCGETS, ENOTTY}})
+      EXPECT_EQ(Error(ioctl(go[0], static_cast<unsigned long>(request), &byte)), error) << request;
     EXPECT_EQ(Error(kill(getppid(), 0)), EPERM);
     EXPECT_EQ(Error(kill(getpid(), 0)), 0);
 #if !defined(__SANITIZE_ADDRESS__)
     EXPECT_EQ(Error(fork()), EPERM);
-    EXPECT_EQ(CallError(SYS_ptrace), EPERM);
+    EXPECT_EQ(Call(SYS_ptrace), EPERM);
 #endif
 #if defined(__x86_64__)
-    EXPECT_EQ(CallError(SYS_getpid | 0x40000000), EPERM);  // of the x32 interface
-    long result = 20;                                      // getpid, for 32-bit programs
+    EXPECT_EQ(Call(SYS_getpid | 0x40000000), EPERM);  // of the x32 interface
+    long result = 20;                                 // getpid, for 32-bit programs
     asm volatile("int $0x80" : "+a"(result)::"memory");
     EXPECT_EQ(result, -EPERM);
 #endif
     EXPECT_EQ(write(go[1], &byte, 1), 1);
     elder.join();
-    std::thread{[] { EXPECT_EQ(CallError(SYS_socket), EPERM); }}.join();
+    std::thread{[] { EXPECT_EQ(Call(SYS_socket), EPERM); }}.join();
   });
 }
 

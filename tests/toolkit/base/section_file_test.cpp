@@ -38,30 +38,23 @@ std::string Value(const std::string& content) {
 }
 
 TEST_F(SectionFileTest, ReadsWhatMaintainersWrite) {
-  const std::pair<const char*, const char*> rows[] = {
+  const std::pair<std::string, const char*> rows[] = {
       {"\t[a]\r\n  KEY \t = = two words \t\r\n", "two words"},
       {"[A]# comment\n#key=1\n # key=2\nkey#3 # no \"comment\"\n", "#3 # no \"comment\""},
       {"[A]\n[B]\nkey=b\n[a]\nkey=first\nkey=again\n", "first"},
       {"key=1\n[A x]\nkey=2\n[=A]\nkey=3\n[A\nkey=4\n[[A]]\nkey=5\n[]\nkey=6\n", "-"},
       {"[A]\nother=1\n=key=2\n'key'=3\nkey=4=5\n", "4=5"},
-      {"\u3000[A]\nkey\u3000=\u2003wide\u3000way\u2000\n", "wide\u3000way"}};
-  for (const auto& [content, value] : rows) {
-    EXPECT_EQ(Value(content), value) << content;
-    ExpectWhatAllegroSays(content);
-  }
-  EXPECT_EQ(Value("\xEF\xBB\xBF[A]\nkey=1\n"), "1") << "a mark that Allegro does not know";
+      {"\u3000[A]\nkey\u3000=\u2003wide\u3000way\u2000\n", "wide\u3000way"},
+      {"\xEF\xBB\xBF[A]\nkey=" + std::string("va\0lue", 6), "va lue"},
+      {"[A]\nkey=\xFD\xBF\xBF\xBF\xBF\xBF!\n", "^!"},  // Allegro's own reader would never end
+      {"[A]\nother=\xE4\nkey=a\xE2\x82", "a^"}};       // damage ends with its line
+  for (const auto& [content, value] : rows) EXPECT_EQ(Value(content), value) << content;
 }
 
 TEST_F(SectionFileTest, TakesFilesForUtf8InEveryTextFormat) {
   const std::string content = "[A]\nkey=\xC3\xA4\xD0\x94\xE2\x82\xAC\xE4g\n";  // a-umlaut, De, euro
   EXPECT_EQ(Value(content), "\xC3\xA4\xD0\x94\xE2\x82\xAC^g");
-  // Allegro's own reader would never end.
-  EXPECT_EQ(Value("[A]\nkey=\xFD\xBF\xBF\xBF\xBF\xBF!\n"), "^!");
-  EXPECT_EQ(Value("[A]\nother=\xE4\nkey=a\xE2\x82"), "a^") << "damage ends with its line";
-  for (const int format : {U_UTF8, U_ASCII_CP}) {
-    set_uformat(format);
-    EXPECT_EQ(Value(std::string{"[A]\nkey=va\0lue\n", 15}), "va lue");
-  }
+  set_uformat(U_ASCII_CP);
   set_ucodepage(WesternCodePage(), nullptr);
   EXPECT_EQ(Value(content), "\xE4^\xA4^g");
   set_ucodepage(RussianCodePage(), nullptr);
@@ -100,15 +93,14 @@ TEST_F(SectionFileTest, FindsNumberedSectionsAndBringsNumbersToThoseOfAnInt) {
 
 TEST_F(SectionFileTest, KnowsTheLinesOfEverything) {
   const SectionFile file{"loose\r\n\r\n[A]\n\r# no\nKey = 1\n\nlater=2\r[B]\n[a]\nmore"};
-  EXPECT_EQ(file.Loose().at(0).line, 1);
-  EXPECT_EQ(file.Sections().size(), 2U);
-  const SectionFile::Section& section = file.Find("a");
-  EXPECT_EQ(section.Heads(), std::vector({3, 9}));
-  EXPECT_EQ(section.LastLine(), 5);
-  EXPECT_EQ(file.Find("b").LastLine(), 8);
-  std::string lines;
-  for (const auto& entry : section.Entries()) lines += entry.name + std::to_string(entry.line);
-  EXPECT_EQ(lines, "Key5later7more10");
+  std::string lines = std::to_string(file.Loose().at(0).line);
+  for (const SectionFile::Section& section : file.Sections()) {
+    lines += ' ' + section.Name();
+    for (const int head : section.Heads()) lines += std::to_string(head);
+    lines += '-' + std::to_string(section.LastLine());
+    for (const auto& entry : section.Entries()) lines += entry.name + std::to_string(entry.line);
+  }
+  EXPECT_EQ(lines, "1 A39-5Key5later7more10 B8-8");
 }
 
 }  // namespace
