@@ -9,8 +9,8 @@
 #include <benchmark/benchmark.h>
 
 #include "launcher/menu_screen.h"
-#include "tests/support/fake_machine.h"
-#include "tests/support/fake_timers.h"
+#include "toolkit/testing/fake_machine.h"
+#include "toolkit/testing/fake_timers.h"
 
 namespace zel {
 

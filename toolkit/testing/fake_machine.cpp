@@ -1,9 +1,9 @@
-#include "tests/support/fake_machine.h"
+#include "toolkit/testing/fake_machine.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 
-#include "tests/support/allegro_fixture.h"
 #include "toolkit/base/graphics_mode.h"
 
 #include <allegro/internal/aintern.h>  // _switch_in
@@ -20,7 +20,7 @@ int anyMutex;
 }  // namespace
 
 FakeMachine::FakeMachine() {
-  NeedAllegro();
+  if (!system_driver) install_allegro(SYSTEM_NONE, &errno, nullptr);
   current_ = this;
   previous_ = system_driver;
   system_ = *system_driver;

@@ -1,0 +1,19 @@
+// A person's hands on the keyboard and the mouse of a FakeMachine.
+//
+// What they do is told to the dialog that runs as if devices had done it: with the loop's next
+// pass.
+#pragma once
+
+#include "toolkit/base/geometry.h"
+
+namespace zel {
+
+// Types a character, or with 0 a key that has none. Scan codes are Allegro's, such as KEY_ENTER.
+void TypeKey(int character, int scancode);
+// Holds the modifier keys of these bits, such as KB_SHIFT_FLAG, and lets go of the others.
+void HoldShifts(int shifts);
+void PutMouse(Point place);
+// Holds the buttons of these bits, 1 for the left one, and lets go of the others.
+void HoldButtons(int buttons);
+
+}  // namespace zel
