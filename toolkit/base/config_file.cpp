@@ -22,6 +22,8 @@ bool SuitsAllegro(const std::string& stored) {
          Sound(stored, U_UTF8) == stored;
 }
 
+bool IsPlain(std::string_view text) { return std::all_of(text.begin(), text.end(), IsAscii); }
+
 std::string Stored(const std::string& text) { return Converted(text, U_CURRENT, U_UTF8); }
 
 std::string Plain(const SectionFile& file) {
@@ -87,10 +89,14 @@ SectionFile UseConfigFile(const char* path) {
   SectionFile file = SectionFile::FromUtf8(stored);
   // Before Allegro is installed it takes every file for empty, and a "#" leads into datafiles.
   const bool isFound = system_driver && !ustrchr(path, '#') && file_size_ex(path) == stored.size();
-  if (isFound && SuitsAllegro(stored))
+  if (isFound && SuitsAllegro(stored)) {
+    // ASCII is itself in every format, but in a code page Allegro searches for each character.
+    const bool isPlain = get_uformat() != U_UNICODE && IsPlain(stored) && IsPlain(path);
+    const FormatGuard format{isPlain ? U_ASCII : get_uformat()};
     set_config_file(path);
-  else
+  } else {
     UseWithoutName(Plain(file));
+  }
   return file;
 }
 
