@@ -1,5 +1,9 @@
 #include "launcher/launcher.h"
 
+#include <fcntl.h>
+#include <linux/major.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -147,11 +151,26 @@ void BringUpGraphics() {
   result.Report();
 }
 
+// A second descriptor of the device that Allegro's mouse has open, or -1: the kernel takes up to
+// 25 ms to close it for good, which can be done once there is a picture.
+int HoldMouse() {
+  constexpr int kFirst = STDERR_FILENO + 1, kEnd = 32;
+  for (int file = kFirst; file < kEnd; ++file) {
+    struct stat status;
+    if (fstat(file, &status) == 0 && S_ISCHR(status.st_mode) &&
+        major(status.st_rdev) == INPUT_MAJOR)
+      return fcntl(file, F_DUPFD_CLOEXEC, kFirst);
+  }
+  return -1;
+}
+
 void DecideAboutMouse() {
   const bool serverRuns = FileExists(paths.mouseServerPid);
   launcherState.mousePending = !serverRuns;
   settings.showMouse = serverRuns;
-  if (!serverRuns) remove_mouse();
+  if (serverRuns) return;
+  launcherState.heldMouse = HoldMouse();
+  remove_mouse();
 }
 
 // Says that something cannot be done with the output file, for which scripts wait.

@@ -1,8 +1,11 @@
 #include "launcher/menu_screen.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
 #include <memory>
+#include <utility>
 
 #include "launcher/paths.h"
 #include "launcher/result_files.h"
@@ -202,6 +205,7 @@ void MenuScreen::MsgStart() {
 }
 
 void MenuScreen::LookForMouse() {
+  if (launcherState.heldMouse >= 0) close(std::exchange(launcherState.heldMouse, -1));
   if (!FileExists(paths.mouseServerPid)) return;
   install_mouse();
   set_mouse_speed(settings.UsableMouseSpeed(), settings.UsableMouseSpeed());
