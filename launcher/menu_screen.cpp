@@ -13,6 +13,7 @@
 #include "launcher/wait_dialog.h"
 #include "toolkit/base/console_guard.h"
 #include "toolkit/base/settings.h"
+#include "toolkit/core/event_loop.h"
 
 namespace zel {
 namespace {

@@ -15,7 +15,7 @@
 #include "tests/support/fake_machine.h"
 #include "tests/support/fake_timers.h"
 #include "tests/support/launcher_fixture.h"
-#include "toolkit/core/loop_state.h"
+#include "toolkit/core/event_loop.h"
 #include "toolkit/core/startup.h"
 #include "toolkit/draw/bitmap_guard.h"
 #include "tools/gallery/gallery.h"
@@ -124,8 +124,8 @@ class RandomInputTest : public LauncherFixture {
   void AnyKey() { simulate_ukeypress(Below(2) ? 0 : Below(256), Below(KEY_MAX)); }
   void Type() { Key(Below(20) ? ' ' + Below(95) : Below(0x3000), Below(KEY_MAX)); }
   void Shift() { _key_shifts = Below(64); }
-  void RequestClose() { Loop().closeRequested = true; }
-  void SwitchIn() { Loop().redrawEverything = true; }
+  void RequestClose() { Loop().RequestClose(); }
+  void SwitchIn() { Loop().RedrawEverything(); }
   void Progress() {
     WriteFile("progress", "[Progress]\nStepNumber=" + std::to_string(Below(40) - 5) +
                               "\nCurrentStep=" + std::to_string(Below(60) - 10) +

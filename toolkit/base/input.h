@@ -2,7 +2,7 @@
 //
 // Allegro notices it in threads of its own or in the loop's, and calls back. Whoever is called back
 // only puts a record into a queue and wakes the loop; see RecordQueue for why that is safe. The
-// loop takes the records one by one and tells them (Dialog::WorkOffInput), whether a tick has
+// loop takes the records one by one and tells them (InputRouter), whether a tick has
 // passed or not. So a button that goes down and up between two ticks is told twice, and a key has
 // the modifiers that it was typed with.
 //

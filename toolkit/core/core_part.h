@@ -2,7 +2,7 @@
 #pragma once
 
 #include "toolkit/base/process.h"
-#include "toolkit/core/loop_state.h"
+#include "toolkit/core/event_loop.h"
 #include "toolkit/draw/font.h"
 
 namespace zel {
@@ -10,7 +10,7 @@ namespace zel {
 struct CorePart {
   static constexpr int kLayer = Process::kCore;
 
-  LoopState loop;
+  EventLoop loop;
   unsigned widgetsMade = 0;
   Font libraryFont;  // of a widget without a skin
 };

@@ -3,8 +3,15 @@
 #include <algorithm>
 
 #include "toolkit/base/settings.h"
-#include "toolkit/core/loop_state.h"
-#include "toolkit/core/tooltip.h"
+#include "toolkit/core/animator.h"
+#include "toolkit/core/damage.h"
+#include "toolkit/core/dialog_run.h"
+#include "toolkit/core/event_loop.h"
+#include "toolkit/core/focus_search.h"
+#include "toolkit/core/input_router.h"
+#include "toolkit/core/key_router.h"
+#include "toolkit/core/mouse_path.h"
+#include "toolkit/draw/screen_update.h"
 
 namespace zel {
 namespace {
@@ -25,17 +32,16 @@ void SettleGeometry(Widget& widget) {
 
 }  // namespace
 
-Dialog::Dialog() : tooltipWidget_{std::make_unique<Tooltip>()} {
+Dialog::Dialog() {
   SetFlag(kFlagContainer);
   parent = this;
   Rect::w = settings.screenWidth;
   Rect::h = settings.screenHeight;
   children.reserve(kUsualChildren);
-  tooltipWidget_->Hide();
 }
 
 Dialog::~Dialog() {
-  if (Loop().root == this) EndRoot();
+  if (Loop().Root() == this) Loop().End();
   if (!IsRoot() && parent) parent->Forget(this);
   parent = nullptr;
   for (Widget* child : children)
@@ -66,7 +72,7 @@ Widget* Dialog::MouseWidget() const {
   return found;
 }
 
-bool Dialog::IsChild(const Widget* widget) const {
+bool Dialog::HasChild(const Widget* widget) const {
   return std::find(children.begin(), children.end(), widget) != children.end();
 }
 
@@ -81,10 +87,10 @@ Widget* Dialog::ChildTowards(const Widget* widget) const {
 bool Dialog::Contains(const Widget* widget) const { return widget == this || ChildTowards(widget); }
 
 bool Dialog::Add(Widget* widget) {
-  if (!widget || IsChild(widget)) return false;
+  if (!widget || HasChild(widget)) return false;
   if (const Dialog* dialog = AsDialog(widget); dialog && dialog->Contains(this)) return false;
   Dialog* before = widget->GetParent();
-  if (before && before->IsChild(widget) && !before->TakeOut(widget)) return false;
+  if (before && before->HasChild(widget) && !before->TakeOut(widget)) return false;
   children.push_back(widget);
   widget->SetParent(this);
   if (running) {
@@ -98,13 +104,13 @@ bool Dialog::Add(Widget* widget) {
 }
 
 void Dialog::Remove(Widget* widget) {
-  if (IsChild(widget)) TakeOut(widget);
+  if (HasChild(widget)) TakeOut(widget);
 }
 
 bool Dialog::TakeOut(Widget* widget) {
-  if (mouse == widget) SetMousePath(nullptr);
-  if (running && IsChild(widget)) widget->SendMessage(MSG_END);
-  if (!IsChild(widget)) return false;
+  if (mouse == widget) MousePath::Set(*this, nullptr);
+  if (running && HasChild(widget)) widget->SendMessage(MSG_END);
+  if (!HasChild(widget)) return false;
   Forget(widget);
   widget->SetParent(AsDialog(widget));  // a dialog is a root again
   GetRoot()->Redraw();
@@ -190,8 +196,9 @@ void Dialog::Hide() {
 
 void Dialog::Unhide() {
   Widget::Unhide();
-  ForEachChild([this](Widget* child) {
-    if (child != tooltipWidget_.get()) child->Unhide();
+  const Widget* tip = run_ ? &run_->tooltip : nullptr;
+  ForEachChild([tip](Widget* child) {
+    if (child != tip) child->Unhide();
   });
 }
 
@@ -238,6 +245,132 @@ void Dialog::Centre() {
   const int outerWidth = IsRoot() ? settings.screenWidth : parent->w();
   const int outerHeight = IsRoot() ? settings.screenHeight : parent->h();
   Place(std::max(0, (outerWidth - w()) / 2), std::max(0, (outerHeight - h()) / 2));
+}
+
+Dialog::CanvasBase Dialog::FindCanvasBase(bool ownDrawing) const {
+  if (!ownDrawing) {
+    const bool starting = TestFlag(kFlagStartAnimation);
+    if (starting && !animator->Running()) return {nullptr, {}};
+    if (!starting && animator->Running()) return {animator->NewImage().GetBitmap(), {x(), y()}};
+  }
+  if (!IsRoot()) return parent ? parent->FindCanvasBase(false) : CanvasBase{nullptr, {}};
+  ScreenUpdate* update = CurrentScreenUpdate();
+  return {update ? update->GetCanvas() : nullptr, {0, 0}};
+}
+
+SubCanvas Dialog::GetCanvas(const Widget* widget) {
+  const CanvasBase base = FindCanvasBase(widget == this);
+  if (!base.bitmap) return {};
+  const int left = widget->x() - base.origin.x;
+  const int top = widget->y() - base.origin.y;
+  const int width = std::min(widget->x2(), x2()) - widget->x();
+  const int height = std::min(widget->y2(), y2()) - widget->y();
+  return {Bitmap{base.bitmap}, left, top, width, height};
+}
+
+Point Dialog::CanvasOrigin() const { return FindCanvasBase(false).origin; }
+
+void Dialog::MsgDraw() {
+  Widget::MsgDraw();
+  DrawChildren(*this);
+}
+
+void Dialog::RedrawBehind(const Widget* child, const Rect& part) {
+  const Rect area{child->x() + part.x, child->y() + part.y, part.w, part.h};
+  for (Widget* under : children) {
+    if (under == child) return;
+    if (!under->Hidden() && !under->IsContainer()) under->RedrawArea(area);
+  }
+}
+
+void Dialog::DrawDirty() {
+  ScreenUpdate* update = CurrentScreenUpdate();
+  if (!update) return;
+  if (!update->RedrawsAll()) PrepareDrawing(*this);
+  update->AcquireCanvas();
+  MousePointer* pointer = CurrentPointer();
+  if (pointer) pointer->Hide();
+  DrawTree(*this, update->RedrawsAll());
+  if (pointer) pointer->Draw();
+  update->ReleaseCanvas();
+  ClearFlag(kFlagDirty);
+}
+
+void Dialog::HandleMouse() { InputRouter{*this}.LookAtMouse(); }
+void Dialog::HandleKeyboard() { InputRouter{*this}.LookAtKeyboard(); }
+
+bool Dialog::HandleKey(int character, int scancode) {
+  return KeyRouter{*this}.Route(character, scancode);
+}
+
+bool Dialog::FocusIsPressed() const {
+  return focus && (focus->TestFlag(kFlagPressed) || FocusWidget()->TestFlag(kFlagPressed));
+}
+
+void Dialog::MoveFocus(FocusMove move) {
+  Widget* current = GetRoot()->FocusWidget();
+  for (Widget* candidate : FocusCandidates(*this, move, current)) {
+    if (!Contains(candidate) || !candidate->MsgWantTab()) continue;
+    if (candidate != current) ChangeFocus(FocusWidget(), candidate);
+    return;
+  }
+}
+
+bool Dialog::MsgWantFocus() {
+  Report(MSG_WANTFOCUS);
+  return true;
+}
+
+void Dialog::MsgGotFocus() {
+  SetFlag(kFlagFocus);
+  Report(MSG_GOTFOCUS);
+  if (Widget* last = Loop().lastFocus; !focus && Contains(last)) SetFocus(last);
+}
+
+void Dialog::MsgLostFocus() {
+  ClearFlag(kFlagFocus);
+  Report(MSG_LOSTFOCUS);
+  if (focus) DropFocus(focus);
+}
+
+void Dialog::SetFocus(Widget* widget) {
+  if (widget == this || !Contains(widget) || !IfUsable(widget)) return;
+  // Whoever is told may take it out or destroy it.
+  if (!widget->MsgWantFocus() || !Contains(widget)) return;
+  for (Widget* focused = widget; focused != this;) {
+    Dialog* container = focused->GetParent();
+    if (!container || container == focused) return;
+    if (container->focus && container->focus != focused) container->DropFocus(container->focus);
+    if (!container->HasChild(focused)) return;
+    if (container->focus != focused || !focused->HasFocus()) {
+      container->focus = focused;
+      focused->MsgGotFocus();
+    }
+    // Unless the handler took it away again.
+    if (container->focus == focused && focused->IsWindow()) container->BringToFront(focused);
+    focused = container;
+  }
+}
+
+void Dialog::DropFocus(Widget* widget) {
+  if (Dialog* dialog = AsDialog(widget))
+    if (dialog->focus) dialog->DropFocus(dialog->focus);
+  if (widget->TestFlag(kFlagPoppedUp)) return;
+  if (!widget->IsContainer()) Loop().lastFocus = widget;
+  for (Widget* losing = widget; losing != this;) {
+    Dialog* container = losing->GetParent();
+    if (!container || container == losing) return;
+    if (container->focus == losing) container->focus = nullptr;
+    losing->MsgLostFocus();
+    losing = container;
+  }
+}
+
+void Dialog::ChangeFocus(Widget* oldFocus, Widget* newFocus) {
+  if (oldFocus) DropFocus(oldFocus);
+  SetFocus(newFocus);
+  if (IsRoot() || !parent || !focus || parent->focus == this) return;
+  parent->ChangeFocus(parent->focus, this);
 }
 
 }  // namespace zel

@@ -4,13 +4,13 @@
 #include <memory>
 #include <vector>
 
+#include "toolkit/core/drag.h"
+#include "toolkit/core/focus_search.h"
 #include "toolkit/core/widget.h"
 
 namespace zel {
 
-class Tooltip;
-struct InputRecord;
-struct MouseState;
+struct DialogRun;
 
 inline constexpr std::uint32_t kFlagMovable = 262144;
 inline constexpr std::uint32_t kFlagSizeable = 524288;
@@ -18,32 +18,15 @@ inline constexpr std::uint32_t kFlagSizeable = 524288;
 // Popup: keep the dialog's coordinate.
 inline constexpr int kKeepPosition = 32768;
 
-// What a press at the pointer would drag.
-enum DragMode : int {
-  kDragNone,
-  kDragMove,
-  kDragTopLeft,
-  kDragTopRight,
-  kDragBottomLeft,
-  kDragBottomRight,
-  kDragTop,
-  kDragBottom,
-  kDragLeft,
-  kDragRight,
-};
-
-// Where MoveFocus goes.
-enum class FocusMove { kNext, kPrevious, kRight, kLeft, kDown, kUp };
-
-// A container with an event loop.
+// A container that can run.
 //
-// The outermost dialog (the root, its own parent) owns the loop: it routes input, as soon as there
-// is some, to the child under the pointer or with the focus, and once per logic tick tells where
-// the pointer has gone and delivers timers; then it draws what is dirty through the current screen
-// update. Dialogs inside it are driven by it.
+// The outermost dialog is the root, its own parent. While it runs, the EventLoop drives it, and it
+// drives the dialogs inside it: input goes, as soon as there is some, to the child under the
+// pointer (MousePath) or with the focus (KeyRouter), timers and ticks to all; then what is dirty is
+// drawn (damage.h).
 //
-// Borrows its children in drawing order, the last one topmost; owns its tooltip. A new dialog
-// covers the screen and is a root until it is added to another dialog.
+// Borrows its children in drawing order, the last one topmost; owns, once it has run by itself, its
+// tooltip. A new dialog covers the screen and is a root until it is added to another dialog.
 //
 // Handlers may take children in and out, and destroy children. The one whose event is handled may
 // be destroyed when it reports MSG_ACTIVATE or MSG_SCROLL; with other messages only if its class
@@ -115,6 +98,8 @@ class Dialog : public Widget {
   bool IsRunning() const { return running; }
   bool IsClosed() const { return closed; }
   Dialog* GetRoot();
+  // The dialog that this one lies in; null for a root.
+  Dialog* Around() const { return IsRoot() ? nullptr : parent; }
   const std::vector<Widget*>& Children() const { return children; }
   // The child with the focus and the child under the pointer; null when there is none.
   Widget* GetFocus() const { return focus; }
@@ -122,6 +107,7 @@ class Dialog : public Widget {
   // The same, followed into child dialogs.
   Widget* FocusWidget() const;
   Widget* MouseWidget() const;
+  bool HasChild(const Widget* widget) const;
   // True when the widget is this dialog or lies in it, however deep. The pointer may be that of a
   // widget that is gone.
   bool Contains(const Widget* widget) const;
@@ -138,19 +124,16 @@ class Dialog : public Widget {
   // The bitmap that a child draws on; empty when there is none (outside the screen, or before the
   // dialog's own transition has begun).
   SubCanvas GetCanvas(const Widget* widget);
-  // Where on the screen a child shows: neither what lies in it nor what lies above it, here and in
-  // all dialogs around, paints over that.
-  PixelArea ShownPart(Widget* child) const;
+  // Where on the screen the pixel (0, 0) of what children draw on lies.
+  Point CanvasOrigin() const;
   // Gives `widget`, and the containers between it and this dialog, the focus if it wants it.
   void SetFocus(Widget* widget);
   void ChangeFocus(Widget* oldFocus, Widget* newFocus);
   void MoveFocus(FocusMove move);
-  // What the mouse has done as the devices show it, and what the double click waits for. Once per
-  // logic tick.
+  // Routes what mouse, joystick and keyboard have done; see InputRouter. Once per logic tick.
   void HandleMouse();
-  // The joystick, or a key that waits in Allegro's buffer. Once per logic tick.
   void HandleKeyboard();
-  // True when the key was used.
+  // Offers a key to whoever may use it; see KeyRouter. True when it was used.
   bool HandleKey(int character, int scancode);
   void DrawDirty();
   // Sends the pending moves and resizes.
@@ -165,7 +148,6 @@ class Dialog : public Widget {
   bool running = false;
   Widget* focus = nullptr;
   Widget* mouse = nullptr;
-  bool joystickHeld = false;
   bool escapeCloses = true;
   bool closed = false;
   Point pressPosition;  // of the left button, relative to the dialog
@@ -177,13 +159,13 @@ class Dialog : public Widget {
   void SetDragMode(int mode);
 
  private:
+  friend class InputRouter;
+  friend class KeyRouter;
+  friend class MousePath;
+
   struct CanvasBase {
     BITMAP* bitmap;
     Point origin;  // the absolute position of the bitmap's top-left corner
-  };
-  struct Candidate {
-    Widget* widget;
-    int score;
   };
   using Handler = void (Widget::*)();
 
@@ -191,71 +173,30 @@ class Dialog : public Widget {
   template <class Act>
   void ForEachChild(Act act) {
     for (Widget* child : std::vector<Widget*>(children))
-      if (IsChild(child)) act(child);
+      if (HasChild(child)) act(child);
   }
-  bool IsChild(const Widget* widget) const;
   // The child that is the widget or contains it; null when there is none.
   Widget* ChildTowards(const Widget* widget) const;
-
+  // Takes a child out and makes it independent; false when a handler has destroyed it meanwhile.
+  bool TakeOut(Widget* child);
   CanvasBase FindCanvasBase(bool ownDrawing) const;
-  bool IsCovered(std::size_t index) const;
-  void MarkCovering(const Widget& changed) const;
-  void MarkAbove(const Widget* changed, const Rect& area) const;
-  void PrepareDrawing();
-  void DrawTree(bool redrawsAll);
 
-  void StartRoot();
-  void EndRoot();
-  bool WorkOffTimers();
-  // Tells the input that has been recorded until now; false when there was none.
-  bool WorkOffInput();
-  // False when it says nothing new.
-  bool HandleRecord(const InputRecord& record);
-  // Until there is a tick or input.
-  void Wait();
-  void DrawFrame();
-  void DrawFirstFrame();
-  void RestoreVideoMemory();
+  DialogRun& Run();
   Widget* RunPopup(Dialog& root, int px, int py, Widget* focusWidget);
   void PutTooltipAway();
 
   // True for the root and for what is popped up over it: input begins here.
   bool TakesInput() const { return IsRoot() || TestFlag(kFlagPoppedUp); }
-  Dialog* InputTarget();
-  void FindMouseAtStart();
-  // The child, or what lies in it, if the pointer is there.
-  static Widget* UnderPointer(Widget* child);
-  Widget* FindUnderPointer();
-  // The same for a dialog that takes input; one that is popped up may be found itself.
-  Widget* FindMousePath();
-  // Goes on where a popup is gone, with the release that the popup saw instead.
-  void TakeInputBack();
-  void SetMousePath(const Widget* deepest);
-  // Tells what it finds there how far the pointer has moved.
-  void FollowPointer(Point delta = {});
-  // True while a press on the focus goes on.
-  bool FocusIsPressed() const;
-  void MoveFocusWithPointer(Widget* underPointer);
   void RoutePress(Handler handler);
   void RouteRelease(Handler handler);
   Widget* CapturingChild() const;
   void Drag();
-  void DragEdges(int dx, int dy);
-  // Tells what has changed since that state of the mouse.
-  void TellMouse(const MouseState& before, bool inTick);
-  void DispatchButtons(int before, int now);
 
+  // True while a press on the focus goes on.
+  bool FocusIsPressed() const;
   void DropFocus(Widget* widget);
-  bool HandleJoystick();
-  bool OfferToFocus(int code, int character, int scancode);
-  bool OfferToChildren(int code);
-  bool HandleShortcut(int character, int scancode);
-  bool HandleDialogKey(int character, int scancode);
-  // Takes a child out and makes it independent; false when a handler has destroyed it meanwhile.
-  bool TakeOut(Widget* child);
-  void CollectCandidates(const Widget* leftOut, std::vector<Candidate>& candidates);
 
-  std::unique_ptr<Tooltip> tooltipWidget_;
+  std::unique_ptr<DialogRun> run_;  // null until it has run by itself
 };
 
 // The widget, or null when it is hidden or disabled: input is not for it then.
@@ -281,10 +222,5 @@ class LifeWatch {
   const Widget* widget_;
   const Dialog* root_;  // null without a parent, when nobody is told
 };
-
-// The window for a double click in logic ticks, from Settings::doubleClickDelay; set when a root
-// starts, and again by whoever switches the mouse on later.
-void UpdateDoubleClickWindow();
-int DoubleClickWindow();
 
 }  // namespace zel

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "toolkit/base/settings.h"
-#include "toolkit/core/loop_state.h"
+#include "toolkit/core/event_loop.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {
@@ -17,7 +17,7 @@ void ReplaceShape(const Cursor* gone, Cursor* next) {
 
 }  // namespace
 
-MousePointer* CurrentPointer() { return Loop().pointer.get(); }
+MousePointer* CurrentPointer() { return Loop().Pointer(); }
 
 MousePointer::MousePointer() { TellOfGoneShapes(ReplaceShape); }
 

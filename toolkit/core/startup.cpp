@@ -15,7 +15,7 @@
 #include "toolkit/base/process.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/loop_state.h"
+#include "toolkit/core/event_loop.h"
 #include "toolkit/core/mouse_pointer.h"
 #include "toolkit/draw/bitmap_guard.h"
 #include "toolkit/draw/color.h"
@@ -113,7 +113,7 @@ void EnterMode() {
 void KeepRunning() {
   if (settings.runInBackground && set_display_switch_mode(SWITCH_BACKGROUND) != 0)
     set_display_switch_mode(SWITCH_BACKAMNESIA);
-  WatchDisplaySwitches();
+  Loop().WatchDisplaySwitches();
 }
 
 void MakeFollow(Dialog& root) {
@@ -208,7 +208,7 @@ void ExitToolkit() {
   SetCurrentSkin(nullptr);
   EngineExit();
   // A root that runs goes on without them, to its end.
-  if (!Loop().root) process.End();
+  if (!Loop().Root()) process.End();
 }
 
 }  // namespace zel

@@ -5,7 +5,7 @@
 
 #include "toolkit/base/settings.h"
 #include "toolkit/core/dialog.h"
-#include "toolkit/core/loop_state.h"
+#include "toolkit/core/event_loop.h"
 #include "toolkit/core/mouse_pointer.h"
 #include "toolkit/skin/skin.h"
 

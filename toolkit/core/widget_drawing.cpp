@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "toolkit/core/animator.h"
+#include "toolkit/core/damage.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/widget.h"
 #include "toolkit/draw/screen_update.h"
@@ -28,7 +29,7 @@ void Widget::PaintShown(Bitmap& canvas) {
   constexpr int kManyPixels = 2000;
   constexpr std::size_t kMostParts = 8;
   if (w() * h() < kManyPixels) return Draw(canvas);
-  const PixelArea shown = parent->ShownPart(this);
+  const PixelArea shown = ShownPart(*parent, *this);
   if (shown.Rects().size() > kMostParts) return Draw(canvas);
   for (const Rect& part : shown.Rects())
     DrawPart(canvas, {part.x - x(), part.y - y(), part.w, part.h});
