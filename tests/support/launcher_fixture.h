@@ -17,6 +17,7 @@ class LauncherFixture : public AllegroFixture {
     paths = {.configDirectory = ".",
              .mouseServerPid = "gpm.pid",
              .languageFile = "i18n",
+             .catalogues = "/nowhere",
              .progressFile = "progress",
              .outputFile = "output.txt",
              .positionFile = "menupos.txt"};

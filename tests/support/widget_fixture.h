@@ -2,12 +2,15 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <optional>
+#include <sstream>
 #include <string>
 
 #include "tests/support/allegro_fixture.h"
 #include "tests/support/fake_machine.h"
 #include "tests/support/picture.h"
+#include "tests/support/reference.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/startup.h"
 #include "toolkit/draw/screen_update.h"
@@ -80,12 +83,19 @@ class WidgetFixture : public AllegroFixture {
     Mouse(toX, toY, 1);
     Mouse(toX, toY);
   }
-  // The application destroys a widget when this message is reported.
-  template <class T>
-  void DestroyAt(int deadly, std::unique_ptr<T>& widget) {
-    root->onEvent = [deadly, &widget](int msg, int) {
-      if (msg == deadly) widget.reset();
-    };
+  // Does what the words of a script stand for; answers what there is to see and what was reported
+  // after each.
+  using Steps = std::map<std::string, std::function<void()>>;
+  std::string Play(const std::string& script, const Steps& steps,
+                   const std::function<std::string()>& look) {
+    std::istringstream words{script};
+    std::string seen;
+    root->Take();
+    for (std::string word; words >> word;) {
+      steps.at(word)();
+      seen += (seen.empty() ? "" : ", ") + look() + root->Take();
+    }
+    return seen;
   }
   // A key and the character that it types; true when a widget or the root used it.
   bool Press(int scancode, int character = 0) { return root->HandleKey(character, scancode); }
@@ -96,6 +106,11 @@ class WidgetFixture : public AllegroFixture {
     root->DrawDirty();
     settings.showMouse = true;
     return Picture(CurrentScreenUpdate()->GetCanvas());
+  }
+  // What shows there, without the pointer, is the reference picture.
+  void ExpectShown(const std::string& picture, const Rect& part) {
+    Frame();
+    ExpectLook(picture, CurrentScreenUpdate()->GetCanvas(), part);
   }
   // Whether drawing what is dirty has drawn all that changed.
   bool DrawsEnough() {

@@ -25,7 +25,7 @@ class ComboBoxTest : public WidgetFixture {
 
 TEST_F(ComboBoxTest, TheListLiesAboveTheDialogUntilThePointerLeaves) {
   ClickArrow();
-  EXPECT_EQ(combo->h(), 24 + 80);
+  ExpectShown("combo_box_open", {16, 8, 108, 108});
   const Rows open = Frame();
   covered.Redraw();
   EXPECT_TRUE(Frame() == open);
@@ -49,10 +49,6 @@ TEST_F(ComboBoxTest, MouseChoosesOnce) {
   EXPECT_STREQ(combo->GetEdit().GetText(), "2");
   Click(100, third);
   EXPECT_EQ(root->Take(), " A2 A0") << "the second press goes to what the list covered";
-  DestroyAt(MSG_ACTIVATE, combo);
-  ClickArrow();
-  Click(100, third);
-  EXPECT_TRUE(!combo && CurrentScreenUpdate()) << "the parent may destroy it and goes on";
 }
 
 TEST_F(ComboBoxTest, KeyboardOpensChoosesAndCancels) {
@@ -73,9 +69,6 @@ TEST_F(ComboBoxTest, KeyboardOpensChoosesAndCancels) {
   combo->GetListBox().GetList().Clear();
   ClickArrow();
   EXPECT_TRUE(combo->IsOpen() && combo->HasFocus()) << "an empty list leaves it to the button";
-  root->SetFocus(&combo->GetEdit());
-  DestroyAt(MSG_ACTIVATE, combo);
-  EXPECT_TRUE(Press(KEY_ENTER, '\r') && !combo) << "the parent may destroy it";
 }
 
 }  // namespace

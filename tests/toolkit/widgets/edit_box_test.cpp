@@ -1,5 +1,6 @@
 #include "toolkit/widgets/edit_box.h"
 
+#include <array>
 #include <memory>
 
 #include "tests/support/widget_fixture.h"
@@ -112,29 +113,31 @@ TEST_F(EditBoxTest, SurvivesDamagedTextAndAMissingSkin) {
   }
 }
 
-TEST_F(EditBoxTest, EnterTellsTheParentWhichMayDestroyTheBox) {
-  for (const int deadly : {MSG_ACTIVATE, MSG_CHAR}) {
-    ShowBox();
-    DestroyAt(deadly, edit);
-    EXPECT_TRUE(Press(KEY_ENTER, '\r'));
-    EXPECT_EQ(edit, nullptr);
-    EXPECT_EQ(root->Take(), " A0");
-  }
+TEST_F(EditBoxTest, EnterTellsTheParent) {
+  EXPECT_TRUE(Press(KEY_ENTER, '\r'));
+  EXPECT_EQ(root->Take(), " A0");
 }
 
-TEST_F(EditBoxTest, ShowsPasswordsAsAsterisksAndMarksTheSelection) {
-  CurrentSkin()->colors[kSelect] = green;
-  edit->SetFontColor(black, Color{}, kFocused);
-  edit->SetText("***");
-  const Rows stars = Shown(*edit);
-  edit->SetText("a b");
-  EXPECT_FALSE(Shown(*edit) == stars);
-  edit->SetFilter(kFilterPassword);
-  EXPECT_TRUE(Shown(*edit) == stars);
-  edit->SetFilter(0);
+// With a selection, the same without the focus, the cursor behind a glyph that is cut off, a
+// password, disabled, and a box without room.
+TEST_F(EditBoxTest, LooksSayTheState) {
+  root->Remove(edit.get());
+  CurrentSkin()->dottedRect = 1;
+  CurrentSkin()->fontColor[kEditText][kSelected] = white;
+  std::array<EditBox, 6> boxes;
+  for (int i = 0; i < 6; ++i) {
+    boxes[i].Setup(0, 0, 0, 0, 0, 0, i == 2 ? "abcdefgh" : "abcd", 9);
+    Show(boxes[i], {i % 2 * 52, i / 2 * 24, i == 5 ? 9 : 50, 22});
+    boxes[i].SetFilter(i == 3 ? kFilterPassword : 0);
+    boxes[i].ScrollToCursor();
+    boxes[i].SetFlag(i == 4 ? kFlagDisabled : i == 1 ? kFlagDirty : kFlagFocus);
+  }
   key_shifts = KB_SHIFT_FLAG;
-  Type({-KEY_LEFT, -KEY_LEFT});
-  EXPECT_EQ(Shown(*edit).at(12).substr(11, 9), "kgggggggg");
+  for (EditBox* box : {&boxes[0], &boxes[1]}) {
+    box->MoveCursor(1);
+    for (int i = 0; i < 2; ++i) box->MsgChar(KEY_RIGHT << 8);
+  }
+  ExpectShown("edit_boxes", {0, 0, 104, 72});
 }
 
 }  // namespace

@@ -1,11 +1,31 @@
 #include "toolkit/widgets/panel.h"
 
+#include "tests/support/temp_files.h"
 #include "tests/support/widget_fixture.h"
+#include "toolkit/widgets/value_range.h"
 
 namespace zel {
 namespace {
 
 using PanelTest = WidgetFixture;
+
+TEST_F(PanelTest, EachFrameAndLineHasItsOwnElement) {
+  ClearScreen back;
+  Panel plain;
+  PanelRaised raised;
+  PanelSunken sunken;
+  PanelRidge ridge;
+  PanelGroove groove;
+  ShadowBox box;
+  Separator lying, standing;
+  Dress(PANEL_RAISED, {"rr", "gg"});
+  lying.SetOrientation(kHorizontal);
+  Widget* const all[] = {&back, &plain, &raised, &sunken, &ridge, &groove, &box, &lying, &standing};
+  int x = -14;
+  for (Widget* widget : all) Show(*widget, {x += 14, 2, 12, 10});
+  EXPECT_EQ(back.Bounds(), root->Bounds());
+  ExpectShown("panels", {0, 0, 128, 16});
+}
 
 TEST_F(PanelTest, AnImageLiesInTheMiddleAndIsCutAtItsEdges) {
   const BitmapPtr art = Paint({"rg.b", "ygcb"});
@@ -29,6 +49,14 @@ TEST_F(PanelTest, AnImageLiesInTheMiddleAndIsCutAtItsEdges) {
   Dress(ICONEXIT, {"r"});
   image.SetBitmap(ICONEXIT), check();
   image.Widget::SetBitmap(-1), image.SetBitmap(nullptr), check();
+  const TempFile file{"", "art.bmp"};
+  save_bitmap(file.Path(), art.get(), nullptr);
+  image.Setup(20, 20, 9, 9, 0, 0, file.Path(), true, green), check();
+  EXPECT_EQ(Shown(image), Rows({"rggb", "ygcb"}));
+  image.Setup(20, 20, 9, 9, 0, 0, ICONEXIT, true, green), check();
+  EXPECT_EQ(Shown(image), Rows({"r"}));
+  image.SetBitmap(file.Path()), image.SetBitmap("/no/such/file"), check();
+  EXPECT_EQ(image.Bounds(), Rect(20, 20, 1, 1));
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include "toolkit/widgets/slider.h"
 
-#include <memory>
+#include <array>
 
 #include "tests/support/widget_fixture.h"
 #include "toolkit/base/input.h"
@@ -8,96 +8,97 @@
 namespace zel {
 namespace {
 
-// A grip of 10 pixels on a track of 110 pixels for the values 0 to 100.
-class SliderTest : public WidgetFixture {
+// A grip of 10 pixels on a track of 110 pixels for the values -50 to 150: a pixel is 2.
+class SliderTest : public WidgetFixture, public testing::WithParamInterface<int> {
  protected:
-  SliderTest() {
+  static bool IsLying() { return GetParam() == kHorizontal; }
+  void ShowSlider(int value) {
     Dress(HSLIDER_GRIP, Rows(4, "gggggggggg"));
     Dress(VSLIDER_GRIP, Rows(10, "gggg"));
-  }
-  void ShowSlider(int orientation, int value) {
     root->Remove(&slider);
-    slider.Setup(20, 30, 110, 110, 0, 0, 0, 100, value, orientation);
-    Show(slider, {20, 30, slider.w(), slider.h()});
+    slider.Setup(20, 20, 110, 110, 0, 0, -50, 150, value, GetParam());
+    Show(slider, {20, 20, slider.w(), slider.h()});
+  }
+  // The pointer along the slider, from its start, and beside it.
+  void Put(int at, int buttons = 0, int beside = 25) {
+    IsLying() ? Mouse(20 + at, beside, buttons) : Mouse(beside, 20 + at, buttons);
   }
 
   Slider slider;
 };
+INSTANTIATE_TEST_SUITE_P(, SliderTest, testing::Values(kVertical, kHorizontal));
 
-TEST_F(SliderTest, GripComesToThePointerAndStaysUnderIt) {
-  ShowSlider(kHorizontal, 0);
-  Drag(20 + 80, 35, 20 + 81, 5);
-  EXPECT_EQ(root->Take(), " S75 S76");
-  Drag(20 + 79, 35, 20 + 59, 5);
-  EXPECT_EQ(root->Take(), " S56") << "a press on the grip leaves it there";
-  for (const bool isRemoved : {true, false}) {
-    Mouse(20 + 59, 35, 1);
-    if (isRemoved) root->Remove(&slider);
-    root->ChangeFocus(root->FocusWidget(), nullptr);
-    Mouse(250, 180, 1), root->Take();
-    Mouse(20 + 59, 35);
-    if (isRemoved) Show(slider, slider.Bounds());
-    Mouse(20 + 90, 35);
-    EXPECT_EQ(root->Take(), "") << "what cuts a drag off ends it";
+TEST_P(SliderTest, LooksSayTheStateAndTheValue) {
+  CurrentSkin()->dottedRect = 1;
+  std::array<Slider, 5> sliders;
+  for (int i = 0; i < 5; ++i) {
+    sliders[i].Setup(24 * i, 24 * i, 60, 60, 0, 0, -50, i == 4 ? -50 : 150, 40 * i, GetParam());
+    Show(sliders[i], {IsLying() ? 0 : 24 * i, IsLying() ? 24 * i : 0, 60, 60});
   }
-  ShowSlider(kVertical, 0);
-  Drag(25, 30 + 80, 5, 30 + 81);
-  EXPECT_EQ(root->Take(), " S75 S76");
-  auto doomed = std::make_unique<Slider>();
-  doomed->Setup(20, 160, 110, 0, 0, 0, 0, 100, 50, kHorizontal);
-  Show(*doomed, doomed->Bounds());
-  Mouse(75, 165, 1);
-  int moves = 0;
-  root->onEvent = [&](int msg, int) {
-    moves += msg == MSG_MOUSEMOVE;
-    if (msg == MSG_SCROLL) doomed.reset();
-  };
-  Mouse(85, 165, 1);
-  EXPECT_TRUE(!doomed && moves == 1) << "the root's; its own would come after the change";
-  root->onEvent = nullptr;
+  sliders[1].Select(), sliders[2].Disable(), sliders[3].SetFlag(kFlagFocus);
+  ExpectShown(IsLying() ? "sliders_lying" : "sliders", {0, 0, 120, 120});
+  for (const bool isMoved : {false, true}) {
+    Tick(), IsLying() ? sliders[0].SetH(30) : sliders[0].SetW(30), Frame();
+    isMoved ? sliders[0].MsgShape() : sliders[0].MsgResize();
+    EXPECT_EQ(sliders[0].w() + sliders[0].h(), 60 + 22) << "as thick as the track";
+    EXPECT_TRUE(DrawsEnough()) << isMoved;
+  }
 }
 
-TEST_F(SliderTest, KeysAndWheelMoveWithinTheRange) {
-  const std::tuple<int, int, int, int, std::string> rows[] = {
-      {kHorizontal, 50, KEY_RIGHT, 0, " S51"}, {kHorizontal, 50, KEY_LEFT, 0, " S49"},
-      {kVertical, 50, KEY_DOWN, 0, " S51"},    {kVertical, 50, KEY_UP, 0, " S49"},
-      {kHorizontal, 50, KEY_HOME, 0, " S0"},   {kHorizontal, 50, KEY_END, 0, " S100"},
-      {kHorizontal, 95, KEY_PGUP, 0, " S100"}, {kHorizontal, 50, KEY_PGDN, 0, " S40"},
-      {kHorizontal, 50, 0, 3, " S53"},         {kVertical, 50, 0, 3, " S47"},
-      {kHorizontal, 1, 0, -9, " S0"},          {kHorizontal, 0, 0, -9, ""}};
+TEST_P(SliderTest, TheGripComesToThePointerAndStaysUnderIt) {
+  ShowSlider(-50);
+  const Steps steps = {{"press", [this] { Put(80, 1); }},
+                       {"grip", [this] { Put(79, 1); }},
+                       {"release", [this] { Mouse(mouse_x, mouse_y); }},
+                       {"drag", [this] { Put(81, 1, 5); }},
+                       {"back", [this] { Put(59, 1, 5); }},
+                       {"far", [this] { Put(300, 1, 5); }},
+                       {"before", [this] { Put(-9, 1, 5); }},
+                       {"past", [this] { Put(140); }},
+                       {"other", [this] { root->ChangeFocus(root->FocusWidget(), nullptr); }},
+                       {"out", [this] { Mouse(250, 180, 1); }},
+                       {"restart", [this] { slider.SendMessage(MSG_START); }}};
+  const std::tuple<int, std::string, std::string> rows[] = {
+      {-50, "press drag release past", "held 100 S100, held 102 S102, 102, 102"},
+      {100, "grip back release", "held 100, held 60 S60, 60"},
+      {100, "press far before release", "held 100, held 150 S150, held -50 S-50, -50"},
+      {-50, "press other out release grip", "held 100 S100, held 100, 150 S150, 150, held 98 S98"},
+      {-50, "past press out other release", "-50, held 100 S100, held 150 S150, 150, 150"},
+      {-50, "press restart drag release", "held 100 S100, 100, 100, 100"}};
+  for (const auto& [value, script, seen] : rows) {
+    Mouse(200, 190);
+    slider.SetPosition(value);
+    const auto look = [this] {
+      return (slider.Selected() ? "held " : "") + std::to_string(slider.GetPosition());
+    };
+    EXPECT_EQ(Play(script, steps, look), seen) << script;
+  }
+}
+
+TEST_P(SliderTest, KeysAndWheelMoveWithinTheRange) {
+  const int more = IsLying() ? KEY_RIGHT : KEY_DOWN, less = IsLying() ? KEY_LEFT : KEY_UP;
+  const int other = IsLying() ? KEY_UP : KEY_LEFT, sign = IsLying() ? 1 : -1;
+  const std::tuple<int, int, int, std::string> rows[] = {
+      {50, more, 0, " S51"},        {50, less, 0, " S49"},     {50, KEY_HOME, 0, " S-50"},
+      {149, more, 0, " S150"},      {50, KEY_END, 0, " S150"}, {140, KEY_PGUP, 0, " S150"},
+      {50, KEY_PGUP, 0, " S70"},    {50, KEY_PGDN, 0, " S30"}, {50, 0, 3 * sign, " S53"},
+      {-49, 0, -9 * sign, " S-50"}, {-50, 0, -9 * sign, ""},   {50, other, 0, ""}};
   root->onEvent = [](int, int) { simulate_keypress('k'); };
-  for (const auto& [orientation, value, scancode, wheel, events] : rows) {
-    ShowSlider(orientation, value);
+  for (const auto& [value, scancode, wheel, events] : rows) {
+    ShowSlider(value);
     slider.MsgWheel(wheel);
-    EXPECT_EQ(slider.MsgChar(scancode << 8), scancode != 0);
+    const bool isUsed = slider.MsgChar(scancode << 8);
+    EXPECT_EQ(isUsed, scancode != 0 && scancode != other);
     EXPECT_EQ(root->Take(), events);
     InputRecord typed;
-    EXPECT_TRUE(scancode == 0 || !TakeInput(typed)) << "typed meanwhile";
+    EXPECT_TRUE(!isUsed || !TakeInput(typed)) << "typed meanwhile";
   }
   root->onEvent = nullptr;
   for (const double end : {1e308, -1e308, 50.0}) {  // an endless, a reversed and no range
     slider.SetRange(50, end);
-    Click(100, 35);
+    Put(80, 1), Put(80);
   }
   EXPECT_EQ(slider.GetPosition(), 50);
-}
-
-TEST_F(SliderTest, EachStateHasItsTrackAndItsGrip) {
-  Dress(HSLIDER_BACK, {"kwk", "kkk", "kck", "kbk"});
-  Dress(HSLIDER_GRIP, {"gg", "rr", "..", "yy"});
-  slider.Setup(20, 30, 8, 1, 0, 0, 0, 6, 3, kHorizontal);
-  const auto look = [this] { return Shown(slider).front(); };
-  EXPECT_EQ(look(), "kwwggwwk");
-  slider.Select();
-  EXPECT_EQ(look(), "kkkrrkkk");
-  slider.Disable();
-  EXPECT_EQ(look(), "kcccccck");
-  for (const bool isMoved : {false, true}) {
-    Tick(), slider.Resize(8, 9), Frame();
-    isMoved ? slider.MsgShape() : slider.MsgResize();
-    EXPECT_EQ(slider.h(), 1) << "as thick as the track";
-    EXPECT_TRUE(DrawsEnough()) << isMoved;
-  }
 }
 
 }  // namespace

@@ -97,18 +97,44 @@ TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
   EXPECT_EQ(Change(), Rect(30, 10, 10, 10));
 }
 
-TEST_F(WindowTest, TheSkinPlacesTheTitle) {
+TEST_F(WindowTest, TheSkinPlacesTitleAndButtons) {
   Dress(WINTEXT, Rows(20, "wkkkkw"), {4, 1});
   CurrentSkin()->windowTextBack = 1;
-  const Widget &strip = *window->Children()[5], &title = *window->Children()[6];
-  for (const auto& [alignment, x] :
-       {std::pair{kAlignLeft, 60}, {kAlignRight, 100}, {kAlignCentre, 80}}) {
+  window->SetTitle("ab");
+  for (const auto& [alignment, picture] : {std::pair{kAlignLeft, "window_title_left"},
+                                           {kAlignRight, "window_title_right"},
+                                           {kAlignCentre, "window_title_centre"}}) {
     CurrentSkin()->windowAlignment = alignment;
     root->SetSkin(nullptr);
     Tick();
-    EXPECT_EQ(title.Bounds(), Rect(x, 48, 48, 8)) << alignment;
-    EXPECT_EQ(strip.Bounds(), Rect(x - 1, 40, 50, 10)) << alignment;
+    ExpectShown(picture, {50, 40, 108, 30});
   }
+}
+
+TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
+  Button other;
+  Show(other, {0, 0, 20, 20});
+  CurrentSkin()->Reset();
+  root->SetSkin(nullptr);
+  window->SetTitle("ab");
+  Tick();
+  ExpectShown("window", {40, 36, 130, 110});
+  const Point min = CurrentSkin()->windowMinPos, max = CurrentSkin()->windowMaxPos;
+  std::string sizes;
+  for (const Point& button : {min, min, max, min, max}) {
+    Click(window->x() + window->w() + button.x + 5, window->y() + button.y + 5);
+    sizes += std::to_string(window->w()) + 'x' + std::to_string(window->h()) + ' ';
+  }
+  EXPECT_EQ(sizes, "108x26 108x86 320x200 320x200 108x86 ");
+  root->SetFocus(&other);
+  ExpectShown("window_inactive", {40, 36, 130, 50});
+  window->ClearFlag(kFlagSizeable), window->Enable();
+  root->SetFocus(&content);
+  ExpectShown("window_of_fixed_size", {40, 36, 130, 50});
+  bool isClosed = false;
+  root->onEvent = [&isClosed](int msg, int) { isClosed |= msg == MSG_CLOSE; };
+  Click(window->x() + window->w() + CurrentSkin()->windowExitPos.x + 5, window->y() + 12);
+  EXPECT_TRUE(isClosed);
 }
 
 TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
@@ -127,18 +153,6 @@ TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
   EXPECT_EQ(window->Bounds(), root->Bounds());
   window->Maximize();
   EXPECT_EQ(Change(), Rect());
-}
-
-TEST_F(WindowTest, LooksActiveWithTheFocusAlone) {
-  Button other;
-  Show(other, {0, 0, 20, 20});
-  for (Widget* focused : {&content, &other}) {
-    root->ChangeFocus(root->FocusWidget(), focused);
-    window->Enable();
-    EXPECT_EQ(window->Children()[9]->Disabled(), focused == &other) << "the close button";
-    const char color = focused == &content ? 'r' : 'b';
-    EXPECT_TRUE(Frame()[80][51] == color && Frame()[62][90] == color);
-  }
 }
 
 }  // namespace
