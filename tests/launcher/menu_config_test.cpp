@@ -36,6 +36,25 @@ TEST_F(MenuConfigTest, TheSectionOfTheResolutionWins) {
   EXPECT_EQ(layoutValues.hintTop, 0);
 }
 
+TEST_F(MenuConfigTest, EveryPlaceHasAKeyAndADefault) {
+  const auto places = [] {
+    const LayoutValues& at = layoutValues;
+    std::string text;
+    for (const int value :
+         {at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight, at.hintLeft, at.hintTop,
+          at.hintWidth, at.hintHeight, at.progressX, at.progressY, at.progressW})
+      text += std::to_string(value) + ' ';
+    return text;
+  };
+  Read("");
+  EXPECT_EQ(places(), "79 180 340 297 413 180 287 297 82 490 614 ");
+  EXPECT_STREQ(config_.background, "");
+  Read(
+      "[MENU_CONFIGURATION]\nMenuLeft=1\nMenuTop=2\nMenuWidth=3\nMenuHeight=4\nHintLeft=5\n"
+      "HintTop=6\nHintWidth=7\nHintHeight=8\nProgressX=9\nProgressY=10\nProgressW=11\n");
+  EXPECT_EQ(places(), "1 2 3 4 5 6 7 8 9 10 11 ");
+}
+
 TEST_F(MenuConfigTest, LevelsInheritTheLayoutAndNothingElse) {
   Read(
       "[MENU_CONFIGURATION]\nProgressW=1\nMenuWidth=2\nMenuTitle=T\nHintTitle=H\nLinesNumber=1\n"

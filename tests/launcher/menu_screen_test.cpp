@@ -3,22 +3,28 @@
 #include "tests/support/fake_machine.h"
 #include "tests/support/fake_timers.h"
 #include "tests/support/launcher_fixture.h"
+#include "tests/support/reference.h"
 #include "toolkit/core/mouse_pointer.h"
 #include "toolkit/core/startup.h"
+#include "toolkit/draw/screen_update.h"
 // After Allegro itself.
 #include <allegro/internal/aintern.h>
 
 namespace zel {
 namespace {
 
-constexpr const char* kMain =
+const std::string kMain =
     "[MENU_CONFIGURATION]\nLinesNumber=6\nHintFile=hints\n[LINE1]\nSeparator=1\n"
-    "[LINE2]\nTitle=First\nExCode=11\nExString=first\nHintSection=a\n"
+    "[LINE2]\nTitle=First\nExCode=11\nExString=" +
+    std::string(300, 'x') +
+    "\nHintSection=a\n"
     "[LINE3]\nTitle=Inner\nExCode=12\nSubmenu=inner.cfg\n[LINE4]\nSeparator=1\n"
     "[LINE5]\nTitle=Off\nSubmenu=inner.cfg\nDisable=1\nExCode=15\n[LINE6]\nTitle=Nothing\n";
 constexpr const char* kInner =
     "[MENU_CONFIGURATION]\nLinesNumber=2\n[LINE1]\nTitle=One\nExCode=21\nExString=one\n"
     "[LINE2]\nTitle=Deeper\nExCode=22\nSubmenu=menu.cfg\n";
+
+constexpr int kWidth = 240, kHeight = 160;
 
 class MenuScreenTest : public LauncherFixture {
  protected:
@@ -26,6 +32,8 @@ class MenuScreenTest : public LauncherFixture {
     WriteFile("menu.cfg", kMain);
     WriteFile("inner.cfg", kInner);
     WriteFile("hints", "[a]\nsome words\n[end:a]\n");
+    settings.screenWidth = kWidth;
+    settings.screenHeight = kHeight;
     InstallToolkit(nullptr);
   }
   ~MenuScreenTest() override {
@@ -48,11 +56,13 @@ class MenuScreenTest : public LauncherFixture {
            std::to_string(screen_->List().GetCurrent()) + '/' +
            std::to_string(launcherState.exitCode);
   }
-  std::string Hint() const {
-    const auto& panel = static_cast<Dialog&>(*screen_->Children()[3]);
-    if (panel.Hidden()) return "hidden";
-    const auto& lines = static_cast<TextView*>(panel.Children()[0])->Lines();
-    return lines.empty() ? "" : lines[0];
+  // What the screen shows after its timers have run off is the reference picture.
+  void ExpectShown(const std::string& picture) {
+    for (int id = 0; id < kTimerSlots; ++id) screen_->MsgTimer(id);
+    settings.showMouse = false;
+    screen_->MsgTick();
+    screen_->DrawDirty();
+    ExpectLook(picture, CurrentScreenUpdate()->GetCanvas(), {0, 0, kWidth, kHeight});
   }
 
   FakeMachine machine_;
@@ -60,18 +70,37 @@ class MenuScreenTest : public LauncherFixture {
   std::unique_ptr<MenuScreen> screen_;
 };
 
+TEST_F(MenuScreenTest, LooksAsTheFilesSay) {
+  const std::string layout =
+      "[MENU_CONFIGURATION]\nMenuLeft=12\nMenuTop=10\nMenuWidth=120\nMenuHeight=104\nHintLeft=140\n"
+      "HintTop=16\nHintWidth=90\nHintHeight=60\nProgressX=20\nProgressY=120\nProgressW=150\n"
+      "MenuTitle=Main\nHintTitle=Help\nBackground=";
+  std::filesystem::create_directory("pic");
+  save_bitmap("pic/progress.bmp", Paint({"r", "y"}).get(), nullptr);
+  save_bitmap("small.bmp", Paint(Rows(150, std::string(200, 'c'))).get(), nullptr);
+  save_bitmap("large.bmp", Paint(Rows(170, std::string(260, 'y'))).get(), nullptr);
+  save_bitmap("icon.bmp", Paint({"ggg", "b.b", "ggg"}).get(), nullptr);
+  WriteFile("menu.cfg", layout + "small.bmp\n" + kMain + "Icon=icon.bmp\nColor=0,0,255\n");
+  WriteFile("inner.cfg", layout + "large.bmp\nBacklineColor=255,0,0\n" + kInner);
+  WriteFile("progress", "[Progress]\nStepNumber=10\nCurrentStep=4\n");
+  Start("");
+  ExpectShown("menu_screen");
+  After({KEY_DOWN, KEY_ENTER});
+  std::filesystem::remove("progress");
+  ExpectShown("menu_screen_below");
+  After({KEY_ENTER});
+  ExpectShown("menu_screen_again");
+}
+
 TEST_F(MenuScreenTest, KeysMoveThroughTheMenus) {
   Start("");
   EXPECT_EQ(After({}), "1/1/11");
-  EXPECT_STREQ(launcherState.outputString, "first");
-  EXPECT_EQ(Hint(), "some words ");
+  EXPECT_STREQ(launcherState.outputString, std::string(255, 'x').c_str());
   EXPECT_EQ(After({KEY_DOWN}), "1/2/12");
   EXPECT_EQ(After({KEY_ENTER}), "2/0/0");
-  EXPECT_EQ(Hint(), "hidden");
   EXPECT_EQ(After({KEY_DOWN, KEY_DOWN, KEY_ENTER_PAD}), "3/0/0");
   EXPECT_EQ(After({KEY_SPACE}), "2/2/22");
   EXPECT_EQ(After({KEY_HOME, KEY_ENTER}), "1/2/12");
-  EXPECT_EQ(Hint(), "");
   EXPECT_EQ(After({KEY_DOWN, KEY_ENTER}), "1/4/15") << "disabled";
   key[KEY_SPACE] = 1;
   EXPECT_EQ(After({KEY_UP, KEY_SPACE, KEY_SPACE}), "2/0/0") << "held";
@@ -106,7 +135,7 @@ TEST_F(MenuScreenTest, TheLastPositionIsRestoredAsFarAsItFits) {
     EXPECT_EQ(After({}), where) << position;
   }
   Start("2,2,2");
-  EXPECT_EQ(After({}) + ' ' + Hint(), "3/2/11 some words ");
+  EXPECT_EQ(After({}), "3/2/11");
 }
 
 // Menus of different heights, whose lists have other pages than the one shown before.
@@ -148,9 +177,25 @@ TEST_F(MenuScreenTest, AKeyAfterTheMouseHasOpenedAMenuMovesOn) {
   EXPECT_EQ(After({KEY_DOWN}), "2/1/21");
 }
 
+TEST_F(MenuScreenTest, LooksForTheMouseServerUntilItRuns) {
+  launcherState.mousePending = true;
+  settings.showMouse = false;
+  settings.mouseSpeed = 5;
+  Start("");
+  std::string seen;
+  for (const bool runs : {false, true}) {
+    if (runs) WriteFile("gpm.pid", "");
+    for (int id = 0; id < kTimerSlots; ++id) screen_->MsgTimer(id);
+    seen += std::to_string(settings.showMouse) + std::to_string(launcherState.mousePending) +
+            std::to_string(timers_.Count()) + ' ';
+  }
+  EXPECT_EQ(seen, "013 102 ");
+  EXPECT_EQ(machine_.mouseSpeeds.back(), FakeMachine::Pair(5, 5));
+}
+
 TEST_F(MenuScreenTest, GoingBackToASeparatorDoesNotChooseIt) {
   Start("2,0");
-  WriteFile("menu.cfg", std::string{kMain} + "[LINE3]\nSeparator=1\n");
+  WriteFile("menu.cfg", kMain + "[LINE3]\nSeparator=1\n");
   EXPECT_EQ(After({KEY_ENTER}), "1/2/12");
   EXPECT_FALSE(screen_->IsClosed());
 }

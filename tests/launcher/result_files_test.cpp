@@ -33,6 +33,29 @@ TEST_F(ResultFilesTest, LeaveTheStringAndTheWayInFilesOfTheirOwn) {
   }
 }
 
+TEST_F(ResultFilesTest, WhatWasPlantedIsReplacedAndNeverFollowed) {
+  WriteFile("target", "kept");
+  std::filesystem::create_directory("full");
+  for (const char* target : {"target", "created", "/dev/null"}) {
+    std::filesystem::create_symlink(target, "output.txt");
+    std::filesystem::create_symlink(target, "menupos.txt");
+    EXPECT_TRUE(ReadMenuPosition().empty());
+    EXPECT_EQ(WriteResultFiles({}), 0);
+    EXPECT_EQ(ReadFile("target") + ReadFile("output.txt"), "kept\n");
+    EXPECT_FALSE(std::filesystem::exists("created"));
+    EXPECT_EQ(DeleteOutputFile(), 0);
+    EXPECT_FALSE(std::filesystem::exists("output.txt"));
+    std::filesystem::remove("menupos.txt");
+  }
+  for (const char* path : {"full", "target/file", "none/file", "none"}) {
+    paths.outputFile = path;
+    EXPECT_EQ(DeleteOutputFile(), 0) << path << " is no output of an earlier run";
+    EXPECT_EQ(WriteResultFiles({}) != 0, path != std::string{"none"}) << path;
+  }
+  std::filesystem::remove("none");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator{"."}, {}), 3) << "no temporary file";
+}
+
 TEST_F(ResultFilesTest, ALongWayIsCutBetweenItsLevels) {
   launcherState.exitCode = 1;
   MenuConfig config;

@@ -2,6 +2,7 @@
 
 #include <climits>
 
+#include "launcher/paths.h"
 #include "tests/support/widget_fixture.h"
 
 namespace zel {
@@ -9,6 +10,9 @@ namespace {
 
 class WaitDialogTest : public WidgetFixture {
  protected:
+  WaitDialogTest() { paths.catalogues = "/nowhere"; }
+  ~WaitDialogTest() override { paths = {}; }
+
   WaitDialog& Wait(int timeout) {
     item.timeout = timeout;
     dialog = std::make_unique<WaitDialog>(item);
@@ -17,7 +21,6 @@ class WaitDialogTest : public WidgetFixture {
     Copied();
     return *dialog;
   }
-  const char* Countdown() { return static_cast<Label*>(dialog->Client().Children()[3])->GetText(); }
 
   MenuItem item;
   std::unique_ptr<WaitDialog> dialog;
@@ -40,24 +43,28 @@ TEST_F(WaitDialogTest, FilesDecideAndOneThatMustGoDecidesAlone) {
 TEST_F(WaitDialogTest, TimePassesAndOnlyWhatMovesIsCopied) {
   item.waitForFile.Assign("/missing");
   Wait(3);
-  std::string seconds;
+  ExpectShown("wait_window", {0, 0, 320, 200});
+  std::string changes;
   for (int checks = 1; checks <= 80; ++checks) {
     EXPECT_EQ(dialog->Check(), checks == 80);
-    const bool changes = !seconds.ends_with(Countdown());
-    EXPECT_EQ(Copied(), changes ? 240 * 10 : 0);
-    if (changes) seconds += Countdown();
+    if (const int copied = Copied())
+      changes += std::to_string(checks) + ':' + std::to_string(copied) + ' ';
+    if (checks == 1) ExpectShown("wait_countdown", {0, 90, 320, 60});
   }
-  EXPECT_EQ(seconds, "3210");
+  EXPECT_EQ(changes, "1:2400 21:2400 41:2400 61:2400 ");
   EXPECT_FALSE(Wait(INT_MAX).Check());
-  EXPECT_STREQ(Countdown(), "2147482");
+  ExpectShown("wait_for_ages", {0, 90, 320, 60});
   Wait(0).Check();
   EXPECT_EQ(Copied(), 2 * 5 * 27);
+  ExpectShown("wait_busy", {0, 90, 320, 60});
 }
 
 TEST_F(WaitDialogTest, TheKeyThatOpensItDoesNotCancelItToo) {
   key[KEY_ENTER] = 1;
-  Widget* cancel = Wait(0).Client().Children()[4];
-  root->SetFocus(cancel);
+  Wait(0);
+  Mouse(160, 128, 1), Mouse(5, 5);
+  Widget* const cancel = root->FocusWidget();
+  ASSERT_TRUE(cancel);
   for (const bool counts : {false, true}) {
     Press(KEY_ENTER, 13);
     EXPECT_EQ(cancel->Selected(), counts);
