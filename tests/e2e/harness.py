@@ -3,7 +3,6 @@
 Everything is waited for by looking: at the screen's picture, at the process, at files.
 """
 
-import ctypes
 import os
 import pathlib
 import resource
@@ -179,10 +178,6 @@ class Launcher:
         # In no time at all.
         self.display.xdotool("mousemove", x, y, "click", 1)
 
-    def request_close(self):
-        """What a window manager does when the user clicks on the window's close button."""
-        request_close(self.display.name)
-
     def threads(self):
         """What the system says about each."""
         return [path.read_text() for path in pathlib.Path(f"/proc/{self._process.pid}/task").glob("*/status")]
@@ -225,44 +220,3 @@ class Launcher:
 
 def text_of(path):
     return path.read_text() if path.is_file() else None
-
-
-class _ClientMessage(ctypes.Structure):
-    """Xlib's XClientMessageEvent, as large as its XEvent."""
-    _fields_ = [("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("send_event", ctypes.c_int),
-                ("display", ctypes.c_void_p), ("window", ctypes.c_ulong),
-                ("message_type", ctypes.c_ulong), ("format", ctypes.c_int),
-                ("data", ctypes.c_long * 24)]
-
-
-def request_close(display_name):
-    """Sends WM_DELETE_WINDOW to every window that understands it (X11's ICCCM, section 4.2.8.1)."""
-    client_message, as_longs = 33, 32
-    x11 = ctypes.CDLL("libX11.so.6")
-    pointer, identifier = ctypes.c_void_p, ctypes.c_ulong
-    x11.XOpenDisplay.restype = pointer
-    for function in (x11.XDefaultRootWindow, x11.XInternAtom):
-        function.restype = identifier
-    display = pointer(x11.XOpenDisplay(display_name.encode()))
-    protocols = x11.XInternAtom(display, b"WM_PROTOCOLS", 0)
-    delete = x11.XInternAtom(display, b"WM_DELETE_WINDOW", 0)
-
-    found_root, parent, count = identifier(), identifier(), ctypes.c_uint()
-    children = ctypes.POINTER(identifier)()
-    root = identifier(x11.XDefaultRootWindow(display))
-    x11.XQueryTree(display, root, ctypes.byref(found_root), ctypes.byref(parent),
-                   ctypes.byref(children), ctypes.byref(count))
-    asked = 0
-    for window in children[:count.value]:
-        atoms, atom_count = ctypes.POINTER(identifier)(), ctypes.c_int()
-        x11.XGetWMProtocols(display, identifier(window), ctypes.byref(atoms),
-                            ctypes.byref(atom_count))
-        if delete in atoms[:atom_count.value]:
-            event = _ClientMessage(type=client_message, window=window, message_type=protocols,
-                                   format=as_longs)
-            event.data[0] = delete
-            x11.XSendEvent(display, identifier(window), 0, ctypes.c_long(0), ctypes.byref(event))
-            asked += 1
-    x11.XCloseDisplay(display)
-    if not asked:
-        raise AssertionError("no window can be asked to close")
