@@ -48,7 +48,8 @@ BITMAP* FakeMachine::SetMode(int w, int h, int depth, bool windowed) {
   if (std::find(refused.begin(), refused.end(), depth) != refused.end()) return nullptr;
   gfx_driver->w = w;
   gfx_driver->h = h;
-  return create_bitmap_ex(depth, w, h);
+  return create_bitmap_ex(depth, std::max(w, current_->least.first),
+                          std::max(h, current_->least.second));
 }
 
 BITMAP* FakeMachine::CreatePage(int w, int h) {

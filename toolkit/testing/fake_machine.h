@@ -31,6 +31,7 @@ class FakeMachine {
   // What the machine can do.
   std::vector<int> refusedDepths;
   int desktopDepth = 32;
+  Pair least{0, 0};  // extent of the screen bitmap, however small a mode is
   bool hasKeyboard = true;
   bool hasTimer = true;
   int mouseButtons = 2;  // -1: no mouse
