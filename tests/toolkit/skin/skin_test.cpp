@@ -258,16 +258,15 @@ TEST_F(SkinTest, LoadingStopsAtTheFirstFileThatIsMissingOrUnreadable) {
     EXPECT_EQ(skin->GetError(), error) << line;
     EXPECT_EQ(skin->bitmaps[CLEAR_BACK]->getpixel(5, 5), Color(back, back, back)) << line;
     EXPECT_FALSE(skin->title);
+    for (const char* none : {"none.cfg", static_cast<const char*>(nullptr)})
+      EXPECT_EQ(skin->Load(none), kSkinFileError);
+    EXPECT_EQ(skin->colors[kBack], Color(back, back, back)) << "as it was";
   }
-  const auto kept = Make("[MENU]\nheight = 33\n");
-  EXPECT_EQ(kept->LoadCursors(nullptr), kFileNotFoundError);
-  for (const char* none : {"none.cfg", static_cast<const char*>(nullptr)})
-    EXPECT_EQ(kept->Load(none), kSkinFileError);
-  EXPECT_EQ(kept->menuHeight, 33);
-  for (const int index : {64, -1, 63}) {
-    const int error = index == 63 ? kFileNotFoundError : kIndexError;
-    EXPECT_EQ(kept->SetCursorBitmap("none", index, 1, 20), error) << index;
-    EXPECT_EQ(kept->SetFontFile("none", index, 12), error) << index;
+  Skin skin("default");
+  for (const auto& [index, error] :
+       {std::pair{64, kIndexError}, {-1, kIndexError}, {63, kFileNotFoundError}}) {
+    EXPECT_EQ(skin.SetCursorBitmap("none", index, 1, 20), error) << index;
+    EXPECT_EQ(skin.SetFontFile("none", index, 12), error) << index;
   }
 }
 
