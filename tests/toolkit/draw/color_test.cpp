@@ -26,11 +26,16 @@ TEST_F(ColorTest, TextsGiveThreeNumbersHoweverTheyAreSeparated) {
 }
 
 TEST_F(ColorTest, NamedColoursBelongToTheCurrentPixelFormat) {
+  const std::vector<Color> named{darkgray, gray,    lightgray, orange,  brown,
+                                 violet,   darkred, darkgreen, darkblue};
+  const std::vector<Color> made{{96, 96, 96},  {128, 128, 128}, {192, 192, 192},
+                                {255, 170, 0}, {150, 96, 0},    {144, 0, 168},
+                                {128, 0, 0},   {0, 128, 0},     {0, 0, 128}};
+  EXPECT_EQ(named, made);
   set_palette(desktop_palette);
   for (int depth : {8, 15, 16, 24, 32}) {
     UseDepth(depth);
     EXPECT_EQ(orange, makecol_depth(depth, 255, 170, 0)) << depth;
-    EXPECT_EQ(darkblue, makecol_depth(depth, 0, 0, 128)) << depth;
     EXPECT_EQ(magenta, bitmap_mask_color(BitmapPtr{create_bitmap(1, 1)}.get())) << depth;
     EXPECT_EQ(Color{-1000000}.r() & ~255, 0) << "read within the palette";
   }

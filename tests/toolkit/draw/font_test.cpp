@@ -48,13 +48,10 @@ std::string PictureFace() {
 }
 
 // A picture of `cells` cells of 4 x 6 pixels, the first of which is the space.
-BitmapPtr Grid(int cells, bool hasMarks = true) {
-  BitmapPtr picture{create_bitmap_ex(8, 1 + cells * 5, 8)};
-  clear_to_color(picture.get(), hasMarks ? 255 : 0);
-  for (int i = 0; i < cells; ++i) {
-    rectfill(picture.get(), 1 + i * 5, 1, 4 + i * 5, 6, 0);
-    vline(picture.get(), 2 + i * 5, 3, 4, 1);
-  }
+BitmapPtr Grid(int cells, int depth, int mark) {
+  BitmapPtr picture{create_bitmap_ex(depth, 1 + cells * 5, 8)};
+  clear_to_color(picture.get(), mark);
+  for (int i = 0; i < cells; ++i) rectfill(picture.get(), 1 + i * 5, 1, 4 + i * 5, 6, 0);
   return picture;
 }
 
@@ -96,12 +93,14 @@ struct FontTest : AllegroFixture {
 };
 
 TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
-  WritePicture("GRID.TGA", Grid(60).get());
-  WritePicture("nomarks.bmp", Grid(3, false).get());
+  WritePicture("GRID.TGA", Grid(60, 8, 255).get());
+  WritePicture("nomarks.bmp", Grid(3, 8, 0).get());
+  WritePicture("deep.bmp", Grid(60, 24, makecol_depth(24, 255, 255, 0)).get());
   const std::string much(8000, 'x');
-  std::string letters = "bios.fnt 0x20 0x20\n";
+  std::string letters = "bios.fnt 0x20 0x20\n", files;
   for (int i = 500; i > 300; --i)
     letters += "- " + std::to_string(i) + ' ' + std::to_string(i) + '\n';
+  for (int i = 0; i < 256; ++i) files += "bios.fnt 0x20 0x20\n";
   // Where there is no content, the file is there already. The height, and the width of "A".
   const std::tuple<const char*, std::string, const char*> cases[] = {
       {"GRID.TGA", "", "0: 6, 4"},
@@ -109,25 +108,33 @@ TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
       {"large.fnt", much.substr(0, 4096), "0: 16, 8"},
       {"grx.fnt", Grx({0, 7, 'A', 'B', 0}) + std::string{"\5\0\13", 4} + much.substr(0, 21),
        "0: 7, 5"},
-      {"script.txt", "bios.fnt 0x20 0x7F\nlarge.fnt 0x80 0xFF\n", "0: 16, 8"},
+      {"script.txt", " \r\nbios.fnt\t0x20 0x7F\nlarge.fnt 0x80 0xFF", "0: 16, 8"},
       {"letters.txt", letters + "grx.fnt 0x42 0x42\n- 0x41 0x41\nGRID.TGA 0x100 0x110\n- 0x200\n",
        "0: 8, 11"},
+      {"moved.txt", "bios.fnt 0x10FF00 -1\n- 0x41\ngrx.fnt 1\nlarge.fnt 0x30 0x10FFFF", "0: 16, 8"},
+      {"deep.txt", "deep.bmp 0x20", "0: 6, 4"},
+      {"many.txt", files, "0: 8, 0"},
+      {"more.txt", files + "bios.fnt 0x20 0x20\n", "13: 8, 8"},
+      {"first.txt", "bios.fnt", "13: 8, 8"},
+      {"none.txt", "- 0x20", "13: 8, 8"},
+      {"zero.txt", "bios.fnt 0 0x20", "13: 8, 8"},
+      {"backward.txt", "bios.fnt 0x21 0x20", "13: 8, 8"},
+      {"beyond.txt", "bios.fnt 0x10FFFF 0x110000", "13: 8, 8"},
+      {"itself.TXT", "itself.TXT 0x20 0x7F\n", "13: 8, 8"},
+      {"deep.bmp", "", "13: 8, 8"},
       {"nomarks.bmp", "", "13: 8, 8"},
       {"short.itf", much.substr(0, 2047), "13: 8, 8"},
       {"cut.fnt", LibraryFace().substr(0, 338), "13: 8, 8"},
       {"huge.fnt", Grx({0xFFFF, 0xFFFF, 0, 0xFFFE, true}), "13: 8, 8"},
       {"backward.fnt", Grx({8, 8, 200, 100, true}) + much, "13: 8, 8"},
       {"flat.fnt", Grx({8, 0, 0, 255, true}) + much, "13: 8, 8"},
-      {"itself.TXT", "itself.TXT 0x20 0x7F\n", "13: 8, 8"},
       {"random.ttf", "no font", "13: 8, 8"}};
   for (const auto& [file, content, expected] : cases) {
     if (!content.empty()) dir.Write(file, content);
     ASSERT_EQ(font.Load(kOutlineFont), kNoError);
-    const int error = Load(file).code;
-    EXPECT_EQ(std::to_string(error) + ": " + std::to_string(font.TextHeight()) + ", " +
-                  std::to_string(font.TextLength("A")),
-              expected)
-        << file;
+    std::string found = std::to_string(Load(file).code) + ": ";
+    found += std::to_string(font.TextHeight()) + ", " + std::to_string(font.TextLength("A"));
+    EXPECT_EQ(found, expected) << file;
     EXPECT_TRUE(!font.IsEngine() && !font.GetFixedSizes() && font.SetSize(12) == -1) << file;
     EXPECT_EQ(get_color_conversion(), PictureConversion());
   }
@@ -136,8 +143,6 @@ TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
   EXPECT_EQ(other.Load(dir.Write("outlines", PictureFace()).c_str()), kNoError);
   EXPECT_TRUE(other.IsFixed() && !other.IsScalable() && *other.GetFixedSizes() == 3);
   EXPECT_TRUE(font.IsScalable() && !font.IsFixed()) << "each has what was in the file";
-  font.Reset();
-  EXPECT_TRUE(!font.IsEngine() && font.TextLength("Zel") == 24);
 }
 
 TEST_F(FontTest, MissingFileIsLookedUpAmongFontsOfEnvironment) {
@@ -234,6 +239,7 @@ TEST_P(FaceTest, MultilineTextIsAlignedInItsColumn) {
 TEST_F(FontTest, SizeIsTheLargestPixelSizeWhoseLineIsNotHigher) {
   const auto face = Open(outlines), pictures = Open(PictureFace());
   EXPECT_EQ(EngineTextHeight(*face), 8) << "the initial size";
+  const int small = EngineTextLength(*face, "Z");
   const FT_Size_Metrics& metrics = face->ftFace->size->metrics;
   for (int px = 9; px <= 60; ++px) {
     ASSERT_EQ(EngineSetSize(*face, px), 0) << px;
@@ -244,12 +250,14 @@ TEST_F(FontTest, SizeIsTheLargestPixelSizeWhoseLineIsNotHigher) {
     EXPECT_GT((metrics.ascender - metrics.descender) / 64, px);
   }
   EngineSetSize(*face, 20);
+  EXPECT_GT(EngineTextLength(*face, "Z"), small);
   for (int px : {0, -1, INT_MIN, 100000, 2000000000, INT_MAX}) {
     EXPECT_EQ(EngineSetSize(*face, px), -1) << px;
     EXPECT_TRUE(EngineTextHeight(*face) == 20 && metrics.y_ppem == face->pixelSize) << px;
   }
   EXPECT_EQ(EngineSetSize(*pictures, 7), -1);
   EXPECT_EQ(pictures->fixedSizes, (std::vector<int>{3, -1}));
+  EXPECT_TRUE(pictures->pixelSize == 5 && pictures->ascent == 2 && pictures->size == 3);
 }
 
 TEST_F(FontTest, PlacesGlyphsByOffsetsAdvancesAndSpacingOnTheirBackground) {
@@ -349,6 +357,8 @@ TEST_F(FontTest, StaysWithinClipRectangle) {
 TEST_F(FontTest, CharactersAreThoseOfTextFormatAndDamagedOnesEndWithText) {
   const auto face = Open(outlines);
   const auto length = [&face](const char* text) { return EngineTextLength(*face, text); };
+  EngineSetSpacing(*face, 3);
+  EXPECT_EQ(length("e\u0301"), length("e")) << "an accent takes no place";
   const int wide = length("\xC5\x81");  // U+0141
   EXPECT_EQ(length("A\xC5\x81"), length("A") + wide);
   for (const char* damaged : {"A\xC3", "A\xE2\x82", "A\xF0", "A\xFF"})
