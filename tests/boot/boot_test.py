@@ -2,10 +2,13 @@
 """The rescue image as a person meets it: on the console of a machine that was started from it."""
 
 import gettext
+import pathlib
 import re
+import sys
 import unittest
 
-from machine import IMAGE, ROOT, Machine, wait_until
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "image"))
+from machine import IMAGE, ROOT, Machine, wait_until  # noqa: E402
 
 BLACK = (0, 0, 0)
 USABLE = "text characters kernel lines\n"

@@ -12,7 +12,7 @@ import sys
 import tempfile
 import time
 
-ROOT = pathlib.Path(__file__).resolve().parents[2]
+ROOT = pathlib.Path(__file__).resolve().parents[1]
 IMAGE = ROOT / "build-image"
 PATIENCE = 60.0  # seconds until a wait counts as failed; there may be no acceleration
 POLL = 0.05
@@ -32,7 +32,7 @@ def wait_until(condition, what):
 
 @functools.cache
 def test_initrd():
-    subprocess.run([ROOT / "tests/boot/guest/pack"], check=True)
+    subprocess.run([ROOT / "image/guest/pack"], check=True)
     return IMAGE / "test-initrd.gz"
 
 
