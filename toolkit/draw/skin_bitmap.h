@@ -8,6 +8,7 @@
 #include "toolkit/base/error.h"
 #include "toolkit/base/geometry.h"
 #include "toolkit/draw/color.h"
+#include "toolkit/draw/pixel_copy.h"
 
 namespace zel {
 
@@ -165,7 +166,7 @@ class SkinBitmap {
   // Allegro's copying of the held bitmap to a target. Those that leave out the mask colour need a
   // target of the same colour depth and draw nothing on another.
   void blit(DrawTarget target, int sx, int sy, int dx, int dy, int w, int h) const {
-    if (bitmap && target) ::blit(bitmap, target, sx, sy, dx, dy, w, h);
+    if (bitmap && target) CopyPixels(bitmap, {sx, sy}, target, {dx, dy, w, h});
   }
   void masked_blit(DrawTarget target, int sx, int sy, int dx, int dy, int w, int h) const {
     if (SameDepth(target)) ::masked_blit(bitmap, target, sx, sy, dx, dy, w, h);

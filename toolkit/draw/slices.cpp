@@ -2,7 +2,9 @@
 #include <cassert>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 
+#include "toolkit/draw/pixel_copy.h"
 #include "toolkit/draw/skin_bitmap.h"
 
 namespace zel {
@@ -23,12 +25,10 @@ struct Range {
 class Copier {
  public:
   Copier(BITMAP* picture, BITMAP* target, bool masked)
-      : picture_{picture}, target_{target}, masked_{masked} {
-    const bool isPlain = !masked && is_memory_bitmap(picture) && is_memory_bitmap(target) &&
-                         bitmap_color_depth(picture) == bitmap_color_depth(target) &&
-                         !SameBitmap(picture, target);
-    if (isPlain) pixelBytes_ = (bitmap_color_depth(picture) + 7) / 8;
-  }
+      : picture_{picture},
+        target_{target},
+        masked_{masked},
+        pixelBytes_{masked ? 0 : PlainPixelBytes(picture, target)} {}
 
   // Whether pixels are copied as they are, without a look at each.
   bool IsPlain() const { return pixelBytes_ != 0; }
@@ -52,17 +52,22 @@ class Copier {
   void RepeatColumns(Wide tile, Wide x, Wide y, Wide w, Wide h) const {
     const Wide total = std::min(w, VisibleX().end - x);
     const Wide first = std::max(y, VisibleY().begin), end = std::min(y + h, VisibleY().end);
+    if (total <= tile) return;
     for (Wide row = first; row < end; ++row) {
+      // Rows of a tile are mostly alike.
+      if (row > first && Pixels(x, row, tile) == Pixels(x, row - 1, tile)) {
+        CopyRow(x + tile, row - 1, x + tile, row, total - tile);
+        continue;
+      }
       for (Wide done = tile; done < total; done += std::min(done, total - done))
-        CopyRow(target_, x, row, target_, x + done, row, std::min(done, total - done));
+        CopyRow(x, row, x + done, row, std::min(done, total - done));
     }
   }
   void RepeatRows(Wide tile, Wide x, Wide y, Wide w, Wide h) const {
     const Wide left = std::max(x, VisibleX().begin), right = std::min(x + w, VisibleX().end);
     if (left >= right) return;
     const Wide end = std::min(y + h, VisibleY().end);
-    for (Wide row = y + tile; row < end; ++row)
-      CopyRow(target_, left, row - tile, target_, left, row, right - left);
+    for (Wide row = y + tile; row < end; ++row) CopyRow(left, row - tile, left, row, right - left);
   }
   bool ShowsColumns(Wide x, Wide w) const {
     return x >= VisibleX().begin && x + w <= VisibleX().end;
@@ -73,20 +78,24 @@ class Copier {
   void CopyVisible(Point from, const Rect& to) const {
     if (masked_) return ::masked_blit(picture_, target_, from.x, from.y, to.x, to.y, to.w, to.h);
     if (pixelBytes_ == 0) return ::blit(picture_, target_, from.x, from.y, to.x, to.y, to.w, to.h);
-    // What blit does, without what it takes to be ready for other kinds of bitmaps.
-    for (int row = 0; row < to.h; ++row)
-      CopyRow(picture_, from.x, from.y + row, target_, to.x, to.y + row, to.w);
+    CopyPlainPixels(picture_, from, target_, to, pixelBytes_);
   }
 
-  void CopyRow(const BITMAP* from, Wide sx, Wide sy, BITMAP* to, Wide dx, Wide dy, Wide w) const {
-    std::memcpy(to->line[dy] + dx * pixelBytes_, from->line[sy] + sx * pixelBytes_,
-                static_cast<std::size_t>(w) * pixelBytes_);
+  // Pixels of a row of the target.
+  std::string_view Pixels(Wide x, Wide y, Wide w) const {
+    return {reinterpret_cast<const char*>(target_->line[y] + x * pixelBytes_),
+            static_cast<std::size_t>(w * pixelBytes_)};
+  }
+  // Within the target.
+  void CopyRow(Wide sx, Wide sy, Wide dx, Wide dy, Wide w) const {
+    std::memcpy(target_->line[dy] + dx * pixelBytes_, target_->line[sy] + sx * pixelBytes_,
+                static_cast<std::size_t>(w * pixelBytes_));
   }
 
   BITMAP* picture_;
   BITMAP* target_;
   bool masked_;
-  int pixelBytes_ = 0;  // where rows of pixels are plain bytes, else 0
+  int pixelBytes_;  // where rows of pixels are plain bytes, else 0
 };
 
 // How a line of `total` pixels, which begins at `start` on the target, is put together from an
