@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "imageformats/load.h"
 #include "launcher/menu_widgets.h"
 #include "launcher/texts.h"
@@ -44,9 +46,15 @@ MenuEntry::MenuEntry(const MenuItem& menuItem, IconCache& icons) : item_{menuIte
   if (!item_.icon.IsEmpty()) icon_ = icons.Get(item_.icon);
 }
 
+Rect MenuEntry::PaintedPart(Size canvas) const {
+  if (!owner || !owner->GetBitmap()) return {};
+  return {kFrameLeft, 0, std::max(0, canvas.w - kFrameMargin), canvas.h};
+}
+
 void MenuEntry::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {
-  SubCanvas frame{canvas, kFrameLeft, 0, canvas.Width() - kFrameMargin, canvas.Height()};
-  if (!frame.IsEmpty()) ListItem::Draw(frame, skinBitmap, state);
+  if (const int width = canvas.Width() - kFrameMargin; skinBitmap && width > 0)
+    skinBitmap->DrawArea(canvas.GetBitmap(), 0, state, kFrameLeft, 0, width, canvas.Height(), 1,
+                         kListStates);
   if (IsSeparator()) {
     DrawSeparator(canvas);
     return;

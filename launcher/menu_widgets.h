@@ -40,6 +40,7 @@ class MenuEntry : public ListItem {
 
   void Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) override;
   const char* GetText() const override { return item_.title; }
+  Rect PaintedPart(Size canvas) const override;
 
   const MenuItem& Item() const { return item_; }
   bool IsSeparator() const { return item_.flags & kItemSeparator; }

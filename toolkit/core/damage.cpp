@@ -32,7 +32,11 @@ void RemovePainted(PixelArea& area, Widget* widget, const Rect& limit) {
   if (widget->Hidden() || widget->InTransition()) return;
   const Rect inside = widget->Bounds().Shared(limit);
   // There is no canvas for what begins to the left of the screen or above it.
-  if (widget->IsOpaque() && widget->x() >= 0 && widget->y() >= 0) return area.Remove(inside);
+  if (widget->x() >= 0 && widget->y() >= 0) {
+    const Rect painted = widget->PaintedPart().Shared(limit);
+    if (painted.w > 0 && painted.h > 0) area.Remove(painted);
+    if (painted == inside) return;
+  }
   if (const Dialog* dialog = AsDialog(widget))
     for (Widget* child : dialog->Children()) RemovePainted(area, child, inside);
 }

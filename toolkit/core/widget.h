@@ -160,6 +160,9 @@ class Widget : public Rect {
   virtual Skin* GetSkin() const;
   // The pointer relative to the widget's top-left corner.
   virtual Point GetMousePos() const;
+  // The part of the Rect that the widget surely paints every pixel of while it shows: what lies
+  // under it need not be drawn. All of an opaque widget; else empty, unless it knows more.
+  virtual Rect PaintedPart() const;
 
   // Calls the handler of message `msg` and answers 0, kMessageWanted or kMessageUsed. Unknown
   // numbers do nothing.

@@ -96,6 +96,8 @@ bool Widget::InTransition() const { return TestFlag(kFlagStartAnimation) || anim
 
 bool Widget::IsOpaque() const { return opaque_ && !Hidden() && !InTransition(); }
 
+Rect Widget::PaintedPart() const { return IsOpaque() ? Bounds() : Rect{}; }
+
 void Widget::RedrawArea(const Rect& area) {
   if (!Overlaps(area)) return;
   if (IsContainer()) {

@@ -45,6 +45,7 @@ int ListItem::GetHeight() const {
 }
 
 const char* ListItem::GetText() const { return nullptr; }
+Rect ListItem::PaintedPart(Size) const { return {}; }
 
 TextListItem::TextListItem(const char* itemText, std::intptr_t userData) : ListItem{userData} {
   SetText(itemText);
@@ -126,6 +127,19 @@ bool ListView::MarkCurrent(int index) {
 void ListView::Redraw() {
   Widget::Redraw();
   RepaintBehind();
+}
+
+Rect ListView::PaintedPart() const {
+  Rect painted{x(), y(), w(), 0};
+  for (int i = first; i < Count() && painted.h < h(); ++i) {
+    const int height = HeightOf(i);
+    const Rect row = GetItem(i)->PaintedPart({w(), height});
+    if (row.y != 0 || row.h != height) break;
+    const int left = std::max(painted.x, x() + row.x);
+    const int right = std::min(painted.Right(), x() + row.Right());
+    painted = {left, painted.y, right - left, painted.h + height};
+  }
+  return painted.w > 0 ? painted.Shared(Bounds()) : Rect{};
 }
 
 void ListView::RedrawItems(int index, int other) {

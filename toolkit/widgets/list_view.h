@@ -32,6 +32,9 @@ class ListItem {
   // In pixels: one frame of the list's element, or 12 without one.
   virtual int GetHeight() const;
   virtual const char* GetText() const;  // null when the item has no text
+  // What part of a canvas of this size Draw is sure to fill, whatever the state; empty unless the
+  // item knows.
+  virtual Rect PaintedPart(Size canvas) const;
 
   std::intptr_t data;         // the user's
   ListView* owner = nullptr;  // set when the item is inserted
@@ -67,6 +70,8 @@ class ListView : public Widget {
   void MsgInitSkin() override;
   // Also what shows where an item draws no ground, or where there are no items.
   void Redraw() override;
+  // The columns that all visible items fill, as far down as there are items.
+  Rect PaintedPart() const override;
 
   // Takes the item in before position `index`, or at the end. The first item becomes current.
   void InsertItem(std::unique_ptr<ListItem> item, int index);
