@@ -4,7 +4,6 @@
 
 #ifdef ALLEGRO_WITH_XWINDOWS
 #include <dlfcn.h>
-#include <poll.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -13,28 +12,76 @@
 #include "toolkit/base/process.h"
 // After Allegro itself.
 #include <xalleg.h>
+
+// Exported, but in none of the headers that are installed.
+extern "C" void _xwin_keyboard_handler(XKeyEvent* event, int isFromDga);
 #endif
 
 namespace zel {
 
 #ifdef ALLEGRO_WITH_XWINDOWS
+// Of the library that Allegro has brought along.
+struct DisplayCalls {
+  decltype(&XFlush) flush;
+  decltype(&XEventsQueued) eventsQueued;
+  decltype(&XPeekEvent) peekEvent;
+  decltype(&XNextEvent) nextEvent;
+  decltype(&XSetIOErrorHandler) setIoErrorHandler;
+  decltype(&XSetErrorHandler) setErrorHandler;
+  unsigned long firstUnsent;  // the number of the first request that may not be on its way yet
+};
+
 namespace {
 
-bool IsToBeSent() {
-  return NextRequest(_xwin.display) != LastKnownRequestProcessed(_xwin.display) + 1;
+template <class Function>
+bool Find(Function*& function, const char* name) {
+  function = reinterpret_cast<Function*>(dlsym(RTLD_DEFAULT, name));
+  return function != nullptr;
 }
 
-bool HasCome() {
-  if (QLength(_xwin.display) > 0) return true;
-  pollfd server{ConnectionNumber(_xwin.display), POLLIN, 0};
-  return poll(&server, 1, 0) > 0;
+bool FindCalls(DisplayCalls& calls) {
+  return Find(calls.flush, "XFlush") && Find(calls.eventsQueued, "XEventsQueued") &&
+         Find(calls.peekEvent, "XPeekEvent") && Find(calls.nextEvent, "XNextEvent") &&
+         Find(calls.setIoErrorHandler, "XSetIOErrorHandler") &&
+         Find(calls.setErrorHandler, "XSetErrorHandler");
 }
 
-// One round, with the connection locked: in Allegro's thread, or in the loop.
+void SendRequests(DisplayCalls& calls) {
+  if (NextRequest(_xwin.display) == calls.firstUnsent) return;
+  calls.flush(_xwin.display);
+  calls.firstUnsent = NextRequest(_xwin.display);
+}
+
+// A held key comes as releases and presses of the same moment; only the presses count.
+bool IsOfRepeat(const DisplayCalls& calls, const XKeyEvent& release) {
+  if (QLength(_xwin.display) == 0) return false;
+  XEvent next;
+  calls.peekEvent(_xwin.display, &next);
+  return next.type == KeyPress && next.xkey.keycode == release.keycode &&
+         next.xkey.time == release.time;
+}
+
+// Has Allegro handle the keys at the head of the queue.
+void TakeKeys(const DisplayCalls& calls) {
+  while (QLength(_xwin.display) > 0) {
+    XEvent event;
+    calls.peekEvent(_xwin.display, &event);
+    if (event.type != KeyPress && event.type != KeyRelease) return;
+    calls.nextEvent(_xwin.display, &event);
+    if (event.type == KeyPress || !IsOfRepeat(calls, event.xkey))
+      _xwin_keyboard_handler(&event.xkey, FALSE);
+  }
+}
+
+// One round, with the connection locked: in Allegro's thread, or in the loop. Allegro's own one
+// waits until the server has answered.
 void DoRound() {
   if (!_xwin.display) return;
+  DisplayCalls& calls = *process.displayCalls;
+  SendRequests(calls);
+  if (calls.eventsQueued(_xwin.display, QueuedAfterReading) > 0) TakeKeys(calls);
   // While Allegro holds the pointer in its place, it counts the rounds.
-  if (IsToBeSent() || HasCome() || _xwin.mouse_warped != 0) _xwin_private_handle_input();
+  if (QLength(_xwin.display) > 0 || _xwin.mouse_warped != 0) _xwin_private_handle_input();
 }
 
 // Xlib would go through exit() here, in whichever thread has the connection locked: Allegro's
@@ -48,14 +95,6 @@ void DoRound() {
 int OnServerGone(Display*) { EndAtOnce("The X server is gone.\n"); }
 int OnProtocolError(Display*, XErrorEvent*) { EndAtOnce("The X server refuses a request.\n"); }
 
-// Of the library that Allegro has brought along.
-void EndWithTheServer() {
-  if (void* set = dlsym(RTLD_DEFAULT, "XSetIOErrorHandler"))
-    reinterpret_cast<decltype(&XSetIOErrorHandler)>(set)(OnServerGone);
-  if (void* set = dlsym(RTLD_DEFAULT, "XSetErrorHandler"))
-    reinterpret_cast<decltype(&XSetErrorHandler)>(set)(OnProtocolError);
-}
-
 bool IsLinked() { return _xwin.display && _xwin_input_handler == DoRound; }
 
 }  // namespace
@@ -63,7 +102,11 @@ bool IsLinked() { return _xwin.display && _xwin_input_handler == DoRound; }
 void LinkDisplay() {
   // Another driver of Allegro's may have its own.
   if (!_xwin.display || _xwin_input_handler) return;
-  EndWithTheServer();
+  if (!process.displayCalls) process.displayCalls = new DisplayCalls{};
+  DisplayCalls& calls = *process.displayCalls;
+  if (!FindCalls(calls)) return;
+  calls.setIoErrorHandler(OnServerGone);
+  calls.setErrorHandler(OnProtocolError);
   _xwin_input_handler = DoRound;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/console_guard.h"
@@ -10,6 +11,8 @@
 #include "toolkit/base/timers.h"
 
 namespace zel {
+
+struct DisplayCalls;
 
 // There is one, `process`. It exists, without being made, from the program's start to its end: what
 // this layer has once lies in it, at a fixed address for the sake of signal handlers and of
@@ -53,6 +56,11 @@ class Process {
   // A mouse on its way sends more within a tick than is to be told. Once there was nothing to tell,
   // the display is left to Allegro's rounds until the next tick.
   bool listensToDisplay = true;
+  // While the loop takes input itself, and looks at all that there is before it sleeps again.
+  std::atomic<bool> isTakingInput = false;
+  // Made when there is a display, and left as it is at the end of the program; see
+  // display_link.cpp.
+  DisplayCalls* displayCalls = nullptr;
 
   // Called, where not null, before the process ends with status 1 because the X server is gone or
   // refuses a request: at once, in whichever thread has noticed it, and without what std::atexit

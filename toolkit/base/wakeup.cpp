@@ -5,6 +5,7 @@
 #include <sys/eventfd.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cstdint>
 
 #include "toolkit/base/display_link.h"
@@ -33,6 +34,9 @@ const int wakeDescriptor = MakeWakeDescriptor();
 }  // namespace
 
 void WakeLoop() {
+  // The loop looks for what there is after it has stopped taking, or this sees that it has.
+  std::atomic_thread_fence(std::memory_order_seq_cst);
+  if (process.isTakingInput) return;
   const std::uint64_t one = 1;
   // Where it cannot be written it is readable already.
   if (write(wakeDescriptor, &one, sizeof one) < 0) return;
@@ -43,7 +47,9 @@ void SleepUntilWoken() {
   pollfd watched[] = {{wakeDescriptor, POLLIN, 0}, {listens ? DisplayDescriptor() : -1, POLLIN, 0}};
   if (poll(watched, 2, wakeDescriptor < 0 ? kShortestSleep : kLongestSleep) <= 0) return;
   if (watched[1].revents != 0) {
+    process.isTakingInput = true;
     TalkToDisplay();
+    process.isTakingInput = false;
     listens = InputWaits();
   }
   std::uint64_t calls;
