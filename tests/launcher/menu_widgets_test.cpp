@@ -38,6 +38,28 @@ class MenuWidgets : public AllegroFixture {
   MenuList list_;
 };
 
+TEST_F(MenuWidgets, RowsHideTheGroundWhereTheySaySo) {
+  Skin skin("default");
+  skin.bitmaps[LIST]->Create(9, 8 * 5);
+  skin.bitmaps[LIST]->clear_to_color(blue);
+  list_.SetSkin(&skin);
+  const auto drawOver = [this](char ground) {
+    const BitmapPtr bitmap = Paint(Rows(36, std::string(100, ground)));
+    Bitmap canvas{bitmap.get()};
+    list_.Draw(canvas);
+    return Picture(bitmap.get());
+  };
+  for (const std::string_view kinds : {"", "i-i", "iiiiiiiii"}) {
+    Fill(kinds, 0);
+    const Rows black = drawOver('k'), yellow = drawOver('y');
+    const Rect told = list_.PaintedPart();
+    for (int y = told.y; y < told.Bottom(); ++y)
+      EXPECT_EQ(black[y].substr(told.x, told.w), yellow[y].substr(told.x, told.w)) << y;
+    EXPECT_EQ(told.w, kinds.empty() ? 100 : 67);
+    EXPECT_EQ(told.h, kinds.size() == 3 ? 15 : kinds.size() * 4);
+  }
+}
+
 TEST_F(MenuWidgets, KeysPassOverSeparators) {
   // Kinds, current entry, key, the new one, and how often the parent is told: not of a separator at
   // an end.

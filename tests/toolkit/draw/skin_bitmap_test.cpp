@@ -141,6 +141,26 @@ TEST_F(SkinBitmapTest, MarksPaintWithinTheBitmap) {
   EXPECT_EQ(Picture(canvas.GetBitmap()), Rows(5, "ggggggg"));
 }
 
+TEST_F(SkinBitmapTest, CopiesWhatAllegroCopies) {
+  std::mt19937 random{5};
+  const auto pick = [&random] { return static_cast<int>(random() % 16) - 4; };
+  for (int round = 0; round < 600; ++round) {
+    UseDepth(round % 2 ? 16 : 24);
+    SkinBitmap source{6, 7, kMemoryBitmap}, copied{6, 9, kMemoryBitmap}, expected;
+    for (int i = 0; i < 42; ++i)
+      source.putpixel(i % 6, i / 6, PixelOf(source.GetBitmap(), kLetters[i * 3 % 8]));
+    copied.clear_bitmap();
+    if (round % 3) copied.set_clip_rect(1, 2, 3 + round % 3, 6);
+    expected.Set(copied, true, kNoBitmap);
+    set_clip_rect(expected.GetBitmap(), copied.GetBitmap()->cl, copied.GetBitmap()->ct,
+                  copied.GetBitmap()->cr - 1, copied.GetBitmap()->cb - 1);
+    const int sx = pick(), sy = pick(), x = pick(), y = pick(), w = pick(), h = pick();
+    source.blit(copied, sx, sy, x, y, w, h);
+    ::blit(source.GetBitmap(), expected.GetBitmap(), sx, sy, x, y, w, h);
+    EXPECT_EQ(Picture(copied.GetBitmap()), Picture(expected.GetBitmap())) << round;
+  }
+}
+
 TEST_F(SkinBitmapTest, BoxesStayWithinTheClipRectangle) {
   for (int round = 0; round < 24; ++round) {
     UseDepth(round % 2 ? 16 : 24);
