@@ -200,8 +200,7 @@ void HintPanel::Draw(Bitmap& canvas) {
 }
 
 void HintPanel::ShowHint(const MenuEntry* entry, const Font& font) {
-  view_.SetText("");
-  if (!entry || entry->Item().hintText.IsEmpty()) return;
+  if (!entry || entry->Item().hintText.IsEmpty()) return view_.SetLines({});
   const int room = view_.w() - kHintMargin;
   const int space = font.TextLength(" ");
   std::vector<std::string> lines;
@@ -221,7 +220,7 @@ void HintPanel::ShowHint(const MenuEntry* entry, const Font& font) {
     width += wordWidth + space;
   }
   lines.push_back(std::move(line));
-  view_.AppendLines(std::move(lines));
+  view_.SetLines(std::move(lines));
 }
 
 CenteredImage::CenteredImage() { ClearFlag(kFlagAutoSize); }

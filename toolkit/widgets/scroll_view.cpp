@@ -286,6 +286,12 @@ void TextView::AppendLines(std::vector<std::string> more) {
   UpdateContentSize();
 }
 
+void TextView::SetLines(std::vector<std::string> newLines) {
+  Clear();
+  lines = std::move(newLines);
+  UpdateContentSize();
+}
+
 void TextView::SetText(const char* text) {
   Clear();
   std::string rest = text ? text : "";

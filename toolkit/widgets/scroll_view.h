@@ -112,6 +112,8 @@ class TextView : public ScrollView {
   void LoadFile(const char* path);
   // Shows the lines of a text; empty lines are left out.
   void SetText(const char* text);
+  // Shows lines, empty ones too. Tabs are kept.
+  void SetLines(std::vector<std::string> newLines);
   // Adds lines below those that are there, empty ones too, and stays where it is. Tabs are kept.
   void AppendLines(std::vector<std::string> more);
   const std::vector<std::string>& Lines() const { return lines; }
