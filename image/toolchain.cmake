@@ -1,4 +1,5 @@
-# Builds for 32-bit x86 against the unpacked Debian, for static programs at a fixed address.
+# Builds for 32-bit x86 against the unpacked Debian; all but the C library is linked statically, and
+# in the image that, too. Allegro's library is for programs that can be moved as well.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR i686)
 set(CMAKE_C_COMPILER i686-linux-gnu-gcc)
@@ -23,10 +24,11 @@ include(${CMAKE_CURRENT_LIST_DIR}/../hardening.cmake)
 list(JOIN ZEL_HARDENED_CODE " " flags)
 list(JOIN ZEL_CHECKED_CALLS " " calls)
 list(JOIN ZEL_HARDENED_LINK " " link)
-string(APPEND flags " ${calls} -fno-pie")
+string(APPEND flags " ${calls} -fPIE")
 string(APPEND flags " -ffunction-sections -fdata-sections -fno-asynchronous-unwind-tables")
 string(APPEND flags " -D_FILE_OFFSET_BITS=64 -D_TIME_BITS=64")
 set(CMAKE_C_FLAGS_INIT "${flags}")
 set(CMAKE_C_FLAGS_RELEASE "-O2")
 set(CMAKE_CXX_FLAGS_INIT "${flags}")
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-Wl,--gc-sections ${link}")
+string(APPEND link " -Wl,-z,text,-z,pack-relative-relocs")
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-static-libgcc -static-libstdc++ -Wl,--gc-sections ${link}")
