@@ -1,14 +1,8 @@
 #include "imageformats/load.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
-#include <functional>
 #include <string>
 #include <tuple>
-
-#include <jpeglib.h>
-#include <png.h>
 
 #include "imageformats/picture.h"
 #include "imageformats/register.h"
@@ -19,58 +13,8 @@
 namespace zel {
 namespace {
 
-constexpr int kBlock = 8;  // the squares that JPEG works in
-
-using Adjust = std::function<void(jpeg_compress_struct*)>;
-
-// A JPEG picture of one block beside another, each of one colour.
-Bytes EncodeJpeg(J_COLOR_SPACE colors, const Bytes& left, const Bytes& right,
-                 const Adjust& adjust = {}) {
-  jpeg_compress_struct info;
-  jpeg_error_mgr errors;
-  info.err = jpeg_std_error(&errors);
-  jpeg_create_compress(&info);
-  unsigned char* bytes = nullptr;
-  unsigned long length = 0;
-  jpeg_mem_dest(&info, &bytes, &length);
-  info.image_width = 2 * kBlock;
-  info.image_height = kBlock;
-  info.input_components = static_cast<int>(left.size());
-  info.in_color_space = colors;
-  jpeg_set_defaults(&info);
-  if (adjust) adjust(&info);
-  // Colours must not spread over the edge of the block.
-  for (int i = 0; i < info.num_components; ++i)
-    info.comp_info[i].h_samp_factor = info.comp_info[i].v_samp_factor = 1;
-  jpeg_start_compress(&info, TRUE);
-  Bytes row;
-  for (int x = 0; x < 2 * kBlock; ++x)
-    for (const std::uint8_t sample : x < kBlock ? left : right) row.push_back(sample);
-  JSAMPROW rows = row.data();
-  while (info.next_scanline < kBlock) jpeg_write_scanlines(&info, &rows, 1);
-  jpeg_finish_compress(&info);
-  jpeg_destroy_compress(&info);
-  const Bytes file{bytes, bytes + length};
-  std::free(bytes);
-  return file;
-}
-
-// A PNG picture in the format that libpng's simplified writing gives to such pixels.
-template <class Sample>
-Bytes EncodePng(unsigned width, unsigned height, unsigned format, std::vector<Sample> pixels,
-                const Bytes& palette = {}) {
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  image.width = width;
-  image.height = height;
-  image.format = format;
-  image.colormap_entries = static_cast<png_uint_32>(palette.size() / 4);
-  Bytes file(4096);
-  png_alloc_size_t size = file.size();
-  png_image_write_to_memory(&image, file.data(), &size, 0, pixels.data(), 0, palette.data());
-  file.resize(size);
-  return file;
-}
+// Small pictures of every kind, as libjpeg and libpng write them.
+const std::string kSamples = "tests/imageformats/samples/";
 
 Bytes Hex(std::string digits) {
   std::erase(digits, ' ');
@@ -93,6 +37,10 @@ class LoadTest : public AllegroFixture {
     return BitmapPtr{LoadPicture(directory.Write("a." + extension, bytes).c_str(), palette)};
   }
 
+  static BitmapPtr Sample(const std::string& name, RGB* palette = nullptr) {
+    return BitmapPtr{LoadPicture((kSamples + name).c_str(), palette)};
+  }
+
   // Beginnings of the file are no pictures, and nothing is said about that.
   void ExpectSturdy(const std::string& extension, const Bytes& file, const Rows& rows) const {
     testing::internal::CaptureStderr();
@@ -109,70 +57,37 @@ class LoadTest : public AllegroFixture {
   TempDir directory;
 };
 
-const Bytes kRed{255, 0, 0}, kBlue{0, 0, 255};
-
-TEST_F(LoadTest, JpegOfEveryKindIsRead) {
-  const Adjust unmarked = [](auto* info) { info->write_Adobe_marker = FALSE; };
-  const Adjust ycck = [](auto* info) { jpeg_set_colorspace(info, JCS_YCCK); };
-  const Bytes grey = EncodeJpeg(JCS_GRAYSCALE, {0}, {255});
-  Bytes padded = grey;
-  padded.insert(padded.begin() + 20, 3, 1);  // between two segments
+TEST_F(LoadTest, JpegAndPngOfEveryKindAreRead) {
+  const Rows redAndBlue(8, "rrrrrrrrbbbbbbbb"), redAndBlack(8, "rrrrrrrrkkkkkkkk");
+  const Rows blackAndWhite(8, "kkkkkkkkwwwwwwww");
   // 16 bits hide what compressing changes.
-  const std::tuple<int, Bytes, const char*> kinds[] = {
-      {16, EncodeJpeg(JCS_RGB, kRed, kBlue), "rrrrrrrrbbbbbbbb"},
-      {16, EncodeJpeg(JCS_RGB, kRed, kBlue, jpeg_simple_progression), "rrrrrrrrbbbbbbbb"},
-      {16, grey, "kkkkkkkkwwwwwwww"},
-      {32, padded, "kkkkkkkkwwwwwwww"},
-      // An Adobe marker tells of inverted values.
-      {16, EncodeJpeg(JCS_CMYK, {255, 0, 0, 255}, {255, 255, 255, 0}), "rrrrrrrrkkkkkkkk"},
-      {16, EncodeJpeg(JCS_CMYK, {0, 255, 255, 0}, {0, 0, 0, 255}, unmarked), "rrrrrrrrkkkkkkkk"},
-      {16, EncodeJpeg(JCS_CMYK, {255, 0, 0, 255}, {255, 255, 255, 0}, ycck), "rrrrrrrrkkkkkkkk"},
-  };
-  for (const auto& [depth, file, row] : kinds) {
+  const std::tuple<int, std::string, Rows> samples[] = {
+      {16, "rgb.jpeg", redAndBlue},
+      {16, "progressive.jpg", redAndBlue},
+      {16, "grey.jpg", blackAndWhite},
+      {32, "padded.jpg", blackAndWhite},                // between two segments
+      {16, "cmyk_with_adobe_marker.jpg", redAndBlack},  // which tells of inverted values
+      {16, "cmyk.jpg", redAndBlack},
+      {16, "ycck.jpg", redAndBlack},
+      {32, "grey_interlaced.png", {"kw.kw.kw.", "wwwkkk..."}},
+      {32, "grey.png", {"kw"}},
+      {32, "palette.png", {"rg.br"}},
+      {32, "rgb.png", {"r", "g", "b"}},
+      {32, "of_16_bits.png", {"r."}}};
+  for (const auto& [depth, name, rows] : samples) {
     UseDepth(depth);
-    ExpectSturdy("jpeg", file, Rows(kBlock, row));
+    ExpectSturdy(get_extension(name.c_str()), ReadBytes((kSamples + name).c_str(), 1 << 20), rows);
   }
 }
 
 // What a header, many scans or arithmetic coding promise must not cost memory or time.
 TEST_F(LoadTest, JpegOfEndlessWorkIsRefused) {
-  Bytes huge = EncodeJpeg(JCS_RGB, kRed, kBlue);
-  const std::uint8_t frame[] = {0xFF, 0xC0};
-  std::fill_n(std::search(huge.begin(), huge.end(), frame, frame + 2) + 5, 4, 0xFF);
-  EXPECT_EQ(Load("jpg", huge), nullptr);
-  EXPECT_EQ(Load("jpg", EncodeJpeg(JCS_RGB, kRed, kBlue, [](auto* info) { info->arith_code = 1; })),
-            nullptr);
-  std::vector<jpeg_scan_info> scans{{1, {0}, 0, 0, 0, 0}};
-  for (int i = 1; i < kBlock * kBlock; ++i)
-    for (const int bit : {1, 0}) scans.push_back({1, {0}, i, i, 1 - bit, bit});
-  for (const int count : {90, 127})
-    EXPECT_EQ(Load("jpg", EncodeJpeg(JCS_GRAYSCALE, {30}, {220},
-                                     [&](auto* info) {
-                                       info->scan_info = scans.data();
-                                       info->num_scans = count;
-                                     })) != nullptr,
-              count == 90);
-}
-
-TEST_F(LoadTest, PngOfEveryKindIsRead) {
-  const Bytes colors{255, 0, 0, 255, 0, 255, 0, 255, 9, 9, 9, 0, 0, 0, 255, 255};
-  const std::vector<std::uint16_t> deep{65535, 0, 0, 65535, 0, 0, 0, 255};
-  const std::pair<Bytes, Rows> kinds[] = {
-      // Grey of 2 bits, interlaced, with one value transparent.
-      {Hex("89504E470D0A1A0A 0000000D 49484452 00000009 00000002 0200000001 928A8138 00000002"
-           "74524E53 0002 989DAC14 00000014 49444154 089963506038C0D0C0709AE10F570300132B03B2"
-           "EB9F0667 00000000 49454E44 AE426082"),
-       {"kw.kw.kw.", "wwwkkk..."}},
-      {EncodePng(2, 1, PNG_FORMAT_GRAY, Bytes{0, 255}), {"kw"}},
-      {EncodePng(5, 1, PNG_FORMAT_RGBA_COLORMAP, Bytes{0, 1, 2, 3, 0}, colors), {"rg.br"}},
-      {EncodePng(1, 3, PNG_FORMAT_RGB, Bytes{255, 0, 0, 0, 255, 0, 0, 0, 255}), {"r", "g", "b"}},
-      {EncodePng(2, 1, PNG_FORMAT_LINEAR_RGB_ALPHA, deep), {"r."}}};
-  for (const auto& [file, rows] : kinds) ExpectSturdy("png", file, rows);
+  for (const char* name : {"of_65535_by_65535.jpg", "arithmetic.jpg", "101_scans.jpg"})
+    EXPECT_EQ(Sample(name), nullptr) << name;
+  EXPECT_NE(Sample("100_scans.jpg"), nullptr);
 }
 
 TEST_F(LoadTest, PngComesInTheDepthOfTheScreenWithMaskedPixelsAndAPalette) {
-  const Bytes pixels{200, 100, 40, 255, 0, 0, 0, 128, 0, 0, 0, 127, 255, 0, 0, 0};
-  const Bytes file = EncodePng(4, 1, PNG_FORMAT_RGBA, pixels);
   set_color_conversion(COLORCONV_TOTAL & ~COLORCONV_KEEP_TRANS);
   const RGB black{0, 0, 0, 0};
   set_color(0, &black);  // in 8 bits the mask is a place in the palette, whatever its colour
@@ -182,21 +97,21 @@ TEST_F(LoadTest, PngComesInTheDepthOfTheScreenWithMaskedPixelsAndAPalette) {
   const auto pixel = [&bitmap](int x) { return getpixel(bitmap.get(), x, 0); };
   for (const int depth : {8, 15, 16, 24, 32}) {
     UseDepth(depth);
-    bitmap = Load("png", file);
+    bitmap = Sample("rgb_and_alpha.png");
     ASSERT_EQ(bitmap_color_depth(bitmap.get()), depth);
     EXPECT_EQ(pixel(0), makecol(200, 100, 40)) << depth;
     EXPECT_EQ(Picture(bitmap.get())[0].substr(2), "..") << depth;
     EXPECT_NE(pixel(1), bitmap_mask_color(bitmap.get())) << depth;
-    bitmap = Load("png", file, palette);
+    bitmap = Sample("rgb_and_alpha.png", palette);
     EXPECT_NEAR(depth == 8 ? palette[pixel(0)].g : 25, 25, 2);
     EXPECT_TRUE(depth == 8 || palette[200].r == fixed[200].r) << depth;
   }
   UseDepth(16);
   set_color_conversion(COLORCONV_TOTAL | COLORCONV_DITHER_HI);
-  bitmap = Load("png", EncodePng(2, 1, PNG_FORMAT_RGB, Bytes(6, 100)));
+  bitmap = Sample("two_alike.png");
   EXPECT_NE(pixel(0), pixel(1)) << "dithered";
   set_color_conversion(COLORCONV_NONE);
-  EXPECT_EQ(bitmap_color_depth(Load("png", file).get()), 24);
+  EXPECT_EQ(bitmap_color_depth(Sample("rgb_and_alpha.png").get()), 24);
 }
 
 // The palettes are black, which stands for what is masked, red, green and blue.
