@@ -12,29 +12,17 @@
 namespace zel {
 namespace {
 
-// The parts of a datafile, as described under "Datafile formats" in Allegro's manual.
-std::string Number(std::size_t value, int bytes) {
-  std::string text;
-  while (bytes > 0) text += static_cast<char>(value >> 8 * --bytes);
-  return text;
-}
-std::string Property(const std::string& id, const std::string& text) {
-  return "prop" + id + Number(text.size(), 4) + text;
-}
-std::string Object(const std::string& name, const std::string& type, const std::string& content,
-                   const std::string& properties = "") {
-  const std::string size = Number(content.size(), 4);
-  return properties + Property("NAME", name) + type + size + size + content;
-}
-// Green all over.
-std::string Picture(const std::string& name, int w, int h, const std::string& properties = "") {
-  std::string pixels(static_cast<std::size_t>(3 * w * h), '\0');
-  for (int i = 1; i < 3 * w * h; i += 3) pixels[i] = '\xff';
-  return Object(name, "BMP ", Number(24, 2) + Number(w, 2) + Number(h, 2) + pixels, properties);
-}
-std::string File(int count, const std::string& objects) {
-  return "slh.ALL." + Number(count, 4) + objects;
-}
+// Datafiles; their pictures are green all over.
+//
+//   elements.dat       BUTTON with TCKX 5 and TCKY 6, LIST with TCKX 5 and an empty TCKY, BOX of 8
+//   bits
+//                      with TCKY "010", a MENU_BACK that is no picture, and a palette
+//   palette.dat        the default palette in reverse order, but for the first colour
+//   short_palette.dat  five bytes of one
+//   cursors.dat        MOUSE_NORMAL, MOUSE_HOURGLASS with FCSX 3, FCSY 4 and FRMS 3, and MOUSE_MOVE
+//                      with FCSX 3, FDUR 40 and FRMS 3, all 12 x 8 pixels
+//   both.dat           BUTTON, and MOUSE_NORMAL of 4 x 4 pixels with FCSX 3
+const std::string kSamples = "tests/toolkit/skin/samples/";
 
 std::string Hex(Color color) {
   char text[8] = "-";
@@ -85,8 +73,8 @@ struct SkinTest : AllegroFixture {
   }
   // The datafile serves as both of the skin's.
   std::unique_ptr<Skin> MakeWith(const std::string& datafile, const std::string& text) const {
-    files.Write("data.dat", datafile);
-    return Make("[Skin]\nmain_data = data.dat\ncursors = data.dat\n" + text);
+    files.Write(datafile, ReadFile(kSamples + datafile));
+    return Make("[Skin]\nmain_data=" + datafile + "\ncursors=" + datafile + '\n' + text);
   }
 
   TempDir files;
@@ -172,20 +160,12 @@ TEST_F(SkinTest, EveryValueIsReadFromItsKey) {
 }
 
 TEST_F(SkinTest, PicturesTakeTheirTilesFromTheSkinFileOrElseFromTheProperties) {
-  std::string colors(256 * 4, '\0');  // Allegro's RGB structures: components 0..63 and a filler
-  colors[4 * 7 + 1] = 63;
-  const std::string objects =
-      Picture("BUTTON", 12, 8, Property("TCKX", "5") + Property("TCKY", "6")) +
-      Picture("LIST", 12, 12, Property("TCKX", "5") + Property("TCKY", "")) +
-      Object("BOX", "BMP ", Number(0x000800040004, 6) + std::string(16, '\7'),
-             Property("TCKY", "010")) +
-      Object("MENU_BACK", "DATA", "no picture") + Object("XTRA_PALETTE", "PAL ", colors);
   const char* text =
       "[TILING]\nBUTTON_TCKX=0\nBUTTON_TCKY=-1\nLIST_TCKX=3\nTAB_WINDOW_TCKX=9\n"
       "[COLORS]\nface=1,1,1\n";
   for (const int depth : {15, 16, 24, 32}) {
     UseDepth(depth);
-    const auto skin = MakeWith(File(5, objects), text);
+    const auto skin = MakeWith("elements.dat", text);
     EXPECT_EQ(skin->GetError(), kNoError);
     const auto look = [&skin](int id) {
       const SkinBitmap& bitmap = *skin->bitmaps[id];
@@ -198,16 +178,13 @@ TEST_F(SkinTest, PicturesTakeTheirTilesFromTheSkinFileOrElseFromTheProperties) {
               "0 6 00ff00, 3 -1 00ff00, -1 10 00ff00, 60 60 " + face + ", 60 60 " + face)
         << depth;
   }
-  EXPECT_EQ(MakeWith(File(1, Object("XTRA_PALETTE", "PAL ", "short")), text)->GetError(), kNoError);
+  EXPECT_EQ(MakeWith("short_palette.dat", text)->GetError(), kNoError);
 }
 
 TEST_F(SkinTest, APaletteOfADatafileLeavesTheLookOfWhatWasLoaded) {
   UseDepth(8);
-  PALETTE backward{};
-  std::reverse_copy(default_palette + 1, default_palette + PAL_SIZE, backward + 1);
-  const std::string colors(reinterpret_cast<const char*>(backward), sizeof backward);
   set_palette(black_palette);
-  auto skin = MakeWith(File(1, Object("XTRA_PALETTE", "PAL ", colors)), "");
+  auto skin = MakeWith("palette.dat", "");
   EXPECT_EQ(skin->bitmaps[CLEAR_BACK]->getpixel(5, 5), Color(180, 180, 180));
   set_palette(default_palette);
   skin = Make("[COLORS]\nface=0,255,0\n[MENU]\nheight=44\nf_col1=255,0,0\n");
@@ -218,18 +195,13 @@ TEST_F(SkinTest, APaletteOfADatafileLeavesTheLookOfWhatWasLoaded) {
            (arrow.getpixel(9, 0) == magenta ? "-" : "");
   };
   const std::string before = look();
-  EXPECT_EQ(skin->LoadData(files.Path("data.dat").c_str()), kNoError);
+  EXPECT_EQ(skin->LoadData((kSamples + "palette.dat").c_str()), kNoError);
   EXPECT_EQ(look(), before);
 }
 
 TEST_F(SkinTest, CursorsTakeKeysBeforePropertiesBeforeDefaults) {
-  const std::string three = Property("FRMS", "3");
   const auto skin =
-      MakeWith(File(3, Picture("MOUSE_NORMAL", 12, 8) +
-                           Picture("MOUSE_HOURGLASS", 12, 8,
-                                   Property("FCSX", "3") + Property("FCSY", "4") + three) +
-                           Picture("MOUSE_MOVE", 12, 8,
-                                   Property("FCSX", "3") + Property("FDUR", "40") + three)),
+      MakeWith("cursors.dat",
                "[CURSOR]\nMOUSE_MOVE_FCSX=6\nMOUSE_MOVE_FRMS=4\nMOUSE_HOURGLASS_FDUR=60\n"
                "[MOUSE]\nshadowSize = 5\nshadowColor = 1,2,3\n");
   std::string found;  // width, hotspot, and how many ticks a frame stays
@@ -271,9 +243,7 @@ TEST_F(SkinTest, LoadingStopsAtTheFirstFileThatIsMissingOrUnreadable) {
 }
 
 TEST_F(SkinTest, ReloadRepeatsTheLoadInTheNewDepthAndAnotherFileForgetsTheFirst) {
-  const auto skin = MakeWith(
-      File(2, Picture("BUTTON", 3, 3) + Picture("MOUSE_NORMAL", 4, 4, Property("FCSX", "3"))),
-      "[COLORS]\nselect = 255,0,0\n[MENU]\nheight = 44\n");
+  const auto skin = MakeWith("both.dat", "[COLORS]\nselect = 255,0,0\n[MENU]\nheight = 44\n");
   UseDepth(16);
   skin->Reload();
   EXPECT_EQ(skin->bitmaps[BUTTON]->getpixel(1, 1), green);
