@@ -14,7 +14,6 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include <cstdarg>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -22,8 +21,7 @@
 #include "tests/support/fake_machine.h"
 #include "toolkit/base/graphics_mode.h"
 
-// A pseudo terminal with the modes of a console, for all processes of a test. The two calls stand
-// in for those of the C library.
+// A pseudo terminal with the modes of a console, for all processes of a test.
 struct FakeConsole {
   long mode = KD_GRAPHICS, keyboard = K_RAW, leds = 0, switching = VT_PROCESS, cleanUps = 0;
   char path[64] = {};
@@ -31,34 +29,30 @@ struct FakeConsole {
 static FakeConsole* fakeConsole = nullptr;
 static fb_var_screeninfo* fakeFramebuffer = nullptr;
 
-extern "C" int open(const char* path, int flags, ...) {
-  va_list more;
-  va_start(more, flags);
-  const bool isConsole = fakeConsole && std::string_view{path}.starts_with("/dev/tty") && path[8];
-  const int permissions = va_arg(more, int);
-  va_end(more);
-  return static_cast<int>(
-      syscall(SYS_openat, AT_FDCWD, isConsole ? fakeConsole->path : path, flags, permissions));
+// These stand in for the C library's, which take their last argument as one of many.
+extern "C" {
+int FakeOpen(const char* path, int flags, int permissions) __asm__("open");
+int FakeIoctl(int file, unsigned long request, long argument) __asm__("ioctl");
 }
 
-extern "C" int ioctl(int file, unsigned long request, ...) {
-  va_list more;
-  va_start(more, request);
-  const long argument = va_arg(more, long);
-  va_end(more);
+int FakeOpen(const char* path, int flags, int permissions) {
+  const bool isConsole = fakeConsole && std::string_view{path}.starts_with("/dev/tty") && path[8];
+  const char* const found = isConsole ? fakeConsole->path : path;
+  return static_cast<int>(syscall(SYS_openat, AT_FDCWD, found, flags, permissions));
+}
+
+int FakeIoctl(int file, unsigned long request, long argument) {
   const std::tuple<unsigned long, unsigned long, long FakeConsole::*> modes[] = {
       {KDGETMODE, KDSETMODE, &FakeConsole::mode},
       {KDGKBMODE, KDSKBMODE, &FakeConsole::keyboard},
       {KDGETLED, KDSETLED, &FakeConsole::leds}};
-  if (fakeConsole && isatty(file)) {
-    for (const auto& [get, set, value] : modes) {
-      if (request == set) return fakeConsole->*value = argument, 0;
-      if (request == get)
-        return *reinterpret_cast<int*>(argument) = static_cast<int>(fakeConsole->*value), 0;
-    }
-    if (request == VT_SETMODE)
-      return fakeConsole->switching = reinterpret_cast<vt_mode*>(argument)->mode, 0;
+  for (const auto& [get, set, value] : modes) {
+    if (!fakeConsole || !isatty(file) || (request != get && request != set)) continue;
+    if (request == set) return fakeConsole->*value = argument, 0;
+    return *reinterpret_cast<int*>(argument) = static_cast<int>(fakeConsole->*value), 0;
   }
+  if (fakeConsole && request == VT_SETMODE)
+    return fakeConsole->switching = reinterpret_cast<vt_mode*>(argument)->mode, 0;
   if (fakeFramebuffer && request == FBIOGET_VSCREENINFO)
     return *reinterpret_cast<fb_var_screeninfo*>(argument) = *fakeFramebuffer, 0;
   if (fakeFramebuffer && request == FBIOPUT_VSCREENINFO) return fakeFramebuffer->nonstd - 1;
