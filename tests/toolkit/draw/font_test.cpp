@@ -18,41 +18,19 @@ namespace {
 
 constexpr char kOutlineFont[] = "data/skin/fonts/DejaVuSans.ttf";
 
-// The start of a library font: its characters' width and height, the first and the last, if all are
-// as wide.
-std::string Grx(std::initializer_list<int> header) {
-  std::string bytes = "\x14\x02\x59\x19" + std::string(4, '\0');
-  for (int word : header) (bytes += static_cast<char>(word)) += static_cast<char>(word >> 8);
-  return bytes + std::string(38, '\0');
-}
-
-// Small faces of both kinds, whose letters look alike: 2 pixels wide in a line of 3, two pixels
-// over one, which is the left one in "B", "D" and so on.
-std::string LibraryFace() {
-  std::string bytes = Grx({2, 3, ' ', '~', true});
-  for (char c = ' '; c <= '~'; ++c) bytes += {'\xC0', c % 2 ? '\x40' : '\x80', '\0'};
-  return bytes;
-}
-
-// "j" lies one pixel to the left of the others and below. The face is called by another size.
-std::string PictureFace() {
-  std::string text =
-      "STARTFONT 2.1\nFONT -zel-test-medium-r-normal--5-50-75-75-c-20-iso10646-1\nSIZE 5 75 75\n"
-      "FONTBOUNDINGBOX 2 2 -1 -1\nSTARTPROPERTIES 5\nFONT_ASCENT 2\nFONT_DESCENT 1\nPIXEL_SIZE 5\n"
-      "CHARSET_REGISTRY \"ISO10646\"\nCHARSET_ENCODING \"1\"\nENDPROPERTIES\nCHARS 95\n";
-  for (int c = ' '; c <= '~'; ++c)
-    text += "STARTCHAR a\nENCODING " + std::to_string(c) + "\nSWIDTH 400 0\nDWIDTH 2 0\nBBX 2 2 " +
-            (c == 'j' ? "-1 -1" : "0 0") + "\nBITMAP\nC0\n" + (c % 2 ? "40" : "80") + "\nENDCHAR\n";
-  return text + "ENDFONT\n";
-}
-
-// A picture of `cells` cells of 4 x 6 pixels, the first of which is the space.
-BitmapPtr Grid(int cells, int depth, int mark) {
-  BitmapPtr picture{create_bitmap_ex(depth, 1 + cells * 5, 8)};
-  clear_to_color(picture.get(), mark);
-  for (int i = 0; i < cells; ++i) rectfill(picture.get(), 1 + i * 5, 1, 4 + i * 5, 6, 0);
-  return picture;
-}
+// Fonts.
+//
+//   small.fnt, small.bdf  for the library and the engine, with letters that look alike: 2 pixels
+//                         wide in a line of 3, two pixels over one, which is the left one in "B",
+//                         "D" and so on; in the second, which is called by another size, "j" lies
+//                         one pixel to the left of the others and below
+//   proportional.fnt      for the library: A and B, 5 and 11 pixels wide, 7 high
+//   cut.fnt, huge.fnt, backward.fnt, flat.fnt
+//                         likewise, without the last byte, with characters of 65535 x 65535 pixels,
+//                         from 200 to 100, and without height
+//   GRID.TGA, deep.tga    60 cells of 4 x 6 pixels in 8 and 24 bits
+//   nomarks.bmp           no cells
+const std::string kSamples = "tests/toolkit/draw/samples/";
 
 std::unique_ptr<EngineFont> Open(std::string_view bytes) {
   const auto copy = std::make_shared<std::vector<std::uint8_t>>(bytes.begin(), bytes.end());
@@ -72,13 +50,9 @@ struct FontTest : AllegroFixture {
     EngineSetBackground(-1);
     unsetenv("WINDIR");
     unsetenv("windir");
-    dir.Write("small.fnt", LibraryFace());
-    dir.Write("small.bdf", PictureFace());
+    std::filesystem::copy(kSamples, dir.Path());
   }
 
-  void WritePicture(const char* name, BITMAP* picture) const {
-    EXPECT_EQ(save_bitmap(dir.Path(name).c_str(), picture, nullptr), 0);
-  }
   Error Load(const std::string& name) { return font.Load(dir.Path(name).c_str()); }
   static SkinBitmap Blank(int w, int h) {
     SkinBitmap canvas{w, h, kMemoryBitmap};
@@ -86,15 +60,13 @@ struct FontTest : AllegroFixture {
     return canvas;
   }
 
-  const std::string outlines = ReadFile(kOutlineFont);
+  const std::string outlines = ReadFile(kOutlineFont),
+                    pictureFace = ReadFile(kSamples + "small.bdf");
   TempDir dir;
   Font font;
 };
 
 TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
-  WritePicture("GRID.TGA", Grid(60, 8, 255).get());
-  WritePicture("nomarks.bmp", Grid(3, 8, 0).get());
-  WritePicture("deep.bmp", Grid(60, 24, makecol_depth(24, 255, 255, 0)).get());
   const std::string much(8000, 'x');
   std::string letters = "bios.fnt 0x20 0x20\n", files;
   for (int i = 500; i > 300; --i)
@@ -105,13 +77,14 @@ TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
       {"GRID.TGA", "", "0: 6, 4"},
       {"bios.fnt", much.substr(0, 2048), "0: 8, 8"},
       {"large.fnt", much.substr(0, 4096), "0: 16, 8"},
-      {"grx.fnt", Grx({0, 7, 'A', 'B', 0}) + std::string{"\5\0\13", 4} + much.substr(0, 21),
-       "0: 7, 5"},
+      {"proportional.fnt", "", "0: 7, 5"},
       {"script.txt", " \r\nbios.fnt\t0x20 0x7F\nlarge.fnt 0x80 0xFF", "0: 16, 8"},
-      {"letters.txt", letters + "grx.fnt 0x42 0x42\n- 0x41 0x41\nGRID.TGA 0x100 0x110\n- 0x200\n",
+      {"letters.txt",
+       letters + "proportional.fnt 0x42 0x42\n- 0x41 0x41\nGRID.TGA 0x100 0x110\n- 0x200\n",
        "0: 8, 11"},
-      {"moved.txt", "bios.fnt 0x10FF00 -1\n- 0x41\ngrx.fnt 1\nlarge.fnt 0x30 0x10FFFF", "0: 16, 8"},
-      {"deep.txt", "deep.bmp 0x20", "0: 6, 4"},
+      {"moved.txt", "bios.fnt 0x10FF00 -1\n- 0x41\nproportional.fnt 1\nlarge.fnt 0x30 0x10FFFF",
+       "0: 16, 8"},
+      {"deep.txt", "deep.tga 0x20", "0: 6, 4"},
       {"many.txt", files, "0: 8, 0"},
       {"more.txt", files + "bios.fnt 0x20 0x20\n", "13: 8, 8"},
       {"first.txt", "bios.fnt", "13: 8, 8"},
@@ -120,13 +93,13 @@ TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
       {"backward.txt", "bios.fnt 0x21 0x20", "13: 8, 8"},
       {"beyond.txt", "bios.fnt 0x10FFFF 0x110000", "13: 8, 8"},
       {"itself.TXT", "itself.TXT 0x20 0x7F\n", "13: 8, 8"},
-      {"deep.bmp", "", "13: 8, 8"},
+      {"deep.tga", "", "13: 8, 8"},
       {"nomarks.bmp", "", "13: 8, 8"},
       {"short.itf", much.substr(0, 2047), "13: 8, 8"},
-      {"cut.fnt", LibraryFace().substr(0, 338), "13: 8, 8"},
-      {"huge.fnt", Grx({0xFFFF, 0xFFFF, 0, 0xFFFE, true}), "13: 8, 8"},
-      {"backward.fnt", Grx({8, 8, 200, 100, true}) + much, "13: 8, 8"},
-      {"flat.fnt", Grx({8, 0, 0, 255, true}) + much, "13: 8, 8"},
+      {"cut.fnt", "", "13: 8, 8"},
+      {"huge.fnt", "", "13: 8, 8"},
+      {"backward.fnt", "", "13: 8, 8"},
+      {"flat.fnt", "", "13: 8, 8"},
       {"random.ttf", "no font", "13: 8, 8"}};
   for (const auto& [file, content, expected] : cases) {
     if (!content.empty()) dir.Write(file, content);
@@ -139,7 +112,7 @@ TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
   }
   EXPECT_EQ(font.Load(dir.Write("outlines", outlines).c_str()), kNoError);
   Font other;
-  EXPECT_EQ(other.Load(dir.Write("outlines", PictureFace()).c_str()), kNoError);
+  EXPECT_EQ(other.Load(dir.Write("outlines", pictureFace).c_str()), kNoError);
   EXPECT_TRUE(other.IsFixed() && !other.IsScalable() && *other.GetFixedSizes() == 3);
   EXPECT_TRUE(font.IsScalable() && !font.IsFixed()) << "each has what was in the file";
 }
@@ -221,7 +194,7 @@ TEST_P(FaceTest, MultilineTextIsAlignedInItsColumn) {
 }
 
 TEST_F(FontTest, SizeIsTheLargestPixelSizeWhoseLineIsNotHigher) {
-  const auto face = Open(outlines), pictures = Open(PictureFace());
+  const auto face = Open(outlines), pictures = Open(pictureFace);
   EXPECT_EQ(EngineTextHeight(*face), 8) << "the initial size";
   const int small = EngineTextLength(*face, "Z");
   const FT_Size_Metrics& metrics = face->ftFace->size->metrics;
@@ -247,7 +220,7 @@ TEST_F(FontTest, SizeIsTheLargestPixelSizeWhoseLineIsNotHigher) {
 TEST_F(FontTest, PlacesGlyphsByOffsetsAdvancesAndSpacingOnTheirBackground) {
   for (const auto& [draw, print] : {std::pair{&EngineTextout, &EngineTextoutPrintf},
                                     {&EngineTextoutAA, &EngineTextoutAAPrintf}}) {
-    const auto face = Open(PictureFace());
+    const auto face = Open(pictureFace);
     SkinBitmap out = Blank(12, 6);
     EngineSetBackground(-1);
     draw(out.GetBitmap(), *face, "AjB", 1, 0, red, kAlignLeft);
