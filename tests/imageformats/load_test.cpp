@@ -13,16 +13,9 @@
 namespace zel {
 namespace {
 
-// Small pictures of every kind, as libjpeg and libpng write them.
+// Small pictures of every kind: JPEG and PNG as libjpeg and libpng write them, the others byte by
+// byte. Palettes are black, which stands for what is masked, red, green and blue.
 const std::string kSamples = "tests/imageformats/samples/";
-
-Bytes Hex(std::string digits) {
-  std::erase(digits, ' ');
-  Bytes bytes;
-  for (std::size_t i = 0; i < digits.size(); i += 2)
-    bytes.push_back(static_cast<std::uint8_t>(std::stoi(digits.substr(i, 2), nullptr, 16)));
-  return bytes;
-}
 
 class LoadTest : public AllegroFixture {
  protected:
@@ -42,14 +35,14 @@ class LoadTest : public AllegroFixture {
   }
 
   // Beginnings of the file are no pictures, and nothing is said about that.
-  void ExpectSturdy(const std::string& extension, const Bytes& file, const Rows& rows) const {
+  void ExpectSturdy(const std::string& path, const Rows& rows) const {
     testing::internal::CaptureStderr();
-    const BitmapPtr picture = Load(extension, file);
-    ASSERT_NE(picture, nullptr) << extension << rows[0];
-    EXPECT_EQ(Picture(picture.get()), rows) << extension;
-    for (Bytes cut = file; !cut.empty();) {
+    const BitmapPtr picture{LoadPicture(path.c_str(), nullptr)};
+    ASSERT_NE(picture, nullptr) << path;
+    EXPECT_EQ(Picture(picture.get()), rows) << path;
+    for (Bytes cut = ReadBytes(path.c_str(), 1 << 20); !cut.empty();) {
       cut.pop_back();
-      EXPECT_EQ(Load(extension, cut), nullptr) << extension << cut.size() << " of " << file.size();
+      EXPECT_EQ(Load(get_extension(path.c_str()), cut), nullptr) << path << " to " << cut.size();
     }
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
   }
@@ -76,7 +69,7 @@ TEST_F(LoadTest, JpegAndPngOfEveryKindAreRead) {
       {32, "of_16_bits.png", {"r."}}};
   for (const auto& [depth, name, rows] : samples) {
     UseDepth(depth);
-    ExpectSturdy(get_extension(name.c_str()), ReadBytes((kSamples + name).c_str(), 1 << 20), rows);
+    ExpectSturdy(kSamples + name, rows);
   }
 }
 
@@ -114,67 +107,25 @@ TEST_F(LoadTest, PngComesInTheDepthOfTheScreenWithMaskedPixelsAndAPalette) {
   EXPECT_EQ(bitmap_color_depth(Sample("rgb_and_alpha.png").get()), 24);
 }
 
-// The palettes are black, which stands for what is masked, red, green and blue.
-const std::string kZeros(40, '0'), kBmp = "424D 00000000 00000000 46000000 28000000 ";
-const std::string kLongBmp(136, '0');  // what a long header has more, without masks
-const std::string kBmpPalette = kZeros + "00000000 0000FF00 00FF0000 FF000000 ";
-const std::string kLbm = "464F524D 00000000 ", kLbmHeader = " 424D4844 00000014 ";
-const std::string kLbmPalette =
-    kZeros.substr(24) + "434D4150 0000000C 000000 FF0000 00FF00 0000FF ";
-const std::tuple<const char*, std::string, Rows> kExamples[] = {
-    // Runs of 8 bits, with a move and pixels one by one.
-    {"bmp",
-     kBmp + "05000000 03000000 0100 0800 01000000" + kBmpPalette +
-         "0301 0202 0000 00020200 0003010203 00 0000 0503 0001",
-     {"bbbbb", "kkrgb", "rrrgg"}},
-    // Of 4 bits.
-    {"bmp",
-     kBmp + "05000000 03000000 0100 0400 02000000" + kBmpPalette +
-         "0512 0000 0005123310 00 0000 0430 0120 0001",
-     {"bkbkg", "rgbbr", "rgrgr"}},
-    // From the top down, of 16 bits.
-    {"bmp",
-     kBmp + "02000000 FEFFFFFF 0100 1000 03000000" + kZeros +
-         "00F80000 E0070000 1F000000 00F8E007 1F00FFFF",
-     {"rg", "bw"}},
-    // A run goes from row to row.
-    {"tga",
-     "00 01 09 0000 0400 18 00000000 0300 0200 08 20 000000 0000FF 00FF00 FF0000 8401 0003",
-     {"rrr", "rrb"}},
-    {"tga", "00 00 0A 0000 0000 00 00000000 0200 0100 18 00 800000FF 00FF0000", {"rb"}},
-    // Bytes with runs, of an odd width.
-    {"lbm",
-     kLbm + "50424D20" + kLbmHeader + "0003 0002 00000000 08 00 01 00" + kLbmPalette +
-         "424F4459 00000007 FD01 0301020300",
-     {"rrr", "rgb"}},
-    // Two planes and one of the mask, without runs.
-    {"lbm",
-     kLbm + "494C424D" + kLbmHeader + "0014 0001 00000000 02 01 00 00" + kLbmPalette +
-         "424F4459 0000000C FFFF5000 0000F000 FFFFFFFF",
-     {"rrrrrrrrrrrrrrrrgbgb"}},
-    // With runs that go on beyond the end of the row.
-    {"bmp",
-     kBmp + "03000000 02000000 0100 0800 01000000" + kBmpPalette + "0401 0000 0201 0203 00 01",
-     {"rrb", "rrr"}},
-    // With long headers: a palette with magenta behind one, masks in another.
-    {"bmp",
-     "424D 00000000 00000000 8A000000 6C000000 03000000 02000000 0100 0800 00000000" + kZeros +
-         kLongBmp + "00000000 0000FF00 FF00FF00 FF000000 00010200 03030100",
-     {"bbr", "kr."}},
-    {"bmp",
-     "424D 00000000 00000000 8C000000 7C000000 02000000 FFFFFFFF 0100 2000 03000000" + kZeros +
-         "0000FF00 00FF0000 FF000000 000000FF" + kLongBmp + "ABCD" + "FF00FF80 00FF0000",
-     {".g"}}};
-
 TEST_F(LoadTest, LibraryFormatsAreReadAsTheyAreMeant) {
+  const std::pair<std::string, Rows> samples[] = {
+      {"runs_of_8_bits.bmp", {"bbbbb", "kkrgb", "rrrgg"}},  // with a move and pixels one by one
+      {"runs_of_4_bits.bmp", {"bkbkg", "rgbbr", "rgrgr"}},
+      {"runs_beyond_rows.bmp", {"rrb", "rrr"}},
+      {"from_the_top.bmp", {"rg", "bw"}},   // of 16 bits
+      {"long_header.bmp", {"bbr", "kr."}},  // with magenta in the palette
+      {"long_header_with_masks.bmp", {".g"}},
+      {"run_over_rows.tga", {"rrr", "rrb"}},
+      {"no_palette.tga", {"rb"}},
+      {"bytes.lbm", {"rrr", "rgb"}},              // with runs, of an odd width
+      {"planes.lbm", {"rrrrrrrrrrrrrrrrgbgb"}}};  // and one of the mask, without runs
   PALETTE colors;
   generate_332_palette(colors);
   set_palette(colors);
   for (const int depth : {32, 8}) {
     UseDepth(depth);
     set_color_conversion(PictureConversion());
-    for (const auto& [extension, digits, rows] : kExamples)
-      ExpectSturdy(extension, Hex(digits), rows);
+    for (const auto& [name, rows] : samples) ExpectSturdy(kSamples + name, rows);
   }
   const std::string own = directory.Path("own.bmp");
   BitmapPtr masked{create_bitmap(1, 1)};
@@ -190,23 +141,27 @@ TEST_F(LoadTest, LibraryFormatsAreReadAsTheyAreMeant) {
     for (const char* extension : {"bmp", "pcx", "tga"}) {
       const std::string path = directory.Path(std::string{"saved."} + extension);
       ASSERT_EQ(save_bitmap(path.c_str(), picture.get(), nullptr), 0);
-      ExpectSturdy(extension, ReadBytes(path.c_str(), 1 << 20), {"rgbwk", "yc?rg"});
+      ExpectSturdy(path, {"rgbwk", "yc?rg"});
     }
   }
 }
 
 // What makes Allegro write past a row, a bitmap or a palette, with enough behind it in the file.
 TEST_F(LoadTest, WhatDoesNotFitIsRefused) {
-  const std::tuple<int, std::size_t, std::uint8_t> lies[] = {
-      {0, 22, 0},    {0, 24, 1},    {0, 78, 6},  {0, 79, 9}, {2, 55, 0},    {3, 6, 2},  {3, 7, 12},
-      {3, 30, 0x86}, {4, 18, 0x87}, {5, 20, 16}, {5, 28, 9}, {5, 68, 0xF0}, {5, 70, 16}};
-  for (const auto& [example, at, value] : lies) {
-    const auto& [extension, digits, rows] = kExamples[example];
-    Bytes file = Hex(digits);
+  const std::tuple<std::string, std::size_t, std::uint8_t> lies[] = {
+      {"runs_of_8_bits.bmp", 22, 0}, {"runs_of_8_bits.bmp", 24, 1},
+      {"runs_of_8_bits.bmp", 78, 6}, {"runs_of_8_bits.bmp", 79, 9},
+      {"from_the_top.bmp", 55, 0},   {"run_over_rows.tga", 6, 2},
+      {"run_over_rows.tga", 7, 12},  {"run_over_rows.tga", 30, 0x86},
+      {"no_palette.tga", 18, 0x87},  {"bytes.lbm", 20, 16},
+      {"bytes.lbm", 28, 9},          {"bytes.lbm", 68, 0xF0},
+      {"bytes.lbm", 70, 16}};
+  for (const auto& [name, at, value] : lies) {
+    Bytes file = ReadBytes((kSamples + name).c_str(), 1 << 20);
     file.resize(file.size() + 300000);
-    EXPECT_NE(Load(extension, file), nullptr) << example;
+    EXPECT_NE(Load(get_extension(name.c_str()), file), nullptr) << name;
     file[at] = value;
-    EXPECT_EQ(Load(extension, file), nullptr) << example << " at " << at;
+    EXPECT_EQ(Load(get_extension(name.c_str()), file), nullptr) << name << " at " << at;
   }
   EXPECT_TRUE(IsPictureSize(16384, 2048));
   for (const auto& [w, h] : {std::pair{16384, 2049}, {16385, 1}, {1, 16385}, {1, 0}, {-1, -1}})
