@@ -11,15 +11,7 @@ namespace zel {
 namespace {
 
 // Every key with a value that no field starts with, in the order in which files have them.
-const std::string kEverything =
-    "[Toolkit]\nskinPath = skins/blue.cfg\nscreenWidth = 801\nscreenHeight = 602\n"
-    "refreshRate = 75\ncolorDepth = 24\ngfxMode = FB\nfullscreen = 0\nuseVideoMemory = 1\n"
-    "fullDrag = 0\nfullResize = 0\nlogicFrameRate = 40\nunlimitedFrameRate = 1\n"
-    "showFrameRate = 1\nantialiasing = 0\nguiSound = 0\nsoundVolume = 100\nsoundDriver = ALSA\n"
-    "midiDriver = 7\nshowMouse = 0\nmouseShadow = 0\ndoubleClickDelay = 210\nmouseSpeed = 3\n"
-    "useKeyboard = 0\nkeyDelay = 170\nkeyRepeat = 90\nuseJoystick = 1\nscreenUpdateMethod = 1\n"
-    "vsync = 1\nyield = 0\nrunInBackground = 0\nmaxFrameSkip = 6\ntooltipDelay = 220\n"
-    "tooltipAutohideDelay = 5100\n";
+const std::string kEverything = ReadFile("tests/toolkit/base/samples/settings.cfg");
 
 template <class... Values>
 std::string Join(const Values&... values) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <sstream>
 #include <tuple>
 
 #include "tests/support/allegro_fixture.h"
@@ -36,7 +35,7 @@ std::string Joined(Values... values) {
   return ((std::to_string(values) + ' ') + ...);
 }
 
-// In the order of EveryValueIsReadFromItsKey.
+// In the order of every_key.cfg, which has values that count from 1.
 std::string Numbers(const Skin& s) {
   return Joined(s.dottedRect, s.focus, s.wallpaperStyle, s.buttonDisplacement,
                 s.buttonAnimationType, s.buttonAnimationLength, s.boxOffset.x, s.boxOffset.y,
@@ -117,30 +116,8 @@ TEST_F(SkinTest, AFileWithoutSensibleKeysHasDefaultsOfItsOwn) {
 }
 
 TEST_F(SkinTest, EveryValueIsReadFromItsKey) {
-  std::istringstream keys{R"(
-      [Skin] dottedRect focus [WALLPAPER] style [BUTTON] displacement animationType animationLength
-      [BOX] offX offY alignment [WINDOW] textX textY exitX exitY maxX maxY minX minY alignment
-      textBack animationType animationLength [COMBOBOX] animationType animationLength [MENU] height
-      delay animationType animationLength [TOOLTIP] animationType animationLength
-      [COLORS] face fontface shad1 shad2 disable select deselect focus sunken back [BOX] backColor
-      [TOOLTIP] backColor borderColor
-      [TEXT] font1 font2 font3 font4 f_col1 f_col2 f_col3 f_col4 s_col1 s_col2 s_col3 s_col4)"};
-  std::string text = "[Skin]\ntitle=" + std::string(600, 'x') +
-                     "\n[FONT2]\nfile=outline.ttf\n[FONT3]\nfile=none.ttf\n[FONT4]\n"
-                     "file=outline.ttf\nsize=30\n"
-                     "[BOX]\nfont1=1\nf_col1=2\nf_col2=3\ns_col1=4\ns_col2=-1\n";
-  int value = 0;
-  for (std::string key; keys >> key;)
-    text += key + (key[0] == '[' ? "" : '=' + std::to_string(++value)) + '\n';
-  const std::pair<const char*, TextSet> sets[] = {
-      {"BUTTON", kButtonText},  {"CHECKBOX", kCheckBoxText}, {"RADIO", kRadioText},
-      {"LIST", kListText},      {"MENU", kMenuText},         {"PROGRESS", kProgressText},
-      {"WINDOW", kWindowText},  {"HYPER", kHyperText},       {"TAB", kTabText},
-      {"TOOLTIP", kTooltipText}};
-  for (const auto& [section, set] : sets)
-    text += std::string{"["} + section + "]\nfont2=" + std::to_string(set + 20) + '\n';
   files.Write("outline.ttf", ReadFile("data/skin/fonts/DejaVuSans.ttf"));
-  const auto skin = Make(text);
+  const auto skin = Make(ReadFile(kSamples + "every_key.cfg"));
   EXPECT_EQ(Numbers(*skin),
             "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 25 26 27 28 29 ");
   EXPECT_EQ(Colors(*skin),
@@ -149,8 +126,9 @@ TEST_F(SkinTest, EveryValueIsReadFromItsKey) {
   EXPECT_EQ(TextSetOf(*skin, kEditText),
             "43:2f0000/330000 44:300000/340000 45:310000/350000 46:320000/360000 ");
   EXPECT_EQ(TextSetOf(*skin, kBoxText), "1:020000/040000 0:101010/- 0:030000/- 0:101010/- ");
-  for (const auto& [section, set] : sets)
-    EXPECT_EQ(skin->fontIndex[set][kSelected], set + 20) << section;
+  std::string selected;
+  for (const auto& fonts : skin->fontIndex) selected += Joined(fonts[kSelected]);
+  EXPECT_EQ(selected, "0 21 22 23 24 25 26 44 28 29 30 31 0 ");
   EXPECT_EQ(skin->bitmaps[CLEAR_BACK]->getpixel(5, 5), Color(39, 0, 0))
       << "drawn in the new colour";
   EXPECT_EQ(Joined(skin->fonts[2]->TextHeight(), skin->fonts[3]->TextHeight(),
