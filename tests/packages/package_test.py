@@ -27,7 +27,7 @@ NO_GRAPHICS = "Erfahrene Anwender können versuchen, selbst"  # the user's langu
 
 # Programs for the menu's script: a launcher that takes one choice after the other, and ends it at last.
 PROGRAMS = {
-    "zel": "read -r choice </tmp/choices || kill -KILL $PPID; sed -i 1d /tmp/choices; echo $choice >/root/output.txt",
+    "zel": "[ $# = 0 ] || exit 0; read -r choice </tmp/choices || kill -KILL $PPID; sed -i 1d /tmp/choices; echo $choice >/root/output.txt",
     "interrupt": "kill -INT $PPID",
     "poweroff": "echo off; false",
     "stty": "",
