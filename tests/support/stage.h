@@ -13,6 +13,7 @@
 #include "tests/support/fake_machine.h"
 #include "tests/support/fake_timers.h"
 #include "toolkit/core/dialog.h"
+#include "toolkit/core/mouse_pointer.h"
 #include "toolkit/core/startup.h"
 #include "toolkit/skin/skin.h"
 // After Allegro itself.
@@ -43,30 +44,51 @@ class Patch : public Widget {
   int draws = 0;
 };
 
-// Writes down what its widgets report and what it is told itself.
+// Writes down what its widgets report and what it is told itself, as "a: LostMouse; b: GotMouse".
+// Those that report the same one after the other stand together: "root, a: Click".
 class Recorder : public Dialog {
  public:
   void Draw(Bitmap& canvas) override { canvas.clear_bitmap(); }
   void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override {
-    if (watched.count(msg)) {
-      const auto name = names.find(sender);
-      log += name != names.end() ? name->second : '?';
-      log += std::to_string(msg) + ' ';
-    }
+    if (watched.count(msg)) Note(sender, msg);
     if (onEvent) onEvent(sender, msg, static_cast<int>(arg1));
     Dialog::HandleEvent(sender, msg, arg1, arg2);
   }
   bool MsgClose() override { return closes; }
-  // What was written since the last call: "a13 b14 ", names and message numbers.
-  std::string Events() { return std::exchange(log, {}); }
+  // What was written since the last call.
+  std::string Events() {
+    last_ = 0;
+    return std::exchange(log_, {});
+  }
+  std::string NameOf(const Widget* widget) const {
+    const auto found = names.find(widget);
+    return widget == this ? "root" : found != names.end() ? found->second : widget ? "?" : "nobody";
+  }
 
-  std::map<const Widget*, char> names;
+  std::map<const Widget*, std::string> names;
   std::set<int> watched;
   std::function<void(Widget*, int, int)> onEvent;  // sender, message, first argument
   bool closes = true;
 
  private:
-  std::string log;
+  static constexpr const char* kMessages[] = {
+      "",          "Start",  "End",      "Draw",      "Click",    "DClick",    "Key",
+      "Char",      "UChar",  "XChar",    "WantFocus", "GotFocus", "LostFocus", "GotMouse",
+      "LostMouse", "Idle",   "Radio",    "Wheel",     "LPress",   "LRelease",  "MPress",
+      "MRelease",  "RPress", "RRelease", "Timer",     "Tick",     "InitSkin",  "Activate",
+      "",          "Scroll", "Move",     "Resize",    "Shape",    "MouseMove", "Close",
+      "WantMouse", "WantTab"};
+
+  void Note(const Widget* sender, int msg) {
+    const std::string message = std::string{": "} + kMessages[msg];
+    if (std::exchange(last_, msg) == msg)
+      log_.insert(log_.size() - message.size(), ", " + NameOf(sender));
+    else
+      log_ += (log_.empty() ? "" : "; ") + NameOf(sender) + message;
+  }
+
+  std::string log_;
+  int last_ = 0;
 };
 
 class StageTest : public AllegroFixture {
@@ -84,7 +106,7 @@ class StageTest : public AllegroFixture {
     PutMouse(kWidth - 1, kHeight - 1);
   }
   ~StageTest() override {
-    if (root.IsRunning()) root.MsgEnd();
+    End();
     PutMouse(0, 0);
     mouse_b = 0;
     mouse_z = 0;
@@ -92,7 +114,10 @@ class StageTest : public AllegroFixture {
   }
 
   // Without it there is no skin, and so no pointer shape and no rule for the focus.
-  static void UseSkin() { SetCurrentSkin(std::make_unique<Skin>("default")); }
+  void UseSkin() {
+    SetCurrentSkin(std::make_unique<Skin>("default"));
+    root.SetSkin(nullptr);
+  }
   // From here on the root writes down these messages; Expect compares what it wrote since.
   void Watch(std::initializer_list<int> messages) {
     root.watched = messages;
@@ -107,6 +132,10 @@ class StageTest : public AllegroFixture {
   void Start() {
     root.MsgStart();
     Tick();
+  }
+  // Before what a test has put into the root is gone.
+  void End() {
+    if (root.IsRunning()) root.MsgEnd();
   }
   void Tick(int times = 1) {
     for (; times > 0; --times) {

@@ -30,7 +30,7 @@ class InputTest : public StageTest {
   InputTest() {
     root.Add(&a);
     root.Add(&b);
-    root.names = {{&a, 'a'}, {&b, 'b'}, {&root, 'r'}};
+    root.names = {{&a, "a"}, {&b, "b"}};
     root.onEvent = [this](Widget* sender, int msg, int code) {
       if (sender != &a) return;
       if (msg == MSG_CHAR) typed += static_cast<char>(code);
@@ -59,7 +59,9 @@ TEST_F(InputTest, IsToldInItsOrderWithoutATick) {
   SetButtons(1);
   PutMouse(10, 60);
   root.MsgIdle();
-  Expect("r4 a4 r18 a18 r19 a19 a7 r4 b4 r18 b18 r17 b17 ");
+  Expect(
+      "root, a: Click; root, a: LPress; root, a: LRelease; a: Char; root, b: Click; root, b: "
+      "LPress; root, b: Wheel");
 }
 
 TEST_F(InputTest, WhatTheQueueRefusesIsFoundInTheDevices) {

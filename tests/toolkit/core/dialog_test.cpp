@@ -1,9 +1,6 @@
 #include "toolkit/core/dialog.h"
 
-#include <random>
-
 #include "tests/support/stage.h"
-#include "toolkit/core/mouse_pointer.h"
 #include "toolkit/draw/screen_update.h"
 
 namespace zel {
@@ -15,11 +12,9 @@ class DialogTest : public StageTest {
     below.SetAnimationProperties(20, 6);
     popup.Resize(30, 30);
     popup.Add(&inside);
-    root.names = {{&below, 'b'}, {&popup, 'p'}, {&inside, 'i'}, {&root, 'r'}};
+    root.names = {{&below, "below"}, {&popup, "popup"}, {&inside, "inside"}};
   }
-  ~DialogTest() override {
-    if (root.IsRunning()) root.MsgEnd();
-  }
+  ~DialogTest() override { End(); }
   void StartWithFocus() {
     root.Add(&below);
     Start();
@@ -43,19 +38,19 @@ TEST_F(DialogTest, AWidgetLivesInOneDialogWhichStartsAndEndsIt) {
   EXPECT_EQ(below.GetParent(), &root);
   Expect("");
   root.MsgStart();
-  Expect("r1 b26 b26 r26 b1 ");
+  Expect("root: Start; below, below, root: InitSkin; below: Start");
   EXPECT_TRUE(below.TestFlag(kFlagStartAnimation));
   Tick();
-  Expect("r3 b3 ");
+  Expect("root, below: Draw");
   EXPECT_EQ(At(12, 12), red);
   root.Remove(&below);
-  Expect("b2 ");
+  Expect("below: End");
   EXPECT_EQ(below.GetParent(), nullptr);
   {
     Patch shortLived{{70, 0, 20, 20}};
     root.Add(&below);
     root.Add(&shortLived);
-    Expect("b26 b1 ?26 ?1 ");
+    Expect("below: InitSkin; below: Start; ?: InitSkin; ?: Start");
     Tick();
     EXPECT_EQ(At(75, 5), red);
   }
@@ -63,17 +58,17 @@ TEST_F(DialogTest, AWidgetLivesInOneDialogWhichStartsAndEndsIt) {
   EXPECT_EQ(At(75, 5), 0) << "what is destroyed is seen no longer";
   root.Events();
   root.MsgEnd();
-  Expect("b2 r2 ");
+  Expect("below, root: End");
 }
 
 TEST_F(DialogTest, EventsGoUpUntilAnExitWidgetClosesItsDialog) {
   Patch exit{{5, 0, 5, 5}};
   exit.MakeExit();
   root.Add(&popup);
-  root.names[&exit] = 'e';
+  root.names[&exit] = "exit";
   Watch({MSG_ACTIVATE, MSG_CLOSE});
   for (Widget* sender : {&inside, &exit}) popup.HandleEvent(sender, MSG_ACTIVATE, 0, 0);
-  Expect("i27 p34 ", "a dialog inside another one only says so");
+  Expect("inside: Activate; popup: Close", "a dialog inside another one only says so");
   EXPECT_FALSE(popup.IsClosed());
   for (const bool willing : {false, true}) {
     root.closes = willing;
@@ -166,14 +161,21 @@ TEST_F(DialogTest, APopupTakesTheInputAndGivesItBack) {
     SetButtons(1 - mouse_b);
     simulate_ukeypress('x', 0);
   };
-  Script({[&] { press("i2 p2 b14 p13 i13 i11 b12 p11 ", 25); }, [&] { press("p18 i18 i7 ", 110); },
-          [&] { press("i14 p14 i7 ", 110); }, [&] { press("p18 i7 ", 110); },
+  Script({[&] {
+            press(
+                "inside, popup: End; below: LostMouse; popup, inside: GotMouse; inside: GotFocus; "
+                "below: LostFocus; popup: GotFocus",
+                25);
+          },
+          [&] { press("popup, inside: LPress; inside: Char", 110); },
+          [&] { press("inside, popup: LostMouse; inside: Char", 110); },
+          [&] { press("popup: LPress; inside: Char", 110); },
           [&] {
             EXPECT_EQ(At(25, 25), blue);
             popup.Close();
           }});
   EXPECT_EQ(popup.Popup(&root, 20, 20, &inside), &inside);
-  Expect("i7 i2 ?2 p2 b11 ?13 ");
+  Expect("inside: Char; inside, ?, popup: End; below: GotFocus; ?: GotMouse");
   EXPECT_EQ(popup.GetFlags() & (kFlagPoppedUp | kFlagFocus | kFlagMouse), 0u);
   EXPECT_TRUE(popup.IsRoot());
   EXPECT_EQ(root.Children().size(), 2u);
@@ -193,12 +195,12 @@ TEST_F(DialogTest, AReleaseThatAPopupSawIsMadeUpForButNoPressAndNotTheWheel) {
     popup.Popup(&root, 50, 50, nullptr);
   };
   Press();
-  Expect("r18 b18 p19 p17 r19 b19 ");
+  Expect("root, below: LPress; popup: LRelease; popup: Wheel; root, below: LRelease");
   EXPECT_FALSE(root.TestFlag(kFlagPressed));
   root.onEvent = nullptr;
   settings.yield = false;
   Watch({MSG_DCLICK});
-  for (const char* events : {"", "r5 b5 "}) {
+  for (const char* events : {"", "root, below: DClick"}) {
     Press();
     Release();
     Expect(events, "the press before the popup counts no more");
@@ -289,7 +291,7 @@ TEST_F(DialogTest, WhatFollowsTheClosingIsForNobody) {
   PutMouse(5, 5);
   mouse_b = 1;
   Tick();
-  Expect("b7 ");
+  Expect("below: Char");
 }
 
 TEST_F(DialogTest, ADialogWhoseContainerIsGoneIsARootAgain) {
@@ -300,101 +302,6 @@ TEST_F(DialogTest, ADialogWhoseContainerIsGoneIsARootAgain) {
   EXPECT_TRUE(popup.IsRoot());
   popup.Centre();
   EXPECT_EQ(popup.GetRelativePos().x, (kWidth - popup.w()) / 2);
-}
-
-TEST_F(DialogTest, WhatIsDirtyInPartsIsPaintedWholeOnNewGround) {
-  settings.screenUpdateMethod = kDoubleBuffering;
-  Patch above{{10, 10, 20, 20}, green};
-  StartWithFocus();
-  root.Add(&above);
-  Tick(2);
-  above.RedrawPart({0, 0, 5, 5});
-  Tick();
-  EXPECT_EQ(At(25, 25), green);
-}
-
-// A scene whose picture is known: patches and dialogs of patches in painting order.
-class Scene : public Recorder {
- public:
-  explicit Scene(std::mt19937& source) : random{source} {
-    for (int i = 0; i < 15; ++i) {
-      if (i % 5 == 0) {
-        Add(dialogs.emplace_back(std::make_unique<Dialog>()).get());
-        dialogs.back()->Shape(RandomRect());
-      }
-      Patch& patch = *patches.emplace_back(std::make_unique<Patch>(RandomRect(), RandomColor()));
-      patch.SetAnimationProperties(60, 0);
-      patch.SetOpaque(Below(2) > 0);
-      static_cast<Dialog&>(i % 2 ? *this : *dialogs.back()).Add(&patch);
-    }
-  }
-
-  // Something happens to one of the widgets. Whoever uncovers something redraws what was below.
-  void Change() {
-    Patch& patch = *patches[Below(15)];
-    Widget& any = Below(3) ? static_cast<Widget&>(patch) : *dialogs[Below(3)];
-    const std::function<void()> kChanges[] = {
-        [&] { any.Hide(), Redraw(); },
-        [&] { any.Unhide(); },
-        [&] { any.Shape(RandomRect()), Redraw(); },
-        [&] { any.GetParent()->BringToFront(&any); },
-        [&] {
-          patch.RedrawPart({2, 2, 5, 5}), patch.RedrawPart({0, 4, 9, 2});
-        },
-        [&] { patch.color = RandomColor(), patch.Redraw(); },
-        [&] { patch.PlayAnimation(1 + Below(26)), patch.Redraw(); },
-        [&] { patch.SetOpaque(Below(2) > 0); },
-        [&] { any.Redraw(); }};
-    kChanges[Below(std::size(kChanges))]();
-  }
-
-  // What the dialog shows at a point; 0 where it shows nothing.
-  static int ColorAt(const Dialog& dialog, const Rect& pixel) {
-    for (auto i = dialog.Children().rbegin(); i != dialog.Children().rend(); ++i) {
-      int color = 0;
-      if ((*i)->Hidden()) continue;
-      if (const Dialog* inner = AsDialog(*i))
-        color = ColorAt(*inner, pixel);
-      else if ((*i)->Overlaps(pixel) && pixel.x < dialog.x2() && pixel.y < dialog.y2())
-        color = static_cast<const Patch*>(*i)->color;
-      if (color != 0) return color;
-    }
-    return 0;
-  }
-
- private:
-  int Below(std::size_t n) { return static_cast<int>(random() % n); }
-  Rect RandomRect() { return {Below(40), Below(40), 1 + Below(60), 1 + Below(60)}; }
-  Color RandomColor() { return 1 + Below(60'000); }
-
-  std::mt19937& random;
-  std::vector<std::unique_ptr<Dialog>> dialogs;
-  std::vector<std::unique_ptr<Patch>> patches;
-};
-
-TEST_F(DialogTest, WhateverChangesTheScreenShowsIt) {
-  std::mt19937 random{24};
-  settings.showMouse = false;
-  for (int round = 0; round < 12; ++round) {
-    settings.screenUpdateMethod = round % 4;
-    Scene scene{random};
-    scene.Resize(kWidth, kHeight);
-    scene.MsgStart();
-    for (int change = 0; change < 60; ++change) {
-      for (unsigned n = random() % 4; n > 0; --n) scene.Change();
-      // A transition may go on into the next change.
-      const bool settles = random() % 3 == 0;
-      for (int tick = 0; tick < (settles ? 5 : 1); ++tick) {
-        clock.Tick(0);
-        scene.MsgIdle();
-      }
-      for (int i = 0; settles && i < kWidth * kHeight; ++i) {
-        const Rect pixel{i % kWidth, i / kWidth, 1, 1};
-        ASSERT_EQ(At(pixel.x, pixel.y), Scene::ColorAt(scene, pixel)) << round << '/' << change;
-      }
-    }
-    scene.MsgEnd();
-  }
 }
 
 }  // namespace

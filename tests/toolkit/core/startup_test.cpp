@@ -65,13 +65,11 @@ TEST_F(Startup, WhatLivesOncePerProcessEndsWithTheToolkit) {
   EXPECT_TRUE(CurrentPointer() && CurrentScreenUpdate()) << "a root runs to its end";
   EXPECT_EQ(CurrentSkin(), nullptr);
   root.MsgEnd();
-  settings.tooltipDelay = 7;
   InstallScreenUpdate(kDirtyRectangles);
   ExitToolkit();
   EXPECT_TRUE(refuses(root)) << "too late";
   EXPECT_EQ(CurrentScreenUpdate(), nullptr);
   EXPECT_EQ(Widget{}.CreationOrder(), 0u);
-  EXPECT_EQ(settings.tooltipDelay, 7) << "which is the program's";
   InstallToolkit(nullptr);
   Recorder next;
   Patch child{{0, 0, 9, 9}};
@@ -168,7 +166,7 @@ TEST_F(Startup, ARunningRootFollowsANewModeOrKeepsTheOld) {
   InstallToolkit(nullptr);
   Recorder root;
   Widget child;
-  root.names = {{&child, 'c'}};
+  root.names = {{&child, "child"}};
   root.Add(&child);
   root.MsgStart();
   root.watched = {MSG_INITSKIN};
@@ -182,7 +180,7 @@ TEST_F(Startup, ARunningRootFollowsANewModeOrKeepsTheOld) {
     root.ForgetRedraw();
   };
   EXPECT_EQ(ChangeScreenMode(0, true, 800, 600, 32, &root), kNoError);
-  EXPECT_EQ(root.Events(), "c26 ");
+  EXPECT_EQ(root.Events(), "child: InitSkin");
   expect(800, 32);
   EXPECT_EQ(machine.mouseSpeeds.back(), Pair(5, 5)) << "which the library resets";
   machine.tried.clear();

@@ -17,7 +17,6 @@ class TooltipTest : public StageTest {
     root.Add(&a);
     root.Add(&b);
     tip.Hide();
-    root.SetSkin(nullptr);
     Start();
   }
   ~TooltipTest() override {
