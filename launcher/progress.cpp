@@ -130,12 +130,12 @@ void BusyBar::Move() {
   const int last = end - BlockWidth() - kTurnMargin;
   if (position_ < kBlockStep) {
     position_ = 1;
-    direction_ = 1;
+    step_ = kBlockStep;
   } else if (position_ > last) {
     position_ = last;
-    direction_ = -1;
+    step_ = -kBlockStep;
   }
-  position_ += kBlockStep * direction_;
+  position_ += step_;
 }
 
 void BusyBar::Increment() {

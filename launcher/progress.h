@@ -80,7 +80,7 @@ class BusyBar final : public ProgressBar {
   void Move();
 
   int position_ = 0;
-  int direction_ = 1;
+  int step_ = 0;  // pixels of the last move; negative to the left
 };
 
 }  // namespace zel
