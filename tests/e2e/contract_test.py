@@ -20,14 +20,6 @@ NOWHERE = 700, 500                            # a point outside of all panels
 
 SECOND = "second --with=\"two words\"\n"
 NOT_ROOT = "You must have root permissions to run this program\n"
-NO_GRAPHICS = """\
-The program can not start due to incorrect BIOS settings
-or a lack of video memory on your computer. Please inform our
-support team and we can help you.
-If you are an experienced PC user, you can try by yourself to increase,
-for example, the <Frame Buffer Size> setting in the <Video configuration>
-part of your BIOS. It may help.
-"""
 
 
 def menu(*entries):
@@ -126,7 +118,6 @@ class StartTest(LauncherTest):
         no_skin = config(zel_cfg=SETTINGS.format(fullscreen=1).replace("= default", "= missing.skin"))
         for options, files, status, stdout, stderr, output in (
                 ({"root": False}, config(), 0, "", NOT_ROOT, "earlier\n"),
-                ({"refuse_modes": "all"}, config(), 0, NO_GRAPHICS, None, None),
                 ({}, no_skin, 1, "Error: skin description file not found!\n\n", "", None)):
             launcher = self.launcher(files)
             launcher.output_file.write_text("earlier\n")
@@ -141,19 +132,6 @@ class StartTest(LauncherTest):
         for status in launcher.threads():
             self.assertRegex(status, r"(?s)CapEff:\t000000000400000a\n.*NoNewPrivs:\t1\nSeccomp:\t2\n")
 
-    def test_refused_modes_are_replaced_by_the_fixed_ones_in_turn(self):
-        settings = SETTINGS.format(fullscreen=0).replace("colorDepth = 16", "colorDepth = 32")
-        tries = ["800x600x32", "800x600x24", "640x480x16", "640x480x15", "800x600x8", "640x480x8"]
-        for works in ("800x600x24", "640x480x16", "800x600x8", "640x480x8", None):
-            refused = tries[:tries.index(works)] if works else []
-            seen = [f"mode {mode} refused" for mode in refused] + [f"mode {works} tried"]
-            if not works:  # a driver that does not exist sets no mode
-                settings += "gfxMode = NONE\n"
-                seen = [f"mode {mode} tried" for mode in ("800x600x32", "800x600x24", "640x480x16")]
-            launcher = self.launcher(config(zel_cfg=settings))
-            launcher.start(refuse_modes=" ".join(refused))
-            launcher.press("Return")
-            self.assertEqual((launcher.wait(), launcher.stderr().splitlines()), (11, seen))
 
 class MouseTest(LauncherTest):
 

@@ -60,15 +60,11 @@ class Launcher:
         self.launch(**options)
         return self.display.wait_for_content()
 
-    def launch(self, refuse_modes=None, root=True, before=None):
-        """Starts it without waiting for the menu. `refuse_modes`: see refuse_modes.cpp; `before`: commands
-        of a shell that becomes the launcher, unless it becomes something else."""
+    def launch(self, root=True, before=None):
+        """Starts it without waiting for the menu. `before`: commands of a shell that becomes the launcher,
+        unless it becomes something else."""
         # Without a search path Allegro finds no program for message boxes and prints its messages.
         options = ["--state", self.state, "--env", "PATH=/nowhere"]
-        if refuse_modes is not None:
-            shutil.copy(BUILD / "lib/refuse_modes.so", self.state / "run")
-            options += ["--env", "LD_PRELOAD=/run/refuse_modes.so",
-                        "--env", "REFUSE_MODES=" + refuse_modes]
         if not root:
             options.append("--not-root")
         program = [BUILD / "bin/zel"]

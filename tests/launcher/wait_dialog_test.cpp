@@ -59,6 +59,20 @@ TEST_F(WaitDialogTest, TimePassesAndOnlyWhatMovesIsCopied) {
   ExpectShown("wait_busy", {0, 90, 320, 60});
 }
 
+TEST_F(WaitDialogTest, ItsTimerAndTheShortcutEndIt) {
+  item.waitForFile.Assign("/missing");
+  Wait(1);
+  int closed = 0, periods = 0;
+  root->onEvent = [&closed](int msg, int) { closed += msg == MSG_CLOSE; };
+  for (; closed == 0 && periods < 99; ++periods)
+    for (int id = 0; id < kTimerSlots; ++id) dialog->MsgTimer(id);
+  EXPECT_EQ(std::pair(closed, periods), std::pair(1, 40));
+  key_shifts = KB_ALT_FLAG;
+  dialog->Client().HandleKey(0, KEY_C);
+  EXPECT_EQ(closed, 2);
+  key_shifts = 0;
+}
+
 TEST_F(WaitDialogTest, TheKeyThatOpensItDoesNotCancelItToo) {
   key[KEY_ENTER] = 1;
   Wait(0);
