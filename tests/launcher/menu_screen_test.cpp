@@ -50,7 +50,7 @@ class MenuScreenTest : public LauncherFixture {
     screen_->ApplyGeometry();
   }
   // Depth, current entry and its exit code after some keys.
-  std::string After(std::initializer_list<int> scancodes) {
+  std::string After(const std::vector<int>& scancodes) {
     for (const int scancode : scancodes) screen_->HandleKey(0, scancode);
     return std::to_string(screen_->Config().Depth()) + '/' +
            std::to_string(screen_->List().GetCurrent()) + '/' +
@@ -94,16 +94,22 @@ TEST_F(MenuScreenTest, LooksAsTheFilesSay) {
 
 TEST_F(MenuScreenTest, KeysMoveThroughTheMenus) {
   Start("");
-  EXPECT_EQ(After({}), "1/1/11");
   EXPECT_STREQ(launcherState.outputString, std::string(255, 'x').c_str());
-  EXPECT_EQ(After({KEY_DOWN}), "1/2/12");
-  EXPECT_EQ(After({KEY_ENTER}), "2/0/0");
-  EXPECT_EQ(After({KEY_DOWN, KEY_DOWN, KEY_ENTER_PAD}), "3/0/0");
-  EXPECT_EQ(After({KEY_SPACE}), "2/2/22");
-  EXPECT_EQ(After({KEY_HOME, KEY_ENTER}), "1/2/12");
-  EXPECT_EQ(After({KEY_DOWN, KEY_ENTER}), "1/4/15") << "disabled";
+  const std::pair<std::vector<int>, std::string> rows[] = {
+      {{}, "1/1/11"},
+      {{KEY_DOWN}, "1/2/12"},
+      {{KEY_ENTER}, "2/0/0"},
+      {{KEY_DOWN, KEY_DOWN, KEY_ENTER_PAD}, "3/0/0"},
+      {{KEY_SPACE}, "2/2/22"},
+      {{KEY_HOME, KEY_ENTER}, "1/2/12"},
+      {{KEY_DOWN, KEY_ENTER}, "1/4/15"}};
+  for (const auto& [keys, where] : rows) EXPECT_EQ(After(keys), where);
+}
+
+TEST_F(MenuScreenTest, AHeldKeyChoosesOnce) {
+  Start("2");
   key[KEY_SPACE] = 1;
-  EXPECT_EQ(After({KEY_UP, KEY_SPACE, KEY_SPACE}), "2/0/0") << "held";
+  EXPECT_EQ(After({KEY_SPACE, KEY_SPACE}), "2/0/0");
   EXPECT_EQ(After({KEY_ENTER, KEY_SPACE}), "1/2/12") << "another key counts";
   EXPECT_EQ(After({KEY_ENTER}), "2/0/0");
   key[KEY_SPACE] = 0;
@@ -111,17 +117,15 @@ TEST_F(MenuScreenTest, KeysMoveThroughTheMenus) {
   screen_->MsgTick();
   EXPECT_EQ(After({}), "2/0/0") << "its last repeat";
   EXPECT_EQ(After({KEY_SPACE}), "1/2/12");
-  _handle_key_press(13, KEY_ENTER);
-  _handle_key_release(KEY_ENTER);
-  _handle_key_press(13, KEY_ENTER);
-  _handle_key_press(13, KEY_ENTER);
-  screen_->MsgTick();
-  EXPECT_EQ(After({}), "1/2/12") << "in and back within a tick, and held";
-  _handle_key_release(KEY_ENTER);
-  for (int i = 0; i < 3; ++i) _handle_key_press(13, KEY_ENTER);
-  _handle_key_release(KEY_ENTER);
-  screen_->MsgTick();
-  EXPECT_EQ(After({}), "2/0/0") << "held, and let go before it was told";
+  // Presses of Enter, up to its release, within a tick: in and back and held; then held again.
+  const auto play = [this](const std::string& keys) {
+    for (const char stroke : keys)
+      stroke == 'p' ? _handle_key_press(13, KEY_ENTER) : _handle_key_release(KEY_ENTER);
+    screen_->MsgTick();
+    return After({});
+  };
+  EXPECT_EQ(play("prpp"), "1/2/12");
+  EXPECT_EQ(play("rpppr"), "2/0/0");
 }
 
 TEST_F(MenuScreenTest, TheLastPositionIsRestoredAsFarAsItFits) {
@@ -140,29 +144,23 @@ TEST_F(MenuScreenTest, TheLastPositionIsRestoredAsFarAsItFits) {
 
 // Menus of different heights, whose lists have other pages than the one shown before.
 TEST_F(MenuScreenTest, TheCurrentEntryIsVisibleAfterEachChangeOfTheMenu) {
-  std::string entries;
+  std::string entries = "\nLinesNumber=40\n";
   for (int i = 1; i <= 40; ++i)
     entries += "[LINE" + std::to_string(i) + "]\nTitle=x\nSubmenu=inner.cfg\n";
-  const auto menu = [&](const char* height) {
-    return std::string{"[MENU_CONFIGURATION]\nLinesNumber=40\nMenuHeight="} + height + "\n" +
-           entries;
-  };
-  const auto expectVisible = [&] {
+  const std::string head = "[MENU_CONFIGURATION]\nMenuHeight=";
+  const auto expectVisible = [this](const std::string& position) {
+    Start(position);
     screen_->ApplyGeometry();
     const int row = screen_->List().GetCurrent() - screen_->List().GetFirst();
-    EXPECT_GE(row, 0);
-    EXPECT_LT(row, screen_->List().PageSize());
+    EXPECT_TRUE(row >= 0 && row < screen_->List().PageSize()) << position;
   };
-  for (const auto& [outer, inner] : {std::pair{"310", "470"}, {"470", "310"}}) {
-    WriteFile("menu.cfg", menu(outer));
-    WriteFile("inner.cfg", menu(inner));
+  for (const bool isHigher : {false, true}) {
+    WriteFile("menu.cfg", head + (isHigher ? "470" : "310") + entries);
+    WriteFile("inner.cfg", head + (isHigher ? "310" : "470") + entries);
     for (int i = 12; i < 40; ++i) {
-      Start(std::to_string(i));
-      expectVisible();
-      Start(std::to_string(i) + ',' + std::to_string(i));
-      expectVisible();
+      expectVisible(std::to_string(i) + ',' + std::to_string(i));
       After({KEY_HOME, KEY_ENTER});
-      expectVisible();
+      expectVisible(std::to_string(i));
     }
   }
 }

@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <map>
 #include <string>
+#include <vector>
 
 #include "launcher/paths.h"
 #include "tests/support/temp_files.h"
@@ -15,24 +15,20 @@
 namespace zel {
 namespace {
 
+using Messages = std::vector<std::pair<std::string, std::string>>;  // sorted
+
 // A compiled message catalogue: a header, two tables of lengths and places, and the texts.
-std::string Catalogue(std::map<std::string, std::string> messages) {
-  messages[""] = "Content-Type: text/plain; charset=UTF-8\n";
-  const auto word = [](std::uint32_t number) {
-    return std::string(reinterpret_cast<const char*>(&number), sizeof number);
-  };
-  const std::size_t count = messages.size(), tables = 28;
-  std::string texts, english, translated;
-  const auto add = [&](std::string& table, const std::string& text) {
-    table += word(text.size()) + word(tables + count * 16 + texts.size());
-    texts += text + '\0';
-  };
-  for (const auto& [id, text] : messages) {
-    add(english, id);
-    add(translated, text);
-  }
-  return word(0x950412DE) + word(0) + word(count) + word(tables) + word(tables + count * 8) +
-         word(0) + word(0) + english + translated + texts;
+std::string Catalogue(const Messages& messages) {
+  const auto count = static_cast<std::uint32_t>(messages.size()), tables = 28 + 16 * count;
+  std::vector<std::uint32_t> words = {0x950412DE, 0, count, 28, 28 + 8 * count, 0, 0};
+  std::string texts;
+  for (const auto half : {&Messages::value_type::first, &Messages::value_type::second})
+    for (const auto& message : messages) {
+      words.push_back((message.*half).size());
+      words.push_back(tables + texts.size());
+      texts += message.*half + '\0';
+    }
+  return std::string{reinterpret_cast<const char*>(words.data()), tables} + texts;
 }
 
 // Says German texts on the standard error stream and ends the process.
@@ -40,7 +36,9 @@ void SpeakGerman() {
   const TempDir directory;
   const std::string messages = directory.Path("de/LC_MESSAGES");
   std::filesystem::create_directories(messages);
-  WriteFile(messages + "/quillon.mo", Catalogue({{"&Cancel", "\a\a&Abbrechen"}, {"en", "\ade"}}));
+  WriteFile(messages + "/quillon.mo", Catalogue({{"", "Content-Type: text/plain; charset=UTF-8\n"},
+                                                 {"&Cancel", "\a\a&Abbrechen"},
+                                                 {"en", "\ade"}}));
   WriteFile(messages + "/tevra.mo", Catalogue({{"&Cancel", "wrong"}}));
   paths.catalogues = directory.Path().c_str();
   setenv("LC_ALL", "C.UTF-8", 1);

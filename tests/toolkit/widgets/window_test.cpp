@@ -138,6 +138,11 @@ TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
 }
 
 TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
+  Window covering;
+  root->Add(&covering);
+  Tick();
+  EXPECT_EQ(covering.Bounds(), root->Bounds());
+  root->Remove(&covering);
   EXPECT_EQ(window->Client().Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 100, 60));
   Dialog other;
   other.Resize(140, 10);
