@@ -1,7 +1,7 @@
+#include "toolkit/draw/marks.h"
+
 #include <algorithm>
 #include <cstring>
-
-#include "toolkit/draw/skin_bitmap.h"
 
 namespace zel {
 namespace {
@@ -20,79 +20,88 @@ void RepeatRow(BITMAP* bitmap, int x1, int x2, int firstY, int lastY) {
   for (int y = firstY + 1; y <= lastY; ++y) std::memcpy(pixels(y), pixels(firstY), count);
 }
 
+void DrawBox(BITMAP* bitmap, int x1, int y1, int x2, int y2, Color fill, Color light, Color dark) {
+  if (fill != Color{}) ::rectfill(bitmap, x1, y1, x2, y2, fill);
+  const Color outerLight = MixNear(light, dark);
+  const Color innerDark = MixNear(dark, light);
+  ::vline(bitmap, x1, y1, y2, outerLight);
+  ::hline(bitmap, x1, y1, x2, outerLight);
+  ::vline(bitmap, x1 + 1, y1 + 1, y2 - 1, light);
+  ::hline(bitmap, x1 + 1, y1 + 1, x2 - 1, light);
+  ::vline(bitmap, x2 - 1, y1 + 1, y2, innerDark);
+  ::hline(bitmap, x1 + 1, y2 - 1, x2, innerDark);
+  ::hline(bitmap, x1, y2, x2, dark);
+  ::vline(bitmap, x2, y1, y2, dark);
+}
+
+// Allegro draws circles of a negative radius beside the bitmap.
+void OutlineCircle(BITMAP* bitmap, int x, int y, int radius, Color color) {
+  if (radius >= 0) ::circle(bitmap, x, y, radius, color);
+}
+
+void FillCircle(BITMAP* bitmap, int x, int y, int radius, Color color) {
+  if (radius >= 0) ::circlefill(bitmap, x, y, radius, color);
+}
+
 }  // namespace
 
-void SkinBitmap::Box3D(int x1, int y1, int x2, int y2, Color fill, Color light, Color dark) {
-  if (!bitmap) return;
+void DrawBox3D(BITMAP* bitmap, int x1, int y1, int x2, int y2, Color fill, Color light,
+               Color dark) {
   // All rows between the bevels look alike.
   const int clipTop = bitmap->ct, clipBottom = bitmap->cb;
   const int first = std::max(y1 + kBevel, clipTop), last = std::min(y2 - kBevel, clipBottom - 1);
   if (fill == Color{} || !is_memory_bitmap(bitmap) || first >= last || x1 >= x2)
-    return DrawBox(x1, y1, x2, y2, fill, light, dark);
+    return DrawBox(bitmap, x1, y1, x2, y2, fill, light, dark);
   bitmap->cb = first + 1;
-  DrawBox(x1, y1, x2, y2, fill, light, dark);
+  DrawBox(bitmap, x1, y1, x2, y2, fill, light, dark);
   bitmap->cb = clipBottom;
   bitmap->ct = last;
-  DrawBox(x1, y1, x2, y2, fill, light, dark);
+  DrawBox(bitmap, x1, y1, x2, y2, fill, light, dark);
   bitmap->ct = clipTop;
   RepeatRow(bitmap, x1, x2, first, last);
 }
 
-void SkinBitmap::DrawBox(int x1, int y1, int x2, int y2, Color fill, Color light, Color dark) {
-  if (fill != Color{}) rectfill(x1, y1, x2, y2, fill);
-  const Color outerLight = MixNear(light, dark);
-  const Color innerDark = MixNear(dark, light);
-  vline(x1, y1, y2, outerLight);
-  hline(x1, y1, x2, outerLight);
-  vline(x1 + 1, y1 + 1, y2 - 1, light);
-  hline(x1 + 1, y1 + 1, x2 - 1, light);
-  vline(x2 - 1, y1 + 1, y2, innerDark);
-  hline(x1 + 1, y2 - 1, x2, innerDark);
-  hline(x1, y2, x2, dark);
-  vline(x2, y1, y2, dark);
+void DrawCircle3D(BITMAP* bitmap, int x, int y, int r, Color fill, Color light, Color dark) {
+  if (fill != Color{}) FillCircle(bitmap, x, y, r, fill);
+  ::set_clip_rect(bitmap, 0, 0, x + r / 2, y + r / 2);
+  OutlineCircle(bitmap, x, y, r, MixNear(light, dark));
+  OutlineCircle(bitmap, x, y, r - 1, light);
+  ::set_clip_rect(bitmap, x - r / 2, y - r / 2, bitmap->w - 1, bitmap->h - 1);
+  OutlineCircle(bitmap, x, y, r - 1, MixNear(dark, light));
+  OutlineCircle(bitmap, x, y, r, dark);
+  ::set_clip_rect(bitmap, 0, 0, bitmap->w - 1, bitmap->h - 1);
 }
 
-void SkinBitmap::Circle3D(int x, int y, int r, Color fill, Color light, Color dark) {
-  if (fill != Color{}) circlefill(x, y, r, fill);
-  set_clip_rect(0, 0, x + r / 2, y + r / 2);
-  circle(x, y, r, MixNear(light, dark));
-  circle(x, y, r - 1, light);
-  set_clip_rect(x - r / 2, y - r / 2, Width() - 1, Height() - 1);
-  circle(x, y, r - 1, MixNear(dark, light));
-  circle(x, y, r, dark);
-  set_clip_rect(0, 0, Width() - 1, Height() - 1);
-}
-
-void SkinBitmap::XMark(int cx, int cy, int size, Color color) {
+void DrawXMark(BITMAP* bitmap, int cx, int cy, int size, Color color) {
   const int left = cx - size / 2, right = cx + size / 2;
   const int top = cy - size / 2, bottom = cy + size / 2;
-  line(left, top, right, bottom, color);
-  line(left, bottom, right, top, color);
+  ::line(bitmap, left, top, right, bottom, color);
+  ::line(bitmap, left, bottom, right, top, color);
   // The lines above and below the diagonals end where they would leave the square.
-  line(left + 1, top, right, bottom - 1, color);
-  line(left, top + 1, right - 1, bottom, color);
-  line(left, bottom - 1, right - 1, top, color);
-  line(left + 1, bottom, right, top + 1, color);
+  ::line(bitmap, left + 1, top, right, bottom - 1, color);
+  ::line(bitmap, left, top + 1, right - 1, bottom, color);
+  ::line(bitmap, left, bottom - 1, right - 1, top, color);
+  ::line(bitmap, left + 1, bottom, right, top + 1, color);
 }
 
-void SkinBitmap::CheckMark(int x, int y, Color color) {
+void DrawCheckMark(BITMAP* bitmap, int x, int y, Color color) {
   constexpr int kThickness = 3;
   for (int i = 0; i < kThickness; ++i) {
-    line(x, y + 2 + i, x + 2, y + 4 + i, color);
-    line(x + 3, y + 3 + i, x + 6, y + i, color);
+    ::line(bitmap, x, y + 2 + i, x + 2, y + 4 + i, color);
+    ::line(bitmap, x + 3, y + 3 + i, x + 6, y + i, color);
   }
 }
 
-void SkinBitmap::Arrow(int x, int y, Color color, int direction) {
+void DrawArrow(BITMAP* bitmap, int x, int y, Color color, int direction) {
   constexpr int kDepth = 4;
   constexpr int kHalfWidth = kDepth - 1;
   for (int i = 0; i < kDepth; ++i) {
     const int fromPoint = i, fromBase = kHalfWidth - i;  // half widths of the run at depth i
     const auto upright = [&](int half) {
-      vline(x + i, y + kHalfWidth - half, y + kHalfWidth + half, color);
+      ::vline(bitmap, x + i, y + kHalfWidth - half, y + kHalfWidth + half, color);
     };
     const auto level = [&](int half) {
-      hline(x + kHalfWidth - half, y + i, x + kHalfWidth + half, color);
+      ::hline(bitmap, x + kHalfWidth - half, y + i, x + kHalfWidth + half, color);
     };
     switch (direction) {
       case kArrowLeft:
@@ -111,17 +120,17 @@ void SkinBitmap::Arrow(int x, int y, Color color, int direction) {
   }
 }
 
-void SkinBitmap::DottedRect(int x1, int y1, int x2, int y2, Color color) {
+void DrawDottedRect(BITMAP* bitmap, int x1, int y1, int x2, int y2, Color color) {
   // Dots before the bitmap's first pixel are left out: the loops begin with the first one inside.
   const auto firstDot = [](int from) { return from < 0 ? from & 1 : from; };
-  const int lastX = std::min(x2, Width() - 1), lastY = std::min(y2, Height() - 1);
+  const int lastX = std::min(x2, bitmap->w - 1), lastY = std::min(y2, bitmap->h - 1);
   for (int x = firstDot(x1); x <= lastX; x += 2) {
-    putpixel(x, y1, color);
-    putpixel(x, y2, color);
+    ::putpixel(bitmap, x, y1, color);
+    ::putpixel(bitmap, x, y2, color);
   }
   for (int y = firstDot(y1); y <= lastY; y += 2) {
-    putpixel(x1, y, color);
-    putpixel(x2, y, color);
+    ::putpixel(bitmap, x1, y, color);
+    ::putpixel(bitmap, x2, y, color);
   }
 }
 

@@ -1,13 +1,16 @@
 // A bitmap of Allegro's with the knowledge how it dresses a widget.
 //
-// A skin element is a picture of equally sized frames, one per drawing state. A frame is cut into
-// edges and a tiled middle, so that it fits a widget of any size without being scaled.
+// A skin element is a picture of equally sized frames, one per drawing state. SkinBitmap itself is
+// the holder; that a frame fits a widget of any size is the work of NineSlice, the marks on it are
+// those of marks.h, and all other drawing is Allegro's.
 #pragma once
 
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/error.h"
 #include "toolkit/base/geometry.h"
 #include "toolkit/draw/color.h"
+#include "toolkit/draw/marks.h"
+#include "toolkit/draw/nine_slice.h"
 #include "toolkit/draw/pixel_copy.h"
 
 namespace zel {
@@ -16,9 +19,6 @@ class SkinBitmap;
 
 // Where the pixels of a bitmap live.
 enum BitmapKind : int { kMemoryBitmap = 0, kSystemBitmap = 1, kVideoBitmap = 2, kNoBitmap = 3 };
-
-// Directions of SkinBitmap::Arrow.
-enum ArrowDirection : int { kArrowLeft = 0, kArrowRight = 1, kArrowUp = 2, kArrowDown = 3 };
 
 // What a bitmap is drawn on: a bitmap of Allegro's or the one that a holder holds. May be null.
 class DrawTarget {
@@ -81,51 +81,59 @@ class SkinBitmap {
   int Width() const { return bitmap ? bitmap->w : 0; }
   int Height() const { return bitmap ? bitmap->h : 0; }
 
-  // The tile and the edges of one frame of the given extent: the tile is a third where no size is
-  // set, and never larger than the frame.
-  int TileWidthOf(int frameWidth) const;
-  int TileHeightOf(int frameHeight) const;
-  int EdgeWidthOf(int frameWidth) const;
-  int EdgeHeightOf(int frameHeight) const;
+  // The held bitmap as a skin element; see NineSlice.
+  NineSlice Slices() const { return {bitmap, tileSize}; }
+  int TileWidthOf(int frameWidth) const { return Slices().TileWidthOf(frameWidth); }
+  int TileHeightOf(int frameHeight) const { return Slices().TileHeightOf(frameHeight); }
+  int EdgeWidthOf(int frameWidth) const { return Slices().EdgeWidthOf(frameWidth); }
+  int EdgeHeightOf(int frameHeight) const { return Slices().EdgeHeightOf(frameHeight); }
 
-  // Slices. Frame, column and row counts are at least 1. `masked` leaves out the mask colour.
-  struct HSlice {  // a strip of a picture: edge, tile, edge, from left to right
-    int sx, sy, edge, height, tile;
-  };
-  struct VSlice {  // the same from top to bottom
-    int sx, sy, edge, width, tile;
-  };
-  // The first edge at the start, the second at the end of `total` pixels, even where they overlap,
-  // and tiles from one to the other. Where the tile is empty the pixel line between the edges is
-  // repeated.
+  using HSlice = NineSlice::HSlice;
+  using VSlice = NineSlice::VSlice;
   void DrawHSlice(DrawTarget target, const HSlice& slice, int dx, int dy, int total,
-                  bool masked) const;
+                  bool masked) const {
+    Slices().DrawHSlice(target, slice, dx, dy, total, masked);
+  }
   void DrawVSlice(DrawTarget target, const VSlice& slice, int dx, int dy, int total,
-                  bool masked) const;
-  // Frame `frame` of `frames` stacked ones over a width, or of frames side by side over a height.
+                  bool masked) const {
+    Slices().DrawVSlice(target, slice, dx, dy, total, masked);
+  }
   void DrawHFrame(DrawTarget target, int frame, int x, int y, int total, int frames,
-                  bool masked = false) const;
+                  bool masked = false) const {
+    Slices().DrawHFrame(target, frame, x, y, total, frames, masked);
+  }
   void DrawVFrame(DrawTarget target, int frame, int x, int y, int total, int frames,
-                  bool masked = false) const;
-  void DrawHFrameMasked(DrawTarget target, int frame, int x, int y, int total, int frames) const;
-  void DrawVFrameMasked(DrawTarget target, int frame, int x, int y, int total, int frames) const;
-  // A frame of a grid over an area: corners kept, edges and middle tiled.
+                  bool masked = false) const {
+    Slices().DrawVFrame(target, frame, x, y, total, frames, masked);
+  }
+  void DrawHFrameMasked(DrawTarget target, int frame, int x, int y, int total, int frames) const {
+    DrawHFrame(target, frame, x, y, total, frames, true);
+  }
+  void DrawVFrameMasked(DrawTarget target, int frame, int x, int y, int total, int frames) const {
+    DrawVFrame(target, frame, x, y, total, frames, true);
+  }
   void DrawArea(DrawTarget target, int column, int row, int x, int y, int w, int h, int columns,
-                int rows, bool masked = false) const;
+                int rows, bool masked = false) const {
+    Slices().DrawArea(target, column, row, x, y, w, h, columns, rows, masked);
+  }
   void DrawAreaMasked(DrawTarget target, int column, int row, int x, int y, int w, int h,
-                      int columns, int rows) const;
+                      int columns, int rows) const {
+    DrawArea(target, column, row, x, y, w, h, columns, rows, true);
+  }
 
-  // Marks drawn on the held bitmap; corners are inclusive pixels, -1 as fill leaves the inside
-  // alone.
-  void Box3D(int x1, int y1, int x2, int y2, Color fill, Color light, Color dark);
-  // Sets the clip rectangle to the whole bitmap.
-  void Circle3D(int x, int y, int r, Color fill, Color light, Color dark);
-  // A cross over the square of `size` around (cx, cy), its strokes three lines thick.
-  void XMark(int cx, int cy, int size, Color color);
-  void CheckMark(int x, int y, Color color);  // 7 x 7 pixels
-  // A triangle 7 pixels wide and 4 deep; a direction that is no ArrowDirection draws nothing.
-  void Arrow(int x, int y, Color color, int direction);
-  void DottedRect(int x1, int y1, int x2, int y2, Color color);
+  // Marks on the held bitmap; see marks.h.
+  void Box3D(int x1, int y1, int x2, int y2, Color fill, Color light, Color dark) {
+    Call(DrawBox3D, x1, y1, x2, y2, fill, light, dark);
+  }
+  void Circle3D(int x, int y, int r, Color fill, Color light, Color dark) {
+    Call(DrawCircle3D, x, y, r, fill, light, dark);
+  }
+  void XMark(int cx, int cy, int size, Color color) { Call(DrawXMark, cx, cy, size, color); }
+  void CheckMark(int x, int y, Color color) { Call(DrawCheckMark, x, y, color); }
+  void Arrow(int x, int y, Color color, int direction) { Call(DrawArrow, x, y, color, direction); }
+  void DottedRect(int x1, int y1, int x2, int y2, Color color) {
+    Call(DrawDottedRect, x1, y1, x2, y2, color);
+  }
 
   // Allegro's drawing on the held bitmap, each the function of that name.
   void set_clip_rect(int x1, int y1, int x2, int y2) { Call(::set_clip_rect, x1, y1, x2, y2); }
@@ -342,11 +350,6 @@ class SkinBitmap {
   bool BringsAlpha(BITMAP* target) const {
     return bitmap && target && bitmap_color_depth(bitmap) == 32 && bitmap_color_depth(target) > 8;
   }
-  // Copying converts between colour depths, masked copying cannot.
-  bool CanDraw(BITMAP* target, bool masked) const {
-    return bitmap && target && (!masked || SameDepth(target));
-  }
-  void DrawBox(int x1, int y1, int x2, int y2, Color fill, Color light, Color dark);
   void Adopt(BITMAP* made, int newKind);
   void Assign(BITMAP* source, bool copy, int sourceKind, int newKind);
 

@@ -1,3 +1,5 @@
+#include "toolkit/draw/nine_slice.h"
+
 #include <algorithm>
 #include <cassert>
 #include <cstdint>
@@ -5,7 +7,6 @@
 #include <string_view>
 
 #include "toolkit/draw/pixel_copy.h"
-#include "toolkit/draw/skin_bitmap.h"
 
 namespace zel {
 namespace {
@@ -124,69 +125,67 @@ struct Layout {
 
 }  // namespace
 
-int SkinBitmap::TileWidthOf(int frameWidth) const { return TileOf(tileSize.w, frameWidth); }
-int SkinBitmap::TileHeightOf(int frameHeight) const { return TileOf(tileSize.h, frameHeight); }
+int NineSlice::TileWidthOf(int frameWidth) const { return TileOf(tile_.w, frameWidth); }
+int NineSlice::TileHeightOf(int frameHeight) const { return TileOf(tile_.h, frameHeight); }
 
-int SkinBitmap::EdgeWidthOf(int frameWidth) const {
+int NineSlice::EdgeWidthOf(int frameWidth) const {
   return (frameWidth - TileWidthOf(frameWidth)) / 2;
 }
 
-int SkinBitmap::EdgeHeightOf(int frameHeight) const {
+int NineSlice::EdgeHeightOf(int frameHeight) const {
   return (frameHeight - TileHeightOf(frameHeight)) / 2;
 }
 
-void SkinBitmap::DrawHSlice(DrawTarget target, const HSlice& slice, int dx, int dy, int total,
-                            bool masked) const {
+// Copying converts between colour depths, masked copying cannot.
+bool NineSlice::CanDraw(BITMAP* target, bool masked) const {
+  return picture_ && target &&
+         (!masked || bitmap_color_depth(picture_) == bitmap_color_depth(target));
+}
+
+void NineSlice::DrawHSlice(BITMAP* target, const HSlice& slice, int dx, int dy, int total,
+                           bool masked) const {
   if (!CanDraw(target, masked)) return;
-  const Copier copier{bitmap, target, masked};
+  const Copier copier{picture_, target, masked};
   Layout{slice.edge, slice.tile, dx, total}.ForEachPiece(
       copier.VisibleX(), [&](Wide offset, Wide x, Wide width) {
         copier.Copy(slice.sx + offset, slice.sy, x, dy, width, slice.height);
       });
 }
 
-void SkinBitmap::DrawVSlice(DrawTarget target, const VSlice& slice, int dx, int dy, int total,
-                            bool masked) const {
+void NineSlice::DrawVSlice(BITMAP* target, const VSlice& slice, int dx, int dy, int total,
+                           bool masked) const {
   if (!CanDraw(target, masked)) return;
-  const Copier copier{bitmap, target, masked};
+  const Copier copier{picture_, target, masked};
   Layout{slice.edge, slice.tile, dy, total}.ForEachPiece(
       copier.VisibleY(), [&](Wide offset, Wide y, Wide height) {
         copier.Copy(slice.sx, slice.sy + offset, dx, y, slice.width, height);
       });
 }
 
-void SkinBitmap::DrawHFrame(DrawTarget target, int frame, int x, int y, int total, int frames,
-                            bool masked) const {
+void NineSlice::DrawHFrame(BITMAP* target, int frame, int x, int y, int total, int frames,
+                           bool masked) const {
   assert(frames >= 1);
-  const int height = Height() / frames;
-  const HSlice slice{0, frame * height, EdgeWidthOf(Width()), height, TileWidthOf(Width())};
+  if (!picture_) return;
+  const int height = picture_->h / frames;
+  const HSlice slice{0, frame * height, EdgeWidthOf(picture_->w), height, TileWidthOf(picture_->w)};
   DrawHSlice(target, slice, x, y, total, masked);
 }
 
-void SkinBitmap::DrawVFrame(DrawTarget target, int frame, int x, int y, int total, int frames,
-                            bool masked) const {
+void NineSlice::DrawVFrame(BITMAP* target, int frame, int x, int y, int total, int frames,
+                           bool masked) const {
   assert(frames >= 1);
-  const int width = Width() / frames;
-  const VSlice slice{frame * width, 0, EdgeHeightOf(Height()), width, TileHeightOf(Height())};
+  if (!picture_) return;
+  const int width = picture_->w / frames;
+  const VSlice slice{frame * width, 0, EdgeHeightOf(picture_->h), width, TileHeightOf(picture_->h)};
   DrawVSlice(target, slice, x, y, total, masked);
 }
 
-void SkinBitmap::DrawHFrameMasked(DrawTarget target, int frame, int x, int y, int total,
-                                  int frames) const {
-  DrawHFrame(target, frame, x, y, total, frames, true);
-}
-
-void SkinBitmap::DrawVFrameMasked(DrawTarget target, int frame, int x, int y, int total,
-                                  int frames) const {
-  DrawVFrame(target, frame, x, y, total, frames, true);
-}
-
-void SkinBitmap::DrawArea(DrawTarget target, int column, int row, int x, int y, int w, int h,
-                          int columns, int rows, bool masked) const {
+void NineSlice::DrawArea(BITMAP* target, int column, int row, int x, int y, int w, int h,
+                         int columns, int rows, bool masked) const {
   assert(columns >= 1 && rows >= 1);
   if (!CanDraw(target, masked)) return;
-  const Copier copier{bitmap, target, masked};
-  const int frameWidth = Width() / columns, frameHeight = Height() / rows;
+  const Copier copier{picture_, target, masked};
+  const int frameWidth = picture_->w / columns, frameHeight = picture_->h / rows;
   const Wide sx = Wide{column} * frameWidth, sy = Wide{row} * frameHeight;
   const Layout across{EdgeWidthOf(frameWidth), TileWidthOf(frameWidth), x, w};
   const Layout down{EdgeHeightOf(frameHeight), TileHeightOf(frameHeight), y, h};
@@ -209,11 +208,6 @@ void SkinBitmap::DrawArea(DrawTarget target, int column, int row, int x, int y, 
     hasRow = isTile(down, offsetY, height) && copier.ShowsRows(top, height);
     if (hasRow) copier.RepeatRows(down.tile, x, top, w, down.End() - top);
   });
-}
-
-void SkinBitmap::DrawAreaMasked(DrawTarget target, int column, int row, int x, int y, int w, int h,
-                                int columns, int rows) const {
-  DrawArea(target, column, row, x, y, w, h, columns, rows, true);
 }
 
 }  // namespace zel
