@@ -9,7 +9,7 @@ namespace zel {
 namespace {
 
 TEST(RecordQueue, KeepsTheOrderOfEachThreadAndRefusesWhenFull) {
-  constexpr int kThreads = 3, kEach = 4000, kPlaces = 32;
+  constexpr int kThreads = 3, kEach = 400, kPlaces = 32;
   RecordQueue<int, kPlaces> queue;
   std::vector<std::jthread> writers;
   for (int first = 0; first < kThreads * kEach; first += kEach)

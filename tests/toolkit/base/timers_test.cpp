@@ -1,9 +1,12 @@
 #include "toolkit/base/timers.h"
 
+#include <sys/resource.h>
+
 #include <climits>
 
 #include "tests/support/allegro_fixture.h"
 #include "tests/support/fake_timers.h"
+#include "toolkit/base/wakeup.h"
 
 namespace zel {
 namespace {
@@ -72,6 +75,22 @@ TEST_F(Timers, TicksAreTakenInTurnAndABacklogIsDropped) {
   for (const int id : {0, -1, 8}) ConsumeTimerEvent(id);
   InstallTimer(20);
   EXPECT_EQ(WorkOff(), "") << "a freed slot forgets its ticks";
+}
+
+// Who sleeps gives up the processor by itself, which the system counts.
+TEST(Wakeup, EndsOneSleepHoweverOftenItIsTold) {
+  const auto sleeps = [] {
+    rusage before, after;
+    getrusage(RUSAGE_THREAD, &before);
+    SleepUntilWoken();
+    getrusage(RUSAGE_THREAD, &after);
+    return after.ru_nvcsw != before.ru_nvcsw;
+  };
+  sleeps();  // until what was told before
+  WakeLoop();
+  WakeLoop();
+  EXPECT_FALSE(sleeps());
+  EXPECT_TRUE(sleeps());
 }
 
 }  // namespace
