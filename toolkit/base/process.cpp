@@ -1,7 +1,6 @@
 #include "toolkit/base/process.h"
 
 #include <memory>
-#include <utility>
 
 namespace zel {
 
@@ -14,8 +13,9 @@ constinit TimerDriver& timerDriver = process.timerDriver;
 
 void Process::End() {
   for (int layer = kParts - 1; layer >= 0; --layer) {
-    const Held held = std::exchange(held_[layer], {});
-    if (held.part) held.destroy(held.part);
+    // What is destroyed may ask for its own part once more.
+    if (held_[layer].part) held_[layer].destroy(held_[layer].part);
+    held_[layer] = {};
   }
   hasEnded_ = true;
 }

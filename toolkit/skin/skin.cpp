@@ -40,6 +40,9 @@ void ColorizePicture(BITMAP* picture, Color tint, int alpha) {
 struct SkinPart {
   static constexpr int kLayer = Process::kSkin;
 
+  // It is the current one no longer while it is destroyed.
+  ~SkinPart() { current.reset(); }
+
   std::unique_ptr<Skin> current;
   ShapeIsGone shapeIsGone = nullptr;
 };
