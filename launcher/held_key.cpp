@@ -11,12 +11,19 @@ namespace {
 
 constexpr int kChoosingKeys[] = {KEY_ENTER, KEY_ENTER_PAD, KEY_SPACE};
 
+bool Chooses(int scancode) {
+  return std::find(std::begin(kChoosingKeys), std::end(kChoosingKeys), scancode) !=
+         std::end(kChoosingKeys);
+}
+
 }  // namespace
 
+bool HeldKey::MayBeOld(int scancode) {
+  return Chooses(scancode) && IsDown(scancode) && Releases(scancode) == 0;
+}
+
 void HeldKey::Hold(int scancode) {
-  const bool chooses = std::find(std::begin(kChoosingKeys), std::end(kChoosingKeys), scancode) !=
-                       std::end(kChoosingKeys);
-  if (!chooses || !IsDown(scancode)) return;
+  if (!Chooses(scancode) || !IsDown(scancode)) return;
   held_ = scancode;
   releases_ = Releases(scancode);
 }

@@ -16,6 +16,10 @@ class HeldKey {
   // To be asked for every key that is read, in turn.
   bool Ignores(int scancode);
 
+  // Whether a key that chooses is down and was never let go: then it may be down since before the
+  // program began, and what was read one of its repeats. Its release tells.
+  static bool MayBeOld(int scancode);
+
  private:
   int held_ = 0;           // scancode, or 0
   unsigned releases_ = 0;  // of that key, when it was held

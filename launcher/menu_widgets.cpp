@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "toolkit/base/settings.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {
@@ -75,10 +76,34 @@ bool MenuList::HandleKey(int code) {
   return HandlePadKey(code >> 8);
 }
 
+void MenuList::MsgStart() {
+  ListView::MsgStart();
+  newTicks_ = settings.UsableFrameRate();
+}
+
 bool MenuList::MsgChar(int code) {
+  TakeReleasedKey();
   const int scancode = code >> 8;
   if (heldKey_.Ignores(scancode)) return true;
-  heldKey_.Hold(scancode);
+  const int waiting = std::exchange(waitingKey_, 0);
+  if (waiting != 0 && waiting >> 8 == scancode) {
+    heldKey_.Hold(scancode);
+    return true;
+  }
+  if (newTicks_ > 0 && HeldKey::MayBeOld(scancode)) {
+    waitingKey_ = code;
+    return true;
+  }
+  return TakeKey(code);
+}
+
+void MenuList::TakeReleasedKey() {
+  if (waitingKey_ != 0 && !HeldKey::MayBeOld(waitingKey_ >> 8))
+    TakeKey(std::exchange(waitingKey_, 0));
+}
+
+bool MenuList::TakeKey(int code) {
+  heldKey_.Hold(code >> 8);
   // What the mouse has opened is settled; its index would take this key's step back.
   pendingIndex_ = -1;
   bool used = false;
@@ -97,6 +122,8 @@ bool MenuList::MsgChar(int code) {
 void MenuList::MsgTick() {
   ListView::MsgTick();
   heldKey_.Poll();
+  if (newTicks_ > 0) --newTicks_;
+  TakeReleasedKey();
 }
 
 void MenuList::MsgGotFocus() { Widget::MsgGotFocus(); }

@@ -56,9 +56,12 @@ class MenuEntry : public ListItem {
 };
 
 // A list of menu entries: the keys pass over separators, and the numeric pad works without Num
-// Lock. A key that is held chooses once.
+// Lock. A key that is held chooses once, and not at all when it was down before the menu came: in
+// the first second one that chooses waits for its release, and is dropped when it comes once more
+// or with another key.
 class MenuList : public ListView {
  public:
+  void MsgStart() override;
   bool MsgChar(int code) override;
   void MsgGotFocus() override;
   void MsgLPress() override;
@@ -71,12 +74,16 @@ class MenuList : public ListView {
   void SelectFirstEntry();
 
  private:
+  bool TakeKey(int code);
+  void TakeReleasedKey();
   bool HandleKey(int code);
   bool HandlePadKey(int scancode);
   bool IsSeparatorAt(int index) const;
 
   int pendingIndex_ = -1;
   HeldKey heldKey_;
+  int newTicks_ = 0;    // to come, in which a key may be old
+  int waitingKey_ = 0;  // what was read, until its release; 0 for none
 };
 
 // A dialog with a title band around one child, which it borrows.

@@ -25,6 +25,7 @@ constexpr const char* kInner =
     "[LINE2]\nTitle=Deeper\nExCode=22\nSubmenu=menu.cfg\n";
 
 constexpr int kWidth = 240, kHeight = 160;
+constexpr int kSecond = 50;  // ticks
 
 class MenuScreenTest : public LauncherFixture {
  protected:
@@ -55,6 +56,19 @@ class MenuScreenTest : public LauncherFixture {
     return std::to_string(screen_->Config().Depth()) + '/' +
            std::to_string(screen_->List().GetCurrent()) + '/' +
            std::to_string(launcherState.exitCode);
+  }
+  void Pass(int ticks) {
+    while (ticks-- > 0) screen_->MsgTick();
+  }
+  // After a tick with presses of Enter and its releases, and of the arrow down.
+  std::string Play(const std::string& strokes) {
+    for (const char stroke : strokes)
+      if (stroke == 'r')
+        _handle_key_release(KEY_ENTER);
+      else
+        _handle_key_press(stroke == 'p' ? 13 : 0, stroke == 'p' ? KEY_ENTER : KEY_DOWN);
+    Pass(1);
+    return After({});
   }
   // What the screen shows after its timers have run off is the reference picture.
   void ExpectShown(const std::string& picture) {
@@ -108,6 +122,7 @@ TEST_F(MenuScreenTest, KeysMoveThroughTheMenus) {
 
 TEST_F(MenuScreenTest, AHeldKeyChoosesOnce) {
   Start("2");
+  Pass(kSecond);
   key[KEY_SPACE] = 1;
   EXPECT_EQ(After({KEY_SPACE, KEY_SPACE}), "2/0/0");
   EXPECT_EQ(After({KEY_ENTER, KEY_SPACE}), "1/2/12") << "another key counts";
@@ -117,15 +132,23 @@ TEST_F(MenuScreenTest, AHeldKeyChoosesOnce) {
   screen_->MsgTick();
   EXPECT_EQ(After({}), "2/0/0") << "its last repeat";
   EXPECT_EQ(After({KEY_SPACE}), "1/2/12");
-  // Presses of Enter, up to its release, within a tick: in and back and held; then held again.
-  const auto play = [this](const std::string& keys) {
-    for (const char stroke : keys)
-      stroke == 'p' ? _handle_key_press(13, KEY_ENTER) : _handle_key_release(KEY_ENTER);
-    screen_->MsgTick();
-    return After({});
-  };
-  EXPECT_EQ(play("prpp"), "1/2/12");
-  EXPECT_EQ(play("rpppr"), "2/0/0");
+  // Up to its release, within a tick: in and back and held; then held again.
+  EXPECT_EQ(Play("prpp"), "1/2/12");
+  EXPECT_EQ(Play("rpppr"), "2/0/0");
+}
+
+TEST_F(MenuScreenTest, AKeyThatIsDownBeforeTheMenuComesChoosesNothing) {
+  for (const auto& [strokes, where] : {std::pair{"p p p pr", "1/2/12"},
+                                       {"pr", "2/0/0"},
+                                       {"p r", "2/0/0"},
+                                       {"p d r", "1/4/15"},
+                                       {"p p r pr", "2/0/0"}}) {
+    process.input.releases = {};
+    Start("2");
+    std::istringstream ticks{strokes};
+    for (std::string tick; ticks >> tick;) Play(tick);
+    EXPECT_EQ(After({}), where) << strokes;
+  }
 }
 
 TEST_F(MenuScreenTest, TheLastPositionIsRestoredAsFarAsItFits) {
