@@ -18,7 +18,7 @@ int RunLauncher();
 int RunForAnyone();
 
 // For scripts that had better not show a menu without a way out: answers EXIT_SUCCESS when it has
-// something to choose, else kNoChoiceStatus. Shows and changes nothing; anyone may ask.
+// something to choose, else kNoChoiceStatus. Shows nothing and changes no file; anyone may ask.
 inline constexpr int kNoChoiceStatus = 3;  // no failure has it
 int AnswerHasChoice();
 
