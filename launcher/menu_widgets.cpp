@@ -62,7 +62,6 @@ bool MenuList::HandlePadKey(int scancode) {
         ActivateItem(current);
       else
         SelectItem(current);
-      Redraw();
       return true;
     default:
       return false;
