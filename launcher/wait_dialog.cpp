@@ -11,6 +11,7 @@ namespace zel {
 namespace {
 
 constexpr int kCheckPeriod = 50;  // milliseconds
+constexpr int kCtrlC = 3;         // as a character
 constexpr int kSecond = 1000;     // milliseconds
 
 constexpr int kTitleText = 1312;
@@ -80,7 +81,7 @@ void WaitDialog::SetUpControls() {
   cancelButton_ = static_cast<Button*>(form_.Find(kCancelId));
   cancelButton_->AlignCentre();
   cancelButton_->MakeExit();
-  cancelButton_->SetKey(KEY_C);
+  cancelButton_->SetKey(kCtrlC);
   accelerator_.Setup(KEY_C, KB_ALT_FLAG, nullptr);
   Add(&accelerator_);
   Add(&openingKey_);
@@ -90,6 +91,7 @@ void WaitDialog::SetUpClock() {
   if (item_.timeout > 0) {
     constexpr int kLongest = (std::numeric_limits<std::int32_t>::max() - kSecond) / kSecond;
     hasTimeout_ = true;
+    // Each number from the limit to 0 shows for a second.
     remaining_ = std::min(item_.timeout, kLongest) * kSecond + kSecond;
     return;
   }

@@ -38,9 +38,11 @@ class WaitDialog final : public Window {
   void MsgInitSkin() override;
   void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override;
 
-  // True when the waiting is over. Each call counts as one period of the timer.
+  // True when the waiting is over. Each call counts as one period of the timer, also the one before
+  // Run.
   bool Check();
-  // Shows the window over the screen until the waiting is over; false when it was cancelled.
+  // Shows the window over the screen until the waiting is over, also by the time limit; false when
+  // it was cancelled.
   bool Run(Dialog& screen);
 
  private:
@@ -56,7 +58,7 @@ class WaitDialog final : public Window {
   bool waiting_ = true;
   int timer_ = kNoTimer;
   Label* countdown_ = nullptr;
-  std::int32_t remaining_ = -1;  // milliseconds
+  std::int32_t remaining_ = -1;  // milliseconds, a second more than what shows
   bool hasTimeout_ = false;
   const MenuItem& item_;
   BusyBar busyBar_;

@@ -34,7 +34,7 @@ inline constexpr int MSG_TICK = 25;      // once per logic tick
 inline constexpr int MSG_INITSKIN = 26;  // read the skin
 inline constexpr int MSG_ACTIVATE = 27;  // from a widget that was pressed or chosen
 inline constexpr int MSG_SCROLL =
-    29;  // from a widget whose value or selection changed; arg: new one
+    29;  // from a widget whose value or selection changed; arg: new one, or the step
 inline constexpr int MSG_MOVE = 30;
 inline constexpr int MSG_RESIZE = 31;
 inline constexpr int MSG_SHAPE = 32;

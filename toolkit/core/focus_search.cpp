@@ -23,7 +23,7 @@ void Collect(const Dialog& dialog, const Widget* leftOut, std::vector<Widget*>& 
 
 }  // namespace
 
-int FocusScore(FocusMove move, const Widget& current, const Widget& candidate) {
+int FocusDistance(FocusMove move, const Widget& current, const Widget& candidate) {
   const int dx = candidate.x() - current.x();
   const int dy = candidate.y() - current.y();
   const auto directed = [](int along, int across) {
@@ -55,7 +55,7 @@ std::vector<Widget*> FocusCandidates(const Dialog& dialog, FocusMove move, const
   Collect(dialog, byTab ? current : nullptr, candidates);
   if (current)
     std::stable_sort(candidates.begin(), candidates.end(), [move, current](Widget* a, Widget* b) {
-      return FocusScore(move, *current, *a) < FocusScore(move, *current, *b);
+      return FocusDistance(move, *current, *a) < FocusDistance(move, *current, *b);
     });
   return candidates;
 }

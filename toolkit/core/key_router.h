@@ -6,10 +6,11 @@ namespace zel {
 class Dialog;
 class Widget;
 
-// Offers a key, in a dialog, to the child with the focus (MsgChar, then MsgUChar; a dialog routes
-// it by itself before), to the child with that shortcut (MsgKey), to every child (MsgXChar), and
-// with Enter, line feed or Space to the focus again (MsgKey), until somebody uses it. A root or a
-// window takes what is left: Escape closes it, Tab and the arrows move the focus.
+// Offers a key, in a dialog, to the child with the focus (MsgChar, then MsgUChar; a dialog
+// routes it among its own children before, and gets what they leave), to the child with that
+// shortcut (MsgKey), to every child (MsgXChar), and with Enter, line feed or Space to the focus
+// again (MsgKey), until somebody uses it. A root or a window takes what is left: Escape closes it,
+// Tab and the arrows move the focus.
 class KeyRouter {
  public:
   explicit KeyRouter(Dialog& dialog) : dialog_{dialog} {}

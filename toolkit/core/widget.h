@@ -93,7 +93,7 @@ class Widget : public Rect {
   virtual void MsgMouseMove(Point p);
   virtual void MsgInitSkin();
   virtual bool MsgClose();
-  virtual bool MsgWantTab();
+  virtual bool MsgWantTab();  // may Tab and the arrows give it the focus?
   virtual int x() const;
   virtual int y() const;
   virtual int x2() const;

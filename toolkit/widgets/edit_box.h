@@ -20,9 +20,9 @@ enum EditFilter : int {
 // field. Positions are counted in characters from 0; text that is damaged in the current text
 // format is mended when it is set.
 //
-// The program's texts always fit; typing stops at the capacity. Tells its parent MSG_UCHAR and
-// MSG_CHAR for every key, and before that MSG_ACTIVATE for Enter. Selected() is true while there is
-// a selection.
+// The program's texts always fit; typing stops at the capacity. Tells its parent MSG_CHAR for
+// every key and MSG_UCHAR for what is typed, and before that MSG_ACTIVATE for Enter. Selected() is
+// true while there is a selection.
 class EditBox : public Label {
  public:
   EditBox();

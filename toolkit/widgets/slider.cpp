@@ -183,7 +183,7 @@ bool Slider::MsgChar(int code) {
   for (const auto& row : rows) {
     if (row.scancode != scancode) continue;
     MoveTo(row.target);
-    ForgetKeys();
+    ForgetKeys();  // or a held key would go on after its release
     return true;
   }
   return false;

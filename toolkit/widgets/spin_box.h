@@ -20,7 +20,8 @@ class SpinButton : public Button {
 //
 // What is typed becomes the value at once, brought between the bounds, and nobody is told. An arrow
 // that changes the value, again and again while it is held, tells the parent MSG_SCROLL with the
-// step as a whole number, negative downward. Enter tells it MSG_ACTIVATE.
+// whole increment as a whole number, negative downward, even where a bound cut it short. Enter
+// tells it MSG_ACTIVATE. Other keys are the edit box's.
 class SpinBox : public Dialog, public ValueRange {
  public:
   SpinBox();

@@ -45,9 +45,9 @@ TEST_F(FocusSearchTest, WhatLiesNearestInTheDirectionIsFirst) {
                {FocusMove::kNext, nullptr, "bdacef"}};
   for (const auto& row : kRows)
     EXPECT_EQ(Order(row.move, row.from), row.order) << static_cast<int>(row.move);
-  EXPECT_EQ(FocusScore(FocusMove::kRight, a, d), 20 + 2 * 20);
-  EXPECT_EQ(FocusScore(FocusMove::kLeft, a, d), -20 + 2 * 20 + 65536);
-  EXPECT_EQ(FocusScore(FocusMove::kNext, f, a), -5 + 65536);
+  EXPECT_EQ(FocusDistance(FocusMove::kRight, a, d), 20 + 2 * 20);
+  EXPECT_EQ(FocusDistance(FocusMove::kLeft, a, d), -20 + 2 * 20 + 65536);
+  EXPECT_EQ(FocusDistance(FocusMove::kNext, f, a), -5 + 65536);
 }
 
 TEST_F(FocusSearchTest, NobodyWhoCannotBeUsedIsFound) {
