@@ -7,8 +7,8 @@
 #include "imageformats/picture.h"
 #include "imageformats/register.h"
 #include "tests/support/allegro_fixture.h"
-#include "tests/support/picture.h"
 #include "tests/support/temp_files.h"
+#include "toolkit/testing/picture.h"
 
 namespace zel {
 namespace {

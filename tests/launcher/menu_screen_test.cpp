@@ -1,12 +1,12 @@
 #include "launcher/menu_screen.h"
 
-#include "tests/support/fake_machine.h"
-#include "tests/support/fake_timers.h"
 #include "tests/support/launcher_fixture.h"
 #include "tests/support/reference.h"
 #include "toolkit/core/mouse_pointer.h"
 #include "toolkit/core/startup.h"
 #include "toolkit/draw/screen_update.h"
+#include "toolkit/testing/fake_machine.h"
+#include "toolkit/testing/fake_timers.h"
 // After Allegro itself.
 #include <allegro/internal/aintern.h>
 

@@ -8,13 +8,13 @@
 #include <string>
 
 #include "tests/support/allegro_fixture.h"
-#include "tests/support/fake_machine.h"
-#include "tests/support/picture.h"
 #include "tests/support/reference.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/startup.h"
 #include "toolkit/draw/screen_update.h"
 #include "toolkit/skin/skin.h"
+#include "toolkit/testing/fake_machine.h"
+#include "toolkit/testing/picture.h"
 
 namespace zel {
 

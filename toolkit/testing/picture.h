@@ -3,11 +3,13 @@
 //   'k' black                       'y' yellow 'c' cyan    '?' any other colour
 #pragma once
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "toolkit/base/allegro.h"
+#include "toolkit/base/geometry.h"
 
 namespace zel {
 
@@ -45,6 +47,40 @@ inline Rows Picture(BITMAP* bitmap) {
       for (const char letter : kLetters)
         if (getpixel(bitmap, x, y) == PixelOf(bitmap, letter)) rows[y][x] = letter;
   return rows;
+}
+
+// A part of a bitmap of any colours as text: first the colours that have no letter, lettered from
+// 'A' on in the order in which they come; then each line is a row of pixels behind the number of
+// times that it comes in a row.
+inline std::string Describe(BITMAP* bitmap, const Rect& part) {
+  std::map<int, char> letters;
+  for (const char letter : kLetters) letters[PixelOf(bitmap, letter)] = letter;
+  std::string colors, rows, last;
+  int times = 0;
+  const auto endRun = [&] {
+    if (times > 0) rows += std::to_string(times) + ' ' + last + '\n';
+  };
+  for (int y = part.y; y < part.y + part.h; ++y) {
+    std::string row;
+    for (int x = part.x; x < part.x + part.w; ++x) {
+      const int pixel = getpixel(bitmap, x, y), depth = bitmap_color_depth(bitmap);
+      const auto next = static_cast<char>('A' + letters.size() - kLetters.size());
+      const auto [known, isNew] = letters.try_emplace(pixel, next);
+      if (isNew)
+        colors += std::string{next} + " = " + std::to_string(getr_depth(depth, pixel)) + ',' +
+                  std::to_string(getg_depth(depth, pixel)) + ',' +
+                  std::to_string(getb_depth(depth, pixel)) + '\n';
+      row += known->second;
+    }
+    if (row != last) {
+      endRun();
+      times = 0;
+      last = row;
+    }
+    ++times;
+  }
+  endRun();
+  return colors + rows;
 }
 
 }  // namespace zel

@@ -18,8 +18,8 @@
 #include <string_view>
 #include <tuple>
 
-#include "tests/support/fake_machine.h"
 #include "toolkit/base/graphics_mode.h"
+#include "toolkit/testing/fake_machine.h"
 
 // A pseudo terminal with the modes of a console, for all processes of a test.
 struct FakeConsole {

@@ -4,6 +4,8 @@
 
 #include "tests/support/stage.h"
 #include "toolkit/base/record_queue.h"
+// After Allegro itself.
+#include <allegro/internal/aintern.h>
 
 namespace zel {
 namespace {
@@ -40,7 +42,7 @@ class InputTest : public StageTest {
   // As Allegro's drivers do it.
   static void PressKey(int character, int scancode = 0) { _handle_key_press(character, scancode); }
   static void Tap(int times) {
-    for (; times > 0; --times) SetButtons(1), SetButtons(0);
+    for (; times > 0; --times) HoldButtons(1), HoldButtons(0);
   }
 
   Patch a{{0, 0, 50, 50}}, b{{60, 0, 50, 50}};
@@ -54,10 +56,10 @@ TEST_F(InputTest, IsToldInItsOrderWithoutATick) {
   Watch({MSG_CLICK, MSG_LPRESS, MSG_LRELEASE, MSG_CHAR, MSG_WHEEL});
   Tap(1);
   PressKey('n', KEY_N);
-  PutMouse(70, 10);
+  PutMouse({70, 10});
   mouse_z = 2;
-  SetButtons(1);
-  PutMouse(10, 60);
+  HoldButtons(1);
+  PutMouse({10, 60});
   root.MsgIdle();
   Expect(
       "root, a: Click; root, a: LPress; root, a: LRelease; a: Char; root, b: Click; root, b: "
@@ -65,7 +67,7 @@ TEST_F(InputTest, IsToldInItsOrderWithoutATick) {
 }
 
 TEST_F(InputTest, WhatTheQueueRefusesIsFoundInTheDevices) {
-  PutMouse(10, 10);
+  PutMouse({10, 10});
   Start();
   PressKey('!');
   Tap(512);

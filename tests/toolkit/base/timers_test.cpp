@@ -5,8 +5,8 @@
 #include <climits>
 
 #include "tests/support/allegro_fixture.h"
-#include "tests/support/fake_timers.h"
 #include "toolkit/base/wakeup.h"
+#include "toolkit/testing/fake_timers.h"
 
 namespace zel {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <random>
 
-#include "tests/support/picture.h"
 #include "tests/support/stage.h"
 #include "toolkit/draw/screen_update.h"
+#include "toolkit/testing/picture.h"
 
 namespace zel {
 namespace {

@@ -111,7 +111,7 @@ TEST_F(DialogKeyboardTest, EscapeClosesRootsAndWindows) {
 TEST_F(DialogKeyboardTest, ArrowsAndTabMoveTheFocus) {
   const auto expect = [this](Widget* from, int scancode, Widget* to, int shifts = 0) {
     Focus(from);
-    SetShifts(shifts);
+    HoldShifts(shifts);
     Key(scancode);
     EXPECT_EQ(root.FocusWidget(), to) << root.NameOf(from) << ' ' << scancode;
   };

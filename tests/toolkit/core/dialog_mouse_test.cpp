@@ -32,7 +32,7 @@ class DialogMouseTest : public StageTest {
 
 TEST_F(DialogMouseTest, ThePointerEntersAndLeavesFromTheInsideOut) {
   Watch({MSG_GOTMOUSE, MSG_LOSTMOUSE});
-  PutMouse(15, 15);
+  PutMouse({15, 15});
   Start();
   Expect("panel, a: GotMouse", "found at the start");
   const auto expect = [this](int x, int y, Widget* found, const char* events) {
@@ -48,7 +48,7 @@ TEST_F(DialogMouseTest, ThePointerEntersAndLeavesFromTheInsideOut) {
 
 TEST_F(DialogMouseTest, ADialogThatIsTakenInFindsThePointerAndTheFocusInItself) {
   root.MsgStart();
-  PutMouse(15, 15);
+  PutMouse({15, 15});
   Tick();
   Watch({MSG_END, MSG_GOTMOUSE, MSG_LOSTMOUSE, MSG_GOTFOCUS, MSG_LOSTFOCUS});
   for (const bool outside : {false, true}) {
@@ -119,7 +119,7 @@ TEST_F(DialogMouseTest, AClickGivesTheFocusAndIsPassedOn) {
 
 TEST_F(DialogMouseTest, ASecondPressInTimeIsADoubleClickOnTheNextTick) {
   settings.doubleClickDelay = 219;
-  PutMouse(90, 20);
+  PutMouse({90, 20});
   Start();
   EXPECT_EQ(DoubleClickWindow(), 10);
   Watch({MSG_DCLICK});
@@ -132,7 +132,7 @@ TEST_F(DialogMouseTest, ASecondPressInTimeIsADoubleClickOnTheNextTick) {
 }
 
 TEST_F(DialogMouseTest, MovesAndTurnsAreReportedAsDifferences) {
-  PutMouse(60, 20);
+  PutMouse({60, 20});
   Start();
   std::vector<int> values;
   root.onEvent = [&](Widget* sender, int msg, int value) {

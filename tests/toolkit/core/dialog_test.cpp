@@ -152,13 +152,13 @@ TEST_F(DialogTest, APopupTakesTheInputAndGivesItBack) {
   root.Add(&other);
   root.Add(&popup);
   popup.Hide();
-  PutMouse(25, 25);
+  PutMouse({25, 25});
   StartWithFocus();
   Watch({MSG_END, MSG_GOTMOUSE, MSG_LOSTMOUSE, MSG_GOTFOCUS, MSG_LOSTFOCUS, MSG_LPRESS, MSG_CHAR});
   const auto press = [&](const char* soFar, int x) {
     Expect(soFar);
-    PutMouse(x, 25);
-    SetButtons(1 - mouse_b);
+    PutMouse({x, 25});
+    HoldButtons(1 - mouse_b);
     simulate_ukeypress('x', 0);
   };
   Script({[&] {
@@ -250,8 +250,12 @@ TEST_F(DialogTest, APopupRunsWithoutARootAndEndsWithIt) {
   for (const bool byButton : {false, true}) {
     clear_to_color(screen, green);
     popup.SetFlag(kFlagMovable);
-    PutMouse(65, 65);
-    Script({[] { mouse_b = 1; }, [] { PutMouse(95, 75); }, [] { mouse_b = 0; },
+    PutMouse({65, 65});
+    Script({[] { mouse_b = 1; },
+            [] {
+              PutMouse({95, 75});
+            },
+            [] { mouse_b = 0; },
             [&] {
               EXPECT_TRUE(At(45, 45) == green && At(75, 55) == blue) << "dragged over the screen";
               byButton ? machine.closeButton() : popup.Close();
@@ -288,7 +292,7 @@ TEST_F(DialogTest, WhatFollowsTheClosingIsForNobody) {
   simulate_ukeypress('y', KEY_Y);
   clock.Tick(0, 3);
   root.MsgIdle();
-  PutMouse(5, 5);
+  PutMouse({5, 5});
   mouse_b = 1;
   Tick();
   Expect("below: Char");

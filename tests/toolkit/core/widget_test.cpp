@@ -1,9 +1,9 @@
 #include "toolkit/core/widget.h"
 
-#include "tests/support/picture.h"
 #include "tests/support/stage.h"
 #include "toolkit/core/animator.h"
 #include "toolkit/draw/screen_update.h"
+#include "toolkit/testing/picture.h"
 
 namespace zel {
 namespace {
@@ -89,7 +89,7 @@ TEST_F(WidgetTest, PositionsAndSharesAreThoseOfTheParent) {
   EXPECT_TRUE(widget.TestFlag(kFlagMoved | kFlagResized | kFlagDirty | kFlagSelected));
   EXPECT_EQ(widget.GetKey(), 'k');
   EXPECT_EQ(widget.x2(), 225);
-  PutMouse(221, 95);
+  PutMouse({221, 95});
   EXPECT_EQ(widget.GetMousePos(), (Point{1, 5}));
 
   widget.Shape({50, -1, 25, -1}, true);

@@ -4,8 +4,8 @@
 #include <tuple>
 
 #include "tests/support/allegro_fixture.h"
-#include "tests/support/fake_machine.h"
-#include "tests/support/picture.h"
+#include "toolkit/testing/fake_machine.h"
+#include "toolkit/testing/picture.h"
 
 namespace zel {
 namespace {

@@ -7,10 +7,10 @@
 #include <utility>
 
 #include "tests/support/allegro_fixture.h"
-#include "tests/support/fake_machine.h"
-#include "tests/support/picture.h"
 #include "tests/support/temp_files.h"
 #include "toolkit/draw/bitmap_guard.h"
+#include "toolkit/testing/fake_machine.h"
+#include "toolkit/testing/picture.h"
 
 namespace zel {
 namespace {

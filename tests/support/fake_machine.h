@@ -1,2 +1,0 @@
-#pragma once
-#include "toolkit/testing/fake_machine.h"

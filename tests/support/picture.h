@@ -1,2 +1,0 @@
-#pragma once
-#include "toolkit/testing/picture.h"
