@@ -27,6 +27,7 @@
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/confinement.h"
 #include "toolkit/base/graphics_mode.h"
+#include "toolkit/base/input_rest.h"
 #include "toolkit/base/process.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/base/text.h"
@@ -170,6 +171,7 @@ void DecideAboutMouse() {
   settings.showMouse = serverRuns;
   if (serverRuns) return;
   launcherState.heldMouse = HoldMouse();
+  const InputRest rest;
   remove_mouse();
 }
 

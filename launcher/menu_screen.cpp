@@ -12,6 +12,7 @@
 #include "launcher/state.h"
 #include "launcher/wait_dialog.h"
 #include "toolkit/base/console_guard.h"
+#include "toolkit/base/input_rest.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/core/event_loop.h"
 
@@ -209,6 +210,7 @@ void MenuScreen::LookForMouse() {
   if (launcherState.heldMouse >= 0) close(std::exchange(launcherState.heldMouse, -1));
   if (!FileExists(paths.mouseServerPid)) return;
   install_mouse();
+  RemoveInputAtRest();
   set_mouse_speed(settings.UsableMouseSpeed(), settings.UsableMouseSpeed());
   launcherState.mousePending = false;
   settings.showMouse = true;

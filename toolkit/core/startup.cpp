@@ -12,6 +12,7 @@
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/console_guard.h"
 #include "toolkit/base/graphics_mode.h"
+#include "toolkit/base/input_rest.h"
 #include "toolkit/base/process.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/core/dialog.h"
@@ -146,6 +147,7 @@ Error InstallInput() {
   three_finger_flag = FALSE;  // Ctrl+Alt+Del is no way to end a dialog that refuses to close
   if (install_timer() != 0) return kTimerError;
   if (install_mouse() < 0) return kMouseError;
+  RemoveInputAtRest();
   if (settings.keyDelay != kSystemRate && settings.keyRepeat != kSystemRate)
     set_keyboard_rate(std::max(0, settings.keyDelay), std::max(0, settings.keyRepeat));
   ApplyMouseSpeed();
