@@ -207,6 +207,12 @@ class ConsoleTest(MachineTest):
         self.machine.press("ctrl-alt-delete", "esc")
         self.choose_second()
 
+    def test_switches_at_every_moment_of_the_start(self):
+        self.machine.launch("zel")
+        self.machine.run("for k in $(seq 50); do chvt 2; chvt 1; usleep ${k}000; done")
+        self.machine.see(shows_menu, "the menu")
+        self.choose_second()
+
     def test_other_standard_inputs(self):
         for device in ("/dev/null", "/dev/console", "/dev/tty0"):
             self.menu(f"zel <{device}")

@@ -1,5 +1,6 @@
 #include "toolkit/core/event_loop.h"
 
+#include "toolkit/base/console_switch.h"
 #include "toolkit/base/display_link.h"
 #include "toolkit/base/input.h"
 #include "toolkit/base/settings.h"
@@ -119,6 +120,7 @@ void EventLoop::Pass(Dialog& root) {
   const bool told = InputRouter{root}.WorkOff();
   if (ticked || told || settings.unlimitedFrameRate) DrawFrame(root);
   Wait(root);
+  MakeConsoleSwitches();
   if (closeRequested_.exchange(false)) root.Close();
 }
 

@@ -11,6 +11,7 @@
 #include "imageformats/register.h"
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/console_guard.h"
+#include "toolkit/base/console_switch.h"
 #include "toolkit/base/graphics_mode.h"
 #include "toolkit/base/input_rest.h"
 #include "toolkit/base/process.h"
@@ -169,6 +170,7 @@ Error LoadCurrentSkin() {
 
 Error InstallToolkit(const char* configFile, void (*ready)()) {
   if (!InstallAllegro()) return kAllegroError;
+  HoldConsoleSwitches();
   process.Begin();
   settings.Load(configFile);
   const Error mode = ChangeScreenMode(settings.gfxMode, settings.fullscreen, settings.screenWidth,
