@@ -50,6 +50,7 @@ class WidgetFixture : public AllegroFixture {
     Mouse(319, 199);
   }
   ~WidgetFixture() override {
+    root->onEvent = nullptr;  // it may know what the test had
     Mouse(0, 0);
     root->MsgEnd();
     root.reset();
