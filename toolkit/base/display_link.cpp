@@ -4,6 +4,7 @@
 
 #ifdef ALLEGRO_WITH_XWINDOWS
 #include <dlfcn.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -46,10 +47,18 @@ bool FindCalls(DisplayCalls& calls) {
          Find(calls.setErrorHandler, "XSetErrorHandler");
 }
 
-void SendRequests(DisplayCalls& calls) {
-  if (NextRequest(_xwin.display) == calls.firstUnsent) return;
+// True when there were any.
+bool SendRequests(DisplayCalls& calls) {
+  if (NextRequest(_xwin.display) == calls.firstUnsent) return false;
   calls.flush(_xwin.display);
   calls.firstUnsent = NextRequest(_xwin.display);
+  return true;
+}
+
+// Asks the kernel alone, which costs less than Xlib's look at the connection.
+bool HasCome() {
+  pollfd server{ConnectionNumber(_xwin.display), POLLIN, 0};
+  return QLength(_xwin.display) > 0 || poll(&server, 1, 0) > 0;
 }
 
 // A held key comes as releases and presses of the same moment; only the presses count.
@@ -78,8 +87,10 @@ void TakeKeys(const DisplayCalls& calls) {
 void DoRound() {
   if (!_xwin.display) return;
   DisplayCalls& calls = *process.displayCalls;
-  SendRequests(calls);
-  if (calls.eventsQueued(_xwin.display, QueuedAfterReading) > 0) TakeKeys(calls);
+  // Sending may have read, too.
+  if ((SendRequests(calls) || HasCome()) &&
+      calls.eventsQueued(_xwin.display, QueuedAfterReading) > 0)
+    TakeKeys(calls);
   // While Allegro holds the pointer in its place, it counts the rounds.
   if (QLength(_xwin.display) > 0 || _xwin.mouse_warped != 0) _xwin_private_handle_input();
 }
