@@ -168,6 +168,8 @@ bool MenuScreen::WaitFor(const MenuItem& item) {
 
 void MenuScreen::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
   Dialog::HandleEvent(sender, msg, arg1, arg2);
+  // A key that was told together with the one that chose changes nothing any more.
+  if (chosen_) return;
   if (msg == MSG_ITEM_SELECTED) UpdateCurrent(true);
   if (msg == MSG_ITEM_CHOSEN && arg1 != 0) Choose(*reinterpret_cast<const MenuEntry*>(arg1));
 }

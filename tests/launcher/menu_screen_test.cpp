@@ -149,6 +149,10 @@ TEST_F(MenuScreenTest, AKeyThatIsDownBeforeTheMenuComesChoosesNothing) {
     for (std::string tick; ticks >> tick;) Play(tick);
     EXPECT_EQ(After({}), where) << strokes;
   }
+  process.input.releases = {};
+  Start("1");
+  Play("prd");
+  EXPECT_EQ(launcherState.exitCode, 11) << "what follows the choice changes nothing";
 }
 
 TEST_F(MenuScreenTest, TheLastPositionIsRestoredAsFarAsItFits) {
