@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "toolkit/base/allegro.h"
+#include "toolkit/base/display_colors.h"
 #include "toolkit/base/framebuffer.h"
 #include "toolkit/base/geometry.h"
 #include "toolkit/base/process.h"
@@ -62,6 +63,7 @@ bool SetGraphicsMode(int card, int w, int h, int depth) {
     return false;
   }
   if (set_gfx_mode(card, w, h, 0, 0) != 0) return false;
+  SpeedUpDisplay();
   CentreScreen();
   return true;
 }
