@@ -5,6 +5,7 @@
 #ifdef ALLEGRO_WITH_XWINDOWS
 #include <dlfcn.h>
 #include <poll.h>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -30,6 +31,7 @@ struct DisplayCalls {
   decltype(&XSetIOErrorHandler) setIoErrorHandler;
   decltype(&XSetErrorHandler) setErrorHandler;
   unsigned long firstUnsent;  // the number of the first request that may not be on its way yet
+  bool roundsAreRare;         // those of Allegro's thread
 };
 
 namespace {
@@ -82,15 +84,24 @@ void TakeKeys(const DisplayCalls& calls) {
   }
 }
 
+// Lets the rounds of Allegro's thread come up to 20 ms later than it asks for, and with them the
+// few times that it wakes for each: the loop takes at once what the server sends.
+void MakeRoundsRare(DisplayCalls& calls) {
+  constexpr unsigned long kNanoseconds = 20'000'000;
+  if (calls.roundsAreRare || gettid() == getpid()) return;
+  prctl(PR_SET_TIMERSLACK, kNanoseconds, 0, 0, 0);
+  calls.roundsAreRare = true;
+}
+
 // One round, with the connection locked: in Allegro's thread, or in the loop. Allegro's own one
 // waits until the server has answered.
 void DoRound() {
   if (!_xwin.display) return;
   DisplayCalls& calls = *process.displayCalls;
-  // Sending may have read, too.
-  if ((SendRequests(calls) || HasCome()) &&
-      calls.eventsQueued(_xwin.display, QueuedAfterReading) > 0)
-    TakeKeys(calls);
+  MakeRoundsRare(calls);
+  // Sending reads, too.
+  if (!SendRequests(calls) && HasCome()) calls.eventsQueued(_xwin.display, QueuedAfterReading);
+  TakeKeys(calls);
   // While Allegro holds the pointer in its place, it counts the rounds.
   if (QLength(_xwin.display) > 0 || _xwin.mouse_warped != 0) _xwin_private_handle_input();
 }
@@ -118,6 +129,7 @@ void LinkDisplay() {
   if (!FindCalls(calls)) return;
   calls.setIoErrorHandler(OnServerGone);
   calls.setErrorHandler(OnProtocolError);
+  calls.roundsAreRare = false;
   _xwin_input_handler = DoRound;
 }
 
