@@ -85,7 +85,7 @@ TEST_F(ProgressTest, TheBarIsARowOfPicturesOfWhichOnlyTheNewOnesAreDrawn) {
     save_bitmap("pic/progress.bmp", Paint(rows).get(), nullptr);
     StepBar bar;
     bar.Setup(0, 0, 200, 30, 0, 0, kHorizontal);
-    root->Add(&bar);
+    root.Add(&bar);
     for (const int done : {0, 3, 4, 30, 31, 36, 99, 100, 37, 2, 1, 100, 50, 1000, -1, 37}) {
       bar.ShowSteps(done, 100);
       EXPECT_TRUE(DrawsEnough()) << done;

@@ -16,7 +16,7 @@ class WaitDialogTest : public WidgetFixture {
   WaitDialog& Wait(int timeout) {
     item.timeout = timeout;
     dialog = std::make_unique<WaitDialog>(item);
-    root->Add(dialog.get());
+    root.Add(dialog.get());
     Tick(2);
     Copied();
     return *dialog;
@@ -63,7 +63,7 @@ TEST_F(WaitDialogTest, ItsTimerAndTheShortcutEndIt) {
   item.waitForFile.Assign("/missing");
   Wait(1);
   int closed = 0, periods = 0;
-  root->onEvent = [&closed](int msg, int) { closed += msg == MSG_CLOSE; };
+  root.onEvent = [&closed](Widget*, int msg, int) { closed += msg == MSG_CLOSE; };
   for (; closed == 0 && periods < 99; ++periods)
     for (int id = 0; id < kTimerSlots; ++id) dialog->MsgTimer(id);
   EXPECT_EQ(std::pair(closed, periods), std::pair(1, 40));
@@ -77,10 +77,10 @@ TEST_F(WaitDialogTest, TheKeyThatOpensItDoesNotCancelItToo) {
   key[KEY_ENTER] = 1;
   Wait(0);
   Mouse(160, 128, 1), Mouse(5, 5);
-  Widget* const cancel = root->FocusWidget();
+  Widget* const cancel = root.FocusWidget();
   ASSERT_TRUE(cancel);
   for (const bool counts : {false, true}) {
-    Press(KEY_ENTER, 13);
+    Type(13, KEY_ENTER);
     EXPECT_EQ(cancel->Selected(), counts);
     key[KEY_ENTER] = 0;
     Tick();

@@ -23,13 +23,15 @@ constexpr const char* kMessages[] = {
 }  // namespace
 
 void Recorder::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
-  if (watched.count(msg)) Note(sender, msg);
-  if (onEvent) onEvent(sender, msg, static_cast<int>(arg1));
+  const bool isOfInterest = !onlyOfChildren || sender->GetParent() == this;
+  if (isOfInterest && watched.count(msg)) Note(sender, msg, arg1);
   Dialog::HandleEvent(sender, msg, arg1, arg2);
+  // It may destroy the sender.
+  if (isOfInterest && onEvent) onEvent(sender, msg, static_cast<int>(arg1));
 }
 
 std::string Recorder::Events() {
-  last_ = 0;
+  last_.clear();
   return std::exchange(log_, {});
 }
 
@@ -38,12 +40,14 @@ std::string Recorder::NameOf(const Widget* widget) const {
   return widget == this ? "root" : found != names.end() ? found->second : widget ? "?" : "nobody";
 }
 
-void Recorder::Note(const Widget* sender, int msg) {
-  const std::string message = std::string{": "} + kMessages[msg];
-  if (std::exchange(last_, msg) == msg)
-    log_.insert(log_.size() - message.size(), ", " + NameOf(sender));
+void Recorder::Note(const Widget* sender, int msg, EventArg arg) {
+  const std::string name = NameOf(sender);
+  std::string message = (name.empty() ? "" : ": ") + std::string{kMessages[msg]};
+  if (msg == MSG_SCROLL || (msg == MSG_ACTIVATE && arg != 0)) message += ' ' + std::to_string(arg);
+  if (std::exchange(last_, message) == message && !name.empty())
+    log_.insert(log_.size() - message.size(), ", " + name);
   else
-    log_ += (log_.empty() ? "" : "; ") + NameOf(sender) + message;
+    log_ += (log_.empty() ? "" : "; ") + name + message;
 }
 
 Stage::Stage() {

@@ -16,7 +16,9 @@
 namespace zel {
 
 // Writes down what its widgets report and what it is told itself, as "a: LostMouse; b: GotMouse".
-// Those that report the same one after the other stand together: "root, a: Click".
+// Those that report the same one after the other stand together: "root, a: Click". What Activate
+// and Scroll tell stands behind them, "a: Scroll 7", unless it is an Activate with 0. One whose
+// name is empty is alone and needs none: "Activate; Activate 3".
 class Recorder : public Dialog {
  public:
   void Draw(Bitmap& canvas) override { canvas.clear_bitmap(); }
@@ -29,14 +31,14 @@ class Recorder : public Dialog {
 
   std::map<const Widget*, std::string> names;
   std::set<int> watched;                           // messages
+  bool onlyOfChildren = false;                     // not of what lies in them
   std::function<void(Widget*, int, int)> onEvent;  // sender, message, first argument
   bool closes = true;
 
  private:
-  void Note(const Widget* sender, int msg);
+  void Note(const Widget* sender, int msg, EventArg arg);
 
-  std::string log_;
-  int last_ = 0;
+  std::string log_, last_;
 };
 
 // Has a screen of its own size, a keyboard and a mouse that begins in the lower right corner. Needs

@@ -36,7 +36,7 @@ class ButtonTest : public WidgetFixture {
                          {"in", [this] { Mouse(20, 20, mouse_b); }},
                          {"key", [&button] { button.SendMessage(MSG_KEY); }},
                          {"wait", [this] { Tick(8); }},
-                         {"other", [this, &other] { root->SetFocus(&other); }},
+                         {"other", [this, &other] { root.SetFocus(&other); }},
                          {"disable", [&button] { button.Disable(); }},
                          {"restart", [&button] { button.SendMessage(MSG_START); }}};
     const std::string seen =
@@ -114,7 +114,7 @@ TEST_F(ButtonTest, OldTextsAndIconsGoWithTheChange) {
   Show(icon, {50, 50, 3, 1});
   icon.SetFlag(kFlagAutoSize), icon.SetBitmap(ICONMIN), Frame();
   for (const int buttons : {1, 0}) Mouse(51, 50, buttons), check();
-  root->SetFocus(&behind), check();
+  root.SetFocus(&behind), check();
   CurrentSkin()->buttonAnimationType = 1, CurrentSkin()->buttonAnimationLength = 100;
   icon.MsgInitSkin();
   icon.SetBitmap(ICONMIN), Mouse(51, 50, 1), Frame(), Tick(30), check();
@@ -122,33 +122,35 @@ TEST_F(ButtonTest, OldTextsAndIconsGoWithTheChange) {
 
 TEST_F(ButtonTest, APressActivatesWhenItEndsWhereItBegan) {
   const std::tuple<std::uint32_t, std::string, std::string> rows[] = {
-      {0, "press release", "down, up A0"},
+      {0, "press release", "down, up (Activate)"},
       {0, "press out release in", "down, down, up, up"},
-      {0, "press out in release", "down, down, down, up A0"},
+      {0, "press out in release", "down, down, down, up (Activate)"},
       {0, "press other out release", "down, down, up, up"},
       {0, "press out other release", "down, down, up, up"},
       {0, "press restart release", "down, up, up"},
-      {0, "key wait wait", "down, down, up A0"},
-      {0, "key wait key wait wait", "down, down, down, down, up A0"},
-      {0, "key press release wait", "down, down, up A0, up"},
-      {0, "press key release wait", "down, down, down, up A0"},
+      {0, "key wait wait", "down, down, up (Activate)"},
+      {0, "key wait key wait wait", "down, down, down, down, up (Activate)"},
+      {0, "key press release wait", "down, down, up (Activate), up"},
+      {0, "press key release wait", "down, down, down, up (Activate)"},
       {0, "key press other out wait", "down, down, down, up, up"},
       {0, "key restart wait wait", "down, up, up, up"},
-      {kFlagToggle, "press release press release", "down, down A0, up, up A0"},
+      {kFlagToggle, "press release press release", "down, down (Activate), up, up (Activate)"},
       {kFlagToggle, "press out release", "down, down, up"},
       {kFlagToggle, "key restart wait wait", "down, down, down, down"},
-      {kFlagToggle, "key wait wait key wait wait", "down, down, down A0, up, up, up A0"},
-      {kFlagAutoRepeat, "press wait release wait", "down A0, down A0 A0, up, up"},
-      {kFlagAutoRepeat, "key wait wait", "down, down A0 A0, up"},
-      {kFlagAutoRepeat, "press disable wait", "down A0, down, down"},
-      {kFlagAutoRepeat, "press out other wait", "down A0, down, up, up"},
+      {kFlagToggle, "key wait wait key wait wait",
+       "down, down, down (Activate), up, up, up (Activate)"},
+      {kFlagAutoRepeat, "press wait release wait",
+       "down (Activate), down (Activate; Activate), up, up"},
+      {kFlagAutoRepeat, "key wait wait", "down, down (Activate; Activate), up"},
+      {kFlagAutoRepeat, "press disable wait", "down (Activate), down, down"},
+      {kFlagAutoRepeat, "press out other wait", "down (Activate), down, up, up"},
   };
   for (const auto& [flags, script, seen] : rows)
     EXPECT_EQ(PlayOn<Button>(flags, script), seen) << flags << ' ' << script;
   EXPECT_EQ(PlayOn<CheckBox>(0, "press release press out release key wait wait"),
-            "down, down A0, up, up, down, up, up, up A0");
+            "down, down (Activate), up, up, down, up, up, up (Activate)");
   EXPECT_EQ(PlayOn<RadioButton>(0, "press release press release key wait wait other key wait wait"),
-            "down, down A0, down, down, down, down, down, down, down, down, down");
+            "down, down (Activate), down, down, down, down, down, down, down, down, down");
 }
 
 TEST_F(ButtonTest, AKeyPressesForAsLongAsTheKeyboardTakesToRepeatIt) {
@@ -159,14 +161,14 @@ TEST_F(ButtonTest, AKeyPressesForAsLongAsTheKeyboardTakesToRepeatIt) {
        {std::tuple{100, -1, 30}, {100, 0, 30}, {100, 1, 2}, {100, 160, 18}, {1, 0, 1}}) {
     settings.logicFrameRate = rate;
     settings.keyDelay = delay;
-    Press(KEY_A, 'a');
+    root.HandleKey('a', KEY_A);
     Tick(ticks - 1);
     EXPECT_TRUE(button.Selected()) << rate << ' ' << delay;
     Tick();
-    EXPECT_TRUE(!button.Selected() && root->Take() == " A0") << rate << ' ' << delay;
+    EXPECT_TRUE(!button.Selected() && root.Events() == "Activate") << rate << ' ' << delay;
   }
   settings.keyDelay = 2147483647;
-  Press(KEY_A, 'a'), Tick(100);
+  Type('a', KEY_A), Tick(100);
   EXPECT_TRUE(button.Selected());
 }
 
@@ -184,8 +186,8 @@ TEST_F(ButtonTest, OneRadioButtonOfAGroupIsSelected) {
   };
   for (const int y : {65, 5, 45, 45}) Click(20, y), note();
   Mouse(20, 5, 1), Mouse(200, 150), note();
-  for (int times = 0; times < 2; ++times) Press(KEY_B, 'b'), note();
-  Press(KEY_C, 'c'), Click(200, 150), note();
+  for (int times = 0; times < 2; ++times) Type('b', KEY_B), note();
+  Type('c', KEY_C), Click(200, 150), note();
   EXPECT_EQ(selected, "0001 1001 0011 0011 0011 0101 0101 0011 ");
 }
 

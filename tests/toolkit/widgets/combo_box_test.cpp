@@ -48,24 +48,25 @@ TEST_F(ComboBoxTest, MouseChoosesOnce) {
   Click(100, third);
   EXPECT_STREQ(combo->GetEdit().GetText(), "2");
   Click(100, third);
-  EXPECT_EQ(root->Take(), " A2 A0") << "the second press goes to what the list covered";
+  EXPECT_EQ(root.Events(), "Activate 2; Activate")
+      << "the second press goes to what the list covered";
 }
 
 TEST_F(ComboBoxTest, KeyboardOpensChoosesAndCancels) {
-  root->SetFocus(&combo->GetEdit());
-  Press(KEY_ENTER, '\r');
+  root.SetFocus(&combo->GetEdit());
+  Type('\r', KEY_ENTER);
   EXPECT_TRUE(combo->IsOpen());
-  EXPECT_EQ(root->Take(), " A1");
-  for (int i = 0; i < 8; ++i) Press(KEY_DOWN);
-  Press(KEY_ESC, 27);
-  EXPECT_FALSE(combo->IsOpen() || root->IsClosed());
+  EXPECT_EQ(root.Events(), "Activate 1");
+  for (int i = 0; i < 8; ++i) Key(KEY_DOWN);
+  Type(27, KEY_ESC);
+  EXPECT_FALSE(combo->IsOpen() || root.IsClosed());
   EXPECT_STREQ(combo->GetEdit().GetText(), "1") << "Escape takes back what the keys did";
-  Press(KEY_SPACE, ' ');
+  Type(' ', KEY_SPACE);
   Tick(20);
   EXPECT_TRUE(combo->IsOpen()) << "by the button, which has the focus again";
-  Press(KEY_DOWN);
-  Press(KEY_ENTER, '\r');
-  EXPECT_EQ(root->Take(), " A2");
+  Key(KEY_DOWN);
+  Type('\r', KEY_ENTER);
+  EXPECT_EQ(root.Events(), "Activate 2");
   combo->GetListBox().GetList().Clear();
   ClickArrow();
   EXPECT_TRUE(combo->IsOpen() && combo->HasFocus()) << "an empty list leaves it to the button";

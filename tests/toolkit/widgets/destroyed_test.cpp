@@ -17,12 +17,12 @@ class DestroyedTest : public WidgetFixture {
     Mouse(200, 150);
     Show(*doomed, {10, 10, 110, 24});
     prepare(*doomed);
-    root->onEvent = [&](int reported, int) {
+    root.onEvent = [&](Widget*, int reported, int) {
       if (reported == message) doomed.reset();
     };
     act();
     Tick(20);
-    root->onEvent = nullptr;
+    root.onEvent = nullptr;
     EXPECT_FALSE(doomed);
   }
 };
@@ -32,16 +32,16 @@ TEST_F(DestroyedTest, TheApplicationMayDestroyWhatTellsItOfAChange) {
   const auto fill = [](ListView& list) {
     for (int i = 0; i < 9; ++i) list.InsertItem(std::make_unique<TextListItem>("x"));
   };
-  const auto focus = [this](Widget& widget) { root->SetFocus(&widget); };
+  const auto focus = [this](Widget& widget) { root.SetFocus(&widget); };
   Play<RadioButton>(MSG_ACTIVATE, click);
   Play<RadioButton>(
-      MSG_ACTIVATE, [this] { Press(KEY_A, 'a'); }, [](RadioButton& radio) { radio.SetKey('A'); });
+      MSG_ACTIVATE, [this] { Type('a', KEY_A); }, [](RadioButton& radio) { radio.SetKey('A'); });
   for (const int message : {MSG_SCROLL, MSG_ACTIVATE})
     Play<ListView>(
         message, [this] { Click(20, 28); }, fill);
   for (const int message : {MSG_ACTIVATE, MSG_CHAR})
     Play<EditBox>(
-        message, [this] { Press(KEY_ENTER, '\r'); }, focus);
+        message, [this] { Type('\r', KEY_ENTER); }, focus);
   Play<Slider>(
       MSG_SCROLL, [this] { Drag(15, 18, 85, 18); },
       [](Slider& slider) { slider.SetOrientation(kHorizontal); });
@@ -49,7 +49,7 @@ TEST_F(DestroyedTest, TheApplicationMayDestroyWhatTellsItOfAChange) {
   Play<ComboBox>(
       MSG_ACTIVATE, [this] { Click(110, 20), Click(50, 60); }, fillBox);
   Play<ComboBox>(
-      MSG_ACTIVATE, [this] { Press(KEY_ENTER, '\r'); },
+      MSG_ACTIVATE, [this] { Type('\r', KEY_ENTER); },
       [&](ComboBox& box) { fillBox(box), focus(box.GetEdit()); });
 }
 

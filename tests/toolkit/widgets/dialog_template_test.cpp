@@ -21,18 +21,18 @@ TEST_F(DialogTemplateTest, MakesAControlForEachRecordThatHasOne) {
   records.push_back({kControlProgressBar, 30, 90, 120, 3, 40, 0, 0, 0, 0});
   records.push_back({kControlEnd, 0, 0, 0, 0, 0, 0, 0, 0, 0});
   records.push_back({kControlLabel, 99, 0, 0, 9, 9, 0, 0, 0, 0});
-  DialogUnits units{root->GetFont(kNormal)};  // 8 pixels high and wide: units of 2 and 1 pixels
+  DialogUnits units{root.GetFont(kNormal)};  // 8 pixels high and wide: units of 2 and 1 pixels
   DialogTemplate form{records.data()};
   ClearScreen back;
   Show(back, {});
-  form.Build(*root, units, [](std::uint32_t id) { return id == kControlImage ? "none" : "a bc"; });
-  EXPECT_EQ(root->Bounds(), Rect(0, 0, 318, 201));
+  form.Build(root, units, [](std::uint32_t id) { return id == kControlImage ? "none" : "a bc"; });
+  EXPECT_EQ(root.Bounds(), Rect(0, 0, 318, 201));
   EXPECT_EQ(form.Find(99), nullptr);
   EXPECT_EQ(form.Find(5), nullptr);
   auto* number = static_cast<SpinBox*>(form.Find(kControlSpinBox));
   for (Widget* field : {form.Find(kControlEditBox), static_cast<Widget*>(&number->GetEdit())}) {
-    root->SetFocus(field);
-    for (const char digit : {'4', '2'}) Press(KEY_0, digit);
+    root.SetFocus(field);
+    for (const char digit : {'4', '2'}) Type(digit, KEY_0);
   }
   EXPECT_EQ(number->GetValue(), 42);
   static_cast<Image*>(form.Find(kControlImage))->SetBitmap(ICONEXIT);

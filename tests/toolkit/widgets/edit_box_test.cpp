@@ -14,15 +14,14 @@ class EditBoxTest : public WidgetFixture {
   using Ints = std::vector<int>;
 
   EditBoxTest() { ShowBox(); }
-  ~EditBoxTest() override { key_shifts = 0; }
   void ShowBox() {
     edit = std::make_unique<EditBox>();
     Show(*edit, {20, 30, 120, 24});
-    root->SetFocus(edit.get());
+    root.SetFocus(edit.get());
   }
   // Characters and, with a minus, keys.
   void Type(const Ints& codes) {
-    for (const int code : codes) Press(std::max(0, -code), std::max(0, code));
+    for (const int code : codes) Stage::Type(std::max(0, code), std::max(0, -code));
   }
   // The pointer at the left end of a character, as long as the text is not scrolled.
   static int PlaceOf(int character) { return 24 + 8 * character; }
@@ -69,14 +68,14 @@ TEST_F(EditBoxTest, ShiftAndTheMouseSelect) {
                           {{-KEY_LEFT, -KEY_RIGHT, -KEY_RIGHT}, {3, 4, 4}},
                           {{-KEY_LEFT, -KEY_HOME}, {0, 2, 0}},
                           {{-KEY_RIGHT, -KEY_END}, {4, 6, 6}}};
-  key_shifts = KB_SHIFT_FLAG;
+  HoldShifts(KB_SHIFT_FLAG);
   for (const auto& [keys, expected] : rows) {
     edit->SetText("abcdef");
     edit->MoveCursor(3);
     Type(keys);
     EXPECT_EQ(State(), expected);
   }
-  key_shifts = 0;
+  HoldShifts(0);
   Click(PlaceOf(5), 40);
   Drag(PlaceOf(5), 40, PlaceOf(5) + 1, 40);
   EXPECT_EQ(State(), (Ints{0, 6, 5})) << "a double click selects all";
@@ -114,14 +113,14 @@ TEST_F(EditBoxTest, SurvivesDamagedTextAndAMissingSkin) {
 }
 
 TEST_F(EditBoxTest, EnterTellsTheParent) {
-  EXPECT_TRUE(Press(KEY_ENTER, '\r'));
-  EXPECT_EQ(root->Take(), " A0");
+  Stage::Type('\r', KEY_ENTER);
+  EXPECT_EQ(root.Events(), "Activate");
 }
 
 // With a selection, the same without the focus, the cursor behind a glyph that is cut off, a
 // password, disabled, and a box without room.
 TEST_F(EditBoxTest, LooksSayTheState) {
-  root->Remove(edit.get());
+  root.Remove(edit.get());
   CurrentSkin()->dottedRect = 1;
   CurrentSkin()->fontColor[kEditText][kSelected] = white;
   std::array<EditBox, 6> boxes;
@@ -132,7 +131,7 @@ TEST_F(EditBoxTest, LooksSayTheState) {
     boxes[i].ScrollToCursor();
     boxes[i].SetFlag(i == 4 ? kFlagDisabled : i == 1 ? kFlagDirty : kFlagFocus);
   }
-  key_shifts = KB_SHIFT_FLAG;
+  HoldShifts(KB_SHIFT_FLAG);
   for (EditBox* box : {&boxes[0], &boxes[1]}) {
     box->MoveCursor(1);
     for (int i = 0; i < 2; ++i) box->MsgChar(KEY_RIGHT << 8);

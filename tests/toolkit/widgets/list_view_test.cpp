@@ -16,8 +16,8 @@ class ListTest : public WidgetFixture {
   void ShowItems(ListView& shown, int count, int rows) {
     Show(shown, {10, 10, 1, rows});
     Fill(shown, count);
-    root->SetFocus(&shown);
-    root->Take();
+    root.SetFocus(&shown);
+    root.Events();
   }
   // Draws no ground.
   struct Inverter : ListItem {
@@ -37,7 +37,7 @@ class ListTest : public WidgetFixture {
     Dress(LIST, rows);
     Fill(view, count);
     Show(box, {10, 10, 100, 54});
-    root->SetFocus(&view);
+    root.SetFocus(&view);
   }
   // Which items are marked.
   std::string Marks() const {
@@ -87,7 +87,7 @@ TEST_F(ListTest, AnyNumberOfItemsMayBeMarked) {
   std::string seen;
   const auto note = [&] {
     seen += Marks() + std::to_string(list.GetCurrent()) + std::to_string(list.GetSelected()) +
-            root->Take() + ", ";
+            (" " + root.Events()) + ", ";
   };
   list.SelectItem(1), note();
   list.SelectItem(3), note();
@@ -96,44 +96,49 @@ TEST_F(ListTest, AnyNumberOfItemsMayBeMarked) {
   Mouse(11, 12), note();
   list.SetCurrent(-1), note();
   list.DeselectAll(), note();
-  EXPECT_EQ(seen, "110010, 110130, 110130, 110130, 100130, 100110 S1, 1001-10 S-1, 0000-10, ");
+  EXPECT_EQ(seen,
+            "110010 , 110130 , 110130 , 110130 , 100130 , 100110 Scroll 1, 1001-10 Scroll -1, "
+            "0000-10 , ");
 }
 
 TEST_F(ListTest, KeysMoveTheCurrentItemWithinTheList) {
   ShowItems(list, 10, 3);
   const std::tuple<int, int, std::string> kMoves[] = {
-      {0, KEY_UP, ""},      {9, KEY_DOWN, ""},    {4, KEY_UP, " S3"},   {4, KEY_DOWN, " S5"},
-      {0, KEY_PGDN, " S3"}, {8, KEY_PGDN, " S9"}, {9, KEY_PGUP, " S6"}, {2, KEY_PGUP, " S0"},
-      {5, KEY_HOME, " S0"}, {5, KEY_END, " S9"}};
+      {0, KEY_UP, ""},           {9, KEY_DOWN, ""},         {4, KEY_UP, "Scroll 3"},
+      {4, KEY_DOWN, "Scroll 5"}, {0, KEY_PGDN, "Scroll 3"}, {8, KEY_PGDN, "Scroll 9"},
+      {9, KEY_PGUP, "Scroll 6"}, {2, KEY_PGUP, "Scroll 0"}, {5, KEY_HOME, "Scroll 0"},
+      {5, KEY_END, "Scroll 9"}};
   for (const auto& [from, key, events] : kMoves) {
     list.SetCurrent(from);
-    root->Take();
-    Press(key);
-    EXPECT_EQ(root->Take(), events) << from << ' ' << key;
+    root.Events();
+    Key(key);
+    EXPECT_EQ(root.Events(), events) << from << ' ' << key;
   }
   list.Clear();
-  for (const int key : {KEY_UP, KEY_ENTER, KEY_SPACE, KEY_HOME}) Press(key);
-  EXPECT_EQ(root->Take(), " S-1 S-1 S-1");
+  for (const int key : {KEY_UP, KEY_ENTER, KEY_SPACE, KEY_HOME}) Key(key);
+  EXPECT_EQ(root.Events(), "Scroll -1; Scroll -1; Scroll -1");
 }
 
 TEST_F(ListTest, ItemsAreChosenByKeyAndPointer) {
   ShowItems(list, 3, 20);
-  for (const int key : {KEY_ENTER, KEY_SPACE}) Press(key);
+  for (const int key : {KEY_ENTER, KEY_SPACE}) Key(key);
   for (const int y : {12, 25}) Click(11, y);
-  EXPECT_EQ(root->Take(), " A0 A0 S1 A1 A-1");
+  EXPECT_EQ(root.Events(), "Activate; Activate; Scroll 1; Activate 1; Activate -1");
   list.SetMultiSelect(true);
   list.DeselectAll();
   std::string marks;
   const auto note = [&] { marks += Marks() + ' '; };
-  for (const int key : {KEY_SPACE, KEY_SPACE, KEY_ENTER, KEY_ENTER}) Press(key), note();
+  for (const int key : {KEY_SPACE, KEY_SPACE, KEY_ENTER, KEY_ENTER}) Key(key), note();
   for (int click = 0; click < 2; ++click) Click(11, 13), note();  // also a double click
   EXPECT_EQ(marks, "010 000 010 010 011 010 ");
-  EXPECT_EQ(root->Take(), " A1 A1 A1 A1 S2 A2 A2 A2");
+  EXPECT_EQ(root.Events(),
+            "Activate 1; Activate 1; Activate 1; Activate 1; Scroll 2; Activate 2; Activate 2; "
+            "Activate 2");
 }
 
 TEST_F(ListTest, DeletingKeepsACurrentAndAVisibleItem) {
   ShowItems(list, 10, 4);
-  Press(KEY_END);
+  Key(KEY_END);
   list.SetH(0);
   list.SetFirst(9);
   for (const int index : {9, 0, 12, 7, 6}) list.DeleteItem(index);
@@ -144,7 +149,8 @@ TEST_F(ListTest, DeletingKeepsACurrentAndAVisibleItem) {
   list.DeleteItem(1);
   EXPECT_EQ(Marks(), "010000");
   while (list.Count() > 0) list.DeleteItem(0);
-  EXPECT_EQ(root->Take(), " S9 S8 S7 S6 S5 S1 S0 S-1");
+  EXPECT_EQ(root.Events(),
+            "Scroll 9; Scroll 8; Scroll 7; Scroll 6; Scroll 5; Scroll 1; Scroll 0; Scroll -1");
 }
 
 TEST_F(ListTest, TheApplicationMayFillTheListAnewWhileAnItemIsChosen) {
@@ -152,14 +158,15 @@ TEST_F(ListTest, TheApplicationMayFillTheListAnewWhileAnItemIsChosen) {
     Mouse(200, 150);
     list.Clear();
     ShowItems(list, 9, 9);
-    root->onEvent = [&](int msg, int index) {
+    root.onEvent = [&](Widget*, int msg, int index) {
       if (msg != message || index != 7) return;
       list.Clear();
       Fill(list, 2);
     };
     Click(11, 18);
-    EXPECT_EQ(root->Take(), message == MSG_SCROLL ? " S7 S0" : " S7 A7 S0");
-    root->onEvent = nullptr;
+    EXPECT_EQ(root.Events(),
+              message == MSG_SCROLL ? "Scroll 7; Scroll 0" : "Scroll 7; Activate 7; Scroll 0");
+    root.onEvent = nullptr;
   }
 }
 
@@ -167,14 +174,14 @@ TEST_F(ListTest, TheViewFollowsTheCurrentItemTheWheelAndTheScrollBar) {
   ShowBox(30);
   std::string firsts;
   const auto note = [&] { firsts += ' ' + std::to_string(view.GetFirst()); };
-  for (const int key : {KEY_END, KEY_UP, KEY_UP, KEY_UP, KEY_UP, KEY_UP}) Press(key), note();
-  EXPECT_EQ(root->Take(), " S29 S28 S27 S26 S25 S24");
+  for (const int key : {KEY_END, KEY_UP, KEY_UP, KEY_UP, KEY_UP, KEY_UP}) Key(key), note();
+  EXPECT_EQ(root.Events(), "Scroll 29; Scroll 28; Scroll 27; Scroll 26; Scroll 25; Scroll 24");
   Mouse(30, 30, 0, 3), note();
   Mouse(105, 30, 0, -1), note();
   Click(105, 60), note();
   view.Clear(), Click(40, 60);
   EXPECT_EQ(firsts, " 25 25 25 25 25 24 21 22 23");
-  EXPECT_EQ(root->Take(), "");
+  EXPECT_EQ(root.Events(), "");
 }
 
 TEST_F(ListTest, WhatIsRepaintedInPartLooksAsIfItWereRepaintedWhole) {
@@ -187,7 +194,7 @@ TEST_F(ListTest, WhatIsRepaintedInPartLooksAsIfItWereRepaintedWhole) {
   box.Hide(), box.Unhide(), check();
   box.InsertItem(std::make_unique<ListItem>()), check();
   Fill(view, 2), box.ItemsChanged(), check();
-  for (const int key : {KEY_DOWN, KEY_END, KEY_HOME, KEY_DOWN}) Press(key), check();
+  for (const int key : {KEY_DOWN, KEY_END, KEY_HOME, KEY_DOWN}) Key(key), check();
   view.InsertItem(std::make_unique<TextListItem>("text"), 1), check();
   static_cast<TextListItem*>(view.GetItem(1))->SetText("new"), check();
   for (const int last : {8, 7, 6, 5, 4}) box.DeleteItem(last), check();
@@ -198,8 +205,8 @@ TEST_F(ListTest, WhatIsRepaintedInPartLooksAsIfItWereRepaintedWhole) {
   Dress(PANEL_SUNKEN, {"rrr", "rrr", "rrr"});
   view.InsertItem(std::make_unique<Inverter>()), box.Redraw(), check();
   for (Widget* focus : {static_cast<Widget*>(nullptr), static_cast<Widget*>(&view)})
-    root->ChangeFocus(root->FocusWidget(), focus), check();
-  Press(KEY_ENTER), check();
+    root.ChangeFocus(root.FocusWidget(), focus), check();
+  Key(KEY_ENTER), check();
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ TEST_F(PanelTest, EachFrameAndLineHasItsOwnElement) {
   Widget* const all[] = {&back, &plain, &raised, &sunken, &ridge, &groove, &box, &lying, &standing};
   int x = -14;
   for (Widget* widget : all) Show(*widget, {x += 14, 2, 12, 10});
-  EXPECT_EQ(back.Bounds(), root->Bounds());
+  EXPECT_EQ(back.Bounds(), root.Bounds());
   ExpectShown("panels", {0, 0, 128, 16});
 }
 

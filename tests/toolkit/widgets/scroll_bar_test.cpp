@@ -24,8 +24,8 @@ class ScrollBarTest : public WidgetFixture, public testing::WithParamInterface<i
   }
   void FocusGripAt(int at) {
     Put(at, 1), Put(at);
-    ASSERT_TRUE(bar.Dialog::Contains(root->FocusWidget()));
-    root->Take();
+    ASSERT_TRUE(bar.Dialog::Contains(root.FocusWidget()));
+    root.Events();
   }
 
   ScrollBar bar;
@@ -43,7 +43,7 @@ TEST_P(ScrollBarTest, TheGripLiesWhereTheValueIs) {
     bars[i].SetPosition(i == 1 ? 900 : 35);
   }
   bars[3].Disable();
-  root->SetFocus(&bars[0]);
+  root.SetFocus(&bars[0]);
   Mouse(IsLying() ? 5 : 23, IsLying() ? 23 : 5, 1);
   ExpectShown(IsLying() ? "scroll_bars_lying" : "scroll_bars", {0, 0, 72, 72});
   bars[1].SetRange(50, 30);
@@ -59,19 +59,19 @@ TEST_P(ScrollBarTest, HeldArrowsAndTracksScrollOnAndOn) {
                        {"release", [this] { Mouse(mouse_x, mouse_y); }},
                        {"wait", [this] { Tick(4); }},  // 60 ms are three ticks
                        {"tick", [this] { Tick(); }},
-                       {"restart", [this] { root->MsgEnd(), root->MsgStart(), root->Take(); }}};
+                       {"restart", [this] { root.MsgEnd(), root.MsgStart(), root.Events(); }}};
   const std::pair<std::string, std::string> rows[] = {
-      {"more wait wait release", "501 S501, 502 S502, 503 S503, 503"},
-      {"less wait release tick", "502 S502, 501 S501, 501, 501"},
-      {"track tick release tick", "511 S511, 521 S521, 531 S531, 531"},
-      {"above release", "521 S521, 511 S511"},
-      {"track restart wait", "521 S521, 521, 521"}};
+      {"more wait wait release", "501 (Scroll 501), 502 (Scroll 502), 503 (Scroll 503), 503"},
+      {"less wait release tick", "502 (Scroll 502), 501 (Scroll 501), 501, 501"},
+      {"track tick release tick", "511 (Scroll 511), 521 (Scroll 521), 531 (Scroll 531), 531"},
+      {"above release", "521 (Scroll 521), 511 (Scroll 511)"},
+      {"track restart wait", "521 (Scroll 521), 521, 521"}};
   for (const auto& [script, seen] : rows)
     EXPECT_EQ(Play(script, steps, [this] { return std::to_string(bar.GetPosition()); }), seen);
   for (const int at : {120, 60}) {
     Put(at), Put(at, 1), Tick(100), Put(at);
     FocusGripAt(at);
-    EXPECT_TRUE(root->FocusWidget()->Bounds().Contains({mouse_x, mouse_y})) << at;
+    EXPECT_TRUE(root.FocusWidget()->Bounds().Contains({mouse_x, mouse_y})) << at;
   }
 }
 
@@ -81,13 +81,15 @@ TEST_P(ScrollBarTest, KeysPointerAndWheelMoveTheGrip) {
   const int less = IsLying() ? KEY_LEFT : KEY_UP, more = IsLying() ? KEY_RIGHT : KEY_DOWN;
   const int other = IsLying() ? KEY_UP : KEY_LEFT, another = IsLying() ? KEY_DOWN : KEY_RIGHT;
   const std::tuple<int, int, std::string> kKeys[] = {
-      {60, KEY_PGDN, " S90"}, {60, KEY_PGUP, " S30"}, {20, KEY_PGUP, " S0"}, {35, KEY_HOME, " S0"},
-      {35, KEY_END, " S880"}, {35, less, " S34"},     {35, more, " S36"},    {35, other, ""},
-      {35, another, ""},      {35, KEY_F1, ""}};
+      {60, KEY_PGDN, "Scroll 90"}, {60, KEY_PGUP, "Scroll 30"},
+      {20, KEY_PGUP, "Scroll 0"},  {35, KEY_HOME, "Scroll 0"},
+      {35, KEY_END, "Scroll 880"}, {35, less, "Scroll 34"},
+      {35, more, "Scroll 36"},     {35, other, ""},
+      {35, another, ""},           {35, KEY_F1, ""}};
   for (const auto& [from, key, events] : kKeys) {
     bar.SetPosition(from);
-    root->FocusWidget()->SendMessage(MSG_CHAR, key << 8);
-    EXPECT_EQ(root->Take(), events) << from << ' ' << key;
+    root.FocusWidget()->SendMessage(MSG_CHAR, key << 8);
+    EXPECT_EQ(root.Events(), events) << from << ' ' << key;
   }
   bar.SetPosition(0);
   for (const auto& [at, value] : {std::pair{38, 0}, {48, 100}, {199, 880}, {0, 0}, {43, 50}}) {
@@ -96,14 +98,14 @@ TEST_P(ScrollBarTest, KeysPointerAndWheelMoveTheGrip) {
   }
   Put(43, 0, 3);
   EXPECT_EQ(bar.GetPosition(), IsLying() ? 53 : 47);
-  Press(KEY_SPACE, ' ');
+  Type(' ', KEY_SPACE);
   Put(48);
-  EXPECT_TRUE(root->FocusWidget()->Selected()) << "a key does not drag it";
+  EXPECT_TRUE(root.FocusWidget()->Selected()) << "a key does not drag it";
   EXPECT_EQ(bar.GetPosition(), IsLying() ? 53 : 47);
-  root->ChangeFocus(root->FocusWidget(), nullptr);
+  root.ChangeFocus(root.FocusWidget(), nullptr);
   for (const int total : {30, 31}) {
     bar.SetRange(total, 30);
-    root->MoveFocus(FocusMove::kNext);
+    root.MoveFocus(FocusMove::kNext);
     EXPECT_EQ(bar.HasFocus(), total > 30) << "Tab goes to a grip that can move";
   }
 }

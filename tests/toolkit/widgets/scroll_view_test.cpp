@@ -87,7 +87,7 @@ TEST_F(ViewTest, ShowsThePartOfTheTextThatIsScrolledTo) {
   view.SetMargins(5, 3, 1, 2);
   view.ScrollTo(50, 30, 10, 15);
   ExpectShown("text_view", {10, 10, 72, 62});
-  root->SetFocus(&view);
+  root.SetFocus(&view);
   view.SetContentSize(0, 0);
   view.ScrollTo(0, 0, 1, 1);
   ExpectShown("text_view_focused", {10, 10, 72, 62});
@@ -99,7 +99,7 @@ TEST_F(ViewTest, AnotherTextRepaintsLinesAlone) {
     view.SetText(text);
     EXPECT_LT(Copied(), 200 * 100 / 2) << text;
     const Rows seen = Frame();
-    root->Redraw();
+    root.Redraw();
     EXPECT_EQ(Frame(), seen) << text;
   }
 }

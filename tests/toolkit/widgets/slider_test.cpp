@@ -15,7 +15,7 @@ class SliderTest : public WidgetFixture, public testing::WithParamInterface<int>
   void ShowSlider(int value) {
     Dress(HSLIDER_GRIP, Rows(4, "gggggggggg"));
     Dress(VSLIDER_GRIP, Rows(10, "gggg"));
-    root->Remove(&slider);
+    root.Remove(&slider);
     slider.Setup(20, 20, 110, 110, 0, 0, -50, 150, value, GetParam());
     Show(slider, {20, 20, slider.w(), slider.h()});
   }
@@ -55,16 +55,19 @@ TEST_P(SliderTest, TheGripComesToThePointerAndStaysUnderIt) {
                        {"far", [this] { Put(300, 1, 5); }},
                        {"before", [this] { Put(-9, 1, 5); }},
                        {"past", [this] { Put(140); }},
-                       {"other", [this] { root->ChangeFocus(root->FocusWidget(), nullptr); }},
+                       {"other", [this] { root.ChangeFocus(root.FocusWidget(), nullptr); }},
                        {"out", [this] { Mouse(250, 180, 1); }},
                        {"restart", [this] { slider.SendMessage(MSG_START); }}};
   const std::tuple<int, std::string, std::string> rows[] = {
-      {-50, "press drag release past", "held 100 S100, held 102 S102, 102, 102"},
-      {100, "grip back release", "held 100, held 60 S60, 60"},
-      {100, "press far before release", "held 100, held 150 S150, held -50 S-50, -50"},
-      {-50, "press other out release grip", "held 100 S100, held 100, 150 S150, 150, held 98 S98"},
-      {-50, "past press out other release", "-50, held 100 S100, held 150 S150, 150, 150"},
-      {-50, "press restart drag release", "held 100 S100, 100, 100, 100"}};
+      {-50, "press drag release past", "held 100 (Scroll 100), held 102 (Scroll 102), 102, 102"},
+      {100, "grip back release", "held 100, held 60 (Scroll 60), 60"},
+      {100, "press far before release",
+       "held 100, held 150 (Scroll 150), held -50 (Scroll -50), -50"},
+      {-50, "press other out release grip",
+       "held 100 (Scroll 100), held 100, 150 (Scroll 150), 150, held 98 (Scroll 98)"},
+      {-50, "past press out other release",
+       "-50, held 100 (Scroll 100), held 150 (Scroll 150), 150, 150"},
+      {-50, "press restart drag release", "held 100 (Scroll 100), 100, 100, 100"}};
   for (const auto& [value, script, seen] : rows) {
     Mouse(200, 190);
     slider.SetPosition(value);
@@ -79,21 +82,23 @@ TEST_P(SliderTest, KeysAndWheelMoveWithinTheRange) {
   const int more = IsLying() ? KEY_RIGHT : KEY_DOWN, less = IsLying() ? KEY_LEFT : KEY_UP;
   const int other = IsLying() ? KEY_UP : KEY_LEFT, sign = IsLying() ? 1 : -1;
   const std::tuple<int, int, int, std::string> rows[] = {
-      {50, more, 0, " S51"},        {50, less, 0, " S49"},     {50, KEY_HOME, 0, " S-50"},
-      {149, more, 0, " S150"},      {50, KEY_END, 0, " S150"}, {140, KEY_PGUP, 0, " S150"},
-      {50, KEY_PGUP, 0, " S70"},    {50, KEY_PGDN, 0, " S30"}, {50, 0, 3 * sign, " S53"},
-      {-49, 0, -9 * sign, " S-50"}, {-50, 0, -9 * sign, ""},   {50, other, 0, ""}};
-  root->onEvent = [](int, int) { simulate_keypress('k'); };
+      {50, more, 0, "Scroll 51"},      {50, less, 0, "Scroll 49"},
+      {50, KEY_HOME, 0, "Scroll -50"}, {149, more, 0, "Scroll 150"},
+      {50, KEY_END, 0, "Scroll 150"},  {140, KEY_PGUP, 0, "Scroll 150"},
+      {50, KEY_PGUP, 0, "Scroll 70"},  {50, KEY_PGDN, 0, "Scroll 30"},
+      {50, 0, 3 * sign, "Scroll 53"},  {-49, 0, -9 * sign, "Scroll -50"},
+      {-50, 0, -9 * sign, ""},         {50, other, 0, ""}};
+  root.onEvent = [](Widget*, int, int) { simulate_keypress('k'); };
   for (const auto& [value, scancode, wheel, events] : rows) {
     ShowSlider(value);
     slider.MsgWheel(wheel);
     const bool isUsed = slider.MsgChar(scancode << 8);
     EXPECT_EQ(isUsed, scancode != 0 && scancode != other);
-    EXPECT_EQ(root->Take(), events);
+    EXPECT_EQ(root.Events(), events);
     InputRecord typed;
     EXPECT_TRUE(!isUsed || !TakeInput(typed)) << "typed meanwhile";
   }
-  root->onEvent = nullptr;
+  root.onEvent = nullptr;
   for (const double end : {1e308, -1e308, 50.0}) {  // an endless, a reversed and no range
     slider.SetRange(50, end);
     Put(80, 1), Put(80);

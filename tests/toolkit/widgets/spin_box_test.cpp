@@ -15,8 +15,8 @@ class SpinBoxTest : public WidgetFixture {
   // Types a character behind a text.
   void Type(const char* before, char character) {
     spin.GetEdit().SetText(before);
-    root->SetFocus(&spin.GetEdit());
-    Press(0, character);
+    root.SetFocus(&spin.GetEdit());
+    Stage::Type(character, 0);
   }
   std::string Text() { return spin.GetEdit().GetText(); }
 
@@ -29,22 +29,22 @@ TEST_F(SpinBoxTest, ArrowsStepWithinTheRangeWhileTheyAreHeld) {
   Tick(50);
   Mouse(90, 34);
   Click(90, 50);
-  EXPECT_EQ(root->Take(), " S2 S2 S2 S-2");
+  EXPECT_EQ(root.Events(), "Scroll 2; Scroll 2; Scroll 2; Scroll -2");
 }
 
 TEST_F(SpinBoxTest, TypingSetsTheValueAndTellsNobody) {
   Type("99", '9');
   EXPECT_EQ(spin.GetValue(), 300);
   EXPECT_EQ(Text(), "999") << "until an arrow is pressed";
-  Press(KEY_ENTER, '\r');
-  EXPECT_EQ(root->Take(), " A0");
+  Stage::Type('\r', KEY_ENTER);
+  EXPECT_EQ(root.Events(), "Activate");
   Click(90, 50);
   EXPECT_EQ(Text(), "299");
   spin.SetValue(0.25);
-  for (const int scancode : {KEY_F1, KEY_DEL}) Press(scancode);
+  for (const int scancode : {KEY_F1, KEY_DEL}) Key(scancode);
   EXPECT_EQ(spin.GetValue(), 0.25) << "without a change of the text";
   Type("1", '2');
-  Press(KEY_BACKSPACE);
+  Key(KEY_BACKSPACE);
   EXPECT_EQ(spin.GetValue(), 1);
 }
 

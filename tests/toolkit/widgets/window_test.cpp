@@ -23,7 +23,7 @@ class WindowTest : public WidgetFixture {
     content.Shape(0, 0, 30, 20);
     window->Add(&content);
     Show(*window, {50, 40, 100, 60});
-    root->SetFocus(&content);
+    root.SetFocus(&content);
   }
   // Where the window is, compared with where it was at first.
   Rect Change() const {
@@ -64,7 +64,7 @@ TEST_F(WindowTest, EachZoneHasItsShapeAndDragsItsEdges) {
     window->Shape(50, 40, 100, 60);
     Tick();
   }
-  root->SetSkin(nullptr);
+  root.SetSkin(nullptr);
   Tick();
   EXPECT_EQ(Change(), Rect());
   DragBy(right - 1, bottom - 1, -500, -500);
@@ -87,7 +87,7 @@ TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
   window->Minimize();
   Tick();
   EXPECT_EQ(Change(), Rect(30, 10, 10, 10));
-  EXPECT_EQ(root->FocusWidget(), &content) << "it can be seen and used again";
+  EXPECT_EQ(root.FocusWidget(), &content) << "it can be seen and used again";
   window->SetAutoRollup(true);
   for (const int height : {10, -60, 10, -60}) {
     Mouse(height > 0 ? 100 : 310, height > 0 ? 70 : 190);
@@ -105,7 +105,7 @@ TEST_F(WindowTest, TheSkinPlacesTitleAndButtons) {
                                            {kAlignRight, "window_title_right"},
                                            {kAlignCentre, "window_title_centre"}}) {
     CurrentSkin()->windowAlignment = alignment;
-    root->SetSkin(nullptr);
+    root.SetSkin(nullptr);
     Tick();
     ExpectShown(picture, {50, 40, 108, 30});
   }
@@ -115,7 +115,7 @@ TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
   Button other;
   Show(other, {0, 0, 20, 20});
   CurrentSkin()->Reset();
-  root->SetSkin(nullptr);
+  root.SetSkin(nullptr);
   window->SetTitle("ab");
   Tick();
   ExpectShown("window", {40, 36, 130, 110});
@@ -126,23 +126,23 @@ TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
     sizes += std::to_string(window->w()) + 'x' + std::to_string(window->h()) + ' ';
   }
   EXPECT_EQ(sizes, "108x26 108x86 320x200 320x200 108x86 ");
-  root->SetFocus(&other);
+  root.SetFocus(&other);
   ExpectShown("window_inactive", {40, 36, 130, 50});
   window->ClearFlag(kFlagSizeable), window->Enable();
-  root->SetFocus(&content);
+  root.SetFocus(&content);
   ExpectShown("window_of_fixed_size", {40, 36, 130, 50});
   bool isClosed = false;
-  root->onEvent = [&isClosed](int msg, int) { isClosed |= msg == MSG_CLOSE; };
+  root.onEvent = [&isClosed](Widget*, int msg, int) { isClosed |= msg == MSG_CLOSE; };
   Click(window->x() + window->w() + CurrentSkin()->windowExitPos.x + 5, window->y() + 12);
   EXPECT_TRUE(isClosed);
 }
 
 TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
   Window covering;
-  root->Add(&covering);
+  root.Add(&covering);
   Tick();
-  EXPECT_EQ(covering.Bounds(), root->Bounds());
-  root->Remove(&covering);
+  EXPECT_EQ(covering.Bounds(), root.Bounds());
+  root.Remove(&covering);
   EXPECT_EQ(window->Client().Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 100, 60));
   Dialog other;
   other.Resize(140, 10);
@@ -155,7 +155,7 @@ TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
   window->Minimize();
   DragBy(0, 100, 10, 0);
   DragBy(100, 22, 10, 10);
-  EXPECT_EQ(window->Bounds(), root->Bounds());
+  EXPECT_EQ(window->Bounds(), root.Bounds());
   window->Maximize();
   EXPECT_EQ(Change(), Rect());
 }
