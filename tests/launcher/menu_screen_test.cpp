@@ -1,5 +1,8 @@
 #include "launcher/menu_screen.h"
 
+#include <map>
+#include <sstream>
+
 #include "tests/support/launcher_fixture.h"
 #include "tests/support/reference.h"
 #include "toolkit/core/mouse_pointer.h"
@@ -15,9 +18,7 @@ namespace {
 
 const std::string kMain =
     "[MENU_CONFIGURATION]\nLinesNumber=6\nHintFile=hints\n[LINE1]\nSeparator=1\n"
-    "[LINE2]\nTitle=First\nExCode=11\nExString=" +
-    std::string(300, 'x') +
-    "\nHintSection=a\n"
+    "[LINE2]\nTitle=First\nExCode=11\nExString=first\nHintSection=a\n"
     "[LINE3]\nTitle=Inner\nExCode=12\nSubmenu=inner.cfg\n[LINE4]\nSeparator=1\n"
     "[LINE5]\nTitle=Off\nSubmenu=inner.cfg\nDisable=1\nExCode=15\n[LINE6]\nTitle=Nothing\n";
 constexpr const char* kInner =
@@ -25,7 +26,6 @@ constexpr const char* kInner =
     "[LINE2]\nTitle=Deeper\nExCode=22\nSubmenu=menu.cfg\n";
 
 constexpr int kWidth = 240, kHeight = 160;
-constexpr int kSecond = 50;  // ticks
 
 class MenuScreenTest : public LauncherFixture {
  protected:
@@ -45,30 +45,40 @@ class MenuScreenTest : public LauncherFixture {
 
   void Start(const std::string& position) {
     if (screen_) screen_->MsgEnd();
+    process.input.releases = {};
     WriteFile("menupos.txt", position);
     screen_ = std::make_unique<MenuScreen>();
     screen_->MsgStart();
     screen_->ApplyGeometry();
   }
-  // Depth, current entry and its exit code after some keys.
-  std::string After(const std::vector<int>& scancodes) {
-    for (const int scancode : scancodes) screen_->HandleKey(0, scancode);
+  // Depth, current entry and its exit code after what the words of a script stand for: a start at
+  // a position, keys that the menu is told, or that are pressed (+) and let go of (-) until the
+  // next tick tells it.
+  std::string Play(const std::string& script) {
+    std::map<std::string, int> keys = {{"down", KEY_DOWN},
+                                       {"home", KEY_HOME},
+                                       {"pad", KEY_ENTER_PAD},
+                                       {"enter", KEY_ENTER},
+                                       {"space", KEY_SPACE}};
+    std::istringstream words{script};
+    for (std::string word; words >> word;)
+      if (std::isdigit(word.back()))
+        Start(word);
+      else if (word == "tick" || word == "second")
+        for (int i = 0; i < (word == "tick" ? 1 : 50); ++i) screen_->MsgTick();
+      else if (word == "late")  // a repeat that comes after an end that nobody tells
+        key[KEY_SPACE] = 0, simulate_ukeypress(' ', KEY_SPACE);
+      else if (word == "click")
+        screen_->List().MsgDClick();
+      else if (word[0] == '+')
+        _handle_key_press(0, keys.at(word.substr(1)));
+      else if (word[0] == '-')
+        _handle_key_release(keys.at(word.substr(1)));
+      else
+        screen_->HandleKey(0, keys.at(word));
     return std::to_string(screen_->Config().Depth()) + '/' +
            std::to_string(screen_->List().GetCurrent()) + '/' +
            std::to_string(launcherState.exitCode);
-  }
-  void Pass(int ticks) {
-    while (ticks-- > 0) screen_->MsgTick();
-  }
-  // After a tick with presses of Enter and its releases, and of the arrow down.
-  std::string Play(const std::string& strokes) {
-    for (const char stroke : strokes)
-      if (stroke == 'r')
-        _handle_key_release(KEY_ENTER);
-      else
-        _handle_key_press(stroke == 'p' ? 13 : 0, stroke == 'p' ? KEY_ENTER : KEY_DOWN);
-    Pass(1);
-    return After({});
   }
   // What the screen shows after its timers have run off is the reference picture.
   void ExpectShown(const std::string& picture) {
@@ -99,74 +109,47 @@ TEST_F(MenuScreenTest, LooksAsTheFilesSay) {
   WriteFile("progress", "[Progress]\nStepNumber=10\nCurrentStep=4\n");
   Start("");
   ExpectShown("menu_screen");
-  After({KEY_DOWN, KEY_ENTER});
+  Play("down enter");
   std::filesystem::remove("progress");
   ExpectShown("menu_screen_below");
-  After({KEY_ENTER});
+  Play("enter");
   ExpectShown("menu_screen_again");
 }
 
-TEST_F(MenuScreenTest, KeysMoveThroughTheMenus) {
-  Start("");
-  EXPECT_STREQ(launcherState.outputString, std::string(255, 'x').c_str());
-  const std::pair<std::vector<int>, std::string> rows[] = {
-      {{}, "1/1/11"},
-      {{KEY_DOWN}, "1/2/12"},
-      {{KEY_ENTER}, "2/0/0"},
-      {{KEY_DOWN, KEY_DOWN, KEY_ENTER_PAD}, "3/0/0"},
-      {{KEY_SPACE}, "2/2/22"},
-      {{KEY_HOME, KEY_ENTER}, "1/2/12"},
-      {{KEY_DOWN, KEY_ENTER}, "1/4/15"}};
-  for (const auto& [keys, where] : rows) EXPECT_EQ(After(keys), where);
-}
-
-TEST_F(MenuScreenTest, AHeldKeyChoosesOnce) {
-  Start("2");
-  Pass(kSecond);
-  key[KEY_SPACE] = 1;
-  EXPECT_EQ(After({KEY_SPACE, KEY_SPACE}), "2/0/0");
-  EXPECT_EQ(After({KEY_ENTER, KEY_SPACE}), "1/2/12") << "another key counts";
-  EXPECT_EQ(After({KEY_ENTER}), "2/0/0");
-  key[KEY_SPACE] = 0;
-  simulate_ukeypress(' ', KEY_SPACE);
-  screen_->MsgTick();
-  EXPECT_EQ(After({}), "2/0/0") << "its last repeat";
-  EXPECT_EQ(After({KEY_SPACE}), "1/2/12");
-  // Up to its release, within a tick: in and back and held; then held again.
-  EXPECT_EQ(Play("prpp"), "1/2/12");
-  EXPECT_EQ(Play("rpppr"), "2/0/0");
-}
-
-TEST_F(MenuScreenTest, AKeyThatIsDownBeforeTheMenuComesChoosesNothing) {
-  for (const auto& [strokes, where] : {std::pair{"p p p pr", "1/2/12"},
-                                       {"pr", "2/0/0"},
-                                       {"p r", "2/0/0"},
-                                       {"p d r", "1/4/15"},
-                                       {"p p r pr", "2/0/0"}}) {
-    process.input.releases = {};
-    Start("2");
-    std::istringstream ticks{strokes};
-    for (std::string tick; ticks >> tick;) Play(tick);
-    EXPECT_EQ(After({}), where) << strokes;
-  }
-  process.input.releases = {};
-  Start("1");
-  Play("prd");
-  EXPECT_EQ(launcherState.exitCode, 11) << "what follows the choice changes nothing";
-}
-
-TEST_F(MenuScreenTest, TheLastPositionIsRestoredAsFarAsItFits) {
+TEST_F(MenuScreenTest, KeysGoOnFromTheLastPositionAsFarAsItFits) {
   const std::pair<const char*, const char*> rows[] = {
-      {"0", "1/0/0"},   {"2,1", "2/1/21"},    {"2,2,5", "3/5/15"}, {"2,2,3,1", "4/1/21"},
-      {"99", "1/5/0"},  {"2,99,1", "2/2/22"}, {"1,3", "1/1/11"},   {"4,1", "2/1/21"},
-      {"-7", "1/1/11"}, {"2,-1", "2/0/0"},
-  };
-  for (const auto& [position, where] : rows) {
-    Start(position);
-    EXPECT_EQ(After({}), where) << position;
-  }
-  Start("2,2,2");
-  EXPECT_EQ(After({}), "3/2/11");
+      {"0", "1/0/0"},       {"2,1", "2/1/21"},    {"2,2,5", "3/5/15"},    {"2,2,3,1", "4/1/21"},
+      {"99", "1/5/0"},      {"2,99,1", "2/2/22"}, {"1,3", "1/1/11"},      {"4,1", "2/1/21"},
+      {"-7", "1/1/11"},     {"2,-1", "2/0/0"},    {"2,2,2", "3/2/11"},    {"1 down", "1/2/12"},
+      {"2 enter", "2/0/0"}, {"2,2 pad", "3/0/0"}, {"2,0 space", "1/2/12"}};
+  for (const auto& [script, where] : rows) EXPECT_EQ(Play(script), where) << script;
+  EXPECT_EQ(Play("2 enter home enter down enter"), "1/4/15");
+  EXPECT_EQ(Play("2 click down"), "2/1/21") << "what the mouse has opened is settled";
+  EXPECT_EQ(Play("1 +enter -enter +down tick"), "1/2/11") << "what follows the choice is nothing";
+  Play("2,0");
+  WriteFile("menu.cfg", kMain + "[LINE3]\nSeparator=1\n");
+  EXPECT_EQ(Play("enter"), "1/2/12");
+  EXPECT_FALSE(screen_->IsClosed()) << "going back to a separator does not choose it";
+}
+
+TEST_F(MenuScreenTest, AKeyChoosesOnceUpToItsReleaseAndNotAtAllFromBeforeTheMenu) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"+space tick space space", "2/0/0"},
+      {"+space tick enter space", "1/2/12"},
+      {"+space tick late tick", "2/0/0"},
+      {"+space tick late tick space", "1/2/12"},
+      {"+enter -enter +enter +enter tick", "1/2/12"},
+      {"+enter -enter +enter +enter tick -enter +enter +enter +enter -enter tick", "2/0/0"}};
+  for (const auto& [script, where] : rows)
+    EXPECT_EQ(Play(std::string{"2 second "} + script), where) << script;
+  const std::pair<const char*, const char*> earlyRows[] = {
+      {"+enter tick +enter tick +enter tick +enter -enter tick", "1/2/12"},
+      {"+enter -enter tick", "2/0/0"},
+      {"+enter tick -enter tick", "2/0/0"},
+      {"+enter tick +down tick -enter tick", "1/4/15"},
+      {"+enter tick +enter tick -enter tick +enter -enter tick", "2/0/0"}};
+  for (const auto& [script, where] : earlyRows)
+    EXPECT_EQ(Play(std::string{"2 "} + script), where) << script;
 }
 
 // Menus of different heights, whose lists have other pages than the one shown before.
@@ -175,31 +158,19 @@ TEST_F(MenuScreenTest, TheCurrentEntryIsVisibleAfterEachChangeOfTheMenu) {
   for (int i = 1; i <= 40; ++i)
     entries += "[LINE" + std::to_string(i) + "]\nTitle=x\nSubmenu=inner.cfg\n";
   const std::string head = "[MENU_CONFIGURATION]\nMenuHeight=";
-  const auto expectVisible = [this](const std::string& position) {
-    Start(position);
-    screen_->ApplyGeometry();
-    const int row = screen_->List().GetCurrent() - screen_->List().GetFirst();
-    EXPECT_TRUE(row >= 0 && row < screen_->List().PageSize()) << position;
-  };
-  for (const bool isHigher : {false, true}) {
-    WriteFile("menu.cfg", head + (isHigher ? "470" : "310") + entries);
-    WriteFile("inner.cfg", head + (isHigher ? "310" : "470") + entries);
+  for (const auto& [outer, inner] : {std::pair{"310", "470"}, {"470", "310"}}) {
+    WriteFile("menu.cfg", head + outer + entries);
+    WriteFile("inner.cfg", head + inner + entries);
     for (int i = 12; i < 40; ++i) {
-      expectVisible(std::to_string(i) + ',' + std::to_string(i));
-      After({KEY_HOME, KEY_ENTER});
-      expectVisible(std::to_string(i));
+      const std::string position = std::to_string(i) + ',' + std::to_string(i);
+      for (const std::string& script : {position, std::string{"home enter"}}) {
+        Play(script);
+        screen_->ApplyGeometry();
+        const int row = screen_->List().GetCurrent() - screen_->List().GetFirst();
+        EXPECT_TRUE(row >= 0 && row < screen_->List().PageSize()) << i << script << outer;
+      }
     }
   }
-}
-
-TEST_F(MenuScreenTest, AKeyAfterTheMouseHasOpenedAMenuMovesOn) {
-  Start("2");
-  EXPECT_FALSE(screen_->TestFlag(kFlagSkinChanged)) << "settled at the start";
-  mouse_x = screen_->List().x();
-  mouse_y = screen_->List().y() + 1;
-  CurrentPointer()->Poll();
-  screen_->List().MsgDClick();
-  EXPECT_EQ(After({KEY_DOWN}), "2/1/21");
 }
 
 TEST_F(MenuScreenTest, LooksForTheMouseServerUntilItRuns) {
@@ -216,13 +187,6 @@ TEST_F(MenuScreenTest, LooksForTheMouseServerUntilItRuns) {
   }
   EXPECT_EQ(seen, "013 102 ");
   EXPECT_EQ(machine_.mouseSpeeds.back(), FakeMachine::Pair(5, 5));
-}
-
-TEST_F(MenuScreenTest, GoingBackToASeparatorDoesNotChooseIt) {
-  Start("2,0");
-  WriteFile("menu.cfg", kMain + "[LINE3]\nSeparator=1\n");
-  EXPECT_EQ(After({KEY_ENTER}), "1/2/12");
-  EXPECT_FALSE(screen_->IsClosed());
 }
 
 }  // namespace
