@@ -1,6 +1,9 @@
 // The toolkit's stage as a fixture, and a widget to put on it.
 #pragma once
 
+#include <cstdio>
+#include <sstream>
+
 #include "tests/support/allegro_fixture.h"
 #include "toolkit/core/mouse_pointer.h"
 #include "toolkit/core/startup.h"
@@ -35,12 +38,37 @@ class Patch : public Widget {
 
 class StageTest : public AllegroFixture, protected Stage {
  protected:
+  StageTest() {
+    for (const int button : {0, 1, 2}) {
+      steps[{"LRM"[button]}] = [this, button] { Press(1 << button); };
+      steps[{"lrm"[button]}] = [this, button] { Release(1 << button); };
+    }
+  }
   ~StageTest() override { EXPECT_FALSE(HasRunOn()); }
 
   // Compares what the root wrote since it was told to watch.
   void Expect(const char* events, const char* what = "") {
     EXPECT_EQ(root.Events(), events) << what;
   }
+  // Does what the words of a script stand for: "15,20" moves the pointer there, "L", "R" and "M"
+  // press a button, "l", "r" and "m" let go of it, a test may have more. Answers which of them the
+  // root wrote something at, and what: "15,20(a: GotMouse)".
+  std::string Play(const std::string& script) {
+    std::istringstream words{script};
+    std::string told;
+    for (std::string word; words >> word;) {
+      int x = 0, y = 0;
+      if (std::sscanf(word.c_str(), "%d,%d", &x, &y) == 2)
+        MoveTo(x, y);
+      else
+        steps.at(word)();
+      const std::string events = root.Events();
+      if (!events.empty()) told += (told.empty() ? "" : " ") + word + '(' + events + ')';
+    }
+    return told;
+  }
+
+  std::map<std::string, std::function<void()>> steps;
 };
 
 }  // namespace zel

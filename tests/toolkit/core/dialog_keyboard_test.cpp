@@ -9,7 +9,7 @@ class DialogKeyboardTest : public StageTest {
  protected:
   DialogKeyboardTest() {
     settings.showMouse = false;
-    panel.Shape(40, 0, 40, 40);
+    panel.Shape(40, 0, 40, 80);
     root.Add(&a);
     root.Add(&panel);
     panel.Add(&b);
@@ -20,7 +20,7 @@ class DialogKeyboardTest : public StageTest {
   ~DialogKeyboardTest() override { End(); }
   void Focus(Widget* widget) { root.ChangeFocus(root.FocusWidget(), widget); }
 
-  Patch a{{0, 0, 20, 20}}, b{{0, 0, 20, 20}}, c{{100, 0, 20, 20}};
+  Patch a{{0, 0, 20, 20}}, b{{0, 0, 20, 20}}, c{{130, 0, 20, 20}};
   Dialog panel;
 };
 
@@ -45,17 +45,11 @@ TEST_F(DialogKeyboardTest, AKeyIsOfferedFromTheFocusOutwards) {
   Type(13, KEY_ENTER);
   Expect("b: Char");
   Focus(&a);
-  for (const bool hidden : {true, false}) {
-    if (hidden) a.Hide(), c.Disable();
-    if (!hidden) a.Unhide(), a.Disable();
-    root.Events();
-    Type(13, KEY_ENTER);
-    Expect("panel: XChar", "what is hidden or disabled gets no keys");
-  }
-  Key(KEY_TAB);
-  EXPECT_EQ(root.FocusWidget(), &b);
+  a.Disable();
+  c.Hide();
+  Type(13, KEY_ENTER);
+  Expect("panel: XChar", "what is hidden or disabled gets no keys");
   settings.useKeyboard = false;
-  root.Events();
   Type('x', KEY_X);
   Expect("");
 }
@@ -108,30 +102,51 @@ TEST_F(DialogKeyboardTest, EscapeClosesRootsAndWindows) {
   }
 }
 
-TEST_F(DialogKeyboardTest, ArrowsAndTabMoveTheFocus) {
-  const auto expect = [this](Widget* from, int scancode, Widget* to, int shifts = 0) {
+TEST_F(DialogKeyboardTest, ArrowsAndTabAskTheNearestFirst) {
+  // Below a, b and c, made in the order of their letters:
+  //     d f      d in the panel
+  //   e
+  Patch d{{0, 40, 20, 20}}, e{{0, 80, 20, 20}}, f{{80, 40, 20, 20}};
+  panel.Add(&d);
+  root.Add(&e);
+  root.Add(&f);
+  root.names.insert({{&d, "d"}, {&e, "e"}, {&f, "f"}});
+  for (Patch* patch : {&a, &b, &c, &d, &e, &f}) patch->wantsFocus = false;
+  Watch({MSG_WANTFOCUS});
+  const auto expect = [this](Patch* from, int scancode, const char* asked, int shifts = 0) {
+    if (from) from->wantsFocus = true;
     Focus(from);
+    if (from) from->wantsFocus = false;
+    root.Events();
     HoldShifts(shifts);
     Key(scancode);
-    EXPECT_EQ(root.FocusWidget(), to) << root.NameOf(from) << ' ' << scancode;
+    Expect(asked, std::to_string(scancode).c_str());
+    EXPECT_EQ(root.FocusWidget(), from);
   };
-  Patch low{{50, 60, 20, 20}};
-  root.Add(&low);
-  expect(&a, KEY_RIGHT, &b);
-  expect(&b, KEY_LEFT, &a);
-  expect(&b, KEY_DOWN, &low);
-  expect(&low, KEY_UP, &b);
-  expect(&b, KEY_TAB, &a, KB_SHIFT_FLAG);
-  expect(nullptr, KEY_TAB, &a);
+  expect(&a, KEY_RIGHT, "b, d, c, f, a, e: WantFocus");
+  expect(&c, KEY_LEFT, "b, a, f, d, e, c: WantFocus");
+  expect(&b, KEY_DOWN, "d, f, e, b, a, c: WantFocus");
+  expect(&e, KEY_UP, "a, d, b, f, c, e: WantFocus");
+  expect(&c, KEY_TAB, "d, e, f, a, b: WantFocus");
+  expect(&c, KEY_TAB, "b, a, f, e, d: WantFocus", KB_SHIFT_FLAG);
+  expect(&f, KEY_TAB, "a, b, c, d, e: WantFocus");
+  a.Hide();
+  c.Disable();
+  expect(nullptr, KEY_TAB, "b, d, e, f: WantFocus");
+  panel.SetFlag(kFlagWindow);
+  expect(nullptr, KEY_TAB, "e, f: WantFocus");
+  f.wantsFocus = true;
+  Key(KEY_TAB);
+  EXPECT_EQ(root.FocusWidget(), &f);
   Watch({MSG_LOSTFOCUS});
   Key(KEY_UP);
   Expect("", "who keeps it is told nothing");
-  b.wantsFocus = false;
-  expect(&a, KEY_TAB, &c);
-  a.SetFlag(kFlagPressed);
+  e.wantsFocus = true;
+  f.SetFlag(kFlagPressed);
   mouse_b = 1;
   CurrentPointer()->Update();
-  expect(&a, KEY_TAB, &a);  // its press goes on
+  Key(KEY_TAB);
+  Expect("", "its press goes on");
 }
 
 TEST_F(DialogKeyboardTest, AJoystickStandsForKeysAndCountsOnceUntilItIsLetGo) {
@@ -167,11 +182,8 @@ TEST_F(DialogKeyboardTest, AJoystickStandsForKeysAndCountsOnceUntilItIsLetGo) {
 
 TEST_F(DialogKeyboardTest, TheFocusMovesDownAndUpTheContainers) {
   Watch({MSG_GOTFOCUS, MSG_LOSTFOCUS});
-  Focus(&b);
-  Expect("b, panel: GotFocus");
-  Focus(&c);
-  Expect("b, panel: LostFocus; c: GotFocus");
-  Focus(&b);
+  for (Widget* next : {&b, &c, &b}) Focus(next);
+  Expect("b, panel: GotFocus; b, panel: LostFocus; c: GotFocus; c: LostFocus; b, panel: GotFocus");
   Focus(nullptr);
   root.Events();
   root.SetFocus(&panel);

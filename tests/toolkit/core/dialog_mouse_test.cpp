@@ -35,15 +35,9 @@ TEST_F(DialogMouseTest, ThePointerEntersAndLeavesFromTheInsideOut) {
   PutMouse({15, 15});
   Start();
   Expect("panel, a: GotMouse", "found at the start");
-  const auto expect = [this](int x, int y, Widget* found, const char* events) {
-    MoveTo(x, y);
-    EXPECT_EQ(root.MouseWidget(), found);
-    Expect(events);
-  };
-  expect(45, 15, &b, "a: LostMouse; b: GotMouse");
-  expect(55, 15, &panel, "b: LostMouse");
-  expect(80, 30, &c, "panel: LostMouse; c: GotMouse");  // all edges count
-  expect(120, 100, nullptr, "c: LostMouse");
+  EXPECT_EQ(Play("45,15 55,15 80,30 120,100"),  // all edges count
+            "45,15(a: LostMouse; b: GotMouse) 55,15(b: LostMouse) "
+            "80,30(panel: LostMouse; c: GotMouse) 120,100(c: LostMouse)");
 }
 
 TEST_F(DialogMouseTest, ADialogThatIsTakenInFindsThePointerAndTheFocusInItself) {
@@ -71,17 +65,17 @@ TEST_F(DialogMouseTest, ADialogThatIsTakenInFindsThePointerAndTheFocusInItself) 
 TEST_F(DialogMouseTest, WhatIsHiddenDisabledOrUnwillingIsPassedOver) {
   Patch above{{80, 10, 20, 20}};
   root.Add(&above);
+  root.names[&above] = "above";
   Start();
   Watch({MSG_CLICK, MSG_LPRESS, MSG_WHEEL});
-  for (const int way : {0, 1, 2}) {
-    mouse_z = way + 1;
-    MoveTo(90, 20);
-    Expect("root, ?: Wheel");
-    if (way == 0) above.Hide();
-    if (way == 1) above.Disable();
-    if (way == 2) above.wantsMouse = false;
-    Click(90, 20);
-    Expect("root, c: Click; root, c: LPress", "even before the pointer moves");
+  steps["turn"] = [this] { mouse_z = mouse_z + 1, Tick(); };
+  const std::function<void()> kWays[] = {[&] { above.Hide(); }, [&] { above.Disable(); },
+                                         [&] { above.wantsMouse = false; }};
+  for (const auto& passOver : kWays) {
+    EXPECT_EQ(Play("90,20 turn"), "turn(root, above: Wheel)");
+    passOver();
+    EXPECT_EQ(Play("L l turn"), "L(root, c: Click; root, c: LPress) turn(root, c: Wheel)")
+        << "before the pointer moves";
     above.Unhide();
     above.Enable();
   }
@@ -90,28 +84,21 @@ TEST_F(DialogMouseTest, WhatIsHiddenDisabledOrUnwillingIsPassedOver) {
 TEST_F(DialogMouseTest, AClickGivesTheFocusAndIsPassedOn) {
   Start();
   root.SetFocus(&c);
-  MoveTo(15, 15);
-  Watch({4, 18, 19, 20, 21, 22, 23, MSG_GOTFOCUS, MSG_LOSTFOCUS});
-  Press();
-  Expect(
-      "root: Click; c: LostFocus; panel: GotFocus; panel: Click; a: GotFocus; a: Click; root, "
-      "panel, a: LPress");
-  Press(2 | 4);
-  Expect(
-      "root, panel, a: Click; root, panel, a: RPress; root, panel, a: Click; root, panel, a: "
-      "MPress");
-  Release(1 | 2 | 4);
-  Expect("root, panel, a: LRelease; root, panel, a: RRelease; root, panel, a: MRelease");
+  Watch({MSG_CLICK, MSG_LPRESS, MSG_LRELEASE, MSG_MPRESS, MSG_MRELEASE, MSG_RPRESS, MSG_RRELEASE,
+         MSG_GOTFOCUS, MSG_LOSTFOCUS});
+  EXPECT_EQ(Play("15,15 L R M l r m"),
+            "L(root: Click; c: LostFocus; panel: GotFocus; panel: Click; a: GotFocus; a: Click; "
+            "root, panel, a: LPress) "
+            "R(root, panel, a: Click; root, panel, a: RPress) "
+            "M(root, panel, a: Click; root, panel, a: MPress) "
+            "l(root, panel, a: LRelease) r(root, panel, a: RRelease) m(root, panel, a: MRelease)");
   c.wantsFocus = false;
-  Click(90, 20);
-  Expect("root, c: Click; root, c: LPress; root, c: LRelease");
+  EXPECT_EQ(Play("90,20 L l"), "L(root, c: Click; root, c: LPress) l(root, c: LRelease)");
   root.SetFocus(&b);
-  b.SetFlag(kFlagPressed);  // captures the buttons
-  MoveTo(15, 15);
   root.Events();
-  Release();
-  root.MsgLPress();
-  Expect("root, panel, b, a: LPress");
+  b.SetFlag(kFlagPressed);  // captures the buttons
+  a.wantsFocus = false;
+  EXPECT_EQ(Play("15,15 L"), "L(root, panel, a: Click; root, panel, b, a: LPress)");
   root.MsgEnd();
   Start();
   EXPECT_FALSE(root.TestFlag(kFlagPressed) || panel.TestFlag(kFlagPressed)) << "in a new run";
@@ -123,12 +110,10 @@ TEST_F(DialogMouseTest, ASecondPressInTimeIsADoubleClickOnTheNextTick) {
   Start();
   EXPECT_EQ(DoubleClickWindow(), 10);
   Watch({MSG_DCLICK});
-  for (const int button : {1, 2, 4}) {
-    for (int press = 0; press < 2; ++press) Release(button), Press(button);
-    Expect("");
-    Tick();
-    Expect("root, c: DClick");
-  }
+  steps["wait"] = [this] { Tick(); };
+  EXPECT_EQ(Play("L l L wait"), "wait(root, c: DClick)");
+  EXPECT_EQ(Play("R r R wait"), "wait(root, c: DClick)");
+  EXPECT_EQ(Play("M m M wait"), "wait(root, c: DClick)");
 }
 
 TEST_F(DialogMouseTest, MovesAndTurnsAreReportedAsDifferences) {
@@ -188,38 +173,48 @@ TEST_F(DialogMouseTest, HandlersMayDestroyWhatTheyHandle) {
   }
 }
 
-TEST_F(DialogMouseTest, DraggingMovesOrResizesADialog) {
+TEST_F(DialogMouseTest, DraggingMovesTheEdgesOfItsModeAndNoOthers) {
   Draggable window;
   root.Add(&window);
   Start();
-  const auto& shapes = CurrentSkin()->cursors;
-  // What a move of (+3, +2) makes of a window at (40, 40) of 50 x 30 pixels.
-  const auto expect = [&](int mode, int shape, const Rect& after) {
-    window.Shape(40, 40, 50, 30);
+  const struct {
+    int mode, cursor;
+    Rect little, upAndLeft, downAndRight;  // by (3, 2) pixels, by -300 each, by 300 each
+  } kRows[] = {
+      {kDragMove, MOUSE_NORMAL, {11, 11, 50, 30}, {0, 0, 50, 30}, {308, 309, 50, 30}},
+      {kDragTopLeft, MOUSE_SIZE_DIAGONAL1, {11, 11, 47, 28}, {0, 0, 58, 39}, {38, 31, 20, 8}},
+      {kDragTopRight, MOUSE_SIZE_DIAGONAL2, {8, 11, 53, 28}, {8, 0, 20, 39}, {8, 31, 350, 8}},
+      {kDragBottomLeft, MOUSE_SIZE_DIAGONAL2, {11, 9, 47, 32}, {0, 9, 58, 8}, {38, 9, 20, 330}},
+      {kDragBottomRight, MOUSE_SIZE_DIAGONAL1, {8, 9, 53, 32}, {8, 9, 20, 8}, {8, 9, 350, 330}},
+      {kDragTop, MOUSE_SIZE_VERTICAL, {8, 11, 50, 28}, {8, 0, 50, 39}, {8, 31, 50, 8}},
+      {kDragBottom, MOUSE_SIZE_VERTICAL, {8, 9, 50, 32}, {8, 9, 50, 8}, {8, 9, 50, 330}},
+      {kDragLeft, MOUSE_SIZE_HORIZONTAL, {11, 9, 47, 30}, {0, 9, 58, 30}, {38, 9, 20, 30}},
+      {kDragRight, MOUSE_SIZE_HORIZONTAL, {8, 9, 53, 30}, {8, 9, 20, 30}, {8, 9, 350, 30}}};
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.mode);
+    window.Shape(8, 9, 50, 30);
     window.SetFlag(kFlagMovable | kFlagSizeable);
-    root.SetFocus(&window);
-    window.mode = mode;
-    MoveTo(60, 50);
-    EXPECT_EQ(CurrentPointer()->GetCursor(), shapes[shape].get()) << mode;
+    window.mode = row.mode;
+    MoveTo(20, 20);
+    EXPECT_EQ(CurrentPointer()->GetCursor(), CurrentSkin()->cursors[row.cursor].get());
     Press();
     window.mode = kDragNone;
     const int draws = b.draws;
-    MoveTo(63, 52);
-    EXPECT_EQ(window.Bounds(), after) << mode;
-    MoveTo(-300, -300);
-    MoveTo(63, 52);
-    EXPECT_EQ(window.Bounds(), after) << "the grip stays under the pointer: " << mode;
+    MoveTo(-280, -280);
+    EXPECT_EQ(window.Bounds(), row.upAndLeft);
+    MoveTo(320, 320);
+    EXPECT_EQ(window.Bounds(), row.downAndRight);
+    MoveTo(23, 22);
+    EXPECT_EQ(window.Bounds(), row.little) << "the grip stays under the pointer";
     EXPECT_GT(b.draws, draws) << "what it covered shows again";
-    window.ClearFlag(mode == kDragMove ? kFlagMovable : kFlagSizeable);
-    MoveTo(70, 60);
+    window.ClearFlag(row.mode == kDragMove ? kFlagMovable : kFlagSizeable);
+    MoveTo(30, 20);
     Release();
     MoveTo(0, 0);
-    EXPECT_EQ(CurrentPointer()->GetCursor(), shapes[MOUSE_NORMAL].get()) << "after " << mode;
-    EXPECT_EQ(window.Bounds(), after) << "neither without the flag nor after the release: " << mode;
-  };
-  expect(kDragMove, MOUSE_NORMAL, {43, 42, 50, 30});
-  expect(kDragTopLeft, MOUSE_SIZE_DIAGONAL1, {43, 42, 47, 28});
-  expect(kDragBottomRight, MOUSE_SIZE_DIAGONAL1, {40, 40, 53, 32});
+    EXPECT_EQ(CurrentPointer()->GetCursor(), CurrentSkin()->cursors[MOUSE_NORMAL].get());
+    EXPECT_EQ(window.Bounds(), row.little) << "neither without the flag nor after the release";
+  }
+  EXPECT_EQ(Dragged(kDragTopLeft, {2, 2, 9, 4}, {-3, -3}, {20, 8}), Rect(0, 0, 20, 8));
 }
 
 }  // namespace
