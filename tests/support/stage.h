@@ -40,8 +40,8 @@ class StageTest : public AllegroFixture, protected Stage {
  protected:
   StageTest() {
     for (const int button : {0, 1, 2}) {
-      steps[{"LRM"[button]}] = [this, button] { Press(1 << button); };
-      steps[{"lrm"[button]}] = [this, button] { Release(1 << button); };
+      steps[{"LRM"[button]}] = [button] { HoldButtons(mouse_b | 1 << button); };
+      steps[{"lrm"[button]}] = [button] { HoldButtons(mouse_b & ~(1 << button)); };
     }
   }
   ~StageTest() override { EXPECT_FALSE(HasRunOn()); }
@@ -50,25 +50,39 @@ class StageTest : public AllegroFixture, protected Stage {
   void Expect(const char* events, const char* what = "") {
     EXPECT_EQ(root.Events(), events) << what;
   }
-  // Does what the words of a script stand for: "15,20" moves the pointer there, "L", "R" and "M"
-  // press a button, "l", "r" and "m" let go of it, a test may have more. Answers which of them the
-  // root wrote something at, and what: "15,20(a: GotMouse)".
+  // Does what the words of a script stand for, and lets the clock tick after each: "15,20" puts the
+  // pointer there, "L", "R" and "M" press a button, "l", "r" and "m" let go of it, "wait" does
+  // nothing, a test may have steps of its own. Answers which of them made the root write something,
+  // and what: "15,20(a: GotMouse)".
   std::string Play(const std::string& script) {
     std::istringstream words{script};
     std::string told;
     for (std::string word; words >> word;) {
-      int x = 0, y = 0;
-      if (std::sscanf(word.c_str(), "%d,%d", &x, &y) == 2)
-        MoveTo(x, y);
-      else
-        steps.at(word)();
+      Do(word);
+      Tick();
       const std::string events = root.Events();
       if (!events.empty()) told += (told.empty() ? "" : " ") + word + '(' + events + ')';
     }
     return told;
   }
+  // The same while a dialog runs its own loop: the last word has to end it.
+  void Meanwhile(const std::string& script) {
+    std::istringstream words{script};
+    std::vector<std::function<void()>> acts;
+    for (std::string word; words >> word;) acts.push_back([this, word] { Do(word); });
+    Script(acts);
+  }
 
-  std::map<std::string, std::function<void()>> steps;
+  std::map<std::string, std::function<void()>> steps{{"wait", [] {}}};
+
+ private:
+  void Do(const std::string& word) {
+    int x = 0, y = 0;
+    if (std::sscanf(word.c_str(), "%d,%d", &x, &y) == 2)
+      PutMouse({x, y});
+    else
+      steps.at(word)();
+  }
 };
 
 }  // namespace zel

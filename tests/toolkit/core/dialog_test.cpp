@@ -13,6 +13,7 @@ class DialogTest : public StageTest {
     popup.Resize(30, 30);
     popup.Add(&inside);
     root.names = {{&below, "below"}, {&popup, "popup"}, {&inside, "inside"}};
+    steps["close"] = [this] { popup.Close(); };
   }
   ~DialogTest() override { End(); }
   void StartWithFocus() {
@@ -27,12 +28,8 @@ class DialogTest : public StageTest {
 
 TEST_F(DialogTest, AWidgetLivesInOneDialogWhichStartsAndEndsIt) {
   Watch({MSG_START, MSG_END, MSG_INITSKIN, MSG_DRAW});
-  EXPECT_TRUE(popup.Add(&below));
-  EXPECT_TRUE(root.Add(&below));
-  root.Add(&popup);
-  for (Widget* unfit : {static_cast<Widget*>(&below), static_cast<Widget*>(&root)})
-    EXPECT_FALSE(root.Add(unfit));
-  EXPECT_FALSE(popup.Add(&root) || popup.Add(nullptr));
+  EXPECT_TRUE(popup.Add(&below) && root.Add(&below) && root.Add(&popup));
+  EXPECT_FALSE(root.Add(&below) || root.Add(&root) || popup.Add(&root) || popup.Add(nullptr));
   root.Remove(&popup);
   popup.Remove(&below);
   EXPECT_EQ(below.GetParent(), &root);
@@ -65,7 +62,6 @@ TEST_F(DialogTest, EventsGoUpUntilAnExitWidgetClosesItsDialog) {
   Patch exit{{5, 0, 5, 5}};
   exit.MakeExit();
   root.Add(&popup);
-  root.names[&exit] = "exit";
   Watch({MSG_ACTIVATE, MSG_CLOSE});
   for (Widget* sender : {&inside, &exit}) popup.HandleEvent(sender, MSG_ACTIVATE, 0, 0);
   Expect("inside: Activate; popup: Close", "a dialog inside another one only says so");
@@ -148,34 +144,26 @@ TEST_F(DialogTest, ADialogTakesWhatIsInItAlong) {
 }
 
 TEST_F(DialogTest, APopupTakesTheInputAndGivesItBack) {
-  Patch other{{100, 0, 60, 60}};
-  root.Add(&other);
+  Patch beside{{100, 0, 60, 60}};
+  root.names[&beside] = "beside";
+  root.Add(&beside);
   root.Add(&popup);
   popup.Hide();
   PutMouse({25, 25});
   StartWithFocus();
   Watch({MSG_END, MSG_GOTMOUSE, MSG_LOSTMOUSE, MSG_GOTFOCUS, MSG_LOSTFOCUS, MSG_LPRESS, MSG_CHAR});
-  const auto press = [&](const char* soFar, int x) {
-    Expect(soFar);
-    PutMouse({x, 25});
-    HoldButtons(1 - mouse_b);
-    simulate_ukeypress('x', 0);
+  steps["x"] = [] { TypeKey('x', 0); };
+  steps["close"] = [this] {
+    EXPECT_EQ(At(25, 25), blue);
+    popup.Close();
   };
-  Script({[&] {
-            press(
-                "inside, popup: End; below: LostMouse; popup, inside: GotMouse; inside: GotFocus; "
-                "below: LostFocus; popup: GotFocus",
-                25);
-          },
-          [&] { press("popup, inside: LPress; inside: Char", 110); },
-          [&] { press("inside, popup: LostMouse; inside: Char", 110); },
-          [&] { press("popup: LPress; inside: Char", 110); },
-          [&] {
-            EXPECT_EQ(At(25, 25), blue);
-            popup.Close();
-          }});
+  Meanwhile("wait L x 110,25 l L x close");
   EXPECT_EQ(popup.Popup(&root, 20, 20, &inside), &inside);
-  Expect("inside: Char; inside, ?, popup: End; below: GotFocus; ?: GotMouse");
+  Expect(
+      "inside, popup: End; below: LostMouse; popup, inside: GotMouse; inside: GotFocus; "
+      "below: LostFocus; popup: GotFocus; popup, inside: LPress; inside: Char; "
+      "inside, popup: LostMouse; popup: LPress; inside: Char; inside, ?, popup: End; "
+      "below: GotFocus; beside: GotMouse");
   EXPECT_EQ(popup.GetFlags() & (kFlagPoppedUp | kFlagFocus | kFlagMouse), 0u);
   EXPECT_TRUE(popup.IsRoot());
   EXPECT_EQ(root.Children().size(), 2u);
@@ -188,10 +176,11 @@ TEST_F(DialogTest, AReleaseThatAPopupSawIsMadeUpForButNoPressAndNotTheWheel) {
   StartWithFocus();
   MoveTo(10, 10);
   Watch({MSG_LPRESS, MSG_LRELEASE, MSG_WHEEL});
+  steps["turn"] = [] { mouse_z = 2; };
   root.onEvent = [&](Widget* sender, int msg, int) {
     if (sender != &below || msg != MSG_LPRESS) return;
     below.SetFlag(kFlagPressed);
-    Script({[] { mouse_b = 0; }, [] { mouse_z = 2; }, [&] { popup.Close(); }});
+    Meanwhile("l turn close");
     popup.Popup(&root, 50, 50, nullptr);
   };
   Press();
@@ -200,85 +189,77 @@ TEST_F(DialogTest, AReleaseThatAPopupSawIsMadeUpForButNoPressAndNotTheWheel) {
   root.onEvent = nullptr;
   settings.yield = false;
   Watch({MSG_DCLICK});
-  for (const char* events : {"", "root, below: DClick"}) {
-    Press();
-    Release();
-    Expect(events, "the press before the popup counts no more");
-  }
+  EXPECT_EQ(Play("L l"), "") << "the press before the popup counts no more";
+  EXPECT_EQ(Play("L l"), "l(root, below: DClick)");
 }
 
 TEST_F(DialogTest, APopupKeepsItsPositionOrCountsFromTheFarEdge) {
   Start();
-  const auto expect = [this](Point at, Point seen) {
+  const std::pair<Point, Point> kRows[] = {{{5, 7}, {5, 7}},
+                                           {{kKeepPosition, 9}, {33, 9}},
+                                           {{8, kKeepPosition}, {8, 44}},
+                                           {{-40, -50}, {120, 70}}};
+  for (const auto& [wanted, seen] : kRows) {
     popup.Place(33, 44);
-    Script({[&] {
-      EXPECT_EQ(Point({inside.x(), inside.y()}), seen);
-      popup.Close();
-    }});
-    popup.Popup(&root, at, nullptr);
-  };
-  expect({5, 7}, {5, 7});
-  expect({kKeepPosition, 9}, {33, 9});
-  expect({8, kKeepPosition}, {8, 44});
-  expect({-40, -50}, {120, 70});
+    steps["look"] = [this, at = seen] { EXPECT_EQ(inside.GetAbsolutePos(), at); };
+    Meanwhile("look close");
+    popup.Popup(&root, wanted, nullptr);
+  }
 }
 
 TEST_F(DialogTest, ASecondPopupHandsTheInputBackToTheFirst) {
   Dialog second;
+  std::unique_ptr<Patch> field;
   StartWithFocus();
-  for (const bool focusIsGone : {false, true}) {
-    auto field = std::make_unique<Patch>(Rect{0, 0, 5, 5});
+  steps["lose"] = [&] { field.reset(); };
+  steps["leave"] = [&] {
+    EXPECT_EQ(root.GetFocus(), &second);
+    second.Close();
+  };
+  for (const char* inSecond : {"leave", "lose leave"}) {
+    field = std::make_unique<Patch>(Rect{0, 0, 5, 5});
     popup.Add(field.get());
-    const auto inSecond = [&] {
-      EXPECT_EQ(root.GetFocus(), &second);
-      if (focusIsGone) field.reset();
-      second.Close();
-    };
-    Script({[&] {
-      Script({inSecond});
+    steps["second"] = [&] {
+      Meanwhile(inSecond);
       second.Popup(&popup, 0, 0, nullptr);
       EXPECT_EQ(root.GetFocus(), &popup);
       EXPECT_EQ(popup.GetFocus(), field.get());
-      Script({[&] { popup.Close(); }});
-    }});
+      Meanwhile("close");
+    };
+    Meanwhile("second");
     popup.Popup(&root, 40, 40, field.get());
     EXPECT_EQ(root.FocusWidget(), &below);
   }
 }
 
 TEST_F(DialogTest, APopupRunsWithoutARootAndEndsWithIt) {
-  for (const bool byButton : {false, true}) {
+  popup.SetFlag(kFlagMovable);
+  steps["look"] = [] {
+    EXPECT_TRUE(At(45, 45) == green && At(75, 55) == blue) << "dragged over the screen";
+  };
+  steps["button"] = [this] { machine.closeButton(); };
+  for (const char* end : {"close", "button"}) {
     clear_to_color(screen, green);
-    popup.SetFlag(kFlagMovable);
-    PutMouse({65, 65});
-    Script({[] { mouse_b = 1; },
-            [] {
-              PutMouse({95, 75});
-            },
-            [] { mouse_b = 0; },
-            [&] {
-              EXPECT_TRUE(At(45, 45) == green && At(75, 55) == blue) << "dragged over the screen";
-              byButton ? machine.closeButton() : popup.Close();
-            }});
+    Meanwhile(std::string{"65,65 L 95,75 l look "} + end);
     EXPECT_EQ(popup.Popup(nullptr, 40, 40, &inside), &inside);
     EXPECT_EQ(CurrentScreenUpdate(), nullptr);
     EXPECT_EQ(At(75, 55), green);
     EXPECT_EQ(clock.Count(), 0);
   }
   Start();
-  const auto inPopup = [&] {
+  steps["execute"] = [this] {
     EXPECT_EQ(popup.GetRoot(), &root) << "there is only one root at a time";
     EXPECT_EQ(root.Execute(nullptr), root.GetFocus());
-    popup.Close();
   };
   Dialog idle;
   for (Dialog* over : {static_cast<Dialog*>(nullptr), &idle, &popup}) {
-    Script({inPopup});
+    Meanwhile("execute close");
     popup.Popup(over, 40, 40, nullptr);
   }
-  Script({inPopup});
+  Meanwhile("execute close");
   popup.Execute(nullptr);
-  Script({[&] { root.Remove(&popup); }});
+  steps["remove"] = [this] { root.Remove(&popup); };
+  Meanwhile("remove");
   popup.Popup(&root, 40, 40, nullptr);
 }
 
