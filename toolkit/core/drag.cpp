@@ -12,8 +12,8 @@ struct DragRow {
   DragEdges edges;
 };
 constexpr DragRow kDragRows[] = {
-    {MOUSE_NORMAL, {false, false, false, false}},
-    {MOUSE_NORMAL, {false, false, false, false}},
+    {MOUSE_NORMAL, {}},
+    {MOUSE_NORMAL, {}},
     {MOUSE_SIZE_DIAGONAL1, {true, false, true, false}},
     {MOUSE_SIZE_DIAGONAL2, {false, true, true, false}},
     {MOUSE_SIZE_DIAGONAL2, {true, false, false, true}},
