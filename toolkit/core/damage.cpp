@@ -124,7 +124,6 @@ void PrepareDrawing(Dialog& dialog) {
 void DrawTree(Dialog& dialog, bool redrawsAll) {
   if (dialog.Dirty()) {
     dialog.MsgDraw();
-    dialog.ClearFlag(kFlagDirty);
     return;
   }
   const std::vector<Widget*>& children = dialog.Children();

@@ -30,14 +30,62 @@ class DialogMouseTest : public StageTest {
   Patch a{{0, 0, 20, 20}}, b{{20, 0, 20, 20}}, c{{80, 10, 20, 20}};
 };
 
-TEST_F(DialogMouseTest, ThePointerEntersAndLeavesFromTheInsideOut) {
-  Watch({MSG_GOTMOUSE, MSG_LOSTMOUSE});
+TEST_F(DialogMouseTest, WhatLiesUnderThePointerIsToldEverything) {
+  Patch above{{80, 10, 20, 20}};
+  root.Add(&above);
+  root.names[&above] = "above";
+  settings.doubleClickDelay = 79;
   PutMouse({15, 15});
+  Watch({MSG_GOTMOUSE, MSG_LOSTMOUSE, MSG_GOTFOCUS, MSG_LOSTFOCUS, MSG_CLICK, MSG_DCLICK, MSG_WHEEL,
+         MSG_LPRESS, MSG_LRELEASE, MSG_MPRESS, MSG_MRELEASE, MSG_RPRESS, MSG_RRELEASE});
   Start();
-  Expect("panel, a: GotMouse", "found at the start");
-  EXPECT_EQ(Play("45,15 55,15 80,30 120,100"),  // all edges count
+  Expect("panel, a: GotMouse; a, panel: GotFocus");
+  EXPECT_EQ(DoubleClickWindow(), 3);
+  std::vector<int> values;
+  root.onEvent = [&](Widget* sender, int msg, int value) {
+    if (sender == &root && (msg == MSG_WHEEL || msg == MSG_MOUSEMOVE)) values.push_back(value);
+  };
+  steps["turn"] = [] { mouse_z = mouse_z + 2; };
+  steps["back"] = [] { mouse_z = mouse_z - 3; };
+  EXPECT_EQ(Play("45,15 55,15 80,30 L l 120,100 turn"),
             "45,15(a: LostMouse; b: GotMouse) 55,15(b: LostMouse) "
-            "80,30(panel: LostMouse; c: GotMouse) 120,100(c: LostMouse)");
+            "80,30(panel: LostMouse; above: GotMouse) "
+            "L(root: Click; a, panel: LostFocus; above: GotFocus; above: Click; "
+            "root, above: LPress) l(root, above: LRelease) 120,100(above: LostMouse) "
+            "turn(root: Wheel)");
+  steps["hide"] = [&] { above.Hide(); };
+  steps["disable"] = [&] { above.Disable(); };
+  steps["refuse"] = [&] { above.wantsMouse = false; };
+  steps["show"] = [&] { above.Unhide(), above.Enable(); };
+  EXPECT_EQ(Play("90,20 back hide L l show turn disable R r show turn refuse M m"),
+            "90,20(above: GotMouse) back(root, above: Wheel) hide(above: LostMouse; c: GotMouse) "
+            "L(root: Click; above: LostFocus; c: GotFocus; c: Click; root, c: LPress) "
+            "l(root, c: LRelease) turn(c: LostMouse; above: GotMouse; root, above: Wheel) "
+            "disable(above: LostMouse; c: GotMouse) R(root, c: Click; root, c: RPress) "
+            "r(root, c: RRelease) turn(c: LostMouse; above: GotMouse; root, above: Wheel) "
+            "M(above: LostMouse; c: GotMouse; root, c: Click; root, c: MPress) "
+            "m(root, c: MRelease)");
+  steps["capture"] = [this] {
+    b.SetFlag(kFlagPressed);
+    a.wantsFocus = false;
+    root.SetFocus(&b);
+  };
+  steps["press"] = [] { PutMouse({15, 15}), HoldButtons(1); };
+  EXPECT_EQ(Play("capture press R M r m l"),
+            "capture(b: GotFocus; c: LostFocus; panel: GotFocus) "
+            "press(c: LostMouse; panel, a: GotMouse; root, panel, a: Click; "
+            "root, panel, b, a: LPress) "
+            "R(root, panel, a: Click; root, panel, b, a: RPress) "
+            "M(root, panel, a: Click; root, panel, b, a: MPress) r(root, panel, b, a: RRelease) "
+            "m(root, panel, b, a: MRelease) l(root, panel, b, a: LRelease)");
+  EXPECT_EQ(values, std::vector({30, 10, 25, 40, 2, -30, -3, 2, 2, -75}));
+  Watch({MSG_DCLICK});
+  EXPECT_EQ(Play("L l L wait l R r R wait r M m M wait"),
+            "wait(root, panel, a: DClick) wait(root, panel, a: DClick) "
+            "wait(root, panel, a: DClick)");
+  root.MsgEnd();
+  Start();
+  EXPECT_FALSE(root.TestFlag(kFlagPressed) || panel.TestFlag(kFlagPressed)) << "in a new run";
 }
 
 TEST_F(DialogMouseTest, ADialogThatIsTakenInFindsThePointerAndTheFocusInItself) {
@@ -60,75 +108,6 @@ TEST_F(DialogMouseTest, ADialogThatIsTakenInFindsThePointerAndTheFocusInItself) 
   root.Events();
   Start();
   Expect("?: GotMouse; ?: GotFocus", "what covers it has both");
-}
-
-TEST_F(DialogMouseTest, WhatIsHiddenDisabledOrUnwillingIsPassedOver) {
-  Patch above{{80, 10, 20, 20}};
-  root.Add(&above);
-  root.names[&above] = "above";
-  Start();
-  Watch({MSG_CLICK, MSG_LPRESS, MSG_WHEEL});
-  steps["turn"] = [] { mouse_z = mouse_z + 1; };
-  const std::function<void()> kWays[] = {[&] { above.Hide(); }, [&] { above.Disable(); },
-                                         [&] { above.wantsMouse = false; }};
-  for (const auto& passOver : kWays) {
-    EXPECT_EQ(Play("90,20 turn"), "turn(root, above: Wheel)");
-    passOver();
-    EXPECT_EQ(Play("L l turn"), "L(root, c: Click; root, c: LPress) turn(root, c: Wheel)")
-        << "before the pointer moves";
-    above.Unhide();
-    above.Enable();
-  }
-}
-
-TEST_F(DialogMouseTest, AClickGivesTheFocusAndIsPassedOn) {
-  Start();
-  root.SetFocus(&c);
-  Watch({MSG_CLICK, MSG_LPRESS, MSG_LRELEASE, MSG_MPRESS, MSG_MRELEASE, MSG_RPRESS, MSG_RRELEASE,
-         MSG_GOTFOCUS, MSG_LOSTFOCUS});
-  PutMouse({15, 15});  // and the press in the same tick
-  EXPECT_EQ(Play("L R M l r m"),
-            "L(root: Click; c: LostFocus; panel: GotFocus; panel: Click; a: GotFocus; a: Click; "
-            "root, panel, a: LPress) "
-            "R(root, panel, a: Click; root, panel, a: RPress) "
-            "M(root, panel, a: Click; root, panel, a: MPress) "
-            "l(root, panel, a: LRelease) r(root, panel, a: RRelease) m(root, panel, a: MRelease)");
-  c.wantsFocus = false;
-  EXPECT_EQ(Play("90,20 L l"), "L(root, c: Click; root, c: LPress) l(root, c: LRelease)");
-  root.SetFocus(&b);
-  root.Events();
-  b.SetFlag(kFlagPressed);  // captures the buttons
-  a.wantsFocus = false;
-  EXPECT_EQ(Play("15,15 L"), "L(root, panel, a: Click; root, panel, b, a: LPress)");
-  root.MsgEnd();
-  Start();
-  EXPECT_FALSE(root.TestFlag(kFlagPressed) || panel.TestFlag(kFlagPressed)) << "in a new run";
-}
-
-TEST_F(DialogMouseTest, ASecondPressInTimeIsADoubleClickOnTheNextTick) {
-  settings.doubleClickDelay = 219;
-  PutMouse({90, 20});
-  Start();
-  EXPECT_EQ(DoubleClickWindow(), 10);
-  Watch({MSG_DCLICK});
-  EXPECT_EQ(Play("L l L wait"), "wait(root, c: DClick)");
-  EXPECT_EQ(Play("R r R wait"), "wait(root, c: DClick)");
-  EXPECT_EQ(Play("M m M wait"), "wait(root, c: DClick)");
-}
-
-TEST_F(DialogMouseTest, MovesAndTurnsAreReportedAsDifferences) {
-  PutMouse({60, 20});
-  Start();
-  std::vector<int> values;
-  root.onEvent = [&](Widget* sender, int msg, int value) {
-    if (sender == &c && (msg == MSG_WHEEL || msg == MSG_MOUSEMOVE)) values.push_back(value);
-  };
-  MoveTo(90, 20);
-  mouse_z = 3;
-  MoveTo(95, 20);
-  mouse_z = -1;
-  Tick();
-  EXPECT_EQ(values, std::vector({30, 5, 3, -4}));
 }
 
 TEST_F(DialogMouseTest, TheFocusFollowsThePointerAsTheSkinSays) {
