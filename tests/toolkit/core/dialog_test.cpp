@@ -125,20 +125,23 @@ TEST_F(DialogTest, FramesAreDrawnAfterTicksAndInputAndWhenTheDisplayComesBack) {
 
 TEST_F(DialogTest, ADialogTakesWhatIsInItAlong) {
   Patch share{{0, 0, 1, 1}};
-  popup.Shape(10, 10, 50, 40);
-  inside.Place(5, 5);
-  popup.Add(&share);
-  share.Shape(50, 25, 50, 50, true);
+  root.names[&share] = "share";
   root.Add(&popup);
+  popup.Add(&share);
   Start();
-  EXPECT_EQ(share.Bounds(), Rect(35, 20, 25, 20));
-  popup.Shape(20, 30, 80, 60);
-  Tick();
+  Watch({MSG_MOVE, MSG_RESIZE, MSG_SHAPE, MSG_INITSKIN});
+  steps["lay"] = [&] { inside.Place(5, 5), share.Shape(50, 25, 50, 50, true); };
+  steps["shape"] = [this] { popup.Shape(20, 30, 80, 60); };
+  steps["widen"] = [this] { popup.Resize(300, 30); };
+  steps["centre"] = [this] { popup.Centre(); };
+  steps["dress"] = [this] { inside.SetFlag(kFlagSkinChanged); };
+  EXPECT_EQ(Play("lay shape"),
+            "lay(inside: Move; share: Shape) shape(popup, inside, share, share: Shape)");
   EXPECT_EQ(inside.Bounds(), Rect(25, 35, 20, 20));
   EXPECT_EQ(share.Bounds(), Rect(60, 45, 40, 30));
-  EXPECT_FALSE(share.TestFlag(kFlagMoved) || share.TestFlag(kFlagResized));
-  popup.Resize(300, 30);
-  popup.Centre();
+  EXPECT_EQ(Play("widen centre dress"),
+            "widen(popup: Resize; inside, share, share: Shape) "
+            "centre(popup: Move; inside, share, share: Shape) dress(inside: InitSkin)");
   EXPECT_EQ(popup.GetRelativePos(), (Point{0, 45}));
 }
 
