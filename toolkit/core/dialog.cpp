@@ -42,7 +42,7 @@ Dialog::Dialog() {
 
 Dialog::~Dialog() {
   if (Loop().Root() == this) Loop().End();
-  if (!IsRoot() && parent) parent->Forget(this);
+  if (Dialog* around = Around()) around->Forget(this);
   parent = nullptr;
   for (Widget* child : children)
     if (child->GetParent() == this) child->SetParent(AsDialog(child));  // a root again
@@ -135,8 +135,8 @@ void Dialog::BringToFront(Widget* child) {
 void Dialog::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
   if (msg == MSG_ACTIVATE && sender && sender->IsExit()) {
     Close();
-  } else if (!IsRoot() && parent) {
-    parent->HandleEvent(sender, msg, arg1, arg2);
+  } else if (Dialog* around = Around()) {
+    around->HandleEvent(sender, msg, arg1, arg2);
   }
 }
 
@@ -369,8 +369,8 @@ void Dialog::DropFocus(Widget* widget) {
 void Dialog::ChangeFocus(Widget* oldFocus, Widget* newFocus) {
   if (oldFocus) DropFocus(oldFocus);
   SetFocus(newFocus);
-  if (IsRoot() || !parent || !focus || parent->focus == this) return;
-  parent->ChangeFocus(parent->focus, this);
+  Dialog* around = Around();
+  if (around && focus && around->focus != this) around->ChangeFocus(around->focus, this);
 }
 
 }  // namespace zel

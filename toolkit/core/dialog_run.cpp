@@ -129,7 +129,7 @@ Widget* Dialog::RunPopup(Dialog& root, int px, int py, Widget* focusWidget) {
   const HandledInput nothing;
   // What opened the popup may still be held; so may what closes it.
   Run().joystick = InputRouter{root}.Target().Run().joystick;
-  if (!IsRoot() && parent) parent->Dialog::Remove(this);
+  if (Dialog* around = Around()) around->Dialog::Remove(this);
   parent = &root;
   if (px != kKeepPosition) SetX(px);
   if (py != kKeepPosition) SetY(py);

@@ -79,10 +79,11 @@ TEST_F(DialogMouseTest, WhatLiesUnderThePointerIsToldEverything) {
             "M(root, panel, a: Click; root, panel, b, a: MPress) r(root, panel, b, a: RRelease) "
             "m(root, panel, b, a: MRelease) l(root, panel, b, a: LRelease)");
   EXPECT_EQ(values, std::vector({30, 10, 25, 40, 2, -30, -3, 2, 2, -75}));
-  Watch({MSG_DCLICK});
-  EXPECT_EQ(Play("L l L wait l R r R wait r M m M wait"),
+  Watch({MSG_DCLICK, MSG_MOUSEMOVE});
+  EXPECT_EQ(Play("L l L wait l R r R wait r M m M wait m 45,15 55,15"),
             "wait(root, panel, a: DClick) wait(root, panel, a: DClick) "
-            "wait(root, panel, a: DClick)");
+            "wait(root, panel, a: DClick) 45,15(root, panel, b, a, b: MouseMove) "
+            "55,15(root, panel, b: MouseMove)");
   root.MsgEnd();
   Start();
   EXPECT_FALSE(root.TestFlag(kFlagPressed) || panel.TestFlag(kFlagPressed)) << "in a new run";
@@ -132,7 +133,8 @@ TEST_F(DialogMouseTest, TheFocusFollowsThePointerAsTheSkinSays) {
 
 TEST_F(DialogMouseTest, HandlersMayDestroyWhatTheyHandle) {
   CurrentSkin()->focus = 1;
-  for (const int fatal : {13, 14, MSG_MOUSEMOVE, MSG_GOTFOCUS, 4, 18, 19, MSG_DCLICK}) {
+  for (const int fatal : {MSG_GOTMOUSE, MSG_LOSTMOUSE, MSG_MOUSEMOVE, MSG_GOTFOCUS, MSG_CLICK,
+                          MSG_LPRESS, MSG_LRELEASE, MSG_DCLICK}) {
     auto inner = std::make_unique<Patch>(Rect{0, 0, 20, 20});
     auto outer = std::make_unique<Patch>(Rect{80, 40, 20, 20});
     panel.Add(inner.get());
