@@ -134,22 +134,18 @@ TEST_F(MenuScreenTest, KeysGoOnFromTheLastPositionAsFarAsItFits) {
 
 TEST_F(MenuScreenTest, AKeyChoosesOnceUpToItsReleaseAndNotAtAllFromBeforeTheMenu) {
   const std::pair<const char*, const char*> rows[] = {
-      {"+space tick space space", "2/0/0"},
-      {"+space tick enter space", "1/2/12"},
-      {"+space tick late tick", "2/0/0"},
-      {"+space tick late tick space", "1/2/12"},
-      {"+enter -enter +enter +enter tick", "1/2/12"},
-      {"+enter -enter +enter +enter tick -enter +enter +enter +enter -enter tick", "2/0/0"}};
-  for (const auto& [script, where] : rows)
-    EXPECT_EQ(Play(std::string{"2 second "} + script), where) << script;
-  const std::pair<const char*, const char*> earlyRows[] = {
-      {"+enter tick +enter tick +enter tick +enter -enter tick", "1/2/12"},
-      {"+enter -enter tick", "2/0/0"},
-      {"+enter tick -enter tick", "2/0/0"},
-      {"+enter tick +down tick -enter tick", "1/4/15"},
-      {"+enter tick +enter tick -enter tick +enter -enter tick", "2/0/0"}};
-  for (const auto& [script, where] : earlyRows)
-    EXPECT_EQ(Play(std::string{"2 "} + script), where) << script;
+      {"2 second +space tick space space", "2/0/0"},
+      {"2 second +space tick enter space", "1/2/12"},
+      {"2 second +space tick late tick", "2/0/0"},
+      {"2 second +space tick late tick space", "1/2/12"},
+      {"2 second +enter -enter +enter +enter tick", "1/2/12"},
+      {"2 second +enter tick -enter +enter +enter +enter -enter tick", "1/2/12"},
+      {"2 +enter tick +enter tick +enter tick +enter -enter tick", "1/2/12"},
+      {"2 +enter -enter tick", "2/0/0"},
+      {"2 +enter tick -enter tick", "2/0/0"},
+      {"2 +enter tick +down tick -enter tick", "1/4/15"},
+      {"2 +enter tick +enter tick -enter tick +enter -enter tick", "2/0/0"}};
+  for (const auto& [script, where] : rows) EXPECT_EQ(Play(script), where) << script;
 }
 
 // Menus of different heights, whose lists have other pages than the one shown before.
@@ -173,7 +169,7 @@ TEST_F(MenuScreenTest, TheCurrentEntryIsVisibleAfterEachChangeOfTheMenu) {
   }
 }
 
-TEST_F(MenuScreenTest, LooksForTheMouseServerUntilItRuns) {
+TEST_F(MenuScreenTest, ItsTimersLookForTheMouseServerAndTheProgressFile) {
   launcherState.mousePending = true;
   settings.showMouse = false;
   settings.mouseSpeed = 5;
@@ -181,11 +177,13 @@ TEST_F(MenuScreenTest, LooksForTheMouseServerUntilItRuns) {
   std::string seen;
   for (const bool runs : {false, true}) {
     if (runs) WriteFile("gpm.pid", "");
+    if (runs) WriteFile("progress", "[Progress]\nStepNumber=9\nProgressInterval=250\n");
     for (int id = 0; id < kTimerSlots; ++id) screen_->MsgTimer(id);
     seen += std::to_string(settings.showMouse) + std::to_string(launcherState.mousePending) +
-            std::to_string(timers_.Count()) + ' ';
+            std::to_string(timers_.Count()) + ' ' +
+            std::to_string(timers_.Period(0) / MSEC_TO_TIMER(1)) + "ms ";
   }
-  EXPECT_EQ(seen, "013 102 ");
+  EXPECT_EQ(seen, "013 1000ms 102 250ms ");
   EXPECT_EQ(machine_.mouseSpeeds.back(), FakeMachine::Pair(5, 5));
 }
 

@@ -9,28 +9,43 @@
 namespace zel {
 namespace {
 
-using ResultFilesTest = LauncherFixture;
 using Indices = std::vector<int>;
 
-TEST_F(ResultFilesTest, LeaveTheStringAndTheWayInFilesOfTheirOwn) {
-  launcherState.exitCode = 7;
-  launcherState.outputString.Assign("scan --all");
-  MenuConfig config;
-  for (const int index : {4, 2, 13}) {
-    config.Read("menu.cfg");
-    config.CurrentLevel().index = index;
+class ResultFilesTest : public LauncherFixture {
+ protected:
+  // After a choice on this way: the string and the way as their files have them.
+  static std::string Write(int exitCode, const Indices& way) {
+    launcherState.exitCode = exitCode;
+    launcherState.outputString.Assign("scan --all");
+    MenuConfig config;
+    for (const int index : way) {
+      config.Read("menu.cfg");
+      config.CurrentLevel().index = index;
+    }
+    EXPECT_EQ(WriteResultFiles(config), 0);
+    return ReadFile("output.txt") + ReadFile("menupos.txt");
   }
-  EXPECT_EQ(WriteResultFiles(config), 0);
-  EXPECT_EQ(ReadFile("output.txt") + ReadFile("menupos.txt"), "scan --all\n4,2,13");
+  static int Files() { return std::distance(std::filesystem::directory_iterator{"."}, {}); }
+};
+
+TEST_F(ResultFilesTest, LeaveTheStringAndTheWayInFilesOfTheirOwn) {
+  EXPECT_EQ(Write(7, {4, 2, 13}), "scan --all\n4,2,13");
   std::filesystem::create_hard_link("menupos.txt", "other");
-  EXPECT_TRUE(ReadMenuPosition().empty());
-  launcherState.exitCode = 0;
-  EXPECT_EQ(WriteResultFiles(config), 0);
+  EXPECT_EQ(ReadMenuPosition(), Indices{});
+  EXPECT_EQ(Write(0, {4, 2, 13}), "scan --all\n0");
   EXPECT_EQ(ReadFile("other"), "4,2,13");
   EXPECT_EQ(ReadMenuPosition(), Indices{0});
   if (chown("menupos.txt", 1, 1) == 0) {
-    EXPECT_TRUE(ReadMenuPosition().empty()) << "of another user";
+    EXPECT_EQ(ReadMenuPosition(), Indices{}) << "of another user";
   }
+}
+
+TEST_F(ResultFilesTest, ALongWayIsCutBetweenItsLevels) {
+  Indices way(86, 10);  // with two more characters it fills the line
+  way.insert(way.end(), {1, 1, 1});
+  Write(1, way);
+  way.resize(87);
+  EXPECT_EQ(ReadMenuPosition(), way);
 }
 
 TEST_F(ResultFilesTest, WhatWasPlantedIsReplacedAndNeverFollowed) {
@@ -39,35 +54,20 @@ TEST_F(ResultFilesTest, WhatWasPlantedIsReplacedAndNeverFollowed) {
   for (const char* target : {"target", "created", "/dev/null"}) {
     std::filesystem::create_symlink(target, "output.txt");
     std::filesystem::create_symlink(target, "menupos.txt");
-    EXPECT_TRUE(ReadMenuPosition().empty());
-    EXPECT_EQ(WriteResultFiles({}), 0);
-    EXPECT_EQ(ReadFile("target") + ReadFile("output.txt"), "kept\n");
-    EXPECT_FALSE(std::filesystem::exists("created"));
+    EXPECT_EQ(ReadMenuPosition(), Indices{});
+    EXPECT_EQ(Write(1, {7}), "scan --all\n7");
+    EXPECT_EQ(Files(), 4) << "nothing was created";
     EXPECT_EQ(DeleteOutputFile(), 0);
-    EXPECT_FALSE(std::filesystem::exists("output.txt"));
     std::filesystem::remove("menupos.txt");
+    EXPECT_EQ(Files(), 2);
   }
+  EXPECT_EQ(ReadFile("target"), "kept");
   for (const char* path : {"full", "target/file", "none/file", "none"}) {
     paths.outputFile = path;
     EXPECT_EQ(DeleteOutputFile(), 0) << path << " is no output of an earlier run";
     EXPECT_EQ(WriteResultFiles({}) != 0, path != std::string{"none"}) << path;
   }
-  std::filesystem::remove("none");
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator{"."}, {}), 3) << "no temporary file";
-}
-
-TEST_F(ResultFilesTest, ALongWayIsCutBetweenItsLevels) {
-  launcherState.exitCode = 1;
-  MenuConfig config;
-  for (int level = 0; level < 100; ++level) {
-    config.Read("menu.cfg");
-    config.CurrentLevel().index = 10 + level % 2;
-  }
-  WriteResultFiles(config);
-  EXPECT_EQ(ReadFile("menupos.txt").size(), 86 * 3 - 1);
-  const Indices indices = ReadMenuPosition();
-  EXPECT_EQ(indices.size(), 86);
-  EXPECT_EQ(indices.back(), 11);
+  EXPECT_EQ(Files(), 4) << "no temporary file";
 }
 
 TEST_F(ResultFilesTest, OnlyWhatAKilledRunLeftIsRemoved) {
@@ -76,7 +76,7 @@ TEST_F(ResultFilesTest, OnlyWhatAKilledRunLeftIsRemoved) {
   for (const std::string& name : {temporary, temporary + "4", kept}) WriteFile(name, "x");
   std::filesystem::create_symlink("output.txt", "output.txt.zel-link00");
   DeleteTemporaryFiles();
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator{"."}, {}), 4);
+  EXPECT_EQ(Files(), 4);
   EXPECT_TRUE(!std::filesystem::exists(temporary) && std::filesystem::exists(kept));
 }
 
