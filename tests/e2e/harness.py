@@ -41,7 +41,6 @@ class Launcher:
         self.state = pathlib.Path(tempfile.mkdtemp(prefix="zel-e2e-"))
         self.output_file = self.state / "root/output.txt"
         self.position_file = self.state / "tmp/menupos.txt"
-        self.mouse_server = self.state / "run/gpm.pid"
         for directory in ("etc/zel", "root", "run", "tmp"):
             (self.state / directory).mkdir(parents=True)
         self.configure(config)
@@ -86,10 +85,6 @@ class Launcher:
         before = self.display.picture()
         self.press(*keys)
         return self.display.wait_for_change(before)
-
-    def click(self, x, y):
-        # In no time at all.
-        self.display.xdotool("mousemove", x, y, "click", 1)
 
     def threads(self):
         """What the system says about each."""

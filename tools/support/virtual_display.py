@@ -80,12 +80,6 @@ class Display:
         environment = dict(os.environ, DISPLAY=self.name)
         subprocess.run(["xdotool", *map(str, arguments)], env=environment, check=True)
 
-    def pointer(self):
-        """Where the server's pointer is."""
-        environment = dict(os.environ, DISPLAY=self.name)
-        return subprocess.run(["xdotool", "getmouselocation"], env=environment, check=True,
-                              stdout=subprocess.PIPE).stdout
-
     def stop(self, how=signal.SIGTERM):
         self._server.send_signal(how)
         self._server.wait()
