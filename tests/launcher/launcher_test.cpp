@@ -28,14 +28,11 @@ class LauncherTest : public LauncherFixture {
     FakeTimers timers;
     std::string seen;
     machine.refusedDepths = refusedDepths;
-    const auto tellModes = [&] {
-      for (const auto& [w, h, depth, windowed] : machine.tried)
-        seen += std::to_string(w) + 'x' + std::to_string(h) + 'x' + std::to_string(depth) +
-                (windowed ? "w " : " ");
-    };
     timers.onSleep = [&] {
       if (seen.empty()) {
-        tellModes();
+        for (const auto& [w, h, depth, windowed] : machine.tried)
+          seen += std::to_string(w) + 'x' + std::to_string(h) + 'x' + std::to_string(depth) +
+                  (windowed ? "w " : " ");
         seen += std::string(settings.antialiasing ? "smooth " : "") +
                 (settings.showMouse ? "mouse " : "") +
                 (launcherState.mousePending ? "later " : "") +
