@@ -1,6 +1,7 @@
 // Widgets in a running root dialog with the built-in skin, used the way a person uses them.
 #pragma once
 
+#include <cstdio>
 #include <functional>
 #include <map>
 #include <sstream>
@@ -58,20 +59,59 @@ class WidgetFixture : public StageTest {
     Mouse(toX, toY, 1);
     Mouse(toX, toY);
   }
-  // Does what the words of a script stand for; answers what there is to see after each, and in
-  // brackets what was reported meanwhile.
-  using Steps = std::map<std::string, std::function<void()>>;
-  std::string Play(const std::string& script, const Steps& steps,
-                   const std::function<std::string()>& look) {
-    std::istringstream words{script};
+  // Plays a script of steps, each of words that are joined by '+': keys, "shift" for the keys of
+  // the same step, texts to be typed, "20,30" for where the pointer goes, "press", "release",
+  // "wheel-2", "wait8" for so many ticks, and the test's own words. Answers what there is to see
+  // after each step, and in brackets what was reported meanwhile.
+  using Words = std::map<std::string, std::function<void()>>;
+  std::string Play(const std::string& script, const std::function<std::string()>& look,
+                   const Words& own = {}) {
+    std::istringstream steps{script};
     std::string seen;
     root.Events();
-    for (std::string word; words >> word;) {
-      steps.at(word)();
+    for (std::string step; steps >> step;) {
+      std::istringstream words{step};
+      for (std::string word; std::getline(words, word, '+');)
+        own.count(word) ? own.at(word)() : Do(word);
+      HoldShifts(0);
       const std::string events = root.Events();
       seen += (seen.empty() ? "" : ", ") + look() + (events.empty() ? "" : " (" + events + ')');
     }
     return seen;
+  }
+  void Do(const std::string& word) {
+    const int left = isTransposed ? KEY_UP : KEY_LEFT, up = isTransposed ? KEY_LEFT : KEY_UP;
+    const int right = isTransposed ? KEY_DOWN : KEY_RIGHT,
+              down = isTransposed ? KEY_RIGHT : KEY_DOWN;
+    const std::map<std::string, int> keys = {{"left", left},
+                                             {"right", right},
+                                             {"up", up},
+                                             {"down", down},
+                                             {"home", KEY_HOME},
+                                             {"end", KEY_END},
+                                             {"pageup", KEY_PGUP},
+                                             {"pagedown", KEY_PGDN},
+                                             {"enter", KEY_ENTER},
+                                             {"space", KEY_SPACE},
+                                             {"escape", KEY_ESC},
+                                             {"delete", KEY_DEL},
+                                             {"backspace", KEY_BACKSPACE}};
+    const auto key = keys.find(word);
+    int x = 0, y = 0;
+    if (key != keys.end())
+      Type(word == "space" ? ' ' : 0, key->second);
+    else if (word == "shift")
+      HoldShifts(KB_SHIFT_FLAG);
+    else if (word == "press" || word == "release")
+      Mouse(mouse_x, mouse_y, word == "press");
+    else if (std::sscanf(word.c_str(), "%d,%d", &x, &y) == 2)
+      PutMouse(isTransposed ? Point{y, x} : Point{x, y}), Tick();
+    else if (std::sscanf(word.c_str(), "wheel%d", &x) == 1)
+      Mouse(mouse_x, mouse_y, mouse_b, isTransposed ? -x : x);
+    else if (std::sscanf(word.c_str(), "wait%d", &x) == 1)
+      Tick(x);
+    else
+      for (const char* at = word.c_str(); const int character = ugetxc(&at);) Type(character, 0);
   }
 
   // The frame with all that is dirty drawn, without the pointer.
@@ -117,6 +157,7 @@ class WidgetFixture : public StageTest {
   }
 
   Patch ground{{0, 0, 320, 200}, black, false};
+  bool isTransposed = false;  // scripts are played as if the screen were turned over
 };
 
 }  // namespace zel

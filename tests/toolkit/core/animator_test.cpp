@@ -10,10 +10,16 @@ constexpr int kWidth = 13, kHeight = 9;
 class AnimatorTest : public AllegroFixture {
  protected:
   AnimatorTest() : AllegroFixture{32} {}
-  // Begins a transition of five ticks from a canvas of one colour.
-  void Start(int color, int lengthMs = 100) {
-    canvas.clear_to_color(color);
+  // What a transition to another colour shows at one place, tick by tick.
+  std::vector<int> Play(int type, int color, int lengthMs = 100) {
+    std::vector<int> colors;
     animator.Start(canvas, lengthMs);
+    animator.NewImage().clear_to_color(color);
+    do {
+      animator.Draw(canvas, type);
+      colors.push_back(canvas.getpixel(3, 3));
+    } while (animator.Step());
+    return colors;
   }
 
   Bitmap canvas{kWidth, kHeight, kMemoryBitmap};
@@ -42,7 +48,8 @@ TEST_F(AnimatorTest, EachEffectShowsItsPartOfTheNewLook) {
   for (int type = -1; type <= 27; ++type) {
     if (type == 1) continue;
     animator.Reset();
-    Start(0);
+    canvas.clear_to_color(0);
+    animator.Start(canvas, 100);
     for (int i = 0; i < kWidth * kHeight; ++i)
       animator.NewImage().putpixel(i % kWidth, i / kWidth, 1 + i);
     animator.Step();
@@ -54,51 +61,32 @@ TEST_F(AnimatorTest, EachEffectShowsItsPartOfTheNewLook) {
   }
 }
 
-TEST_F(AnimatorTest, CrossFadesQuadratically) {
-  const auto fade = [this](int newColor) {
-    std::vector<int> colors;
-    Start(0);
-    animator.NewImage().clear_to_color(newColor);
-    do {
-      animator.Draw(canvas, 1);
-      colors.push_back(canvas.getpixel(3, 3));
-    } while (animator.Step());
-    return colors;
-  };
-  EXPECT_EQ(fade(0x0000FF), (std::vector{10, 40, 92, 163, 255}));
+TEST_F(AnimatorTest, BeginsWithWhatTheLastTransitionEndedWith) {
+  canvas.clear_to_color(0);
+  EXPECT_EQ(Play(1, 0x0000FF), (std::vector{10, 40, 92, 163, 255})) << "a quadratic fade";
+  canvas.clear_to_color(1);
+  EXPECT_EQ(Play(-1, 2), (std::vector{255, 255, 255, 255, 2}));
+  animator.Reset();
+  canvas.clear_to_color(1);
+  EXPECT_EQ(Play(-1, 3), (std::vector{1, 1, 1, 1, 3}));
+  for (const Size size : {Size{5, kHeight}, {5, 4}}) {
+    canvas.Create(size.w, size.h);
+    canvas.clear_to_color(1);
+    EXPECT_EQ(Play(-1, 4), (std::vector{1, 1, 1, 1, 4})) << "another size";
+  }
   UseDepth(8);
-  canvas.Create(kWidth, kHeight);
-  EXPECT_EQ(fade(7), (std::vector{0, 0, 0, 7, 7})) << "no blending";
+  canvas.Create(5, 4);
+  canvas.clear_to_color(0);
+  EXPECT_EQ(Play(1, 7), (std::vector{0, 0, 0, 7, 7})) << "another depth, without blending";
 }
 
 TEST_F(AnimatorTest, LastsAsManyTicksAsItsLengthHolds) {
   for (const auto& [rate, lengthMs, ticks] :
-       {std::tuple{50, 300, 15}, {50, 20, 1}, {50, 0, 1}, {50, -300, 1}, {1000, 300, 300}}) {
+       {std::tuple{50, 300, 15u}, {50, 20, 1}, {50, 0, 1}, {50, -300, 1}, {1000, 300, 300}}) {
     EXPECT_FALSE(animator.Running());
     settings.logicFrameRate = rate;
-    Start(0, lengthMs);
-    int count = 1;
-    while (animator.Step()) ++count;
-    EXPECT_EQ(count, ticks);
+    EXPECT_EQ(Play(0, 1, lengthMs).size(), ticks);
   }
-}
-
-TEST_F(AnimatorTest, BeginsWithWhatTheLastTransitionEndedWith) {
-  const auto expectOldLook = [this](int color) {
-    animator.Draw(canvas, -1);
-    EXPECT_EQ(canvas.getpixel(1, 1), color);
-  };
-  Start(red);
-  animator.NewImage().clear_to_color(green);
-  while (animator.Running()) animator.Step();
-  Start(blue);
-  expectOldLook(green);
-  animator.Reset();
-  Start(blue);
-  expectOldLook(blue);
-  canvas.Create(5, 5);
-  Start(white);
-  expectOldLook(white);  // a new size has nothing to begin with
 }
 
 }  // namespace

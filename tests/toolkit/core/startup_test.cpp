@@ -15,7 +15,6 @@ namespace zel {
 namespace {
 
 using Pair = FakeMachine::Pair;
-using Modes = std::vector<FakeMachine::Mode>;
 
 class Startup : public AllegroFixture {
  protected:
@@ -23,6 +22,14 @@ class Startup : public AllegroFixture {
 
   static Error Change(int depth, Dialog* root = nullptr) {
     return ChangeScreenMode(0, true, 640, 480, depth, root);
+  }
+  // The modes that were tried since the last call.
+  std::string Tried() {
+    std::string modes;
+    for (const auto& [w, h, depth, windowed] : std::exchange(machine.tried, {}))
+      modes += (windowed ? " window " : " screen ") + std::to_string(w) + 'x' + std::to_string(h) +
+               'x' + std::to_string(depth);
+    return modes;
   }
 
   FakeMachine machine;
@@ -39,23 +46,24 @@ TEST_F(Startup, TheFileSaysWhatIsSetUp) {
   EXPECT_EQ(InstallToolkit(file.Path()), kNoError);
   EXPECT_NE(CurrentSkin(), nullptr);
   EXPECT_EQ(settings.gfxMode, GFX_AUTODETECT_WINDOWED);
-  EXPECT_EQ(machine.tried, Modes({{640, 480, 16, false}, {800, 600, 32, true}}));
+  EXPECT_EQ(Tried(), " screen 640x480x16 window 800x600x32");
   EXPECT_EQ(machine.keyboardRates, std::vector({Pair{160, 80}}));
   EXPECT_EQ(machine.mouseSpeeds.front(), Pair(2, 2));
   EXPECT_EQ(machine.mouseSpeeds.back(), Pair(1, 1));
   EXPECT_EQ(machine.switchModes, std::vector({SWITCH_BACKGROUND}));
+  EXPECT_FALSE(three_finger_flag) << "it is no way to end a dialog";
 }
 
 TEST_F(Startup, WhatLivesOncePerProcessEndsWithTheToolkit) {
-  const auto refuses = [](Dialog& dialog) {
-    testing::internal::CaptureStderr();
-    EXPECT_TRUE(!dialog.Execute(nullptr) && !dialog.Popup(nullptr, {0, 0}, nullptr));
-    const std::string said = "Zel: A dialog needs the toolkit. Call InstallToolkit before.\n";
-    return testing::internal::GetCapturedStderr() == said + said;
-  };
   Recorder root;
+  const auto expectRefusal = [&root](const char* when) {
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(!root.Execute(nullptr) && !root.Popup(nullptr, {0, 0}, nullptr));
+    const std::string said = "Zel: A dialog needs the toolkit. Call InstallToolkit before.\n";
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), said + said) << when;
+  };
   SYSTEM_DRIVER* const allegro = std::exchange(system_driver, nullptr);
-  EXPECT_TRUE(refuses(root)) << "too early";
+  expectRefusal("too early");
   system_driver = allegro;
   settings.yield = false;
   InstallToolkit(nullptr);
@@ -67,30 +75,27 @@ TEST_F(Startup, WhatLivesOncePerProcessEndsWithTheToolkit) {
   root.MsgEnd();
   InstallScreenUpdate(kDirtyRectangles);
   ExitToolkit();
-  EXPECT_TRUE(refuses(root)) << "too late";
+  expectRefusal("too late");
   EXPECT_EQ(CurrentScreenUpdate(), nullptr);
   EXPECT_EQ(Widget{}.CreationOrder(), 0u);
   InstallToolkit(nullptr);
   Recorder next;
-  Patch child{{0, 0, 9, 9}};
-  next.Add(&child);
   next.onEvent = [&next](Widget*, int msg, int) {
     if (msg == MSG_DRAW) next.Close();
   };
+  Patch child{{0, 0, 9, 9}};
+  next.Add(&child);
   EXPECT_EQ(next.Execute(&child), &child) << "another life";
 }
 
 TEST_F(Startup, WhatIsMissingEndsItWithItsCode) {
-  machine.mouseButtons = -1;
-  for (const auto& [present, code] : {std::pair{&machine.hasKeyboard, kKeyboardError},
-                                      std::pair{&machine.hasTimer, kTimerError}}) {
-    *present = false;
-    EXPECT_EQ(InstallToolkit(nullptr), code);
-    *present = true;
-  }
+  machine.hasKeyboard = machine.hasTimer = false;
+  EXPECT_EQ(InstallToolkit(nullptr), kKeyboardError);
+  machine.hasKeyboard = true, machine.mouseButtons = -1;
+  EXPECT_EQ(InstallToolkit(nullptr), kTimerError);
+  machine.hasTimer = true;
   EXPECT_EQ(InstallToolkit(nullptr), kMouseError);
-  machine.mouseButtons = 0;
-  settings.skinPath.Assign("/nowhere/skin.cfg");
+  machine.mouseButtons = 0, settings.skinPath.Assign("/nowhere/skin.cfg");
   EXPECT_EQ(InstallToolkit(nullptr), kSkinFileError);
   const TempFile file{"[Toolkit]\ncolorDepth=24\ntooltipDelay=7\nskinPath=default\n"};
   machine.refusedDepths = {24, 32};
@@ -98,46 +103,39 @@ TEST_F(Startup, WhatIsMissingEndsItWithItsCode) {
   settings.colorDepth = 16;
   for (int call = 0; call < 2; ++call) EXPECT_EQ(InstallToolkit(nullptr), kNoError);
   EXPECT_EQ(settings.tooltipDelay, 7) << "another call keeps the settings";
-  EXPECT_EQ(settings.colorDepth, 16);
 }
 
 TEST_F(Startup, ADepthThatCannotBeSetIsReplaced) {
-  // `set`: the depth afterwards.
-  const auto expect = [this](int wanted, const std::vector<int>& refused, const Modes& tried,
-                             int set) {
-    machine.refusedDepths = refused;
-    EXPECT_EQ(Change(wanted), set == tried.back().depth ? kNoError : kGraphicsError);
-    EXPECT_EQ(std::exchange(machine.tried, {}), tried);
-    EXPECT_EQ(settings.colorDepth, set);
-    EXPECT_EQ(red, makecol_depth(set, 255, 0, 0));
-  };
-  const auto mode = [](int depth) { return FakeMachine::Mode{640, 480, depth, false}; };
-  expect(16, {16}, {mode(16), mode(15)}, 15);
-  expect(24, {24}, {mode(24), mode(32)}, 32);
-  expect(32, {32}, {mode(32), mode(24)}, 24);
-  expect(15, {15}, {mode(15), mode(16)}, 16);
-  expect(24, {24, 32}, {mode(24), mode(32)}, 16);
-  expect(0, {}, {mode(32)}, 32);
-  machine.desktopDepth = 0;
-  for (const int strange : {0, -3, 7, INT_MAX}) expect(strange, {}, {mode(16)}, 16);
-  expect(8, {8}, {mode(8)}, 16);
-  EXPECT_TRUE(settings.mouseShadow);
-  expect(8, {}, {mode(8)}, 8);
-  EXPECT_FALSE(settings.mouseShadow);
+  // What the desktop has, what is wanted, refused and tried, and the depth afterwards.
+  const std::tuple<int, int, std::vector<int>, std::string, int> rows[] = {
+      {32, 16, {16}, "16 15 ", 15}, {32, 24, {24}, "24 32 ", 32}, {32, 32, {32}, "32 24 ", 24},
+      {32, 15, {15}, "15 16 ", 16}, {32, 0, {}, "32 ", 32},       {32, 24, {24, 32}, "24 32 ", 32},
+      {0, -3, {}, "16 ", 16},       {0, 7, {}, "16 ", 16},        {1, INT_MAX, {}, "16 ", 16},
+      {0, 8, {8}, "8 ", 16},        {0, 0, {}, "16 ", 16},        {0, 8, {}, "8 ", 8}};
+  for (const auto& [desktop, wanted, refused, tried, set] : rows) {
+    machine.desktopDepth = desktop, machine.refusedDepths = refused;
+    const bool fails = Change(wanted).IsError();
+    std::string depths;
+    for (const auto& mode : std::exchange(machine.tried, {}))
+      depths += std::to_string(mode.depth) + ' ';
+    EXPECT_EQ(depths, tried) << wanted;
+    EXPECT_EQ(fails, refused.size() == 2 || refused == std::vector{8});
+    EXPECT_TRUE(settings.colorDepth == set && red == makecol_depth(set, 255, 0, 0)) << wanted;
+    EXPECT_EQ(settings.mouseShadow, set != 8);
+  }
 }
 
 TEST_F(Startup, SizesAndCardsStayWithinWhatDriversKnow) {
   ChangeScreenMode(0, true, 0, -5, 16, nullptr);
   ChangeScreenMode(1, false, INT_MIN, 40000, 16, nullptr);
-  EXPECT_EQ(machine.tried, Modes({{64, 64, 16, false}, {64, 32767, 16, true}}));
+  EXPECT_EQ(Tried(), " screen 64x64x16 window 64x32767x16");
   EXPECT_EQ(settings.screenHeight, 32767);
   const int before = settings.gfxMode, card = AL_ID('F', 'A', 'K', 'W');
   EXPECT_EQ(ChangeScreenMode(12345, true, 640, 480, 16, nullptr), kGraphicsError);
   EXPECT_EQ(settings.gfxMode, before);
   EXPECT_EQ(ChangeScreenMode(card, true, 640, 480, 16, nullptr), kNoError);
   EXPECT_EQ(settings.gfxMode, card);
-  machine.switchesInBackground = false;
-  machine.switchModes.clear();
+  machine.switchesInBackground = false, machine.switchModes.clear();
   Change(16);
   EXPECT_EQ(machine.switchModes, std::vector({SWITCH_BACKGROUND, SWITCH_BACKAMNESIA}))
       << "losing the screen is better than stopping";
@@ -147,16 +145,14 @@ TEST_F(Startup, AVideoPageStandsForTheScreenUntilTheNextMode) {
   settings.useVideoMemory = true;
   for (const int depth : {16, 32, 16}) {
     EXPECT_EQ(Change(depth), kNoError);
-    EXPECT_TRUE(is_video_bitmap(screen));
+    EXPECT_TRUE(is_video_bitmap(screen) && screen == machine.shownPage);
     EXPECT_EQ(bitmap_color_depth(screen), depth);
-    EXPECT_EQ(screen, machine.shownPage);
     EXPECT_EQ(machine.videoPages, CurrentScreenUpdate() ? 2 : 1);
     InstallScreenUpdate(kDoubleBuffering);  // its canvas goes before the next mode
   }
   SetCurrentScreenUpdate(nullptr);
   SetTextMode();
-  EXPECT_EQ(machine.videoPages, 0);
-  EXPECT_EQ(screen, nullptr);
+  EXPECT_TRUE(machine.videoPages == 0 && !screen);
   machine.videoPagesLeft = 0;
   EXPECT_EQ(Change(16), kNoError);
   EXPECT_FALSE(is_video_bitmap(screen));
@@ -171,25 +167,27 @@ TEST_F(Startup, ARunningRootFollowsANewModeOrKeepsTheOld) {
   root.MsgStart();
   root.watched = {MSG_INITSKIN};
   settings.mouseSpeed = 5;
-  const auto expect = [&root](int width, int depth) {
-    const BITMAP* canvas = CurrentScreenUpdate()->GetCanvas();
-    EXPECT_TRUE(canvas && canvas->w == width && bitmap_color_depth(screen) == depth);
-    EXPECT_EQ(bitmap_color_depth(CurrentSkin()->bitmaps[0]->GetBitmap()), depth);
-    EXPECT_TRUE(root.w() == width && settings.screenWidth == width);
-    EXPECT_TRUE(root.Dirty());
-    root.ForgetRedraw();
-  };
-  EXPECT_EQ(ChangeScreenMode(0, true, 800, 600, 32, &root), kNoError);
-  EXPECT_EQ(root.Events(), "child: InitSkin");
-  expect(800, 32);
-  EXPECT_EQ(machine.mouseSpeeds.back(), Pair(5, 5)) << "which the library resets";
-  machine.tried.clear();
-  machine.refusedDepths = {16, 15};
-  EXPECT_EQ(Change(16, &root), kGraphicsError);
-  EXPECT_EQ(machine.tried,
-            Modes({{640, 480, 16, false}, {640, 480, 15, false}, {800, 600, 32, false}}));
-  expect(800, 32);
-  machine.refusedDepths = {15, 16, 24, 32};
+  for (const int depth : {32, 8}) {
+    const auto expect = [&root, depth](const char* events) {
+      const BITMAP* canvas = CurrentScreenUpdate()->GetCanvas();
+      EXPECT_TRUE(canvas && canvas->w == 800 && bitmap_color_depth(screen) == depth);
+      EXPECT_EQ(bitmap_color_depth(CurrentSkin()->bitmaps[0]->GetBitmap()), depth);
+      EXPECT_TRUE(root.w() == 800 && settings.screenWidth == 800 && root.Dirty());
+      EXPECT_EQ(root.Events(), events);
+      root.ForgetRedraw();
+    };
+    machine.refusedDepths.clear();
+    EXPECT_EQ(ChangeScreenMode(0, true, 800, 600, depth, &root), kNoError);
+    expect("child: InitSkin");
+    EXPECT_EQ(machine.mouseSpeeds.back(), Pair(5, 5)) << "which the library resets";
+    machine.refusedDepths = {16, 15};
+    Tried();
+    EXPECT_EQ(Change(16, &root), kGraphicsError);
+    EXPECT_EQ(Tried(),
+              " screen 640x480x16 screen 640x480x15 screen 800x600x" + std::to_string(depth));
+    expect(depth == 8 ? "child: InitSkin" : "");  // whose colours are places in the palette
+  }
+  machine.refusedDepths = {8, 24, 32};
   EXPECT_EQ(Change(24, &root), kGraphicsError);
   EXPECT_EQ(CurrentScreenUpdate()->GetCanvas(), nullptr) << "not even the old mode";
   root.DrawDirty();

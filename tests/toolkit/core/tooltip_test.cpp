@@ -1,5 +1,6 @@
 #include "toolkit/core/tooltip.h"
 
+#include "tests/support/reference.h"
 #include "tests/support/stage.h"
 
 namespace zel {
@@ -30,7 +31,7 @@ class TooltipTest : public StageTest {
     return ticks;
   }
 
-  Patch a{{0, 0, 20, 20}}, b{{20, 0, 20, 20}};
+  Patch a{{0, 0, 20, 60}}, b{{20, 0, 20, 60}, blue};
   Tooltip tip;
 };
 
@@ -39,26 +40,20 @@ TEST_F(TooltipTest, ShowsAboveEverythingAfterTheDelayOfRest) {
   Tick(9);
   MoveTo(6, 5);
   EXPECT_EQ(TicksUntil(true), 10);
-  EXPECT_EQ(tip.GetRelativePos(), (Point{6, 25})) << "below the pointer";
-  EXPECT_EQ(root.Children().back(), &tip);
   Tick(500);
-  EXPECT_EQ(At(7, 26), Color(255, 255, 192));
-  EXPECT_EQ(At(6, 25), black);
+  ExpectLook("tooltip", screen, {0, 24, 60, 30});
   settings.tooltipAutohideDelay = 100;
   EXPECT_EQ(TicksUntil(false), 5 + 10) << "its time, and that of leaving";
   Tick(50);
-  EXPECT_TRUE(tip.Hidden() && At(7, 26) == 0);
+  EXPECT_TRUE(tip.Hidden() && At(7, 26) == red);
 }
 
 TEST_F(TooltipTest, FollowsThePointerAndLeavesWithIt) {
   MoveTo(5, 5);
   TicksUntil(true);
-  const int width = tip.w();
   root.BringToFront(&b);
-  MoveTo(25, 5);
-  EXPECT_GT(tip.w(), width) << "the other text, at once";
-  EXPECT_EQ(tip.GetRelativePos().x, 25);
-  EXPECT_EQ(root.Children().back(), &tip) << "above what came meanwhile";
+  MoveTo(25, 5);  // another text, at once, and above what came meanwhile
+  ExpectLook("tooltip_beside", screen, {0, 24, 90, 30});
   for (const int x : {50, 5, 50}) MoveTo(x, 5);
   EXPECT_EQ(TicksUntil(false), 10);
   MoveTo(5, 5);
@@ -74,8 +69,7 @@ TEST_F(TooltipTest, KeepsOnTheScreenAndWrapsLongTexts) {
   b.SetTooltip("three lines of many words");
   MoveTo(kWidth - 3, kHeight - 5);
   TicksUntil(true);
-  EXPECT_EQ(Point(tip.x2(), tip.y2()), Point(kWidth, kHeight - 5 - 8));
-  EXPECT_EQ(tip.h(), tip.GetFont(0).TextHeight() * 3 + 6);
+  ExpectLook("tooltip_wrapped", screen, {40, 60, 120, 60});
   tip.SetText("two\nlines");
   tip.FitText();
   EXPECT_EQ(Point(tip.w(), tip.h()), Point(5 * 8 + 12, 2 * 8 + 6));

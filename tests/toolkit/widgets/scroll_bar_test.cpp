@@ -11,97 +11,82 @@ namespace {
 // 20 has a track from 36 on, in which the grip can move by 88.
 class ScrollBarTest : public WidgetFixture, public testing::WithParamInterface<int> {
  protected:
-  static bool IsLying() { return GetParam() == kHorizontal; }
+  ScrollBarTest() { isTransposed = GetParam() == kVertical; }
   void ShowBar(int total, int position) {
     bar.Setup(0, 0, 0, 0, 0, 0, total, 30, GetParam());
-    Show(bar, IsLying() ? Rect{20, 20, 138, 9} : Rect{20, 20, 9, 132});
+    Show(bar, isTransposed ? Rect{20, 20, 9, 132} : Rect{20, 20, 138, 9});
     bar.SetPosition(position);
-    EXPECT_EQ(bar.w() + bar.h(), 16 + (IsLying() ? 138 : 132)) << "as thick as its element";
-  }
-  // The pointer along the bar, and beside it.
-  void Put(int at, int buttons = 0, int wheel = 0, int beside = 25) {
-    IsLying() ? Mouse(at, beside, buttons, wheel) : Mouse(beside, at, buttons, wheel);
-  }
-  void FocusGripAt(int at) {
-    Put(at, 1), Put(at);
-    ASSERT_TRUE(bar.Dialog::Contains(root.FocusWidget()));
-    root.Events();
+    EXPECT_EQ(bar.w() + bar.h(), 16 + (isTransposed ? 132 : 138)) << "as thick as its element";
   }
 
   ScrollBar bar;
+  const std::function<std::string()> position = [this] {
+    return std::to_string(bar.GetPosition());
+  };
 };
 INSTANTIATE_TEST_SUITE_P(, ScrollBarTest, testing::Values(kVertical, kHorizontal));
 
 TEST_P(ScrollBarTest, TheGripLiesWhereTheValueIs) {
-  const int overlay = IsLying() ? SCROLL_HGRIPOVERLAY : SCROLL_VGRIPOVERLAY;
-  Dress(overlay, {"rgb", "www", "kkk", "yyy"});
+  Dress(isTransposed ? SCROLL_VGRIPOVERLAY : SCROLL_HGRIPOVERLAY, {"rgb", "www", "kkk", "yyy"});
   std::array<ScrollBar, 4> bars;  // in the middle, at the end, without room, disabled
   for (int i = 0; i < 4; ++i) {
     bars[i].Setup(0, 0, 0, 0, 0, 0, 100, 30, GetParam());
     const int length = i == 2 ? 44 : 70;
-    Show(bars[i], IsLying() ? Rect{0, 18 * i, length, 16} : Rect{18 * i, 0, 16, length});
+    Show(bars[i], isTransposed ? Rect{18 * i, 0, 16, length} : Rect{0, 18 * i, length, 16});
     bars[i].SetPosition(i == 1 ? 900 : 35);
   }
   bars[3].Disable();
   root.SetFocus(&bars[0]);
-  Mouse(IsLying() ? 5 : 23, IsLying() ? 23 : 5, 1);
-  ExpectShown(IsLying() ? "scroll_bars_lying" : "scroll_bars", {0, 0, 72, 72});
+  Do("5,23"), Do("press");
+  ExpectShown(isTransposed ? "scroll_bars" : "scroll_bars_lying", {0, 0, 72, 72});
   bars[1].SetRange(50, 30);
   EXPECT_EQ(bars[1].GetPosition(), 20) << "the end of the shorter range";
 }
 
 TEST_P(ScrollBarTest, HeldArrowsAndTracksScrollOnAndOn) {
   ShowBar(1030, 500);
-  const Steps steps = {{"more", [this] { Put(145, 1); }},
-                       {"less", [this] { Put(22, 1); }},
-                       {"track", [this] { Put(120, 1); }},
-                       {"above", [this] { Put(40, 1); }},
-                       {"release", [this] { Mouse(mouse_x, mouse_y); }},
-                       {"wait", [this] { Tick(4); }},  // 60 ms are three ticks
-                       {"tick", [this] { Tick(); }},
-                       {"restart", [this] { root.MsgEnd(), root.MsgStart(), root.Events(); }}};
+  const Words own = {{"restart", [this] { root.MsgEnd(), root.MsgStart(), root.Events(); }}};
   const std::pair<std::string, std::string> rows[] = {
-      {"more wait wait release", "501 (Scroll 501), 502 (Scroll 502), 503 (Scroll 503), 503"},
-      {"less wait release tick", "502 (Scroll 502), 501 (Scroll 501), 501, 501"},
-      {"track tick release tick", "511 (Scroll 511), 521 (Scroll 521), 531 (Scroll 531), 531"},
-      {"above release", "521 (Scroll 521), 511 (Scroll 511)"},
-      {"track restart wait", "521 (Scroll 521), 521, 521"}};
-  for (const auto& [script, seen] : rows)
-    EXPECT_EQ(Play(script, steps, [this] { return std::to_string(bar.GetPosition()); }), seen);
-  for (const int at : {120, 60}) {
-    Put(at), Put(at, 1), Tick(100), Put(at);
-    FocusGripAt(at);
+      // 60 ms are three ticks
+      {"145,25+press wait4 wait4 release",
+       "501 (Scroll 501), 502 (Scroll 502), 503 (Scroll 503), 503"},
+      {"22,25+press wait4 release wait1", "502 (Scroll 502), 501 (Scroll 501), 501, 501"},
+      {"120,25+press wait1 release wait1",
+       "511 (Scroll 511), 521 (Scroll 521), 531 (Scroll 531), 531"},
+      {"40,25+press release", "521 (Scroll 521), 511 (Scroll 511)"},
+      {"120,25+press restart wait4", "521 (Scroll 521), 521, 521"}};
+  for (const auto& [script, seen] : rows) EXPECT_EQ(Play(script, position, own), seen);
+  for (const char* at : {"120,25", "60,25"}) {
+    for (const char* word : {"release", at, "press", "wait100", "release", "press", "release"})
+      Do(word);
+    EXPECT_TRUE(bar.Dialog::Contains(root.FocusWidget())) << at;
     EXPECT_TRUE(root.FocusWidget()->Bounds().Contains({mouse_x, mouse_y})) << at;
   }
 }
 
 TEST_P(ScrollBarTest, KeysPointerAndWheelMoveTheGrip) {
   ShowBar(910, 0);  // ten units a pixel
-  FocusGripAt(40);
-  const int less = IsLying() ? KEY_LEFT : KEY_UP, more = IsLying() ? KEY_RIGHT : KEY_DOWN;
-  const int other = IsLying() ? KEY_UP : KEY_LEFT, another = IsLying() ? KEY_DOWN : KEY_RIGHT;
-  const std::tuple<int, int, std::string> kKeys[] = {
-      {60, KEY_PGDN, "Scroll 90"}, {60, KEY_PGUP, "Scroll 30"},
-      {20, KEY_PGUP, "Scroll 0"},  {35, KEY_HOME, "Scroll 0"},
-      {35, KEY_END, "Scroll 880"}, {35, less, "Scroll 34"},
-      {35, more, "Scroll 36"},     {35, other, ""},
-      {35, another, ""},           {35, KEY_F1, ""}};
-  for (const auto& [from, key, events] : kKeys) {
+  for (const char* word : {"40,25", "press", "release"}) Do(word);
+  const std::tuple<int, std::string, std::string> rows[] = {{60, "pagedown", "90 (Scroll 90)"},
+                                                            {60, "pageup", "30 (Scroll 30)"},
+                                                            {20, "pageup", "0 (Scroll 0)"},
+                                                            {35, "home", "0 (Scroll 0)"},
+                                                            {35, "end", "880 (Scroll 880)"},
+                                                            {35, "left", "34 (Scroll 34)"},
+                                                            {35, "right", "36 (Scroll 36)"},
+                                                            {35, "up", "35"},
+                                                            {35, "down", "35"},
+                                                            {35, "x", "35"}};
+  for (const auto& [from, key, seen] : rows) {
     bar.SetPosition(from);
-    root.FocusWidget()->SendMessage(MSG_CHAR, key << 8);
-    EXPECT_EQ(root.Events(), events) << from << ' ' << key;
+    EXPECT_EQ(Play(key, position), seen) << from << ' ' << key;
   }
   bar.SetPosition(0);
-  for (const auto& [at, value] : {std::pair{38, 0}, {48, 100}, {199, 880}, {0, 0}, {43, 50}}) {
-    Put(at, 1, 0, at == 38 ? 25 : 90);
-    EXPECT_EQ(bar.GetPosition(), value) << at;
-  }
-  Put(43, 0, 3);
-  EXPECT_EQ(bar.GetPosition(), IsLying() ? 53 : 47);
-  Type(' ', KEY_SPACE);
-  Put(48);
-  EXPECT_TRUE(root.FocusWidget()->Selected()) << "a key does not drag it";
-  EXPECT_EQ(bar.GetPosition(), IsLying() ? 53 : 47);
+  EXPECT_EQ(
+      Play("38,25+press 48,90 199,90 0,90 43,90 43,25+release+wheel3 space+48,25", position),
+      "0, 100 (Scroll 100), 880 (Scroll 880), 0 (Scroll 0), 50 (Scroll 50), 53 (Scroll 53), 53")
+      << "a key does not drag it";
+  EXPECT_TRUE(root.FocusWidget()->Selected());
   root.ChangeFocus(root.FocusWidget(), nullptr);
   for (const int total : {30, 31}) {
     bar.SetRange(total, 30);
