@@ -54,15 +54,10 @@ class WidgetFixture : public StageTest {
     HoldButtons(buttons);
     Tick();
   }
-  void Drag(int x, int y, int toX, int toY) {
-    Mouse(x, y, 1);
-    Mouse(toX, toY, 1);
-    Mouse(toX, toY);
-  }
-  // Plays a script of steps, each of words that are joined by '+': keys, "shift" for the keys of
-  // the same step, texts to be typed, "20,30" for where the pointer goes, "press", "release",
-  // "wheel-2", "wait8" for so many ticks, and the test's own words. Answers what there is to see
-  // after each step, and in brackets what was reported meanwhile.
+  // Plays a script of words: keys, "shift" for the keys until the step ends, texts to be typed,
+  // "20,30" for where the pointer goes, "press", "release", "wheel-2", "wait8" for so many ticks,
+  // and the test's own. A step is one word, or several that are joined by '+'. Answers what there
+  // is to see after each step, and in brackets what was reported meanwhile.
   using Words = std::map<std::string, std::function<void()>>;
   std::string Play(const std::string& script, const std::function<std::string()>& look,
                    const Words& own = {}) {
@@ -72,46 +67,15 @@ class WidgetFixture : public StageTest {
     for (std::string step; steps >> step;) {
       std::istringstream words{step};
       for (std::string word; std::getline(words, word, '+');)
-        own.count(word) ? own.at(word)() : Do(word);
+        own.count(word) ? own.at(word)() : Act(word);
       HoldShifts(0);
       const std::string events = root.Events();
       seen += (seen.empty() ? "" : ", ") + look() + (events.empty() ? "" : " (" + events + ')');
     }
     return seen;
   }
-  void Do(const std::string& word) {
-    const int left = isTransposed ? KEY_UP : KEY_LEFT, up = isTransposed ? KEY_LEFT : KEY_UP;
-    const int right = isTransposed ? KEY_DOWN : KEY_RIGHT,
-              down = isTransposed ? KEY_RIGHT : KEY_DOWN;
-    const std::map<std::string, int> keys = {{"left", left},
-                                             {"right", right},
-                                             {"up", up},
-                                             {"down", down},
-                                             {"home", KEY_HOME},
-                                             {"end", KEY_END},
-                                             {"pageup", KEY_PGUP},
-                                             {"pagedown", KEY_PGDN},
-                                             {"enter", KEY_ENTER},
-                                             {"space", KEY_SPACE},
-                                             {"escape", KEY_ESC},
-                                             {"delete", KEY_DEL},
-                                             {"backspace", KEY_BACKSPACE}};
-    const auto key = keys.find(word);
-    int x = 0, y = 0;
-    if (key != keys.end())
-      Type(word == "space" ? ' ' : 0, key->second);
-    else if (word == "shift")
-      HoldShifts(KB_SHIFT_FLAG);
-    else if (word == "press" || word == "release")
-      Mouse(mouse_x, mouse_y, word == "press");
-    else if (std::sscanf(word.c_str(), "%d,%d", &x, &y) == 2)
-      PutMouse(isTransposed ? Point{y, x} : Point{x, y}), Tick();
-    else if (std::sscanf(word.c_str(), "wheel%d", &x) == 1)
-      Mouse(mouse_x, mouse_y, mouse_b, isTransposed ? -x : x);
-    else if (std::sscanf(word.c_str(), "wait%d", &x) == 1)
-      Tick(x);
-    else
-      for (const char* at = word.c_str(); const int character = ugetxc(&at);) Type(character, 0);
+  void Do(const std::string& script) {
+    Play(script, [] { return ""; });
   }
 
   // The frame with all that is dirty drawn, without the pointer.
@@ -154,6 +118,39 @@ class WidgetFixture : public StageTest {
     SkinBitmap& bitmap = *CurrentSkin()->bitmaps[element];
     bitmap.Set(Paint(rows).get(), true, kMemoryBitmap);
     bitmap.SetTileSize(tile);
+  }
+
+  void Act(const std::string& word) {
+    const bool turn = isTransposed;
+    const std::map<std::string, int> keys = {{"left", turn ? KEY_UP : KEY_LEFT},
+                                             {"right", turn ? KEY_DOWN : KEY_RIGHT},
+                                             {"up", turn ? KEY_LEFT : KEY_UP},
+                                             {"down", turn ? KEY_RIGHT : KEY_DOWN},
+                                             {"home", KEY_HOME},
+                                             {"end", KEY_END},
+                                             {"pageup", KEY_PGUP},
+                                             {"pagedown", KEY_PGDN},
+                                             {"enter", KEY_ENTER},
+                                             {"space", KEY_SPACE},
+                                             {"escape", KEY_ESC},
+                                             {"delete", KEY_DEL},
+                                             {"backspace", KEY_BACKSPACE}};
+    const auto key = keys.find(word);
+    int x = 0, y = 0;
+    if (key != keys.end())
+      Type(word == "space" ? ' ' : 0, key->second);
+    else if (word == "shift")
+      HoldShifts(KB_SHIFT_FLAG);
+    else if (word == "press" || word == "release")
+      Mouse(mouse_x, mouse_y, word == "press");
+    else if (std::sscanf(word.c_str(), "%d,%d", &x, &y) == 2)
+      PutMouse(isTransposed ? Point{y, x} : Point{x, y}), Tick();
+    else if (std::sscanf(word.c_str(), "wheel%d", &x) == 1)
+      Mouse(mouse_x, mouse_y, mouse_b, isTransposed ? -x : x);
+    else if (std::sscanf(word.c_str(), "wait%d", &x) == 1)
+      Tick(x);
+    else
+      for (const char* at = word.c_str(); const int character = ugetxc(&at);) Type(character, 0);
   }
 
   Patch ground{{0, 0, 320, 200}, black, false};

@@ -6,141 +6,98 @@
 namespace zel {
 namespace {
 
-// A white canvas in memory that notes what is reported as changed.
-class MemoryCanvas : public ScreenUpdate {
- public:
-  void Clear(int depth = 32) {
-    canvas.CreateEx(depth, 64, 48);
-    canvas.clear_to_color(white);
-  }
-  using ScreenUpdate::AddDirtyRect;
-  void AddDirtyRect(const Rect& rect) override { dirty = rect; }
-  int At(int x, int y) { return getpixel(GetCanvas(), x, y); }
-  bool IsClear() { return Picture(GetCanvas()) == Rows(48, std::string(64, 'w')); }
-  Rect dirty;
-};
-
-class MousePointerTest : public AllegroFixture {
+// A pointer of 4 x 3 red pixels over white ones, on a screen with 32 bits.
+class MousePointerTest : public StageTest {
  protected:
-  MousePointerTest() : AllegroFixture{32} {
-    canvas.Clear();
-    pointer.SetScreenUpdate(&canvas);
+  MousePointerTest() {
+    UseSkin();
+    ChangeMode(32);
+    settings.mouseShadow = true;
+    ground.color = white;  // in this mode
+    root.Add(&ground);
+    Start();
     Fill(shape, 4, 3, red);
     shape.SetHotspot(1, 2);
-    Put(20, 10);
+    CurrentPointer()->SetCursor(&shape);
   }
-  ~MousePointerTest() override { Put(0, 0); }
+  ~MousePointerTest() override { End(); }
 
   static void Fill(Cursor& cursor, int w, int h, Color color) {
     SkinBitmap picture(w, h, kMemoryBitmap);
     picture.clear_to_color(color);
     cursor.Create(picture, 1);
   }
-  void Put(int x, int y) {
-    mouse_x = x;
-    mouse_y = y;
-    pointer.Poll();
-  }
-  void Show() {
-    pointer.SetCursor(&shape);
-    pointer.Draw();
-  }
-  bool HidesWithoutATrace() {
-    pointer.Hide();
-    return pointer.IsHidden() && canvas.IsClear();
+  bool LeavesNoTrace() {
+    MoveTo(-10000, 30000);
+    return Picture(screen) == Rows(kHeight, std::string(kWidth, 'w'));
   }
 
-  MemoryCanvas canvas;
+  Patch ground{{0, 0, kWidth, kHeight}};
   Cursor shape;
-  MousePointer pointer;
 };
 
 TEST_F(MousePointerTest, TheHotspotLiesAtTheMouseAndTheShadowBeside) {
-  const auto expect = [this](const char* picture, const Rect& changed) {
-    Show();
-    EXPECT_TRUE(!pointer.IsHidden() && canvas.dirty == changed) << picture;
-    ExpectLook(picture, canvas.GetCanvas(), {4, 2, 28, 20});
-    canvas.dirty = {};
-    EXPECT_TRUE(HidesWithoutATrace() && canvas.dirty == changed) << picture;
+  const auto expect = [this](const char* picture) {
+    MoveTo(20, 10);
+    EXPECT_FALSE(CurrentPointer()->IsHidden());
+    ExpectLook(picture, screen, {4, 2, 28, 20});
+    EXPECT_TRUE(LeavesNoTrace()) << picture;
   };
-  expect("pointer_and_shadow", {19, 6, 8, 7});
+  expect("pointer_and_shadow");
   shape.SetShadow({.offset = {-9, 5}});  // now frame and shadow only have corners of the area
-  expect("pointer_right_of_shadow", {8, 8, 15, 10});
+  expect("pointer_right_of_shadow");
   settings.mouseShadow = false;
-  expect("pointer_alone", {8, 8, 15, 10});
+  expect("pointer_alone");
 }
 
-TEST_F(MousePointerTest, HidingPutsBackWhatLayBeneath) {
-  for (const Point p : {Point{63, 47}, Point{-3, 20}, Point{-10000, 30000}}) {
-    Put(p.x, p.y);
-    Show();
-    Put(40, 30);
-    pointer.Update();
-    EXPECT_TRUE(HidesWithoutATrace()) << p.x << ' ' << p.y;
+TEST_F(MousePointerTest, PutsBackWhatLayBeneath) {
+  for (const Point p : {Point{kWidth - 1, kHeight - 1}, Point{-3, 20}, Point{10, -1}}) {
+    MoveTo(p.x, p.y);
+    EXPECT_NE(Picture(screen), Rows(kHeight, std::string(kWidth, 'w')));
+    EXPECT_TRUE(LeavesNoTrace()) << p.x << ' ' << p.y;
   }
-  clear_to_color(canvas.GetCanvas(), yellow);
-  pointer.Hide();
-  EXPECT_EQ(canvas.At(40, 30), yellow) << "hiding twice brings back no old background";
-  canvas.Clear();
-  canvas.dirty = {};
-  for (const bool attached : {true, false}) {
-    settings.showMouse = !attached;
-    pointer.SetScreenUpdate(attached ? &canvas : nullptr);
-    Show();
-    EXPECT_TRUE(HidesWithoutATrace() && canvas.dirty == Rect{});
-  }
+  MoveTo(20, 10);
+  CurrentPointer()->Hide();
+  EXPECT_TRUE(CurrentPointer()->IsHidden());
+  clear_to_color(CurrentScreenUpdate()->GetCanvas(), yellow);
+  CurrentPointer()->Hide();
+  EXPECT_EQ(getpixel(CurrentScreenUpdate()->GetCanvas(), 20, 10), yellow) << "but only once";
+  settings.showMouse = false;
+  ground.Redraw();
+  Tick();
+  EXPECT_EQ(At(20, 10), white);
 }
 
 TEST_F(MousePointerTest, AChangeOfShapeOrDepthLeavesNoTrace) {
   Cursor large, empty;
   Fill(large, 20, 20, blue);
-  for (Cursor* other : {&large, &empty, static_cast<Cursor*>(nullptr)}) {
-    Show();
-    pointer.SetCursor(other);
-    EXPECT_EQ(canvas.At(20, 10), other == &large ? blue : white);
-    EXPECT_NE(canvas.At(19, 9), red);
-    pointer.Update();
-    EXPECT_TRUE(HidesWithoutATrace());
+  for (Cursor* other : {&large, &empty, static_cast<Cursor*>(nullptr), &shape}) {
+    MoveTo(20, 10);
+    CurrentPointer()->SetCursor(other);
+    Tick();
+    EXPECT_EQ(At(20, 10), other == &large ? blue : other == &shape ? red : white);
+    EXPECT_TRUE(LeavesNoTrace());
   }
-  Show();
-  pointer.Hide();
-  Fill(shape, 30, 20, green);
-  pointer.Draw();
-  EXPECT_TRUE(HidesWithoutATrace()) << "a shape that grew";
   for (const int depth : {16, 15, 24, 8, 32}) {
-    Show();
-    UseDepth(depth);
-    canvas.Clear(depth);
-    pointer.SetCursor(&shape);  // still drawn in the old depth
-    Fill(shape, 4, 3, red);
-    pointer.SetCursor(&shape);
-    EXPECT_EQ(canvas.At(19, 8), red) << depth;
-    EXPECT_TRUE(HidesWithoutATrace()) << depth;
+    ChangeMode(depth, &root);
+    ground.color = white;
+    CurrentPointer()->SetCursor(&shape);  // still drawn in the old depth
+    Fill(shape, depth, 20, red);
+    MoveTo(20, 10);
+    EXPECT_TRUE(At(19, 8) == red && At(18 + depth, 27) == red) << depth;
+    EXPECT_TRUE(LeavesNoTrace()) << depth;
   }
 }
 
-using RunningPointerTest = StageTest;
-
-TEST_F(RunningPointerTest, LiesOverTheWidgetsInEveryModeAndTakesTheShapesOfTheSkin) {
-  UseSkin();
-  Patch patch{{0, 0, kWidth, kHeight}};
-  root.Add(&patch);
-  root.SetSkin(nullptr);
-  Start();
+TEST_F(MousePointerTest, TakesTheShapesOfTheSkin) {
   const auto& shapes = CurrentSkin()->cursors;
+  for (const int index : {int{MOUSE_SELECT}, -1, 64}) ground.SetCursor(index);
+  EXPECT_EQ(CurrentPointer()->GetCursor(), shapes[MOUSE_SELECT].get());
+  CurrentPointer()->SetCursor(Skin("default").cursors[MOUSE_SELECT].get());
+  EXPECT_EQ(CurrentPointer()->GetCursor(), shapes[MOUSE_SELECT].get()) << "that skin is gone";
+  End();
+  Start();
   EXPECT_EQ(CurrentPointer()->GetCursor(), shapes[MOUSE_NORMAL].get());
-  for (const int depth : {16, 32, 16}) {
-    ChangeMode(depth, &root);
-    patch.color = green;
-    MoveTo(30, 30);
-    EXPECT_TRUE(At(30, 36) == white && At(31, 36) == black) << depth;
-    MoveTo(90, 40);
-    EXPECT_TRUE(At(30, 36) == green && At(31, 36) == green) << depth;
-    for (const int index : {int{MOUSE_SELECT}, -1, 64}) patch.SetCursor(index);
-    EXPECT_EQ(CurrentPointer()->GetCursor(), shapes[MOUSE_SELECT].get());
-    CurrentPointer()->SetCursor(Skin("default").cursors[MOUSE_SELECT].get());
-    EXPECT_EQ(CurrentPointer()->GetCursor(), shapes[MOUSE_SELECT].get()) << "that skin is gone";
-  }
 }
 
 }  // namespace

@@ -177,17 +177,16 @@ TEST_F(ButtonTest, OneRadioButtonOfAGroupIsSelected) {
     radios[i].Setup(0, 0, 0, 0, 'a' + i, 0, "x", i < 3 ? 1 : 2);
     Show(radios[i], {10, 20 * i, 50, 15});
   }
-  std::string selected;
-  const auto note = [&] {
-    Tick(20);
-    for (const RadioButton& radio : radios) selected += radio.Selected() ? '1' : '0';
-    selected += ' ';
+  const auto selected = [&radios] {
+    std::string seen;
+    for (const RadioButton& radio : radios) seen += radio.Selected() ? '1' : '0';
+    return seen;
   };
-  for (const int y : {65, 5, 45, 45}) Click(20, y), note();
-  Mouse(20, 5, 1), Mouse(200, 150), note();
-  for (int times = 0; times < 2; ++times) Type('b', KEY_B), note();
-  Type('c', KEY_C), Click(200, 150), note();
-  EXPECT_EQ(selected, "0001 1001 0011 0011 0011 0101 0101 0011 ");
+  Watch({});
+  EXPECT_EQ(Play("20,65+press+release 20,5+press+release 20,45+press+release press+release "
+                 "20,5+press 200,150+release b+wait20 b+wait20 c+wait20",
+                 selected),
+            "0001, 1001, 0011, 0011, 1011, 0011, 0101, 0101, 0011");
 }
 
 }  // namespace

@@ -1,75 +1,58 @@
 #include "toolkit/widgets/combo_box.h"
 
-#include <memory>
-
 #include "tests/support/widget_fixture.h"
 
 namespace zel {
 namespace {
 
-// A box with ten entries, 12 pixels each; its list covers a button.
+// A box with ten entries, 12 pixels each, and its arrow at (110, 20); its list covers a button.
 class ComboBoxTest : public WidgetFixture {
  protected:
   ComboBoxTest() {
     for (const char* text : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"})
-      combo->GetListBox().InsertItem(std::make_unique<TextListItem>(text));
-    combo->Setup(20, 10, 100, 24, 0, 0, 1);
-    Show(*combo, {20, 10, 100, 24});
+      combo.GetListBox().InsertItem(std::make_unique<TextListItem>(text));
+    combo.Setup(20, 10, 100, 24, 0, 0, 1);
+    Show(combo, {20, 10, 100, 24});
     Show(covered, {10, 34, 120, 100});
   }
-  void ClickArrow() { Click(110, 20); }
+  std::string PlayAll(const std::string& script) {
+    return Play(script, [this] {
+      return combo.GetEdit().GetText() + std::string{combo.IsOpen() ? " open at " : " closed at "} +
+             std::to_string(combo.GetListBox().GetCurrent());
+    });
+  }
 
-  std::unique_ptr<ComboBox> combo = std::make_unique<ComboBox>();
+  ComboBox combo;
   Button covered;
 };
 
 TEST_F(ComboBoxTest, TheListLiesAboveTheDialogUntilThePointerLeaves) {
-  ClickArrow();
+  Do("110,20 press release");
   ExpectShown("combo_box_open", {16, 8, 108, 108});
   const Rows open = Frame();
   covered.Redraw();
   EXPECT_TRUE(Frame() == open);
-  ClickArrow();
+  Do("press release");
   EXPECT_TRUE(DrawsEnough() && Frame() != open) << "what the list covered was repainted";
-  ClickArrow();
-  Mouse(110, 60, 1);
-  Mouse(200, 150, 1);
-  EXPECT_TRUE(combo->IsOpen()) << "while its scroll bar is dragged";
-  Mouse(200, 150);
-  EXPECT_FALSE(combo->IsOpen());
-  ClickArrow();
-  Mouse(200, 150);
-  EXPECT_FALSE(combo->IsOpen());
+  EXPECT_EQ(PlayAll("press+release 110,60+press 200,150 release 110,20+press+release 200,150"),
+            "1 open at 1, 1 open at 1, 1 open at 1, 1 closed at 1, 1 open at 1, 1 closed at 1");
 }
 
 TEST_F(ComboBoxTest, MouseChoosesOnce) {
-  const int third = 34 + 2 + 12 * 2 + 6;
-  ClickArrow();
-  Click(100, third);
-  EXPECT_STREQ(combo->GetEdit().GetText(), "2");
-  Click(100, third);
-  EXPECT_EQ(root.Events(), "Activate 2; Activate")
+  EXPECT_EQ(PlayAll("110,20+press+release 100,66+press+release press+release"),
+            "1 open at 1, 2 closed at 2 (Activate 2), 2 closed at 2 (Activate)")
       << "the second press goes to what the list covered";
 }
 
 TEST_F(ComboBoxTest, KeyboardOpensChoosesAndCancels) {
-  root.SetFocus(&combo->GetEdit());
-  Type('\r', KEY_ENTER);
-  EXPECT_TRUE(combo->IsOpen());
-  EXPECT_EQ(root.Events(), "Activate 1");
-  for (int i = 0; i < 8; ++i) Key(KEY_DOWN);
-  Type(27, KEY_ESC);
-  EXPECT_FALSE(combo->IsOpen() || root.IsClosed());
-  EXPECT_STREQ(combo->GetEdit().GetText(), "1") << "Escape takes back what the keys did";
-  Type(' ', KEY_SPACE);
-  Tick(20);
-  EXPECT_TRUE(combo->IsOpen()) << "by the button, which has the focus again";
-  Key(KEY_DOWN);
-  Type('\r', KEY_ENTER);
-  EXPECT_EQ(root.Events(), "Activate 2");
-  combo->GetListBox().GetList().Clear();
-  ClickArrow();
-  EXPECT_TRUE(combo->IsOpen() && combo->HasFocus()) << "an empty list leaves it to the button";
+  root.SetFocus(&combo.GetEdit());
+  EXPECT_EQ(PlayAll("enter down+down escape space+wait20 down enter"),
+            "1 open at 1 (Activate 1), 1 open at 2, 1 closed at 1, 1 open at 1, 1 open at 2, "
+            "2 closed at 2 (Activate 2)");
+  EXPECT_FALSE(root.IsClosed());
+  combo.GetListBox().GetList().Clear();
+  EXPECT_EQ(PlayAll("110,20+press+release"), " open at -1");
+  EXPECT_TRUE(combo.HasFocus()) << "an empty list leaves it to the button";
 }
 
 }  // namespace

@@ -1,126 +1,119 @@
 #include "toolkit/widgets/edit_box.h"
 
 #include <array>
-#include <memory>
 
 #include "tests/support/widget_fixture.h"
 
 namespace zel {
 namespace {
 
-// Characters of the built-in font are 8 pixels wide; the text begins 4 pixels inside the box.
+// Characters of the built-in font are 8 pixels wide; the text begins at 24, 4 pixels inside the
+// box.
 class EditBoxTest : public WidgetFixture {
  protected:
-  using Ints = std::vector<int>;
+  EditBoxTest() { Show(edit, {20, 30, 120, 24}); }
 
-  EditBoxTest() { ShowBox(); }
-  void ShowBox() {
-    edit = std::make_unique<EditBox>();
-    Show(*edit, {20, 30, 120, 24});
-    root.SetFocus(edit.get());
-  }
-  // Characters and, with a minus, keys.
-  void Type(const Ints& codes) {
-    for (const int code : codes) Stage::Type(std::max(0, code), std::max(0, -code));
-  }
-  // The pointer at the left end of a character, as long as the text is not scrolled.
-  static int PlaceOf(int character) { return 24 + 8 * character; }
-  // The ends of the selection and the cursor.
-  Ints State() {
-    EXPECT_TRUE(edit->Selected());
-    return {edit->GetSelStart(), edit->GetSelEnd(), edit->GetCursor()};
+  // Plays a script on a text with the cursor behind its third character; it takes four of them, or
+  // as many as it has. Answers the texts, with the cursor and the ends of the selection in them.
+  std::string PlayOn(const char* text, const std::string& script) {
+    const Words own = {{"all", [this] { edit.Select(); }},
+                       {"leave", [this] { root.ChangeFocus(root.FocusWidget(), nullptr); }},
+                       {"restart", [this] { edit.SendMessage(MSG_START); }}};
+    root.SetFocus(&edit);
+    edit.SetText(text, 4);
+    edit.MoveCursor(3);
+    const auto look = [this] {
+      std::string seen;
+      const char* at = edit.GetText();
+      for (int i = 0;; ++i) {
+        if (edit.Selected() && i == edit.GetSelStart()) seen += '[';
+        if (edit.Selected() && i == edit.GetSelEnd()) seen += ']';
+        if (i == edit.GetCursor()) seen += '|';
+        const char* const start = at;
+        if (ugetxc(&at) == 0) return seen;
+        seen.append(start, at);
+      }
+    };
+    return Play(script, look, own);
   }
 
-  std::unique_ptr<EditBox> edit;
+  EditBox edit;
 };
 
-TEST_F(EditBoxTest, KeysEditWholeCharactersUpToTheCapacity) {
-  for (const auto& [format, left] : {std::pair{U_UTF8, "\xC3\xA9z"}, {U_ASCII, "\xE9z"}}) {
-    set_uformat(format);
-    edit->SetText("", 4);
-    Type({'a', 0xE9, 'b', 0xFC, 'c', -KEY_LEFT, -KEY_LEFT, -KEY_BACKSPACE, -KEY_DEL, -KEY_DEL});
-    Type({-KEY_DEL, -KEY_BACKSPACE, -KEY_BACKSPACE, 0xE9, -KEY_HOME, -KEY_END, -KEY_RIGHT, 'z'});
-    EXPECT_STREQ(edit->GetText(), left);
-    edit->Select();
-    Type({0xFC});
-    EXPECT_EQ(ustrlen(edit->GetText()), 1) << "which replaces what is selected";
-  }
+TEST_F(EditBoxTest, KeysEditAndSelectWholeCharacters) {
+  const std::tuple<const char*, std::string, std::string> rows[] = {
+      {"", "aébüc left+left backspace delete+delete delete backspace backspace",
+       "aébü|, aé|bü, a|bü, a|, a|, |, |"},
+      {"", "é home left end right z all ü all backspace",
+       "é|, |é, |é, é|, é|, éz|, [éz]|, ü|, [ü]|, |"},
+      {"abcdef", "shift+right shift+left shift+left", "abc[d]|ef, abc|def, ab[|c]def"},
+      {"abcdef", "shift+left shift+right shift+right", "ab[|c]def, abc|def, abc[d]|ef"},
+      {"abcdef", "shift+left shift+home left x", "ab[|c]def, [|ab]cdef, |abcdef, |abcdef"},
+      {"abcdef", "shift+right shift+end delete g h",
+       "abc[d]|ef, abcd[ef]|, abcd|, abcdg|, abcdgh|"},
+      {"abcdef", "shift+home end shift+left right", "[|abc]def, abcdef|, abcde[|f], abcdef|"},
+      {"abcdef", "shift+end home shift+right enter",
+       "abc[def]|, |abcdef, [a]|bcdef, a|bcdef (Activate)"}};
+  for (const auto& [text, script, seen] : rows) EXPECT_EQ(PlayOn(text, script), seen);
 }
 
 TEST_F(EditBoxTest, FiltersWhatIsTyped) {
-  const std::pair<int, const char*> rows[] = {{kFilterUpperCase, "\xC3\x89 -,.1GF"},
-                                              {kFilterNumeric, ",.1"},
-                                              {kFilterHexadecimal | kFilterLowerCase, "1f"}};
-  for (const auto& [filter, expected] : rows) {
-    edit->SetFilter(filter);
-    edit->SetText("", 20);
-    Type({0xE9, ' ', '-', ',', '.', '1', 'g', 'F', 31, 0x110000});
-    EXPECT_STREQ(edit->GetText(), expected);
+  const std::pair<int, const char*> rows[] = {{0, "é -,.1gF|"},
+                                              {kFilterUpperCase, "É -,.1GF|"},
+                                              {kFilterNumeric, ",.1|"},
+                                              {kFilterHexadecimal | kFilterLowerCase, "1f|"}};
+  for (const auto& [filter, seen] : rows) {
+    edit.SetFilter(filter);
+    EXPECT_EQ(PlayOn("12345678", "all+delete+é+space+-,.1gF"), seen);
+    for (const int character : {31, 0x110000}) EXPECT_EQ(edit.Filter(character), -1);
   }
   for (const int number : {-1, 0x7FFFFFFF, 0}) {  // hexadecimal ones keep their bits
-    edit->SetNumber(number);
-    EXPECT_EQ(edit->GetInt(), number);
+    edit.SetNumber(number);
+    EXPECT_EQ(edit.GetInt(), number);
   }
 }
 
-TEST_F(EditBoxTest, ShiftAndTheMouseSelect) {
-  const Ints rows[][2] = {{{-KEY_RIGHT, -KEY_LEFT, -KEY_LEFT}, {2, 3, 2}},
-                          {{-KEY_LEFT, -KEY_RIGHT, -KEY_RIGHT}, {3, 4, 4}},
-                          {{-KEY_LEFT, -KEY_HOME}, {0, 2, 0}},
-                          {{-KEY_RIGHT, -KEY_END}, {4, 6, 6}}};
-  HoldShifts(KB_SHIFT_FLAG);
-  for (const auto& [keys, expected] : rows) {
-    edit->SetText("abcdef");
-    edit->MoveCursor(3);
-    Type(keys);
-    EXPECT_EQ(State(), expected);
-  }
-  HoldShifts(0);
-  Click(PlaceOf(5), 40);
-  Drag(PlaceOf(5), 40, PlaceOf(5) + 1, 40);
-  EXPECT_EQ(State(), (Ints{0, 6, 5})) << "a double click selects all";
-  Mouse(PlaceOf(4), 40, 1);
-  for (const Ints& expected : {Ints{1, 4, 1}, {2, 4, 2}, {4, 5, 5}}) {
-    Mouse(PlaceOf(expected.back()) + 3, 90, 1);
-    EXPECT_EQ(State(), expected);
+TEST_F(EditBoxTest, TheMouseSelectsWhileItIsHeld) {
+  const std::pair<std::string, std::string> rows[] = {
+      {"65,40+press+release press+wait1 35,40 release", "abcde|f, [abcde|f], [abcde|f], [abcde|f]"},
+      {"56,40+press 35,90 43,90 67,90 release 35,90",
+       "abcd[]|ef, a[|bcd]ef, ab[|cd]ef, abcd[e]|f, abcd[e]|f, abcd[e]|f"},
+      {"56,40+press release", "abcd[]|ef, abcd|ef"},
+      {"56,40+press 35,90+leave 67,40 release", "abcd[]|ef, a[|bcd]ef, a[|bcd]ef, a[|bcd]ef"},
+      {"56,40+press leave+35,90 67,40 release", "abcd[]|ef, a[|bcd]ef, a[|bcd]ef, a[|bcd]ef"},
+      {"56,40+press 43,40+restart 67,40 release", "abcd[]|ef, ab[|cd]ef, ab[|cd]ef, ab[|cd]ef"}};
+  for (const auto& [script, seen] : rows) {
+    EXPECT_EQ(PlayOn("abcdef", script), seen) << script;
+    Tick(50);  // no double click together with the next press
   }
   CurrentSkin()->cursors[MOUSE_TEXTSELECT]->SetHotspot(2, 0);
-  Mouse(PlaceOf(5) + 2, 90, 1);
-  EXPECT_EQ(State(), (Ints{4, 6, 6})) << "the hot spot of the pointer counts";
+  EXPECT_EQ(PlayOn("abcdef", "66,40+press release"), "abcdef[]|, abcdef|");
 }
 
 TEST_F(EditBoxTest, ScrollsNoFurtherThanTheCursorNeeds) {
   SkinBitmap nothing;
   for (const int width : {120, 11, 0}) {
-    edit->Resize(width, 24);
-    edit->SetText("a text that is longer than its box");
-    Type({-KEY_END});
-    const int first = edit->GetFirst();
-    EXPECT_GE(edit->DrawText(first, nothing) + 1, edit->GetCursor()) << width;
-    EXPECT_LT(edit->DrawText(first - 1, nothing) + 1, edit->GetCursor()) << width;
+    edit.Resize(width, 24);
+    PlayOn("a text that is longer than its box", "end");
+    const int first = edit.GetFirst();
+    EXPECT_GE(edit.DrawText(first, nothing) + 1, edit.GetCursor()) << width;
+    EXPECT_LT(edit.DrawText(first - 1, nothing) + 1, edit.GetCursor()) << width;
   }
 }
 
 TEST_F(EditBoxTest, SurvivesDamagedTextAndAMissingSkin) {
   SetCurrentSkin(nullptr);
-  edit->SetSkin(nullptr);
+  edit.SetSkin(nullptr);
   for (const char* text : {"\xC3", "a\x80\x80", "ab\xE2\x82"}) {
-    edit->SetText(text);
-    Type({-KEY_BACKSPACE, 'x'});
-    EXPECT_NE(ustrchr(edit->GetText(), 'x'), nullptr);
-    Shown(*edit);
+    EXPECT_NE(PlayOn(text, "backspace x").find('x'), std::string::npos);
+    Shown(edit);
   }
-}
-
-TEST_F(EditBoxTest, EnterTellsTheParent) {
-  Stage::Type('\r', KEY_ENTER);
-  EXPECT_EQ(root.Events(), "Activate");
 }
 
 // With a selection, the same without the focus, the cursor behind a glyph that is cut off, a
 // password, disabled, and a box without room.
 TEST_F(EditBoxTest, LooksSayTheState) {
-  root.Remove(edit.get());
+  root.Remove(&edit);
   CurrentSkin()->dottedRect = 1;
   CurrentSkin()->fontColor[kEditText][kSelected] = white;
   std::array<EditBox, 6> boxes;

@@ -7,17 +7,15 @@
 namespace zel {
 namespace {
 
-// The frames of "LIST" are single pixels: items are one pixel high, and the picture of a list is
-// its items' states from top to bottom: 0 r, 1 g, 2 b, 3 w, 4 k, 5 y, 6 c, 7 ?.
+// A box with items of 10 pixels, five of which show, the first at (12, 12).
 class ListTest : public WidgetFixture {
  protected:
-  ListTest() { Dress(LIST, {"r", "g", "b", "w", "k", "y", "c", "?"}); }
-  // A focused list at (10, 10).
-  void ShowItems(ListView& shown, int count, int rows) {
-    Show(shown, {10, 10, 1, rows});
-    Fill(shown, count);
-    root.SetFocus(&shown);
-    root.Events();
+  ListTest() {
+    Rows frames;
+    for (const char* state : {"r", "g", "b", "w", "k", "y", "c", "?"})
+      frames.insert(frames.end(), 10, state);
+    Dress(LIST, frames);
+    Show(box, {10, 10, 100, 54});
   }
   // Draws no ground.
   struct Inverter : ListItem {
@@ -27,34 +25,30 @@ class ListTest : public WidgetFixture {
       xor_mode(FALSE);
     }
   };
-  static void Fill(ListView& target, int count) {
-    while (count-- > 0) target.InsertItem(std::make_unique<ListItem>());
+  void Fill(int count) {
+    while (count-- > 0) box.InsertItem(std::make_unique<ListItem>());
+    root.SetFocus(&list);
+    Tick();
+    root.Events();
   }
-  // Puts the box at (10, 10), with items of 10 pixels, of which five fit.
-  void ShowBox(int count) {
-    Rows rows;
-    for (const char state : std::string("rgbwkyc?")) rows.insert(rows.end(), 10, {state});
-    Dress(LIST, rows);
-    Fill(view, count);
-    Show(box, {10, 10, 100, 54});
-    root.SetFocus(&view);
-  }
-  // Which items are marked.
+  // 'x' for marked items, the current one behind a '>'.
   std::string Marks() const {
     std::string marks;
-    for (int i = 0; i < list.Count(); ++i) marks += list.IsSelected(i) ? '1' : '0';
+    for (int i = 0; i < list.Count(); ++i)
+      marks += (i == list.GetCurrent() ? ">" : "") + std::string{list.IsSelected(i) ? 'x' : '-'};
     return marks;
   }
+  const std::function<std::string()> marks = [this] { return Marks(); };
 
-  ListView list;
   ListBox box;
-  ListView& view = box.GetList();
+  ListView& list = box.GetList();
 };
 
 // Single selection; with the focus; disabled; then the same where any number may be marked.
 TEST_F(ListTest, ItemsLookLikeTheirState) {
   CurrentSkin()->dottedRect = 1;
   CurrentSkin()->GenerateDefaultBitmaps();
+  root.Remove(&box);
   std::array<ListBox, 6> boxes;
   for (int i = 0; i < 6; ++i) {
     for (const char* text : {"aa", "b", "c", "dd"})
@@ -72,141 +66,111 @@ TEST_F(ListTest, ItemsLookLikeTheirState) {
 
 TEST_F(ListTest, SortingKeepsTheCurrentItem) {
   for (const char* text : {"b", "a", "c", "a"})
-    list.InsertItem(std::make_unique<TextListItem>(text, list.Count()));
-  list.InsertItem(std::make_unique<ListItem>(4));
+    list.InsertItem(std::make_unique<TextListItem>(text, list.Count()), 9);
+  list.InsertItem(std::make_unique<ListItem>(4), 9);
   list.SetCurrent(2);
   list.Sort();
   std::string order;
   for (int i = 0; i < list.Count(); ++i) order += std::to_string(list.GetItem(i)->data);
-  EXPECT_EQ(order + ' ' + std::to_string(list.GetCurrent()), "41302 4");
+  EXPECT_EQ(order + Marks(), "41302---->x");
 }
 
-TEST_F(ListTest, AnyNumberOfItemsMayBeMarked) {
-  ShowItems(list, 4, 4);
-  list.SetMultiSelect(true);
-  std::string seen;
-  const auto note = [&] {
-    seen += Marks() + std::to_string(list.GetCurrent()) + std::to_string(list.GetSelected()) +
-            (" " + root.Events()) + ", ";
-  };
-  list.SelectItem(1), note();
-  list.SelectItem(3), note();
-  for (const int index : {-1, 4}) list.SelectItem(index), list.DeselectItem(index), note();
-  list.DeselectItem(1), note();
-  Mouse(11, 12), note();
-  list.SetCurrent(-1), note();
-  list.DeselectAll(), note();
-  EXPECT_EQ(seen,
-            "110010 , 110130 , 110130 , 110130 , 100130 , 100110 Scroll 1, 1001-10 Scroll -1, "
-            "0000-10 , ");
-}
-
-TEST_F(ListTest, KeysMoveTheCurrentItemWithinTheList) {
-  ShowItems(list, 10, 3);
-  const std::tuple<int, int, std::string> kMoves[] = {
-      {0, KEY_UP, ""},           {9, KEY_DOWN, ""},         {4, KEY_UP, "Scroll 3"},
-      {4, KEY_DOWN, "Scroll 5"}, {0, KEY_PGDN, "Scroll 3"}, {8, KEY_PGDN, "Scroll 9"},
-      {9, KEY_PGUP, "Scroll 6"}, {2, KEY_PGUP, "Scroll 0"}, {5, KEY_HOME, "Scroll 0"},
-      {5, KEY_END, "Scroll 9"}};
-  for (const auto& [from, key, events] : kMoves) {
-    list.SetCurrent(from);
-    root.Events();
-    Key(key);
-    EXPECT_EQ(root.Events(), events) << from << ' ' << key;
-  }
+TEST_F(ListTest, TheViewFollowsKeysWheelAndScrollBar) {
+  Fill(30);
+  const auto first = [this] { return std::to_string(list.GetFirst()); };
+  EXPECT_EQ(
+      Play("up down down up pagedown pagedown pageup pageup", first),
+      "0, 0 (Scroll 1), 0 (Scroll 2), 0 (Scroll 1), 2 (Scroll 6), 7 (Scroll 11), 6 (Scroll 6), "
+      "1 (Scroll 1)");
+  EXPECT_EQ(
+      Play("pageup end down pagedown up+up+up+up up home end", first),
+      "0 (Scroll 0), 25 (Scroll 29), 25, 25, 25 (Scroll 28; Scroll 27; Scroll 26; Scroll 25), "
+      "24 (Scroll 24), 0 (Scroll 0), 25 (Scroll 29)");
+  EXPECT_EQ(Play("30,30+wheel3 105,30+wheel-1 105,60+press+release", first), "22, 23, 24");
+  root.SetFocus(&list);
   list.Clear();
-  for (const int key : {KEY_UP, KEY_ENTER, KEY_SPACE, KEY_HOME}) Key(key);
-  EXPECT_EQ(root.Events(), "Scroll -1; Scroll -1; Scroll -1");
+  EXPECT_EQ(Play("up enter space home 40,60+press+release", first),
+            "0 (Scroll -1), 0 (Scroll -1), 0 (Scroll -1), 0, 0");
 }
 
 TEST_F(ListTest, ItemsAreChosenByKeyAndPointer) {
-  ShowItems(list, 3, 20);
-  for (const int key : {KEY_ENTER, KEY_SPACE}) Key(key);
-  for (const int y : {12, 25}) Click(11, y);
-  EXPECT_EQ(root.Events(), "Activate; Activate; Scroll 1; Activate 1; Activate -1");
+  Fill(3);
+  EXPECT_EQ(Play("enter space 20,27+press+release press+release 20,50+press+release", marks),
+            ">x-- (Activate), >x-- (Activate), ->x- (Scroll 1; Activate 1), "
+            "->x- (Scroll 1; Activate 1; Activate 1), ->x-");
+  const Words own = {{"mark0", [this] { list.SelectItem(0); }},
+                     {"mark2", [this] { list.SelectItem(2); }},
+                     {"clear0", [this] { list.DeselectItem(0); }},
+                     {"none", [this] { list.SetCurrent(-1); }},
+                     {"outside", [this] {
+                        for (const int i : {-1, 3}) list.SelectItem(i), list.DeselectItem(i);
+                      }}};
   list.SetMultiSelect(true);
   list.DeselectAll();
-  std::string marks;
-  const auto note = [&] { marks += Marks() + ' '; };
-  for (const int key : {KEY_SPACE, KEY_SPACE, KEY_ENTER, KEY_ENTER}) Key(key), note();
-  for (int click = 0; click < 2; ++click) Click(11, 13), note();  // also a double click
-  EXPECT_EQ(marks, "010 000 010 010 011 010 ");
-  EXPECT_EQ(root.Events(),
-            "Activate 1; Activate 1; Activate 1; Activate 1; Scroll 2; Activate 2; Activate 2; "
-            "Activate 2");
+  EXPECT_EQ(Play("space space enter enter 20,15 press+release wait50+press+release", marks),
+            "->x- (Activate 1), ->-- (Activate 1), ->x- (Activate 1), ->x- (Activate 1), "
+            ">-x- (Scroll 0), >xx- (Activate; Activate), >-x- (Activate)");
+  EXPECT_EQ(Play("mark0 mark2 outside clear0 none", marks, own),
+            ">xx-, xx>x, xx>x, -x>x, -xx (Scroll -1)");
+  EXPECT_EQ(list.GetSelected(), 1);
 }
 
 TEST_F(ListTest, DeletingKeepsACurrentAndAVisibleItem) {
-  ShowItems(list, 10, 4);
-  Key(KEY_END);
-  list.SetH(0);
-  list.SetFirst(9);
-  for (const int index : {9, 0, 12, 7, 6}) list.DeleteItem(index);
-  EXPECT_EQ(list.GetFirst(), 5);
-  list.SetCurrent(1);
-  list.InsertItem(std::make_unique<ListItem>(), 0);
-  EXPECT_EQ(Marks(), "0100000") << "the mark stays with the current item";
-  list.DeleteItem(1);
-  EXPECT_EQ(Marks(), "010000");
-  while (list.Count() > 0) list.DeleteItem(0);
-  EXPECT_EQ(root.Events(),
-            "Scroll 9; Scroll 8; Scroll 7; Scroll 6; Scroll 5; Scroll 1; Scroll 0; Scroll -1");
+  Fill(10);
+  const Words own = {{"delete0", [this] { box.DeleteItem(0); }},
+                     {"delete1", [this] { box.DeleteItem(1); }},
+                     {"delete4", [this] { box.DeleteItem(4); }},
+                     {"delete9", [this] { box.DeleteItem(9); }},
+                     {"insert0", [this] { list.InsertItem(std::make_unique<ListItem>(), 0); }}};
+  const auto look = [this] { return std::to_string(list.GetFirst()) + ' ' + Marks(); };
+  EXPECT_EQ(
+      Play("end delete9 delete9 delete0 up delete4 down delete4 home+down insert0", look, own),
+      "5 --------->x (Scroll 9), 4 -------->x (Scroll 8), 4 -------->x, 3 ------->x (Scroll 7), "
+      "3 ------>x- (Scroll 6), 2 ----->x- (Scroll 5), 2 ------>x (Scroll 6), 1 ----->x (Scroll 5), "
+      "0 ->x---- (Scroll 0; Scroll 1), 0 ->x-----");
+  EXPECT_EQ(Play("delete1 delete1+delete0+delete0+delete0 delete0 delete0", look, own),
+            "0 ->x----, 0 >x- (Scroll 0), 0 >x, 0  (Scroll -1)");
 }
 
 TEST_F(ListTest, TheApplicationMayFillTheListAnewWhileAnItemIsChosen) {
   for (const int message : {MSG_ACTIVATE, MSG_SCROLL}) {
-    Mouse(200, 150);
     list.Clear();
-    ShowItems(list, 9, 9);
+    Fill(5);
     root.onEvent = [&](Widget*, int msg, int index) {
-      if (msg != message || index != 7) return;
+      if (msg != message || index != 4) return;
       list.Clear();
-      Fill(list, 2);
+      for (int i = 0; i < 2; ++i) list.InsertItem(std::make_unique<ListItem>(), i);
     };
-    Click(11, 18);
-    EXPECT_EQ(root.Events(),
-              message == MSG_SCROLL ? "Scroll 7; Scroll 0" : "Scroll 7; Activate 7; Scroll 0");
-    root.onEvent = nullptr;
+    EXPECT_EQ(Play("wait50+20,60+press release", marks),
+              message == MSG_SCROLL ? ">x- (Scroll 4; Scroll 0), >x-"
+                                    : ">x- (Scroll 4; Activate 4; Scroll 0), >x-");
   }
 }
 
-TEST_F(ListTest, TheViewFollowsTheCurrentItemTheWheelAndTheScrollBar) {
-  ShowBox(30);
-  std::string firsts;
-  const auto note = [&] { firsts += ' ' + std::to_string(view.GetFirst()); };
-  for (const int key : {KEY_END, KEY_UP, KEY_UP, KEY_UP, KEY_UP, KEY_UP}) Key(key), note();
-  EXPECT_EQ(root.Events(), "Scroll 29; Scroll 28; Scroll 27; Scroll 26; Scroll 25; Scroll 24");
-  Mouse(30, 30, 0, 3), note();
-  Mouse(105, 30, 0, -1), note();
-  Click(105, 60), note();
-  view.Clear(), Click(40, 60);
-  EXPECT_EQ(firsts, " 25 25 25 25 25 24 21 22 23");
-  EXPECT_EQ(root.Events(), "");
-}
-
 TEST_F(ListTest, WhatIsRepaintedInPartLooksAsIfItWereRepaintedWhole) {
-  ShowBox(5);
+  Fill(5);
   const auto check = [this] {
     Tick();
-    EXPECT_TRUE(DrawsEnough()) << view.Count() << view.GetCurrent();
-    EXPECT_EQ(view.w() > 90, view.Count() <= 5) << "there is no scroll bar";
+    EXPECT_TRUE(DrawsEnough()) << list.Count() << list.GetCurrent();
+    EXPECT_EQ(list.w() > 90, list.Count() <= 5) << "there is no scroll bar";
   };
   box.Hide(), box.Unhide(), check();
   box.InsertItem(std::make_unique<ListItem>()), check();
-  Fill(view, 2), box.ItemsChanged(), check();
-  for (const int key : {KEY_DOWN, KEY_END, KEY_HOME, KEY_DOWN}) Key(key), check();
-  view.InsertItem(std::make_unique<TextListItem>("text"), 1), check();
-  static_cast<TextListItem*>(view.GetItem(1))->SetText("new"), check();
+  for (int i = 0; i < 2; ++i) list.InsertItem(std::make_unique<ListItem>(), 9);
+  box.ItemsChanged(), check();
+  for (const char* word : {"down", "end", "home", "down"}) Do(word), check();
+  list.InsertItem(std::make_unique<TextListItem>("text"), 1), check();
+  static_cast<TextListItem*>(list.GetItem(1))->SetText("new"), check();
   for (const int last : {8, 7, 6, 5, 4}) box.DeleteItem(last), check();
-  view.SetFirst(2), check();
-  view.SetMultiSelect(true), check();
+  list.SetFirst(2), check();
+  list.SetMultiSelect(true), check();
   for (const int y : {35, 45, 45}) Click(30, y), check();
-  view.Clear(), check();
+  list.Clear(), check();
   Dress(PANEL_SUNKEN, {"rrr", "rrr", "rrr"});
-  view.InsertItem(std::make_unique<Inverter>()), box.Redraw(), check();
-  for (Widget* focus : {static_cast<Widget*>(nullptr), static_cast<Widget*>(&view)})
+  list.InsertItem(std::make_unique<Inverter>(), 0), box.Redraw(), check();
+  for (Widget* focus : {static_cast<Widget*>(nullptr), static_cast<Widget*>(&list)})
     root.ChangeFocus(root.FocusWidget(), focus), check();
-  Key(KEY_ENTER), check();
+  Do("enter"), check();
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ TEST_P(ScrollBarTest, TheGripLiesWhereTheValueIs) {
   }
   bars[3].Disable();
   root.SetFocus(&bars[0]);
-  Do("5,23"), Do("press");
+  Do("5,23 press");
   ExpectShown(isTransposed ? "scroll_bars" : "scroll_bars_lying", {0, 0, 72, 72});
   bars[1].SetRange(50, 30);
   EXPECT_EQ(bars[1].GetPosition(), 20) << "the end of the shorter range";
@@ -56,9 +56,8 @@ TEST_P(ScrollBarTest, HeldArrowsAndTracksScrollOnAndOn) {
       {"40,25+press release", "521 (Scroll 521), 511 (Scroll 511)"},
       {"120,25+press restart wait4", "521 (Scroll 521), 521, 521"}};
   for (const auto& [script, seen] : rows) EXPECT_EQ(Play(script, position, own), seen);
-  for (const char* at : {"120,25", "60,25"}) {
-    for (const char* word : {"release", at, "press", "wait100", "release", "press", "release"})
-      Do(word);
+  for (const std::string at : {"120,25", "60,25"}) {
+    Do("release " + at + " press wait100 release press release");
     EXPECT_TRUE(bar.Dialog::Contains(root.FocusWidget())) << at;
     EXPECT_TRUE(root.FocusWidget()->Bounds().Contains({mouse_x, mouse_y})) << at;
   }
@@ -66,7 +65,7 @@ TEST_P(ScrollBarTest, HeldArrowsAndTracksScrollOnAndOn) {
 
 TEST_P(ScrollBarTest, KeysPointerAndWheelMoveTheGrip) {
   ShowBar(910, 0);  // ten units a pixel
-  for (const char* word : {"40,25", "press", "release"}) Do(word);
+  Do("40,25 press release");
   const std::tuple<int, std::string, std::string> rows[] = {{60, "pagedown", "90 (Scroll 90)"},
                                                             {60, "pageup", "30 (Scroll 30)"},
                                                             {20, "pageup", "0 (Scroll 0)"},

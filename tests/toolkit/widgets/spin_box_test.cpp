@@ -5,67 +5,55 @@
 namespace zel {
 namespace {
 
-// The arrows of the built-in look are 16 pixels wide.
+// The arrows at (90, 34) and (90, 50) are those of the built-in look, 16 pixels wide.
 class SpinBoxTest : public WidgetFixture {
  protected:
   SpinBoxTest() {
-    spin.Setup(20, 30, 80, 24, 0, 0, 0, 300, 0, 1);
+    spin.Setup(20, 30, 80, 24, 0, 0, 0, 300, 7, 2);
     Show(spin, {20, 30, 80, 24});
+    root.SetFocus(&edit);
   }
-  // Types a character behind a text.
-  void Type(const char* before, char character) {
-    spin.GetEdit().SetText(before);
-    root.SetFocus(&spin.GetEdit());
-    Stage::Type(character, 0);
+  // Plays a script on a text, null for the one that is there; answers the texts and the values.
+  std::string PlayOn(const char* text, const std::string& script) {
+    if (text) edit.SetText(text);
+    return Play(script, [this] {
+      return (std::ostringstream{} << edit.GetText() << " is " << spin.GetValue()).str();
+    });
   }
-  std::string Text() { return spin.GetEdit().GetText(); }
 
   SpinBox spin;
+  EditBox& edit = spin.GetEdit();
 };
 
 TEST_F(SpinBoxTest, ArrowsStepWithinTheRangeWhileTheyAreHeld) {
-  spin.Setup(20, 30, 80, 24, 0, 0, 0, 10, 5, 2);
-  Mouse(90, 34, 1);
-  Tick(50);
-  Mouse(90, 34);
-  Click(90, 50);
-  EXPECT_EQ(root.Events(), "Scroll 2; Scroll 2; Scroll 2; Scroll -2");
+  EXPECT_EQ(PlayOn("295", "90,34+press wait3 wait20 release 90,50+press release"),
+            "297 is 297 (Scroll 2), 297 is 297, 300 is 300 (Scroll 2; Scroll 2), 300 is 300, "
+            "298 is 298 (Scroll -2), 298 is 298");
 }
 
 TEST_F(SpinBoxTest, TypingSetsTheValueAndTellsNobody) {
-  Type("99", '9');
-  EXPECT_EQ(spin.GetValue(), 300);
-  EXPECT_EQ(Text(), "999") << "until an arrow is pressed";
-  Stage::Type('\r', KEY_ENTER);
-  EXPECT_EQ(root.Events(), "Activate");
-  Click(90, 50);
-  EXPECT_EQ(Text(), "299");
+  EXPECT_EQ(PlayOn("99", "9 enter 90,50+press+release 60,40+press+release end+backspace"),
+            "999 is 300, 999 is 300 (Activate), 298 is 298 (Scroll -2), 298 is 298, 29 is 29");
   spin.SetValue(0.25);
-  for (const int scancode : {KEY_F1, KEY_DEL}) Key(scancode);
-  EXPECT_EQ(spin.GetValue(), 0.25) << "without a change of the text";
-  Type("1", '2');
-  Key(KEY_BACKSPACE);
-  EXPECT_EQ(spin.GetValue(), 1);
+  EXPECT_EQ(PlayOn(nullptr, "home end+delete x backspace+backspace home+delete"),
+            "29 is 0.25, 29 is 0.25, 29x is 29, 2 is 2,  is 0")
+      << "only a change of the text counts";
 }
 
 TEST_F(SpinBoxTest, ReadsTheTextAsItsKindOfNumber) {
-  Type("2.", '7');
-  EXPECT_EQ(spin.GetValue(), 2);
-  spin.GetEdit().SetFilter(kFilterHexadecimal | kFilterUpperCase);
-  Type("1", 'e');
-  EXPECT_EQ(spin.GetValue(), 30);
-  Click(90, 34);
-  EXPECT_EQ(Text(), "1F");
+  EXPECT_EQ(PlayOn("2.", "7"), "2.7 is 2");
+  edit.SetFilter(kFilterHexadecimal | kFilterUpperCase);
+  EXPECT_EQ(PlayOn("1", "e g 90,34+press+release"), "1E is 30, 1E is 30, 20 is 32 (Scroll 2)");
 }
 
 TEST_F(SpinBoxTest, NumbersOfAnySizeFit) {
   spin.Setup(20, 30, 80, 24, 0, 0, -1e308, 1e308, -1e18, 0.5);
-  EXPECT_EQ(Text(), "-1000000000000000000");
-  for (const auto& [text, last] : {std::pair{"na", 'n'}, {"in", 'f'}, {"1e99", '9'}, {"2.2", '5'}})
-    Type(text, last);
-  Click(90, 34);
-  EXPECT_EQ(spin.GetValue(), 2.75);
-  EXPECT_EQ(Text(), "3");
+  EXPECT_STREQ(edit.GetText(), "-1000000000000000000");
+  EXPECT_EQ(PlayOn("na", "n"), "nan is -1e+18");
+  EXPECT_EQ(PlayOn("in", "f"), "inf is 1e+308");
+  EXPECT_EQ(PlayOn("1e99", "9"), "1e999 is 1e+308");
+  EXPECT_EQ(PlayOn("2.2", "5 90,34+press+release 90,50+press+release"),
+            "2.25 is 2.25, 3 is 2.75 (Scroll 1), 3 is 2.5 (Scroll -1)");
 }
 
 }  // namespace
