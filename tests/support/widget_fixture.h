@@ -57,7 +57,8 @@ class WidgetFixture : public StageTest {
   // Plays a script of words: keys, "shift" for the keys until the step ends, texts to be typed,
   // "20,30" for where the pointer goes, "press", "release", "wheel-2", "wait8" for so many ticks,
   // and the test's own. A step is one word, or several that are joined by '+'. Answers what there
-  // is to see after each step, and in brackets what was reported meanwhile.
+  // is to see after each step, and in brackets what was reported meanwhile. Each repaints all that
+  // changed.
   using Words = std::map<std::string, std::function<void()>>;
   std::string Play(const std::string& script, const std::function<std::string()>& look,
                    const Words& own = {}) {
@@ -69,6 +70,7 @@ class WidgetFixture : public StageTest {
       for (std::string word; std::getline(words, word, '+');)
         own.count(word) ? own.at(word)() : Act(word);
       HoldShifts(0);
+      EXPECT_TRUE(DrawsEnough()) << step << " in " << script;
       const std::string events = root.Events();
       seen += (seen.empty() ? "" : ", ") + look() + (events.empty() ? "" : " (" + events + ')');
     }
@@ -79,27 +81,30 @@ class WidgetFixture : public StageTest {
   }
 
   // The frame with all that is dirty drawn, without the pointer.
-  Rows Frame() {
+  BITMAP* Drawn() {
     CurrentPointer()->Hide();
     settings.showMouse = false;
     root.DrawDirty();
     settings.showMouse = true;
-    return Picture(CurrentScreenUpdate()->GetCanvas());
+    return CurrentScreenUpdate()->GetCanvas();
   }
+  Rows Frame() { return Picture(Drawn()); }
   // What shows there, without the pointer, is the reference picture.
   void ExpectShown(const std::string& picture, const Rect& part) {
-    Frame();
-    ExpectLook(picture, CurrentScreenUpdate()->GetCanvas(), part);
+    ExpectLook(picture, Drawn(), part);
   }
   // Whether drawing what is dirty has drawn all that changed.
   bool DrawsEnough() {
-    const Rows inPart = Frame();
+    const auto pixels = [this] {
+      return std::string{static_cast<const char*>(Drawn()->dat), 320 * 200 * 4};
+    };
+    const std::string inPart = pixels();
     root.Redraw();
-    return inPart == Frame();
+    return inPart == pixels();
   }
   // The pixels that are brought to the screen when that is drawn.
   int Copied() {
-    Frame();
+    Drawn();
     auto* update = static_cast<DirtyRectangles*>(CurrentScreenUpdate());
     int pixels = 0;
     for (const Rect& rect : update->Pending()) pixels += rect.w * rect.h;

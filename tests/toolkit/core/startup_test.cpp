@@ -210,27 +210,28 @@ TEST_F(Startup, AWindowThatIsTheRootFillsANewModeWithItsFrame) {
 TEST(Error, OnlySoundAndNoErrorAreNoFailures) {
   for (int code = -1; code <= 16; ++code)
     EXPECT_EQ(Error{code}.IsError(), code != 0 && code != 6) << code;
-  EXPECT_STREQ(Error{}.GetDescription(), "No error.\n");
-  EXPECT_STREQ(Error{15}.GetDescription(), "Error: array index out of bounds!\n");
-  for (const int code : {16, -1, INT_MAX, INT_MIN})
-    EXPECT_STREQ(Error{code}.GetDescription(), "An unknown error occured!\n");
+  for (const auto& [code, text] : {std::pair{0, "No error.\n"},
+                                   {15, "Error: array index out of bounds!\n"},
+                                   {16, "An unknown error occured!\n"},
+                                   {-1, "An unknown error occured!\n"}})
+    EXPECT_STREQ(Error{code}.GetDescription(), text);
 }
 
 TEST(ErrorDeathTest, AReportedErrorEndsTheProcess) {
-  const auto report = [](bool withAllegro) {
-    if (withAllegro) {
-      FakeMachine machine;
-      settings.useVideoMemory = true;
-      ChangeScreenMode(0, true, 640, 480, 16, nullptr);
-      Error{kSkinFileError}.Report();
-    }
+  const testing::ExitedWithCode failed{1};
+  const auto report = [] {
+    FakeMachine machine;
+    settings.useVideoMemory = true;
+    ChangeScreenMode(0, true, 640, 480, 16, nullptr);
+    Error{kSkinFileError}.Report();
+  };
+  EXPECT_EXIT(report(), failed, "Error: skin description file not found!\n\n");
+  const auto reportWithoutAllegro = [] {
     allegro_exit();
     dup2(STDERR_FILENO, STDOUT_FILENO);
     Error{kAllegroError}.Report();
   };
-  const testing::ExitedWithCode failed{1};
-  EXPECT_EXIT(report(true), failed, "Error: skin description file not found!\n\n");
-  EXPECT_EXIT(report(false), failed, "Error: initializing Allegro!\n");
+  EXPECT_EXIT(reportWithoutAllegro(), failed, "Error: initializing Allegro!\n");
 }
 
 }  // namespace

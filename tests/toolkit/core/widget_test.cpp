@@ -1,5 +1,7 @@
 #include "toolkit/core/widget.h"
 
+#include <climits>
+
 #include "tests/support/stage.h"
 
 namespace zel {
@@ -49,25 +51,21 @@ TEST_F(WidgetTest, MessagesReachTheirHandlersWhichReportThem) {
 
 TEST_F(WidgetTest, OperationsSetAndClearTheirFlags) {
   using Operation = void (Widget::*)();
-  const struct {
-    Operation set, clear;
-    std::uint32_t flag;
-    bool dirtyOnSet, dirtyOnClear;
-  } kPairs[] = {{&Widget::MakeExit, &Widget::DontExit, 1, true, true},
-                {&Widget::Select, &Widget::Deselect, 2, true, true},
-                {&Widget::MsgGotFocus, &Widget::MsgLostFocus, 4, true, true},
-                {&Widget::MsgGotMouse, &Widget::MsgLostMouse, 8, false, false},
-                {&Widget::Hide, &Widget::Unhide, 16, false, true},
-                {&Widget::Disable, &Widget::Enable, 32, true, true},
-                {&Widget::Redraw, &Widget::ForgetRedraw, 64, true, false}};
-  for (const auto& row : kPairs) {
+  const std::tuple<Operation, Operation, std::uint32_t, bool, bool> rows[] = {
+      {&Widget::MakeExit, &Widget::DontExit, 1, true, true},
+      {&Widget::Select, &Widget::Deselect, 2, true, true},
+      {&Widget::MsgGotFocus, &Widget::MsgLostFocus, 4, true, true},
+      {&Widget::MsgGotMouse, &Widget::MsgLostMouse, 8, false, false},
+      {&Widget::Hide, &Widget::Unhide, 16, false, true},
+      {&Widget::Disable, &Widget::Enable, 32, true, true},
+      {&Widget::Redraw, &Widget::ForgetRedraw, 64, true, false}};
+  for (const auto& [set, clear, flag, dirtyOnSet, dirtyOnClear] : rows) {
     widget.ForgetRedraw();
-    (widget.*row.set)();
-    EXPECT_EQ(widget.GetFlags() & ~64u, row.flag & ~64u) << row.flag;
-    EXPECT_EQ(widget.Dirty(), row.dirtyOnSet) << row.flag;
+    (widget.*set)();
+    EXPECT_EQ(widget.GetFlags(), flag | (dirtyOnSet ? 64 : 0));
     widget.ForgetRedraw();
-    (widget.*row.clear)();
-    EXPECT_EQ(widget.GetFlags(), row.dirtyOnClear ? 64u : 0u) << row.flag;
+    (widget.*clear)();
+    EXPECT_EQ(widget.GetFlags(), dirtyOnClear ? 64u : 0u) << flag;
   }
   widget.SetFlag(~4096u);
   widget.MsgEnd();
@@ -82,12 +80,12 @@ TEST_F(WidgetTest, PositionsAndSharesAreThoseOfTheParent) {
   panel.Add(&widget);
   widget.Setup(-10, -30, 5, 6, 'k', kFlagSelected);
   EXPECT_EQ(widget.Bounds(), Rect(220, 90, 5, 6));
-  EXPECT_EQ(widget.GetRelativePos(), (Point{190, 70}));
-  EXPECT_TRUE(widget.TestFlag(kFlagMoved | kFlagResized | kFlagDirty | kFlagSelected));
+  EXPECT_EQ(widget.GetRelativePos(), Point(190, 70));
+  EXPECT_EQ(Point(widget.x2(), widget.y2()), Point(225, 96));
+  EXPECT_EQ(widget.GetFlags(), kFlagMoved | kFlagResized | kFlagDirty | kFlagSelected);
   EXPECT_EQ(widget.GetKey(), 'k');
-  EXPECT_EQ(widget.x2(), 225);
   PutMouse({221, 95});
-  EXPECT_EQ(widget.GetMousePos(), (Point{1, 5}));
+  EXPECT_EQ(widget.GetMousePos(), Point(1, 5));
 
   widget.Shape({50, -1, 25, -1}, true);
   EXPECT_EQ(widget.Bounds(), Rect(220, 90, 5, 6)) << "shares are applied later";
@@ -96,41 +94,40 @@ TEST_F(WidgetTest, PositionsAndSharesAreThoseOfTheParent) {
   widget.SendMessage(MSG_RESIZE);
   EXPECT_EQ(widget.Bounds(), Rect(130, 90, 50, 6));
   panel.Resize(99, 50);
-  widget.Resize(-1, 33, true);
+  widget.Shape({50, 21, 25, 33}, true);
   widget.SendMessage(MSG_SHAPE);
-  EXPECT_EQ(widget.Bounds(), Rect(79, 90, 50, 16)) << "rounded down";
+  EXPECT_EQ(widget.Bounds(), Rect(79, 30, 24, 16)) << "rounded down";
 
-  widget.Shape(2147483647, -2147483647 - 1, 2147483647, 2147483647);
-  EXPECT_EQ(widget.GetRelativePos(), (Point{32767, -32767}));
-  EXPECT_EQ(widget.w(), 32767);
+  widget.Shape(INT_MAX, INT_MIN, INT_MAX, INT_MIN);
+  EXPECT_EQ(widget.GetRelativePos(), Point(32767, -32767));
+  EXPECT_EQ(Point(widget.w(), widget.h()), Point(32767, -32767));
   Dialog alone;
   alone.Place(7, 8);
-  EXPECT_EQ(alone.GetRelativePos(), (Point{7, 8}));
-  EXPECT_EQ(Point({alone.x(), alone.y()}), (Point{0, 0})) << "where its children are";
+  EXPECT_EQ(alone.GetRelativePos(), Point(7, 8));
+  EXPECT_EQ(Point(alone.x(), alone.y()), Point()) << "where its children are";
 }
 
 TEST_F(WidgetTest, TooltipsComeFromTheParentAndFontsFromTheSkin) {
   EXPECT_EQ(widget.GetTooltip(), nullptr);
   root.SetTooltip("outer");
+  EXPECT_STREQ(widget.GetTooltip(), "outer");
   std::string text = "inner";
   widget.SetTooltip(text.c_str());
   text = "other";
   EXPECT_STREQ(widget.GetTooltip(), "inner");
-  widget.SetTooltip(nullptr);
-  EXPECT_STREQ(widget.GetTooltip(), "outer");
-
-  widget.SetFont(70, 0);  // no font has this index
-  widget.SetBitmap(3);
-  EXPECT_GT(widget.GetFont(0).TextHeight(), 0);
-  EXPECT_EQ(widget.GetBitmap(), nullptr);
+  const auto look = [this](int font, int bitmap) {
+    widget.SetFont(font, 0);
+    widget.SetBitmap(bitmap);
+    return (widget.GetFont(0).TextHeight() > 0) + 2 * (widget.GetBitmap() != nullptr);
+  };
+  EXPECT_EQ(look(0, 3), 1) << "no picture without a skin";
   UseSkin();
   widget.SetSkin(nullptr);
   EXPECT_EQ(widget.GetSkin(), CurrentSkin());
   EXPECT_TRUE(widget.TestFlag(kFlagSkinChanged));
-  EXPECT_GT(widget.GetFont(0).TextHeight(), 0);
-  EXPECT_NE(widget.GetBitmap(), nullptr);
-  widget.SetBitmap(100'000);
-  EXPECT_EQ(widget.GetBitmap(), nullptr);
+  for (const auto& [font, bitmap, seen] :
+       {std::tuple{0, 3, 3}, {-1, -1, 1}, {Skin::kFonts, Skin::kBitmaps, 1}, {0, 0, 3}})
+    EXPECT_EQ(look(font, bitmap), seen) << font;
 }
 
 using TransitionTest = StageTest;
