@@ -1,7 +1,8 @@
 // Reference pictures: texts that say what something looks like, which a person has looked at.
 //
-// tests/pictures/NAME.txt is what Describe says of it. With ZEL_DRAW_PICTURES in the environment
-// the tests write the files anew: look at them with tools/show-pictures before you keep them.
+// tests/pictures/NAME.txt is what Describe says of it, tests/texts/NAME.txt what else there is to
+// say in many lines. With ZEL_DRAW_PICTURES in the environment the tests write the files anew: look
+// at them, at pictures with tools/show-pictures, before you keep them.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -16,12 +17,20 @@
 
 namespace zel {
 
+inline void ExpectReference(const std::string& file, const std::string& seen) {
+  const std::string path = std::string{ZEL_PICTURES} + "/../" + file + ".txt";
+  if (std::getenv("ZEL_DRAW_PICTURES")) WriteFile(path, seen);
+  EXPECT_EQ(seen, ReadFile(path)) << file;
+}
+
+// The text is the reference of that name.
+inline void ExpectText(const std::string& name, const std::string& seen) {
+  ExpectReference("texts/" + name, seen);
+}
+
 // The part of the bitmap looks like the reference picture of that name.
 inline void ExpectLook(const std::string& name, BITMAP* bitmap, const Rect& part) {
-  const std::string path = std::string{ZEL_PICTURES} + '/' + name + ".txt";
-  const std::string seen = Describe(bitmap, part);
-  if (std::getenv("ZEL_DRAW_PICTURES")) WriteFile(path, seen);
-  EXPECT_EQ(seen, ReadFile(path)) << name;
+  ExpectReference("pictures/" + name, Describe(bitmap, part));
 }
 
 }  // namespace zel

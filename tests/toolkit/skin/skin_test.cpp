@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "tests/support/allegro_fixture.h"
+#include "tests/support/reference.h"
 #include "tests/support/temp_files.h"
 #include "toolkit/draw/engine_font.h"
 
@@ -35,32 +36,27 @@ std::string Joined(Values... values) {
   return ((std::to_string(values) + ' ') + ...);
 }
 
-// In the order of every_key.cfg, which has values that count from 1.
-std::string Numbers(const Skin& s) {
-  return Joined(s.dottedRect, s.focus, s.wallpaperStyle, s.buttonDisplacement,
-                s.buttonAnimationType, s.buttonAnimationLength, s.boxOffset.x, s.boxOffset.y,
-                s.boxAlignment, s.windowTextPos.x, s.windowTextPos.y, s.windowExitPos.x,
-                s.windowExitPos.y, s.windowMaxPos.x, s.windowMaxPos.y, s.windowMinPos.x,
-                s.windowMinPos.y, s.windowAlignment, s.windowTextBack, s.windowAnimationType,
-                s.windowAnimationLength, s.comboAnimationType, s.comboAnimationLength, s.menuHeight,
-                s.menuDelay, s.menuAnimationType, s.menuAnimationLength, s.tooltipAnimationType,
-                s.tooltipAnimationLength);
-}
-
-std::string Colors(const Skin& skin) {
-  std::string text;
-  for (const Color color : skin.colors) text += Hex(color) + ' ';
-  return text + Hex(skin.boxBackColor) + ' ' + Hex(skin.tooltipBackColor) + ' ' +
-         Hex(skin.tooltipBorderColor);
-}
-
-// Font, text colour and shadow by state.
-std::string TextSetOf(const Skin& skin, int set) {
-  std::string text;
-  for (int state = 0; state < kDrawStates; ++state)
-    text += std::to_string(skin.fontIndex[set][state]) + ':' + Hex(skin.fontColor[set][state]) +
-            '/' + Hex(skin.shadowColor[set][state]) + ' ';
-  return text;
+// Numbers in the order of every_key.cfg, which has values that count from 1; colours; and for each
+// text set font, text colour and shadow by state.
+std::string ValuesOf(const Skin& s) {
+  std::string text =
+      Joined(s.dottedRect, s.focus, s.wallpaperStyle, s.buttonDisplacement, s.buttonAnimationType,
+             s.buttonAnimationLength, s.boxOffset.x, s.boxOffset.y, s.boxAlignment,
+             s.windowTextPos.x, s.windowTextPos.y, s.windowExitPos.x, s.windowExitPos.y,
+             s.windowMaxPos.x, s.windowMaxPos.y, s.windowMinPos.x, s.windowMinPos.y,
+             s.windowAlignment, s.windowTextBack, s.windowAnimationType, s.windowAnimationLength,
+             s.comboAnimationType, s.comboAnimationLength, s.menuHeight, s.menuDelay,
+             s.menuAnimationType, s.menuAnimationLength, s.tooltipAnimationType,
+             s.tooltipAnimationLength) +
+      '\n';
+  for (const Color color : s.colors) text += Hex(color) + ' ';
+  for (const Color color : {s.boxBackColor, s.tooltipBackColor, s.tooltipBorderColor})
+    text += Hex(color) + ' ';
+  for (int set = 0; set < kTextSetCount; ++set)
+    for (int state = 0; state < kDrawStates; ++state)
+      text += (state == 0 ? '\n' : ' ') + std::to_string(s.fontIndex[set][state]) + ':' +
+              Hex(s.fontColor[set][state]) + '/' + Hex(s.shadowColor[set][state]);
+  return text + '\n';
 }
 
 struct SkinTest : AllegroFixture {
@@ -79,19 +75,11 @@ struct SkinTest : AllegroFixture {
   TempDir files;
 };
 
-const std::string kColors =
-    "d2d2d2 101010 ffffff 505050 808080 80c080 e0e0e0 80c080 e8e8e8 b4b4b4 ";
-
 TEST_F(SkinTest, BuiltinLookComesWithoutAFile) {
   for (const char* name : {"default", ""}) {
     const Skin skin(name);
     EXPECT_TRUE(!skin.GetError().IsError() && !skin.skinFile && !skin.title);
-    EXPECT_EQ(Numbers(skin),
-              "1 0 3 1 0 0 10 1 0 10 8 -22 6 -40 6 -56 6 0 0 0 0 0 0 16 300 0 0 0 0 ");
-    EXPECT_EQ(Colors(skin), kColors + "d2d2d2 ffffc0 000000");
-    EXPECT_EQ(TextSetOf(skin, kHyperText), "0:000080/- 0:800080/- 0:808080/ffffff 0:800080/- ");
-    for (int set : {kBoxText, kListText, kPlainText})
-      EXPECT_EQ(TextSetOf(skin, set), "0:101010/- 0:101010/- 0:808080/ffffff 0:101010/- ");
+    ExpectText("skin_default", ValuesOf(skin));
     EXPECT_EQ(Joined(skin.bitmaps.size(), skin.cursors.size(), skin.fonts.size()), "1024 64 64 ");
     for (int id = 0; id <= kElementCount; ++id)
       EXPECT_EQ(skin.bitmaps[id]->IsEmpty(), id == kElementCount) << id;
@@ -104,10 +92,7 @@ TEST_F(SkinTest, AFileWithoutSensibleKeysHasDefaultsOfItsOwn) {
   RGB entry{40, 40, 40, 0};
   set_color(0, &entry);
   const auto skin = Make("[LIST]\nfont1=64\nfont2=-1\nf_col1=zebra\n[MENU]\nheight=2000000000\n");
-  EXPECT_EQ(Numbers(*skin), "0 1 3 1 0 0 6 1 0 10 8 -22 6 -40 6 -56 6 0 0 0 0 0 0 16 300 0 0 0 0 ");
-  EXPECT_EQ(Colors(*skin), kColors + "dedede ffffc0 000000");
-  EXPECT_EQ(TextSetOf(*skin, kBoxText), "0:202020/- 0:101010/- 0:808080/ffffff 0:101010/- ");
-  EXPECT_EQ(TextSetOf(*skin, kListText), "0:000000/- 0:000000/- 0:808080/- 0:000000/- ");
+  ExpectText("skin_of_a_file_without_keys", ValuesOf(*skin));
   EXPECT_STREQ(*skin->title, "");
   get_color(0, &entry);
   EXPECT_EQ(entry.r + entry.g + entry.b, 0);
@@ -118,17 +103,7 @@ TEST_F(SkinTest, AFileWithoutSensibleKeysHasDefaultsOfItsOwn) {
 TEST_F(SkinTest, EveryValueIsReadFromItsKey) {
   files.Write("outline.ttf", ReadFile("data/skin/fonts/DejaVuSans.ttf"));
   const auto skin = Make(ReadFile(kSamples + "every_key.cfg"));
-  EXPECT_EQ(Numbers(*skin),
-            "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 25 26 27 28 29 ");
-  EXPECT_EQ(Colors(*skin),
-            "1e0000 1f0000 200000 210000 220000 230000 240000 250000 260000 270000 280000 290000 "
-            "2a0000");
-  EXPECT_EQ(TextSetOf(*skin, kEditText),
-            "43:2f0000/330000 44:300000/340000 45:310000/350000 46:320000/360000 ");
-  EXPECT_EQ(TextSetOf(*skin, kBoxText), "1:020000/040000 0:101010/- 0:030000/- 0:101010/- ");
-  std::string selected;
-  for (const auto& fonts : skin->fontIndex) selected += Joined(fonts[kSelected]);
-  EXPECT_EQ(selected, "0 21 22 23 24 25 26 44 28 29 30 31 0 ");
+  ExpectText("skin_of_every_key", ValuesOf(*skin));
   EXPECT_EQ(skin->bitmaps[CLEAR_BACK]->getpixel(5, 5), Color(39, 0, 0))
       << "drawn in the new colour";
   EXPECT_EQ(Joined(skin->fonts[2]->TextHeight(), skin->fonts[3]->TextHeight(),
@@ -168,8 +143,7 @@ TEST_F(SkinTest, APaletteOfADatafileLeavesTheLookOfWhatWasLoaded) {
   skin = Make("[COLORS]\nface=0,255,0\n[MENU]\nheight=44\nf_col1=255,0,0\n");
   const auto look = [&skin] {
     const SkinBitmap& arrow = *skin->cursors[MOUSE_NORMAL]->GetFrame();
-    return Numbers(*skin) + Colors(*skin) + TextSetOf(*skin, kMenuText) +
-           Hex(arrow.getpixel(0, 0)) + Hex(skin->bitmaps[RADIO]->getpixel(6, 6)) +
+    return ValuesOf(*skin) + Hex(arrow.getpixel(0, 0)) + Hex(skin->bitmaps[RADIO]->getpixel(6, 6)) +
            (arrow.getpixel(9, 0) == magenta ? "-" : "");
   };
   const std::string before = look();
