@@ -44,16 +44,14 @@ TEST_F(SettingsTest, EveryKeyIsReadAndWrittenInItsPlace) {
     const Settings s = Read(file.Path());
     EXPECT_EQ(
         Join(s.fileLoaded, s.skinPath, s.screenWidth, s.screenHeight, s.refreshRate, s.colorDepth,
-             s.fullscreen, s.useVideoMemory, s.fullDrag, s.fullResize, s.logicFrameRate,
-             s.unlimitedFrameRate, s.showFrameRate, s.antialiasing, s.guiSound, s.soundVolume,
-             s.midiDriver, s.showMouse, s.mouseShadow, s.doubleClickDelay, s.mouseSpeed,
-             s.useKeyboard, s.keyDelay, s.keyRepeat, s.useJoystick, s.screenUpdateMethod, s.vsync,
-             s.yield, s.runInBackground, s.maxFrameSkip, s.tooltipDelay, s.tooltipAutohideDelay),
-        "1 skins/blue.cfg 801 602 75 24 0 1 0 0 40 1 1 0 0 100 7 0 0 210 3 0 170 90 1 1 1 0 0 6 "
-        "220 "
-        "5100 ");
-    EXPECT_EQ(s.gfxMode, AL_ID('F', 'B', ' ', ' '));
-    EXPECT_EQ(s.soundDriver, AL_ID('A', 'L', 'S', 'A'));
+             s.gfxMode == AL_ID('F', 'B', ' ', ' '), s.fullscreen, s.useVideoMemory, s.fullDrag,
+             s.fullResize, s.logicFrameRate, s.unlimitedFrameRate, s.showFrameRate, s.antialiasing,
+             s.guiSound, s.soundVolume, s.soundDriver == AL_ID('A', 'L', 'S', 'A'), s.midiDriver,
+             s.showMouse, s.mouseShadow, s.doubleClickDelay, s.mouseSpeed, s.useKeyboard,
+             s.keyDelay, s.keyRepeat, s.useJoystick, s.screenUpdateMethod, s.vsync, s.yield,
+             s.runInBackground, s.maxFrameSkip, s.tooltipDelay, s.tooltipAutohideDelay),
+        "1 skins/blue.cfg 801 602 75 24 1 0 1 0 0 40 1 1 0 0 100 1 7 0 0 210 3 0 170 90 1 1 "
+        "1 0 0 6 220 5100 ");
     EXPECT_EQ(Saved(s), kEverything);
     EXPECT_STREQ(s.fileName, file.Path());
   }
@@ -93,19 +91,17 @@ TEST_F(SettingsTest, WhatIsNoFileChangesNothing) {
 
 TEST_F(SettingsTest, ValuesThatWouldStopTheProgramAreBroughtToTheNearestThatWork) {
   Settings set;
-  for (const auto& [rate, ms, ticks] : {std::tuple{0, 5000, 5},
-                                        {INT_MIN, 5000, 5},
-                                        {50, 200, 10},
-                                        {50, 39, 1},
-                                        {50, -200, 0},
-                                        {INT_MAX, 3, 3},
-                                        {INT_MAX, INT_MAX, INT_MAX}}) {
+  constexpr int kRates[][3] = {
+      {0, 5000, 5},    {INT_MIN, 5000, 5},         {50, 200, 10}, {50, 39, 1}, {50, -200, 0},
+      {INT_MAX, 3, 3}, {INT_MAX, INT_MAX, INT_MAX}};
+  for (const auto& [rate, ms, ticks] : kRates) {
     set.logicFrameRate = rate;
     EXPECT_EQ(set.Ticks(ms), ticks) << rate << ' ' << ms;
   }
   // The console mouse drivers divide by 256 * width / 320 / speed.
-  for (const auto& [width, speed, usable] :
-       {std::tuple{320, INT_MAX, 256}, {640, INT_MAX, 512}, {800, 9, 9}, {800, 0, 1}, {1, 9, 1}}) {
+  constexpr int kSpeeds[][3] = {
+      {320, INT_MAX, 256}, {640, INT_MAX, 512}, {800, 9, 9}, {800, 0, 1}, {1, 9, 1}};
+  for (const auto& [width, speed, usable] : kSpeeds) {
     set.screenWidth = width;
     set.mouseSpeed = speed;
     EXPECT_EQ(set.UsableMouseSpeed(), usable) << width << ' ' << speed;

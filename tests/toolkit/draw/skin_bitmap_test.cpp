@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "tests/support/allegro_fixture.h"
+#include "tests/support/reference.h"
 #include "tests/support/temp_files.h"
 #include "toolkit/draw/bitmap_guard.h"
 #include "toolkit/testing/fake_machine.h"
@@ -162,70 +163,43 @@ TEST_F(SkinBitmapTest, CopiesWhatAllegroCopies) {
 }
 
 TEST_F(SkinBitmapTest, BoxesStayWithinTheClipRectangle) {
-  for (int round = 0; round < 24; ++round) {
-    UseDepth(round % 2 ? 16 : 24);
-    const int top = round / 2;
-    SkinBitmap clipped{9, 12, kMemoryBitmap}, expected{9, 12, kMemoryBitmap}, whole;
-    for (SkinBitmap* bitmap : {&clipped, &expected}) bitmap->clear_to_color(blue);
+  for (int top = 0; top < 12; ++top) {
+    UseDepth(top % 2 ? 16 : 24);
+    SkinBitmap clipped{9, 12, kMemoryBitmap}, whole{9, 12, kMemoryBitmap},
+        expected{9, 12, kMemoryBitmap};
+    for (SkinBitmap* bitmap : {&clipped, &whole, &expected}) bitmap->clear_to_color(blue);
     clipped.set_clip_rect(2, top, 6, top + 3);
-    clipped.Box3D(1, 1, 7, 10, red, yellow, black);
-    whole.Set(expected, true, kNoBitmap);
-    whole.Box3D(1, 1, 7, 10, red, yellow, black);
+    for (SkinBitmap* bitmap : {&clipped, &whole}) bitmap->Box3D(1, 1, 7, 10, red, yellow, black);
     whole.blit(expected, 2, top, 2, top, 5, 4);
     EXPECT_EQ(Picture(clipped.GetBitmap()), Picture(expected.GetBitmap())) << top;
   }
 }
 
-// One direction of a slice: a frame, which is edge, tile, edge, over a stretch of a target.
-struct Line {
-  int frame, wantedTile, start, total;
-
-  // Which pixel of the frame shows at this place, or -1 for none. The second edge lies above all.
-  int FramePixel(int place) const {
-    const int tile = std::min(wantedTile < 0 ? frame / 3 : wantedTile, frame);
-    const int edge = (frame - tile) / 2, at = place - start, secondEdge = total - edge;
-    if (at >= secondEdge && at < total) return edge + tile + at - secondEdge;
-    if (at >= 0 && at < edge) return at;
-    return at >= edge && at < secondEdge ? edge + (at - edge) % std::max(tile, 1) : -1;
-  }
-};
-
-TEST_F(SkinBitmapTest, SlicesOfAllSizesMatchThePictureWorkedOutByPixel) {
-  constexpr int kDepths[] = {8, 15, 16, 24, 32};
-  std::mt19937 random{7};
-  const auto pick = [&random](int from, int to) {
-    return from + static_cast<int>(random() % static_cast<unsigned>(to - from + 1));
-  };
-  for (int round = 0; round < 1000; ++round) {
-    UseDepth(kDepths[round % 5]);
-    const int direction = round % 3, masked = round % 2;  // along both, x, y
-    Line across{pick(1, 9), pick(-2, 10), pick(-9, 12), pick(0, 30)};
-    Line down{pick(1, 9), pick(-2, 10), pick(-9, 12), pick(0, 30)};
-    const int columns = direction == 1 ? 1 : 2, rows = direction == 2 ? 1 : 3;
-    SkinBitmap art{across.frame * columns, down.frame * rows, kMemoryBitmap};
-    SkinBitmap out{30, 20, kMemoryBitmap};
-    art.SetTileSize({across.wantedTile, down.wantedTile});
+// Frames with each tile, from left to right, fitted to each length, downwards, within a clip
+// rectangle: copied as they are, into another depth, and masked; then those of one direction.
+TEST_F(SkinBitmapTest, FramesAreFittedByRepeatingTheirTiles) {
+  constexpr int kTiles[] = {-1, 0, 1, 3, 9}, kLengths[] = {0, 3, 5, 9, 17}, kCell = 18;
+  for (const char* kind : {"plain", "converted", "masked"}) {
+    UseDepth(kind == std::string{"converted"} ? 16 : 24);
+    const BitmapPtr picture = Paint({"rgbcyk.rbgc", "gbcykr.bgcr", "bcykrg.gcrb", "cykrgb.crbg"});
+    SkinBitmap art{22, 12, kMemoryBitmap};
     art.clear_to_color(white);
-    for (int y = 0; y < down.frame; ++y)  // the last frame
-      for (int x = 0; x < across.frame; ++x)
-        art.putpixel(art.Width() - across.frame + x, art.Height() - down.frame + y,
-                     x + y == 0 ? magenta : Color{1 + x + 16 * y});
-    const int left = pick(0, 9), top = pick(0, 9), right = pick(10, 29), bottom = pick(10, 19);
-    out.clear_to_color(200);
-    out.set_clip_rect(left, top, right, bottom);
-    if (direction == 0)
-      art.DrawArea(out, 1, 2, across.start, down.start, across.total, down.total, 2, 3, masked);
-    if (direction == 1) art.DrawHFrame(out, 2, across.start, down.start, across.total, 3, masked);
-    if (direction == 2) art.DrawVFrame(out, 1, across.start, down.start, down.total, 2, masked);
-    if (direction == 1) down = {down.frame, down.frame, down.start, down.frame};
-    if (direction == 2) across = {across.frame, across.frame, across.start, across.frame};
-    for (int i = 0; i < 20 * 30; ++i) {
-      const int x = i % 30, y = i / 30, column = across.FramePixel(x), row = down.FramePixel(y);
-      const bool inClip = x >= left && x <= right && y >= top && y <= bottom;
-      int expected = inClip && column >= 0 && row >= 0 ? 1 + column + 16 * row : 200;
-      if (expected == 1) expected = masked ? 200 : int{magenta};
-      ASSERT_EQ(out.getpixel(x, y), expected) << "round " << round << " at " << x << ',' << y;
+    ::blit(picture.get(), art.GetBitmap(), 0, 0, 11, 8, 11, 4);
+    UseDepth(24);
+    SkinBitmap out{5 * kCell, 7 * kCell, kMemoryBitmap};
+    out.clear_to_color(black);
+    for (int i = 0; i < 5 * 7; ++i) {
+      const int tile = i % 5, length = i / 5, x = tile * kCell, y = length * kCell;
+      art.SetTileSize({kTiles[tile], kTiles[(tile + length) % 5]});
+      out.set_clip_rect(x + tile % 3, y + length % 2, x + 14, y + 12 + length);
+      const bool masked = kind == std::string{"masked"};
+      if (length < 5)
+        art.DrawArea(out, 1, 2, x + length - 2, y + tile - 2, kLengths[length],
+                     kLengths[(length + tile) % 5], 2, 3, masked);
+      if (length == 5) art.DrawHFrame(out, 2, x + tile - 3, y, kLengths[4 - tile], 3, masked);
+      if (length == 6) art.DrawVFrame(out, 1, x, y + tile - 3, kLengths[4 - tile], 2, masked);
     }
+    ExpectLook("frames_" + std::string{kind}, out.GetBitmap(), {0, 0, out.Width(), out.Height()});
   }
 }
 
