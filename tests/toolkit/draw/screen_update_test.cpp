@@ -1,9 +1,9 @@
 #include "toolkit/draw/screen_update.h"
 
 #include <random>
-#include <tuple>
 
 #include "tests/support/allegro_fixture.h"
+#include "tests/support/reference.h"
 #include "toolkit/testing/fake_machine.h"
 #include "toolkit/testing/picture.h"
 
@@ -56,51 +56,36 @@ class ScreenUpdateTest : public AllegroFixture {
   FakeMachine machine;
 };
 
+// With so many pages of video memory, if any are wanted: where is drawn, and what is on the screen
+// while drawing, after the redraw, and after one more that nothing was drawn for.
 TEST_F(ScreenUpdateTest, EachMethodBringsItsPartOfTheFrameToTheScreen) {
-  const Rows none(4, "kkkkkk"), all(4, "rrrrrr"), parts{"kkkkkk", "krrrkk", "krrrkk", "rrkkkk"};
-  // While drawing, after the redraw, and after one more that nothing was drawn for.
-  const std::tuple<int, const char*, Rows, Rows, Rows> cases[] = {
-      {0, "Double Buffering", none, all, all},
-      {3, "Dirty Rectangle System", none, parts, none},
-      {2, "default Allegro update driver", all, all, none},
-      {-7, "default Allegro update driver", all, all, none}};
-  for (const auto& [method, name, drawn, redrawn, again] : cases) {
-    clear_bitmap(screen);
-    ScreenUpdate& update = Install(method);
-    EXPECT_STREQ(update.GetName(), name);
-    EXPECT_EQ(update.RedrawsAll(), method == 0);
-    EXPECT_EQ(Picture(update.GetCanvas()), none) << "a new frame is black";
-    clear_to_color(update.GetCanvas(), red);
-    update.AddDirtyRect(1, 1, 3, 2);
-    update.AddDirtyRect(Rect{-5, 3, 7, 50});
-    EXPECT_EQ(Picture(screen), drawn) << name;
-    update.Redraw();
-    EXPECT_EQ(Picture(screen), redrawn) << name;
-    clear_bitmap(screen);
-    update.Redraw();
-    EXPECT_EQ(Picture(screen), again) << name;
-  }
-}
-
-TEST_F(ScreenUpdateTest, TheRetraceAndVideoMemoryAreForBackBuffers) {
-  for (const int method : {0, 1, 3}) {
-    settings.useVideoMemory = false;
-    for (const bool wanted : {false, true}) {
-      settings.vsync = wanted;
-      machine.retraces = 0;
-      Install(method).AddDirtyRect(0, 0, 5, 5);
-      CurrentScreenUpdate()->Redraw();
-      EXPECT_EQ(machine.retraces, wanted && method == 0) << method;
-      EXPECT_FALSE(is_video_bitmap(CurrentScreenUpdate()->GetCanvas()));
-    }
-    settings.useVideoMemory = true;
-    for (const int pages : {1, 0}) {
+  std::string seen;
+  const auto show = [&seen] { seen += Describe(screen, {0, 0, 6, 4}) + '\n'; };
+  for (const int method : {0, 3, 2, -7})
+    for (const int pages : {-1, 0, 8}) {
+      settings.useVideoMemory = settings.vsync = pages >= 0;
       machine.videoPagesLeft = pages;
-      EXPECT_EQ(is_video_bitmap(Install(method).GetCanvas()) != 0, pages && method != 1);
+      machine.retraces = 0;
+      clear_bitmap(screen);
+      ScreenUpdate& update = Install(method);
+      EXPECT_EQ(Picture(update.GetCanvas()), Rows(4, "kkkkkk")) << "a new frame is black";
+      seen += std::to_string(method) + ": " + update.GetName() +
+              (update.RedrawsAll() ? ", redraws all" : "") + ", pages " + std::to_string(pages) +
+              (is_video_bitmap(update.GetCanvas()) ? ", draws on one\n" : "\n");
+      clear_to_color(update.GetCanvas(), red);
+      update.AddDirtyRect(1, 1, 3, 2);
+      update.AddDirtyRect(Rect{-5, 3, 7, 50});
+      show();
+      update.Redraw();
+      show();
+      clear_bitmap(screen);
+      update.Redraw();
+      show();
+      seen += std::to_string(machine.retraces) + " retraces\n\n";
       SetCurrentScreenUpdate(nullptr);
       EXPECT_EQ(machine.videoPages, 0);
     }
-  }
+  ExpectText("screen_updates", seen);
 }
 
 TEST_F(ScreenUpdateTest, WithoutAScreenNothingHappens) {

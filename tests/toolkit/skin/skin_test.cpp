@@ -8,6 +8,7 @@
 #include "tests/support/reference.h"
 #include "tests/support/temp_files.h"
 #include "toolkit/draw/engine_font.h"
+#include "toolkit/skin/builtin_look.h"
 
 namespace zel {
 namespace {
@@ -36,19 +37,19 @@ std::string Joined(Values... values) {
   return ((std::to_string(values) + ' ') + ...);
 }
 
-// Numbers in the order of every_key.cfg, which has values that count from 1; colours; and for each
-// text set font, text colour and shadow by state.
+// Numbers in the order of every_key.cfg, which has values that count from 1; colours; for each text
+// set font, text colour and shadow by state; the heights of the fonts; the elements with tile size
+// and a pixel; and the pointer shapes with width, hotspot, the width of the shadow and how blue it
+// is, and how many ticks their first frame stays.
 std::string ValuesOf(const Skin& s) {
-  std::string text =
-      Joined(s.dottedRect, s.focus, s.wallpaperStyle, s.buttonDisplacement, s.buttonAnimationType,
-             s.buttonAnimationLength, s.boxOffset.x, s.boxOffset.y, s.boxAlignment,
-             s.windowTextPos.x, s.windowTextPos.y, s.windowExitPos.x, s.windowExitPos.y,
-             s.windowMaxPos.x, s.windowMaxPos.y, s.windowMinPos.x, s.windowMinPos.y,
-             s.windowAlignment, s.windowTextBack, s.windowAnimationType, s.windowAnimationLength,
-             s.comboAnimationType, s.comboAnimationLength, s.menuHeight, s.menuDelay,
-             s.menuAnimationType, s.menuAnimationLength, s.tooltipAnimationType,
-             s.tooltipAnimationLength) +
-      '\n';
+  std::string text = Joined(
+      s.dottedRect, s.focus, s.wallpaperStyle, s.buttonDisplacement, s.buttonAnimationType,
+      s.buttonAnimationLength, s.boxOffset.x, s.boxOffset.y, s.boxAlignment, s.windowTextPos.x,
+      s.windowTextPos.y, s.windowExitPos.x, s.windowExitPos.y, s.windowMaxPos.x, s.windowMaxPos.y,
+      s.windowMinPos.x, s.windowMinPos.y, s.windowAlignment, s.windowTextBack,
+      s.windowAnimationType, s.windowAnimationLength, s.comboAnimationType, s.comboAnimationLength,
+      s.menuHeight, s.menuDelay, s.menuAnimationType, s.menuAnimationLength, s.tooltipAnimationType,
+      s.tooltipAnimationLength);
   for (const Color color : s.colors) text += Hex(color) + ' ';
   for (const Color color : {s.boxBackColor, s.tooltipBackColor, s.tooltipBorderColor})
     text += Hex(color) + ' ';
@@ -56,6 +57,24 @@ std::string ValuesOf(const Skin& s) {
     for (int state = 0; state < kDrawStates; ++state)
       text += (state == 0 ? '\n' : ' ') + std::to_string(s.fontIndex[set][state]) + ':' +
               Hex(s.fontColor[set][state]) + '/' + Hex(s.shadowColor[set][state]);
+  text += '\n';
+  for (int i = 0; i < Skin::kSkinFonts; ++i) text += Joined(s.fonts[i]->TextHeight());
+  for (int id = 0; id < kElementCount; ++id) {
+    const SkinBitmap& element = *s.bitmaps[id];
+    text += std::string{"\n"} + kElementNames[id] + ' ';
+    text += Joined(element.GetTileWidth(), element.GetTileHeight()) + Hex(element.getpixel(1, 1));
+  }
+  for (int shape = 0; shape < kCursorCount; ++shape) {
+    Cursor& cursor = *s.cursors[shape];
+    const SkinBitmap* const first = cursor.GetFrame();
+    text += std::string{"\n"} + kCursorNames[shape] + ' ';
+    if (!first) continue;
+    int ticks = 0;
+    for (; ticks < 9 && cursor.GetFrame() == first; ++ticks) cursor.Update();
+    const int shadowPixel = cursor.GetShadow()->getpixel(9, 9);
+    text += Joined(first->Width(), cursor.GetHotspot().x, cursor.GetHotspot().y,
+                   cursor.GetShadow()->Width(), getb32(shadowPixel), ticks);
+  }
   return text + '\n';
 }
 
@@ -66,10 +85,10 @@ struct SkinTest : AllegroFixture {
   std::unique_ptr<Skin> Make(const std::string& text) const {
     return std::make_unique<Skin>(files.Write("skin.cfg", text).c_str());
   }
-  // The datafile serves as both of the skin's.
-  std::unique_ptr<Skin> MakeWith(const std::string& datafile, const std::string& text) const {
-    files.Write(datafile, ReadFile(kSamples + datafile));
-    return Make("[Skin]\nmain_data=" + datafile + "\ncursors=" + datafile + '\n' + text);
+  std::unique_ptr<Skin> MakeWith(const std::string& data, const std::string& cursors,
+                                 const std::string& text) const {
+    for (const std::string& name : {data, cursors}) files.Write(name, ReadFile(kSamples + name));
+    return Make("[Skin]\nmain_data=" + data + "\ncursors=" + cursors + '\n' + text);
   }
 
   TempDir files;
@@ -81,10 +100,7 @@ TEST_F(SkinTest, BuiltinLookComesWithoutAFile) {
     EXPECT_TRUE(!skin.GetError().IsError() && !skin.skinFile && !skin.title);
     ExpectText("skin_default", ValuesOf(skin));
     EXPECT_EQ(Joined(skin.bitmaps.size(), skin.cursors.size(), skin.fonts.size()), "1024 64 64 ");
-    for (int id = 0; id <= kElementCount; ++id)
-      EXPECT_EQ(skin.bitmaps[id]->IsEmpty(), id == kElementCount) << id;
-    for (int i = 0; i <= kCursorCount; ++i)
-      EXPECT_EQ(skin.cursors[i]->GetFrame() != nullptr, i > 0 && i < kCursorCount) << i;
+    EXPECT_TRUE(skin.bitmaps[kElementCount]->IsEmpty() && !skin.cursors[kCursorCount]->GetFrame());
   }
 }
 
@@ -104,71 +120,40 @@ TEST_F(SkinTest, EveryValueIsReadFromItsKey) {
   files.Write("outline.ttf", ReadFile("data/skin/fonts/DejaVuSans.ttf"));
   const auto skin = Make(ReadFile(kSamples + "every_key.cfg"));
   ExpectText("skin_of_every_key", ValuesOf(*skin));
-  EXPECT_EQ(skin->bitmaps[CLEAR_BACK]->getpixel(5, 5), Color(39, 0, 0))
-      << "drawn in the new colour";
-  EXPECT_EQ(Joined(skin->fonts[2]->TextHeight(), skin->fonts[3]->TextHeight(),
-                   skin->fonts[4]->TextHeight()),
-            "10 8 30 ");
   EXPECT_EQ(std::string(*skin->title), std::string(511, 'x'));
 }
 
-TEST_F(SkinTest, PicturesTakeTheirTilesFromTheSkinFileOrElseFromTheProperties) {
+TEST_F(SkinTest, TilesAndShapesAreTakenFromKeysOrElseFromPropertiesOrElseFromDefaults) {
   const char* text =
       "[TILING]\nBUTTON_TCKX=0\nBUTTON_TCKY=-1\nLIST_TCKX=3\nTAB_WINDOW_TCKX=9\n"
-      "[COLORS]\nface=1,1,1\n";
+      "[CURSOR]\nMOUSE_MOVE_FCSX=6\nMOUSE_MOVE_FRMS=4\nMOUSE_HOURGLASS_FDUR=60\n"
+      "[MOUSE]\nshadowSize = 5\nshadowColor = 1,2,3\n[COLORS]\nface=1,1,1\n";
   for (const int depth : {15, 16, 24, 32}) {
     UseDepth(depth);
-    const auto skin = MakeWith("elements.dat", text);
+    const auto skin = MakeWith("elements.dat", "cursors.dat", text);
     EXPECT_EQ(skin->GetError(), kNoError);
-    const auto look = [&skin](int id) {
-      const SkinBitmap& bitmap = *skin->bitmaps[id];
-      return Joined(bitmap.GetTileWidth(), bitmap.GetTileHeight()) + Hex(bitmap.getpixel(3, 3));
-    };
-    // What the datafile does not hold stays as it was drawn, in the built-in colours.
-    const std::string face = Hex(Color{210, 210, 210});
-    EXPECT_EQ(look(BUTTON) + ", " + look(LIST) + ", " + look(BOX) + ", " + look(TAB_WINDOW) + ", " +
-                  look(MENU_BACK),
-              "0 6 00ff00, 3 -1 00ff00, -1 10 00ff00, 60 60 " + face + ", 60 60 " + face)
-        << depth;
+    ExpectText("skin_of_datafiles_" + std::to_string(depth), ValuesOf(*skin));
+    skin->Reset();
+    EXPECT_EQ(skin->cursors[MOUSE_MOVE]->GetShadowLook().size, 2);
   }
-  EXPECT_EQ(MakeWith("short_palette.dat", text)->GetError(), kNoError);
+  EXPECT_EQ(MakeWith("short_palette.dat", "short_palette.dat", text)->GetError(), kNoError);
 }
 
 TEST_F(SkinTest, APaletteOfADatafileLeavesTheLookOfWhatWasLoaded) {
   UseDepth(8);
   set_palette(black_palette);
-  auto skin = MakeWith("palette.dat", "");
+  auto skin = MakeWith("palette.dat", "palette.dat", "");
   EXPECT_EQ(skin->bitmaps[CLEAR_BACK]->getpixel(5, 5), Color(180, 180, 180));
   set_palette(default_palette);
   skin = Make("[COLORS]\nface=0,255,0\n[MENU]\nheight=44\nf_col1=255,0,0\n");
   const auto look = [&skin] {
     const SkinBitmap& arrow = *skin->cursors[MOUSE_NORMAL]->GetFrame();
-    return ValuesOf(*skin) + Hex(arrow.getpixel(0, 0)) + Hex(skin->bitmaps[RADIO]->getpixel(6, 6)) +
+    return ValuesOf(*skin) + Hex(arrow.getpixel(0, 0)) +
            (arrow.getpixel(9, 0) == magenta ? "-" : "");
   };
   const std::string before = look();
   EXPECT_EQ(skin->LoadData((kSamples + "palette.dat").c_str()), kNoError);
   EXPECT_EQ(look(), before);
-}
-
-TEST_F(SkinTest, CursorsTakeKeysBeforePropertiesBeforeDefaults) {
-  const auto skin =
-      MakeWith("cursors.dat",
-               "[CURSOR]\nMOUSE_MOVE_FCSX=6\nMOUSE_MOVE_FRMS=4\nMOUSE_HOURGLASS_FDUR=60\n"
-               "[MOUSE]\nshadowSize = 5\nshadowColor = 1,2,3\n");
-  std::string found;  // width, hotspot, and how many ticks a frame stays
-  for (const int shape : {MOUSE_NORMAL, MOUSE_HOURGLASS, MOUSE_MOVE, MOUSE_UNAVAILABLE}) {
-    Cursor& cursor = *skin->cursors[shape];
-    const SkinBitmap* const first = cursor.GetFrame();
-    int ticks = 0;
-    for (; ticks < 9 && cursor.GetFrame() == first; ++ticks) cursor.Update();
-    found += Joined(first->Width(), cursor.GetHotspot().x, cursor.GetHotspot().y, ticks);
-    EXPECT_EQ(cursor.GetShadow()->Width(), first->Width() + 10);
-  }
-  EXPECT_EQ(found, "12 0 0 9 4 3 4 3 3 6 0 2 12 0 0 9 ") << "the last is the built-in arrow";
-  EXPECT_EQ(Color(skin->cursors[MOUSE_NORMAL]->GetShadow()->getpixel(9, 9)).b(), 3);
-  skin->Reset();
-  EXPECT_EQ(skin->cursors[MOUSE_MOVE]->GetShadowLook().size, 2);
 }
 
 TEST_F(SkinTest, LoadingStopsAtTheFirstFileThatIsMissingOrUnreadable) {
@@ -195,22 +180,38 @@ TEST_F(SkinTest, LoadingStopsAtTheFirstFileThatIsMissingOrUnreadable) {
 }
 
 TEST_F(SkinTest, ReloadRepeatsTheLoadInTheNewDepthAndAnotherFileForgetsTheFirst) {
-  const auto skin = MakeWith("both.dat", "[COLORS]\nselect = 255,0,0\n[MENU]\nheight = 44\n");
+  const auto skin =
+      MakeWith("both.dat", "both.dat", "[COLORS]\nselect = 255,0,0\n[MENU]\nheight = 44\n");
   UseDepth(16);
   skin->Reload();
-  EXPECT_EQ(skin->bitmaps[BUTTON]->getpixel(1, 1), green);
-  EXPECT_EQ(skin->colors[kSelect], red);
+  ExpectText("skin_reloaded", ValuesOf(*skin));
   skin->Colorize(blue, 256);
-  EXPECT_EQ(skin->bitmaps[BUTTON]->getpixel(1, 1), blue);
-  EXPECT_EQ(skin->colors[kSelect], blue);
-  EXPECT_EQ(skin->bitmaps[WINTEXT]->getpixel(1, 1), magenta);
+  ExpectText("skin_colorized", ValuesOf(*skin));
   const std::string other = files.Write("other.cfg", "");
   EXPECT_EQ(skin->Load(other.c_str()), kNoError);
   EXPECT_EQ(*skin->skinFile, other);
-  EXPECT_EQ(skin->menuHeight, 16);
-  EXPECT_EQ(skin->cursors[MOUSE_NORMAL]->GetHotspot(), (Point{0, 0}));
+  EXPECT_EQ(ValuesOf(*skin), ValuesOf(*Make("")));
   skin->Unload();
   EXPECT_TRUE(skin->bitmaps[BOX]->IsEmpty() && !skin->cursors[MOUSE_NORMAL]->GetFrame());
+}
+
+TEST_F(SkinTest, EveryBuiltinElementLooksAsInTheReferencePicture) {
+  // No two alike, unlike the built-in ones.
+  const Color colors[kSkinColorCount] = {{200, 0, 0},    {0, 120, 0},   {255, 255, 0}, {0, 0, 255},
+                                         {0, 200, 200},  {60, 60, 60},  {0, 60, 120},  {130, 0, 60},
+                                         {250, 130, 60}, {60, 190, 120}};
+  SkinBitmap sheet{90, 3000, kMemoryBitmap}, element;
+  sheet.clear_to_color(white);
+  int bottom = 0;
+  for (int id = 0; id < kElementCount; ++id, ++bottom) {
+    DrawBuiltinElement(element, id, colors);
+    element.blit(sheet, 0, 0, 0, bottom, element.Width(), element.Height());
+    bottom += element.Height();
+  }
+  ExpectLook("builtin_look", sheet.GetBitmap(), {0, 0, sheet.Width(), bottom});
+  UseDepth(8);
+  DrawBuiltinElement(element, COMBO_BUTTON, colors);
+  EXPECT_EQ(element.getpixel(0, 0), MASK_COLOR_8) << "transparent";
 }
 
 }  // namespace
