@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
+#include <sstream>
 #include <string>
 
 #include "tests/support/temp_files.h"
@@ -16,6 +16,14 @@
 #include "toolkit/testing/picture.h"
 
 namespace zel {
+
+// The values, each with a blank behind it.
+template <class... Values>
+std::string Join(const Values&... values) {
+  std::ostringstream text;
+  ((text << values << ' '), ...);
+  return text.str();
+}
 
 inline void ExpectReference(const std::string& file, const std::string& seen) {
   const std::string path = std::string{ZEL_PICTURES} + "/../" + file + ".txt";

@@ -177,7 +177,7 @@ int MeasureText(EngineFont& face, const char* text, bool antialiased) {
 }
 
 // A palette has no colours between that of the text and those below.
-bool HasColorsBetween(int depth) { return depth > 8; }
+bool HasColorsBetween(int depth) { return depth != 8; }
 
 int LeftEnd(int x, int length, int align) {
   if (align == kAlignRight) return x - length;

@@ -33,12 +33,11 @@ int KindOf(BITMAP* bitmap) {
   return is_system_bitmap(bitmap) ? kSystemBitmap : kMemoryBitmap;
 }
 
-// A part of a bitmap, cut to it; null where nothing is left.
+// A part of a bitmap, which Allegro cuts to it; null where nothing is left.
 BitmapPtr MakePart(BITMAP* whole, int x, int y, int w, int h) {
   const bool inside = whole && x >= 0 && y >= 0 && x < whole->w && y < whole->h;
   if (!inside || w < 1 || h < 1) return nullptr;
-  return BitmapPtr{
-      create_sub_bitmap(whole, x, y, std::min(w, whole->w - x), std::min(h, whole->h - y))};
+  return BitmapPtr{create_sub_bitmap(whole, x, y, std::min(w, whole->w), std::min(h, whole->h))};
 }
 
 }  // namespace
@@ -113,7 +112,7 @@ Error SkinBitmap::Load(const char* path, int newKind) {
   if (!path || !IsFile(path)) return kFileNotFoundError;
   BitmapPtr loaded{LoadPicture(path, nullptr)};
   if (!loaded || loaded->w == 0 || loaded->h == 0) return kLoadError;
-  if (newKind == kSystemBitmap || newKind == kVideoBitmap) {
+  if (newKind != kMemoryBitmap) {
     if (BITMAP* copy = MakeCopy(loaded.get(), newKind)) {
       Adopt(copy, newKind);
       return kNoError;

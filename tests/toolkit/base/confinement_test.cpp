@@ -77,8 +77,9 @@ TEST(Confinement, MakesNoDeniedCallInAnyThread) {
       EXPECT_EQ(Call(SYS_execve), EPERM);
     }};
     LimitCalls();
-    for (const long call : {SYS_execve, SYS_mount, SYS_socket, SYS_bpf, SYS_init_module,
-                            SYS_unshare, SYS_io_uring_setup, SYS_chmod, SYS_tkill})
+    for (const long call :
+         {SYS_execve, SYS_mount, SYS_socket, SYS_bpf, SYS_init_module, SYS_unshare,
+          SYS_io_uring_setup, SYS_chmod, SYS_tkill, 442, 452, 463, 466, 467, 469})
       EXPECT_EQ(Call(call), EPERM) << call;
     for (const auto& [request, error] :
          {std::pair{TIOCSTI, EPERM}, {TIOCLINUX, EPERM}, {TCGETS, ENOTTY}})

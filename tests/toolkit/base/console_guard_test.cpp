@@ -17,6 +17,7 @@
 #include <string>
 #include <string_view>
 
+#include "tests/support/reference.h"
 #include "toolkit/base/graphics_mode.h"
 #include "toolkit/testing/fake_machine.h"
 
@@ -88,11 +89,10 @@ std::string Outcome(int (*program)(), int keyboard, bool onConsole = true) {
   }
   std::string text;
   for (int status = 0; wait(&status) > 0;)
-    text += WIFEXITED(status) ? "exit " + std::to_string(WEXITSTATUS(status)) + ", "
-                              : "signal " + std::to_string(WTERMSIG(status)) + ", ";
-  for (const long number : {fakeConsole->cleanUps, fakeConsole->mode, fakeConsole->keyboard,
-                            fakeConsole->leds, fakeConsole->switching})
-    text += std::to_string(number) + ' ';
+    text += WIFEXITED(status) ? "exit " + Join(WEXITSTATUS(status))
+                              : "signal " + Join(WTERMSIG(status));
+  text += Join(fakeConsole->cleanUps, fakeConsole->mode, fakeConsole->keyboard, fakeConsole->leds,
+               fakeConsole->switching);
   char shown[64] = {};
   pollfd output{master, POLLIN, 0};
   if (poll(&output, 1, onConsole ? 1000 : 0) > 0 && read(master, shown, sizeof shown - 1) > 0)
@@ -106,20 +106,20 @@ TEST(ConsoleGuard, PutsTheConsoleRightWhateverEndsTheProgram) {
   fakeConsole = static_cast<FakeConsole*>(mmap(nullptr, sizeof(FakeConsole), PROT_READ | PROT_WRITE,
                                                MAP_SHARED | MAP_ANONYMOUS, -1, 0));
   const std::pair<int (*)(), const char*> cases[] = {
-      {[] { return IsGuarded() && isatty(open("/dev/tty", O_RDWR)) ? 3 : 4; }, "exit 3, 0"},
-      {[] { return raise(SIGKILL); }, "signal 9, 1"},
-      {[] { return kill(getppid(), SIGHUP), pause(); }, "signal 1, 1"},
-      {[] { return kill(getppid(), SIGWINCH), usleep(1000), 5; }, "exit 5, 0"},
-      {[] { return kill(getppid(), SIGKILL), pause(); }, "signal 9, signal 64, 1"},
-      {[] { return raise(SIGHUP); }, "signal 1, 2"},
-      {[] { return HoldSignals(), raise(SIGTERM), 6; }, "exit 6, 0"},
-      {[] { return HoldSignals(), kill(getppid(), SIGKILL), pause(); }, "signal 9, signal 64, 1"},
-      {[]() -> int { EndAtOnce(""); }, "exit 1, 1"}};
+      {[] { return IsGuarded() && isatty(open("/dev/tty", O_RDWR)) ? 3 : 4; }, "exit 3 0"},
+      {[] { return raise(SIGKILL); }, "signal 9 1"},
+      {[] { return kill(getppid(), SIGHUP), pause(); }, "signal 1 1"},
+      {[] { return kill(getppid(), SIGWINCH), usleep(1000), 5; }, "exit 5 0"},
+      {[] { return kill(getppid(), SIGKILL), pause(); }, "signal 9 signal 64 1"},
+      {[] { return raise(SIGHUP); }, "signal 1 2"},
+      {[] { return HoldSignals(), raise(SIGTERM), 6; }, "exit 6 0"},
+      {[] { return HoldSignals(), kill(getppid(), SIGKILL), pause(); }, "signal 9 signal 64 1"},
+      {[]() -> int { EndAtOnce(""); }, "exit 1 1"}};
   for (const auto& [program, ends] : cases)
     for (const auto& [before, after] :
          {std::pair{K_XLATE, " 0 1 8 0 cleared"}, {K_RAW, " 0 3 8 0 cleared"}})
       EXPECT_EQ(Outcome(program, before), std::string{ends} + after);
-  EXPECT_EQ(Outcome([] { return IsGuarded() ? 4 : 3; }, K_RAW, false), "exit 3, 0 1 2 0 1 ")
+  EXPECT_EQ(Outcome([] { return IsGuarded() ? 4 : 3; }, K_RAW, false), "exit 3 0 1 2 0 1 ")
       << "elsewhere it is just a call";
   munmap(std::exchange(fakeConsole, nullptr), sizeof(FakeConsole));
   prctl(PR_SET_CHILD_SUBREAPER, 0, 0, 0, 0);

@@ -1,10 +1,10 @@
 #include "toolkit/base/settings.h"
 
 #include <climits>
-#include <sstream>
 #include <tuple>
 
 #include "tests/support/allegro_fixture.h"
+#include "tests/support/reference.h"
 #include "tests/support/temp_files.h"
 
 namespace zel {
@@ -12,13 +12,6 @@ namespace {
 
 // Every key with a value that no field starts with, in the order in which files have them.
 const std::string kEverything = ReadFile("tests/toolkit/base/samples/settings.cfg");
-
-template <class... Values>
-std::string Join(const Values&... values) {
-  std::ostringstream text;
-  ((text << values << ' '), ...);
-  return text.str();
-}
 
 Settings Read(const std::string& path) {
   Settings read;

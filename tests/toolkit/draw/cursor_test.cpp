@@ -1,7 +1,6 @@
 #include "toolkit/draw/cursor.h"
 
 #include <climits>
-#include <sstream>
 
 #include "tests/support/allegro_fixture.h"
 #include "tests/support/reference.h"
@@ -74,15 +73,14 @@ TEST_F(CursorTest, ShadowIsTheBlurredOutlineOfTheFrame) {
 TEST_F(CursorTest, ShadowValuesComeFromTheMouseSection) {
   const std::pair<const char*, const char*> cases[] = {
       {"shadowColor=10,20,30\nshadowSize=64\nshadowOffsetX=-256\nshadowOffsetY=256",
-       "10,20,30 of 64 at -256,256"},
-      {"shadowColor=-1\nshadowSize=65\nshadowOffsetX=-257", "96,96,96 of 2 at 2,0"},
-      {"shadowSize=-1\nshadowOffsetX=257\nshadowOffsetY=-257", "96,96,96 of 2 at 2,0"}};
+       "10 20 30 64 -256 256 "},
+      {"shadowColor=-1\nshadowSize=65\nshadowOffsetX=-257", "96 96 96 2 2 0 "},
+      {"shadowSize=-1\nshadowOffsetX=257\nshadowOffsetY=-257", "96 96 96 2 2 0 "}};
   for (const auto& [values, expected] : cases) {
     const CursorShadow look = CursorShadow::Read(SectionFile{std::string{"[MOUSE]\n"} + values});
-    std::ostringstream found;
-    found << look.red << ',' << look.green << ',' << look.blue << " of " << look.size << " at "
-          << look.offset.x << ',' << look.offset.y;
-    EXPECT_EQ(found.str(), expected) << values;
+    EXPECT_EQ(Join(look.red, look.green, look.blue, look.size, look.offset.x, look.offset.y),
+              expected)
+        << values;
   }
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <climits>
-#include <random>
 #include <string>
 #include <utility>
 
@@ -88,7 +87,7 @@ TEST_F(SkinBitmapTest, TheScreenIsNeverDestroyedAndVideoBitmapsAreCopiedAsSuch) 
     holder.CreateSub(SkinBitmap{screen}, x, y, w, h);
     EXPECT_TRUE(holder.IsEmpty()) << x << y;
   }
-  holder.Create(2, 1, kVideoBitmap);
+  holder.Load("tests/imageformats/samples/from_the_top.bmp", kVideoBitmap);
   other.Set(holder.GetBitmap(), true, kNoBitmap);
   EXPECT_EQ(Held(other), "own video bitmap, tile -1");
   other.Set(holder, true, kMemoryBitmap);
@@ -143,22 +142,20 @@ TEST_F(SkinBitmapTest, MarksPaintWithinTheBitmap) {
 }
 
 TEST_F(SkinBitmapTest, CopiesWhatAllegroCopies) {
-  std::mt19937 random{5};
-  const auto pick = [&random] { return static_cast<int>(random() % 16) - 4; };
-  for (int round = 0; round < 600; ++round) {
-    UseDepth(round % 2 ? 16 : 24);
-    SkinBitmap source{6, 7, kMemoryBitmap}, copied{6, 9, kMemoryBitmap}, expected;
-    for (int i = 0; i < 42; ++i)
-      source.putpixel(i % 6, i / 6, PixelOf(source.GetBitmap(), kLetters[i * 3 % 8]));
-    copied.clear_bitmap();
-    if (round % 3) copied.set_clip_rect(1, 2, 3 + round % 3, 6);
-    expected.Set(copied, true, kNoBitmap);
-    set_clip_rect(expected.GetBitmap(), copied.GetBitmap()->cl, copied.GetBitmap()->ct,
-                  copied.GetBitmap()->cr - 1, copied.GetBitmap()->cb - 1);
-    const int sx = pick(), sy = pick(), x = pick(), y = pick(), w = pick(), h = pick();
-    source.blit(copied, sx, sy, x, y, w, h);
-    ::blit(source.GetBitmap(), expected.GetBitmap(), sx, sy, x, y, w, h);
-    EXPECT_EQ(Picture(copied.GetBitmap()), Picture(expected.GetBitmap())) << round;
+  constexpr int kStarts[] = {-3, 0, 2}, kSizes[][2] = {{0, 3}, {5, 4}, {20, 20}};
+  const Rows rows = {"rgbcyk", "gbcykr", "bcykrg", "cykrgb", "ykrgbc", "krgbcy"};
+  for (int i = 0; i < 3 * 3 * 3 * 3 * 3; ++i) {
+    UseDepth(i % 2 ? 16 : 24);
+    const BitmapPtr source = Paint(rows), copied = Paint(Rows(9, "wwwwww"));
+    const BitmapPtr expected = Paint(Rows(9, "wwwwww"));
+    for (BITMAP* out : {copied.get(), expected.get()})
+      set_clip_rect(out, i % 2, i % 3, 4, 6 + i % 3);
+    const int sx = kStarts[i % 3], sy = kStarts[i / 3 % 3], x = kStarts[i / 9 % 3];
+    const int y = kStarts[i / 27 % 3], w = kSizes[i / 81][0], h = kSizes[i / 81][1];
+    SkinBitmap target{copied.get()};
+    SkinBitmap{source.get()}.blit(target, sx, sy, x, y, w, h);
+    ::blit(source.get(), expected.get(), sx, sy, x, y, w, h);
+    EXPECT_EQ(Picture(copied.get()), Picture(expected.get())) << i;
   }
 }
 

@@ -32,24 +32,19 @@ std::string Hex(Color color) {
   return text;
 }
 
-template <class... Values>
-std::string Joined(Values... values) {
-  return ((std::to_string(values) + ' ') + ...);
-}
-
 // Numbers in the order of every_key.cfg, which has values that count from 1; colours; for each text
 // set font, text colour and shadow by state; the heights of the fonts; the elements with tile size
 // and a pixel; and the pointer shapes with width, hotspot, the width of the shadow and how blue it
 // is, and how many ticks their first frame stays.
 std::string ValuesOf(const Skin& s) {
-  std::string text = Joined(
-      s.dottedRect, s.focus, s.wallpaperStyle, s.buttonDisplacement, s.buttonAnimationType,
-      s.buttonAnimationLength, s.boxOffset.x, s.boxOffset.y, s.boxAlignment, s.windowTextPos.x,
-      s.windowTextPos.y, s.windowExitPos.x, s.windowExitPos.y, s.windowMaxPos.x, s.windowMaxPos.y,
-      s.windowMinPos.x, s.windowMinPos.y, s.windowAlignment, s.windowTextBack,
-      s.windowAnimationType, s.windowAnimationLength, s.comboAnimationType, s.comboAnimationLength,
-      s.menuHeight, s.menuDelay, s.menuAnimationType, s.menuAnimationLength, s.tooltipAnimationType,
-      s.tooltipAnimationLength);
+  std::string text =
+      Join(s.dottedRect, s.focus, s.wallpaperStyle, s.buttonDisplacement, s.buttonAnimationType,
+           s.buttonAnimationLength, s.boxOffset.x, s.boxOffset.y, s.boxAlignment, s.windowTextPos.x,
+           s.windowTextPos.y, s.windowExitPos.x, s.windowExitPos.y, s.windowMaxPos.x,
+           s.windowMaxPos.y, s.windowMinPos.x, s.windowMinPos.y, s.windowAlignment,
+           s.windowTextBack, s.windowAnimationType, s.windowAnimationLength, s.comboAnimationType,
+           s.comboAnimationLength, s.menuHeight, s.menuDelay, s.menuAnimationType,
+           s.menuAnimationLength, s.tooltipAnimationType, s.tooltipAnimationLength);
   for (const Color color : s.colors) text += Hex(color) + ' ';
   for (const Color color : {s.boxBackColor, s.tooltipBackColor, s.tooltipBorderColor})
     text += Hex(color) + ' ';
@@ -58,11 +53,11 @@ std::string ValuesOf(const Skin& s) {
       text += (state == 0 ? '\n' : ' ') + std::to_string(s.fontIndex[set][state]) + ':' +
               Hex(s.fontColor[set][state]) + '/' + Hex(s.shadowColor[set][state]);
   text += '\n';
-  for (int i = 0; i < Skin::kSkinFonts; ++i) text += Joined(s.fonts[i]->TextHeight());
+  for (int i = 0; i < Skin::kSkinFonts; ++i) text += Join(s.fonts[i]->TextHeight());
   for (int id = 0; id < kElementCount; ++id) {
     const SkinBitmap& element = *s.bitmaps[id];
     text += std::string{"\n"} + kElementNames[id] + ' ';
-    text += Joined(element.GetTileWidth(), element.GetTileHeight()) + Hex(element.getpixel(1, 1));
+    text += Join(element.GetTileWidth(), element.GetTileHeight()) + Hex(element.getpixel(1, 1));
   }
   for (int shape = 0; shape < kCursorCount; ++shape) {
     Cursor& cursor = *s.cursors[shape];
@@ -72,8 +67,8 @@ std::string ValuesOf(const Skin& s) {
     int ticks = 0;
     for (; ticks < 9 && cursor.GetFrame() == first; ++ticks) cursor.Update();
     const int shadowPixel = cursor.GetShadow()->getpixel(9, 9);
-    text += Joined(first->Width(), cursor.GetHotspot().x, cursor.GetHotspot().y,
-                   cursor.GetShadow()->Width(), getb32(shadowPixel), ticks);
+    text += Join(first->Width(), cursor.GetHotspot().x, cursor.GetHotspot().y,
+                 cursor.GetShadow()->Width(), getb32(shadowPixel), ticks);
   }
   return text + '\n';
 }
@@ -99,7 +94,7 @@ TEST_F(SkinTest, BuiltinLookComesWithoutAFile) {
     const Skin skin(name);
     EXPECT_TRUE(!skin.GetError().IsError() && !skin.skinFile && !skin.title);
     ExpectText("skin_default", ValuesOf(skin));
-    EXPECT_EQ(Joined(skin.bitmaps.size(), skin.cursors.size(), skin.fonts.size()), "1024 64 64 ");
+    EXPECT_EQ(Join(skin.bitmaps.size(), skin.cursors.size(), skin.fonts.size()), "1024 64 64 ");
     EXPECT_TRUE(skin.bitmaps[kElementCount]->IsEmpty() && !skin.cursors[kCursorCount]->GetFrame());
   }
 }
