@@ -1,9 +1,10 @@
 #include "imageformats/load.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
+#include <set>
 #include <string>
-#include <tuple>
 
 #include "imageformats/library_formats.h"
 #include "imageformats/picture.h"
@@ -16,30 +17,25 @@
 namespace zel {
 namespace {
 
-// Small pictures of every kind: JPEG and PNG as libjpeg and libpng write them, the others byte by
-// byte. Palettes are black, which stands for what is masked, red, green and blue.
+// Small pictures of every kind: JPEG and PNG as libjpeg and libpng write them, saved_* as Allegro
+// does, the others byte by byte. Palettes are black, which stands for what is masked, red, green
+// and blue; that of long_header.bmp has magenta, those of saved_8.* are the one of
+// generate_332_palette.
+//
+//   *_scans.jpg, arithmetic.jpg, of_65535_by_65535.jpg
+//                            what must not cost memory or time; 100 scans are read
+//   cmyk_with_adobe_marker.jpg, padded.jpg
+//                            has inverted values, has bytes between two segments
+//   runs_of_8_bits.bmp       with a move and pixels one by one
+//   from_the_top.bmp         of 16 bits
+//   bytes.lbm, planes.lbm    with runs, of an odd width; with a plane of the mask, without runs
 const std::string kSamples = "tests/imageformats/samples/";
 
-// What Allegro reads, after it was looked at.
-const std::pair<std::string, Rows> kOfTheLibrary[] = {
-    {"runs_of_8_bits.bmp", {"bbbbb", "kkrgb", "rrrgg"}},  // with a move and pixels one by one
-    {"runs_of_4_bits.bmp", {"bkbkg", "rgbbr", "rgrgr"}},
-    {"runs_beyond_rows.bmp", {"rrb", "rrr"}},
-    {"from_the_top.bmp", {"rg", "bw"}},   // of 16 bits
-    {"long_header.bmp", {"bbr", "kr."}},  // with magenta in the palette
-    {"long_header_with_masks.bmp", {".g"}},
-    {"run_over_rows.tga", {"rrr", "rrb"}},
-    {"no_palette.tga", {"rb"}},
-    {"bytes.lbm", {"rrr", "rgb"}},  // with runs, of an odd width
-    // and one of the mask, without runs
-    {"planes.lbm", {"rrrrrrrrrrrrrrrrgbgb", "ggggggggggggggggrgrg"}},
-    // As Allegro writes them, those of 8 bits with the palette of generate_332_palette.
-    {"saved_8.bmp", {"rgbwk", "yc?r."}},
-    {"saved_8.pcx", {"rgbwk", "yc?r."}},
-    {"saved_8.tga", {"rgbwk", "yc?r."}},
-    {"saved_24.bmp", {"rgbwk", "yc?r."}},
-    {"saved_24.pcx", {"rgbwk", "yc?r."}},
-    {"saved_24.tga", {"rgbwk", "yc?r."}}};
+using Loader = BITMAP* (*)(const Bytes&, RGB*);
+const std::map<std::string, Loader> kLibraryLoaders = {
+    {"bmp", LoadBmp}, {"tga", LoadTga}, {"lbm", LoadLbm}, {"pcx", LoadPcx}};
+
+std::string ExtensionOf(const std::string& name) { return get_extension(name.c_str()); }
 
 class LoadTest : public AllegroFixture {
  protected:
@@ -47,61 +43,45 @@ class LoadTest : public AllegroFixture {
     [[maybe_unused]] static const bool registered = (RegisterPictureFormats(), true);
     set_color_conversion(PictureConversion());
     set_palette(desktop_palette);
-  }
-
-  BitmapPtr Load(const std::string& extension, const Bytes& file, RGB* palette = nullptr) const {
-    const std::string bytes{file.begin(), file.end()};
-    return BitmapPtr{LoadPicture(directory.Write("a." + extension, bytes).c_str(), palette)};
+    for (const auto& entry : std::filesystem::directory_iterator{kSamples})
+      samples.insert(entry.path().filename());
   }
 
   static BitmapPtr Sample(const std::string& name, RGB* palette = nullptr) {
     return BitmapPtr{LoadPicture((kSamples + name).c_str(), palette)};
   }
 
-  // Beginnings of the file are no pictures, and nothing is said about that.
-  void ExpectSturdy(const std::string& path, const Rows& rows) const {
-    testing::internal::CaptureStderr();
-    const BitmapPtr picture{LoadPicture(path.c_str(), nullptr)};
-    ASSERT_NE(picture, nullptr) << path;
-    EXPECT_EQ(Picture(picture.get()), rows) << path;
-    for (Bytes cut = ReadBytes(path.c_str(), 1 << 20); !cut.empty();) {
-      cut.pop_back();
-      EXPECT_EQ(Load(get_extension(path.c_str()), cut), nullptr) << path << " to " << cut.size();
-    }
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-  }
-
-  TempDir directory;
+  std::set<std::string> samples;
 };
 
-TEST_F(LoadTest, JpegAndPngOfEveryKindAreRead) {
-  const Rows redAndBlue(8, "rrrrrrrrbbbbbbbb"), redAndBlack(8, "rrrrrrrrkkkkkkkk");
-  const Rows blackAndWhite(8, "kkkkkkkkwwwwwwww");
-  // 16 bits hide what compressing changes.
-  const std::tuple<int, std::string, Rows> samples[] = {
-      {16, "rgb.jpeg", redAndBlue},
-      {16, "progressive.jpg", redAndBlue},
-      {16, "grey.jpg", blackAndWhite},
-      {32, "padded.jpg", blackAndWhite},                // between two segments
-      {16, "cmyk_with_adobe_marker.jpg", redAndBlack},  // which tells of inverted values
-      {16, "cmyk.jpg", redAndBlack},
-      {16, "ycck.jpg", redAndBlack},
-      {32, "grey_interlaced.png", {"kw.kw.kw.", "wwwkkk..."}},
-      {32, "grey.png", {"kw"}},
-      {32, "palette.png", {"rg.br"}},
-      {32, "rgb.png", {"r", "g", "b"}},
-      {32, "of_16_bits.png", {"r."}}};
-  for (const auto& [depth, name, rows] : samples) {
+TEST_F(LoadTest, PicturesAreReadAsTheyAreMeantAndTheirBeginningsAreRefusedInSilence) {
+  const TempDir directory;
+  PALETTE colors;
+  generate_332_palette(colors);
+  set_palette(colors);
+  testing::internal::CaptureStderr();
+  std::string seen;
+  for (const int depth : {8, 16, 32}) {
     UseDepth(depth);
-    ExpectSturdy(kSamples + name, rows);
+    set_color_conversion(PictureConversion());
+    for (const std::string& name : samples) {
+      if (depth != 16 && ExtensionOf(name).starts_with("jp"))
+        continue;  // compressing blurs colours
+      seen += std::to_string(depth) + ' ' + name + '\n';
+      const BitmapPtr picture = Sample(name);
+      for (const std::string& row : picture ? Picture(picture.get()) : Rows{"refused"})
+        seen += row + '\n';
+      for (Bytes cut = ReadBytes((kSamples + name).c_str(), 2000);
+           depth == 16 && picture && !cut.empty();) {
+        cut.pop_back();
+        const std::string path =
+            directory.Write("cut." + ExtensionOf(name), std::string(cut.begin(), cut.end()));
+        EXPECT_EQ(LoadPicture(path.c_str(), nullptr), nullptr) << name << " to " << cut.size();
+      }
+    }
   }
-}
-
-// What a header, many scans or arithmetic coding promise must not cost memory or time.
-TEST_F(LoadTest, JpegOfEndlessWorkIsRefused) {
-  for (const char* name : {"of_65535_by_65535.jpg", "arithmetic.jpg", "101_scans.jpg"})
-    EXPECT_EQ(Sample(name), nullptr) << name;
-  EXPECT_NE(Sample("100_scans.jpg"), nullptr);
+  ExpectText("pictures_read", seen);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
 TEST_F(LoadTest, PngComesInTheDepthOfTheScreenWithMaskedPixelsAndAPalette) {
@@ -128,37 +108,26 @@ TEST_F(LoadTest, PngComesInTheDepthOfTheScreenWithMaskedPixelsAndAPalette) {
   EXPECT_EQ(bitmap_color_depth(Sample("rgb_and_alpha.png").get()), 24);
 }
 
-TEST_F(LoadTest, LibraryFormatsAreReadAsTheyAreMeant) {
-  PALETTE colors;
-  generate_332_palette(colors);
-  set_palette(colors);
-  for (const int depth : {32, 8}) {
-    UseDepth(depth);
-    set_color_conversion(PictureConversion());
-    for (const auto& [name, rows] : kOfTheLibrary) ExpectSturdy(kSamples + name, rows);
-  }
-}
-
 // Much of what is not meant would make Allegro write past a row, a bitmap or a palette where there
 // is enough behind it in the file. By bytes from the start: with these values there the file is
 // refused (x), or the picture is the same (.), of another size (s) or of other colours (o).
 TEST_F(LoadTest, WhatDoesNotFitInAHeaderIsRefused) {
-  const std::map<std::string, BITMAP* (*)(const Bytes&, RGB*)> loaders = {
-      {"bmp", LoadBmp}, {"tga", LoadTga}, {"lbm", LoadLbm}, {"pcx", LoadPcx}};
   std::string seen;
-  for (const auto& [name, rows] : kOfTheLibrary) {
+  for (const std::string& name : samples) {
+    const auto loader = kLibraryLoaders.find(ExtensionOf(name));
+    if (loader == kLibraryLoaders.end()) continue;
     Bytes file = ReadBytes((kSamples + name).c_str(), 1 << 20);
     const std::size_t end = std::min<std::size_t>(file.size(), 96);
     file.resize(file.size() + 20000);
+    const BitmapPtr whole{loader->second(file, nullptr)};
     seen += name + '\n';
     for (const int value : {0, 1, 2, 9, 0x10, 0x20, 0x86, 0xFF}) {
       for (std::size_t at = 0; at < end; ++at) {
         Bytes other = file;
         other[at] = static_cast<std::uint8_t>(value);
-        const BitmapPtr loaded{loaders.at(get_extension(name.c_str()))(other, nullptr)};
-        const bool isSized = loaded && std::pair(loaded->w, loaded->h) ==
-                                           std::pair(int(rows[0].size()), int(rows.size()));
-        const bool isSame = isSized && Picture(loaded.get()) == rows;
+        const BitmapPtr loaded{loader->second(other, nullptr)};
+        const bool isSized = loaded && loaded->w == whole->w && loaded->h == whole->h;
+        const bool isSame = isSized && Picture(loaded.get()) == Picture(whole.get());
         seen += !loaded ? 'x' : !isSized ? 's' : isSame ? '.' : 'o';
       }
       seen += '\n';

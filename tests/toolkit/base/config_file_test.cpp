@@ -104,20 +104,19 @@ TEST_F(ConfigFileTest, FilesOfAnyContentAreReadAsFarAsTheyMakeSense) {
 }
 
 TEST_F(ConfigFileTest, TheCurrentConfigurationHasTheNameOfEverySoundFile) {
-  const auto flushed = [](const std::string& content, const char* name = "test.cfg") {
+  const auto isNamed = [](const std::string& content, const char* name = "test.cfg") {
     const TempFile file{content, name};
     UseConfigFile(file.Path());
     set_config_int("Section", "key", 2);
     flush_config_file();
     set_config_data("", 0);
-    return file.Content();
+    return file.Content() != content;
   };
-  EXPECT_EQ(flushed("# \u20AC\n[Section]\nkey = 1\n"), "# \u20AC\n[Section]\nkey = 2\n");
-  EXPECT_NE(flushed(std::string(240, '#')), std::string(240, '#'));
+  EXPECT_TRUE(isNamed("# \u20AC\n[Section]\nkey = 1\n") && isNamed(std::string(240, '#')));
   for (const std::string& content : {std::string(200'000, '#'), std::string(241, '#'),
                                      std::string{"\xFF"}, std::string{"\xEF\xBB\xBF# mark"}})
-    EXPECT_EQ(flushed(content), content);
-  EXPECT_EQ(flushed("# old", "a#b.cfg"), "# old");
+    EXPECT_FALSE(isNamed(content));
+  EXPECT_FALSE(isNamed("# old", "a#b.cfg"));
 }
 
 TEST_F(ConfigFileTest, SavingChangesTheValuesAndNothingElse) {

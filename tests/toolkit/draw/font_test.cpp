@@ -3,14 +3,13 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
-#include <numeric>
 #include <tuple>
 #include <utility>
 
 #include "tests/support/allegro_fixture.h"
 #include "tests/support/reference.h"
 #include "toolkit/draw/engine_font.h"
-#include "toolkit/draw/glyph_painter.h"
+#include "toolkit/testing/fake_machine.h"
 
 namespace zel {
 namespace {
@@ -218,33 +217,6 @@ TEST_F(FontTest, PlacesGlyphsByOffsetsAdvancesAndSpacingOnTheirBackground) {
   }
 }
 
-TEST_F(FontTest, EveryCoverageBlendsLikeAllegro) {
-  GlyphImage image{256, 1, 256, 0, 0, std::make_unique<std::uint8_t[]>(256)};
-  std::iota(image.pixels.get(), image.pixels.get() + 256, std::uint8_t{0});
-  for (int depth : {15, 16, 24, 32}) {
-    UseDepth(depth);
-    // All values of 5 and 6 bits, every fourth of 8 bits; some have more bits than a colour has.
-    const auto colorOf = [depth](int i, int value) {
-      const int more = depth == 15 ? 0x8000 : depth == 32 ? 0x5A000000 : 0;
-      return makecol(value, i * 29 % 64 * 255 / 63, 255 - value) | (i % 2 ? more : 0);
-    };
-    SkinBitmap drawn{256, 1, kMemoryBitmap}, expected{256, 1, kMemoryBitmap};
-    for (int i = 0; i < 64 * 64; ++i) {
-      const int color = colorOf(i, i / 64 * 255 / 63), below = colorOf(i / 2, i % 64 * 255 / 63);
-      drawn.clear_to_color(below);
-      expected.clear_to_color(below);
-      GlyphPainter{drawn.GetBitmap(), color, -1, true}.Paint(image, 0, 0);
-      for (int k = 1; k < 256; ++k) {
-        set_trans_blender(0, 0, 0, k);
-        if (k < 255) drawing_mode(DRAW_MODE_TRANS, nullptr, 0, 0);
-        expected.putpixel(k, 0, color);
-        solid_mode();
-      }
-      ASSERT_EQ(Pixels(drawn), Pixels(expected)) << depth << ": " << color << " over " << below;
-    }
-  }
-}
-
 TEST_F(FontTest, LettersInTwoTonesAreMovedOntoTheGridAndOthersLeadFromBackgroundToColour) {
   const auto face = Open(outlines);
   font.Set(face.get());
@@ -262,22 +234,29 @@ TEST_F(FontTest, LettersInTwoTonesAreMovedOntoTheGridAndOthersLeadFromBackground
   }
 }
 
-TEST_F(FontTest, StaysWithinClipRectangle) {
+// On a video bitmap Allegro blends. Below are pixels that have more bits than a colour, too.
+TEST_F(FontTest, BlendsLikeAllegroAndWithinTheClipRectangle) {
+  FakeMachine machine;
+  const auto face = Open(outlines);
+  EngineSetSize(*face, 22);
   for (int depth : {8, 15, 16, 24, 32}) {
     UseDepth(depth);
-    const auto face = Open(outlines);
-    EngineSetSize(*face, 22);
+    set_gfx_mode(GFX_AUTODETECT_FULLSCREEN, 120, 48, 0, 0);
     for (const auto draw : {EngineTextout, EngineTextoutAA})
       for (const Color background : {Color{}, Color{1, 2, 3}}) {
-        SkinBitmap whole = Blank(120, 48), clipped = Blank(120, 48), expected = Blank(120, 48);
+        SkinBitmap whole{120, 48, kMemoryBitmap}, clipped{120, 48, kMemoryBitmap};
+        SkinBitmap expected{120, 48, kMemoryBitmap}, video{120, 48, kVideoBitmap};
+        for (SkinBitmap* out : {&whole, &clipped, &expected, &video})
+          for (int x = 0; x < 120; ++x) out->vline(x, 0, 47, static_cast<int>(x * 0x8A6B4C2Du));
         EngineSetBackground(background);
-        draw(whole.GetBitmap(), *face, "Wait", 5, 3, 15, kAlignLeft);
-        whole.blit(expected, 11, 9, 11, 9, 30, 10);
         clipped.set_clip_rect(11, 9, 40, 18);
-        draw(clipped.GetBitmap(), *face, "Wait", 5, 3, 15, kAlignLeft);
+        for (SkinBitmap* out : {&whole, &clipped, &video})
+          draw(out->GetBitmap(), *face, "Wait", 5, 3, static_cast<int>(0x9E1F73A5u), kAlignLeft);
         for (const int far : {INT_MIN, -200, 120, INT_MAX})
           for (const Point& point : {Point{0, far}, {far, 0}})
             draw(clipped.GetBitmap(), *face, "Wait", point.x, point.y, 15, kAlignLeft);
+        EXPECT_EQ(Pixels(whole), Pixels(video)) << depth;
+        whole.blit(expected, 11, 9, 11, 9, 30, 10);
         EXPECT_EQ(Pixels(clipped), Pixels(expected)) << depth;
       }
   }

@@ -23,7 +23,8 @@ struct SkinBitmapTest : AllegroFixture {
     if (holder.IsEmpty()) return "nothing";
     const char* const kinds[] = {" memory", " system", " video", " none"};
     return (holder.IsOwned() ? "own" : "other's") + std::string{kinds[holder.GetKind()]} +
-           " bitmap, tile " + std::to_string(holder.GetTileWidth());
+           " bitmap, tile " + std::to_string(holder.GetTileWidth()) + 'x' +
+           std::to_string(holder.GetTileHeight());
   }
 };
 
@@ -32,8 +33,7 @@ TEST_F(SkinBitmapTest, HoldersBorrowCopyOrTakeOver) {
   {
     SkinBitmap holder{bitmap.get()};
     holder.SetTileSize({3, 4});
-    EXPECT_EQ(Held(SkinBitmap{holder}), "other's memory bitmap, tile 3");
-    EXPECT_EQ(SkinBitmap{holder}.GetTileSize(), (Size{3, 4}));
+    EXPECT_EQ(Held(SkinBitmap{holder}), "other's memory bitmap, tile 3x4");
     holder.Set(nullptr, false, kMemoryBitmap);
     EXPECT_TRUE(holder.IsEmpty() && holder.GetKind() == kNoBitmap);
   }
@@ -42,18 +42,13 @@ TEST_F(SkinBitmapTest, HoldersBorrowCopyOrTakeOver) {
   clear_to_color(bitmap.get(), blue);  // it outlived its holders
   copy.Set(copy, true, kNoBitmap);     // its own bitmap is the source
   copy.Set(copy.GetBitmap(), false, kNoBitmap);
-  EXPECT_EQ(Held(copy), "own memory bitmap, tile -1") << "nobody else would destroy it";
+  EXPECT_EQ(Held(copy), "own memory bitmap, tile -1x-1") << "nobody else would destroy it";
   copy.SetTileWidth(7);
   SkinBitmap moved{std::move(copy)}, last{1, 1, kMemoryBitmap};
   last = std::move(moved);
   EXPECT_EQ(Held(copy) + ", " + Held(moved) + ", " + Held(last),
-            "nothing, nothing, own memory bitmap, tile 7");
+            "nothing, nothing, own memory bitmap, tile 7x-1");
   EXPECT_EQ(Picture(last.GetBitmap()), Rows({"rg"}));
-  for (Size size : {Size{0, 5}, Size{5, 0}, Size{-1, 5}, Size{65536, 65536}, Size{INT_MAX, 2}}) {
-    last.Create(size.w, size.h);
-    moved.CreateEx(32, size.w, size.h);
-    EXPECT_EQ(Held(last) + Held(moved), "nothingnothing") << size.w;
-  }
   last.Create(2, 2, kVideoBitmap);
   EXPECT_TRUE(last.IsEmpty()) << "no graphics mode, no video memory";
 }
@@ -61,9 +56,17 @@ TEST_F(SkinBitmapTest, HoldersBorrowCopyOrTakeOver) {
 TEST_F(SkinBitmapTest, SizesThatOverflowOrFillTheMemoryAreRefused) {
   InstallBitmapGuard();
   EXPECT_TRUE(IsPossibleBitmap(32, 8192, 8192) && IsPossibleBitmap(15, 8192, 16384));
-  EXPECT_FALSE(IsPossibleBitmap(32, 8192, 8193) || IsPossibleBitmap(15, 8192, 16385));
-  EXPECT_FALSE(IsPossibleBitmap(32, INT_MAX, INT_MAX) || IsPossibleBitmap(8, -1, 1));
-  EXPECT_FALSE(IsPossibleBitmap(8, 1, -1) || IsPossibleBitmap(0, 1, 1));
+  constexpr int kRefused[][3] = {{32, 8192, 8193}, {15, 8192, 16385}, {32, INT_MAX, INT_MAX},
+                                 {8, -1, 1},       {8, 1, -1},        {8, 0, 5},
+                                 {8, 5, 0},        {32, 65536, 65536}};
+  for (const auto& [depth, w, h] : kRefused) {
+    EXPECT_EQ(IsPossibleBitmap(depth, w, h), std::min(w, h) == 0) << w << ' ' << h;
+    SkinBitmap made{1, 1, kMemoryBitmap}, ofDepth{1, 1, kMemoryBitmap};
+    made.Create(w, h);
+    ofDepth.CreateEx(depth, w, h);
+    EXPECT_EQ(Held(made) + Held(ofDepth), "nothingnothing") << w << ' ' << h;
+  }
+  EXPECT_FALSE(IsPossibleBitmap(0, 1, 1));
   EXPECT_TRUE(!create_bitmap(32768, 32769) && BitmapPtr{create_bitmap(3, 2)});
   EXPECT_EQ(create_bitmap(65536, 65536), nullptr) << "also after a bitmap was made";
 }
@@ -89,10 +92,10 @@ TEST_F(SkinBitmapTest, TheScreenIsNeverDestroyedAndVideoBitmapsAreCopiedAsSuch) 
   }
   holder.Load("tests/imageformats/samples/from_the_top.bmp", kVideoBitmap);
   other.Set(holder.GetBitmap(), true, kNoBitmap);
-  EXPECT_EQ(Held(other), "own video bitmap, tile -1");
+  EXPECT_EQ(Held(other), "own video bitmap, tile -1x-1");
   other.Set(holder, true, kMemoryBitmap);
   holder.Destroy();
-  EXPECT_EQ(Held(SkinBitmap{other.GetBitmap()}), "other's memory bitmap, tile -1");
+  EXPECT_EQ(Held(SkinBitmap{other.GetBitmap()}), "other's memory bitmap, tile -1x-1");
   EXPECT_EQ(machine.videoPages, 0);
 }
 
