@@ -47,12 +47,11 @@ class Launcher:
         self._process = None
 
     def configure(self, config):
-        target = self.state / "etc/zel"
-        if isinstance(config, dict):
-            for name, text in config.items():
-                (target / name).write_text(text)
-        else:
-            shutil.copytree(config, target, dirs_exist_ok=True)
+        if not isinstance(config, dict):
+            shutil.copytree(config, self.state / "etc/zel", dirs_exist_ok=True)
+            return
+        for name, text in config.items():
+            (self.state / "etc/zel" / name).write_text(text)
 
     def start(self, **options):
         """Starts it and answers the finished menu's picture."""
@@ -96,21 +95,16 @@ class Launcher:
         size = pages * resource.getpagesize()
         resource.prlimit(self._process.pid, resource.RLIMIT_AS, (size, size))
 
-    def running(self):
-        return self._process.poll() is None
-
     def wait(self):
         """Waits for the end and answers the exit status."""
-        wait_until(lambda: not self.running(), "the end of the launcher")
+        wait_until(lambda: self._process.poll() is not None, "the end of the launcher")
         wait_until(self.display.is_blank, "a blank screen")
         return self._process.returncode
 
     def output(self):
-        """/root/output.txt, or None."""
         return text_of(self.output_file)
 
     def position(self):
-        """/tmp/menupos.txt, or None."""
         return text_of(self.position_file)
 
     def stdout(self):
@@ -120,7 +114,7 @@ class Launcher:
         return text_of(self.state / "stderr")
 
     def stop(self):
-        if self._process and self.running():
+        if self._process and self._process.poll() is None:
             os.killpg(self._process.pid, signal.SIGKILL)
             self._process.wait()
         shutil.rmtree(self.state)

@@ -38,11 +38,29 @@ class RandomInputTest : public LauncherFixture {
     InstallToolkit(nullptr);
     remove_mouse();
     player_.eventsLeft = FromEnvironment("ZEL_RANDOM_EVENTS", 4000);
-    player_.Also(60, [this] { Progress(); });
     player_.Also(20, [] { Loop().RequestClose(); });
     player_.Also(10, [] { Loop().RedrawEverything(); });
-    player_.Also(5, [this] { ChangeMode(); });
-    player_.Also(5, [this] { ChangeSkin(); });
+    player_.Also(60, [this] {
+      const auto below = [this](int limit) { return player_.Below(limit); };
+      WriteFile("progress", "[Progress]\nStepNumber=" + std::to_string(below(40) - 5) +
+                                "\nCurrentStep=" + std::to_string(below(60) - 10) +
+                                "\nProgressHide=" + std::to_string(below(2)) +
+                                "\nProgressInterval=" + std::to_string(below(2000) - 100) + '\n');
+    });
+    player_.Also(5, [this] {
+      constexpr Size kSizes[] = {{320, 200}, {640, 480}, {800, 600}};
+      constexpr int kDepths[] = {8, 15, 16, 24, 32};
+      const Size size = kSizes[player_.Below(3)];
+      ChangeScreenMode(0, true, size.w, size.h, kDepths[player_.Below(5)], root_);
+    });
+    player_.Also(5, [this] {
+      Skin& skin = *CurrentSkin();
+      if (player_.Below(2))
+        skin.Load(kSkinFile);
+      else
+        skin.Reset();
+      root_->SetSkin(&skin);
+    });
   }
   ~RandomInputTest() override {
     ExitToolkit();
@@ -60,28 +78,6 @@ class RandomInputTest : public LauncherFixture {
   }
 
  private:
-  int Below(int limit) { return player_.Below(limit); }
-  void Progress() {
-    WriteFile("progress", "[Progress]\nStepNumber=" + std::to_string(Below(40) - 5) +
-                              "\nCurrentStep=" + std::to_string(Below(60) - 10) +
-                              "\nProgressHide=" + std::to_string(Below(2)) +
-                              "\nProgressInterval=" + std::to_string(Below(2000) - 100) + '\n');
-  }
-  void ChangeMode() {
-    static constexpr Size kSizes[] = {{320, 200}, {640, 480}, {800, 600}};
-    static constexpr int kDepths[] = {8, 15, 16, 24, 32};
-    const Size size = kSizes[Below(3)];
-    ChangeScreenMode(0, true, size.w, size.h, kDepths[Below(5)], root_);
-  }
-  void ChangeSkin() {
-    Skin& skin = *CurrentSkin();
-    if (Below(2))
-      skin.Load(kSkinFile);
-    else
-      skin.Reset();
-    root_->SetSkin(&skin);
-  }
-
   Dialog* root_ = nullptr;
   FakeMachine machine_;
   FakeTimers timers_;
