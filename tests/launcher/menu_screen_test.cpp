@@ -5,11 +5,11 @@
 
 #include "tests/support/launcher_fixture.h"
 #include "tests/support/reference.h"
-#include "toolkit/core/mouse_pointer.h"
 #include "toolkit/core/startup.h"
 #include "toolkit/draw/screen_update.h"
 #include "toolkit/testing/fake_machine.h"
 #include "toolkit/testing/fake_timers.h"
+#include "toolkit/testing/hands.h"
 // After Allegro itself.
 #include <allegro/internal/aintern.h>
 
@@ -17,7 +17,7 @@ namespace zel {
 namespace {
 
 const std::string kMain =
-    "[MENU_CONFIGURATION]\nLinesNumber=6\nHintFile=hints\n[LINE1]\nSeparator=1\n"
+    "[MENU_CONFIGURATION]\nLinesNumber=6\nHintFile=hints\nMenuHeight=60\n[LINE1]\nSeparator=1\n"
     "[LINE2]\nTitle=First\nExCode=11\nExString=first\nHintSection=a\n"
     "[LINE3]\nTitle=Inner\nExCode=12\nSubmenu=inner.cfg\n[LINE4]\nSeparator=1\n"
     "[LINE5]\nTitle=Off\nSubmenu=inner.cfg\nDisable=1\nExCode=15\n[LINE6]\nTitle=Nothing\n";
@@ -52,24 +52,24 @@ class MenuScreenTest : public LauncherFixture {
     screen_->ApplyGeometry();
   }
   // Depth, current entry and its exit code after what the words of a script stand for: a start at
-  // a position, keys that the menu is told, or that are pressed (+) and let go of (-) until the
-  // next tick tells it.
+  // a position, a press (@), keys that the menu is told, or that are pressed (+) and let go of (-)
+  // until the next tick tells it.
   std::string Play(const std::string& script) {
-    std::map<std::string, int> keys = {{"down", KEY_DOWN},
-                                       {"home", KEY_HOME},
-                                       {"pad", KEY_ENTER_PAD},
-                                       {"enter", KEY_ENTER},
-                                       {"space", KEY_SPACE}};
+    const std::map<std::string, int> keys = {
+        {"down", KEY_DOWN},   {"up", KEY_UP},       {"home", KEY_HOME},  {"pad", KEY_ENTER_PAD},
+        {"enter", KEY_ENTER}, {"space", KEY_SPACE}, {"pad1", KEY_1_PAD}, {"pad2", KEY_2_PAD},
+        {"pad3", KEY_3_PAD},  {"pad7", KEY_7_PAD},  {"pad8", KEY_8_PAD}, {"pad9", KEY_9_PAD},
+        {"tab", KEY_TAB}};
     std::istringstream words{script};
     for (std::string word; words >> word;)
-      if (std::isdigit(word.back()))
+      if (word.find_first_not_of("0123456789,-") == std::string::npos)
         Start(word);
       else if (word == "tick" || word == "second")
         for (int i = 0; i < (word == "tick" ? 1 : 50); ++i) screen_->MsgTick();
       else if (word == "late")  // a repeat that comes after an end that nobody tells
         key[KEY_SPACE] = 0, simulate_ukeypress(' ', KEY_SPACE);
-      else if (word == "click")
-        screen_->List().MsgDClick();
+      else if (word[0] == '@')
+        Press(std::stoi(word.substr(1)));
       else if (word[0] == '+')
         _handle_key_press(0, keys.at(word.substr(1)));
       else if (word[0] == '-')
@@ -79,6 +79,15 @@ class MenuScreenTest : public LauncherFixture {
     return std::to_string(screen_->Config().Depth()) + '/' +
            std::to_string(screen_->List().GetCurrent()) + '/' +
            std::to_string(launcherState.exitCode);
+  }
+  // With the left mouse button, so many pixels below the beginning of the list.
+  void Press(int below) {
+    Widget& list = screen_->List();
+    PutMouse({list.x() + 9, list.y() + below});
+    for (const int buttons : {1, 0}) {
+      HoldButtons(buttons);
+      screen_->MsgTick();
+    }
   }
   // What the screen shows after its timers have run off is the reference picture.
   void ExpectShown(const std::string& picture) {
@@ -124,12 +133,22 @@ TEST_F(MenuScreenTest, KeysGoOnFromTheLastPositionAsFarAsItFits) {
       {"2 enter", "2/0/0"}, {"2,2 pad", "3/0/0"}, {"2,0 space", "1/2/12"}};
   for (const auto& [script, where] : rows) EXPECT_EQ(Play(script), where) << script;
   EXPECT_EQ(Play("2 enter home enter down enter"), "1/4/15");
-  EXPECT_EQ(Play("2 click down"), "2/1/21") << "what the mouse has opened is settled";
+  EXPECT_EQ(Play("2 @27 @27 down"), "2/1/21") << "what the mouse has opened is settled";
   EXPECT_EQ(Play("1 +enter -enter +down tick"), "1/2/11") << "what follows the choice is nothing";
   Play("2,0");
   WriteFile("menu.cfg", kMain + "[LINE3]\nSeparator=1\n");
   EXPECT_EQ(Play("enter"), "1/2/12");
   EXPECT_FALSE(screen_->IsClosed()) << "going back to a separator does not choose it";
+}
+
+TEST_F(MenuScreenTest, KeysAndPressesPassOverSeparatorsAndDoNotTakeThoseAtAnEnd) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"2 down", "1/4/15"}, {"4 up", "1/2/12"},   {"1 up", "1/0/11"},   {"2 home", "1/0/12"},
+      {"1 pad1", "1/5/0"},  {"1 pad2", "1/2/12"}, {"0 pad3", "1/4/15"}, {"4 pad7", "1/0/15"},
+      {"4 pad8", "1/2/12"}, {"5 pad9", "1/1/11"}, {"2 @15", "1/1/11"},  {"2 @3", "1/2/12"},
+      {"2 @27", "1/2/12"},  {"2,1 @40", "2/1/21"}};
+  for (const auto& [script, where] : rows) EXPECT_EQ(Play(script), where) << script;
+  EXPECT_EQ(Play("1 tab down"), "1/1/11") << "the hint has the focus";
 }
 
 TEST_F(MenuScreenTest, AKeyChoosesOnceUpToItsReleaseAndNotAtAllFromBeforeTheMenu) {
