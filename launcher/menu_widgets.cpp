@@ -132,7 +132,6 @@ void MenuList::MsgLPress() {
   const int pressed = ItemAt();
   if (!IsValid(pressed) || IsSeparatorAt(pressed)) return;
   if (pressed != current) SetCurrent(pressed);
-  RedrawItems(current, pressed);
   Report(MSG_ITEM_SELECTED, reinterpret_cast<EventArg>(GetItem(pressed)));
 }
 
