@@ -81,10 +81,8 @@ TEST_F(AnimatorTest, BeginsWithWhatTheLastTransitionEndedWith) {
 }
 
 TEST_F(AnimatorTest, LastsAsManyTicksAsItsLengthHolds) {
-  for (const auto& [rate, lengthMs, ticks] :
-       {std::tuple{50, 300, 15u}, {50, 20, 1}, {50, 0, 1}, {50, -300, 1}, {1000, 300, 300}}) {
+  for (const auto& [lengthMs, ticks] : {std::pair{300, 15u}, {20, 1}, {0, 1}, {-300, 1}}) {
     EXPECT_FALSE(animator.Running());
-    settings.logicFrameRate = rate;
     EXPECT_EQ(Play(0, 1, lengthMs).size(), ticks);
   }
 }

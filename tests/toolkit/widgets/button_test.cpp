@@ -45,12 +45,11 @@ class ButtonTest : public WidgetFixture {
 
 TEST_F(ButtonTest, LabelsShowAndReadNumbers) {
   Label label;
-  const std::tuple<double, std::string, int> kNumbers[] = {
+  const std::tuple<double, std::string, int> rows[] = {
       {2.5, "2.5", 2}, {3, "3.0", 3}, {-3.75, "-3.75", -3}, {1e-7, "0.0", 0}, {NAN, "nan", 0}};
-  for (const auto& [number, text, whole] : kNumbers) {
+  for (const auto& [number, text, whole] : rows) {
     label.SetNumber(number);
-    EXPECT_EQ(label.GetText(), text);
-    EXPECT_EQ(label.GetInt(), whole);
+    EXPECT_TRUE(label.GetText() == text && label.GetInt() == whole) << label.GetText();
   }
   label.SetNumber(-1e308);
   EXPECT_EQ(label.GetDouble(), -1e308);
@@ -153,12 +152,9 @@ TEST_F(ButtonTest, AKeyPressesForAsLongAsTheKeyboardTakesToRepeatIt) {
   Button button;
   Show(button, {10, 10, 50, 20});
   button.SetKey('A');
-  for (const auto& [rate, delay, ticks] : {std::tuple{100, -1, 30},
-                                           {100, 0, 30},
-                                           {100, 1, 2},
-                                           {100, 160, 18},
-                                           {1, 0, 1},
-                                           {100, INT_MAX, 99}}) {
+  const std::tuple<int, int, int> rows[] = {{100, -1, 30},  {100, 0, 30}, {100, 1, 2},
+                                            {100, 160, 18}, {1, 0, 1},    {100, INT_MAX, 99}};
+  for (const auto& [rate, delay, ticks] : rows) {
     settings.logicFrameRate = rate;
     settings.keyDelay = delay;
     root.HandleKey('a', KEY_A);

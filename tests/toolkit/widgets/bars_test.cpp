@@ -1,0 +1,227 @@
+// What has a value and lies or stands.
+#include <array>
+#include <cmath>
+
+#include "tests/support/widget_fixture.h"
+#include "toolkit/widgets/scroll_bar.h"
+#include "toolkit/widgets/slider.h"
+
+namespace zel {
+namespace {
+
+TEST(ValueRange, OnlyAChangeOfTheValueBringsItBetweenTheBounds) {
+  ValueRange range;
+  std::string values;
+  const auto note = [&] { values += ' ' + std::to_string(RoundToInt(range.GetValue())); };
+  range.SetValue(150), note();
+  range.SetMax(50), note();
+  range.Increment(), note();
+  range.SetValue(NAN), note();
+  range.Setup(-10, 10, -10.5, 4), note();
+  range.Decrement(), note();
+  for (int i = 0; i < 6; ++i) range.Increment(), note();
+  range.SetMin(12), range.Decrement(), note();
+  EXPECT_EQ(values, " 100 100 50 50 -10 -10 -6 -2 2 6 10 10 12");
+}
+
+// Scripts and places are those of a lying bar.
+class BarTest : public WidgetFixture, public testing::WithParamInterface<int> {
+ protected:
+  BarTest() { isTransposed = GetParam() == kVertical; }
+};
+const auto kOrientations = testing::Values(kVertical, kHorizontal);
+INSTANTIATE_TEST_SUITE_P(, BarTest, kOrientations);
+
+TEST_P(BarTest, IsFilledInProportionToItsValue) {
+  Dress(PROGRESSH, {"rgb", "wy."});  // the track above the fill
+  Dress(PROGRESSV, {"rw", "gy", "b."});
+  const std::tuple<int, int, double> rows[] = {{0, 100, -7},   {0, 100, 9.9}, {0, 100, 37},
+                                               {0, 100, 99.9}, {0, 100, 900}, {100, 200, 150},
+                                               {5, 5, 5}};
+  std::array<ProgressBar, 7> bars;
+  for (int i = 0; i < 7; ++i) {
+    const auto& [min, max, value] = rows[i];
+    bars[i].Setup(0, 0, 0, 0, 0, 0, GetParam());
+    bars[i].SetRange(min, max);
+    bars[i].SetValue(value);
+    Show(bars[i], isTransposed ? Rect{4 * i, 0, 2, 10} : Rect{0, 4 * i, 10, 2});
+  }
+  ExpectShown(isTransposed ? "progress_bars" : "progress_bars_lying", {0, 0, 28, 28});
+  for (const int position : {0, 50, 20}) bars[4].SetPosition(position), Do("wait1");
+  bars[4].Increment(), Do("wait1");
+  EXPECT_EQ(bars[4].GetValue(), 21);
+}
+
+// A grip of 10 pixels on a track of 110 pixels for the values -50 to 150: a pixel is 2.
+class SliderTest : public BarTest {
+ protected:
+  void ShowSlider(int value) {
+    Dress(HSLIDER_GRIP, Rows(4, "gggggggggg"));
+    Dress(VSLIDER_GRIP, Rows(10, "gggg"));
+    root.Remove(&slider);
+    slider.Setup(20, 20, 110, 110, 0, 0, -50, 150, value, GetParam());
+    Show(slider, {20, 20, slider.w(), slider.h()});
+  }
+
+  Slider slider;
+};
+INSTANTIATE_TEST_SUITE_P(, SliderTest, kOrientations);
+
+TEST_P(SliderTest, LooksSayTheStateAndTheValue) {
+  CurrentSkin()->dottedRect = 1;
+  std::array<Slider, 5> sliders;
+  for (int i = 0; i < 5; ++i) {
+    sliders[i].Setup(0, 0, 60, 60, 0, 0, -50, i == 4 ? -50 : 150, 40 * i, GetParam());
+    Show(sliders[i], isTransposed ? Rect{24 * i, 0, 60, 60} : Rect{0, 24 * i, 60, 60});
+  }
+  sliders[1].Select(), sliders[2].Disable(), sliders[3].SetFlag(kFlagFocus);
+  ExpectShown(isTransposed ? "sliders" : "sliders_lying", {0, 0, 120, 120});
+  for (const bool isMoved : {false, true}) {
+    Tick(), isTransposed ? sliders[0].SetW(30) : sliders[0].SetH(30), Frame();
+    isMoved ? sliders[0].MsgShape() : sliders[0].MsgResize();
+    EXPECT_EQ(sliders[0].w() + sliders[0].h(), 60 + 22) << "as thick as the track";
+    EXPECT_TRUE(DrawsEnough()) << isMoved;
+  }
+}
+
+TEST_P(SliderTest, TheGripComesToThePointerAndStaysUnderIt) {
+  ShowSlider(-50);
+  const Words own = {{"other", [this] { root.ChangeFocus(root.FocusWidget(), nullptr); }},
+                     {"restart", [this] { slider.SendMessage(MSG_START); }}};
+  const std::tuple<int, std::string, std::string> rows[] = {
+      {-50, "100,25+press 101,5 release 160,25",
+       "held 100 (Scroll 100), held 102 (Scroll 102), 102, 102"},
+      {100, "99,25+press 79,5 release", "held 100, held 60 (Scroll 60), 60"},
+      {100, "100,25+press 320,5 11,5 release",
+       "held 100, held 150 (Scroll 150), held -50 (Scroll -50), -50"},
+      {-50, "100,25+press other 250,180 release 99,25+press",
+       "held 100 (Scroll 100), held 100, 150 (Scroll 150), 150, held 98 (Scroll 98)"},
+      {-50, "160,25 100,25+press 250,180 other release",
+       "-50, held 100 (Scroll 100), held 150 (Scroll 150), 150, 150"},
+      {-50, "100,25+press restart 101,5 release", "held 100 (Scroll 100), 100, 100, 100"}};
+  for (const auto& [value, script, seen] : rows) {
+    Mouse(200, 190);
+    slider.SetPosition(value);
+    const auto look = [this] {
+      return (slider.Selected() ? "held " : "") + std::to_string(slider.GetPosition());
+    };
+    EXPECT_EQ(Play(script, look, own), seen) << script;
+  }
+}
+
+TEST_P(SliderTest, KeysAndWheelMoveWithinTheRange) {
+  ShowSlider(0);
+  root.SetFocus(&slider);
+  Mouse(25, 25);
+  root.onEvent = [](Widget*, int msg, int) {
+    if (msg == MSG_SCROLL) TypeKey('k', 0);
+  };
+  Watch({MSG_SCROLL, MSG_UCHAR});
+  const std::tuple<int, std::string, std::string> rows[] = {
+      {50, "right", "51 (Scroll 51)"},  {50, "left", "49 (Scroll 49)"},
+      {50, "home", "-50 (Scroll -50)"}, {149, "right", "150 (Scroll 150)"},
+      {50, "end", "150 (Scroll 150)"},  {140, "pageup", "150 (Scroll 150)"},
+      {50, "pageup", "70 (Scroll 70)"}, {50, "pagedown", "30 (Scroll 30)"},
+      {50, "up", "50 (UChar)"},         {50, "down", "50 (UChar)"}};
+  const auto look = [this] { return std::to_string(slider.GetPosition()); };
+  for (const auto& [value, key, seen] : rows) {
+    slider.SetPosition(value);
+    EXPECT_EQ(Play(key + "+wait1", look), seen) << "what was typed meanwhile is forgotten";
+  }
+  root.onEvent = nullptr;
+  EXPECT_EQ(Play("wheel3 wheel-200 wheel-1", look), "53 (Scroll 53), -50 (Scroll -50), -50");
+  for (const double end : {1e308, -1e308, 50.0}) {  // an endless, a reversed and no range
+    slider.SetRange(50, end);
+    Do("100,25 press release");
+  }
+  EXPECT_EQ(slider.GetPosition(), 50);
+}
+
+// Arrows are 16 pixels long and the grip 12 (lying 18), so a bar of 132 (lying 138) that begins at
+// 20 has a track from 36 on, in which the grip can move by 88.
+class ScrollBarTest : public BarTest {
+ protected:
+  void ShowBar(int total, int position) {
+    bar.Setup(0, 0, 0, 0, 0, 0, total, 30, GetParam());
+    Show(bar, isTransposed ? Rect{20, 20, 9, 132} : Rect{20, 20, 138, 9});
+    bar.SetPosition(position);
+    EXPECT_EQ(bar.w() + bar.h(), 16 + (isTransposed ? 132 : 138)) << "as thick as its element";
+  }
+
+  ScrollBar bar;
+  const std::function<std::string()> position = [this] {
+    return std::to_string(bar.GetPosition());
+  };
+};
+INSTANTIATE_TEST_SUITE_P(, ScrollBarTest, kOrientations);
+
+TEST_P(ScrollBarTest, TheGripLiesWhereTheValueIs) {
+  Dress(isTransposed ? SCROLL_VGRIPOVERLAY : SCROLL_HGRIPOVERLAY, {"rgb", "www", "kkk", "yyy"});
+  std::array<ScrollBar, 4> bars;  // in the middle, at the end, without room, disabled
+  for (int i = 0; i < 4; ++i) {
+    bars[i].Setup(0, 0, 0, 0, 0, 0, 100, 30, GetParam());
+    const int length = i == 2 ? 44 : 70;
+    Show(bars[i], isTransposed ? Rect{18 * i, 0, 16, length} : Rect{0, 18 * i, length, 16});
+    bars[i].SetPosition(i == 1 ? 900 : 35);
+  }
+  bars[3].Disable();
+  root.SetFocus(&bars[0]);
+  Do("5,23 press");
+  ExpectShown(isTransposed ? "scroll_bars" : "scroll_bars_lying", {0, 0, 72, 72});
+  bars[1].SetRange(50, 30);
+  EXPECT_EQ(bars[1].GetPosition(), 20) << "the end of the shorter range";
+}
+
+TEST_P(ScrollBarTest, HeldArrowsAndTracksScrollOnAndOn) {
+  ShowBar(1030, 500);
+  const Words own = {{"restart", [this] { root.MsgEnd(), root.MsgStart(), root.Events(); }}};
+  const std::pair<std::string, std::string> rows[] = {
+      // 60 ms are three ticks
+      {"145,25+press wait4 wait4 release",
+       "501 (Scroll 501), 502 (Scroll 502), 503 (Scroll 503), 503"},
+      {"22,25+press wait4 release wait1", "502 (Scroll 502), 501 (Scroll 501), 501, 501"},
+      {"120,25+press wait1 release wait1",
+       "511 (Scroll 511), 521 (Scroll 521), 531 (Scroll 531), 531"},
+      {"40,25+press release", "521 (Scroll 521), 511 (Scroll 511)"},
+      {"120,25+press restart wait4", "521 (Scroll 521), 521, 521"}};
+  for (const auto& [script, seen] : rows) EXPECT_EQ(Play(script, position, own), seen);
+  for (const std::string at : {"120,25", "60,25"}) {
+    Do("release " + at + " press wait100 release press release");
+    EXPECT_TRUE(bar.Dialog::Contains(root.FocusWidget())) << at;
+    EXPECT_TRUE(root.FocusWidget()->Bounds().Contains({mouse_x, mouse_y})) << at;
+  }
+}
+
+TEST_P(ScrollBarTest, KeysPointerAndWheelMoveTheGrip) {
+  ShowBar(910, 0);  // ten units a pixel
+  Do("40,25 press release");
+  const std::tuple<int, std::string, std::string> rows[] = {{60, "pagedown", "90 (Scroll 90)"},
+                                                            {60, "pageup", "30 (Scroll 30)"},
+                                                            {20, "pageup", "0 (Scroll 0)"},
+                                                            {35, "home", "0 (Scroll 0)"},
+                                                            {35, "end", "880 (Scroll 880)"},
+                                                            {35, "left", "34 (Scroll 34)"},
+                                                            {35, "right", "36 (Scroll 36)"},
+                                                            {35, "up", "35"},
+                                                            {35, "down", "35"},
+                                                            {35, "x", "35"}};
+  for (const auto& [from, key, seen] : rows) {
+    bar.SetPosition(from);
+    EXPECT_EQ(Play(key, position), seen) << from << ' ' << key;
+  }
+  bar.SetPosition(0);
+  EXPECT_EQ(
+      Play("38,25+press 48,90 199,90 0,90 43,90 43,25+release+wheel3 space+48,25", position),
+      "0, 100 (Scroll 100), 880 (Scroll 880), 0 (Scroll 0), 50 (Scroll 50), 53 (Scroll 53), 53")
+      << "a key does not drag it";
+  EXPECT_TRUE(root.FocusWidget()->Selected());
+  root.ChangeFocus(root.FocusWidget(), nullptr);
+  for (const int total : {30, 31}) {
+    bar.SetRange(total, 30);
+    root.MoveFocus(FocusMove::kNext);
+    EXPECT_EQ(bar.HasFocus(), total > 30) << "Tab goes to a grip that can move";
+  }
+}
+
+}  // namespace
+}  // namespace zel

@@ -1,0 +1,107 @@
+// Forms of many controls, and what an application does with them.
+#include "tests/support/widget_fixture.h"
+#include "toolkit/widgets/accelerator.h"
+#include "toolkit/widgets/combo_box.h"
+#include "toolkit/widgets/dialog_template.h"
+#include "toolkit/widgets/panel.h"
+#include "toolkit/widgets/slider.h"
+#include "toolkit/widgets/spin_box.h"
+
+namespace zel {
+namespace {
+
+using DialogTemplateTest = WidgetFixture;
+
+TEST_F(DialogTemplateTest, MakesAControlForEachRecordThatHasOne) {
+  std::vector<ControlRecord> records{{kControlSize, 1, 0, 0, 159, 201, 0, 0, 0, 0}};
+  for (int type = 2; type <= 25; ++type) {
+    const int column = type % 3, row = type / 3;
+    const int height = type == kControlProgressBar ? 50 : 20;
+    records.push_back({type, type, 1 + 33 * column, 24 * row, 31, height, type, 0, 0, 0});
+  }
+  records.push_back({kControlLabel, kControlEditBox, 0, 0, 9, 9, 0, 0, 0, 0});
+  records.push_back({kControlProgressBar, 30, 90, 120, 3, 40, 0, 0, 0, 0});
+  records.push_back({kControlEnd, 0, 0, 0, 0, 0, 0, 0, 0, 0});
+  records.push_back({kControlLabel, 99, 0, 0, 9, 9, 0, 0, 0, 0});
+  DialogUnits units{root.GetFont(kNormal)};  // 8 pixels high and wide: units of 2 and 1 pixels
+  DialogTemplate form{records.data()};
+  ClearScreen back;
+  Show(back, {});
+  form.Build(root, units, [](std::uint32_t id) { return id == kControlImage ? "none" : "a bc"; });
+  EXPECT_EQ(root.Bounds(), Rect(0, 0, 318, 201));
+  EXPECT_EQ(form.Find(99), nullptr);
+  EXPECT_EQ(form.Find(5), nullptr);
+  auto* number = static_cast<SpinBox*>(form.Find(kControlSpinBox));
+  for (Widget* field : {form.Find(kControlEditBox), static_cast<Widget*>(&number->GetEdit())}) {
+    root.SetFocus(field);
+    Do("42");
+  }
+  EXPECT_EQ(number->GetValue(), 42);
+  static_cast<Image*>(form.Find(kControlImage))->SetBitmap(ICONEXIT);
+  Tick();
+  ExpectShown("form", {0, 0, 200, 180});
+}
+
+using AcceleratorTest = StageTest;
+
+TEST_F(AcceleratorTest, ActivatesForOneCombinationInTheNameOfItsTarget) {
+  Accelerator accelerator;
+  Patch target{{0, 0, 10, 10}};
+  root.Add(&accelerator);
+  root.names = {{&accelerator, "accelerator"}, {&target, "target"}};
+  Watch({MSG_ACTIVATE});
+  const auto press = [this](int scancode, int shifts) {
+    key_shifts = shifts;
+    const std::string used = root.HandleKey(0, scancode) ? "used; " : "";
+    return used + root.Events();
+  };
+  for (const int scancode : {0, 47, 255}) EXPECT_EQ(press(scancode, 0), "");
+  accelerator.Setup(KEY_F1, KB_ALT_FLAG, nullptr);
+  EXPECT_EQ(press(KEY_F1, KB_ALT_FLAG), "used; accelerator: Activate");
+  accelerator.Setup(KEY_F1, KB_ALT_FLAG, &target);
+  EXPECT_EQ(press(KEY_F1, KB_ALT_FLAG | KB_CAPSLOCK_FLAG), "used; target: Activate");
+  for (const int shifts : {KB_ALT_FLAG | KB_SHIFT_FLAG, 0}) EXPECT_EQ(press(KEY_F1, shifts), "");
+  EXPECT_EQ(press(KEY_F2, KB_ALT_FLAG), "");
+  target.Disable();
+  EXPECT_EQ(press(KEY_F1, KB_ALT_FLAG), "");
+}
+
+class DestroyedTest : public WidgetFixture {
+ protected:
+  // Destroys a widget, and what it is made of, as soon as it reports a message.
+  template <class T>
+  void PlayOn(
+      int message, const std::string& script, const std::function<void(T&)>& prepare = [](T&) {}) {
+    auto doomed = std::make_unique<T>();
+    Do("200,150 release");
+    Show(*doomed, {10, 10, 110, 24});
+    prepare(*doomed);
+    root.onEvent = [&](Widget*, int reported, int) {
+      if (reported == message) doomed.reset();
+    };
+    Do(script + " wait20");
+    root.onEvent = nullptr;
+    EXPECT_FALSE(doomed) << message << ' ' << script;
+  }
+};
+
+TEST_F(DestroyedTest, TheApplicationMayDestroyWhatTellsItOfAChange) {
+  const auto fill = [](ListView& list) {
+    for (int i = 0; i < 9; ++i) list.InsertItem(std::make_unique<TextListItem>("x"));
+  };
+  const auto focus = [this](Widget& widget) { root.SetFocus(&widget); };
+  PlayOn<RadioButton>(MSG_ACTIVATE, "20,18 press release");
+  PlayOn<RadioButton>(MSG_ACTIVATE, "a", [](RadioButton& radio) { radio.SetKey('A'); });
+  for (const int message : {MSG_SCROLL, MSG_ACTIVATE})
+    PlayOn<ListView>(message, "20,28 press release", fill);
+  for (const int message : {MSG_ACTIVATE, MSG_CHAR}) PlayOn<EditBox>(message, "enter", focus);
+  PlayOn<Slider>(MSG_SCROLL, "15,18 press 85,18 release",
+                 [](Slider& slider) { slider.SetOrientation(kHorizontal); });
+  const auto fillBox = [&](ComboBox& box) { fill(box.GetListBox().GetList()); };
+  PlayOn<ComboBox>(MSG_ACTIVATE, "110,20 press release 50,60 press release", fillBox);
+  PlayOn<ComboBox>(MSG_ACTIVATE, "enter",
+                   [&](ComboBox& box) { fillBox(box), focus(box.GetEdit()); });
+}
+
+}  // namespace
+}  // namespace zel
