@@ -142,8 +142,9 @@ TEST_P(SliderTest, KeysAndWheelMoveWithinTheRange) {
 class ScrollBarTest : public BarTest {
  protected:
   void ShowBar(int total, int position) {
-    bar.Setup(0, 0, 0, 0, 0, 0, total, 30, GetParam());
-    Show(bar, isTransposed ? Rect{20, 20, 9, 132} : Rect{20, 20, 138, 9});
+    const Size size = isTransposed ? Size{9, 132} : Size{138, 9};
+    bar.Setup(20, 20, size.w, size.h, 0, 0, total, 30, GetParam());
+    Show(bar, {20, 20, bar.w(), bar.h()});
     bar.SetPosition(position);
     EXPECT_EQ(bar.w() + bar.h(), 16 + (isTransposed ? 132 : 138)) << "as thick as its element";
   }

@@ -59,7 +59,7 @@ TEST_F(ButtonTest, TextLiesWhereItIsAligned) {
   std::array<Label, 7> labels;
   for (int i = 0; i < 7; ++i) {
     labels[i].SetMultiline(i > 2);
-    labels[i].SetVAlignment(i % 3);
+    labels[i].SetVAlignment(i % 3), labels[i].SetAlignment(2 - i % 3);
     Show(labels[i], {});
     if (i != 6) labels[i].ClearFlag(kFlagAutoSize);
     if (i < 3) labels[i].SetTextBackColor(white);

@@ -217,6 +217,11 @@ TEST_F(ComboBoxTest, TheListLiesAboveTheDialogUntilThePointerLeaves) {
   EXPECT_TRUE(DrawsEnough() && Frame() != open) << "what the list covered was repainted";
   EXPECT_EQ(PlayAll("press+release 110,60+press 200,150 release 110,20+press+release 200,150"),
             "1 open at 1, 1 open at 1, 1 open at 1, 1 closed at 1, 1 open at 1, 1 closed at 1");
+  Do("110,20 press release");
+  combo.Hide();
+  EXPECT_TRUE(!combo.IsOpen() && combo.h() == 24);
+  combo.Unhide();
+  EXPECT_FALSE(combo.IsOpen());
 }
 
 TEST_F(ComboBoxTest, MouseChoosesOnce) {
@@ -227,8 +232,9 @@ TEST_F(ComboBoxTest, MouseChoosesOnce) {
 
 TEST_F(ComboBoxTest, KeyboardOpensChoosesAndCancels) {
   root.SetFocus(&combo.GetEdit());
-  EXPECT_EQ(PlayAll("enter down+down escape space+wait20 down enter"),
-            "1 open at 1 (Activate 1), 1 open at 2, 1 closed at 1, 1 open at 1, 1 open at 2, "
+  EXPECT_EQ(PlayAll("x enter down+down escape space+wait20 down enter"),
+            "1x closed at 1, 1 open at 1 (Activate 1), 1 open at 2, 1 closed at 1, 1 open at 1, 1 "
+            "open at 2, "
             "2 closed at 2 (Activate 2)");
   EXPECT_FALSE(root.IsClosed());
   combo.GetListBox().GetList().Clear();

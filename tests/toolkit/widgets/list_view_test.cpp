@@ -158,7 +158,9 @@ TEST_F(ListTest, WhatIsRepaintedInPartLooksAsIfItWereRepaintedWhole) {
   list.InsertItem(std::make_unique<TextListItem>("text"), 1), box.ItemsChanged(), check();
   static_cast<TextListItem*>(list.GetItem(1))->SetText("new"), check();
   for (const int last : {6, 5, 4}) box.DeleteItem(last), check();
-  list.SetFirst(2), check();
+  list.SetFirst(99);
+  EXPECT_EQ(list.GetFirst(), list.Count() - 1);
+  list.SetFirst(-1), check();
   list.SetMultiSelect(true), check();
   list.Clear(), check();
   Dress(PANEL_SUNKEN, {"rrr", "rrr", "rrr"});

@@ -85,11 +85,12 @@ TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
   EXPECT_EQ(Change(), Rect(30, 10, 10, -60));
   window->Minimize();
   EXPECT_EQ(root.FocusWidget(), &content) << "it can be seen and used again";
-  window->SetAutoRollup(true);
+  const Words own = {{"auto", [this] { window->SetAutoRollup(true); }},
+                     {"manual", [this] { window->SetAutoRollup(false); }},
+                     {"leave", [this] { root.ChangeFocus(root.FocusWidget(), nullptr); }}};
   const auto height = [this] { return std::to_string(Change().h); };
-  EXPECT_EQ(Play("100,70 310,190 100,70 310,190", height), "10, -60, 10, -60");
-  window->SetAutoRollup(false);
-  EXPECT_EQ(Change(), Rect(30, 10, 10, 10));
+  EXPECT_EQ(Play("auto 100,70 310,190 100,70 310,190 manual leave auto auto manual", height, own),
+            "10, 10, -60, 10, -60, 10, 10, -60, -60, 10");
 }
 
 TEST_F(WindowTest, TheSkinPlacesTitleAndButtons) {
