@@ -33,25 +33,17 @@ TEST_F(DialogTest, AWidgetLivesInOneDialogWhichStartsAndEndsIt) {
   EXPECT_FALSE(root.Add(&below) || root.Add(&root) || popup.Add(&root) || popup.Add(nullptr));
   root.Remove(&popup);
   popup.Remove(&below);
-  EXPECT_EQ(below.GetParent(), &root);
   Expect("");
-  root.MsgStart();
-  Expect("root: Start; below, below, root: InitSkin; below: Start");
-  EXPECT_TRUE(below.TestFlag(kFlagStartAnimation));
-  Tick();
-  Expect("root, below: Draw");
-  EXPECT_EQ(At(12, 12), red);
-  root.Remove(&below);
-  Expect("below: End");
-  EXPECT_EQ(below.GetParent(), nullptr);
-  {
-    Patch shortLived{{70, 0, 20, 20}};
-    root.Add(&below);
-    root.Add(&shortLived);
-    Expect("below: InitSkin; below: Start; ?: InitSkin; ?: Start");
-    Tick();
-    EXPECT_EQ(At(75, 5), red);
-  }
+  auto brief = std::make_unique<Patch>(Rect{70, 0, 20, 20});
+  steps["start"] = [this] { root.MsgStart(); };
+  steps["out"] = [this] { root.Remove(&below); };
+  steps["in"] = [&] { root.Add(&below), root.Add(brief.get()); };
+  EXPECT_EQ(Play("start out in"),
+            "start(root: Start; below, below, root: InitSkin; below: Start; root, below: Draw) "
+            "out(below: End; root: Draw) in(below: InitSkin; below: Start; ?: InitSkin; ?: Start; "
+            "below, ?: Draw)");
+  EXPECT_TRUE(At(12, 12) == red && At(75, 5) == red);
+  brief.reset();
   Tick();
   EXPECT_EQ(At(75, 5), 0) << "what is destroyed is seen no longer";
   root.Events();
@@ -177,36 +169,23 @@ TEST_F(DialogTest, APopupTakesTheInputAndGivesItBack) {
 TEST_F(DialogTest, AReleaseThatAPopupSawIsMadeUpForButNoPressAndNotTheWheel) {
   StartWithFocus();
   MoveTo(10, 10);
-  Watch({MSG_LPRESS, MSG_LRELEASE, MSG_WHEEL});
+  popup.Place(33, 44);
+  Watch({MSG_LPRESS, MSG_LRELEASE, MSG_WHEEL, MSG_DCLICK});
   steps["turn"] = [] { mouse_z = 2; };
   root.onEvent = [&](Widget* sender, int msg, int) {
     if (sender != &below || msg != MSG_LPRESS) return;
+    root.onEvent = nullptr;
     below.SetFlag(kFlagPressed);
     Meanwhile("l turn close");
-    popup.Popup(&root, 50, 50, nullptr);
+    popup.Popup(&root, kKeepPosition, 50, nullptr);
+    settings.yield = false;
   };
-  Press();
-  Expect("root, below: LPress; popup: LRelease; popup: Wheel; root, below: LRelease");
+  EXPECT_EQ(Play("L L l L l"),
+            "L(root, below: LPress; popup: LRelease; popup: Wheel; root, below: LRelease) "
+            "L(root, below: LPress) l(root, below: LRelease) L(root, below: LPress) "
+            "l(root, below: LRelease; root, below: DClick)");
   EXPECT_FALSE(root.TestFlag(kFlagPressed));
-  root.onEvent = nullptr;
-  settings.yield = false;
-  Watch({MSG_DCLICK});
-  EXPECT_EQ(Play("L l"), "") << "the press before the popup counts no more";
-  EXPECT_EQ(Play("L l"), "l(root, below: DClick)");
-}
-
-TEST_F(DialogTest, APopupKeepsItsPositionOrCountsFromTheFarEdge) {
-  Start();
-  const std::pair<Point, Point> kRows[] = {{{5, 7}, {5, 7}},
-                                           {{kKeepPosition, 9}, {33, 9}},
-                                           {{8, kKeepPosition}, {8, 44}},
-                                           {{-40, -50}, {120, 70}}};
-  for (const auto& [wanted, seen] : kRows) {
-    popup.Place(33, 44);
-    steps["look"] = [this, at = seen] { EXPECT_EQ(inside.GetAbsolutePos(), at); };
-    Meanwhile("look close");
-    popup.Popup(&root, wanted, nullptr);
-  }
+  EXPECT_EQ(popup.GetRelativePos(), (Point{33, 50}));
 }
 
 TEST_F(DialogTest, ASecondPopupHandsTheInputBackToTheFirst) {
@@ -223,15 +202,15 @@ TEST_F(DialogTest, ASecondPopupHandsTheInputBackToTheFirst) {
     popup.Add(field.get());
     steps["second"] = [&] {
       Meanwhile(inSecond);
-      second.Popup(&popup, 0, 0, nullptr);
-      EXPECT_EQ(root.GetFocus(), &popup);
-      EXPECT_EQ(popup.GetFocus(), field.get());
+      second.Popup(&popup, Point{5, kKeepPosition}, nullptr);
+      EXPECT_TRUE(root.GetFocus() == &popup && popup.GetFocus() == field.get());
       Meanwhile("close");
     };
     Meanwhile("second");
     popup.Popup(&root, 40, 40, field.get());
     EXPECT_EQ(root.FocusWidget(), &below);
   }
+  EXPECT_EQ(second.GetRelativePos(), (Point{5, 0}));
 }
 
 TEST_F(DialogTest, APopupRunsWithoutARootAndEndsWithIt) {
@@ -270,17 +249,12 @@ TEST_F(DialogTest, APopupRunsWithoutARootAndEndsWithIt) {
 TEST_F(DialogTest, WhatFollowsTheClosingIsForNobody) {
   StartWithFocus();
   Watch({MSG_CHAR, MSG_LPRESS, MSG_MOUSEMOVE});
-  root.onEvent = [&](Widget* sender, int msg, int) {
-    if (sender == &below && (msg == MSG_CHAR || msg == MSG_LPRESS)) root.Close();
+  root.onEvent = [this](Widget*, int msg, int) {
+    if (msg == MSG_CHAR) root.Close();
   };
-  simulate_ukeypress('x', KEY_X);
-  simulate_ukeypress('y', KEY_Y);
-  clock.Tick(0, 3);
-  root.MsgIdle();
-  PutMouse({5, 5});
-  mouse_b = 1;
-  Tick();
-  Expect("below: Char");
+  TypeKey('x', KEY_X);
+  TypeKey('y', KEY_Y);
+  EXPECT_EQ(Play("wait 5,5 L"), "wait(below: Char)");
 }
 
 TEST_F(DialogTest, ADialogWhoseContainerIsGoneIsARootAgain) {

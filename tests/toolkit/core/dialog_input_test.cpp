@@ -1,0 +1,395 @@
+#include "tests/support/stage.h"
+#include "toolkit/core/event_loop.h"
+
+namespace zel {
+namespace {
+
+// Drags whatever the test says.
+struct Draggable : Dialog {
+  int GetDragMode() override { return mode; }
+  int mode = kDragNone;
+};
+
+// Two patches side by side in a panel, and one beside the panel:
+//   x 10..30 a, 30..50 b, both in the panel of 10..60; c at 80..100; y 10..30
+class DialogInputTest : public StageTest {
+ protected:
+  DialogInputTest() {
+    panel.Shape(10, 10, 50, 20);
+    panel.Add(&a);
+    panel.Add(&b);
+    root.Add(&panel);
+    root.Add(&c);
+    root.names = {{&a, "a"}, {&b, "b"}, {&c, "c"}, {&panel, "panel"}};
+    steps["Tab"] = [] { TypeKey(0, KEY_TAB); };
+    steps["Up"] = [] { TypeKey(0, KEY_UP); };
+    UseSkin();
+    CurrentSkin()->focus = 2;  // stays where it is
+  }
+  ~DialogInputTest() override { End(); }
+  void Focus(Widget* widget) { root.ChangeFocus(root.FocusWidget(), widget); }
+
+  Dialog panel;
+  Patch a{{0, 0, 20, 20}}, b{{20, 0, 20, 20}}, c{{80, 10, 20, 20}};
+};
+
+TEST_F(DialogInputTest, WhatLiesUnderThePointerIsToldEverything) {
+  Patch above{{80, 10, 20, 20}};
+  root.Add(&above);
+  root.names[&above] = "above";
+  PutMouse({15, 15});
+  Watch({MSG_GOTMOUSE, MSG_LOSTMOUSE, MSG_GOTFOCUS, MSG_LOSTFOCUS, MSG_CLICK, MSG_WHEEL, MSG_LPRESS,
+         MSG_LRELEASE, MSG_MPRESS, MSG_MRELEASE, MSG_RPRESS, MSG_RRELEASE});
+  Start();
+  Expect("panel, a: GotMouse; a, panel: GotFocus");
+  std::vector<int> values;
+  root.onEvent = [&](Widget* sender, int msg, int value) {
+    if (sender == &root && (msg == MSG_WHEEL || msg == MSG_MOUSEMOVE)) values.push_back(value);
+  };
+  steps["turn"] = [] { mouse_z = mouse_z + 2; };
+  steps["back"] = [] { mouse_z = mouse_z - 3; };
+  EXPECT_EQ(Play("45,15 55,15 80,30 L l 120,100 turn"),
+            "45,15(a: LostMouse; b: GotMouse) 55,15(b: LostMouse) "
+            "80,30(panel: LostMouse; above: GotMouse) "
+            "L(root: Click; a, panel: LostFocus; above: GotFocus; above: Click; "
+            "root, above: LPress) l(root, above: LRelease) 120,100(above: LostMouse) "
+            "turn(root: Wheel)");
+  steps["hide"] = [&] { above.Hide(); };
+  steps["disable"] = [&] { above.Disable(); };
+  steps["refuse"] = [&] { above.wantsMouse = false; };
+  steps["show"] = [&] { above.Unhide(), above.Enable(); };
+  EXPECT_EQ(Play("90,20 back hide L l show turn disable R r show turn refuse M m"),
+            "90,20(above: GotMouse) back(root, above: Wheel) hide(above: LostMouse; c: GotMouse) "
+            "L(root: Click; above: LostFocus; c: GotFocus; c: Click; root, c: LPress) "
+            "l(root, c: LRelease) turn(c: LostMouse; above: GotMouse; root, above: Wheel) "
+            "disable(above: LostMouse; c: GotMouse) R(root, c: Click; root, c: RPress) "
+            "r(root, c: RRelease) turn(c: LostMouse; above: GotMouse; root, above: Wheel) "
+            "M(above: LostMouse; c: GotMouse; root, c: Click; root, c: MPress) "
+            "m(root, c: MRelease)");
+  steps["capture"] = [this] {
+    b.SetFlag(kFlagPressed);
+    a.wantsFocus = false;
+    root.SetFocus(&b);
+  };
+  steps["press"] = [] { PutMouse({15, 15}), HoldButtons(1); };
+  EXPECT_EQ(Play("capture press R M r m l"),
+            "capture(b: GotFocus; c: LostFocus; panel: GotFocus) "
+            "press(c: LostMouse; panel, a: GotMouse; root, panel, a: Click; "
+            "root, panel, b, a: LPress) "
+            "R(root, panel, a: Click; root, panel, b, a: RPress) "
+            "M(root, panel, a: Click; root, panel, b, a: MPress) r(root, panel, b, a: RRelease) "
+            "m(root, panel, b, a: MRelease) l(root, panel, b, a: LRelease)");
+  EXPECT_EQ(values, std::vector({30, 10, 25, 40, 2, -30, -3, 2, 2, -75}));
+  Watch({MSG_MOUSEMOVE});
+  EXPECT_EQ(Play("45,15"), "45,15(root, panel, b, a, b: MouseMove)");
+  root.MsgEnd();
+  Start();
+  EXPECT_FALSE(root.TestFlag(kFlagPressed) || panel.TestFlag(kFlagPressed)) << "in a new run";
+}
+
+TEST_F(DialogInputTest, TwoPressesOfOneButtonInTimeAreADoubleClickOnTheNextTick) {
+  settings.doubleClickDelay = 79;
+  PutMouse({90, 20});
+  Start();
+  EXPECT_EQ(DoubleClickWindow(), 3);
+  Watch({MSG_DCLICK});
+  steps["P"] = [] { mouse_b = 1; };  // unseen before the tick
+  for (const char* presses : {"L l L l", "R r wait R r", "M m M m", "P l P l", "L l P l"})
+    EXPECT_EQ(Play(presses).substr(1), "(root, c: DClick)") << presses;
+  for (const char* presses : {"L l wait wait", "R r L l wait", "L l R r M m wait"})
+    EXPECT_EQ(Play(presses), "") << presses;
+}
+
+TEST_F(DialogInputTest, ADialogThatIsTakenInFindsThePointerAndTheFocusInItself) {
+  PutMouse({15, 15});
+  Start();
+  Watch({MSG_END, MSG_GOTMOUSE, MSG_LOSTMOUSE, MSG_GOTFOCUS, MSG_LOSTFOCUS});
+  steps["out"] = [this] { root.Remove(&panel); };
+  steps["in"] = [this] { root.Add(&panel); };
+  steps["c"] = [this] { root.SetFocus(&c); };
+  EXPECT_EQ(Play("out in out c in"),
+            "out(a, panel: LostMouse; a, b, panel: End) in(panel, a: GotMouse; a, panel: GotFocus) "
+            "out(a, panel: LostMouse; a, b, panel: End) c(c: GotFocus) "
+            "in(panel, a: GotMouse; a: GotFocus)");
+  Patch cover{{10, 10, 20, 20}};
+  root.Add(&cover);
+  root.MsgEnd();
+  root.Events();
+  Start();
+  Expect("?: GotMouse; ?: GotFocus", "what covers it has both");
+}
+
+TEST_F(DialogInputTest, TheFocusFollowsThePointerAsTheSkinSays) {
+  b.wantsFocus = false;
+  Patch cover{{20, 0, 5, 50}, green, false};
+  root.Add(&cover);
+  Start();
+  const char* const kFocused[] = {"cnapann", "ccaaaaa", "ccccccc"};
+  for (const int rule : {0, 1, 2}) {
+    CurrentSkin()->focus = rule;
+    root.SetFocus(&c);
+    c.SetFlag(kFlagPressed);  // captures the mouse until the pointer is on nothing
+    std::string focused;
+    for (const int x : {15, 120, 15, 40, 15, 22, 120}) {
+      if (x == 120) c.ClearFlag(kFlagPressed);
+      MoveTo(x, 15);
+      focused += root.NameOf(root.FocusWidget())[0];
+    }
+    EXPECT_EQ(focused, kFocused[rule]);
+  }
+}
+
+TEST_F(DialogInputTest, HandlersMayDestroyWhatTheyHandle) {
+  CurrentSkin()->focus = 1;
+  for (const int fatal : {MSG_GOTMOUSE, MSG_LOSTMOUSE, MSG_MOUSEMOVE, MSG_GOTFOCUS, MSG_CLICK,
+                          MSG_LPRESS, MSG_LRELEASE, MSG_DCLICK}) {
+    auto inner = std::make_unique<Patch>(Rect{0, 0, 20, 20});
+    auto outer = std::make_unique<Patch>(Rect{80, 40, 20, 20});
+    panel.Add(inner.get());
+    root.Add(outer.get());
+    Start();
+    root.onEvent = [&](Widget* sender, int msg, int) {
+      if (msg != fatal) return;
+      if (sender == inner.get()) inner.reset();
+      if (sender == outer.get()) outer.reset();
+    };
+    for (const Point p : {Point{15, 15}, Point{90, 50}, Point{0, 0}})
+      for (int click = 0; click < 2; ++click) Click(p.x, p.y);
+    EXPECT_EQ(inner, nullptr) << fatal;
+    EXPECT_EQ(outer, nullptr) << fatal;
+    root.onEvent = nullptr;
+    root.MsgEnd();
+  }
+}
+
+TEST_F(DialogInputTest, DraggingMovesTheEdgesOfItsModeAndNoOthers) {
+  Draggable window;
+  root.Add(&window);
+  Start();
+  const struct {
+    int mode, cursor;
+    Rect little, upAndLeft, downAndRight;  // by (3, 2) pixels, by -300 each, by 300 each
+  } kRows[] = {
+      {kDragMove, MOUSE_NORMAL, {11, 11, 50, 30}, {0, 0, 50, 30}, {308, 309, 50, 30}},
+      {kDragTopLeft, MOUSE_SIZE_DIAGONAL1, {11, 11, 47, 28}, {0, 0, 58, 39}, {38, 31, 20, 8}},
+      {kDragTopRight, MOUSE_SIZE_DIAGONAL2, {8, 11, 53, 28}, {8, 0, 20, 39}, {8, 31, 350, 8}},
+      {kDragBottomLeft, MOUSE_SIZE_DIAGONAL2, {11, 9, 47, 32}, {0, 9, 58, 8}, {38, 9, 20, 330}},
+      {kDragBottomRight, MOUSE_SIZE_DIAGONAL1, {8, 9, 53, 32}, {8, 9, 20, 8}, {8, 9, 350, 330}},
+      {kDragTop, MOUSE_SIZE_VERTICAL, {8, 11, 50, 28}, {8, 0, 50, 39}, {8, 31, 50, 8}},
+      {kDragBottom, MOUSE_SIZE_VERTICAL, {8, 9, 50, 32}, {8, 9, 50, 8}, {8, 9, 50, 330}},
+      {kDragLeft, MOUSE_SIZE_HORIZONTAL, {11, 9, 47, 30}, {0, 9, 58, 30}, {38, 9, 20, 30}},
+      {kDragRight, MOUSE_SIZE_HORIZONTAL, {8, 9, 53, 30}, {8, 9, 20, 30}, {8, 9, 350, 30}}};
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.mode);
+    window.Shape(8, 9, 50, 30);
+    window.SetFlag(kFlagMovable | kFlagSizeable);
+    MoveTo(20, 20);
+    window.mode = row.mode;  // its shape may have changed under the resting pointer
+    Press();
+    EXPECT_EQ(CurrentPointer()->GetCursor(), CurrentSkin()->cursors[row.cursor].get());
+    window.mode = kDragNone;
+    const int draws = b.draws;
+    MoveTo(-280, -280);
+    EXPECT_EQ(window.Bounds(), row.upAndLeft);
+    MoveTo(320, 320);
+    EXPECT_EQ(window.Bounds(), row.downAndRight);
+    MoveTo(23, 22);
+    EXPECT_EQ(window.Bounds(), row.little) << "the grip stays under the pointer";
+    EXPECT_GT(b.draws, draws) << "what it covered shows again";
+    window.ClearFlag(row.mode == kDragMove ? kFlagMovable : kFlagSizeable);
+    MoveTo(30, 20);
+    Release();
+    MoveTo(0, 0);
+    EXPECT_EQ(CurrentPointer()->GetCursor(), CurrentSkin()->cursors[MOUSE_NORMAL].get());
+    EXPECT_EQ(window.Bounds(), row.little) << "neither without the flag nor after the release";
+  }
+  EXPECT_EQ(Dragged(kDragTopLeft, {2, 2, 9, 4}, {-3, -3}, {20, 8}), Rect(0, 0, 20, 8));
+}
+
+TEST_F(DialogInputTest, AKeyIsOfferedFromTheFocusOutwards) {
+  Start();
+  Focus(&b);
+  Watch({MSG_KEY, MSG_CHAR, MSG_UCHAR, MSG_XCHAR});
+  std::vector<int> codes;
+  root.onEvent = [&](Widget* sender, int msg, int code) {
+    if (sender == &b && msg >= MSG_CHAR && msg <= MSG_XCHAR) codes.push_back(code);
+  };
+  Type('x', KEY_X);
+  Expect("b: Char; b: UChar; a, b: XChar; panel: Char; panel: UChar; panel, c: XChar");
+  Type(0x20AC, KEY_E);
+  const int x = 'x' + KEY_X * 256, euro = 94 + KEY_E * 256;
+  EXPECT_EQ(codes, std::vector({x, int{'x'}, x, euro, 0x20AC, euro}));
+  for (const int chosen : {13, 10, 32}) {
+    root.Events();
+    Type(chosen, KEY_ENTER);
+    Expect("b: Char; b: UChar; a, b: XChar; b: Key");
+  }
+  b.usesKeys = true;
+  Type(13, KEY_ENTER);
+  Expect("b: Char");
+  Focus(&c);
+  c.Disable();
+  Type(13, KEY_ENTER);
+  Expect("panel: XChar", "what is hidden or disabled gets no keys");
+  settings.useKeyboard = false;
+  Type('x', KEY_X);
+  Expect("");
+}
+
+TEST_F(DialogInputTest, AShortcutGoesToTheFirstThatHasItOrToNobody) {
+  Patch second{{0, 0, 9, 9}};
+  root.Add(&second);
+  Start();
+  Watch({MSG_KEY});
+  const auto expect = [&](int shortcut, int character, int scancode, bool found) {
+    c.SetKey(shortcut);
+    second.SetKey(shortcut);
+    root.HandleKey(character, scancode);
+    c.Disable();
+    EXPECT_EQ(root.HandleKey(character, scancode), found);
+    Expect(found ? "c: Key" : "", "and nobody while it is disabled");
+    c.Enable();
+  };
+  expect('A', 'a', 0, true);
+  expect('a', 'A', 0, true);
+  expect(0xE9, 0xC9, 0, true);
+  expect('a', 'b', 0, false);
+  expect(0x20AC, 0x20AC, 0, false);
+  expect(0, 0, 0, false);
+  expect(KEY_F1 * 256, 0, KEY_F1, true);
+  expect(KEY_F1 * 256, 1, KEY_F1, false);
+}
+
+TEST_F(DialogInputTest, EscapeClosesRootsAndWindows) {
+  Start();
+  Focus(&b);
+  Watch({MSG_CLOSE});
+  EXPECT_FALSE(panel.HandleKey(27, KEY_ESC));
+  panel.SetFlag(kFlagWindow);
+  EXPECT_TRUE(panel.HandleKey(27, KEY_ESC));
+  Expect("panel: Close");
+  panel.ClearFlag(kFlagWindow);
+  root.closes = false;
+  EXPECT_TRUE(root.HandleKey(27, KEY_ESC));
+  EXPECT_EQ(root.FocusWidget(), &b);
+  root.closes = true;
+  root.SetEscapeCloses(false);
+  EXPECT_FALSE(root.HandleKey(27, KEY_ESC) || root.IsClosed());
+  root.SetEscapeCloses(true);
+  Type(27, KEY_ESC);
+  EXPECT_TRUE(root.IsClosed());
+  EXPECT_EQ(root.GetFocus(), nullptr);
+}
+
+TEST_F(DialogInputTest, ArrowsAndTabAskTheNearestFirst) {
+  // Made in the order of their letters; d in the panel, too:
+  //   a b    c
+  //     d f
+  //   e
+  Patch d{{20, 20, 20, 20}}, e{{10, 50, 20, 20}}, f{{50, 30, 20, 20}};
+  panel.Add(&d);
+  root.Add(&e);
+  root.Add(&f);
+  Start();
+  root.names.insert({{&d, "d"}, {&e, "e"}, {&f, "f"}});
+  for (Patch* patch : {&a, &b, &c, &d, &e, &f}) patch->wantsFocus = false;
+  Watch({MSG_WANTFOCUS});
+  const struct {
+    Patch* from;
+    int scancode, shifts;
+    const char* asked;
+  } kRows[] = {{&a, KEY_RIGHT, 0, "b, d, c, f, a, e: WantFocus"},
+               {&c, KEY_LEFT, 0, "b, a, f, d, e, c: WantFocus"},
+               {&b, KEY_DOWN, 0, "d, f, e, b, a, c: WantFocus"},
+               {&e, KEY_UP, 0, "a, d, b, f, c, e: WantFocus"},
+               {&c, KEY_TAB, 0, "d, e, f, a, b: WantFocus"},
+               {&c, KEY_TAB, KB_SHIFT_FLAG, "b, a, f, e, d: WantFocus"},
+               {&f, KEY_TAB, 0, "a, b, c, d, e: WantFocus"}};
+  for (const auto& row : kRows) {
+    row.from->wantsFocus = true;
+    Focus(row.from);
+    row.from->wantsFocus = false;
+    root.Events();
+    HoldShifts(row.shifts);
+    Key(row.scancode);
+    Expect(row.asked);
+  }
+  Focus(nullptr);
+  a.Hide();
+  c.Disable();
+  EXPECT_EQ(Play("Tab"), "Tab(b, d, e, f: WantFocus)");
+  panel.SetFlag(kFlagWindow);
+  EXPECT_EQ(Play("Tab"), "Tab(e, f: WantFocus)");
+  f.wantsFocus = true;
+  Watch({MSG_GOTFOCUS, MSG_LOSTFOCUS});
+  EXPECT_EQ(Play("Tab Up"), "Tab(f: GotFocus)") << "who keeps it is told nothing";
+  e.wantsFocus = true;
+  f.SetFlag(kFlagPressed);
+  EXPECT_EQ(Play("L Tab"), "") << "its press goes on";
+}
+
+TEST_F(DialogInputTest, AJoystickStandsForKeysAndCountsOnceUntilItIsLetGo) {
+  settings.useJoystick = true;
+  settings.logicFrameRate = 1000;
+  num_joysticks = 1;
+  auto* const axes = joy[0].stick[0].axis;
+  auto* const buttons = joy[0].button;
+  std::vector<int> scancodes;
+  root.onEvent = [&](Widget* sender, int msg, int code) {
+    if (sender == &c && msg == MSG_CHAR) scancodes.push_back(code / 256);
+  };
+  c.usesKeys = true;
+  Start();
+  Focus(&c);
+  for (int* input :
+       {&axes[0].d1, &axes[0].d2, &axes[1].d1, &axes[1].d2, &buttons[0].b, &buttons[1].b}) {
+    *input = 1;
+    Tick(3);
+    *input = 0;
+    Tick();
+  }
+  Dialog popup;
+  steps["hold"] = [=] { buttons[0].b = 1; };
+  steps["close"] = [&] { popup.Close(); };
+  Meanwhile("hold close");
+  popup.Popup(&root, 0, 0, nullptr);
+  settings.yield = false;
+  Tick(2);  // what is held belongs to the popup that it closed
+  EXPECT_EQ(scancodes,
+            std::vector<int>({KEY_LEFT, KEY_RIGHT, KEY_UP, KEY_DOWN, KEY_SPACE, KEY_SPACE}));
+  buttons[0].b = num_joysticks = 0;
+}
+
+TEST_F(DialogInputTest, TheFocusMovesDownAndUpTheContainers) {
+  Start();
+  Watch({MSG_GOTFOCUS, MSG_LOSTFOCUS});
+  for (Widget* next : {&b, &c, &b}) Focus(next);
+  Expect("b, panel: GotFocus; b, panel: LostFocus; c: GotFocus; c: LostFocus; b, panel: GotFocus");
+  Focus(nullptr);
+  root.Events();
+  root.SetFocus(&panel);
+  Expect("panel, b: GotFocus", "the one that lost it last has it again");
+  c.wantsFocus = b.wantsFocus = false;
+  root.SetFocus(&c);
+  root.SetFocus(&root);
+  Expect("");
+  c.Hide();
+  Focus(&c);
+  Expect("b, panel: LostFocus");
+  Patch inDoomed{{0, 0, 5, 5}};
+  for (const int fatal : {MSG_WANTFOCUS, MSG_LOSTFOCUS}) {
+    root.SetFocus(&a);
+    auto doomed = std::make_unique<Dialog>();
+    doomed->Add(&inDoomed);
+    root.Add(doomed.get());
+    root.onEvent = [&](Widget*, int msg, int) {
+      if (msg == fatal) doomed.reset();
+    };
+    Key(KEY_TAB);
+    EXPECT_EQ(root.FocusWidget(), fatal == MSG_LOSTFOCUS ? nullptr : &a);
+    root.onEvent = nullptr;
+  }
+}
+
+}  // namespace
+}  // namespace zel
