@@ -34,7 +34,7 @@ void RemovePainted(PixelArea& area, Widget* widget, const Rect& limit) {
   // There is no canvas for what begins to the left of the screen or above it.
   if (widget->x() >= 0 && widget->y() >= 0) {
     const Rect painted = widget->PaintedPart().Shared(limit);
-    if (painted.w > 0 && painted.h > 0) area.Remove(painted);
+    area.Remove(painted);
     if (painted == inside) return;
   }
   if (const Dialog* dialog = AsDialog(widget))

@@ -21,8 +21,13 @@ class DialogInputTest : public StageTest {
     root.Add(&panel);
     root.Add(&c);
     root.names = {{&a, "a"}, {&b, "b"}, {&c, "c"}, {&panel, "panel"}};
-    steps["Tab"] = [] { TypeKey(0, KEY_TAB); };
-    steps["Up"] = [] { TypeKey(0, KEY_UP); };
+    const std::map<std::string, int> kKeys = {{"Tab", KEY_TAB},
+                                              {"Right", KEY_RIGHT},
+                                              {"Left", KEY_LEFT},
+                                              {"Up", KEY_UP},
+                                              {"Down", KEY_DOWN}};
+    for (const auto& [word, code] : kKeys) steps[word] = [code = code] { TypeKey(0, code); };
+    steps["Back"] = [] { HoldShifts(KB_SHIFT_FLAG), TypeKey(0, KEY_TAB); };
     UseSkin();
     CurrentSkin()->focus = 2;  // stays where it is
   }
@@ -48,9 +53,9 @@ TEST_F(DialogInputTest, WhatLiesUnderThePointerIsToldEverything) {
   };
   steps["turn"] = [] { mouse_z = mouse_z + 2; };
   steps["back"] = [] { mouse_z = mouse_z - 3; };
-  EXPECT_EQ(Play("45,15 55,15 80,30 L l 120,100 turn"),
+  EXPECT_EQ(Play("45,15 55,15 80,10 L l 120,100 turn"),
             "45,15(a: LostMouse; b: GotMouse) 55,15(b: LostMouse) "
-            "80,30(panel: LostMouse; above: GotMouse) "
+            "80,10(panel: LostMouse; above: GotMouse) "
             "L(root: Click; a, panel: LostFocus; above: GotFocus; above: Click; "
             "root, above: LPress) l(root, above: LRelease) 120,100(above: LostMouse) "
             "turn(root: Wheel)");
@@ -58,8 +63,8 @@ TEST_F(DialogInputTest, WhatLiesUnderThePointerIsToldEverything) {
   steps["disable"] = [&] { above.Disable(); };
   steps["refuse"] = [&] { above.wantsMouse = false; };
   steps["show"] = [&] { above.Unhide(), above.Enable(); };
-  EXPECT_EQ(Play("90,20 back hide L l show turn disable R r show turn refuse M m"),
-            "90,20(above: GotMouse) back(root, above: Wheel) hide(above: LostMouse; c: GotMouse) "
+  EXPECT_EQ(Play("100,30 back hide L l show turn disable R r show turn refuse M m"),
+            "100,30(above: GotMouse) back(root, above: Wheel) hide(above: LostMouse; c: GotMouse) "
             "L(root: Click; above: LostFocus; c: GotFocus; c: Click; root, c: LPress) "
             "l(root, c: LRelease) turn(c: LostMouse; above: GotMouse; root, above: Wheel) "
             "disable(above: LostMouse; c: GotMouse) R(root, c: Click; root, c: RPress) "
@@ -79,7 +84,7 @@ TEST_F(DialogInputTest, WhatLiesUnderThePointerIsToldEverything) {
             "R(root, panel, a: Click; root, panel, b, a: RPress) "
             "M(root, panel, a: Click; root, panel, b, a: MPress) r(root, panel, b, a: RRelease) "
             "m(root, panel, b, a: MRelease) l(root, panel, b, a: LRelease)");
-  EXPECT_EQ(values, std::vector({30, 10, 25, 40, 2, -30, -3, 2, 2, -75}));
+  EXPECT_EQ(values, std::vector({30, 10, 25, 40, 2, -20, -3, 2, 2, -85}));
   Watch({MSG_MOUSEMOVE});
   EXPECT_EQ(Play("45,15"), "45,15(root, panel, b, a, b: MouseMove)");
   root.MsgEnd();
@@ -294,26 +299,22 @@ TEST_F(DialogInputTest, ArrowsAndTabAskTheNearestFirst) {
   root.names.insert({{&d, "d"}, {&e, "e"}, {&f, "f"}});
   for (Patch* patch : {&a, &b, &c, &d, &e, &f}) patch->wantsFocus = false;
   Watch({MSG_WANTFOCUS});
-  const struct {
-    Patch* from;
-    int scancode, shifts;
-    const char* asked;
-  } kRows[] = {{&a, KEY_RIGHT, 0, "b, d, c, f, a, e: WantFocus"},
-               {&c, KEY_LEFT, 0, "b, a, f, d, e, c: WantFocus"},
-               {&b, KEY_DOWN, 0, "d, f, e, b, a, c: WantFocus"},
-               {&e, KEY_UP, 0, "a, d, b, f, c, e: WantFocus"},
-               {&c, KEY_TAB, 0, "d, e, f, a, b: WantFocus"},
-               {&c, KEY_TAB, KB_SHIFT_FLAG, "b, a, f, e, d: WantFocus"},
-               {&f, KEY_TAB, 0, "a, b, c, d, e: WantFocus"}};
-  for (const auto& row : kRows) {
-    row.from->wantsFocus = true;
-    Focus(row.from);
-    row.from->wantsFocus = false;
+  const std::tuple<Patch*, const char*, const char*> kRows[] = {
+      {&a, "Right", "Right(b, d, c, f, a, e: WantFocus)"},
+      {&c, "Left", "Left(b, a, f, d, e, c: WantFocus)"},
+      {&b, "Down", "Down(d, f, e, b, a, c: WantFocus)"},
+      {&e, "Up", "Up(a, d, b, f, c, e: WantFocus)"},
+      {&c, "Tab", "Tab(d, e, f, a, b: WantFocus)"},
+      {&f, "Tab", "Tab(a, b, c, d, e: WantFocus)"},
+      {&c, "Back", "Back(b, a, f, e, d: WantFocus)"}};
+  for (const auto& [from, key, asked] : kRows) {
+    from->wantsFocus = true;
+    Focus(from);
+    from->wantsFocus = false;
     root.Events();
-    HoldShifts(row.shifts);
-    Key(row.scancode);
-    Expect(row.asked);
+    EXPECT_EQ(Play(key), asked);
   }
+  HoldShifts(0);
   Focus(nullptr);
   a.Hide();
   c.Disable();
