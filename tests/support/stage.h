@@ -27,6 +27,7 @@ class Patch : public Widget {
   bool MsgWantFocus() override { return Widget::MsgWantFocus(), wantsFocus; }
   bool MsgWantMouse() override { return wantsMouse; }
   bool MsgChar(int code) override { return Widget::MsgChar(code), usesKeys; }
+  bool MsgXChar(int code) override { return Widget::MsgXChar(code), usesKeys; }
   using Widget::SetOpaque;
 
   Color color;

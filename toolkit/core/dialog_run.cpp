@@ -27,10 +27,7 @@ class ScreenRoot final : public Dialog {
     ground_.Create(w(), h());
     SkinBitmap{screen}.blit(ground_, 0, 0, 0, 0, w(), h());
   }
-  void Draw(Bitmap& canvas) override {
-    canvas.clear_bitmap();
-    ground_.blit(canvas, 0, 0, 0, 0, w(), h());
-  }
+  void Draw(Bitmap& canvas) override { ground_.blit(canvas, 0, 0, 0, 0, w(), h()); }
   void MsgEnd() override {
     Dialog::MsgEnd();
     ground_.blit(screen, 0, 0, 0, 0, w(), h());
