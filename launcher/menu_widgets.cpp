@@ -254,7 +254,7 @@ void CenteredImage::Draw(Bitmap& canvas) {
   if (bitmap.IsEmpty()) return;
   const int left = std::max(0, (w() - bitmap.Width()) / 2);
   const int top = std::max(0, (h() - bitmap.Height()) / 2);
-  bitmap.blit(canvas.GetBitmap(), sourceX_, sourceY_, left, top, w(), h());
+  bitmap.blit(canvas.GetBitmap(), 0, 0, left, top, w(), h());
 }
 
 void CenteredImage::UpdateOpacity() { SetOpaque(bitmap.Width() >= w() && bitmap.Height() >= h()); }
@@ -276,7 +276,6 @@ WallpaperPanel::WallpaperPanel() {
 }
 
 void WallpaperPanel::SetPicture(const char* fileName) {
-  image_.ResetSource();
   image_.SetBitmap(fileName);
   image_.Resize(w(), h());
 }
