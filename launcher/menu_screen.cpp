@@ -130,7 +130,7 @@ void MenuScreen::UpdateCurrent(bool withHint) {
   if (!entry) return;
   if (withHint) hintPanel_.ShowHint(entry, GetFont(kNormal));
   launcherState.exitCode = entry->Item().exitCode;
-  if (configuration_.Depth() > 0) configuration_.CurrentLevel().index = List().GetCurrent();
+  configuration_.CurrentLevel().index = List().GetCurrent();
   launcherState.outputString.Assign(entry->Item().exitString);
 }
 
