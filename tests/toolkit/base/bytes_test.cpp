@@ -38,19 +38,5 @@ TEST_F(BytesTest, RegularFilesOfAnyNameAreReadUpToALimit) {
   set_filename_encoding(encoding);
 }
 
-TEST_F(BytesTest, NumbersBeyondTheEndAreZeroAndNoted) {
-  const Bytes bytes{1, 2, 3, 4, 5, 6, 7, 8};
-  ByteReader reader{bytes};
-  EXPECT_EQ(reader.Little16(), 0x0201);
-  EXPECT_EQ(reader.Big16(), 0x0304);
-  EXPECT_EQ(ByteReader{reader}.Little32(), 0x08070605u);
-  EXPECT_EQ(ByteReader{reader}.Big32(), 0x05060708u);
-  reader.Skip(2);
-  EXPECT_TRUE(reader.IsSound());
-  EXPECT_TRUE(reader.Take(3).empty());
-  EXPECT_FALSE(reader.IsSound());
-  EXPECT_EQ(reader.Byte(), 0);
-}
-
 }  // namespace
 }  // namespace zel

@@ -1,7 +1,6 @@
 #include "toolkit/base/settings.h"
 
 #include <climits>
-#include <tuple>
 
 #include "tests/support/allegro_fixture.h"
 #include "tests/support/reference.h"
@@ -51,16 +50,15 @@ TEST_F(SettingsTest, EveryKeyIsReadAndWrittenInItsPlace) {
 }
 
 TEST_F(SettingsTest, TheFirstSectionWithOneOfTheKeysStandsForAMissingOne) {
-  const std::tuple<const char*, const char*, int, int> cases[] = {
-      {"[Strange]\nScreen = 1\n[GUI]\nSCREENHEIGHT = 8\n[Far]\nvsync = 1", "GUI", 640, 8},
-      {"[Far]\nscreenWidth = 5\n[toolkit]\nscreenHeight = 600\n", "toolkit", 640, 600},
-      {"screenWidth = 5\n[A]\nskinpath = x\n[Far]\nscreenWidth = 6", "A", 640, 480},
-      {"screenWidth = 5\n[Menu]\nMenuLeft = 3\n", "Toolkit", 640, 480}};
-  for (const auto& [content, section, width, height] : cases) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"[Strange]\nScreen = 1\n[GUI]\nSCREENHEIGHT = 8\n[Far]\nvsync = 1", "GUI 640 8 "},
+      {"[Far]\nscreenWidth = 5\n[toolkit]\nscreenHeight = 600\n", "toolkit 640 600 "},
+      {"screenWidth = 5\n[A]\nskinpath = x\n[Far]\nscreenWidth = 6", "A 640 480 "},
+      {"screenWidth = 5\n[Menu]\nMenuLeft = 3\n", "Toolkit 640 480 "}};
+  for (const auto& [content, expected] : cases) {
     const TempFile file{content};
     Settings read = Read(file.Path());
-    EXPECT_EQ(Join(read.Section(), read.screenWidth, read.screenHeight),
-              Join(section, width, height));
+    EXPECT_EQ(Join(read.Section(), read.screenWidth, read.screenHeight), expected);
     read.screenWidth = 1024;
     read.Save();
     EXPECT_EQ(Read(file.Path()).screenWidth, 1024) << content;

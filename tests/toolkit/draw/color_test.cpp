@@ -3,6 +3,7 @@
 #include <tuple>
 
 #include "tests/support/allegro_fixture.h"
+#include "tests/support/reference.h"
 #include "toolkit/base/text.h"
 
 namespace zel {
@@ -26,12 +27,13 @@ TEST_F(ColorTest, TextsGiveThreeNumbersHoweverTheyAreSeparated) {
 }
 
 TEST_F(ColorTest, NamedColoursBelongToTheCurrentPixelFormat) {
-  const std::vector<Color> named{darkgray, gray,    lightgray, orange,  brown,
-                                 violet,   darkred, darkgreen, darkblue};
-  const std::vector<Color> made{{96, 96, 96},  {128, 128, 128}, {192, 192, 192},
-                                {255, 170, 0}, {150, 96, 0},    {144, 0, 168},
-                                {128, 0, 0},   {0, 128, 0},     {0, 0, 128}};
-  EXPECT_EQ(named, made);
+  std::string named;
+  for (const Color color :
+       {darkgray, gray, lightgray, orange, brown, violet, darkred, darkgreen, darkblue})
+    named += Join(color.r(), color.g(), color.b()) + ' ';
+  EXPECT_EQ(named,
+            "96 96 96  128 128 128  192 192 192  255 170 0  150 96 0  144 0 168  128 0 0  "
+            "0 128 0  0 0 128  ");
   set_palette(desktop_palette);
   for (int depth : {8, 15, 16, 24, 32}) {
     UseDepth(depth);

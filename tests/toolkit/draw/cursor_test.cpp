@@ -33,9 +33,9 @@ TEST_F(CursorTest, APictureIsCutIntoStripsThatTakeTurns) {
   cursor.Create(holder, 3);
   cursor.SetAnimationInterval(100);  // five ticks by frame
   EXPECT_EQ(Shown(18), "rrrrrgggggbbbbbrrr");
-  for (const auto& [frames, width] : {std::pair{-5, 10}, {1, 10}, {1'000'000, 1}}) {
+  for (const int frames : {-5, 1, 1'000'000}) {
     cursor.Create(holder, frames);
-    EXPECT_EQ(cursor.GetFrame()->Width(), width) << frames;
+    EXPECT_EQ(cursor.GetFrame()->Width(), frames > 1 ? 1 : 10) << frames;
   }
   for (const int ms : {0, -1, INT_MAX}) {
     cursor.SetAnimationInterval(ms);
