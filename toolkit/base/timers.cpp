@@ -89,7 +89,7 @@ int NextTimerEvent() {
 }
 
 void ConsumeTimerEvent(int id) {
-  if (id >= 0 && id < kTimerSlots && slots[id].ticks > 0) --slots[id].ticks;
+  if (InUse(id) && slots[id].ticks > 0) --slots[id].ticks;
 }
 
 void ResetTimerBacklog() {

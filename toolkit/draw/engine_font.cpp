@@ -75,7 +75,7 @@ void CopyMono(const FT_Bitmap& bitmap, GlyphImage& image) {
 
 void CopyGray(const FT_Bitmap& bitmap, GlyphImage& image) {
   const int levels = std::max<int>(1, bitmap.num_grays);
-  const int factor = levels < kGrayLevels ? kGrayLevels / levels : 1;
+  const int factor = std::max(1, kGrayLevels / levels);
   for (int y = 0; y < image.height; ++y) {
     const unsigned char* row = bitmap.buffer + y * bitmap.pitch;
     for (int x = 0; x < image.width; ++x)

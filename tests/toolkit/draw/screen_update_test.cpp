@@ -30,6 +30,7 @@ TEST(PixelArea, EachPixelIsCoveredOnce) {
     }
     for (const Rect& r : area.Rects()) fill(covered, r, [](char& c) { ++c; });
     ASSERT_EQ(covered, wanted) << round;
+    for (const Rect& r : area.Rects()) ASSERT_TRUE(r.w > 0 && r.h > 0) << round;
   }
 }
 
