@@ -117,11 +117,9 @@ TEST_F(ListTest, ItemsAreChosenByKeyAndPointer) {
 
 TEST_F(ListTest, DeletingKeepsACurrentAndAVisibleItem) {
   Fill(10);
-  const Words own = {{"delete0", [this] { box.DeleteItem(0); }},
-                     {"delete1", [this] { box.DeleteItem(1); }},
-                     {"delete4", [this] { box.DeleteItem(4); }},
-                     {"delete9", [this] { box.DeleteItem(9); }},
-                     {"insert0", [this] { list.InsertItem(std::make_unique<ListItem>(), 0); }}};
+  Words own = {{"insert0", [this] { list.InsertItem(std::make_unique<ListItem>(), 0); }}};
+  for (const int i : {0, 1, 4, 9})
+    own["delete" + std::to_string(i)] = [this, i] { box.DeleteItem(i); };
   const auto look = [this] { return std::to_string(list.GetFirst()) + ' ' + Marks(); };
   EXPECT_EQ(
       Play("end delete9 delete9 delete0 up delete4 down delete4 home+down insert0", look, own),
