@@ -12,6 +12,9 @@ namespace {
 class LauncherTest : public LauncherFixture {
  protected:
   LauncherTest() {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");  // the catalogues are opened once
+    paths.catalogues = ZEL_CATALOGUES;
+    setenv("LC_ALL", "C.UTF-8", 1);
     std::filesystem::create_directory("etc");
     paths.configDirectory = "etc";
     WriteFile("etc/menu.cfg",
@@ -60,7 +63,8 @@ TEST_F(LauncherTest, TriesTheModeOfItsSettingsAndThenTheFixedOnes) {
   Expect({32, 24}, 7, "^320x200x32w 320x200x24w 640x480x16 smooth mouse runs done\n3$");
   Expect({32, 24, 16, 15}, 7,
          "^320x200x32w 320x200x24w 640x480x16 640x480x15 800x600x8 mouse runs done\n3$");
-  Expect({32, 24, 16, 15, 8}, 0, "^The program can not start due to incorrect BIOS settings\n");
+  WriteFile("etc/i18n", "LANG=de\n");
+  Expect({32, 24, 16, 15, 8}, 0, "Erfahrene Anwender können versuchen, selbst");
   WriteFile("etc/zel.cfg", "[Toolkit]\nskinPath=none\n");
   Expect({}, 1, "skin description file not found");
 }
