@@ -55,9 +55,11 @@ TEST_F(DialogTest, EventsGoUpUntilAnExitWidgetClosesItsDialog) {
   Patch exit{{5, 0, 5, 5}};
   exit.MakeExit();
   root.Add(&popup);
-  Watch({MSG_ACTIVATE, MSG_CLOSE});
+  Watch({MSG_ACTIVATE, MSG_CLOSE, MSG_WANTFOCUS});
+  EXPECT_TRUE(popup.MsgWantFocus());
   for (Widget* sender : {&inside, &exit}) popup.HandleEvent(sender, MSG_ACTIVATE, 0, 0);
-  Expect("inside: Activate; popup: Close", "a dialog inside another one only says so");
+  Expect("popup: WantFocus; inside: Activate; popup: Close",
+         "a dialog inside another one only says so");
   root.closes = false;
   root.HandleEvent(&exit, MSG_ACTIVATE, 0, 0);
   root.closes = true;
@@ -100,15 +102,16 @@ TEST_F(DialogTest, FramesAreDrawnAfterTicksAndInputAndWhenTheDisplayComesBack) {
   EXPECT_EQ(frames(0), 1);
   settings.unlimitedFrameRate = true;
   EXPECT_EQ(frames(0), 1);
-  for (const int depth : {16, 32}) {
-    ChangeMode(depth, &root);
+  for (const bool loses : {true, false}) {
+    machine.switchesInBackground = !loses;
+    ChangeMode(loses ? 32 : 16, &root);
     Tick();
     clear_bitmap(screen);
     Tick();
     EXPECT_EQ(At(2, 2), 0);
     machine.SwitchIn();
     Tick();
-    EXPECT_EQ(At(2, 2), below.color) << "also after a change of the mode";
+    EXPECT_EQ(At(2, 2), loses ? int{below.color} : 0);
   }
 }
 
