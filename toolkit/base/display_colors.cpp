@@ -1,6 +1,9 @@
 // Compiled for vectors of pixels, see CMakeLists.txt.
 #include "toolkit/base/display_colors.h"
 
+#include <algorithm>
+#include <array>
+
 #include "toolkit/base/allegro.h"
 
 #ifdef ALLEGRO_WITH_XWINDOWS
@@ -10,16 +13,16 @@
 
 namespace zel {
 
-// In steps that fit into 16 bits, so that a vector holds eight pixels: 1053 / 128 stands for
-// 255 / 31, and 49 / 1024 for what 255 / 63 has over 4, which is 1 / 21.
+// In 16 bits, so that a vector holds eight pixels. Red and blue repeat their highest bits. Allegro
+// looks green up in two halves, upper and lower, each of which it has rounded by itself.
 void WidenPixels(const std::uint16_t* from, std::uint32_t* to, int count) {
   using Lane = std::uint16_t;
   for (int i = 0; i < count; ++i) {
     const Lane color = from[i];
-    const Lane red = static_cast<Lane>((color >> 11) * 1053U) >> 7;
-    const Lane blue = static_cast<Lane>((color & 31) * 1053U) >> 7;
-    const Lane of63 = color >> 5 & 63;
-    const Lane green = 4 * of63 + (static_cast<Lane>(of63 * 49) >> 10);
+    const Lane red = (color >> 8 & 0xF8) | color >> 13;
+    const Lane upper = color >> 8 & 7, lower = color >> 5 & 7;
+    const Lane green = (color >> 3 & 0xFC) + ((upper * 3 + 1) >> 3) + ((lower + 1) >> 3);
+    const Lane blue = (color << 3 & 0xF8) | (color >> 2 & 7);
     const Lane low = static_cast<Lane>(green << 8) | blue;
     to[i] = static_cast<std::uint32_t>(red) << 16 | low;
   }
@@ -34,30 +37,29 @@ void ShowPart(int x, int y, int w, int h) {
                 reinterpret_cast<std::uint32_t*>(_xwin.buffer_line[row]) + x, w);
 }
 
-std::uint32_t Widened(int color) {
-  const auto pixel = static_cast<std::uint16_t>(color);
-  std::uint32_t wide = 0;
-  WidenPixels(&pixel, &wide, 1);
-  return wide;
-}
-
-// Whether the tables, whose entries are or-ed, say the same for each of the three.
-bool TablesAgree() {
-  for (int i = 0; i < 64; ++i) {
-    const bool isShort = i < 32;
-    if (_xwin.gmap[i] != Widened(i << 5) || (isShort && _xwin.rmap[i] != Widened(i << 11)) ||
-        (isShort && _xwin.bmap[i] != Widened(i)))
-      return false;
-  }
-  return true;
+// Whether Allegro itself would show the first line's pixels so, with every value of each colour.
+bool AllegroAgrees() {
+  constexpr int kSamples = 64;
+  const auto line = reinterpret_cast<std::uint16_t*>(_xwin.screen_line[0]);
+  const auto shown = reinterpret_cast<std::uint32_t*>(_xwin.buffer_line[0]);
+  std::array<std::uint16_t, kSamples> kept, samples;
+  std::array<std::uint32_t, kSamples> wide;
+  for (int i = 0; i < kSamples; ++i) samples[i] = i % 32 << 11 | i << 5 | (i * 5) % 32;
+  WidenPixels(samples.data(), wide.data(), kSamples);
+  std::copy_n(line, kSamples, kept.begin());
+  std::copy(samples.begin(), samples.end(), line);
+  _xwin.screen_to_buffer(0, 0, kSamples, 1);
+  const bool agrees = std::equal(wide.begin(), wide.end(), shown);
+  std::copy(kept.begin(), kept.end(), line);
+  _xwin.screen_to_buffer(0, 0, kSamples, 1);
+  return agrees;
 }
 
 }  // namespace
 
 void SpeedUpDisplay() {
-  const bool isConverted = _xwin.display && _xwin.screen_to_buffer && _xwin.screen_line;
-  if (isConverted && _xwin.screen_depth == 16 && _xwin.fast_visual_depth == 32 &&
-      !_xwin.matching_formats && TablesAgree())
+  if (_xwin.display && _xwin.screen_to_buffer && _xwin.screen_line && _xwin.screen_depth == 16 &&
+      _xwin.fast_visual_depth == 32 && !_xwin.matching_formats && AllegroAgrees())
     _xwin.screen_to_buffer = ShowPart;
 }
 #else

@@ -5,18 +5,23 @@
 #include <numeric>
 #include <vector>
 
+#include "toolkit/base/allegro.h"
+// After Allegro itself.
+#include <allegro/internal/aintern.h>
+
 namespace zel {
 namespace {
 
-TEST(DisplayColorsTest, EveryPixelIsWidenedRoundedDown) {
-  std::vector<std::uint16_t> narrow(65536);
-  std::vector<std::uint32_t> wide(65536 + 1);
+TEST(DisplayColorsTest, EveryPixelIsWidenedAsAllegroDoes) {
+  constexpr int kColors = 65536;
+  std::vector<std::uint16_t> narrow(kColors);
+  std::vector<std::uint32_t> wide(kColors + 1), expected(kColors + 1);
   std::iota(narrow.begin(), narrow.end(), std::uint16_t{0});
-  WidenPixels(narrow.data(), wide.data(), 65536);
-  for (std::uint32_t i = 0; i < 65536; ++i)
-    ASSERT_EQ(wide[i],
-              (i >> 11) * 255 / 31 << 16 | (i >> 5 & 63) * 255 / 63 << 8 | (i & 31) * 255 / 31);
-  EXPECT_EQ(wide[65536], 0u);
+  GRAPHICS_RECT from{kColors, 1, 2 * kColors, narrow.data()};
+  GRAPHICS_RECT to{kColors, 1, 4 * kColors, expected.data()};
+  _get_colorconv_blitter(16, 32)(&from, &to);
+  WidenPixels(narrow.data(), wide.data(), kColors);
+  EXPECT_EQ(wide, expected);
 }
 
 }  // namespace
