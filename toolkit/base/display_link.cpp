@@ -10,10 +10,13 @@
 
 #include <cstdlib>
 #include <string_view>
+#include <utility>
 
 #include "toolkit/base/process.h"
 // After Allegro itself.
 #include <xalleg.h>
+
+#include <X11/XKBlib.h>
 
 // Exported, but in none of the headers that are installed.
 extern "C" void _xwin_keyboard_handler(XKeyEvent* event, int isFromDga);
@@ -30,11 +33,15 @@ struct DisplayCalls {
   decltype(&XNextEvent) nextEvent;
   decltype(&XSetIOErrorHandler) setIoErrorHandler;
   decltype(&XSetErrorHandler) setErrorHandler;
+  decltype(&XkbSetDetectableAutoRepeat) setDetectableAutoRepeat;
   unsigned long firstUnsent;  // the number of the first request that may not be on its way yet
   bool roundsAreRare;         // those of Allegro's thread
+  bool leavesOutReleases;     // the server, while a key is held
 };
 
 namespace {
+
+constexpr int kMostRounds = 100;  // at once, against a server that never stops
 
 template <class Function>
 bool Find(Function*& function, const char* name) {
@@ -46,7 +53,8 @@ bool FindCalls(DisplayCalls& calls) {
   return Find(calls.flush, "XFlush") && Find(calls.eventsQueued, "XEventsQueued") &&
          Find(calls.peekEvent, "XPeekEvent") && Find(calls.nextEvent, "XNextEvent") &&
          Find(calls.setIoErrorHandler, "XSetIOErrorHandler") &&
-         Find(calls.setErrorHandler, "XSetErrorHandler");
+         Find(calls.setErrorHandler, "XSetErrorHandler") &&
+         Find(calls.setDetectableAutoRepeat, "XkbSetDetectableAutoRepeat");
 }
 
 // True when there were any.
@@ -63,7 +71,8 @@ bool HasCome() {
   return QLength(_xwin.display) > 0 || poll(&server, 1, 0) > 0;
 }
 
-// A held key comes as releases and presses of the same moment; only the presses count.
+// A held key comes as releases and presses of the same moment where the server cannot leave out the
+// releases; only the presses count.
 bool IsOfRepeat(const DisplayCalls& calls, const XKeyEvent& release) {
   if (QLength(_xwin.display) == 0) return false;
   XEvent next;
@@ -93,17 +102,29 @@ void MakeRoundsRare(DisplayCalls& calls) {
   calls.roundsAreRare = true;
 }
 
+// The pairs of a repeat may come apart, and a release alone looks like one.
+void LeaveOutReleases(DisplayCalls& calls) {
+  if (!std::exchange(calls.leavesOutReleases, true))
+    calls.setDetectableAutoRepeat(_xwin.display, True, nullptr);
+}
+
 // One round, with the connection locked: in Allegro's thread, or in the loop. Allegro's own one
 // waits until the server has answered.
 void DoRound() {
   if (!_xwin.display) return;
   DisplayCalls& calls = *process.displayCalls;
   MakeRoundsRare(calls);
+  LeaveOutReleases(calls);
   // Sending reads, too.
   if (!SendRequests(calls) && HasCome()) calls.eventsQueued(_xwin.display, QueuedAfterReading);
   TakeKeys(calls);
   // While Allegro holds the pointer in its place, it counts the rounds.
   if (QLength(_xwin.display) > 0 || _xwin.mouse_warped != 0) _xwin_private_handle_input();
+  // It takes a few events in each, and the rest would wake nobody.
+  for (int i = 0; i < kMostRounds && QLength(_xwin.display) > 0; ++i) {
+    TakeKeys(calls);
+    _xwin_private_handle_input();
+  }
 }
 
 // Xlib would go through exit() here, in whichever thread has the connection locked: Allegro's
@@ -129,7 +150,7 @@ void LinkDisplay() {
   if (!FindCalls(calls)) return;
   calls.setIoErrorHandler(OnServerGone);
   calls.setErrorHandler(OnProtocolError);
-  calls.roundsAreRare = false;
+  calls.roundsAreRare = calls.leavesOutReleases = false;
   _xwin_input_handler = DoRound;
 }
 
