@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "toolkit/base/input.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/skin/skin.h"
 
@@ -77,19 +78,21 @@ bool MenuList::HandleKey(int code) {
 
 void MenuList::MsgStart() {
   ListView::MsgStart();
-  newTicks_ = settings.UsableFrameRate();
+  heldKey_.Begin();
+  heldKey_.HoldAny();
 }
 
 bool MenuList::MsgChar(int code) {
   TakeReleasedKey();
   const int scancode = code >> 8;
-  if (heldKey_.Ignores(scancode)) return true;
+  // Nobody chooses what he does not see.
+  if (heldKey_.Ignores(scancode) || (IsLate() && HeldKey::Chooses(scancode))) return true;
   const int waiting = std::exchange(waitingKey_, 0);
   if (waiting != 0 && waiting >> 8 == scancode) {
     heldKey_.Hold(scancode);
     return true;
   }
-  if (newTicks_ > 0 && HeldKey::MayBeOld(scancode)) {
+  if (heldKey_.MayBeOld(scancode)) {
     waitingKey_ = code;
     return true;
   }
@@ -97,7 +100,7 @@ bool MenuList::MsgChar(int code) {
 }
 
 void MenuList::TakeReleasedKey() {
-  if (waitingKey_ != 0 && !HeldKey::MayBeOld(waitingKey_ >> 8))
+  if (waitingKey_ != 0 && !heldKey_.IsStillDown(waitingKey_ >> 8))
     TakeKey(std::exchange(waitingKey_, 0));
 }
 
@@ -121,7 +124,6 @@ bool MenuList::TakeKey(int code) {
 void MenuList::MsgTick() {
   ListView::MsgTick();
   heldKey_.Poll();
-  if (newTicks_ > 0) --newTicks_;
   TakeReleasedKey();
 }
 
@@ -129,6 +131,8 @@ void MenuList::MsgGotFocus() { Widget::MsgGotFocus(); }
 
 void MenuList::MsgLPress() {
   Widget::MsgLPress();
+  // What it would have chosen may no longer be what is current.
+  heldKey_.Hold(std::exchange(waitingKey_, 0) >> 8);
   const int pressed = ItemAt();
   if (!IsValid(pressed) || IsSeparatorAt(pressed)) return;
   if (pressed != current) SetCurrent(pressed);

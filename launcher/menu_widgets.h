@@ -82,7 +82,6 @@ class MenuList : public ListView {
 
   int pendingIndex_ = -1;
   HeldKey heldKey_;
-  int newTicks_ = 0;    // to come, in which a key may be old
   int waitingKey_ = 0;  // what was read, until its release; 0 for none
 };
 

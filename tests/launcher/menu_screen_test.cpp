@@ -46,6 +46,7 @@ class MenuScreenTest : public LauncherFixture {
   void Start(const std::string& position) {
     if (screen_) screen_->MsgEnd();
     process.input.releases = {};
+    for (int i = 0; i < KEY_MAX; ++i) key[i] = 0;
     WriteFile("menupos.txt", position);
     screen_ = std::make_unique<MenuScreen>();
     screen_->MsgStart();
@@ -68,6 +69,10 @@ class MenuScreenTest : public LauncherFixture {
         for (int i = 0; i < (word == "tick" ? 1 : 50); ++i) screen_->MsgTick();
       else if (word == "late")  // a repeat that comes after an end that nobody tells
         key[KEY_SPACE] = 0, simulate_ukeypress(' ', KEY_SPACE);
+      else if (word == "early")  // typed before there was a menu
+        HandleEarly(KEY_ENTER);
+      else if (word == "back")  // from another console, where anything may have been pressed
+        NoteReturn(), screen_->MsgTick();
       else if (word[0] == '@')
         Press(std::stoi(word.substr(1)));
       else if (word[0] == '+')
@@ -79,6 +84,12 @@ class MenuScreenTest : public LauncherFixture {
     return std::to_string(screen_->Config().Depth()) + '/' +
            std::to_string(screen_->List().GetCurrent()) + '/' +
            std::to_string(launcherState.exitCode);
+  }
+  void HandleEarly(int scancode) {
+    InputRecord record;
+    record.isLate = true;
+    const HandledInput handled{record};
+    screen_->HandleKey(0, scancode);
   }
   // With the left mouse button, so many pixels below the beginning of the list.
   void Press(int below) {
@@ -163,6 +174,10 @@ TEST_F(MenuScreenTest, AKeyChoosesOnceUpToItsReleaseAndNotAtAllFromBeforeTheMenu
       {"2 +enter -enter tick", "2/0/0"},
       {"2 +enter tick -enter tick", "2/0/0"},
       {"2 +enter tick +down tick -enter tick", "1/4/15"},
+      {"1 +enter tick @27 -enter tick", "1/2/12"},
+      {"2 early tick", "1/2/12"},
+      {"2 second back +enter tick -enter tick", "2/0/0"},
+      {"2 second back +enter tick +enter tick -enter tick", "1/2/12"},
       {"2 +enter tick +enter tick -enter tick +enter -enter tick", "2/0/0"}};
   for (const auto& [script, where] : rows) EXPECT_EQ(Play(script), where) << script;
 }

@@ -17,6 +17,9 @@ namespace {
 
 constexpr int kReleased = 0x80;  // in the scan codes that Allegro calls back with
 constexpr int kKeyBuffer = 64;   // Allegro's
+// Those that are held, not those that are switched.
+constexpr int kModifiers = KB_SHIFT_FLAG | KB_CTRL_FLAG | KB_ALT_FLAG | KB_LWIN_FLAG |
+                           KB_RWIN_FLAG | KB_MENU_FLAG | KB_COMMAND_FLAG;
 
 constexpr InputState& input = process.input;
 
@@ -147,13 +150,22 @@ unsigned Releases(int scancode) { return input.releases[scancode % KEY_MAX]; }
 
 bool IsDown(int scancode) { return key[scancode] != 0 || input.isDown[scancode % KEY_MAX]; }
 
-int Shifts() { return input.handledShifts ? *input.handledShifts : key_shifts; }
+bool IsLate() { return input.handled && input.handled->isLate; }
 
-HandledInput::HandledInput() : around_{std::exchange(input.handledShifts, nullptr)} {}
+unsigned Returns() { return input.returns; }
+
+void NoteReturn() {
+  _key_shifts = _key_shifts & ~kModifiers;
+  ++input.returns;
+}
+
+int Shifts() { return input.handled ? input.handled->shifts : key_shifts; }
+
+HandledInput::HandledInput() : around_{std::exchange(input.handled, nullptr)} {}
 
 HandledInput::HandledInput(const InputRecord& record)
-    : around_{std::exchange(input.handledShifts, &record.shifts)} {}
+    : around_{std::exchange(input.handled, &record)} {}
 
-HandledInput::~HandledInput() { input.handledShifts = around_; }
+HandledInput::~HandledInput() { input.handled = around_; }
 
 }  // namespace zel

@@ -58,6 +58,15 @@ unsigned Releases(int scancode);
 // Whether the key is down, or was when the record was made that was taken last.
 bool IsDown(int scancode);
 
+// Whether the key that is handled was typed before there were records, when nothing could be seen.
+bool IsLate();
+
+// How often the keyboard has come back from another console or window: a key may be held since
+// then.
+unsigned Returns();
+// To be called when it does. Modifiers that were let go there are down no more.
+void NoteReturn();
+
 // The modifiers that a key was typed with while it is handled; else those of now.
 int Shifts();
 
@@ -72,7 +81,7 @@ class HandledInput {
   HandledInput& operator=(const HandledInput&) = delete;
 
  private:
-  const int* around_;
+  const InputRecord* around_;
 };
 
 }  // namespace zel

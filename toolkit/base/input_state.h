@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <optional>
 
@@ -27,10 +28,11 @@ struct InputState {
 
   // Only the loop has to do with these.
   std::array<unsigned, KEY_MAX> releases{};
-  std::array<bool, KEY_MAX> isDown{};  // after the records taken so far
-  std::optional<InputRecord> putBack;  // comes before the queue
-  std::size_t forgotten = 0;           // records to come whose keys are not told
-  const int* handledShifts = nullptr;  // null while nothing is handled
+  std::array<bool, KEY_MAX> isDown{};    // after the records taken so far
+  std::optional<InputRecord> putBack;    // comes before the queue
+  std::size_t forgotten = 0;             // records to come whose keys are not told
+  const InputRecord* handled = nullptr;  // null while nothing is
+  std::atomic<unsigned> returns = 0;     // of the keyboard
   InputCallbacks previous;
   bool isStarted = false;
 };

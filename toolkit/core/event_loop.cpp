@@ -14,6 +14,7 @@
 namespace zel {
 namespace {
 
+void OnReturn() { NoteReturn(); }
 void OnSwitchIn() { Loop().RedrawEverything(); }
 void OnCloseButton() { Loop().RequestClose(); }
 
@@ -49,6 +50,8 @@ int DoubleClickWindow() { return Loop().doubleClicks.Window(); }
 
 void EventLoop::WatchDisplaySwitches() {
   if (!root_) return;
+  remove_display_switch_callback(OnReturn);
+  set_display_switch_callback(SWITCH_IN, OnReturn);
   remove_display_switch_callback(OnSwitchIn);
   if (SwitchingLosesTheScreen()) set_display_switch_callback(SWITCH_IN, OnSwitchIn);
 }
@@ -76,6 +79,7 @@ void EventLoop::End() {
   RemoveTimer(logicTimer_);
   logicTimer_ = kNoRoot;
   root_ = nullptr;
+  remove_display_switch_callback(OnReturn);
   remove_display_switch_callback(OnSwitchIn);
   set_close_button_callback(nullptr);
   if (pointer_) pointer_->Hide();

@@ -44,8 +44,7 @@ TEST_F(PanelTest, AnImageLiesInTheMiddleAndIsCutAtItsEdges) {
   const auto check = [this] { EXPECT_TRUE(DrawsEnough()); };
   Frame();
   image.SetMasked(false), check();
-  image.SetMasked(true), check();
-  image.SetBackColor({}), check();
+  image.SetMasked(true), image.SetBackColor({}), check();
   image.SetFlag(kFlagAutoSize), image.SetBitmap(SkinBitmap{art.get()}), check();
   Dress(ICONEXIT, {"r"});
   image.SetBitmap(ICONEXIT), check();
