@@ -26,9 +26,9 @@ class ScarcityTest(LauncherTest):
             if not old:
                 self.display.wait_for_content()
                 launcher.press("Down", "Return")
-            self.assertEqual(launcher.wait(), 1)
-            self.assertEqual((launcher.output(), launcher.position()), (old, position))
-            self.assertRegex(launcher.stderr(), f"^zel: cannot {message}\n$")
+            *left, stderr = launcher.end()
+            self.assertEqual(left, [1, old, position, ""])
+            self.assertRegex(stderr, f"^zel: cannot {message}\n$")
 
     def test_a_choice_takes_neither_room_in_tmp_nor_many_descriptors(self):
         for before, position in ((FILL.format("/tmp"), None), ("ulimit -n 6", "1")):
@@ -41,26 +41,21 @@ class ScarcityTest(LauncherTest):
         files = config(more_cfg=menu(*[action("x" * 1000, 1, "x" * 1000)] * 5000))
         launcher = self.launcher(files)
         launcher.launch(before="ulimit -v 20000")
-        self.assertEqual(launcher.wait(), 1)
-        self.assertEqual((launcher.output(), launcher.stderr()), (None, "zel: out of memory\n"))
+        self.expect(launcher, 1, stderr="zel: out of memory\n")
         launcher.start()
         launcher.refuse_memory()
         launcher.press("End", "Return")
-        self.assertEqual(launcher.wait(), 1)
-        self.assertEqual((launcher.output(), launcher.stderr()), (None, "zel: out of memory\n"))
+        self.expect(launcher, 1, stderr="zel: out of memory\n")
 
     def test_a_display_that_goes_away_ends_it_without_a_choice(self):
         launcher = self.launcher()
         self.addCleanup(self.setUpClass)  # another one for the other tests
         launcher.start()
         self.display.stop(signal.SIGKILL)
-        self.assertEqual(launcher.wait(), 1)
-        self.assertIsNone(launcher.output())
+        self.assertEqual(launcher.end()[:2], (1, None))
 
 
 class SignalTest(LauncherTest):
-    """Signals that come with the system calls which write."""
-
     def setUp(self):
         if subprocess.run(["strace", "-o", "/dev/null", "true"], check=False).returncode != 0:
             self.skipTest("strace may not trace here")
@@ -78,8 +73,7 @@ class SignalTest(LauncherTest):
     def test_before_the_choice_they_win(self):
         for name, number, output in (("KILL", 1, "old\n"), ("KILL", 2, None), ("TERM", 1, None), ("HUP", 2, None)):
             launcher = self.launch("unlink", number, name)
-            self.assertEqual(launcher.wait(), -signal.Signals["SIG" + name])
-            self.assertEqual(launcher.output(), output)
+            self.expect(launcher, -signal.Signals["SIG" + name], output)
 
     def test_after_the_choice_only_a_kill_ends_it_and_leaves_all_or_nothing(self):
         for call, number, output, position in (("fchmod", 1, None, None), ("rename", 1, None, None),
@@ -99,12 +93,10 @@ class SignalTest(LauncherTest):
                     launcher.start()
                     self.assertEqual(self.temporary_files(launcher), [])
                     launcher.press("Return")
-                    launcher.wait()
+                    launcher.end()
 
 
 class ScriptTest(LauncherTest):
-    """The script around the launcher, where it must do nothing."""
-
     def test_it_does_nothing_without_a_new_choice(self):
         menu = "[MENU_CONFIGURATION]\nLinesNumber = {}\n[LINE1]\nTitle = x\n"
         zel = '[ "$1" ] && exec /run/zel $1; echo reboot >/root/output.txt; kill -KILL $$'
@@ -122,9 +114,8 @@ class ScriptTest(LauncherTest):
                 (programs / name).chmod(0o755)
             launcher.launch(before=f"mount --bind /run/programs /usr/local/sbin; {before}\n"
                                    "SHELL=/run/programs/shell exec sh /etc/zel/rescue-menu")
-            self.assertEqual(launcher.wait(), -signal.SIGKILL)
-            self.assertEqual(launcher.stdout(),
-                             f"There is no menu: {reason}.\nType 'exit' to get back to the menu.\na shell\n")
+            stdout = f"There is no menu: {reason}.\nType 'exit' to get back to the menu.\na shell\n"
+            self.assertEqual(launcher.end()[::3], (-signal.SIGKILL, stdout))
 
 
 if __name__ == "__main__":

@@ -54,7 +54,6 @@ def check(directory):
 class CheckTest(unittest.TestCase):
 
     def check_changed(self, files):
-        """The example with changes."""
         with tempfile.TemporaryDirectory() as name:
             tree = pathlib.Path(name) / "menu"
             shutil.copytree(ROOT / "data", tree)

@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
-"""What scripts that start the launcher rely on: exit status, result files, start and refusal."""
+"""What scripts that start the launcher rely on: exit status, result files, start, refusal, waiting."""
 
+import time
 import unittest
 
-from harness import ROOT, Display, Launcher, need_sandbox
+from harness import ROOT, Display, Launcher, need_sandbox, wait_until
 
 SETTINGS = """[Toolkit]
 screenWidth = 800
@@ -14,11 +15,9 @@ skinPath = default
 """
 
 SECOND = "second --with=\"two words\"\n"
-NOT_ROOT = "You must have root permissions to run this program\n"
 
 
 def menu(*entries):
-    """A menu file; an entry is a dictionary of keys."""
     lines = ["[MENU_CONFIGURATION]", f"LinesNumber = {len(entries)}"]
     for number, entry in enumerate(entries, 1):
         lines += [f"[LINE{number}]", *(f"{key} = {value}" for key, value in entry.items())]
@@ -41,6 +40,14 @@ MORE = menu(
     action("Inner second", 22, "inner second"),
     action("Inner nothing", 0, "inner nothing"),
 )
+WAITING = menu(
+    {"Title": "Appears", "ExCode": 11, "WaitForFile": "/tmp/ready"},
+    {"Title": "Disappears", "ExCode": 12, "WaitWhileFile": "/tmp/busy"},
+    {"Title": "Not for long", "ExCode": 13, "WaitForFile": "/tmp/never", "Timeout": 2},
+    {"Title": "For ages", "ExCode": 14, "WaitForFile": "/tmp/ready", "Timeout": 2**31 - 1},
+)
+CANCEL_KEYS = (("key", "Return"), ("key", "space"), ("key", "Escape"), ("key", "ctrl+c"),
+               ("key", "--delay", 0, "alt+c"))
 
 
 def config(**changes):
@@ -61,12 +68,9 @@ class LauncherTest(unittest.TestCase):
         self.addCleanup(launcher.stop)
         return launcher
 
-    def expect(self, launcher, status, output, position):
+    def expect(self, launcher, status, output=None, position=None, stdout="", stderr=""):
         """The launcher ends by itself and leaves exactly this."""
-        self.assertEqual(launcher.wait(), status)
-        self.assertEqual(launcher.output(), output)
-        self.assertEqual(launcher.position(), position)
-        self.assertEqual(launcher.stderr(), "")
+        self.assertEqual(launcher.end(), (status, output, position, stdout, stderr))
 
 
 class ChoiceTest(LauncherTest):
@@ -91,7 +95,9 @@ class ChoiceTest(LauncherTest):
             launcher.configure({"zel.cfg": shipped + f"\n[Toolkit]\nfullscreen = {fullscreen}\n"})
             launcher.start()
             launcher.press("Escape", "alt+F4")
-            launcher.press_and_see("Down")  # seen only once the keys before it have been dealt with
+            before = self.display.picture()
+            launcher.press("Down")
+            self.display.wait_for_change(before)  # only once the keys before it have been dealt with
             self.assertIsNone(launcher.output())
             launcher.press("Return")
             self.expect(launcher, 20, "scan --all --repair=ask\n", "1")
@@ -101,21 +107,44 @@ class StartTest(LauncherTest):
 
     def test_a_start_that_fails_says_why_and_chooses_nothing(self):
         no_skin = config(zel_cfg=SETTINGS.replace("= default", "= missing.skin"))
-        for options, files, status, stdout, stderr, output in (
-                ({"root": False}, config(), 0, "", NOT_ROOT, "earlier\n"),
-                ({}, no_skin, 1, "Error: skin description file not found!\n\n", "", None)):
+        for root, files, status, output, stdout, stderr in (
+                (False, config(), 0, "earlier\n", "", "You must have root permissions to run this program\n"),
+                (True, no_skin, 1, None, "Error: skin description file not found!\n\n", "")):
             launcher = self.launcher(files)
             launcher.output_file.write_text("earlier\n")
-            launcher.launch(**options)
-            self.assertEqual(launcher.wait(), status)
-            self.assertEqual((launcher.stdout(), launcher.output(), launcher.position()), (stdout, output, None))
-            self.assertIn(stderr, (launcher.stderr(), None))
+            launcher.launch(root=root)
+            self.expect(launcher, status, output, None, stdout, stderr)
 
     def test_the_menu_keeps_no_rights_that_it_does_not_need(self):
         launcher = self.launcher()
         launcher.start()
         for status in launcher.threads():
             self.assertRegex(status, r"(?s)CapEff:\t000000000400000a\n.*NoNewPrivs:\t1\nSeccomp:\t2\n")
+
+
+class WaitTest(LauncherTest):
+
+    def test_keys_cancel_it_and_files_and_time_end_it(self):
+        for entry in range(4):
+            launcher = self.launcher(config(menu_cfg=WAITING))
+            launcher.position_file.write_text(str(entry))
+            (launcher.state / "tmp/busy").touch()
+            menu_alone = launcher.start()
+            for keys in (*CANCEL_KEYS, None):
+                launcher.press("Return")
+                start = time.monotonic()
+                # What moves in the window never stands still.
+                wait_until(lambda: self.display.picture() != menu_alone, "the window")
+                if keys:
+                    self.display.xdotool(*keys)
+                    self.display.wait_for(menu_alone)
+            if entry != 2:
+                self.assertIsNone(launcher.output())
+                (launcher.state / "tmp/ready").touch()
+                (launcher.state / "tmp/busy").unlink()
+            self.expect(launcher, 11 + entry, "\n", str(entry))
+            seconds = time.monotonic() - start
+            self.assertTrue(entry != 2 or 2.9 < seconds < 4.5, seconds)
 
 
 if __name__ == "__main__":

@@ -79,12 +79,6 @@ class Launcher:
         # All within one logic tick; what comes within a millisecond Allegro takes for a repeated key.
         self.display.xdotool("key", "--delay", 4, *keys)
 
-    def press_and_see(self, *keys):
-        """Presses keys that change the picture; answers the new one."""
-        before = self.display.picture()
-        self.press(*keys)
-        return self.display.wait_for_change(before)
-
     def threads(self):
         """What the system says about each."""
         return [path.read_text() for path in pathlib.Path(f"/proc/{self._process.pid}/task").glob("*/status")]
@@ -95,23 +89,15 @@ class Launcher:
         size = pages * resource.getpagesize()
         resource.prlimit(self._process.pid, resource.RLIMIT_AS, (size, size))
 
-    def wait(self):
-        """Waits for the end and answers the exit status."""
-        wait_until(lambda: self._process.poll() is not None, "the end of the launcher")
-        wait_until(self.display.is_blank, "a blank screen")
-        return self._process.returncode
-
     def output(self):
         return text_of(self.output_file)
 
-    def position(self):
-        return text_of(self.position_file)
-
-    def stdout(self):
-        return text_of(self.state / "stdout")
-
-    def stderr(self):
-        return text_of(self.state / "stderr")
+    def end(self):
+        """Waits for it and answers what is left: exit status, output, position and what was printed."""
+        wait_until(lambda: self._process.poll() is not None, "the end of the launcher")
+        wait_until(self.display.is_blank, "a blank screen")
+        files = (self.position_file, self.state / "stdout", self.state / "stderr")
+        return self._process.returncode, self.output(), *map(text_of, files)
 
     def stop(self):
         if self._process and self._process.poll() is None:
