@@ -11,9 +11,10 @@ namespace zel {
 
 // Works in an empty directory, where all files of the launcher have their last names. Leaves the
 // launcher's state as a program start finds it.
-class LauncherFixture : public AllegroFixture {
+template <class Base>
+class InLauncherDirectory : public Base {
  protected:
-  LauncherFixture() {
+  InLauncherDirectory() {
     paths = {.configDirectory = ".",
              .mouseServerPid = "gpm.pid",
              .languageFile = "i18n",
@@ -22,7 +23,7 @@ class LauncherFixture : public AllegroFixture {
              .outputFile = "output.txt",
              .positionFile = "menupos.txt"};
   }
-  ~LauncherFixture() override {
+  ~InLauncherDirectory() override {
     paths = {};
     layoutValues = {};
     launcherState = {};
@@ -31,5 +32,7 @@ class LauncherFixture : public AllegroFixture {
  private:
   const WorkingDir directory_;
 };
+
+using LauncherFixture = InLauncherDirectory<AllegroFixture>;
 
 }  // namespace zel

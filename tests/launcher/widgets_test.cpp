@@ -1,0 +1,225 @@
+#include "launcher/menu_widgets.h"
+#include "launcher/wait_dialog.h"
+#include "tests/support/launcher_fixture.h"
+#include "tests/support/widget_fixture.h"
+
+namespace zel {
+namespace {
+
+class LauncherWidgetsTest : public InLauncherDirectory<WidgetFixture> {
+ protected:
+  void ShowHint(HintPanel& panel, const Point& at, const char* hint) {
+    MenuItem item;
+    item.hintText.Assign(hint);
+    const MenuEntry entry{item};
+    Show(panel, {at.x, at.y, 28 + 10 * 8, 50});  // lines of ten characters
+    panel.ShowHint(&entry, panel.GetFont(kNormal));
+    Tick();
+  }
+  WaitDialog& Wait(int timeout) {
+    item.timeout = timeout;
+    dialog = std::make_unique<WaitDialog>(item);
+    root.Add(dialog.get());
+    Tick(2);
+    Copied();
+    return *dialog;
+  }
+
+  MenuItem item;
+  std::unique_ptr<WaitDialog> dialog;
+};
+
+TEST_F(LauncherWidgetsTest, RowsOfTheMenuHideTheGroundWhereTheySaySo) {
+  CurrentSkin()->bitmaps[LIST]->Create(9, 8 * 5);
+  CurrentSkin()->bitmaps[LIST]->clear_to_color(blue);
+  MenuList list;
+  list.Shape(0, 0, 100, 36);  // without its font entries are 12 pixels high
+  list.SetBitmap(LIST);
+  list.SetSkin(CurrentSkin());
+  for (const std::string_view kinds : {"", "i-i", "iiiiiiiii"}) {  // '-' is a separator
+    list.Clear();
+    for (const char kind : kinds) {
+      item.flags = kind == '-' ? kItemSeparator : MenuItemFlag{};
+      list.InsertItem(std::make_unique<MenuEntry>(item));
+    }
+    const Rows rows = Shown(list);
+    const Rect told = list.PaintedPart();
+    for (int y = told.y; y < told.Bottom(); ++y)
+      EXPECT_EQ(rows[y].substr(told.x, told.w).find('.'), std::string::npos) << y;
+    EXPECT_EQ(told.w, kinds.empty() ? 100 : 67);
+    EXPECT_EQ(told.h, kinds.size() == 3 ? 15 : kinds.size() * 4);
+  }
+}
+
+TEST_F(LauncherWidgetsTest, WrapsHintsBetweenTheirWords) {
+  const char* const kHints[] = {"four five", "four five6 seven", "a\n b  \n\n\t\fc",
+                                "much-too-long one x", "1 3 5 7 9 1 3 5 7 9 1 3 5 7 9 1 3 5 7 9 1"};
+  std::array<HintPanel, std::size(kHints)> panels;
+  for (int i = 0; i < static_cast<int>(std::size(kHints)); ++i)
+    ShowHint(panels[i], {i % 2 * 110, i / 2 * 52}, kHints[i]);
+  ExpectShown("hints", {0, 0, 220, 156});
+}
+
+TEST_F(LauncherWidgetsTest, NeedsNoLyingScrollBarBesideAWideStandingOne) {
+  for (const int width : {16, 21, 24}) {
+    CurrentSkin()->bitmaps[SCROLL_VBACK]->Create(width, 9);
+    CurrentSkin()->bitmaps[SCROLL_VBACK]->clear_to_color(yellow);
+    HintPanel panel;
+    ShowHint(panel, {}, "1 3 5 7 9 1 3 5 7 9 1 3 5 7 9 1 3 5 7 9 1 3 5 7 9 1 3 5 7 9 1 3 5 7 9");
+    ExpectShown("hint_beside_bar_" + std::to_string(width), {0, 0, 108, 50});
+  }
+}
+
+TEST_F(LauncherWidgetsTest, TheProgressFileSaysHowFarThingsAre) {
+  const ProgressValues hidden{0, 0, 1, 0};
+  const std::string steps = "[Progress]\nStepNumber=10\nCurrentStep=4\n";
+  const std::pair<std::string, ProgressValues> rows[] = {
+      {"", hidden},  // without a file
+      {steps + "ProgressInterval=250\n", {10, 4, 0, 250}},
+      {steps + "ProgressHi", {10, 4, 0, 0}},
+      {"[progress]\r\nstepnumber = 10\r\nCurrentStep = 20\r\n", {10, 10, 0, 0}},
+      {"[Progress]\nCurrentStep=8\nStepNumber=x\nProgressHide=-1", {0, 0, -1, 0}},
+      {std::string("\0\xff\xc3\n", 4) + steps + "\xf0", {10, 4, 0, 0}},
+      {std::string((1 << 16) + 1 - steps.size(), '#') + '\n' + steps, {10, 0, 0, 0}},
+  };
+  for (const auto& [content, values] : rows) {
+    if (!content.empty()) WriteFile("progress", content);
+    EXPECT_EQ(ReadProgressFile(), values) << content.substr(0, 99);
+  }
+  EXPECT_EQ(hidden.PollPeriod(), 1000);
+}
+
+TEST_F(LauncherWidgetsTest, OnlyLinksOfTheLaunchersOwnUserLeadToTheProgressFile) {
+  WriteFile("real", "[Progress]\nCurrentStep=4\nStepNumber=10\n");
+  std::filesystem::create_directory("links");
+  std::filesystem::create_symlink("../real", "links/second");
+  std::filesystem::create_symlink("links/second", "progress");
+  EXPECT_EQ(ReadProgressFile().currentStep, 4);
+  if (lchown("links/second", 65534, 65534) == 0) {
+    EXPECT_EQ(ReadProgressFile().currentStep, 0);
+  }
+  std::filesystem::remove("progress");
+  for (const char* target : {"/dev/zero", "progress", "links"}) {
+    std::filesystem::create_symlink(target, "progress");
+    EXPECT_EQ(ReadProgressFile().progressHide, 1) << target;
+    std::filesystem::remove("progress");
+  }
+}
+
+TEST_F(LauncherWidgetsTest, ALargeProgressFileIsReadNowAndThenAndASmallOneAtEachLook) {
+  // The step and the size of what is written before a look, when that is, and what it sees.
+  const std::tuple<int, int, int, int> looks[] = {
+      {1, 0, 1000, 1},    {2, 0, 1000, 2},    {3, 5000, 1100, 3}, {4, 5000, 1199, 3},
+      {0, 0, 1200, 4},    {0, 0, 1300, 4},    {5, 5000, 1399, 4}, {0, 0, 1400, 5},
+      {6, 4057, 1401, 6}, {7, 4058, 1402, 6}, {8, 4057, 1403, 8}};
+  ProgressFile file;
+  EXPECT_EQ(file.Look(1000).currentStep, 0);
+  for (const auto& [written, size, now, seen] : looks) {
+    if (written != 0)
+      WriteFile("progress", "[Progress]\nStepNumber=99\nCurrentStep=" + std::to_string(written) +
+                                '\n' + std::string(size, '#'));
+    EXPECT_EQ(file.Look(now).currentStep, seen) << now;
+  }
+  std::filesystem::remove("progress");
+  EXPECT_EQ(file.Look(1403).currentStep, 0);
+}
+
+TEST_F(LauncherWidgetsTest, TheProgressBarIsARowOfPicturesOfWhichOnlyTheNewOnesAreDrawn) {
+  ClearScreen ground;
+  Show(ground, {});
+  std::filesystem::create_directory("pic");
+  std::string name = "step_bar";
+  for (const Rows& rows : {Rows{"r"}, Rows{"..g.", "b.r.", "....", ".k.r"}, Rows(40, "rgb.bb")}) {
+    save_bitmap("pic/progress.bmp", Paint(rows).get(), nullptr);
+    StepBar bar;
+    bar.Setup(0, 0, 200, 30, 0, 0, kHorizontal);
+    root.Add(&bar);
+    for (const int done : {0, 3, 4, 30, 31, 36, 99, 100, 37, 2, 1, 100, 50, 1000, -1, 37}) {
+      bar.ShowSteps(done, 100);
+      EXPECT_TRUE(DrawsEnough()) << done;
+    }
+    ExpectShown(name += '_', {0, 0, 202, 38});
+    Copied();
+    bar.ShowSteps(42, 100);
+    EXPECT_EQ(Copied(), (10 + static_cast<int>(rows[0].size()) - 1) * (36 - 3));
+  }
+}
+
+TEST_F(LauncherWidgetsTest, TheBusyBlockRunsToAndFro) {
+  BusyBar bar;
+  bar.SetOrientation(kHorizontal);
+  Show(bar, {0, 0, 100, 20});
+  std::string lefts;
+  for (int i = 0; i < 100; ++i) {
+    bar.Increment();
+    const std::string row = Frame()[10];
+    if (i % 9 == 0) lefts += std::to_string(row.find('?', 3)) + ' ';
+  }
+  EXPECT_EQ(lefts, "6 24 42 60 78 71 53 35 17 8 26 44 ");
+}
+
+TEST_F(LauncherWidgetsTest, FilesEndTheWaitAndOneThatMustGoDecidesAlone) {
+  const char *there = "/", *gone = "/missing";
+  const std::tuple<const char*, const char*, bool> rows[] = {
+      {there, "", true}, {gone, "", false},     {"", there, false},
+      {"", gone, true},  {there, there, false}, {gone, gone, true},
+  };
+  for (const auto& [waitFor, waitWhile, over] : rows) {
+    item.waitForFile.Assign(waitFor);
+    item.waitWhileFile.Assign(waitWhile);
+    for (const int timeout : {-1, 0, 5})
+      EXPECT_EQ(Wait(timeout).Check(), over) << waitFor << ' ' << waitWhile;
+  }
+  EXPECT_EQ(clock.Count(), 2) << "all but the last have given their timers back";
+}
+
+TEST_F(LauncherWidgetsTest, TimePassesInItsWindowAndOnlyWhatMovesIsCopied) {
+  item.waitForFile.Assign("/missing");
+  Wait(3);
+  ExpectShown("wait_window", {0, 0, 320, 200});
+  std::string changes;
+  for (int checks = 1; checks <= 80; ++checks) {
+    EXPECT_EQ(dialog->Check(), checks == 80);
+    if (const int copied = Copied())
+      changes += std::to_string(checks) + ':' + std::to_string(copied) + ' ';
+    if (checks == 1) ExpectShown("wait_countdown", {0, 90, 320, 60});
+  }
+  EXPECT_EQ(changes, "1:2400 21:2400 41:2400 61:2400 ");
+  EXPECT_FALSE(Wait(INT_MAX).Check());
+  ExpectShown("wait_for_ages", {0, 90, 320, 60});
+  Wait(0).Check();
+  EXPECT_EQ(Copied(), 2 * 5 * 27);
+  ExpectShown("wait_busy", {0, 90, 320, 60});
+}
+
+TEST_F(LauncherWidgetsTest, ItsTimerAndTheShortcutEndTheWait) {
+  item.waitForFile.Assign("/missing");
+  Wait(1);
+  root.names[dialog.get()] = "";
+  Watch({MSG_CLOSE});
+  for (int periods = 0; periods < 40; ++periods) {
+    Expect("");
+    for (int id = 0; id < kTimerSlots; ++id) dialog->MsgTimer(id);
+  }
+  Expect("Close");
+  HoldShifts(KB_ALT_FLAG);
+  dialog->Client().HandleKey(0, KEY_C);
+  Expect("Close");
+}
+
+TEST_F(LauncherWidgetsTest, TheKeyThatOpensTheWaitDoesNotCancelItToo) {
+  key[KEY_ENTER] = 1;
+  Wait(0);
+  Mouse(160, 128, 1), Mouse(5, 5);
+  Widget* const cancel = root.FocusWidget();
+  ASSERT_TRUE(cancel);
+  for (const bool counts : {false, true}) {
+    Type(13, KEY_ENTER);
+    EXPECT_EQ(cancel->Selected(), counts);
+    key[KEY_ENTER] = 0;
+    Tick();
+  }
+}
+
+}  // namespace
+}  // namespace zel
