@@ -6,6 +6,7 @@ import json
 import os
 import pathlib
 import re
+import shutil
 import socket
 import subprocess
 import sys
@@ -14,9 +15,15 @@ import time
 
 ROOT = pathlib.Path(__file__).resolve().parents[1]
 IMAGE = ROOT / "build-image"
-PATIENCE = 60.0  # seconds until a wait counts as failed; there may be no acceleration
+PATIENCE = 120.0  # seconds until a wait counts as failed; there may be no acceleration
 POLL = 0.05
 STANDSTILL = 0.3  # seconds without a change after which a picture counts as complete
+# The firmware's code and its variables, of Debian's packages ovmf and ovmf-ia32, and whether it protects
+# them, which Secure Boot needs.
+UEFI = {"64": ("OVMF_CODE_4M.fd", "OVMF_VARS_4M.fd", False),
+        "64, Secure Boot": ("OVMF_CODE_4M.ms.fd", "OVMF_VARS_4M.ms.fd", True),
+        "32": ("OVMF32_CODE_4M.secboot.fd", "OVMF32_VARS_4M.fd", True)}
+KEYS = {" ": "spc", ">": "shift-dot", "/": "slash", "\n": "ret"}  # what QEMU calls other than letters and digits
 PICTURES = os.environ.get("ZEL_PICTURES")  # a directory that keeps what was seen
 
 
@@ -78,20 +85,33 @@ class Picture:
         return len({self.pixels[start:start + 3] for start in range(0, len(self.pixels), 3)})
 
 
-class Machine:
+def uefi_options(kind, directory):
+    code, variables, is_protected = UEFI[kind]
+    own_variables = shutil.copy(f"/usr/share/OVMF/{variables}", directory)
+    options = ["-machine", "q35,smm=" + ("on" if is_protected else "off"),
+               "-drive", f"if=pflash,format=raw,readonly=on,file=/usr/share/OVMF/{code}",
+               "-drive", f"if=pflash,format=raw,file={own_variables}"]
+    return options + ["-global", "driver=cfi.pflash01,property=secure,value=on"] * is_protected
 
-    def __init__(self, vga="normal", program="qemu-system-x86_64", cpu="qemu64", disc=None):
+
+class Machine:
+    """Starts a disc of the ISO as a CD, or as a stick, or else the kernel alone with what the tests need."""
+
+    def __init__(self, vga="normal", program="qemu-system-x86_64", cpu="qemu64", disc=None, stick=None, uefi=None):
         self.directory = tempfile.TemporaryDirectory(prefix="zel-boot.")
-        path, self.name = pathlib.Path(self.directory.name), vga
-        start = ["-cdrom", disc] if disc else ["-kernel", IMAGE / "vmlinuz", "-initrd", test_initrd(),
-                                               "-append", f"quiet vga={vga}"]
+        path, self.name = pathlib.Path(self.directory.name), f"UEFI {uefi}" if uefi else vga
+        if disc or stick:
+            start = ["-cdrom", disc] if disc else ["-drive", f"format=raw,file={stick}"]
+        else:
+            start = ["-kernel", IMAGE / "vmlinuz", "-initrd", test_initrd(), "-append", f"quiet vga={vga}"]
+        start += uefi_options(uefi, path) if uefi else []
         self.process = subprocess.Popen(
-            [program, *f"-accel tcg -cpu {cpu} -m 128 -vga std -display none -no-reboot -nodefaults".split(),
+            [program, *f"-accel tcg -cpu {cpu} -m {512 if uefi else 128} -vga std -display none -no-reboot -nodefaults".split(),
              *f"-qmp unix:{path}/monitor,server,nowait -serial unix:{path}/serial,server,nowait".split(), *start])
         atexit.register(self.process.kill)
         self.monitor, self.serial = Line(path / "monitor"), Line(path / "serial")
         self.ask("qmp_capabilities")
-        if not disc:
+        if not (disc or stick):
             self.serial.expect(rb"ready\n")
 
     def stop(self):
@@ -111,6 +131,10 @@ class Machine:
 
     def press(self, *keys):
         self.do(*(f"sendkey {key} 20" for key in keys))
+
+    def type(self, text):
+        self.press(*(KEYS.get(letter, letter.lower() if letter.islower() or letter.isdigit() else f"shift-{letter.lower()}")
+                     for letter in text))
 
     def look(self):
         path = pathlib.Path(self.directory.name, "screen.ppm")

@@ -118,6 +118,20 @@ class ModeTest(MachineTest):
         self.machine.press("ret")
         self.assertEqual(self.machine.process.wait(60), 0)
 
+    def test_every_firmware_starts_the_disc_with_the_kernel_for_its_processor(self):
+        iso, small = IMAGE / "zel-rescue.iso", {"program": "qemu-system-i386", "cpu": "pentium3"}
+        for options, kernel in (({"disc": iso, **small}, "-686"), ({"stick": iso, "uefi": "64"}, "-amd64"),
+                                ({"disc": iso, "uefi": "64, Secure Boot"}, "-amd64.*Secure boot enabled"),
+                                ({"disc": iso, "uefi": "32"}, "-amd64")):
+            with self.subTest(**options):
+                self.boot(**options)
+                self.machine.see(shows_menu, "the menu")
+                self.machine.press("alt-f2")
+                wait_until(lambda: self.machine.look().colours() == 2, "the second console")
+                self.machine.press("ret")
+                self.machine.type("dmesg >/dev/ttyS0\n")
+                self.machine.serial.expect(f"(?s)Linux version [^ ]*{kernel}".encode())
+
 
 class ConsoleTest(MachineTest):
     """One machine for all: what happens on its console, at 800 x 600 in 16 bits."""
