@@ -123,7 +123,7 @@ bool UnpackTo(Bytes& bytes, std::size_t size, ByteReader& packed) {
     const std::size_t count = (code[1] & 0xFu) + kShortest;
     for (std::size_t i = at; i < at + count; ++i) {
       const std::size_t end = bytes.size();
-      const std::size_t distance = (kStart + end - i % kRing + kRing - 1) % kRing + 1;
+      const std::size_t distance = (kStart + end - i - 1) % kRing + 1;
       if (distance > end && i % kRing >= kStart) return false;
       bytes.push_back(distance > end ? std::uint8_t{0} : bytes[end - distance]);
     }

@@ -137,14 +137,12 @@ TEST(Framebuffer, ShowsModesInItsMiddleAndRefusesThoseThatDoNotFit) {
   fakeFramebuffer = &mode;
   constexpr int kModes[][3] = {{64, 64, 16},  {100, 90, 16}, {100, 70, 16}, {9, 90, 16},
                                {101, 90, 16}, {100, 91, 16}, {64, 64, 32},  {64, 64, 12}};
-  std::string offsets;
+  std::string seen;
   for (const auto& [w, h, depth] : kModes) {
-    const bool isSet = SetGraphicsMode(GFX_AUTODETECT_FULLSCREEN, w, h, depth);
-    EXPECT_EQ(isSet, screen != nullptr);
-    offsets += isSet ? std::to_string(screen->x_ofs) + ' ' + std::to_string(screen->y_ofs) + ", "
-                     : "refused, ";
+    seen += SetGraphicsMode(GFX_AUTODETECT_FULLSCREEN, w, h, depth) ? "set " : "refused ";
+    seen += screen ? Join(screen->x_ofs, screen->y_ofs) : "";
   }
-  EXPECT_EQ(offsets, "18 13, 0 0, 0 10, 18 0, refused, refused, refused, refused, ");
+  EXPECT_EQ(seen, "set 18 13 set 0 0 set 0 10 set 18 0 refused refused refused refused ");
   mode.nonstd = 1;  // it changes its mode as is wished
   EXPECT_TRUE(SetGraphicsMode(GFX_AUTODETECT_FULLSCREEN, 200, 100, 32));
   fakeFramebuffer = nullptr;

@@ -90,10 +90,10 @@ TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
        {std::string{" \r\nbios.fnt\t0x20 0x7F\nlarge.fnt 0x80 0xFF"},
         letters + "proportional.fnt 0x42 0x42\n- 0x41 0x41\nGRID.TGA 0x100 0x110\n- 0x200\n",
         std::string{"bios.fnt 0x10FF00 -1\n- 0x41\nproportional.fnt 1\nlarge.fnt 0x30 0x10FFFF"},
-        std::string{"deep.tga 0x20"}, files, files + "bios.fnt 0x20 0x20\n",
-        std::string{"bios.fnt"}, std::string{"- 0x20"}, std::string{"bios.fnt 0 0x20"},
-        std::string{"bios.fnt 0x21 0x20"}, std::string{"bios.fnt 0x10FFFF 0x110000"},
-        std::string{"script.TXT 0x20 0x7F\n"}})
+        std::string{"bios.fnt 0x41 0x41\nproportional.fnt 0x41 0x41"}, std::string{"deep.tga 0x20"},
+        files, files + "bios.fnt 0x20 0x20\n", std::string{"bios.fnt"}, std::string{"- 0x20"},
+        std::string{"bios.fnt 0 0x20"}, std::string{"bios.fnt 0x21 0x20"},
+        std::string{"bios.fnt 0x10FFFF 0x110000"}, std::string{"script.TXT 0x20 0x7F\n"}})
     dir.Write("script.TXT", script), load(script.substr(0, 70), "script.TXT");
   ExpectText("fonts", seen);
   EXPECT_EQ(font.Load(dir.Write("outlines", outlines).c_str()), kNoError);

@@ -33,8 +33,8 @@ std::string Hex(Color color) {
 
 // Numbers in the order of every_key.cfg, which has values that count from 1; colours; for each text
 // set font, text colour and shadow by state; the heights of the fonts; the elements with tile size
-// and a pixel; and the pointer shapes with width, hotspot, the width of the shadow and how blue it
-// is, and how many ticks their first frame stays.
+// and a pixel; and the pointer shapes with width, hotspot, how many ticks their first frame stays,
+// and the width, size, offset and colour of the shadow.
 std::string ValuesOf(const Skin& s) {
   std::string text =
       Join(s.dottedRect, s.focus, s.wallpaperStyle, s.buttonDisplacement, s.buttonAnimationType,
@@ -65,9 +65,10 @@ std::string ValuesOf(const Skin& s) {
     if (!first) continue;
     int ticks = 0;
     for (; ticks < 9 && cursor.GetFrame() == first; ++ticks) cursor.Update();
-    const int shadowPixel = cursor.GetShadow()->getpixel(9, 9);
-    text += Join(first->Width(), cursor.GetHotspot().x, cursor.GetHotspot().y,
-                 cursor.GetShadow()->Width(), getb32(shadowPixel), ticks);
+    const CursorShadow look = cursor.GetShadowLook();
+    text += Join(first->Width(), cursor.GetHotspot().x, cursor.GetHotspot().y, ticks,
+                 cursor.GetShadow()->Width(), look.size, look.offset.x, look.offset.y,
+                 Hex(look.GetColor()));
   }
   return text + '\n';
 }
@@ -121,14 +122,21 @@ TEST_F(SkinTest, TilesAndShapesAreTakenFromKeysOrElseFromPropertiesOrElseFromDef
   const char* text =
       "[TILING]\nBUTTON_TCKX=0\nBUTTON_TCKY=-1\nLIST_TCKX=3\nTAB_WINDOW_TCKX=9\n"
       "[CURSOR]\nMOUSE_MOVE_FCSX=6\nMOUSE_MOVE_FRMS=4\nMOUSE_HOURGLASS_FDUR=60\n"
-      "[MOUSE]\nshadowSize = 5\nshadowColor = 1,2,3\n[COLORS]\nface=1,1,1\n";
-  for (const int depth : {15, 16, 24, 32}) {
+      "[COLORS]\nface=1,1,1\n[MOUSE]\n";
+  const std::pair<int, const char*> rows[] = {
+      {15, "shadowColor=88,24,120\nshadowSize=64\nshadowOffsetX=-256\nshadowOffsetY=256"},
+      {16, "shadowColor=-1\nshadowSize=65\nshadowOffsetX=-257"},
+      {24, "shadowSize=-1\nshadowOffsetX=257\nshadowOffsetY=-257"},
+      {32, "shadowSize = 5\nshadowColor = 1,2,3"}};
+  for (const auto& [depth, shadow] : rows) {
     UseDepth(depth);
-    const auto skin = MakeWith("elements.dat", "cursors.dat", text);
+    const auto skin = MakeWith("elements.dat", "cursors.dat", std::string{text} + shadow);
     EXPECT_EQ(skin->GetError(), kNoError);
     ExpectText("skin_of_datafiles_" + std::to_string(depth), ValuesOf(*skin));
+    skin->ResetControls();
+    const Size tile = skin->bitmaps[BUTTON]->GetTileSize();
     skin->Reset();
-    EXPECT_EQ(skin->cursors[MOUSE_MOVE]->GetShadowLook().size, 2);
+    EXPECT_EQ(Join(tile.w, tile.h, skin->cursors[MOUSE_MOVE]->GetShadowLook().size), "-1 -1 2 ");
   }
   EXPECT_EQ(MakeWith("short_palette.dat", "short_palette.dat", text)->GetError(), kNoError);
 }

@@ -1,34 +1,92 @@
-#include "toolkit/draw/skin_bitmap.h"
-
 #include <algorithm>
 #include <climits>
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include "tests/support/allegro_fixture.h"
 #include "tests/support/reference.h"
 #include "tests/support/temp_files.h"
+#include "toolkit/base/text.h"
 #include "toolkit/draw/bitmap_guard.h"
+#include "toolkit/draw/color.h"
+#include "toolkit/draw/cursor.h"
+#include "toolkit/draw/datafile.h"
+#include "toolkit/draw/skin_bitmap.h"
 #include "toolkit/testing/fake_machine.h"
 #include "toolkit/testing/picture.h"
 
 namespace zel {
 namespace {
 
-struct SkinBitmapTest : AllegroFixture {
-  SkinBitmapTest() { UseDepth(32); }
-
-  // What it holds, and how.
-  static std::string Held(const SkinBitmap& holder) {
-    if (holder.IsEmpty()) return "nothing";
-    const char* const kinds[] = {" memory", " system", " video", " none"};
-    return (holder.IsOwned() ? "own" : "other's") + std::string{kinds[holder.GetKind()]} +
-           " bitmap, tile " + std::to_string(holder.GetTileWidth()) + 'x' +
-           std::to_string(holder.GetTileHeight());
-  }
+struct PictureTest : AllegroFixture {
+  PictureTest() : AllegroFixture{32} {}
 };
 
-TEST_F(SkinBitmapTest, HoldersBorrowCopyOrTakeOver) {
+TEST_F(PictureTest, TextsGiveThreeNumbersHoweverTheyAreSeparated) {
+  const std::pair<const char*, Color> cases[] = {
+      {"10;20 30", {10, 20, 30}}, {" 16, 16, 16", {16, 16, 16}},
+      {"1,2,3,4", {1, 2, 3}},     {"255,255", {255, 255, 0}},
+      {",,7", {7, 0, 0}},         {"010,0x10,9z", {10, 0, 9}},
+      {"red", {0, 0, 0}},         {"-1", -1}};
+  for (int format : {U_ASCII, U_UTF8, U_UNICODE}) {
+    set_uformat(format);
+    for (const auto& [text, color] : cases) EXPECT_EQ(Color::FromText(Ascii(text)), color) << text;
+  }
+  EXPECT_EQ(Color::FromText(nullptr), black);
+}
+
+TEST_F(PictureTest, NamedColoursBelongToTheCurrentPixelFormat) {
+  std::string named;
+  for (const Color color :
+       {darkgray, gray, lightgray, orange, brown, violet, darkred, darkgreen, darkblue})
+    named += Join(color.r(), color.g(), color.b()) + ' ';
+  EXPECT_EQ(named,
+            "96 96 96  128 128 128  192 192 192  255 170 0  150 96 0  144 0 168  128 0 0  "
+            "0 128 0  0 0 128  ");
+  set_palette(desktop_palette);
+  for (int depth : {8, 15, 16, 24, 32}) {
+    UseDepth(depth);
+    EXPECT_EQ(orange, makecol_depth(depth, 255, 170, 0)) << depth;
+    EXPECT_EQ(magenta, bitmap_mask_color(BitmapPtr{create_bitmap(1, 1)}.get())) << depth;
+    EXPECT_EQ(Color{-1000000}.r() & ~255, 0) << "read within the palette";
+  }
+}
+
+TEST_F(PictureTest, TintsMixesAndChannelsAreCountedToTheRightNumber) {
+  const std::tuple<Color, int, Color> cases[] = {
+      {{200, 100, 50}, 0, {200, 100, 50}},
+      {{255, 0, 0}, 256, {0, 0, 128}},
+      {{255, 0, 0}, 128, {127, 0, 64}},      // 127.5 loses its fraction
+      {{100, 100, 100}, 256, {50, 50, 50}},  // no saturation, half the brightness
+      {-1, 256, -1}};
+  for (auto [color, alpha, expected] : cases) {
+    color.Colorize({0, 0, 128}, alpha);
+    EXPECT_EQ(color, expected) << alpha;
+  }
+  EXPECT_EQ(MixNear({255, 10, 0}, {80, 0, 10}), (Color{197, 7, 3})) << "rounded toward zero";
+  EXPECT_EQ(MixNear({80, 0, 10}, {255, 10, 0}), (Color{138, 3, 7}));
+  Color color{1, 2, 3, 4};
+  EXPECT_EQ(color.a(), 4);
+  color.SetA(200);
+  EXPECT_EQ(color, makeacol32(1, 2, 3, 200));
+  color.SetR(5);
+  color.SetG(6);
+  color.SetB(7);
+  EXPECT_EQ(color, makecol(5, 6, 7));
+  EXPECT_EQ(Color::FromHsv(240, 1, 1), blue);
+}
+
+// What it holds, and how.
+std::string Held(const SkinBitmap& holder) {
+  if (holder.IsEmpty()) return "nothing";
+  const char* const kinds[] = {" memory", " system", " video", " none"};
+  return (holder.IsOwned() ? "own" : "other's") + std::string{kinds[holder.GetKind()]} +
+         " bitmap, tile " + std::to_string(holder.GetTileWidth()) + 'x' +
+         std::to_string(holder.GetTileHeight());
+}
+
+TEST_F(PictureTest, HoldersBorrowCopyOrTakeOver) {
   const BitmapPtr bitmap = Paint({"rg"});
   {
     SkinBitmap holder{bitmap.get()};
@@ -53,7 +111,7 @@ TEST_F(SkinBitmapTest, HoldersBorrowCopyOrTakeOver) {
   EXPECT_TRUE(last.IsEmpty()) << "no graphics mode, no video memory";
 }
 
-TEST_F(SkinBitmapTest, SizesThatOverflowOrFillTheMemoryAreRefused) {
+TEST_F(PictureTest, SizesThatOverflowOrFillTheMemoryAreRefused) {
   InstallBitmapGuard();
   EXPECT_TRUE(IsPossibleBitmap(32, 8192, 8192) && IsPossibleBitmap(15, 8192, 16384));
   constexpr int kRefused[][3] = {{32, 8192, 8193}, {15, 8192, 16385}, {32, INT_MAX, INT_MAX},
@@ -73,7 +131,7 @@ TEST_F(SkinBitmapTest, SizesThatOverflowOrFillTheMemoryAreRefused) {
 
 // Destroying the screen or its part while a holder is emptied would be a use after free for the
 // checks that follow.
-TEST_F(SkinBitmapTest, TheScreenIsNeverDestroyedAndVideoBitmapsAreCopiedAsSuch) {
+TEST_F(PictureTest, TheScreenIsNeverDestroyedAndVideoBitmapsAreCopiedAsSuch) {
   const FakeMachine machine;
   set_gfx_mode(GFX_AUTODETECT_FULLSCREEN, 4, 3, 0, 0);
   SkinBitmap holder, other{1, 1, kMemoryBitmap};
@@ -99,7 +157,7 @@ TEST_F(SkinBitmapTest, TheScreenIsNeverDestroyedAndVideoBitmapsAreCopiedAsSuch) 
   EXPECT_EQ(machine.videoPages, 0);
 }
 
-TEST_F(SkinBitmapTest, PicturesThatCannotBeLoadedLeaveTheHolderAndEmptyHoldersDrawNothing) {
+TEST_F(PictureTest, PicturesThatCannotBeLoadedLeaveTheHolderAndEmptyHoldersDrawNothing) {
   const TempFile broken{"no picture", "a.bmp"};
   SkinBitmap empty, full{1, 1, kMemoryBitmap};
   full.clear_to_color(red);
@@ -114,7 +172,7 @@ TEST_F(SkinBitmapTest, PicturesThatCannotBeLoadedLeaveTheHolderAndEmptyHoldersDr
   EXPECT_EQ(Picture(full.GetBitmap()), Rows({"r"}));
 }
 
-TEST_F(SkinBitmapTest, MaskedCopiesNeedATargetOfTheirDepthOpacityGoesToAllButPalettes) {
+TEST_F(PictureTest, MaskedCopiesNeedATargetOfTheirDepthOpacityGoesToAllButPalettes) {
   SkinBitmap source{3, 1, kMemoryBitmap}, target;
   source.clear_to_color({0, 0, 255, 128});
   for (int depth : {15, 16, 24, 8}) {
@@ -133,7 +191,7 @@ TEST_F(SkinBitmapTest, MaskedCopiesNeedATargetOfTheirDepthOpacityGoesToAllButPal
   EXPECT_EQ(target.getpixel(0, 0), 5) << "no mixing with a palette";
 }
 
-TEST_F(SkinBitmapTest, MarksPaintWithinTheBitmap) {
+TEST_F(PictureTest, MarksPaintWithinTheBitmap) {
   SkinBitmap canvas{7, 5, kMemoryBitmap};
   canvas.clear_to_color(magenta);
   canvas.DottedRect(1, 0, 5, 3, red);
@@ -144,7 +202,7 @@ TEST_F(SkinBitmapTest, MarksPaintWithinTheBitmap) {
   EXPECT_EQ(Picture(canvas.GetBitmap()), Rows(5, "ggggggg"));
 }
 
-TEST_F(SkinBitmapTest, CopiesWhatAllegroCopies) {
+TEST_F(PictureTest, CopiesWhatAllegroCopies) {
   constexpr int kStarts[] = {-3, 0, 2}, kSizes[][2] = {{0, 3}, {5, 4}, {20, 20}};
   const Rows rows = {"rgbcyk", "gbcykr", "bcykrg", "cykrgb", "ykrgbc", "krgbcy"};
   for (int i = 0; i < 3 * 3 * 3 * 3 * 3; ++i) {
@@ -162,7 +220,7 @@ TEST_F(SkinBitmapTest, CopiesWhatAllegroCopies) {
   }
 }
 
-TEST_F(SkinBitmapTest, BoxesStayWithinTheClipRectangle) {
+TEST_F(PictureTest, BoxesStayWithinTheClipRectangle) {
   for (int top = 0; top < 12; ++top) {
     UseDepth(top % 2 ? 16 : 24);
     SkinBitmap clipped{9, 12, kMemoryBitmap}, whole{9, 12, kMemoryBitmap},
@@ -177,7 +235,7 @@ TEST_F(SkinBitmapTest, BoxesStayWithinTheClipRectangle) {
 
 // Frames with each tile, from left to right, fitted to each length, downwards, within a clip
 // rectangle: copied as they are, into another depth, and masked; then those of one direction.
-TEST_F(SkinBitmapTest, FramesAreFittedByRepeatingTheirTiles) {
+TEST_F(PictureTest, FramesAreFittedByRepeatingTheirTiles) {
   constexpr int kTiles[] = {-1, 0, 1, 3, 9}, kLengths[] = {0, 3, 5, 9, 17}, kCell = 18;
   for (const char* kind : {"plain", "converted", "masked"}) {
     UseDepth(kind == std::string{"converted"} ? 16 : 24);
@@ -203,7 +261,7 @@ TEST_F(SkinBitmapTest, FramesAreFittedByRepeatingTheirTiles) {
   }
 }
 
-TEST_F(SkinBitmapTest, AreasFarLargerThanTheTargetOnlyDrawWhatIsVisible) {
+TEST_F(PictureTest, AreasFarLargerThanTheTargetOnlyDrawWhatIsVisible) {
   const BitmapPtr art = Paint({"rgbcy"}), out = Paint({"......"});
   SkinBitmap holder{art.get()};
   holder.SetTileSize({3, 1});
@@ -214,6 +272,116 @@ TEST_F(SkinBitmapTest, AreasFarLargerThanTheTargetOnlyDrawWhatIsVisible) {
   EXPECT_EQ(Picture(out.get()), Rows({"......"}));
   holder.DrawHFrame(out.get(), 0, -3000001, 0, INT_MAX, 1);
   EXPECT_EQ(Picture(out.get()), Rows({"gbcgbc"})) << "the tiles keep their phase";
+}
+
+// The first letter of the frame that shows, over so many ticks.
+std::string Shown(Cursor& cursor, int ticks) {
+  std::string shown;
+  for (; ticks > 0; --ticks, cursor.Update())
+    shown += Picture(cursor.GetFrame()->GetBitmap())[0][0];
+  return shown;
+}
+
+TEST_F(PictureTest, APictureIsCutIntoStripsThatTakeTurns) {
+  const BitmapPtr picture = Paint({"rrwggwbbwk", "rrwggwbbwk"});
+  const SkinBitmap holder(picture.get());
+  Cursor cursor;
+  cursor.Create(holder, 3);  // the tenth column is left over
+  EXPECT_EQ(Picture(cursor.GetFrame()->GetBitmap()), Rows({"rrw", "rrw"}));
+  EXPECT_EQ(Shown(cursor, 4), "rgbr");
+  settings.logicFrameRate = 50;
+  cursor.Create(holder, 3);
+  cursor.SetAnimationInterval(100);  // five ticks by frame
+  EXPECT_EQ(Shown(cursor, 18), "rrrrrgggggbbbbbrrr");
+  for (const int frames : {-5, 1, 1'000'000}) {
+    cursor.Create(holder, frames);
+    EXPECT_EQ(cursor.GetFrame()->Width(), frames > 1 ? 1 : 10) << frames;
+  }
+  for (const int ms : {0, -1, INT_MAX}) {
+    cursor.SetAnimationInterval(ms);
+    EXPECT_EQ(Shown(cursor, 100).find('?'), std::string::npos);
+  }
+  cursor.SetHotspot(40'000, -40'000);
+  EXPECT_EQ(cursor.GetHotspot(), (Point{32767, -32767}));
+  cursor.CreateDefault();
+  ExpectLook("arrow", cursor.GetFrame()->GetBitmap(), {0, 0, 12, 21});
+  cursor.Create(SkinBitmap(), 3);
+  cursor.Update();
+  EXPECT_TRUE(!cursor.GetFrame() && !cursor.GetShadow());
+}
+
+TEST_F(PictureTest, ShadowIsTheBlurredOutlineOfTheFrame) {
+  const BitmapPtr picture = Paint({"yyyyy.yy", "........"});
+  const std::string row = "1233322221", ninths = row + row + row + "0000000000";
+  for (const bool isShown : {true, false}) {
+    settings.mouseShadow = isShown;
+    Cursor cursor;
+    cursor.SetShadow({.size = 1});
+    cursor.Create(SkinBitmap(picture.get()), 1);
+    const SkinBitmap& shadow = *cursor.GetShadow();
+    std::string found;
+    for (int i = 0; i < shadow.Width() * shadow.Height(); ++i)
+      found += std::to_string((Color{shadow.getpixel(i % 10, i / 10)}.a() + 5) * 9 / 255);
+    EXPECT_EQ(found, isShown ? ninths : "0");
+    EXPECT_EQ(shadow.getpixel(0, 0) & 0xFFFFFF, isShown ? 0x606060 : 0);
+  }
+}
+
+class DatafileTest : public AllegroFixture {
+ protected:
+  // A datafile of one picture, the first rows of which repeat each other, written by Allegro.
+  std::string WritePacked(const char* mode, bool packsObject, int bits = 8, int bytes = 1) const {
+    const std::string path = dir.Path("a.dat");
+    PACKFILE* file = pack_fopen(path.c_str(), mode);
+    for (const int number : {DAT_MAGIC, 1, DAT_BITMAP}) pack_mputl(number, file);
+    PACKFILE* object = pack_fopen_chunk(file, packsObject);
+    for (const int word : {bits, kSide, kSide}) pack_mputw(word, object);
+    for (int i = 0; i < kSide * kSide * bytes; ++i) pack_putc(i % kSide + i / 5000, object);
+    pack_fclose(pack_fclose_chunk(object));
+    return path;
+  }
+
+  static constexpr int kSide = 100;
+  TempDir dir;
+};
+
+TEST_F(DatafileTest, PicturesAreThoseThatAllegroMakesHoweverTheyArePacked) {
+  const std::pair<int, int> formats[] = {{8, 1}, {15, 2}, {16, 2}, {24, 3}, {32, 3}, {-32, 4}};
+  for (int round = 0; round < 6 * 4; ++round) {
+    const auto& [bits, bytes] = formats[round / 4];
+    const char* mode = round % 2 ? F_WRITE_PACKED : F_WRITE_NOPACK;
+    const std::string path = WritePacked(mode, round % 4 < 2, bits, bytes);
+    for (const int depth : {8, 15, 16, 24, 32}) {
+      UseDepth(depth);
+      Datafile datafile;
+      ASSERT_TRUE(datafile.Load(path.c_str())) << bits << mode;
+      const BitmapPtr picture = MakePicture(*datafile.Find("", DAT_BITMAP));
+      DATAFILE* expected = load_datafile(path.c_str());
+      const int mask = depth == 32 ? 0xFFFFFF : -1;  // without its alpha channel
+      int different = 0;
+      for (int i = 0; i < kSide * kSide; ++i)
+        different += getpixel(picture.get(), i % kSide, i / kSide) !=
+                     (getpixel(static_cast<BITMAP*>(expected->dat), i % kSide, i / kSide) & mask);
+      EXPECT_EQ(different, 0) << bits << mode << " to " << depth;
+      unload_datafile(expected);
+    }
+    const std::string whole = dir.Read("a.dat");
+    for (std::size_t length = 0; length < whole.size(); length += 1 + whole.size() / 90)
+      EXPECT_FALSE(Datafile{}.Load(dir.Write("cut.dat", whole.substr(0, length)).c_str()));
+  }
+}
+
+// The first bytes of a packed file may repeat only what Allegro has set. And a file within another
+// is none.
+TEST_F(DatafileTest, RepetitionsOfUndefinedBytesAndObjectsOfOthersAreRefused) {
+  const auto packed = [this](const std::string& repetition) {
+    // Seven bytes as they are, the last three for the number of objects, and a repetition.
+    const std::string start = std::string{"slh!\177ALL."} + std::string(3, '\0');
+    return Datafile{}.Load(dir.Write("packed.dat", start + repetition).c_str());
+  };
+  EXPECT_TRUE(packed(std::string{"\x00\x00", 2})) << "zeros from the start of the ring";
+  EXPECT_FALSE(packed("\xFA\xF0")) << "from its end, which is not written yet";
+  EXPECT_FALSE(Datafile{}.Load((WritePacked(F_WRITE_NOPACK, false) + "#object").c_str()));
 }
 
 }  // namespace
