@@ -127,7 +127,7 @@ class Filter {
 
   // For all threads of the process.
   void Install() {
-    Add({BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ALLOW});
+    Return(SECCOMP_RET_ALLOW);
     sock_fprog program{static_cast<unsigned short>(code_.size()), code_.data()};
     // Kernels that think of a filtered program as one of many tenants slow its memory down.
     constexpr unsigned kFlags[] = {SECCOMP_FILTER_FLAG_TSYNC | SECCOMP_FILTER_FLAG_SPEC_ALLOW,
@@ -138,9 +138,9 @@ class Filter {
 
  private:
   void Add(const sock_filter& instruction) { code_.push_back(instruction); }
-  void Load(unsigned offset) { Add({BPF_LD | BPF_W | BPF_ABS, 0, 0, offset}); }
+  void Load(unsigned offset) { Add(BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offset)); }
   void LoadCall() { Load(offsetof(seccomp_data, nr)); }
-  void Return(unsigned action) { Add({BPF_RET | BPF_K, 0, 0, action}); }
+  void Return(unsigned action) { Add(BPF_STMT(BPF_RET | BPF_K, action)); }
   void ReturnIf(unsigned short test, unsigned value, unsigned action) {
     Add({static_cast<unsigned short>(BPF_JMP | test | BPF_K), 0, 1, value});
     Return(action);

@@ -178,7 +178,8 @@ struct ChildEnd {
 // signals itself.
 ChildEnd WaitFor(pid_t child) {
   const sigset_t all = AllSignals();
-  for (int signal = 0, status = 0, asked = 0;;) {
+  for (int asked = 0;;) {
+    int signal, status;
     sigwait(&all, &signal);
     if (Ends(signal)) {
       if (asked == 0) asked = signal;

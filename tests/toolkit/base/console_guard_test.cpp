@@ -114,7 +114,7 @@ TEST(ConsoleGuard, PutsTheConsoleRightWhateverEndsTheProgram) {
       {[] { return raise(SIGHUP); }, "signal 1 2"},
       {[] { return HoldSignals(), raise(SIGTERM), 6; }, "exit 6 0"},
       {[] { return HoldSignals(), kill(getppid(), SIGKILL), pause(); }, "signal 9 signal 64 1"},
-      {[]() -> int { EndAtOnce(""); }, "exit 1 1"}};
+      {[]() -> int { dup2(STDIN_FILENO, STDERR_FILENO), EndAtOnce("message"); }, "exit 1 1"}};
   for (const auto& [program, ends] : cases)
     for (const auto& [before, after] :
          {std::pair{K_XLATE, " 0 1 8 0 cleared"}, {K_RAW, " 0 3 8 0 cleared"}})

@@ -157,6 +157,22 @@ TEST_F(PictureTest, TheScreenIsNeverDestroyedAndVideoBitmapsAreCopiedAsSuch) {
   EXPECT_EQ(machine.videoPages, 0);
 }
 
+TEST_F(PictureTest, APartOfABitmapIsSeenWhereItsParentIs) {
+  const BitmapPtr whole = Paint(Rows(5, "......"));
+  SkinBitmap parent{whole.get()};
+  parent.set_clip_rect(1, 1, 3, 2);
+  std::string seen;
+  for (int i = 0; i < 6 * 5; ++i) {
+    SubCanvas part{parent, i % 6, i / 6, 1, 1};
+    seen += part.IsEmpty() ? '.' : 'x';
+    part.clear_to_color(red);
+  }
+  EXPECT_EQ(seen, ".......xxx...xxx..............");
+  SubCanvas{parent, 0, 0, 3, 2}.clear_to_color(blue);
+  SubCanvas{parent, 3, 2, 9, 9}.clear_to_color(green);
+  EXPECT_EQ(Picture(parent.GetBitmap()), Rows({"......", ".bbr..", ".rrg..", "......", "......"}));
+}
+
 TEST_F(PictureTest, PicturesThatCannotBeLoadedLeaveTheHolderAndEmptyHoldersDrawNothing) {
   const TempFile broken{"no picture", "a.bmp"};
   SkinBitmap empty, full{1, 1, kMemoryBitmap};
@@ -193,13 +209,13 @@ TEST_F(PictureTest, MaskedCopiesNeedATargetOfTheirDepthOpacityGoesToAllButPalett
 
 TEST_F(PictureTest, MarksPaintWithinTheBitmap) {
   SkinBitmap canvas{7, 5, kMemoryBitmap};
+  for (int i = -9; i < 99; ++i) canvas.Circle3D(i % 9, i / 9, 0, red, white, green);
+  EXPECT_EQ(Picture(canvas.GetBitmap()), Rows(5, "ggggggg"));
   canvas.clear_to_color(magenta);
   canvas.DottedRect(1, 0, 5, 3, red);
   canvas.DottedRect(INT_MIN + 1, 4, INT_MAX, 4, red);  // dots at odd x
   EXPECT_EQ(Picture(canvas.GetBitmap()),
             Rows({".r.r.r.", ".......", ".r...r.", ".r.r.r.", ".r.r.r."}));
-  for (int i = -9; i < 99; ++i) canvas.Circle3D(i % 9, i / 9, 0, red, white, green);
-  EXPECT_EQ(Picture(canvas.GetBitmap()), Rows(5, "ggggggg"));
 }
 
 TEST_F(PictureTest, CopiesWhatAllegroCopies) {
