@@ -18,7 +18,8 @@ class LauncherTest : public LauncherFixture {
     std::filesystem::create_directory("etc");
     paths.configDirectory = "etc";
     WriteFile("etc/menu.cfg",
-              "[MENU_CONFIGURATION]\nLinesNumber=1\n[LINE1]\nTitle=x\nExCode=7\nExString=done\n");
+              "[MENU_CONFIGURATION]\nLinesNumber=1\n[LINE1]\nTitle=x\nExCode=7\nExString=done\n"
+              "WaitForFile=../ready\n");
   }
   [[noreturn]] static void Run(const std::vector<int>& refusedDepths) {
     const std::string place = std::filesystem::current_path();
@@ -32,7 +33,7 @@ class LauncherTest : public LauncherFixture {
     std::string seen;
     machine.refusedDepths = refusedDepths;
     timers.onSleep = [&] {
-      if (seen.empty()) {
+      if (timers.sleeps == 1) {
         for (const auto& [w, h, depth, windowed] : machine.tried)
           seen += std::to_string(w) + 'x' + std::to_string(h) + 'x' + std::to_string(depth) +
                   (windowed ? "w " : " ");
@@ -41,7 +42,11 @@ class LauncherTest : public LauncherFixture {
                 (launcherState.mousePending ? "later " : "") +
                 (launcherState.runningScreen ? "runs " : "") + ReadFile(output);
       }
-      simulate_ukeypress(13, KEY_ENTER);
+      // The first wait is cancelled, the second lasts until the file is there.
+      if (timers.sleeps == 4)
+        WriteFile(place + "/ready", "");
+      else
+        simulate_ukeypress(0, timers.sleeps == 2 ? KEY_ESC : KEY_ENTER);
       for (int i = 0; i < timers.Count(); ++i) timers.Tick(i);
     };
     const int status = RunForAnyone();
@@ -55,14 +60,14 @@ class LauncherTest : public LauncherFixture {
 };
 
 TEST_F(LauncherTest, TriesTheModeOfItsSettingsAndThenTheFixedOnes) {
-  Expect({}, 7, "^640x480x16 smooth later runs done\n3$");
+  Expect({}, 7, "^640x480x16 smooth later runs done\n4$");
   WriteFile("etc/gpm.pid", "");
   WriteFile("etc/zel.cfg",
             "[Toolkit]\nscreenWidth=320\nscreenHeight=200\ncolorDepth=32\nfullscreen=0\n");
-  Expect({}, 7, "^320x200x32w smooth mouse runs done\n3$");
-  Expect({32, 24}, 7, "^320x200x32w 320x200x24w 640x480x16 smooth mouse runs done\n3$");
+  Expect({}, 7, "^320x200x32w smooth mouse runs done\n4$");
+  Expect({32, 24}, 7, "^320x200x32w 320x200x24w 640x480x16 smooth mouse runs done\n4$");
   Expect({32, 24, 16, 15}, 7,
-         "^320x200x32w 320x200x24w 640x480x16 640x480x15 800x600x8 mouse runs done\n3$");
+         "^320x200x32w 320x200x24w 640x480x16 640x480x15 800x600x8 mouse runs done\n4$");
   WriteFile("etc/i18n", "LANG=de\n");
   Expect({32, 24, 16, 15, 8}, 0, "Erfahrene Anwender können versuchen, selbst");
   WriteFile("etc/zel.cfg", "[Toolkit]\nskinPath=none\n");

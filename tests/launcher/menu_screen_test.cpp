@@ -19,7 +19,7 @@ namespace {
 const std::string kMain =
     "[MENU_CONFIGURATION]\nLinesNumber=6\nHintFile=hints\nMenuHeight=60\n[LINE1]\nSeparator=1\n"
     "[LINE2]\nTitle=First\nExCode=11\nExString=first\nHintSection=a\n"
-    "[LINE3]\nTitle=Inner\nExCode=12\nSubmenu=inner.cfg\n[LINE4]\nSeparator=1\n"
+    "[LINE3]\nTitle=Inner\nExCode=12\nSubmenu=inner.cfg\nHintSection=b\n[LINE4]\nSeparator=1\n"
     "[LINE5]\nTitle=Off\nSubmenu=inner.cfg\nDisable=1\nExCode=15\n[LINE6]\nTitle=Nothing\n";
 constexpr const char* kInner =
     "[MENU_CONFIGURATION]\nLinesNumber=2\n[LINE1]\nTitle=One\nExCode=21\nExString=one\n"
@@ -32,7 +32,7 @@ class MenuScreenTest : public LauncherFixture {
   MenuScreenTest() {
     WriteFile("menu.cfg", kMain);
     WriteFile("inner.cfg", kInner);
-    WriteFile("hints", "[a]\nsome words\n[end:a]\n");
+    WriteFile("hints", "[a]\nsome words\n[end:a]\n[b]\nother words\n[end:b]\n");
     settings.screenWidth = kWidth;
     settings.screenHeight = kHeight;
     InstallToolkit(nullptr);
@@ -52,9 +52,9 @@ class MenuScreenTest : public LauncherFixture {
     screen_->MsgStart();
     screen_->ApplyGeometry();
   }
-  // Depth, current entry and its exit code after what the words of a script stand for: a start at
-  // a position, a press (@), keys that the menu is told, or that are pressed (+) and let go of (-)
-  // until the next tick tells it.
+  // Depth, current entry, its exit code and whether the screen has closed after what the words of a
+  // script stand for: a start at a position, a press (@), keys that the menu is told, or that are
+  // pressed (+) and let go of (-) until the next tick tells it.
   std::string Play(const std::string& script) {
     const std::map<std::string, int> keys = {
         {"down", KEY_DOWN},   {"up", KEY_UP},       {"home", KEY_HOME},  {"pad", KEY_ENTER_PAD},
@@ -75,6 +75,8 @@ class MenuScreenTest : public LauncherFixture {
         NoteReturn(), screen_->MsgTick();
       else if (word[0] == '@')
         Press(std::stoi(word.substr(1)));
+      else if (word == "close")
+        screen_->Close();
       else if (word[0] == '+')
         _handle_key_press(0, keys.at(word.substr(1)));
       else if (word[0] == '-')
@@ -83,7 +85,7 @@ class MenuScreenTest : public LauncherFixture {
         screen_->HandleKey(0, keys.at(word));
     return std::to_string(screen_->Config().Depth()) + '/' +
            std::to_string(screen_->List().GetCurrent()) + '/' +
-           std::to_string(launcherState.exitCode);
+           std::to_string(launcherState.exitCode) + (screen_->IsClosed() ? " closed" : "");
   }
   void HandleEarly(int scancode) {
     InputRecord record;
@@ -129,7 +131,9 @@ TEST_F(MenuScreenTest, LooksAsTheFilesSay) {
   WriteFile("progress", "[Progress]\nStepNumber=10\nCurrentStep=4\n");
   Start("");
   ExpectShown("menu_screen");
-  Play("down enter");
+  Play("down");
+  ExpectShown("menu_screen_moved");
+  Play("enter");
   std::filesystem::remove("progress");
   ExpectShown("menu_screen_below");
   Play("enter");
@@ -145,11 +149,11 @@ TEST_F(MenuScreenTest, KeysGoOnFromTheLastPositionAsFarAsItFits) {
   for (const auto& [script, where] : rows) EXPECT_EQ(Play(script), where) << script;
   EXPECT_EQ(Play("2 enter home enter down enter"), "1/4/15");
   EXPECT_EQ(Play("2 @27 @27 down"), "2/1/21") << "what the mouse has opened is settled";
-  EXPECT_EQ(Play("1 +enter -enter +down tick"), "1/2/11") << "what follows the choice is nothing";
+  EXPECT_EQ(Play("1 close"), "1/1/11") << "only a choice closes it";
+  EXPECT_EQ(Play("1 +enter -enter +down tick"), "1/2/11 closed") << "what follows it is nothing";
   Play("2,0");
   WriteFile("menu.cfg", kMain + "[LINE3]\nSeparator=1\n");
-  EXPECT_EQ(Play("enter"), "1/2/12");
-  EXPECT_FALSE(screen_->IsClosed()) << "going back to a separator does not choose it";
+  EXPECT_EQ(Play("enter"), "1/2/12") << "going back to a separator does not choose it";
 }
 
 TEST_F(MenuScreenTest, KeysAndPressesPassOverSeparatorsAndDoNotTakeThoseAtAnEnd) {

@@ -95,9 +95,8 @@ TEST_F(LauncherWidgetsTest, OnlyLinksOfTheLaunchersOwnUserLeadToTheProgressFile)
   std::filesystem::create_symlink("../real", "links/second");
   std::filesystem::create_symlink("links/second", "progress");
   EXPECT_EQ(ReadProgressFile().currentStep, 4);
-  if (lchown("links/second", 65534, 65534) == 0) {
-    EXPECT_EQ(ReadProgressFile().currentStep, 0);
-  }
+  const int seen = lchown("links/second", 65534, 65534) == 0 ? 0 : 4;
+  EXPECT_EQ(ReadProgressFile().currentStep, seen);
   std::filesystem::remove("progress");
   for (const char* target : {"/dev/zero", "progress", "links"}) {
     std::filesystem::create_symlink(target, "progress");
@@ -145,19 +144,6 @@ TEST_F(LauncherWidgetsTest, TheProgressBarIsARowOfPicturesOfWhichOnlyTheNewOnesA
   }
 }
 
-TEST_F(LauncherWidgetsTest, TheBusyBlockRunsToAndFro) {
-  BusyBar bar;
-  bar.SetOrientation(kHorizontal);
-  Show(bar, {0, 0, 100, 20});
-  std::string lefts;
-  for (int i = 0; i < 100; ++i) {
-    bar.Increment();
-    const std::string row = Frame()[10];
-    if (i % 9 == 0) lefts += std::to_string(row.find('?', 3)) + ' ';
-  }
-  EXPECT_EQ(lefts, "6 24 42 60 78 71 53 35 17 8 26 44 ");
-}
-
 TEST_F(LauncherWidgetsTest, FilesEndTheWaitAndOneThatMustGoDecidesAlone) {
   const char *there = "/", *gone = "/missing";
   const std::tuple<const char*, const char*, bool> rows[] = {
@@ -190,6 +176,8 @@ TEST_F(LauncherWidgetsTest, TimePassesInItsWindowAndOnlyWhatMovesIsCopied) {
   Wait(0).Check();
   EXPECT_EQ(Copied(), 2 * 5 * 27);
   ExpectShown("wait_busy", {0, 90, 320, 60});
+  for (int i = 0; i < 200; ++i) dialog->Check(), Copied();  // to the end and back and on
+  ExpectShown("wait_busy_for_long", {0, 90, 320, 60});
 }
 
 TEST_F(LauncherWidgetsTest, ItsTimerAndTheShortcutEndTheWait) {

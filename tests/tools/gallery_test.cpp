@@ -1,5 +1,4 @@
 #include <set>
-#include <tuple>
 #include <vector>
 
 #include "tests/support/allegro_fixture.h"
@@ -53,9 +52,7 @@ TEST_F(GalleryTest, PictureFileReadsBack) {
   EXPECT_FALSE(SavePng(directory.Path("none/picture.png").c_str(), offscreen.Frame()));
 }
 
-TEST_F(GalleryTest, ScreensThatCannotBeAreRefused) {
-  for (const auto& [w, h, depth] : {std::tuple{0, 9, 16}, {9, -1, 16}, {100000, 9, 16}, {9, 9, 12}})
-    EXPECT_FALSE(offscreen.SetMode({w, h}, depth)) << w << 'x' << h << ' ' << depth;
+TEST_F(GalleryTest, SizesHaveTwoNumbers) {
   Size size;
   for (const char* text : {"", "800", "800x", "0x600", "800x600x16"})
     EXPECT_FALSE(ParseSize(text, &size)) << text;
