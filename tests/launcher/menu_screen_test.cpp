@@ -215,7 +215,8 @@ TEST_F(MenuScreenTest, ItsTimersLookForTheMouseServerAndTheProgressFile) {
   std::string seen;
   for (const bool runs : {false, true}) {
     if (runs) WriteFile("gpm.pid", "");
-    if (runs) WriteFile("progress", "[Progress]\nStepNumber=9\nProgressInterval=250\n");
+    if (runs)
+      WriteFile("progress", "[Progress]\nStepNumber=9\nCurrentStep=4\nProgressInterval=250\n");
     for (int id = 0; id < kTimerSlots; ++id) screen_->MsgTimer(id);
     seen += std::to_string(settings.showMouse) + std::to_string(launcherState.mousePending) +
             std::to_string(timers_.Count()) + ' ' +
