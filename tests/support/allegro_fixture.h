@@ -1,11 +1,10 @@
-// What most tests start from: Allegro without a display, default settings, no configuration.
+// What most tests start from: Allegro without a display (memory bitmaps, texts and configuration
+// work, graphics modes do not), default settings, no configuration.
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cerrno>
-#include <numeric>
 
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/process.h"
@@ -13,18 +12,12 @@
 
 namespace zel {
 
-// Installs Allegro on first use; memory bitmaps, texts and configuration work, graphics modes do
-// not (see FakeDisplay).
-inline void NeedAllegro() {
-  if (!system_driver) install_allegro(SYSTEM_NONE, &errno, nullptr);
-}
-
 // Leaves the pixel format to the test and everything else of the process as a program start finds
 // it, before and after each test.
 class AllegroFixture : public testing::Test {
  protected:
   explicit AllegroFixture(int depth = 16) {
-    NeedAllegro();
+    if (!system_driver) install_allegro(SYSTEM_NONE, &errno, nullptr);
     Reset();
     UseDepth(depth);
   }
@@ -35,12 +28,7 @@ class AllegroFixture : public testing::Test {
     RecomputeNamedColors();
   }
   // From here on texts are in ISO 8859-1.
-  static void UseLatin1() {
-    static std::array<unsigned short, 256> page;  // Allegro keeps the pointer
-    std::iota(page.begin(), page.end(), static_cast<unsigned short>(0));
-    set_uformat(U_ASCII_CP);
-    set_ucodepage(page.data(), nullptr);
-  }
+  static void UseLatin1() { set_uformat(U_ASCII); }
 
  private:
   static void Reset() {

@@ -16,7 +16,7 @@ namespace zel {
 // Paints its area in one colour and counts how often.
 class Patch : public Widget {
  public:
-  explicit Patch(const Rect& area, Color fill = red, bool focusable = true)
+  explicit Patch(const Rect& area = {}, Color fill = red, bool focusable = true)
       : color{fill}, wantsFocus{focusable} {
     Shape(area);
   }
@@ -24,7 +24,10 @@ class Patch : public Widget {
     ++draws;
     canvas.clear_to_color(color);
   }
-  bool MsgWantFocus() override { return Widget::MsgWantFocus(), wantsFocus; }
+  // Who hears of it may destroy the patch.
+  bool MsgWantFocus() override {
+    return wantsFocus ? !Widget::MsgWantFocus() : Widget::MsgWantFocus();
+  }
   bool MsgWantMouse() override { return wantsMouse; }
   bool MsgChar(int code) override { return Widget::MsgChar(code), usesKeys; }
   bool MsgXChar(int code) override { return Widget::MsgXChar(code), usesKeys; }

@@ -58,7 +58,6 @@ void EventLoop::WatchDisplaySwitches() {
 
 void EventLoop::Start(Dialog& root) {
   root_ = &root;
-  redrawsEverything_ = false;
   closeRequested_ = false;
   logicTimer_ = InstallTimerEx(settings.UsableFrameRate());
   WatchDisplaySwitches();

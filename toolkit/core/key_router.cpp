@@ -52,8 +52,8 @@ bool KeyRouter::OfferToChildren(int code) {
 bool KeyRouter::OfferShortcut(int character, int scancode) {
   for (Widget* child : dialog_.children) {
     const int shortcut = child->GetKey();
-    const bool byCharacter = character > 0 && character < 256 && shortcut > 0 &&
-                             utolower(shortcut) == utolower(character);
+    const bool byCharacter =
+        character < 256 && shortcut > 0 && utolower(shortcut) == utolower(character);
     const bool byScancode = character == 0 && shortcut != 0 && shortcut == scancode * 256;
     if (!byCharacter && !byScancode) continue;
     // Who cannot be used now keeps it from the others.

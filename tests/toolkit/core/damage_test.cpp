@@ -84,54 +84,50 @@ TEST_F(DamageTest, ALargeWidgetIsDrawnOnlyWhereItShows) {
   large.Redraw();
   Tick();
   EXPECT_EQ(large.draws, 4) << "on each side of the cover";
+  cover.Hide();
+  large.Redraw();
+  Tick();
+  EXPECT_EQ(large.draws, 5);
 }
 
-TEST_F(DamageTest, WhateverChangesTheScreenShowsIt) {
-  std::mt19937 random{24};
-  const auto below = [&random](int n) { return static_cast<int>(random() % n); };
-  const auto anywhere = [&] { return Rect{below(40), below(40), 1 + below(60), 1 + below(60)}; };
-  for (int method = 0; method < 4; ++method) {
+// Drawn in full for each frame, or only where something has changed: it shows the same.
+TEST_F(DamageTest, WhateverChangesEachWayOfUpdatingShowsIt) {
+  std::string first;
+  for (const int method : {1, 0, 2, 3}) {
+    std::mt19937 random{24};
+    const auto below = [&random](int n) { return static_cast<int>(random() % n); };
+    const auto anywhere = [&] { return Rect{below(40), below(40), 1 + below(60), 1 + below(60)}; };
     root.MsgEnd();
     settings.screenUpdateMethod = method;
     root.MsgStart();
     Dialog panels[2];
-    std::vector<std::unique_ptr<Patch>> patches;
+    Patch patches[6];
     for (Dialog& panel : panels) root.Add(&panel), panel.Shape(anywhere());
-    for (int i = 0; i < 6; ++i)
-      (i % 3 ? panels[i % 3 - 1] : static_cast<Dialog&>(root))
-          .Add(patches.emplace_back(new Patch{anywhere(), 1 + below(60'000)}).get());
-    for (auto& patch : patches) patch->SetAnimationProperties(60, 0);
-    // What a dialog shows at a point; 0 for nothing.
-    const std::function<int(Dialog&, Rect)> expected = [&](Dialog& dialog, const Rect& pixel) {
-      int color = 0;
-      for (Widget* child : dialog.Children()) {
-        if (child->Hidden() || !child->Overlaps(pixel) || !dialog.Overlaps(pixel)) continue;
-        Dialog* inner = AsDialog(child);
-        const int shown = inner ? expected(*inner, pixel) : int{static_cast<Patch*>(child)->color};
-        if (shown) color = shown;
-      }
-      return color;
-    };
+    for (int i = 0; i < 6; ++i) {
+      (i % 3 ? panels[i % 3 - 1] : static_cast<Dialog&>(root)).Add(&patches[i]);
+      patches[i].Shape(anywhere());
+      patches[i].SetAnimationProperties(60, 0);
+    }
+    std::string shown;
     for (int change = 0; change < 200; ++change) {
-      Patch& patch = *patches[below(6)];
+      Patch& patch = patches[below(6)];
       Widget& any = below(3) ? static_cast<Widget&>(patch) : panels[below(2)];
       const std::function<void()> kChanges[] = {
           [&] { any.Hide(), root.Redraw(); },
           [&] { any.Unhide(); },
           [&] { any.Shape(anywhere()), root.Redraw(); },
           [&] { any.GetParent()->BringToFront(&any); },
-          [&] {
-            patch.RedrawPart({2, 2, 5, 5});
-          },
+          [&] { patch.RedrawPart(anywhere()); },
           [&] { patch.color = 1 + below(60'000), patch.Redraw(); },
           [&] { patch.PlayAnimation(1 + below(26)), patch.Redraw(); },
           [&] { patch.SetOpaque(below(2) > 0); }};
       kChanges[below(std::size(kChanges))]();
-      Tick(change % 4 == 0 ? 4 : 1);  // then transitions have ended
-      for (int i = 0; change % 4 == 0 && i < kWidth * kHeight; ++i)
-        ASSERT_EQ(At(i % kWidth, i / kWidth), expected(root, {i % kWidth, i / kWidth, 1, 1}))
-            << method << ' ' << change;
+      Tick();
+      for (int y = 0; y < kHeight; ++y)
+        shown.append(reinterpret_cast<const char*>(screen->line[y]), 2 * kWidth);
     }
+    if (first.empty()) first = shown;
+    EXPECT_TRUE(shown == first) << method;
   }
 }
 

@@ -1,3 +1,4 @@
+#include "tests/support/reference.h"
 #include "tests/support/stage.h"
 #include "toolkit/core/event_loop.h"
 
@@ -96,8 +97,10 @@ TEST_F(DialogInputTest, TwoPressesOfOneButtonInTimeAreADoubleClickOnTheNextTick)
   EXPECT_EQ(DoubleClickWindow(), 3);
   Watch({MSG_DCLICK});
   steps["P"] = [] { mouse_b = 1; };  // unseen before the tick
+  steps["2"] = [] { HoldButtons(1), HoldButtons(0), HoldButtons(1), HoldButtons(0); };
   for (const char* presses : {"L l L l", "R r wait R r", "M m M m", "P l P l", "L l P l"})
     EXPECT_EQ(Play(presses).substr(1), "(root, c: DClick)") << presses;
+  EXPECT_EQ(Play("2 wait"), "wait(root, c: DClick)") << "all within a tick";
   for (const char* presses : {"L l wait wait", "R r L l wait", "L l R r M m wait"})
     EXPECT_EQ(Play(presses), "") << presses;
 }
@@ -140,22 +143,22 @@ TEST_F(DialogInputTest, TheFocusFollowsThePointerAsTheSkinSays) {
 
 TEST_F(DialogInputTest, HandlersMayDestroyWhatTheyHandle) {
   CurrentSkin()->focus = 1;
-  for (const int fatal : {MSG_GOTMOUSE, MSG_LOSTMOUSE, MSG_MOUSEMOVE, MSG_GOTFOCUS, MSG_CLICK,
-                          MSG_LPRESS, MSG_LRELEASE, MSG_DCLICK}) {
+  PutMouse({15, 15});
+  for (const int fatal : {MSG_WANTFOCUS, MSG_GOTMOUSE, MSG_LOSTMOUSE, MSG_MOUSEMOVE, MSG_GOTFOCUS,
+                          MSG_CLICK, MSG_LPRESS, MSG_LRELEASE, MSG_DCLICK}) {
     auto inner = std::make_unique<Patch>(Rect{0, 0, 20, 20});
     auto outer = std::make_unique<Patch>(Rect{80, 40, 20, 20});
     panel.Add(inner.get());
     root.Add(outer.get());
-    Start();
     root.onEvent = [&](Widget* sender, int msg, int) {
       if (msg != fatal) return;
       if (sender == inner.get()) inner.reset();
       if (sender == outer.get()) outer.reset();
     };
-    for (const Point p : {Point{15, 15}, Point{90, 50}, Point{0, 0}})
+    Start();
+    for (const Point p : {Point{15, 15}, Point{90, 50}, Point{15, 15}})
       for (int click = 0; click < 2; ++click) Click(p.x, p.y);
-    EXPECT_EQ(inner, nullptr) << fatal;
-    EXPECT_EQ(outer, nullptr) << fatal;
+    EXPECT_TRUE(!inner && !outer) << fatal;
     root.onEvent = nullptr;
     root.MsgEnd();
   }
@@ -165,43 +168,32 @@ TEST_F(DialogInputTest, DraggingMovesTheEdgesOfItsModeAndNoOthers) {
   Draggable window;
   root.Add(&window);
   Start();
-  const struct {
-    int mode, cursor;
-    Rect little, upAndLeft, downAndRight;  // by (3, 2) pixels, by -300 each, by 300 each
-  } kRows[] = {
-      {kDragMove, MOUSE_NORMAL, {11, 11, 50, 30}, {0, 0, 50, 30}, {308, 309, 50, 30}},
-      {kDragTopLeft, MOUSE_SIZE_DIAGONAL1, {11, 11, 47, 28}, {0, 0, 58, 39}, {38, 31, 20, 8}},
-      {kDragTopRight, MOUSE_SIZE_DIAGONAL2, {8, 11, 53, 28}, {8, 0, 20, 39}, {8, 31, 350, 8}},
-      {kDragBottomLeft, MOUSE_SIZE_DIAGONAL2, {11, 9, 47, 32}, {0, 9, 58, 8}, {38, 9, 20, 330}},
-      {kDragBottomRight, MOUSE_SIZE_DIAGONAL1, {8, 9, 53, 32}, {8, 9, 20, 8}, {8, 9, 350, 330}},
-      {kDragTop, MOUSE_SIZE_VERTICAL, {8, 11, 50, 28}, {8, 0, 50, 39}, {8, 31, 50, 8}},
-      {kDragBottom, MOUSE_SIZE_VERTICAL, {8, 9, 50, 32}, {8, 9, 50, 8}, {8, 9, 50, 330}},
-      {kDragLeft, MOUSE_SIZE_HORIZONTAL, {11, 9, 47, 30}, {0, 9, 58, 30}, {38, 9, 20, 30}},
-      {kDragRight, MOUSE_SIZE_HORIZONTAL, {8, 9, 53, 30}, {8, 9, 20, 30}, {8, 9, 350, 30}}};
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.mode);
+  std::ostringstream seen;
+  const auto note = [&] {
+    int shape = 0;
+    while (CurrentSkin()->cursors[shape].get() != CurrentPointer()->GetCursor()) ++shape;
+    const Rect place = window.Bounds();
+    seen << Join(place.x, place.y, place.w, place.h, "shape", shape, "drawn", b.draws > 0) << '\n';
+    b.draws = 0;
+  };
+  for (const int mode : {kDragMove, kDragTopLeft, kDragTopRight, kDragBottomLeft, kDragBottomRight,
+                         kDragTop, kDragBottom, kDragLeft, kDragRight}) {
+    seen << "\nmode " << mode << '\n';
     window.Shape(8, 9, 50, 30);
     window.SetFlag(kFlagMovable | kFlagSizeable);
     MoveTo(20, 20);
-    window.mode = row.mode;  // its shape may have changed under the resting pointer
+    window.mode = mode;  // its shape may have changed under the resting pointer
     Press();
-    EXPECT_EQ(CurrentPointer()->GetCursor(), CurrentSkin()->cursors[row.cursor].get());
+    b.draws = 0;  // it shows again when it is no longer covered
     window.mode = kDragNone;
-    const int draws = b.draws;
-    MoveTo(-280, -280);
-    EXPECT_EQ(window.Bounds(), row.upAndLeft);
-    MoveTo(320, 320);
-    EXPECT_EQ(window.Bounds(), row.downAndRight);
-    MoveTo(23, 22);
-    EXPECT_EQ(window.Bounds(), row.little) << "the grip stays under the pointer";
-    EXPECT_GT(b.draws, draws) << "what it covered shows again";
-    window.ClearFlag(row.mode == kDragMove ? kFlagMovable : kFlagSizeable);
+    for (const Point p : {Point{-280, -280}, {320, 320}, {23, 22}}) MoveTo(p.x, p.y), note();
+    window.ClearFlag(mode == kDragMove ? kFlagMovable : kFlagSizeable);
     MoveTo(30, 20);
     Release();
     MoveTo(0, 0);
-    EXPECT_EQ(CurrentPointer()->GetCursor(), CurrentSkin()->cursors[MOUSE_NORMAL].get());
-    EXPECT_EQ(window.Bounds(), row.little) << "neither without the flag nor after the release";
+    note();  // neither without the flag nor after the release
   }
+  ExpectText("drags", seen.str());
   EXPECT_EQ(Dragged(kDragTopLeft, {2, 2, 9, 4}, {-3, -3}, {20, 8}), Rect(0, 0, 20, 8));
 }
 
@@ -215,9 +207,9 @@ TEST_F(DialogInputTest, AKeyIsOfferedFromTheFocusOutwards) {
   };
   Type('x', KEY_X);
   Expect("b: Char; b: UChar; a, b: XChar; panel: Char; panel: UChar; panel, c: XChar");
-  Type(0x20AC, KEY_E);
-  const int x = 'x' + KEY_X * 256, euro = 94 + KEY_E * 256;
-  EXPECT_EQ(codes, std::vector({x, int{'x'}, x, euro, 0x20AC, euro}));
+  Type(256, KEY_A);
+  const int x = 'x' + KEY_X * 256, wide = 94 + KEY_A * 256;
+  EXPECT_EQ(codes, std::vector({x, int{'x'}, x, wide, 256, wide}));
   for (const int chosen : {13, 10, 32}) {
     root.Events();
     Type(chosen, KEY_ENTER);
@@ -253,10 +245,10 @@ TEST_F(DialogInputTest, AShortcutGoesToTheFirstThatHasItOrToNobody) {
     c.Enable();
   };
   expect('A', 'a', 0, true);
-  expect('a', 'A', 0, true);
+  expect(1, 1, 0, true);
   expect(0xE9, 0xC9, 0, true);
   expect('a', 'b', 0, false);
-  expect(0x20AC, 0x20AC, 0, false);
+  expect(256, 256, 0, false);
   expect(0, 0, 0, false);
   expect(KEY_F1 * 256, 0, KEY_F1, true);
   expect(KEY_F1 * 256, 1, KEY_F1, false);
@@ -294,21 +286,17 @@ TEST_F(DialogInputTest, ArrowsAndTabAskTheNearestFirst) {
   root.names.insert({{&d, "d"}, {&e, "e"}, {&f, "f"}});
   for (Patch* patch : {&a, &b, &c, &d, &e, &f}) patch->wantsFocus = false;
   Watch({MSG_WANTFOCUS});
-  const std::tuple<Patch*, const char*, const char*> kRows[] = {
-      {&a, "Right", "Right(b, d, c, f, a, e: WantFocus)"},
-      {&c, "Left", "Left(b, a, f, d, e, c: WantFocus)"},
-      {&b, "Down", "Down(d, f, e, b, a, c: WantFocus)"},
-      {&e, "Up", "Up(a, d, b, f, c, e: WantFocus)"},
-      {&c, "Tab", "Tab(d, e, f, a, b: WantFocus)"},
-      {&f, "Tab", "Tab(a, b, c, d, e: WantFocus)"},
-      {&c, "Back", "Back(b, a, f, e, d: WantFocus)"}};
-  for (const auto& [from, key, asked] : kRows) {
-    from->wantsFocus = true;
-    Focus(from);
-    from->wantsFocus = false;
-    root.Events();
-    EXPECT_EQ(Play(key), asked);
-  }
+  std::string asked;
+  for (Patch* from : {&a, &b, &c, &d, &e, &f})
+    for (const char* key : {"Right", "Left", "Down", "Up", "Tab", "Back"}) {
+      HoldShifts(0);
+      from->wantsFocus = true;
+      Focus(from);
+      from->wantsFocus = false;
+      root.Events();
+      asked += root.NameOf(from) + ' ' + Play(key) + '\n';
+    }
+  ExpectText("focus_moves", asked);
   HoldShifts(0);
   Focus(nullptr);
   a.Hide();
@@ -322,13 +310,14 @@ TEST_F(DialogInputTest, ArrowsAndTabAskTheNearestFirst) {
   e.wantsFocus = true;
   f.SetFlag(kFlagPressed);
   EXPECT_EQ(Play("L Tab"), "") << "its press goes on";
+  EXPECT_TRUE(root.HandleKey(0, KEY_TAB));
 }
 
 TEST_F(DialogInputTest, AJoystickStandsForKeysAndCountsOnceUntilItIsLetGo) {
   settings.useJoystick = true;
   settings.logicFrameRate = 1000;
   num_joysticks = 1;
-  auto* const axes = joy[0].stick[0].axis;
+  auto& [x, y, z] = joy[0].stick[0].axis;
   auto* const buttons = joy[0].button;
   std::vector<int> scancodes;
   root.onEvent = [&](Widget* sender, int msg, int code) {
@@ -337,13 +326,8 @@ TEST_F(DialogInputTest, AJoystickStandsForKeysAndCountsOnceUntilItIsLetGo) {
   c.usesKeys = true;
   Start();
   Focus(&c);
-  for (int* input :
-       {&axes[0].d1, &axes[0].d2, &axes[1].d1, &axes[1].d2, &buttons[0].b, &buttons[1].b}) {
-    *input = 1;
-    Tick(3);
-    *input = 0;
-    Tick();
-  }
+  for (int* input : {&x.d1, &x.d2, &y.d1, &y.d2, &buttons[0].b, &buttons[1].b})
+    *input = 1, Tick(3), *input = 0, Tick();
   Dialog popup;
   steps["hold"] = [=] { buttons[0].b = 1; };
   steps["close"] = [&] { popup.Close(); };
@@ -372,19 +356,6 @@ TEST_F(DialogInputTest, TheFocusMovesDownAndUpTheContainers) {
   c.Hide();
   Focus(&c);
   Expect("b, panel: LostFocus");
-  Patch inDoomed{{0, 0, 5, 5}};
-  for (const int fatal : {MSG_WANTFOCUS, MSG_LOSTFOCUS}) {
-    root.SetFocus(&a);
-    auto doomed = std::make_unique<Dialog>();
-    doomed->Add(&inDoomed);
-    root.Add(doomed.get());
-    root.onEvent = [&](Widget*, int msg, int) {
-      if (msg == fatal) doomed.reset();
-    };
-    Key(KEY_TAB);
-    EXPECT_EQ(root.FocusWidget(), fatal == MSG_LOSTFOCUS ? nullptr : &a);
-    root.onEvent = nullptr;
-  }
 }
 
 }  // namespace

@@ -2,7 +2,9 @@
 
 #include <climits>
 
+#include "tests/support/reference.h"
 #include "tests/support/stage.h"
+#include "toolkit/core/animator.h"
 
 namespace zel {
 namespace {
@@ -26,23 +28,15 @@ class WidgetTest : public StageTest {
 };
 
 TEST_F(WidgetTest, MessagesReachTheirHandlersWhichReportThem) {
-  const std::set<int> silent = {MSG_IDLE,   MSG_TICK,      MSG_ACTIVATE, 28,
-                                MSG_SCROLL, MSG_MOUSEMOVE, MSG_CLOSE};
-  const std::set<int> withArgument = {MSG_CHAR,  MSG_UCHAR, MSG_XCHAR,
-                                      MSG_RADIO, MSG_WHEEL, MSG_TIMER};
-  std::map<int, int> answers = {{MSG_CHAR, kMessageUsed},     {MSG_UCHAR, kMessageUsed},
-                                {MSG_XCHAR, kMessageUsed},    {MSG_WANTFOCUS, kMessageWanted},
-                                {MSG_CLOSE, kMessageWanted},  {MSG_WANTMOUSE, kMessageWanted},
-                                {MSG_WANTTAB, kMessageWanted}};
-  int reported = 0, argument = 0;
-  root.onEvent = [&](Widget*, int msg, int value) { reported = msg, argument = value; };
+  std::string seen;
+  root.onEvent = [&](Widget*, int msg, int value) {
+    seen += " reports " + std::to_string(msg) + " with " + std::to_string(value);
+  };
   for (int msg = -1; msg <= 40; ++msg) {
-    EXPECT_EQ(widget.SendMessage(msg, 5), answers[msg]) << msg;
-    const bool reports = msg >= MSG_START && msg <= MSG_WANTTAB && !silent.count(msg);
-    const int asked = msg == MSG_WANTTAB ? MSG_WANTFOCUS : msg;  // who wants one wants the other
-    EXPECT_EQ(std::exchange(reported, 0), reports ? asked : 0) << msg;
-    EXPECT_EQ(std::exchange(argument, 0), withArgument.count(msg) ? 5 : 0) << msg;
+    const int answer = (seen += std::to_string(msg), widget.SendMessage(msg, 5));
+    seen += " answers " + std::to_string(answer) + '\n';
   }
+  ExpectText("messages", seen);
   Widget plain;
   EXPECT_EQ(plain.SendMessage(MSG_CHAR, 'a'), 0);
   EXPECT_EQ(plain.SendMessage(MSG_WANTTAB), 0);
@@ -51,22 +45,16 @@ TEST_F(WidgetTest, MessagesReachTheirHandlersWhichReportThem) {
 
 TEST_F(WidgetTest, OperationsSetAndClearTheirFlags) {
   using Operation = void (Widget::*)();
-  const std::tuple<Operation, Operation, std::uint32_t, bool, bool> rows[] = {
-      {&Widget::MakeExit, &Widget::DontExit, 1, true, true},
-      {&Widget::Select, &Widget::Deselect, 2, true, true},
-      {&Widget::MsgGotFocus, &Widget::MsgLostFocus, 4, true, true},
-      {&Widget::MsgGotMouse, &Widget::MsgLostMouse, 8, false, false},
-      {&Widget::Hide, &Widget::Unhide, 16, false, true},
-      {&Widget::Disable, &Widget::Enable, 32, true, true},
-      {&Widget::Redraw, &Widget::ForgetRedraw, 64, true, false}};
-  for (const auto& [set, clear, flag, dirtyOnSet, dirtyOnClear] : rows) {
+  std::string seen;
+  for (const Operation operation :
+       {&Widget::MakeExit, &Widget::DontExit, &Widget::Select, &Widget::Deselect,
+        &Widget::MsgGotFocus, &Widget::MsgLostFocus, &Widget::MsgGotMouse, &Widget::MsgLostMouse,
+        &Widget::Hide, &Widget::Unhide, &Widget::Disable, &Widget::Enable, &Widget::Redraw}) {
     widget.ForgetRedraw();
-    (widget.*set)();
-    EXPECT_EQ(widget.GetFlags(), flag | (dirtyOnSet ? 64 : 0));
-    widget.ForgetRedraw();
-    (widget.*clear)();
-    EXPECT_EQ(widget.GetFlags(), dirtyOnClear ? 64u : 0u) << flag;
+    (widget.*operation)();
+    seen += Join(widget.GetFlags());
   }
+  EXPECT_EQ(seen, "65 64 66 64 68 64 8 0 16 64 96 64 64 ");
   widget.SetFlag(~4096u);
   widget.MsgEnd();
   EXPECT_EQ(widget.GetFlags(), ~4096u & ~1804u);
@@ -176,6 +164,74 @@ TEST_F(TransitionTest, ATransitionRunsFromTheOldLookToTheNew) {
   root.Remove(&cover);
   EXPECT_EQ(play(1), " 1111") << "it went on under the cover";
   End();
+}
+
+class AnimatorTest : public AllegroFixture {
+ protected:
+  static constexpr int kWidth = 13, kHeight = 9;
+
+  AnimatorTest() : AllegroFixture{32} {}
+  // What a transition to another colour shows at one place, tick by tick.
+  std::vector<int> Play(int type, int color, int lengthMs = 100) {
+    std::vector<int> colors;
+    animator.Start(canvas, lengthMs);
+    animator.NewImage().clear_to_color(color);
+    do {
+      animator.Draw(canvas, type);
+      colors.push_back(canvas.getpixel(3, 3));
+    } while (animator.Step());
+    return colors;
+  }
+
+  Bitmap canvas{kWidth, kHeight, kMemoryBitmap};
+  Animator animator;
+};
+
+// All effects but the fade, and two that there are not, in the second of five ticks over black. The
+// colours of the new look say which of its pixels lies where.
+TEST_F(AnimatorTest, EachEffectShowsItsPartOfTheNewLook) {
+  Bitmap all{8 * (kWidth + 1), 4 * (kHeight + 1), kMemoryBitmap};
+  all.clear_to_color(gray);
+  for (int type = -1; type <= 27; ++type) {
+    animator.Reset();
+    canvas.clear_to_color(black);
+    animator.Start(canvas, 100);
+    for (int y = 0; y < kHeight; ++y)
+      for (int x = 0; x < kWidth; ++x)
+        animator.NewImage().putpixel(x, y, PixelOf(all.GetBitmap(), kLetters[1 + (x + 3 * y) % 7]));
+    animator.Step();
+    if (type != 1) animator.Draw(canvas, type);
+    const int place = type + 1;
+    canvas.blit(all.GetBitmap(), 0, 0, place % 8 * (kWidth + 1), place / 8 * (kHeight + 1), kWidth,
+                kHeight);
+  }
+  ExpectLook("effects", all.GetBitmap(), {0, 0, all.Width(), all.Height()});
+}
+
+TEST_F(AnimatorTest, BeginsWithWhatTheLastTransitionEndedWith) {
+  canvas.clear_to_color(0);
+  EXPECT_EQ(Play(1, 0x0000FF), (std::vector{10, 40, 92, 163, 255})) << "a quadratic fade";
+  canvas.clear_to_color(1);
+  EXPECT_EQ(Play(-1, 2), (std::vector{255, 255, 255, 255, 2}));
+  animator.Reset();
+  canvas.clear_to_color(1);
+  EXPECT_EQ(Play(-1, 3), (std::vector{1, 1, 1, 1, 3}));
+  for (const Size size : {Size{5, kHeight}, {5, 4}}) {
+    canvas.Create(size.w, size.h);
+    canvas.clear_to_color(1);
+    EXPECT_EQ(Play(-1, 4), (std::vector{1, 1, 1, 1, 4})) << "another size";
+  }
+  UseDepth(8);
+  canvas.Create(5, 4);
+  canvas.clear_to_color(0);
+  EXPECT_EQ(Play(1, 7), (std::vector{0, 0, 0, 7, 7})) << "another depth, without blending";
+}
+
+TEST_F(AnimatorTest, LastsAsManyTicksAsItsLengthHolds) {
+  for (const auto& [lengthMs, ticks] : {std::pair{300, 15u}, {20, 1}, {0, 1}, {-300, 1}}) {
+    EXPECT_FALSE(animator.Running());
+    EXPECT_EQ(Play(0, 1, lengthMs).size(), ticks);
+  }
 }
 
 }  // namespace
