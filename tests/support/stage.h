@@ -28,7 +28,7 @@ class Patch : public Widget {
   bool MsgWantFocus() override {
     return wantsFocus ? !Widget::MsgWantFocus() : Widget::MsgWantFocus();
   }
-  bool MsgWantMouse() override { return wantsMouse; }
+  bool MsgWantMouse() override { return Widget::MsgWantMouse() && wantsMouse; }
   bool MsgChar(int code) override { return Widget::MsgChar(code), usesKeys; }
   bool MsgXChar(int code) override { return Widget::MsgXChar(code), usesKeys; }
   using Widget::SetOpaque;

@@ -85,8 +85,7 @@ TEST_F(MousePointerTest, AChangeOfShapeOrDepthLeavesNoTrace) {
     CurrentPointer()->SetCursor(&shape);  // still drawn in the old depth
     Fill(shape, depth, 20, red);
     MoveTo(20, 10);
-    EXPECT_TRUE(At(19, 8) == red && At(18 + depth, 27) == red) << depth;
-    EXPECT_TRUE(LeavesNoTrace()) << depth;
+    EXPECT_TRUE(At(19, 8) == red && At(18 + depth, 27) == red && LeavesNoTrace()) << depth;
   }
 }
 
@@ -115,10 +114,7 @@ class TooltipTest : public StageTest {
     tip.Hide();
     Start();
   }
-  ~TooltipTest() override {
-    tip.HideTip();
-    root.MsgEnd();
-  }
+  ~TooltipTest() override { End(); }
   // The ticks after which the tip shows or hides.
   int TicksUntil(bool shown) {
     int ticks = 0;
