@@ -3,7 +3,6 @@
 
 #include <cstdio>
 #include <functional>
-#include <map>
 #include <sstream>
 #include <string>
 
@@ -27,7 +26,21 @@ class WidgetFixture : public StageTest {
     PutMouse({319, 199});
     UseSkin();
     root.Add(&ground);
+    root.names[&ground] = "ground";
     Start();
+    steps = {{"shift", [] { HoldShifts(KB_SHIFT_FLAG); }},
+             {"press", [this] { Mouse(mouse_x, mouse_y, 1); }},
+             {"release", [this] { Mouse(mouse_x, mouse_y); }},
+             {"leave", [this] { root.ChangeFocus(root.FocusWidget(), nullptr); }},
+             {"restart", [this] { root.MsgEnd(), root.MsgStart(), root.Events(); }}};
+    const std::pair<const char*, int> keys[] = {
+        {"left", KEY_LEFT},          {"right", KEY_RIGHT},   {"up", KEY_UP},
+        {"down", KEY_DOWN},          {"home", KEY_HOME},     {"end", KEY_END},
+        {"pageup", KEY_PGUP},        {"pagedown", KEY_PGDN}, {"enter", KEY_ENTER},
+        {"space", KEY_SPACE},        {"escape", KEY_ESC},    {"delete", KEY_DEL},
+        {"backspace", KEY_BACKSPACE}};
+    for (const auto& [word, key] : keys)
+      steps[word] = [this, key] { Type(key == KEY_SPACE ? ' ' : 0, Turned(key)); };
   }
   ~WidgetFixture() override {
     root.onEvent = nullptr;  // it may know what the test had
@@ -56,19 +69,16 @@ class WidgetFixture : public StageTest {
   }
   // Plays a script of words: keys, "shift" for the keys until the step ends, texts to be typed,
   // "20,30" for where the pointer goes, "press", "release", "wheel-2", "wait8" for so many ticks,
-  // and the test's own. A step is one word, or several that are joined by '+'. Answers what there
-  // is to see after each step, and in brackets what was reported meanwhile. Each repaints all that
-  // changed.
-  using Words = std::map<std::string, std::function<void()>>;
-  std::string Play(const std::string& script, const std::function<std::string()>& look,
-                   const Words& own = {}) {
-    std::istringstream steps{script};
+  // "leave" when the focus does, "restart" for the root, and the test's own in `steps`. A step is
+  // one word, or several that are joined by '+'. Answers what there is to see after each step, and
+  // in brackets what was reported meanwhile. Each repaints all that changed.
+  std::string Play(const std::string& script, const std::function<std::string()>& look) {
+    std::istringstream all{script};
     std::string seen;
     root.Events();
-    for (std::string step; steps >> step;) {
+    for (std::string step; all >> step;) {
       std::istringstream words{step};
-      for (std::string word; std::getline(words, word, '+');)
-        own.count(word) ? own.at(word)() : Act(word);
+      for (std::string word; std::getline(words, word, '+');) Act(word);
       HoldShifts(0);
       EXPECT_TRUE(DrawsEnough()) << step << " in " << script;
       const std::string events = root.Events();
@@ -125,29 +135,19 @@ class WidgetFixture : public StageTest {
     bitmap.SetTileSize(tile);
   }
 
+  Patch ground{{0, 0, 320, 200}, black, false};
+  bool isTransposed = false;  // scripts are played as if the screen were turned over
+
+ private:
+  // Left and up change places, right and down as well.
+  int Turned(int key) const {
+    return isTransposed && key >= KEY_LEFT && key <= KEY_DOWN ? KEY_LEFT + (key - KEY_LEFT + 2) % 4
+                                                              : key;
+  }
   void Act(const std::string& word) {
-    const bool turn = isTransposed;
-    const std::map<std::string, int> keys = {{"left", turn ? KEY_UP : KEY_LEFT},
-                                             {"right", turn ? KEY_DOWN : KEY_RIGHT},
-                                             {"up", turn ? KEY_LEFT : KEY_UP},
-                                             {"down", turn ? KEY_RIGHT : KEY_DOWN},
-                                             {"home", KEY_HOME},
-                                             {"end", KEY_END},
-                                             {"pageup", KEY_PGUP},
-                                             {"pagedown", KEY_PGDN},
-                                             {"enter", KEY_ENTER},
-                                             {"space", KEY_SPACE},
-                                             {"escape", KEY_ESC},
-                                             {"delete", KEY_DEL},
-                                             {"backspace", KEY_BACKSPACE}};
-    const auto key = keys.find(word);
     int x = 0, y = 0;
-    if (key != keys.end())
-      Type(word == "space" ? ' ' : 0, key->second);
-    else if (word == "shift")
-      HoldShifts(KB_SHIFT_FLAG);
-    else if (word == "press" || word == "release")
-      Mouse(mouse_x, mouse_y, word == "press");
+    if (steps.count(word))
+      steps.at(word)();
     else if (std::sscanf(word.c_str(), "%d,%d", &x, &y) == 2)
       PutMouse(isTransposed ? Point{y, x} : Point{x, y}), Tick();
     else if (std::sscanf(word.c_str(), "wheel%d", &x) == 1)
@@ -157,9 +157,6 @@ class WidgetFixture : public StageTest {
     else
       for (const char* at = word.c_str(); const int character = ugetxc(&at);) Type(character, 0);
   }
-
-  Patch ground{{0, 0, 320, 200}, black, false};
-  bool isTransposed = false;  // scripts are played as if the screen were turned over
 };
 
 }  // namespace zel

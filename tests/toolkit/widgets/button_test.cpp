@@ -23,36 +23,27 @@ class ButtonTest : public WidgetFixture {
       widgets[i].Redraw();
     }
   }
-  // A button, or what is derived from it, and another one beside it.
+  // A button from 10,10 on, or what is derived from it, with the key "a".
   template <class T>
   std::string PlayOn(std::uint32_t flags, const std::string& script) {
     T button;
-    Button other;
     Show(button, {10, 10, 50, 20});
-    Show(other, {100, 10, 50, 20});
+    button.SetKey('A');
     button.SetFlag(flags);
-    Mouse(20, 20);
-    const Words own = {{"out", [this] { Mouse(200, 150, mouse_b); }},
-                       {"in", [this] { Mouse(20, 20, mouse_b); }},
-                       {"key", [&button] { button.SendMessage(MSG_KEY); }},
-                       {"other", [this, &other] { root.SetFocus(&other); }},
-                       {"disable", [&button] { button.Disable(); }},
-                       {"restart", [&button] { button.SendMessage(MSG_START); }}};
-    return Play(
-        script, [&button] { return button.Selected() ? "down" : "up"; }, own);
+    Mouse(10, 10);
+    steps["disable"] = [&button] { button.Disable(); };
+    return Play(script, [&button] { return button.Selected() ? "down" : "up"; });
   }
 };
 
 TEST_F(ButtonTest, LabelsShowAndReadNumbers) {
   Label label;
-  const std::tuple<double, std::string, int> rows[] = {
-      {2.5, "2.5", 2}, {3, "3.0", 3}, {-3.75, "-3.75", -3}, {1e-7, "0.0", 0}, {NAN, "nan", 0}};
-  for (const auto& [number, text, whole] : rows) {
+  std::string seen;
+  for (const double number : {2.5, 3.0, -3.75, 1e-7, double{NAN}}) {
     label.SetNumber(number);
-    EXPECT_TRUE(label.GetText() == text && label.GetInt() == whole) << label.GetText();
+    seen += Join(label.GetText(), label.GetDouble(), label.GetInt());
   }
-  label.SetNumber(-1e308);
-  EXPECT_EQ(label.GetDouble(), -1e308);
+  EXPECT_EQ(seen, "2.5 2.5 2 3.0 3 3 -3.75 -3.75 -3 0.0 0 0 nan nan 0 ");
 }
 
 TEST_F(ButtonTest, TextLiesWhereItIsAligned) {
@@ -83,6 +74,7 @@ TEST_F(ButtonTest, LooksSayTheState) {
   ShowStates(buttons, 0, "&H");
   ShowStates(boxes, 66, "&i");
   ShowStates(radios, 132, "r");
+  radios[5].Widget::SetBitmap(-1);
   Show(icon, {34, 50, 9, 9});
   icon.SetFlag(kFlagAutoSize), icon.SetBitmap(ICONMAX), icon.UpdateSize();
   ExpectShown("buttons", {0, 0, 196, 72});
@@ -116,36 +108,30 @@ TEST_F(ButtonTest, OldTextsAndIconsGoWithTheChange) {
 
 TEST_F(ButtonTest, APressActivatesWhenItEndsWhereItBegan) {
   const std::tuple<std::uint32_t, std::string, std::string> rows[] = {
-      {0, "press release", "down, up (Activate)"},
-      {0, "press out release in", "down, down, up, up"},
-      {0, "press out in release", "down, down, down, up (Activate)"},
-      {0, "press other out release", "down, down, up, up"},
-      {0, "press out other release", "down, down, up, up"},
+      {0, "press 9,10 release 10,10", "down, down, up, up"},
+      {0, "press 9,10 10,10 release", "down, down, down, up (Activate)"},
+      {0, "press leave 9,10 release", "down, down, up, up"},
+      {0, "press 9,10 leave release", "down, down, up, up"},
       {0, "press restart release", "down, up, up"},
-      {0, "key wait8 wait8", "down, down, up (Activate)"},
-      {0, "key wait8 key wait8 wait8", "down, down, down, down, up (Activate)"},
-      {0, "key press release wait8", "down, down, up (Activate), up"},
-      {0, "press key release wait8", "down, down, down, up (Activate)"},
-      {0, "key press other out wait8", "down, down, down, up, up"},
-      {0, "key restart wait8 wait8", "down, up, up, up"},
-      {kFlagToggle, "press release press release", "down, down (Activate), up, up (Activate)"},
-      {kFlagToggle, "press out release", "down, down, up"},
-      {kFlagToggle, "key restart wait8 wait8", "down, down, down, down"},
-      {kFlagToggle, "key wait8 wait8 key wait8 wait8",
-       "down, down, down (Activate), up, up, up (Activate)"},
+      {0, "a wait5 a wait5 wait5", "down, down, down, down, up (Activate)"},
+      {0, "a press release wait8", "down, down, up (Activate), up"},
+      {0, "press a release wait8", "down, down, down, up (Activate)"},
+      {0, "a press leave 9,10 wait8", "down, down, down, up, up"},
+      {0, "a restart wait8 wait8", "down, up, up, up"},
+      {kFlagToggle, "a restart wait8 wait8", "down, down, down, down"},
       {kFlagAutoRepeat, "press wait8 release wait8",
        "down (Activate), down (Activate; Activate), up, up"},
-      {kFlagAutoRepeat, "key wait8 wait8", "down, down (Activate; Activate), up"},
-      {kFlagAutoRepeat, "press disable wait8", "down (Activate), down, down"},
-      {kFlagAutoRepeat, "press out other wait8", "down (Activate), down, up, up"},
-  };
+      {kFlagAutoRepeat, "a wait5 wait5", "down (Activate), down (Activate), up"},
+      {kFlagAutoRepeat, "press disable wait8", "down (Activate), down, down"}};
   for (const auto& [flags, script, seen] : rows)
     EXPECT_EQ(PlayOn<Button>(flags, script), seen) << flags << ' ' << script;
-  EXPECT_EQ(PlayOn<CheckBox>(0, "press release press out release key wait8 wait8"),
-            "down, down (Activate), up, up, down, up, up, up (Activate)");
   EXPECT_EQ(
-      PlayOn<RadioButton>(0, "press release press release key wait8 wait8 other key wait8 wait8"),
-      "down, down (Activate), down, down, down, down, down, down, down, down, down");
+      PlayOn<CheckBox>(0, "press release press 9,10 release 10,10 press release a wait5 wait5"),
+      "down, down (Activate), up, up, down, down, up, up (Activate), down, down, down (Activate)");
+  Watch({MSG_ACTIVATE, MSG_RADIO});
+  EXPECT_EQ(
+      PlayOn<RadioButton>(0, "press release press release a wait8 leave a wait8"),
+      "down, down (Activate; ground: Radio; Radio), down, down, down, down, down, down, down");
 }
 
 TEST_F(ButtonTest, AKeyPressesForAsLongAsTheKeyboardTakesToRepeatIt) {

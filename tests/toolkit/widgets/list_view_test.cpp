@@ -17,14 +17,6 @@ class ListTest : public WidgetFixture {
     Dress(LIST, frames);
     Show(box, {10, 10, 100, 54});
   }
-  // Draws no ground.
-  struct Inverter : ListItem {
-    void Draw(Bitmap& canvas, const SkinBitmap*, int) override {
-      xor_mode(TRUE);
-      canvas.rectfill(0, 0, canvas.Width(), canvas.Height(), white);
-      xor_mode(FALSE);
-    }
-  };
   void Fill(int count) {
     while (count-- > 0) box.InsertItem(std::make_unique<ListItem>());
     root.SetFocus(&list);
@@ -98,51 +90,44 @@ TEST_F(ListTest, ItemsAreChosenByKeyAndPointer) {
   EXPECT_EQ(Play("enter space 20,27+press+release press+release 20,50+press+release", marks),
             ">x-- (Activate), >x-- (Activate), ->x- (Scroll 1; Activate 1), "
             "->x- (Scroll 1; Activate 1; Activate 1), ->x-");
-  const Words own = {{"mark0", [this] { list.SelectItem(0); }},
-                     {"mark2", [this] { list.SelectItem(2); }},
-                     {"clear0", [this] { list.DeselectItem(0); }},
-                     {"none", [this] { list.SetCurrent(-1); }},
-                     {"outside", [this] {
-                        for (const int i : {-1, 3}) list.SelectItem(i), list.DeselectItem(i);
-                      }}};
+  for (const int i : {-1, 0, 2, 3}) {
+    steps["mark" + std::to_string(i)] = [this, i] { list.SelectItem(i); };
+    steps["clear" + std::to_string(i)] = [this, i] { list.DeselectItem(i); };
+  }
+  steps["none"] = [this] { list.SetCurrent(-1); };
   list.SetMultiSelect(true);
   list.DeselectAll();
   EXPECT_EQ(Play("space space enter enter 20,15 press+release wait50+press+release", marks),
             "->x- (Activate 1), ->-- (Activate 1), ->x- (Activate 1), ->x- (Activate 1), "
             ">-x- (Scroll 0), >xx- (Activate; Activate), >-x- (Activate)");
-  EXPECT_EQ(Play("mark0 mark2 outside clear0 none", marks, own),
-            ">xx-, xx>x, xx>x, -x>x, -xx (Scroll -1)");
+  EXPECT_EQ(Play("mark0 mark2 mark-1+mark3 clear-1+clear3 clear0 none", marks),
+            ">xx-, xx>x, xx>x, xx>x, -x>x, -xx (Scroll -1)");
   EXPECT_EQ(list.GetSelected(), 1);
 }
 
 TEST_F(ListTest, DeletingKeepsACurrentAndAVisibleItem) {
   Fill(10);
-  Words own = {{"insert0", [this] { list.InsertItem(std::make_unique<ListItem>(), 0); }}};
+  steps["insert0"] = [this] { list.InsertItem(std::make_unique<ListItem>(), 0); };
   for (const int i : {0, 1, 4, 9})
-    own["delete" + std::to_string(i)] = [this, i] { box.DeleteItem(i); };
+    steps["delete" + std::to_string(i)] = [this, i] { box.DeleteItem(i); };
   const auto look = [this] { return std::to_string(list.GetFirst()) + ' ' + Marks(); };
   EXPECT_EQ(
-      Play("end delete9 delete9 delete0 up delete4 down delete4 home+down insert0", look, own),
+      Play("end delete9 delete9 delete0 up delete4 down delete4 home+down insert0", look),
       "5 --------->x (Scroll 9), 4 -------->x (Scroll 8), 4 -------->x, 3 ------->x (Scroll 7), "
       "3 ------>x- (Scroll 6), 2 ----->x- (Scroll 5), 2 ------>x (Scroll 6), 1 ----->x (Scroll 5), "
       "0 ->x---- (Scroll 0; Scroll 1), 0 ->x-----");
-  EXPECT_EQ(Play("delete1 delete1+delete0+delete0+delete0 delete0 delete0", look, own),
+  EXPECT_EQ(Play("delete1 delete1+delete0+delete0+delete0 delete0 delete0", look),
             "0 ->x----, 0 >x- (Scroll 0), 0 >x, 0  (Scroll -1)");
 }
 
 TEST_F(ListTest, TheApplicationMayFillTheListAnewWhileAnItemIsChosen) {
-  for (const int message : {MSG_ACTIVATE, MSG_SCROLL}) {
+  Fill(5);
+  root.onEvent = [&](Widget*, int msg, int index) {
+    if (msg != MSG_SCROLL || index != 4) return;
     list.Clear();
-    Fill(5);
-    root.onEvent = [&](Widget*, int msg, int index) {
-      if (msg != message || index != 4) return;
-      list.Clear();
-      for (int i = 0; i < 2; ++i) list.InsertItem(std::make_unique<ListItem>(), i);
-    };
-    EXPECT_EQ(Play("wait50+20,60+press release", marks),
-              message == MSG_SCROLL ? ">x- (Scroll 4; Scroll 0), >x-"
-                                    : ">x- (Scroll 4; Activate 4; Scroll 0), >x-");
-  }
+    for (int i = 0; i < 2; ++i) list.InsertItem(std::make_unique<ListItem>(), i);
+  };
+  EXPECT_EQ(Play("20,60+press release", marks), ">x- (Scroll 4; Scroll 0), >x-");
 }
 
 TEST_F(ListTest, WhatIsRepaintedInPartLooksAsIfItWereRepaintedWhole) {
@@ -162,7 +147,10 @@ TEST_F(ListTest, WhatIsRepaintedInPartLooksAsIfItWereRepaintedWhole) {
   list.SetMultiSelect(true), check();
   list.Clear(), check();
   Dress(PANEL_SUNKEN, {"rrr", "rrr", "rrr"});
-  list.InsertItem(std::make_unique<Inverter>(), 0), box.Redraw(), check();
+  Rows cursor(80, ".");  // on a ground that shows
+  cursor[30] = "r";
+  Dress(LIST, cursor);
+  Fill(1), box.Redraw(), check();
   for (Widget* focus : {static_cast<Widget*>(nullptr), static_cast<Widget*>(&list)})
     root.ChangeFocus(root.FocusWidget(), focus), check();
   Do("enter");

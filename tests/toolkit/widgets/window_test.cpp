@@ -1,7 +1,6 @@
 #include "toolkit/widgets/window.h"
 
 #include "tests/support/widget_fixture.h"
-#include "toolkit/core/mouse_pointer.h"
 
 namespace zel {
 namespace {
@@ -85,11 +84,10 @@ TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
   EXPECT_EQ(Change(), Rect(30, 10, 10, -60));
   window->Minimize();
   EXPECT_EQ(root.FocusWidget(), &content) << "it can be seen and used again";
-  const Words own = {{"auto", [this] { window->SetAutoRollup(true); }},
-                     {"manual", [this] { window->SetAutoRollup(false); }},
-                     {"leave", [this] { root.ChangeFocus(root.FocusWidget(), nullptr); }}};
+  steps["auto"] = [this] { window->SetAutoRollup(true); };
+  steps["manual"] = [this] { window->SetAutoRollup(false); };
   const auto height = [this] { return std::to_string(Change().h); };
-  EXPECT_EQ(Play("auto 100,70 310,190 100,70 310,190 manual leave auto auto manual", height, own),
+  EXPECT_EQ(Play("auto 100,70 310,190 100,70 310,190 manual leave auto auto manual", height),
             "10, 10, -60, 10, -60, 10, 10, -60, -60, 10");
 }
 
@@ -127,10 +125,9 @@ TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
   window->ClearFlag(kFlagSizeable), window->Enable();
   root.SetFocus(&content);
   ExpectShown("window_of_fixed_size", {40, 36, 130, 50});
-  bool isClosed = false;
-  root.onEvent = [&isClosed](Widget*, int msg, int) { isClosed |= msg == MSG_CLOSE; };
+  Watch({MSG_CLOSE});
   Click(window->x() + window->w() + CurrentSkin()->windowExitPos.x + 5, window->y() + 12);
-  EXPECT_TRUE(isClosed);
+  Expect("Close");
 }
 
 TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
