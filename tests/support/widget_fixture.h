@@ -52,7 +52,6 @@ class WidgetFixture : public StageTest {
     widget.Shape(place);
     root.Add(&widget);
     Tick();
-    root.Events();
   }
   // Draws nothing, unlike the loop's.
   void Tick(int times = 1) {

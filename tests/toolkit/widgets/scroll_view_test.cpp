@@ -13,6 +13,7 @@ class ViewTest : public WidgetFixture {
   std::string Position() const {
     return std::to_string(view.ScrollX()) + ' ' + std::to_string(view.ScrollY());
   }
+
   TextView view;
 };
 
@@ -38,14 +39,10 @@ TEST_F(ViewTest, BarsShowWhereTheContentDoesNotFit) {
 TEST_F(ViewTest, ScrollsNoFurtherThanTheContentGoes) {
   view.SetContentSize(1000, 1000);
   view.Center();
-  EXPECT_EQ(Position(), "408 458");
-  for (const auto& [at, size, position] : {std::tuple{500, 10, "408 458"},
-                                           {10, 5, "10 10"},
-                                           {100, 500, "416 516"},
-                                           {5000, 1, "816 916"}}) {
-    view.ScrollTo(at, at, size, size);
-    EXPECT_EQ(Position(), position);
-  }
+  std::string positions = Position();
+  for (const auto& [at, size] : {std::pair{500, 10}, {10, 5}, {100, 500}, {5000, 1}})
+    view.ScrollTo(at, at, size, size), positions += ", " + Position();
+  EXPECT_EQ(positions, "408 458, 408 458, 10 10, 416 516, 816 916");
   view.Resize(300, 200);
   EXPECT_EQ(Play("wait1 302,20+press+release 20,202+press+release 50,50+wheel2 302,100+wheel1 "
                  "100,202+wheel1",

@@ -18,31 +18,30 @@ class WindowTest : public WidgetFixture {
     for (const int part : {WINLEFT, WINRIGHT}) Dress(part, Rows(20, "rrrrbbbb"), {4, 4});
     for (const int part : {WINTOP, WINBOTTOM}) Dress(part, thin, {4, 4});
     Dress(WINGRIP, stacked, {4, 4});
-    window = std::make_unique<Window>();
     content.Shape(0, 0, 30, 20);
-    window->Add(&content);
-    Show(*window, {50, 40, 100, 60});
+    window.Add(&content);
+    Show(window, {50, 40, 100, 60});
     root.SetFocus(&content);
   }
   // Where the window is, compared with where it was at first.
   Rect Change() const {
-    const Rect& now = window->Bounds();
+    const Rect& now = window.Bounds();
     return {now.x - 50, now.y - 40, now.w - 100 - 2 * kBorder, now.h - 60 - kBar};
   }
   // The point is relative to the window.
   void DragBy(int x, int y, int dx, int dy) {
-    const Point from{window->x() + x, window->y() + y};
+    const Point from{window.x() + x, window.y() + y};
     Mouse(from.x, from.y + 1);
     Mouse(from.x, from.y, 1), Mouse(from.x + dx, from.y + dy, 1), Mouse(mouse_x, mouse_y);
     Tick(20);  // no double click together with the next press
   }
 
-  std::unique_ptr<Window> window;
+  Window window;
   Button content;
 };
 
 TEST_F(WindowTest, EachZoneHasItsShapeAndDragsItsEdges) {
-  const int right = window->w(), bottom = window->h(), middle = 50;
+  const int right = window.w(), bottom = window.h(), middle = 50;
   const std::tuple<int, int, int, Rect> zones[] = {
       {0, middle, MOUSE_SIZE_HORIZONTAL, {-10, 0, 10, 0}},
       {0, 3, MOUSE_SIZE_DIAGONAL1, {-10, 20, 10, -20}},
@@ -60,7 +59,7 @@ TEST_F(WindowTest, EachZoneHasItsShapeAndDragsItsEdges) {
     EXPECT_EQ(CurrentPointer()->GetCursor(), CurrentSkin()->cursors[shape].get()) << x << ' ' << y;
     DragBy(x, y, -10, 20);
     EXPECT_EQ(Change(), change) << x << ' ' << y;
-    window->Shape(50, 40, 100, 60);
+    window.Shape(50, 40, 100, 60);
     Tick();
   }
   root.SetSkin(nullptr);
@@ -73,19 +72,19 @@ TEST_F(WindowTest, EachZoneHasItsShapeAndDragsItsEdges) {
 }
 
 TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
-  window->Hide(), window->Disable();
-  window->Minimize(), window->Maximize();
-  window->Unhide(), window->Enable(), window->Disable();
-  EXPECT_TRUE(window->Client().Disabled());
-  window->Enable();
+  window.Hide(), window.Disable();
+  window.Minimize(), window.Maximize();
+  window.Unhide(), window.Enable(), window.Disable();
+  EXPECT_TRUE(window.Client().Disabled());
+  window.Enable();
   EXPECT_EQ(Change(), Rect(0, 0, 0, -60));
   DragBy(40, 22, 30, 10);
-  window->Resize(110, 70);
+  window.Resize(110, 70);
   EXPECT_EQ(Change(), Rect(30, 10, 10, -60));
-  window->Minimize();
+  window.Minimize();
   EXPECT_EQ(root.FocusWidget(), &content) << "it can be seen and used again";
-  steps["auto"] = [this] { window->SetAutoRollup(true); };
-  steps["manual"] = [this] { window->SetAutoRollup(false); };
+  steps["auto"] = [this] { window.SetAutoRollup(true); };
+  steps["manual"] = [this] { window.SetAutoRollup(false); };
   const auto height = [this] { return std::to_string(Change().h); };
   EXPECT_EQ(Play("auto 100,70 310,190 100,70 310,190 manual leave auto auto manual", height),
             "10, 10, -60, 10, -60, 10, 10, -60, -60, 10");
@@ -94,7 +93,7 @@ TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
 TEST_F(WindowTest, TheSkinPlacesTitleAndButtons) {
   Dress(WINTEXT, Rows(20, "wkkkkw"), {4, 1});
   CurrentSkin()->windowTextBack = 1;
-  window->SetTitle("ab");
+  window.SetTitle("ab");
   for (const auto& [alignment, picture] : {std::pair{kAlignLeft, "window_title_left"},
                                            {kAlignRight, "window_title_right"},
                                            {kAlignCentre, "window_title_centre"}}) {
@@ -110,23 +109,23 @@ TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
   Show(other, {0, 0, 20, 20});
   CurrentSkin()->Reset();
   root.SetSkin(nullptr);
-  window->SetTitle("ab");
+  window.SetTitle("ab");
   Tick();
   ExpectShown("window", {40, 36, 130, 110});
   const Point min = CurrentSkin()->windowMinPos, max = CurrentSkin()->windowMaxPos;
   std::string sizes;
   for (const Point& button : {min, min, max, min, max}) {
-    Click(window->x() + window->w() + button.x + 5, window->y() + button.y + 5);
-    sizes += std::to_string(window->w()) + 'x' + std::to_string(window->h()) + ' ';
+    Click(window.x() + window.w() + button.x + 5, window.y() + button.y + 5);
+    sizes += std::to_string(window.w()) + 'x' + std::to_string(window.h()) + ' ';
   }
   EXPECT_EQ(sizes, "108x26 108x86 320x200 320x200 108x86 ");
   root.SetFocus(&other);
   ExpectShown("window_inactive", {40, 36, 130, 50});
-  window->ClearFlag(kFlagSizeable), window->Enable();
+  window.ClearFlag(kFlagSizeable), window.Enable();
   root.SetFocus(&content);
   ExpectShown("window_of_fixed_size", {40, 36, 130, 50});
   Watch({MSG_CLOSE});
-  Click(window->x() + window->w() + CurrentSkin()->windowExitPos.x + 5, window->y() + 12);
+  Click(window.x() + window.w() + CurrentSkin()->windowExitPos.x + 5, window.y() + 12);
   Expect("Close");
 }
 
@@ -136,20 +135,20 @@ TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
   Tick();
   EXPECT_EQ(covering.Bounds(), root.Bounds());
   root.Remove(&covering);
-  EXPECT_EQ(window->Client().Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 100, 60));
+  EXPECT_EQ(window.Client().Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 100, 60));
   Dialog other;
   other.Resize(140, 10);
-  window->SetClientArea(&other);
+  window.SetClientArea(&other);
   EXPECT_EQ(Change(), Rect(0, 0, 40, 0));
   EXPECT_EQ(other.Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 140, 60));
-  window->SetClientArea(nullptr);
+  window.SetClientArea(nullptr);
   Do("90,55 press release press 95,60 release");  // a double click on the title
   Tick(20);
-  window->Minimize();
+  window.Minimize();
   DragBy(0, 100, 10, 0);
   DragBy(100, 22, 10, 10);
-  EXPECT_EQ(window->Bounds(), root.Bounds());
-  window->Maximize();
+  EXPECT_EQ(window.Bounds(), root.Bounds());
+  window.Maximize();
   EXPECT_EQ(Change(), Rect());
 }
 
