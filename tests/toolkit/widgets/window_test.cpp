@@ -92,7 +92,7 @@ TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
 
 TEST_F(WindowTest, TheSkinPlacesTitleAndButtons) {
   Dress(WINTEXT, Rows(20, "wkkkkw"), {4, 1});
-  CurrentSkin()->windowTextBack = 1;
+  CurrentSkin()->windowTextBack = 1, CurrentSkin()->windowMinPos = {-60, 6};
   window.SetTitle("ab");
   for (const auto& [alignment, picture] : {std::pair{kAlignLeft, "window_title_left"},
                                            {kAlignRight, "window_title_right"},
