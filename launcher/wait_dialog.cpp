@@ -21,12 +21,12 @@ constexpr int kWaitingText = 1516;
 enum ControlId : int { kNoId = -1, kCancelId = 14, kMessageId = 20, kCountdownId = 21 };
 
 constexpr ControlRecord kForm[] = {
-    {kControlSize, kNoId, 0, 0, 150, 66, 0, 0, 0, 0},
-    {kControlGroupFrame, kNoId, 7, 3, 136, 36, 0, 0, 0, 0},
-    {kControlText, kMessageId, 15, 12, 120, 11, kWaitingText, 0, 0, 0},
-    {kControlLabel, kCountdownId, 15, 24, 120, 10, 0, 0, 0, 0},
-    {kControlButton, kCancelId, 50, 46, 50, 14, kCancelText, 0, 0, 0},
-    {kControlEnd, 0, 0, 0, 0, 0, 0, 0, 0, 0},
+    {kControlSize, kNoId, 0, 0, 150, 66},
+    {kControlGroupFrame, kNoId, 7, 3, 136, 36},
+    {kControlText, kMessageId, 15, 12, 120, 11, kWaitingText},
+    {kControlLabel, kCountdownId, 15, 24, 120, 10},
+    {kControlButton, kCancelId, 50, 46, 50, 14, kCancelText},
+    {kControlEnd},
 };
 const Rect kBusyBar{20, 24, 110, 10};  // dialog units
 constexpr int kBusyRange = 100;

@@ -50,10 +50,11 @@ enum ControlType : std::int32_t {
 };
 
 struct ControlRecord {
-  std::int32_t type, id, x, y, width, height;  // in dialog units
-  std::int32_t textId;                         // 0 for none
-  std::int32_t reserved1, reserved2;           // 0
-  std::int32_t control;                        // 0, and what was made for it once it is built
+  std::int32_t type;
+  std::int32_t id = 0, x = 0, y = 0, width = 0, height = 0;  // in dialog units
+  std::int32_t textId = 0;                                   // 0 for none
+  std::int32_t reserved1 = 0, reserved2 = 0;                 // 0
+  std::int32_t control = 0;  // 0, and what was made for it once it is built
 };
 
 // The text of an id, in the current text format.
