@@ -169,6 +169,11 @@ TEST_F(MenuConfigTest, AHintIsTheJoinedLinesOfASection) {
   for (const auto& [content, hint] : rows) EXPECT_EQ(Hint(content), hint) << content;
   for (const char* name : {"", "/no/such/file", "/", "/dev/zero"})
     EXPECT_EQ(HintFile{name}.Fill("a"), "") << name;
+  std::string sections;
+  WriteFile("hints", "[end:]\n[a]\n[b]\n[end:b]\n[]\n[c\nd]\n");
+  for (const auto& [name, isClosed] : HintFile{"hints"}.Sections())
+    sections += name + (isClosed ? " closed " : " open ");
+  EXPECT_EQ(sections, "a open b closed ");
 }
 
 TEST_F(MenuConfigTest, LongHintsAreCutAtAWholeCharacter) {
