@@ -101,8 +101,7 @@ TEST_F(WidgetTest, TooltipsComeFromTheParentAndFontsFromTheSkin) {
   EXPECT_EQ(look(0, 3), 1) << "no picture without a skin";
   UseSkin();
   widget.SetSkin(nullptr);
-  EXPECT_EQ(widget.GetSkin(), CurrentSkin());
-  EXPECT_TRUE(widget.TestFlag(kFlagSkinChanged));
+  EXPECT_TRUE(widget.GetSkin() == CurrentSkin() && widget.TestFlag(kFlagSkinChanged));
   for (const auto& [font, bitmap, seen] :
        {std::tuple{0, 3, 3}, {-1, -1, 1}, {Skin::kFonts, Skin::kBitmaps, 1}, {0, 0, 3}})
     EXPECT_EQ(look(font, bitmap), seen) << font;
