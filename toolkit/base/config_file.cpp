@@ -11,7 +11,7 @@ namespace zel {
 namespace {
 
 constexpr std::size_t kLongestFile = 128 << 10;
-constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max() / 2;
+constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
 
 // Whether Allegro's own reader sees in a file of this content what SectionFile sees.
 bool SuitsAllegro(const std::string& stored) {

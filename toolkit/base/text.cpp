@@ -15,8 +15,8 @@ struct Character {
 // or the end of a line.
 bool NeedsBytes(int character, int bytes) {
   constexpr int kLast = 0x10FFFF;
-  constexpr int kFirst[] = {0, 0, 0x80, 0x800, 0x10000};
-  return character >= kFirst[bytes] && character <= kLast;
+  constexpr int kFirst[] = {0x80, 0x800, 0x10000};
+  return character >= kFirst[bytes - 2] && character <= kLast;
 }
 
 // The character at `text`, never reaching past the terminator: Allegro takes the length that a

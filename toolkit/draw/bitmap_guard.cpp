@@ -20,10 +20,8 @@ BITMAP* CreateGuarded(int depth, int w, int h) {
 
 bool IsPossibleBitmap(int depth, int w, int h) {
   constexpr std::int64_t kMostBytes = 256 << 20;
-  constexpr int kBitsPerByte = 8;
   if (w < 0 || h < 0 || depth <= 0) return false;
-  const int bytesPerPixel = (depth + kBitsPerByte - 1) / kBitsPerByte;
-  return std::int64_t{w} * h <= kMostBytes / bytesPerPixel;
+  return std::int64_t{w} * h <= kMostBytes / BytesPerPixel(depth);
 }
 
 void InstallBitmapGuard() { system_driver->create_bitmap = CreateGuarded; }

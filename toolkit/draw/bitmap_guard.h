@@ -3,6 +3,8 @@
 
 namespace zel {
 
+constexpr int BytesPerPixel(int depth) { return (depth + 7) / 8; }
+
 // True when a bitmap of this size is worth asking for: at most 256 MB, no negative side.
 bool IsPossibleBitmap(int depth, int w, int h);
 

@@ -134,11 +134,8 @@ void Cursor::CreateDefault() {
 }
 
 void Cursor::Free() {
-  frames_.clear();
-  shadows_.clear();
+  Create({}, 1);
   hotspot_ = {};
-  frameCount_ = 0;
-  position_ = 0;
   step_ = 1.0f;
   shadowLook_ = {};
 }

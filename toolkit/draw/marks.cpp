@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "toolkit/draw/bitmap_guard.h"
+
 namespace zel {
 namespace {
 
@@ -12,7 +14,7 @@ constexpr int kBevel = 2;  // pixels on each side of a box
 void RepeatRow(BITMAP* bitmap, int x1, int x2, int firstY, int lastY) {
   const int left = std::max(x1, bitmap->cl), right = std::min(x2, bitmap->cr - 1) + 1;
   if (left >= right) return;
-  const auto bytes = static_cast<std::size_t>((bitmap_color_depth(bitmap) + 7) / 8);
+  const auto bytes = static_cast<std::size_t>(BytesPerPixel(bitmap_color_depth(bitmap)));
   const auto pixels = [=](int y) {
     return bitmap->line[y] + static_cast<std::size_t>(left) * bytes;
   };

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstring>
 
+#include "toolkit/draw/bitmap_guard.h"
 #include "toolkit/draw/skin_bitmap.h"
 
 namespace zel {
@@ -23,7 +24,7 @@ int PlainPixelBytes(const BITMAP* from, const BITMAP* to) {
   const bool isPlain = is_memory_bitmap(source) && is_memory_bitmap(target) &&
                        bitmap_color_depth(source) == bitmap_color_depth(target) &&
                        !SameBitmap(from, to);
-  return isPlain ? (bitmap_color_depth(source) + 7) / 8 : 0;
+  return isPlain ? BytesPerPixel(bitmap_color_depth(source)) : 0;
 }
 
 void CopyPlainPixels(const BITMAP* from, Point source, BITMAP* to, const Rect& area,

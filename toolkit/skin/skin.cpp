@@ -14,7 +14,6 @@ namespace {
 
 template <class Held>
 void MakeHolders(std::vector<std::unique_ptr<Held>>& holders, int count) {
-  holders.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) holders.push_back(std::make_unique<Held>());
 }
 

@@ -1,23 +1,29 @@
-#include "toolkit/base/console_guard.h"
-
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <linux/fb.h>
 #include <linux/kd.h>
+#include <linux/landlock.h>
 #include <linux/vt.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <csignal>
 #include <string>
 #include <string_view>
+#include <thread>
 
 #include "tests/support/reference.h"
+#include "tests/support/temp_files.h"
+#include "toolkit/base/confinement.h"
+#include "toolkit/base/console_guard.h"
 #include "toolkit/base/graphics_mode.h"
 #include "toolkit/testing/fake_machine.h"
 
@@ -62,6 +68,7 @@ int FakeIoctl(int file, unsigned long request, long argument) {
 namespace zel {
 namespace {
 
+const std::string kCleared = "\033[0m\033[H\033[J";
 int (*programUnderTest)();
 
 // What a program with a display does to its console.
@@ -96,7 +103,7 @@ std::string Outcome(int (*program)(), int keyboard, bool onConsole = true) {
   char shown[64] = {};
   pollfd output{master, POLLIN, 0};
   if (poll(&output, 1, onConsole ? 1000 : 0) > 0 && read(master, shown, sizeof shown - 1) > 0)
-    text += std::string_view{shown}.starts_with("\033[0m\033[H\033[J") ? "cleared" : shown;
+    text += shown;
   close(master);
   return text;
 }
@@ -105,7 +112,11 @@ TEST(ConsoleGuard, PutsTheConsoleRightWhateverEndsTheProgram) {
   prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0);
   fakeConsole = static_cast<FakeConsole*>(mmap(nullptr, sizeof(FakeConsole), PROT_READ | PROT_WRITE,
                                                MAP_SHARED | MAP_ANONYMOUS, -1, 0));
-  const std::pair<int (*)(), const char*> cases[] = {
+  struct Case {
+    int (*program)();
+    const char *ends, *says = "";
+  };
+  const Case cases[] = {
       {[] { return IsGuarded() && isatty(open("/dev/tty", O_RDWR)) ? 3 : 4; }, "exit 3 0"},
       {[] { return raise(SIGKILL); }, "signal 9 1"},
       {[] { return kill(getppid(), SIGHUP), pause(); }, "signal 1 1"},
@@ -114,11 +125,11 @@ TEST(ConsoleGuard, PutsTheConsoleRightWhateverEndsTheProgram) {
       {[] { return raise(SIGHUP); }, "signal 1 2"},
       {[] { return HoldSignals(), raise(SIGTERM), 6; }, "exit 6 0"},
       {[] { return HoldSignals(), kill(getppid(), SIGKILL), pause(); }, "signal 9 signal 64 1"},
-      {[]() -> int { dup2(STDIN_FILENO, STDERR_FILENO), EndAtOnce("message"); }, "exit 1 1"}};
-  for (const auto& [program, ends] : cases)
-    for (const auto& [before, after] :
-         {std::pair{K_XLATE, " 0 1 8 0 cleared"}, {K_RAW, " 0 3 8 0 cleared"}})
-      EXPECT_EQ(Outcome(program, before), std::string{ends} + after);
+      {[]() -> int { dup2(STDIN_FILENO, STDERR_FILENO), EndAtOnce("said"); }, "exit 1 1", "said"}};
+  for (const auto& [program, ends, says] : cases)
+    for (const auto& [before, after] : {std::pair{K_XLATE, " 0 1 8 0 "}, {K_RAW, " 0 3 8 0 "}})
+      EXPECT_EQ(Outcome(program, before), ends + (after + kCleared) + kCleared + says)
+          << "cleared before and after it";
   EXPECT_EQ(Outcome([] { return IsGuarded() ? 4 : 3; }, K_RAW, false), "exit 3 0 1 2 0 1 ")
       << "elsewhere it is just a call";
   munmap(std::exchange(fakeConsole, nullptr), sizeof(FakeConsole));
@@ -149,6 +160,94 @@ TEST(Framebuffer, ShowsModesInItsMiddleAndRefusesThoseThatDoNotFit) {
   EXPECT_TRUE(SetGraphicsMode(GFX_AUTODETECT_FULLSCREEN, 200, 100, 8))
       << "nothing is known about it";
   unsetenv("FRAMEBUFFER");
+}
+
+// What cannot be taken back is done in a process of its own.
+template <class Body>
+void InChild(Body body) {
+  if (const pid_t child = fork(); child == 0) {
+    body();
+    _exit(testing::Test::HasFailure() ? 1 : 0);
+  }
+  int status = -1;
+  wait(&status);
+  EXPECT_EQ(status, 0);
+}
+
+int ErrorOf(long result) { return result < 0 ? errno : 0; }
+int Call(long call) { return ErrorOf(syscall(call, -1, 0, 0, 0, 0, 0)); }
+int Open(const std::string& path, int flags) { return ErrorOf(open(path.c_str(), flags, 0600)); }
+
+TEST(Confinement, LeavesFewRights) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root has rights to lose";
+  InChild([] {
+    DropRights();
+    const char* left =
+        "CapInh:\t0000000000000000\nCapPrm:\t000000000400000a\nCapEff:\t000000000400000a\n"
+        "CapBnd:\t000000000400000a\nCapAmb:\t0000000000000000\nNoNewPrivs:\t1\n";
+    EXPECT_NE(ReadFile("/proc/self/status").find(left), std::string::npos);
+    constexpr int kGetExecutableMemory = 66;  // PR_GET_MDWE
+    EXPECT_NE(prctl(kGetExecutableMemory, 0, 0, 0, 0), 0) << "1, or unknown to the kernel";
+  });
+}
+
+TEST(Confinement, WritesPlainFilesWhereItMay) {
+  if (syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION) < 1)
+    GTEST_SKIP() << "this kernel limits no places";
+  const TempDir inside, outside;
+  const std::string in = inside.Write("file", "a"), out = outside.Write("file", "a");
+  const std::string made = inside.Path("new");
+  InChild([&] {
+    LimitWriting({inside.Path(), outside.Path("missing")}, {});
+    EXPECT_EQ(Open(out, O_WRONLY), 0) << "a result could not be written when it comes";
+    LimitWriting({inside.Path()}, {"/dev", "/missing"});
+    for (const int permitted : {Open(in, O_WRONLY | O_TRUNC), Open(made, O_RDWR | O_CREAT),
+                                ErrorOf(rename(made.c_str(), in.c_str())), Open(out, O_RDONLY),
+                                Open("/dev/null", O_WRONLY)})
+      EXPECT_EQ(permitted, 0);
+    LimitWriting({inside.Path()}, {});
+    for (const int denied : {Open(out, O_WRONLY), Open(outside.Path("new"), O_RDWR | O_CREAT),
+                             ErrorOf(unlink(out.c_str())), ErrorOf(mkdir(made.c_str(), 0700)),
+                             ErrorOf(symlink("/", made.c_str())), Open("/dev/null", O_WRONLY)})
+      EXPECT_EQ(denied, EACCES);
+    EXPECT_EQ(unlink(in.c_str()), 0);
+  });
+}
+
+TEST(Confinement, MakesNoDeniedCallInAnyThread) {
+  InChild([] {
+    int go[2];
+    ASSERT_EQ(pipe(go), 0);
+    char byte = 'a';
+    std::thread elder{[&] {
+      EXPECT_EQ(read(go[0], &byte, 1), 1);
+      EXPECT_EQ(Call(SYS_execve), EPERM);
+    }};
+    LimitCalls();
+    for (const long call :
+         {SYS_execve, SYS_mount, SYS_socket, SYS_bpf, SYS_init_module, SYS_unshare,
+          SYS_io_uring_setup, SYS_chmod, SYS_tkill, 442, 452, 463, 466, 467, 469})
+      EXPECT_EQ(Call(call), EPERM) << call;
+    for (const int request : {TIOCSTI, TIOCLINUX, KDSKBENT, KDSKBSENT, TCGETS})
+      EXPECT_EQ(ErrorOf(ioctl(go[0], static_cast<unsigned long>(request), &byte)),
+                request == TCGETS ? ENOTTY : EPERM)
+          << request;
+    EXPECT_EQ(ErrorOf(kill(getppid(), 0)), EPERM);
+    EXPECT_EQ(ErrorOf(kill(getpid(), 0)), 0);
+#if !defined(__SANITIZE_ADDRESS__)
+    EXPECT_EQ(ErrorOf(fork()), EPERM);
+    EXPECT_EQ(Call(SYS_ptrace), EPERM);
+#endif
+#if defined(__x86_64__)
+    EXPECT_EQ(Call(SYS_getpid | 0x40000000), EPERM);  // of the x32 interface
+    long result = 20;                                 // getpid, for 32-bit programs
+    asm volatile("int $0x80" : "+a"(result)::"memory");
+    EXPECT_EQ(result, -EPERM);
+#endif
+    EXPECT_EQ(write(go[1], &byte, 1), 1);
+    elder.join();
+    std::thread{[] { EXPECT_EQ(Call(SYS_socket), EPERM); }}.join();
+  });
 }
 
 }  // namespace
