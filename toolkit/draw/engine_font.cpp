@@ -152,7 +152,9 @@ const Glyph::Form& Measure(EngineFont& face, Glyph& glyph, unsigned index, bool 
   Glyph::Form& form = antialiased ? glyph.gray : glyph.mono;
   if (std::exchange(form.isMeasured, true)) return form;
   if (LoadGlyph(face.ftFace, index, ModeOf(antialiased))) {
-    form.advanceX = static_cast<int>(face.ftFace->glyph->advance.x >> kSubpixelBits);
+    // Text runs to the right; a damaged font's instructions can turn it.
+    const FT_Pos advance = std::max<FT_Pos>(face.ftFace->glyph->advance.x, 0);
+    form.advanceX = static_cast<int>(advance >> kSubpixelBits);
     form.advanceY = static_cast<int>(face.ftFace->glyph->advance.y >> kSubpixelBits);
   }
   return form;
