@@ -136,6 +136,7 @@ void MenuList::MsgLPress() {
   const int pressed = ItemAt();
   if (!IsValid(pressed) || IsSeparatorAt(pressed)) return;
   if (pressed != current) SetCurrent(pressed);
+  RedrawItems(current, pressed);
   Report(MSG_ITEM_SELECTED, reinterpret_cast<EventArg>(GetItem(pressed)));
 }
 
@@ -258,7 +259,7 @@ void CenteredImage::Draw(Bitmap& canvas) {
   if (bitmap.IsEmpty()) return;
   const int left = std::max(0, (w() - bitmap.Width()) / 2);
   const int top = std::max(0, (h() - bitmap.Height()) / 2);
-  bitmap.blit(canvas.GetBitmap(), 0, 0, left, top, w(), h());
+  bitmap.blit(canvas.GetBitmap(), sourceX_, sourceY_, left, top, w(), h());
 }
 
 void CenteredImage::UpdateOpacity() { SetOpaque(bitmap.Width() >= w() && bitmap.Height() >= h()); }
@@ -280,6 +281,7 @@ WallpaperPanel::WallpaperPanel() {
 }
 
 void WallpaperPanel::SetPicture(const char* fileName) {
+  image_.ResetSource();
   image_.SetBitmap(fileName);
   image_.Resize(w(), h());
 }

@@ -21,9 +21,9 @@ constexpr unsigned kKeptCapabilities =
     1U << CAP_SYS_TTY_CONFIG | 1U << CAP_DAC_OVERRIDE | 1U << CAP_FOWNER;
 
 void LimitCapabilities() {
-  for (int capability = 0; prctl(PR_CAPBSET_READ, capability) >= 0; ++capability) {
+  for (int capability = 0; prctl(PR_CAPBSET_READ, capability, 0, 0, 0) >= 0; ++capability) {
     const bool kept = capability < 32 && (kKeptCapabilities >> capability & 1) != 0;
-    if (!kept) prctl(PR_CAPBSET_DROP, capability);
+    if (!kept) prctl(PR_CAPBSET_DROP, capability, 0, 0, 0);
   }
   __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
   __user_cap_data_struct sets[_LINUX_CAPABILITY_U32S_3] = {};

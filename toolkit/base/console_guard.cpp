@@ -197,7 +197,7 @@ ChildEnd WaitFor(pid_t child) {
   std::signal(signal, SIG_DFL);
   sigprocmask(SIG_SETMASK, &signals, nullptr);
   raise(signal);
-  std::_Exit(EXIT_FAILURE);
+  std::_Exit(128 + signal);  // the first process of a system survives
 }
 
 }  // namespace

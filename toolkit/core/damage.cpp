@@ -124,6 +124,7 @@ void PrepareDrawing(Dialog& dialog) {
 void DrawTree(Dialog& dialog, bool redrawsAll) {
   if (dialog.Dirty()) {
     dialog.MsgDraw();
+    dialog.ClearFlag(kFlagDirty);
     return;
   }
   const std::vector<Widget*>& children = dialog.Children();

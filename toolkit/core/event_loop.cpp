@@ -14,7 +14,6 @@
 namespace zel {
 namespace {
 
-void OnReturn() { NoteReturn(); }
 void OnSwitchIn() { Loop().RedrawEverything(); }
 void OnCloseButton() { Loop().RequestClose(); }
 
@@ -50,14 +49,15 @@ int DoubleClickWindow() { return Loop().doubleClicks.Window(); }
 
 void EventLoop::WatchDisplaySwitches() {
   if (!root_) return;
-  remove_display_switch_callback(OnReturn);
-  set_display_switch_callback(SWITCH_IN, OnReturn);
+  remove_display_switch_callback(NoteReturn);
+  set_display_switch_callback(SWITCH_IN, NoteReturn);
   remove_display_switch_callback(OnSwitchIn);
   if (SwitchingLosesTheScreen()) set_display_switch_callback(SWITCH_IN, OnSwitchIn);
 }
 
 void EventLoop::Start(Dialog& root) {
   root_ = &root;
+  redrawsEverything_ = false;
   closeRequested_ = false;
   logicTimer_ = InstallTimerEx(settings.UsableFrameRate());
   WatchDisplaySwitches();
@@ -78,7 +78,7 @@ void EventLoop::End() {
   RemoveTimer(logicTimer_);
   logicTimer_ = kNoRoot;
   root_ = nullptr;
-  remove_display_switch_callback(OnReturn);
+  remove_display_switch_callback(NoteReturn);
   remove_display_switch_callback(OnSwitchIn);
   set_close_button_callback(nullptr);
   if (pointer_) pointer_->Hide();

@@ -112,7 +112,7 @@ Error SkinBitmap::Load(const char* path, int newKind) {
   if (!path || !IsFile(path)) return kFileNotFoundError;
   BitmapPtr loaded{LoadPicture(path, nullptr)};
   if (!loaded || loaded->w == 0 || loaded->h == 0) return kLoadError;
-  if (newKind != kMemoryBitmap) {
+  if (newKind == kSystemBitmap || newKind == kVideoBitmap) {
     if (BITMAP* copy = MakeCopy(loaded.get(), newKind)) {
       Adopt(copy, newKind);
       return kNoError;

@@ -7,8 +7,6 @@ namespace {
 
 constexpr int kStates = kDrawStates;
 constexpr Color kNoFill{};
-constexpr int kBevel = 2;      // pixels
-constexpr int kFarEnd = 1000;  // beyond all elements
 
 enum class Bevel { kRaised, kSunken, kFlat };
 
@@ -251,17 +249,15 @@ void DrawVSliderBack(Canvas& c) {
   for (int k = 0; k < kStates; ++k) c.Box(22 * k + 9, 0, 22 * k + 12, 17, Bevel::kSunken, kNoFill);
 }
 
-// A box whose left and right borders lie outside of the bitmap.
-void DrawBand(Canvas& c, int y1, int y2) { c.RaisedFace(-kBevel, y1, kFarEnd, y2); }
-
+// The left and right borders of these boxes lie outside of the bitmap.
 void DrawWinBottom(Canvas& c) {
-  DrawBand(c, 0, 7);
-  DrawBand(c, -kBevel, 3);
+  c.RaisedFace(-2, 0, 31, 7);
+  c.RaisedFace(-2, -2, 31, 3);
 }
 
 void DrawWinTop(Canvas& c) {
-  DrawBand(c, 0, 7);
-  DrawBand(c, 4, kFarEnd);
+  c.RaisedFace(-2, 0, 31, 7);
+  c.RaisedFace(-2, 4, 31, 10);
 }
 
 struct Element {
