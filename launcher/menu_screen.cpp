@@ -59,9 +59,7 @@ void MenuScreen::SetUpProgress() {
   const LayoutValues& at = layoutValues;
   progressBar_.Setup(Moved(at.progressX, kProgressInset), at.progressY,
                      Moved(at.progressW, -kProgressMargin), kProgressHeight, 0, 0, kHorizontal);
-  progressBar_.SetIncrement(1);
-  progressBar_.ShowSteps(progressValues.currentStep, progressValues.stepNumber);
-  if (!progressValues.Shows()) progressBar_.Hide();
+  progressBar_.Hide();
   Add(&progressBar_);
   progressPeriod_ = progressValues.PollPeriod();
   progressTimer_ = InstallTimer(progressPeriod_);

@@ -117,7 +117,7 @@ bool MenuList::TakeKey(int code) {
     // A key that has opened another menu must not choose in it too.
   } while (moved && pendingIndex_ == -1 && IsSeparatorAt(current));
   if (moved) Report(MSG_ITEM_SELECTED, reinterpret_cast<EventArg>(GetItem(current)));
-  if (pendingIndex_ != -1) SelectItem(std::exchange(pendingIndex_, -1));
+  SelectItem(std::exchange(pendingIndex_, -1));
   return used;
 }
 
