@@ -37,6 +37,8 @@ class Framebuffer {
     return isOpen_ ? Size{static_cast<int>(mode_.xres), static_cast<int>(mode_.yres)} : Size{};
   }
 
+  int Depth() const { return isOpen_ ? static_cast<int>(mode_.bits_per_pixel) : 0; }
+
   bool Takes(int w, int h, int depth) const {
     return !isOpen_ || Fits(mode_, w, h, depth) || Fits(Tried(w, h, depth), w, h, depth);
   }
@@ -70,5 +72,6 @@ bool FramebufferTakes(int w, int h, int depth) {
 }
 
 Size FramebufferSize() { return OnConsole() ? Framebuffer{}.Shown() : Size{}; }
+int FramebufferDepth() { return OnConsole() ? Framebuffer{}.Depth() : 0; }
 
 }  // namespace zel

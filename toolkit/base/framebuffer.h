@@ -16,5 +16,7 @@ bool FramebufferTakes(int w, int h, int depth);
 // What the framebuffer shows, which may be more than the graphics mode has; empty where there is
 // none and where Allegro does not run on the console.
 Size FramebufferSize();
+// Its bits per pixel; 0 likewise.
+int FramebufferDepth();
 
 }  // namespace zel

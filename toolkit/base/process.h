@@ -48,6 +48,7 @@ class Process {
   void Renew();
 
   Settings settings;
+  double zoom = 1;  // see zoom.h
 
   std::array<TimerSlot, kTimerSlots> timers;
   TimerDriver timerDriver;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "toolkit/base/config_file.h"
+#include "toolkit/base/zoom.h"
 
 namespace zel {
 namespace {
@@ -29,6 +30,7 @@ constexpr Key Bool(const char* name, bool Settings::*field) {
 
 constexpr const char* kSection = "Toolkit";
 constexpr const char* kSkinPath = "skinPath";
+constexpr const char* kZoom = "zoom";
 
 // In the order in which files have them; "skinPath" comes before all of them.
 constexpr Key kKeys[] = {
@@ -92,7 +94,8 @@ constexpr int kHighestRate = 1000;  // what Allegro's timers can keep up with
 }  // namespace
 
 bool Settings::IsKey(const char* name) {
-  if (ustricmp(name, Ascii(kSkinPath)) == 0) return true;
+  for (const char* text : {kSkinPath, kZoom})
+    if (ustricmp(name, Ascii(text)) == 0) return true;
   return std::any_of(std::begin(kKeys), std::end(kKeys),
                      [name](const Key& key) { return ustricmp(name, Ascii(key.name)) == 0; });
 }
@@ -105,6 +108,8 @@ void Settings::Load(const char* file) {
   const SectionFile::Section& section = FindSection(content);
   section_ = section.Heads().empty() ? kSection : section.Name();
   skinPath.Assign(section.GetText(Ascii(kSkinPath), skinPath));
+  if (const char* text = section.GetText(Ascii(kZoom), nullptr))
+    zoom = ParseZoom(Converted(text, U_CURRENT, U_UTF8).c_str());
   for (const Key& key : kKeys) {
     const Ascii name{key.name};
     switch (key.kind) {
@@ -137,6 +142,8 @@ void Settings::Save() const {
         break;
     }
   }
+  if (zoom == kZoomToFit) values.push_back({kZoom, "auto"});
+  if (zoom > 1) values.push_back({kZoom, std::to_string(zoom)});
   SaveConfigFile(fileName, section_.c_str(), values);
   UseConfigFile(fileName);
 }

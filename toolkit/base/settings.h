@@ -46,6 +46,7 @@ class Settings {
   int tooltipAutohideDelay = 5000;
 
   FixedText<1024> skinPath{"default"};
+  double zoom = 1;  // see zoom.h; stored only where it is not 1
 
   FixedText<1024> fileName{"allegro.cfg"};  // the file last loaded
   bool fileLoaded = false;

@@ -12,10 +12,12 @@
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/console_guard.h"
 #include "toolkit/base/console_switch.h"
+#include "toolkit/base/framebuffer.h"
 #include "toolkit/base/graphics_mode.h"
 #include "toolkit/base/input_rest.h"
 #include "toolkit/base/process.h"
 #include "toolkit/base/settings.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/event_loop.h"
 #include "toolkit/core/mouse_pointer.h"
@@ -142,6 +144,17 @@ void RestoreMode(Dialog& root) {
   KeepRunning();
 }
 
+// What is to fit the screen takes the framebuffer as it is.
+void TakeFramebuffer() {
+  const Size size = FramebufferSize();
+  if (settings.zoom != kZoomToFit || size.w < 1 || size.h < 1) return;
+  settings.gfxMode = kFullScreenCard;
+  settings.fullscreen = true;
+  settings.screenWidth = size.w;
+  settings.screenHeight = size.h;
+  settings.colorDepth = FramebufferDepth();
+}
+
 Error InstallInput() {
   const LazyThreads lazy;
   if (install_keyboard() != 0) return kKeyboardError;
@@ -173,6 +186,8 @@ Error InstallToolkit(const char* configFile, void (*ready)()) {
   HoldConsoleSwitches();
   process.Begin();
   settings.Load(configFile);
+  SetZoom(settings.zoom);
+  if (configFile) TakeFramebuffer();
   const Error mode = ChangeScreenMode(settings.gfxMode, settings.fullscreen, settings.screenWidth,
                                       settings.screenHeight, settings.colorDepth, nullptr);
   if (mode.IsError()) return mode;

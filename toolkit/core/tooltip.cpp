@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "toolkit/base/settings.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/event_loop.h"
 #include "toolkit/core/mouse_pointer.h"
@@ -67,7 +68,7 @@ void Tooltip::Draw(Bitmap& canvas) {
   const Font& font = GetFont(kNormal);
   const char* shown = text ? text->c_str() : kNoText;
   canvas.clear_to_color(backColor);
-  canvas.rect(0, 0, w() - 1, h() - 1, borderColor);
+  for (int i = 0; i < Zoomed(1); ++i) canvas.rect(i, i, w() - 1 - i, h() - 1 - i, borderColor);
   font.MultilineTextout(canvas, shown, GetFontColor(kNormal), GetShadowColor(kNormal), Color{}, 0,
                         (h() - font.MultilineHeight(shown, w())) / 2, w(), kAlignCentre);
 }
@@ -75,12 +76,13 @@ void Tooltip::Draw(Bitmap& canvas) {
 void Tooltip::FitText() {
   const Font& font = GetFont(kNormal);
   const char* shown = text ? text->c_str() : kNoText;
-  int width = WidestLine(font, shown) + kSideMargins;
-  int height = std::max(font.TextHeight(), font.MultilineHeight(shown, width)) + kLineMargins;
+  int width = WidestLine(font, shown) + Zoomed(kSideMargins);
+  int height =
+      std::max(font.TextHeight(), font.MultilineHeight(shown, width)) + Zoomed(kLineMargins);
   if (width > settings.screenWidth / 2) {
     do {
       width /= 2;
-      height = font.MultilineHeight(shown, width - kSideMargins) + kLineMargins;
+      height = font.MultilineHeight(shown, width - Zoomed(kSideMargins)) + Zoomed(kLineMargins);
     } while (height > 0 && width / height > kWidestShape);
   }
   Resize(width, height);
@@ -90,8 +92,9 @@ void Tooltip::PlaceNearPointer() {
   if (!parent) return;
   int left = lastPos.x - parent->x();
   if (left + w() >= settings.screenWidth) left = settings.screenWidth - w();
-  int top = lastPos.y - parent->y() + kBelowPointer;
-  if (top + h() >= settings.screenHeight) top = lastPos.y - parent->y() - h() - kAbovePointer;
+  int top = lastPos.y - parent->y() + Zoomed(kBelowPointer);
+  if (top + h() >= settings.screenHeight)
+    top = lastPos.y - parent->y() - h() - Zoomed(kAbovePointer);
   // A negative position would count from the far edge.
   Place(std::max(0, left), std::max(0, top));
 }

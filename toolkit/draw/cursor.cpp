@@ -1,9 +1,12 @@
 #include "toolkit/draw/cursor.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 
 #include "toolkit/base/settings.h"
+#include "toolkit/base/zoom.h"
+#include "toolkit/draw/scaling.h"
 #include "toolkit/draw/skin_values.h"
 
 namespace zel {
@@ -95,7 +98,7 @@ CursorShadow CursorShadow::Read(const SectionFile& file) {
   return look;
 }
 
-void Cursor::Create(const SkinBitmap& picture, int count) {
+void Cursor::Create(const SkinBitmap& picture, int count, int scale) {
   frames_.clear();
   shadows_.clear();
   frameCount_ = 0;
@@ -103,16 +106,28 @@ void Cursor::Create(const SkinBitmap& picture, int count) {
   if (picture.IsEmpty()) return;
   frameCount_ = std::clamp(count, 1, picture.Width());
   const int width = picture.Width() / frameCount_;
+  const double factor = CurrentZoom() / scale;
+  const auto size = [factor](int extent) {
+    return std::max(1, static_cast<int>(std::lround(extent * factor)));
+  };
   for (int i = 0; i < frameCount_; ++i) {
     SkinBitmap& frame = frames_.emplace_back();
     frame.Create(width, picture.Height());
     picture.blit(frame, i * width, 0, 0, 0, width, picture.Height());
+    if (factor != 1) frame.Take(Scaled(frame.GetBitmap(), {size(width), size(picture.Height())}));
   }
 }
 
 void Cursor::SetShadow(const CursorShadow& look) {
   shadowLook_ = look;
   shadows_.clear();
+}
+
+CursorShadow Cursor::GetShadowLook() const {
+  CursorShadow look = shadowLook_;
+  look.size = Zoomed(look.size);
+  look.offset = {Zoomed(look.offset.x), Zoomed(look.offset.y)};
+  return look;
 }
 
 void Cursor::CreateDefault() {
@@ -167,7 +182,7 @@ SkinBitmap* Cursor::GetFrame() {
 SkinBitmap* Cursor::GetShadow() {
   // Most shapes are never shown, so that their shadows wait until they are asked for.
   if (shadows_.empty())
-    for (const SkinBitmap& frame : frames_) shadows_.push_back(MakeShadow(frame, shadowLook_));
+    for (const SkinBitmap& frame : frames_) shadows_.push_back(MakeShadow(frame, GetShadowLook()));
   return frameCount_ > 0 ? &shadows_[static_cast<std::size_t>(position_)] : nullptr;
 }
 

@@ -52,13 +52,15 @@ class Cursor {
   Cursor(const Cursor&) = delete;
   Cursor& operator=(const Cursor&) = delete;
 
-  // Cuts a picture into `count` strips of equal width (brought to 1..the picture's width). An empty
-  // picture leaves no frames. Hotspot and animation interval stay.
-  void Create(const SkinBitmap& picture, int count);
+  // Cuts a picture into `count` strips of equal width (brought to 1..the picture's width), which
+  // become frames at the current zoom. An empty picture leaves no frames. Hotspot and animation
+  // interval stay. `scale` says how many times its size the picture is drawn already.
+  void Create(const SkinBitmap& picture, int count, int scale = 1);
   // Makes the shadows of these and of later frames look like that. They are placeholders while the
   // settings switch shadows off.
   void SetShadow(const CursorShadow& look);
-  const CursorShadow& GetShadowLook() const { return shadowLook_; }
+  // At the zoom there is.
+  CursorShadow GetShadowLook() const;
   const std::vector<SkinBitmap>& GetFrames() const { return frames_; }
   // The built-in arrow.
   void CreateDefault();

@@ -1,11 +1,13 @@
 #include "toolkit/draw/font.h"
 
+#include <cmath>
 #include <cstdlib>
 #include <string>
 
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/base/text.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/draw/engine_font.h"
 #include "toolkit/draw/font_files.h"
 
@@ -23,6 +25,12 @@ std::string FindFontFile(const char* path) {
   fix_filename_slashes(found.data());
   return IsFile(found.c_str()) ? found : std::string{};
 }
+
+// The multiple of a bitmap font that is nearest to the zoom.
+int Multiple() { return static_cast<int>(std::lround(CurrentZoom())); }
+
+constexpr int kMaskDepth = 8;  // of a picture that only says where there is text
+constexpr int kMark = 1;
 
 }  // namespace
 
@@ -76,12 +84,26 @@ const int* Font::GetFixedSizes() const {
 }
 
 int Font::TextHeight() const {
-  return IsEngine() ? EngineTextHeight(*EngineFace()) : text_height(LibraryFace());
+  return IsEngine() ? EngineTextHeight(*EngineFace()) : Multiple() * text_height(LibraryFace());
 }
 
 int Font::TextLength(const char* text) const {
-  if (!IsEngine()) return text_length(LibraryFace(), text);
+  if (!IsEngine()) return Multiple() * text_length(LibraryFace(), text);
   return (IsSmooth() ? EngineTextLengthAA : EngineTextLength)(*EngineFace(), text);
+}
+
+// Each pixel of an 8-bit picture of the text becomes a square.
+void Font::Enlarge(BITMAP* target, const char* text, Point at, Color color,
+                   Color background) const {
+  const int factor = Multiple();
+  const Size size{text_length(LibraryFace(), text), text_height(LibraryFace())};
+  BitmapPtr plain{create_bitmap_ex(kMaskDepth, size.w, size.h)};
+  BitmapPtr large{create_bitmap_ex(kMaskDepth, factor * size.w, factor * size.h)};
+  if (!plain || !large) return;
+  clear_bitmap(plain.get());
+  textout_ex(plain.get(), LibraryFace(), text, 0, 0, kMark, -1);
+  stretch_blit(plain.get(), large.get(), 0, 0, size.w, size.h, 0, 0, large->w, large->h);
+  draw_character_ex(target, large.get(), at.x, at.y, color, background);
 }
 
 void Font::Textout(Bitmap& target, const char* text, int x, int y, Color color, Color background,
@@ -92,6 +114,10 @@ void Font::Textout(Bitmap& target, const char* text, int x, int y, Color color, 
     EngineSetBackground(background);
     const auto draw = IsSmooth() ? EngineTextoutAA : EngineTextout;
     draw(bitmap, *EngineFace(), text, x, y, color, align);
+  } else if (Multiple() > 1) {
+    const int width = TextLength(text);
+    const int left = align == kAlignRight ? x - width : align == kAlignCentre ? x - width / 2 : x;
+    Enlarge(bitmap, text, {left, y}, color, background);
   } else if (align == kAlignRight) {
     textout_right_ex(bitmap, LibraryFace(), text, x, y, color, background);
   } else if (align == kAlignCentre) {

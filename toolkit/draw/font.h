@@ -16,8 +16,9 @@ class EngineFont;
 // Where a text lies relative to its x coordinate.
 enum TextAlign : int { kAlignLeft = 0, kAlignRight = 1, kAlignCentre = 2 };
 
-// A bitmap font of Allegro's or a face of the font engine. A fresh font is Allegro's built-in one,
-// which is never destroyed. Texts are in the current text format; lengths are pixels.
+// A bitmap font of Allegro's, drawn at the whole multiple nearest to the current zoom, or a face of
+// the font engine. A fresh font is Allegro's built-in one, which is never destroyed. Texts are in
+// the current text format; lengths are pixels.
 class Font {
  public:
   Font() = default;
@@ -29,8 +30,8 @@ class Font {
   // directory that the environment names, 13 when it cannot be read: then this is the built-in
   // font.
   Error Load(const char* path);
-  // Sets the line height in pixels. 0, or -1 (the old size stays) when there is no such size or
-  // this is a bitmap font.
+  // Sets the line height in pixels that there are. 0, or -1 (the old size stays) when there is no
+  // such size or this is a bitmap font.
   int SetSize(int px);
   // Back to the built-in font.
   void Reset();
@@ -49,7 +50,8 @@ class Font {
   // transparent. An empty target draws nothing.
   void Textout(Bitmap& target, const char* text, int x, int y, Color color, Color background,
                int align) const;
-  // The same with a shadow one pixel to the right and below; `shadow` -1 draws none.
+  // The same with a shadow one pixel (at the current zoom) to the right and below; `shadow` -1
+  // draws none.
   void TextoutShadow(Bitmap& target, const char* text, Point point, Color color, Color shadow,
                      Color background, int align) const;
   // printf forms; what does not fit 1023 bytes is cut.
@@ -76,6 +78,7 @@ class Font {
   FONT* LibraryFace() const;
   EngineFont* EngineFace() const;
   bool IsSmooth() const;  // drawn antialiased, as far as the target allows
+  void Enlarge(BITMAP* target, const char* text, Point at, Color color, Color background) const;
 
  protected:
   int engine = 0;        // 1: `face` is an EngineFont, else a FONT

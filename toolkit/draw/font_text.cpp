@@ -4,6 +4,7 @@
 #include <string>
 
 #include "toolkit/base/text.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/draw/engine_font.h"
 #include "toolkit/draw/font.h"
 
@@ -77,7 +78,8 @@ void EngineTextoutAAPrintf(BITMAP* target, EngineFont& face, int x, int y, Color
 void Font::TextoutShadow(Bitmap& target, const char* text, Point point, Color color, Color shadow,
                          Color background, int align) const {
   if (shadow.IsSet()) {
-    Textout(target, text, point.x + 1, point.y + 1, shadow, background, align);
+    const int moved = Zoomed(1);
+    Textout(target, text, point.x + moved, point.y + moved, shadow, background, align);
     background = Color{};
   }
   Textout(target, text, point.x, point.y, color, background, align);
@@ -115,7 +117,8 @@ int Font::HotkeyTextout(Bitmap& target, const char* text, int x, int y, Color co
   const std::string key = CutToChars(plain.text.c_str() + at, 1);
   const int left = x + TextLength(before.c_str());
   const int keyWidth = TextLength(key.c_str());
-  if (keyWidth > 0) target.hline(left, y + TextHeight(), left + keyWidth - 1, color);
+  const int under = y + TextHeight();
+  if (keyWidth > 0) target.rectfill(left, under, left + keyWidth - 1, under + Zoomed(1) - 1, color);
   return width;
 }
 

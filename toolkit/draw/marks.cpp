@@ -8,7 +8,7 @@
 namespace zel {
 namespace {
 
-constexpr int kBevel = 2;  // pixels on each side of a box
+constexpr int kBevel = 2;  // lines on each side of a box
 
 // Makes rows of a memory bitmap, where they are visible, look like the first of them.
 void RepeatRow(BITMAP* bitmap, int x1, int x2, int firstY, int lastY) {
@@ -22,18 +22,28 @@ void RepeatRow(BITMAP* bitmap, int x1, int x2, int firstY, int lastY) {
   for (int y = firstY + 1; y <= lastY; ++y) std::memcpy(pixels(y), pixels(firstY), count);
 }
 
-void DrawBox(BITMAP* bitmap, int x1, int y1, int x2, int y2, Color fill, Color light, Color dark) {
+void DrawBox(BITMAP* bitmap, int x1, int y1, int x2, int y2, Color fill, Color light, Color dark,
+             int line) {
   if (fill != Color{}) ::rectfill(bitmap, x1, y1, x2, y2, fill);
   const Color outerLight = MixNear(light, dark);
   const Color innerDark = MixNear(dark, light);
-  ::vline(bitmap, x1, y1, y2, outerLight);
-  ::hline(bitmap, x1, y1, x2, outerLight);
-  ::vline(bitmap, x1 + 1, y1 + 1, y2 - 1, light);
-  ::hline(bitmap, x1 + 1, y1 + 1, x2 - 1, light);
-  ::vline(bitmap, x2 - 1, y1 + 1, y2, innerDark);
-  ::hline(bitmap, x1 + 1, y2 - 1, x2, innerDark);
-  ::hline(bitmap, x1, y2, x2, dark);
-  ::vline(bitmap, x2, y1, y2, dark);
+  const auto upright = [=](int x, int top, int bottom, Color color) {
+    for (int i = 0; i < line; ++i) ::vline(bitmap, x + i, top, bottom, color);
+  };
+  const auto level = [=](int left, int y, int right, Color color) {
+    for (int i = 0; i < line; ++i) ::hline(bitmap, left, y + i, right, color);
+  };
+  // Where the inner lines and those at the far sides begin.
+  const int left = x1 + line, top = y1 + line;
+  const int right = x2 - line + 1, bottom = y2 - line + 1;
+  upright(x1, y1, y2, outerLight);
+  level(x1, y1, x2, outerLight);
+  upright(left, top, bottom - 1, light);
+  level(left, top, right - 1, light);
+  upright(right - line, top, y2, innerDark);
+  level(left, bottom - line, x2, innerDark);
+  level(x1, bottom, x2, dark);
+  upright(right, y1, y2, dark);
 }
 
 // Allegro draws circles of a negative radius beside the bitmap.
@@ -47,18 +57,19 @@ void FillCircle(BITMAP* bitmap, int x, int y, int radius, Color color) {
 
 }  // namespace
 
-void DrawBox3D(BITMAP* bitmap, int x1, int y1, int x2, int y2, Color fill, Color light,
-               Color dark) {
+void DrawBox3D(BITMAP* bitmap, int x1, int y1, int x2, int y2, Color fill, Color light, Color dark,
+               int line) {
   // All rows between the bevels look alike.
   const int clipTop = bitmap->ct, clipBottom = bitmap->cb;
-  const int first = std::max(y1 + kBevel, clipTop), last = std::min(y2 - kBevel, clipBottom - 1);
+  const int bevel = kBevel * line;
+  const int first = std::max(y1 + bevel, clipTop), last = std::min(y2 - bevel, clipBottom - 1);
   if (fill == Color{} || !is_memory_bitmap(bitmap) || first >= last || x1 >= x2)
-    return DrawBox(bitmap, x1, y1, x2, y2, fill, light, dark);
+    return DrawBox(bitmap, x1, y1, x2, y2, fill, light, dark, line);
   bitmap->cb = first + 1;
-  DrawBox(bitmap, x1, y1, x2, y2, fill, light, dark);
+  DrawBox(bitmap, x1, y1, x2, y2, fill, light, dark, line);
   bitmap->cb = clipBottom;
   bitmap->ct = last;
-  DrawBox(bitmap, x1, y1, x2, y2, fill, light, dark);
+  DrawBox(bitmap, x1, y1, x2, y2, fill, light, dark, line);
   bitmap->ct = clipTop;
   RepeatRow(bitmap, x1, x2, first, last);
 }
@@ -122,17 +133,27 @@ void DrawArrow(BITMAP* bitmap, int x, int y, Color color, int direction) {
   }
 }
 
-void DrawDottedRect(BITMAP* bitmap, int x1, int y1, int x2, int y2, Color color) {
+void DrawDottedRect(BITMAP* bitmap, int x1, int y1, int x2, int y2, Color color, int line) {
+  const int period = 2 * line;
   // Dots before the bitmap's first pixel are left out: the loops begin with the first one inside.
-  const auto firstDot = [](int from) { return from < 0 ? from & 1 : from; };
-  const int lastX = std::min(x2, bitmap->w - 1), lastY = std::min(y2, bitmap->h - 1);
-  for (int x = firstDot(x1); x <= lastX; x += 2) {
-    ::putpixel(bitmap, x, y1, color);
-    ::putpixel(bitmap, x, y2, color);
+  const auto firstDot = [=](int from) {
+    return from < 0 ? (from % period + period) % period : from;
+  };
+  const auto dot = [=](int x, int y) {
+    if (line == 1)
+      ::putpixel(bitmap, x, y, color);
+    else
+      ::rectfill(bitmap, x, y, x + line - 1, y + line - 1, color);
+  };
+  const int right = x2 - line + 1, bottom = y2 - line + 1;
+  const int lastX = std::min(right, bitmap->w - 1), lastY = std::min(bottom, bitmap->h - 1);
+  for (int x = firstDot(x1); x <= lastX; x += period) {
+    dot(x, y1);
+    dot(x, bottom);
   }
-  for (int y = firstDot(y1); y <= lastY; y += 2) {
-    ::putpixel(bitmap, x1, y, color);
-    ::putpixel(bitmap, x2, y, color);
+  for (int y = firstDot(y1); y <= lastY; y += period) {
+    dot(x1, y);
+    dot(right, y);
   }
 }
 

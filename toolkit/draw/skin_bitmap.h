@@ -122,8 +122,8 @@ class SkinBitmap {
   }
 
   // Marks on the held bitmap; see marks.h.
-  void Box3D(int x1, int y1, int x2, int y2, Color fill, Color light, Color dark) {
-    Call(DrawBox3D, x1, y1, x2, y2, fill, light, dark);
+  void Box3D(int x1, int y1, int x2, int y2, Color fill, Color light, Color dark, int line = 1) {
+    Call(DrawBox3D, x1, y1, x2, y2, fill, light, dark, line);
   }
   void Circle3D(int x, int y, int r, Color fill, Color light, Color dark) {
     Call(DrawCircle3D, x, y, r, fill, light, dark);
@@ -131,8 +131,8 @@ class SkinBitmap {
   void XMark(int cx, int cy, int size, Color color) { Call(DrawXMark, cx, cy, size, color); }
   void CheckMark(int x, int y, Color color) { Call(DrawCheckMark, x, y, color); }
   void Arrow(int x, int y, Color color, int direction) { Call(DrawArrow, x, y, color, direction); }
-  void DottedRect(int x1, int y1, int x2, int y2, Color color) {
-    Call(DrawDottedRect, x1, y1, x2, y2, color);
+  void DottedRect(int x1, int y1, int x2, int y2, Color color, int line = 1) {
+    Call(DrawDottedRect, x1, y1, x2, y2, color, line);
   }
 
   // Allegro's drawing on the held bitmap, each the function of that name.

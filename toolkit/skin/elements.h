@@ -1,6 +1,8 @@
 // The pictures that make up a skin, by index.
 #pragma once
 
+#include "toolkit/base/geometry.h"
+
 namespace zel {
 
 enum ElementIndex : int {
@@ -55,6 +57,9 @@ enum ElementIndex : int {
 
 // "BOX" and so on: the object names in a bitmap datafile and the key stems of the section "TILING".
 extern const char* const kElementNames[kElementCount];
+
+// The columns and rows of frames in each.
+extern const Size kElementGrids[kElementCount];
 
 // The named colours of a skin, in the order of Skin::colors.
 enum SkinColor : int {

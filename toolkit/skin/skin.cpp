@@ -1,11 +1,14 @@
 #include "toolkit/skin/skin.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/config_file.h"
 #include "toolkit/base/process.h"
+#include "toolkit/base/zoom.h"
+#include "toolkit/draw/scaling.h"
 #include "toolkit/skin/builtin_look.h"
 #include "toolkit/skin/skin_file.h"
 
@@ -77,7 +80,21 @@ void Skin::GenerateDefaultBitmaps() {
 }
 
 void Skin::GenerateDefaultBitmap(int id) {
-  if (IsIndex(id, kElementCount)) DrawBuiltinElement(*bitmaps[id], id, colors);
+  if (!IsIndex(id, kElementCount)) return;
+  DrawBuiltinElement(*bitmaps[id], id, colors);
+  ZoomElement(id, 1);
+}
+
+void Skin::ZoomElement(int id, int scale) {
+  SkinBitmap& element = *bitmaps[id];
+  const double factor = CurrentZoom() / scale;
+  if (factor == 1 || element.IsEmpty()) return;
+  const Size tile = element.GetTileSize();
+  element.Take(ScaledFrames(element.GetBitmap(), kElementGrids[id], tile, factor));
+  const auto scaled = [factor](int extent) {
+    return extent < 0 ? extent : static_cast<int>(std::lround(extent * factor));
+  };
+  element.SetTileSize({scaled(tile.w), scaled(tile.h)});
 }
 
 void Skin::ResetSamples() {}
@@ -168,8 +185,12 @@ Error Skin::SetCursorBitmap(const char* path, int index, int frames, int duratio
 Error Skin::SetFontFile(const char* path, int index, int size) {
   if (!IsIndex(index, kFonts)) return kIndexError;
   const Error result = fonts[index]->Load(path);
-  if (!result.IsError()) fonts[index]->SetSize(size);
+  if (!result.IsError()) SetFontSize(*fonts[index], size);
   return result;
+}
+
+void Skin::SetFontSize(Font& font, int size) {
+  if (font.SetSize(Zoomed(size)) != 0 && IsZoomed()) font.SetSize(size);
 }
 
 void Skin::DumpBitmaps() const {

@@ -31,9 +31,10 @@ class Skin {
   Skin(const Skin&) = delete;
   Skin& operator=(const Skin&) = delete;
 
-  // Copies the elements of a bitmap datafile over those there are. A palette in it becomes the
-  // current one. Code 11 when there is no such file, 13 when it is no datafile that can be read
-  // safely.
+  // Copies the elements of a bitmap datafile over those there are; where there is a zoom, its art
+  // (see art.h) where there is some. What the objects say of themselves is in their own pixels. A
+  // palette in it becomes the current one. Code 11 when there is no such file, 13 when it is no
+  // datafile that can be read safely.
   virtual Error LoadData(const char* path);
   // Makes the pointer shapes of a cursor datafile, with the shadow that the skin file describes.
   // Code 12 or 13 likewise.
@@ -70,6 +71,9 @@ class Skin {
   // of a frame in milliseconds, `size` a line height in pixels.
   Error SetCursorBitmap(const char* path, int index, int frames, int duration);
   Error SetFontFile(const char* path, int index, int size);
+  // Sets the line height of a font to so many pixels at the current zoom or, where the face has no
+  // such size, without it.
+  static void SetFontSize(Font& font, int size);
   // Writes all elements side by side to "log.bmp".
   void DumpBitmaps() const;
 
@@ -107,6 +111,8 @@ class Skin {
   std::unique_ptr<FixedText<512>> title;  // null until a file was loaded
 
  private:
+  // Brings an element that was just made, drawn at `scale` times its size, to the current zoom.
+  void ZoomElement(int id, int scale);
   // In an 8-bit mode, gives pictures and colours the places that their colours have in the current
   // palette.
   void FollowPalette(const RGB* former);

@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <string>
 
 #include "toolkit/base/bytes.h"
+#include "toolkit/base/zoom.h"
+#include "toolkit/draw/art.h"
 #include "toolkit/draw/datafile.h"
 #include "toolkit/draw/skin_values.h"
 #include "toolkit/skin/skin.h"
@@ -20,22 +23,25 @@ struct ObjectNumber {
   const char* section;
   char property[5];
   int fallback;
+  bool isPixels = false;
 };
 
-constexpr ObjectNumber kTileWidth{"TILING", "TCKX", -1};
-constexpr ObjectNumber kTileHeight{"TILING", "TCKY", -1};
-constexpr ObjectNumber kHotspotX{"CURSOR", "FCSX", 0};
-constexpr ObjectNumber kHotspotY{"CURSOR", "FCSY", 0};
+constexpr ObjectNumber kTileWidth{"TILING", "TCKX", -1, true};
+constexpr ObjectNumber kTileHeight{"TILING", "TCKY", -1, true};
+constexpr ObjectNumber kHotspotX{"CURSOR", "FCSX", 0, true};
+constexpr ObjectNumber kHotspotY{"CURSOR", "FCSY", 0, true};
 constexpr ObjectNumber kFrames{"CURSOR", "FRMS", 1};
 constexpr ObjectNumber kFrameDuration{"CURSOR", "FDUR", 20};
 
+// Pixels are those of the object, which is drawn at `scale` times its size.
 int Read(const SectionFile& file, const ObjectNumber& number, const char* name,
-         const Datafile::Object& object) {
+         const Datafile::Object& object, int scale) {
   constexpr int kUnset = -1;
   constexpr int kDecimal = 10;
   const std::string key = std::string{name} + '_' + number.property;
   const int inSkinFile = ReadSkinInt(file, number.section, key.c_str(), kUnset);
-  if (inSkinFile != kUnset) return inSkinFile;
+  if (inSkinFile != kUnset)
+    return number.isPixels && inSkinFile > 0 ? inSkinFile * scale : inSkinFile;
 
   const std::string text = object.Property(number.property);
   if (text.empty()) return number.fallback;
@@ -84,8 +90,9 @@ bool TakePalette(const Datafile& datafile) {
 
 Error Skin::LoadData(const char* path) {
   if (!path || !IsFile(path)) return kSkinDataError;
+  const Art art = FindArt(path, CurrentZoom());
   Datafile datafile;
-  if (!datafile.Load(path)) return kLoadError;
+  if (!datafile.Load(art.path.c_str())) return kLoadError;
   // Before the pictures are made: those with a palette have the colours of this one.
   PALETTE former;
   get_palette(former);
@@ -102,8 +109,9 @@ Error Skin::LoadData(const char* path) {
     const Datafile::Object* object = datafile.Find(name, DAT_BITMAP);
     if (!object) continue;
     bitmaps[id]->Take(MakePicture(*object));
-    bitmaps[id]->SetTileSize(
-        {Read(file_, kTileWidth, name, *object), Read(file_, kTileHeight, name, *object)});
+    bitmaps[id]->SetTileSize({Read(file_, kTileWidth, name, *object, art.scale),
+                              Read(file_, kTileHeight, name, *object, art.scale)});
+    ZoomElement(id, art.scale);
   }
   return kNoError;
 }
@@ -124,19 +132,25 @@ void Skin::FollowPalette(const RGB* former) {
 
 Error Skin::LoadCursors(const char* path) {
   if (!path || !IsFile(path)) return kFileNotFoundError;
+  const Art art = FindArt(path, CurrentZoom());
   const CursorShadow look = CursorShadow::Read(file_);
   for (const auto& cursor : cursors) cursor->SetShadow(look);
   Datafile datafile;
-  if (!datafile.Load(path)) return kLoadError;
+  if (!datafile.Load(art.path.c_str())) return kLoadError;
   for (int i = 0; i < kCursorCount; ++i) {
     const char* name = kCursorNames[i];
     const Datafile::Object* object = datafile.Find(name, DAT_BITMAP);
     if (!object) continue;
     const BitmapPtr picture = MakePicture(*object);
-    cursors[i]->Create(SkinBitmap(picture.get()), Read(file_, kFrames, name, *object));
-    cursors[i]->SetHotspot(Read(file_, kHotspotX, name, *object),
-                           Read(file_, kHotspotY, name, *object));
-    cursors[i]->SetAnimationInterval(Read(file_, kFrameDuration, name, *object));
+    const auto read = [&](const ObjectNumber& number) {
+      return Read(file_, number, name, *object, art.scale);
+    };
+    const auto zoomed = [&](const ObjectNumber& number) {
+      return static_cast<int>(std::lround(read(number) * CurrentZoom() / art.scale));
+    };
+    cursors[i]->Create(SkinBitmap(picture.get()), read(kFrames), art.scale);
+    cursors[i]->SetHotspot(zoomed(kHotspotX), zoomed(kHotspotY));
+    cursors[i]->SetAnimationInterval(read(kFrameDuration));
   }
   return kNoError;
 }

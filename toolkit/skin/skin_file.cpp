@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "toolkit/base/zoom.h"
 #include "toolkit/draw/skin_values.h"
 #include "toolkit/skin/skin.h"
 
@@ -25,33 +26,40 @@ struct NumberKey {
   int fallback;  // in a file without the key
   int builtin;   // in the built-in look
   int& (*field)(Skin& skin);
+  bool isPixels = false;
+
+  int Shown(int value) const { return isPixels ? Zoomed(value) : value; }
 };
 
 constexpr NumberKey Number(const char* section, const char* key, int value,
                            int& (*field)(Skin& skin)) {
   return {section, key, value, value, field};
 }
+constexpr NumberKey Pixels(const char* section, const char* key, int value,
+                           int& (*field)(Skin& skin)) {
+  return {section, key, value, value, field, true};
+}
 
 constexpr NumberKey kNumbers[] = {
     Number("WALLPAPER", "style", 3, [](Skin& skin) -> int& { return skin.wallpaperStyle; }),
-    Number("BUTTON", "displacement", 1, [](Skin& skin) -> int& { return skin.buttonDisplacement; }),
+    Pixels("BUTTON", "displacement", 1, [](Skin& skin) -> int& { return skin.buttonDisplacement; }),
     Number("BUTTON", "animationType", 0,
            [](Skin& skin) -> int& { return skin.buttonAnimationType; }),
     Number("BUTTON", "animationLength", 0,
            [](Skin& skin) -> int& { return skin.buttonAnimationLength; }),
-    {"BOX", "offX", 6, 10, [](Skin& skin) -> int& { return skin.boxOffset.x; }},
-    Number("BOX", "offY", 1, [](Skin& skin) -> int& { return skin.boxOffset.y; }),
+    {"BOX", "offX", 6, 10, [](Skin& skin) -> int& { return skin.boxOffset.x; }, true},
+    Pixels("BOX", "offY", 1, [](Skin& skin) -> int& { return skin.boxOffset.y; }),
     Number("BOX", "alignment", 0, [](Skin& skin) -> int& { return skin.boxAlignment; }),
-    Number("WINDOW", "textX", 10, [](Skin& skin) -> int& { return skin.windowTextPos.x; }),
-    Number("WINDOW", "textY", 8, [](Skin& skin) -> int& { return skin.windowTextPos.y; }),
+    Pixels("WINDOW", "textX", 10, [](Skin& skin) -> int& { return skin.windowTextPos.x; }),
+    Pixels("WINDOW", "textY", 8, [](Skin& skin) -> int& { return skin.windowTextPos.y; }),
     Number("WINDOW", "alignment", 0, [](Skin& skin) -> int& { return skin.windowAlignment; }),
     Number("WINDOW", "textBack", 0, [](Skin& skin) -> int& { return skin.windowTextBack; }),
-    Number("WINDOW", "exitX", -22, [](Skin& skin) -> int& { return skin.windowExitPos.x; }),
-    Number("WINDOW", "exitY", 6, [](Skin& skin) -> int& { return skin.windowExitPos.y; }),
-    Number("WINDOW", "maxX", -40, [](Skin& skin) -> int& { return skin.windowMaxPos.x; }),
-    Number("WINDOW", "maxY", 6, [](Skin& skin) -> int& { return skin.windowMaxPos.y; }),
-    Number("WINDOW", "minX", -56, [](Skin& skin) -> int& { return skin.windowMinPos.x; }),
-    Number("WINDOW", "minY", 6, [](Skin& skin) -> int& { return skin.windowMinPos.y; }),
+    Pixels("WINDOW", "exitX", -22, [](Skin& skin) -> int& { return skin.windowExitPos.x; }),
+    Pixels("WINDOW", "exitY", 6, [](Skin& skin) -> int& { return skin.windowExitPos.y; }),
+    Pixels("WINDOW", "maxX", -40, [](Skin& skin) -> int& { return skin.windowMaxPos.x; }),
+    Pixels("WINDOW", "maxY", 6, [](Skin& skin) -> int& { return skin.windowMaxPos.y; }),
+    Pixels("WINDOW", "minX", -56, [](Skin& skin) -> int& { return skin.windowMinPos.x; }),
+    Pixels("WINDOW", "minY", 6, [](Skin& skin) -> int& { return skin.windowMinPos.y; }),
     Number("WINDOW", "animationType", 0,
            [](Skin& skin) -> int& { return skin.windowAnimationType; }),
     Number("WINDOW", "animationLength", 0,
@@ -60,7 +68,7 @@ constexpr NumberKey kNumbers[] = {
            [](Skin& skin) -> int& { return skin.comboAnimationType; }),
     Number("COMBOBOX", "animationLength", 0,
            [](Skin& skin) -> int& { return skin.comboAnimationLength; }),
-    Number("MENU", "height", 16, [](Skin& skin) -> int& { return skin.menuHeight; }),
+    Pixels("MENU", "height", 16, [](Skin& skin) -> int& { return skin.menuHeight; }),
     Number("MENU", "delay", 300, [](Skin& skin) -> int& { return skin.menuDelay; }),
     Number("MENU", "animationType", 0, [](Skin& skin) -> int& { return skin.menuAnimationType; }),
     Number("MENU", "animationLength", 0,
@@ -125,7 +133,7 @@ void ReadFonts(Skin& skin, const SectionFile& file, const char* path) {
     const std::string name =
         file.Find(Ascii(section.c_str())).GetText(Ascii("file"), Ascii("none"));
     skin.fonts[i]->Load(Beside(path, name.c_str()).c_str());
-    skin.fonts[i]->SetSize(size);
+    Skin::SetFontSize(*skin.fonts[i], size);
   }
 }
 
@@ -157,7 +165,8 @@ void ReadBoxTextSet(Skin& skin, const SectionFile& file) {
 
 void ReadControls(Skin& skin, const SectionFile& file) {
   for (const NumberKey& number : kNumbers)
-    number.field(skin) = ReadSkinInt(file, number.section, number.key, number.fallback);
+    number.field(skin) =
+        number.Shown(ReadSkinInt(file, number.section, number.key, number.fallback));
   skin.boxBackColor = ReadSkinColor(file, "BOX", "backColor", "222,222,222");
   skin.tooltipBackColor = ReadSkinColor(file, "TOOLTIP", "backColor", "255,255,192");
   skin.tooltipBorderColor = ReadSkinColor(file, "TOOLTIP", "borderColor", "0,0,0");
@@ -171,7 +180,7 @@ void ResetNamedColors(Skin& skin) {
 }
 
 void ResetNumbers(Skin& skin) {
-  for (const NumberKey& number : kNumbers) number.field(skin) = number.builtin;
+  for (const NumberKey& number : kNumbers) number.field(skin) = number.Shown(number.builtin);
 }
 
 Error ReadSkinFile(Skin& skin, const SectionFile& file, const char* path) {

@@ -8,6 +8,7 @@
 
 #include "toolkit/base/settings.h"
 #include "toolkit/base/text.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/skin/skin.h"
 #include "toolkit/widgets/value_range.h"
@@ -187,13 +188,14 @@ void Button::Draw(Bitmap& canvas) {
   if (text) {
     const Font& font = GetFont(state);
     const int moved = state == kSelected && skin ? skin->buttonDisplacement : 0;
-    const Point point{w() / 2 - 1 + moved, (h() - font.TextHeight()) / 2 - 1 + moved};
+    const int raised = Zoomed(1) - moved;
+    const Point point{w() / 2 - raised, (h() - font.TextHeight()) / 2 - raised};
     font.HotkeyTextout(canvas, text->c_str(), point.x, point.y, GetFontColor(state),
                        GetShadowColor(state), Color{}, kAlignCentre);
   }
   if (ShowsFocus() && !TestFlag(kFlagAutoSize))
-    canvas.DottedRect(kFocusInset, kFocusInset, w() - kFocusInset, h() - kFocusInset,
-                      GetFontColor(state));
+    canvas.DottedRect(Zoomed(kFocusInset), Zoomed(kFocusInset), w() - Zoomed(kFocusInset),
+                      h() - Zoomed(kFocusInset), GetFontColor(state), Zoomed(1));
 }
 
 void Button::SwitchSelected() {
@@ -339,18 +341,19 @@ void Button::DrawToggle(Bitmap& canvas) {
   const int frameHeight = element ? element->Height() / kElementRows : 0;
   const int slack = font.TextHeight() - frameHeight;
   const int boxY = slack > 0 ? slack / 2 : 0;
-  const int textY = slack < 0 ? -slack / 2 : 1;
+  const int textY = slack < 0 ? -slack / 2 : Zoomed(1);
 
   if (textBackColor.IsSet()) canvas.clear_to_color(textBackColor);
   if (element)
     element->masked_blit(canvas.GetBitmap(), Selected() ? frameWidth : 0, state * frameHeight, 0,
                          boxY, frameWidth, frameHeight);
   const char* shown = text ? text->c_str() : empty_string;
-  font.TextoutShadow(canvas, shown, {frameHeight + kCheckTextGap, textY}, GetFontColor(state),
-                     GetShadowColor(state), Color{}, kAlignLeft);
+  font.TextoutShadow(canvas, shown, {frameHeight + Zoomed(kCheckTextGap), textY},
+                     GetFontColor(state), GetShadowColor(state), Color{}, kAlignLeft);
   if (ShowsFocus())
-    canvas.DottedRect(frameHeight + 2, textY - 1, font.TextLength(shown) + frameHeight + 6,
-                      textY + font.TextHeight(), GetFontColor(state));
+    canvas.DottedRect(frameHeight + Zoomed(2), textY - Zoomed(1),
+                      font.TextLength(shown) + frameHeight + Zoomed(6), textY + font.TextHeight(),
+                      GetFontColor(state), Zoomed(1));
 }
 
 void Button::InitToggleSkin(int textSet, int element) {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "toolkit/base/text.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {
@@ -29,7 +30,7 @@ ComboBox::ComboBox() {
   Add(&button);
   Add(&listBox);
   listBox.Hide();
-  listBox.SetH(kListHeight);
+  listBox.SetH(Zoomed(kListHeight));
 }
 
 void ComboBox::Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask,

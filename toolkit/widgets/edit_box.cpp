@@ -9,6 +9,7 @@
 
 #include "toolkit/base/input.h"
 #include "toolkit/base/text.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/draw/cursor.h"
 #include "toolkit/skin/skin.h"
@@ -272,8 +273,8 @@ void EditBox::Accept(bool) { Widget::Deselect(); }
 int EditBox::CharAt() {
   const Font& font = GetFont(ColorState());
   const int hotspot = skin ? skin->cursors[MOUSE_TEXTSELECT]->GetHotspot().x : 0;
-  const int pointer = GetMousePos().x + hotspot + kHalfGlyph;
-  int x = kTextLeft;
+  const int pointer = GetMousePos().x + hotspot + Zoomed(kHalfGlyph);
+  int x = Zoomed(kTextLeft);
   int index = first;
   const char* at = Text() + OffsetOf(first);
   while (ugetc(at) != 0) {
@@ -362,7 +363,7 @@ EditBox::View EditBox::ViewFrom(int from) const {
   enum Piece { kBefore, kInside, kBehind };
   const Font& font = GetFont(ColorState());
   View view;
-  int x = kTextLeft;
+  int x = Zoomed(kTextLeft);
   if (from == cursor) view.caret = x;
   const char* at = Text() + OffsetOf(from);
   for (view.last = from; ugetc(at) != 0; ++view.last) {
@@ -371,7 +372,7 @@ EditBox::View EditBox::ViewFrom(int from) const {
     const std::string glyph = TakeGlyph(&at);
     view.pieces[piece] += glyph;
     x += font.TextLength(glyph.c_str());
-    const bool isFull = x > w() - kTextRight;
+    const bool isFull = x > w() - Zoomed(kTextRight);
     if (view.last + 1 == cursor || (isFull && view.caret < 0)) view.caret = x;
     if (isFull) break;
   }
@@ -403,7 +404,7 @@ void EditBox::Paint(Bitmap& canvas, const View& view) const {
   const Font& font = GetFont(state);
   const int marked = HasFocus() ? kSelected : state;
   const Color back = skin ? skin->colors[HasFocus() ? kSelect : kDeselect] : Color{};
-  const int y = h() / 2 - font.TextHeight() / 2 + 1;
+  const int y = h() / 2 - font.TextHeight() / 2 + Zoomed(1);
   const struct {
     const std::string& text;
     int state;
@@ -411,7 +412,7 @@ void EditBox::Paint(Bitmap& canvas, const View& view) const {
   } pieces[] = {{view.pieces[0], state, Color{}},
                 {view.pieces[1], marked, back},
                 {view.pieces[2], state, Color{}}};
-  int x = kTextLeft;
+  int x = Zoomed(kTextLeft);
   for (const auto& piece : pieces) {
     if (piece.text.empty()) continue;
     font.TextoutShadow(canvas, piece.text.c_str(), {x, y}, GetFontColor(piece.state),
@@ -420,17 +421,19 @@ void EditBox::Paint(Bitmap& canvas, const View& view) const {
   }
   if (view.caret < 0 || !HasFocus()) return;
   // Behind a glyph that is cut off the caret stays in sight.
-  const int caretX = std::min(view.caret, w() - kFrame - 1) - 1;
-  canvas.vline(caretX, y, y + font.TextHeight() - 1, GetFontColor(state));
+  const int width = Zoomed(1);
+  const int caretX = std::min(view.caret, w() - Zoomed(kFrame) - width) - width;
+  canvas.rectfill(caretX, y, caretX + width - 1, y + font.TextHeight() - 1, GetFontColor(state));
 }
 
 void EditBox::Draw(Bitmap& canvas) {
   if (const SkinBitmap* frame = GetBitmap()) frame->DrawArea(canvas, 0, 0, 0, 0, w(), h(), 1, 1);
   // The last glyph may be cut off, but leaves the border alone.
-  SubCanvas inside{canvas, 0, 0, w() - kFrame, h() - kFrame};
+  SubCanvas inside{canvas, 0, 0, w() - Zoomed(kFrame), h() - Zoomed(kFrame)};
   DrawText(first, inside);
   if (ShowsFocus())
-    canvas.DottedRect(kFrame, kFrame, w() - 1 - kFrame, h() - 1 - kFrame, skin->colors[kFontFace]);
+    canvas.DottedRect(Zoomed(kFrame), Zoomed(kFrame), w() - 1 - Zoomed(kFrame),
+                      h() - 1 - Zoomed(kFrame), skin->colors[kFontFace], Zoomed(1));
 }
 
 }  // namespace zel

@@ -2,6 +2,7 @@
 
 #include <iterator>
 
+#include "toolkit/base/zoom.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {
@@ -11,25 +12,12 @@ constexpr int kCut = 3;           // pixels that the corners lose in both direct
 constexpr int kCaptionLeft = 10;  // of the caption's text
 constexpr int kCaptionGap = 3;    // between the text and the line on both sides
 
-}  // namespace
-
-void GroupFrame::SetText(const char* caption) {
-  caption_ = caption ? caption : "";
-  Redraw();
-}
-
-void GroupFrame::DrawOutline(Bitmap& canvas, int top) const {
-  const int right = w() - 1;
-  const int bottom = h() - 1;
+// A rectangle without its corners.
+void DrawCutCorners(Bitmap& canvas, const Rect& area, int cut) {
+  const int left = area.x, top = area.y, right = area.Right(), bottom = area.Bottom();
   const Point corners[] = {
-      {kCut, top},
-      {right - kCut, top},
-      {right, top + kCut},
-      {right, bottom - kCut},
-      {right - kCut, bottom},
-      {kCut, bottom},
-      {0, bottom - kCut},
-      {0, top + kCut},
+      {left + cut, top},     {right - cut, top},   {right, top + cut},   {right, bottom - cut},
+      {right - cut, bottom}, {left + cut, bottom}, {left, bottom - cut}, {left, top + cut},
   };
   Point from = corners[std::size(corners) - 1];
   for (const Point to : corners) {
@@ -38,15 +26,32 @@ void GroupFrame::DrawOutline(Bitmap& canvas, int top) const {
   }
 }
 
+}  // namespace
+
+void GroupFrame::SetText(const char* caption) {
+  caption_ = caption ? caption : "";
+  Redraw();
+}
+
+void GroupFrame::DrawOutline(Bitmap& canvas, int top) const {
+  const int cut = Zoomed(kCut);
+  // A line's thickness grows inwards.
+  for (int inset = 0; inset < Zoomed(1); ++inset) {
+    const int left = inset, upper = top + inset;
+    const int right = w() - 1 - inset, bottom = h() - 1 - inset;
+    DrawCutCorners(canvas, {left, upper, right - left, bottom - upper}, cut);
+  }
+}
 void GroupFrame::Draw(Bitmap& canvas) {
   const Font& font = GetFont(kNormal);
   DrawOutline(canvas, font.TextHeight() / 2);
   if (caption_.empty()) return;
   const Color back = skin ? skin->colors[kFace] : white;
   const int width = font.TextLength(caption_.c_str());
-  canvas.rectfill(kCaptionLeft - kCaptionGap, 0, kCaptionLeft + width + kCaptionGap - 1,
-                  font.TextHeight() - 1, back);
-  font.TextoutShadow(canvas, caption_.c_str(), {kCaptionLeft, 0}, GetFontColor(kNormal),
+  canvas.rectfill(Zoomed(kCaptionLeft) - Zoomed(kCaptionGap), 0,
+                  Zoomed(kCaptionLeft) + width + Zoomed(kCaptionGap) - 1, font.TextHeight() - 1,
+                  back);
+  font.TextoutShadow(canvas, caption_.c_str(), {Zoomed(kCaptionLeft), 0}, GetFontColor(kNormal),
                      GetShadowColor(kNormal), Color{}, kAlignLeft);
 }
 

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <utility>
 
+#include "toolkit/base/zoom.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {
@@ -41,7 +42,7 @@ void ListItem::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {
 
 int ListItem::GetHeight() const {
   const SkinBitmap* element = owner ? owner->GetBitmap() : nullptr;
-  return element ? element->Height() / kListStates : kPlainItemHeight;
+  return element ? element->Height() / kListStates : Zoomed(kPlainItemHeight);
 }
 
 const char* ListItem::GetText() const { return nullptr; }
@@ -64,7 +65,8 @@ void TextListItem::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state)
   const Widget& styled = *owner->GetParent();
   const int group = TextStateOfItem(state);
   const Font& font = styled.GetFont(group);
-  font.TextoutShadow(canvas, text->c_str(), {kTextInset, (GetHeight() - font.TextHeight()) / 2},
+  font.TextoutShadow(canvas, text->c_str(),
+                     {Zoomed(kTextInset), (GetHeight() - font.TextHeight()) / 2},
                      styled.GetFontColor(group), styled.GetShadowColor(group), Color{}, kAlignLeft);
 }
 
@@ -264,6 +266,7 @@ int ListView::StateOf(int index) const {
 void ListView::Draw(Bitmap& canvas) {
   const BITMAP* target = canvas.GetBitmap();
   if (!target) return;
+  const int line = Zoomed(1);
   int y = 0;
   for (int i = first; i < Count() && y <= h(); ++i) {
     ListItem& item = *GetItem(i);
@@ -273,7 +276,8 @@ void ListView::Draw(Bitmap& canvas) {
       SubCanvas strip{canvas, 0, y, w(), height};
       item.Draw(strip, GetBitmap(), StateOf(i));
       if (i == current && skin && skin->dottedRect != 0)
-        canvas.DottedRect(1, y + 1, w() - 2, y + height - 2, skin->colors[kFontFace]);
+        canvas.DottedRect(line, y + line, w() - 1 - line, y + height - 1 - line,
+                          skin->colors[kFontFace], line);
     }
     y += height;
   }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "toolkit/base/zoom.h"
+#include "toolkit/draw/art.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {
@@ -78,7 +80,10 @@ void Image::SetBitmap(const char* fileName) {
     Redraw();
     return;
   }
-  if (bitmap.Load(fileName, kMemoryBitmap).IsError()) bitmap.Destroy();
+  if (IsZoomed())
+    bitmap.Take(LoadArt(fileName, CurrentZoom()));
+  else if (bitmap.Load(fileName, kMemoryBitmap).IsError())
+    bitmap.Destroy();
   UpdateSize();
   Redraw();
 }

@@ -69,7 +69,7 @@ class Image : public Widget {
 
   // The virtual operations that an image adds; their order is part of the interface.
   virtual void UpdateSize();
-  // A file that cannot be read leaves no picture; null takes the picture away.
+  // A picture at the current zoom. A file that cannot be read leaves none; null takes it away.
   virtual void SetBitmap(const char* fileName);
   virtual void SetBitmap(const SkinBitmap& picture);  // copied
   virtual void SetBitmap(int element);

@@ -8,6 +8,7 @@
 
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/text.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {
@@ -55,7 +56,7 @@ ScrollView::ScrollView() : content{*this} {
   hBar.SetOrientation(kHorizontal);
   vBar.SetOrientation(kVertical);
   for (ScrollBar* bar : {&hBar, &vBar}) {
-    bar->SetIncrement(kBarIncrement);
+    bar->SetIncrement(Zoomed(kBarIncrement));
     bar->Hide();
   }
   corner.Hide();
@@ -197,7 +198,7 @@ void ScrollView::Unhide() {
 
 void ScrollView::ScrollByWheel(const Widget* sender, int steps) {
   const bool overBar = hBar.Dialog::Contains(sender) || vBar.Dialog::Contains(sender);
-  if (vShown && !overBar) vBar.ScrollByWheel(steps * kBarIncrement);
+  if (vShown && !overBar) vBar.ScrollByWheel(steps * Zoomed(kBarIncrement));
 }
 
 void ScrollView::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "toolkit/base/input.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/skin/skin.h"
 
@@ -203,7 +204,7 @@ void Slider::Draw(Bitmap& canvas) {
     else
       track->DrawVFrame(canvas, state, 0, 0, h(), kFrames);
   }
-  if (ShowsFocus()) canvas.DottedRect(0, 0, w() - 1, h() - 1, skin->colors[kFontFace]);
+  if (ShowsFocus()) canvas.DottedRect(0, 0, w() - 1, h() - 1, skin->colors[kFontFace], Zoomed(1));
   DrawGrip(canvas, state);
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "toolkit/base/settings.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {
@@ -306,7 +307,7 @@ void Window::UpdateLayout() {
   maxButton.Place(skin->windowMaxPos);
   closeButton.Place(skin->windowExitPos);
   PlaceTitle();
-  minWidth = std::max(minWidth, textBack.w() + kRoomBesideTitle);
+  minWidth = std::max(minWidth, textBack.w() + Zoomed(kRoomBesideTitle));
   minHeight = std::max(minHeight, FrameSize().h);
   if (IsInState(kRolledUp)) return;
   client->Shape(left.Thickness(), TitleBarHeight(), std::max(0, w() - FrameSize().w),
