@@ -100,8 +100,11 @@ std::vector<std::string> LateDevices() {
           terminal ? terminal : ""};
 }
 
-// With graphics and input, skin and menu need no more than their files.
-void LimitMenu() {
+// Graphics and input are there, the skin is not yet: it is loaded at the zoom that the menu gets.
+// Skin and menu need no more than their files.
+void PrepareMenu() {
+  launcherState.layout =
+      FitLayout(kMainMenu, {settings.screenWidth, settings.screenHeight}, settings.zoom);
   LimitWritingTo(LateDevices());
   LimitCalls();
 }
@@ -115,7 +118,7 @@ Error TryFallbackModes(Error result) {
     settings.screenHeight = mode.height;
     settings.colorDepth = mode.depth;
     settings.antialiasing = mode.antialiasing;
-    result = InstallToolkit(nullptr, LimitMenu);
+    result = InstallToolkit(nullptr, PrepareMenu);
   }
   return result;
 }
@@ -145,7 +148,7 @@ class WithoutComposing {
 // Returns only with a graphics mode and a running toolkit.
 void BringUpGraphics() {
   const WithoutComposing menu;
-  const Error result = TryFallbackModes(InstallToolkit(kSettingsFile, LimitMenu));
+  const Error result = TryFallbackModes(InstallToolkit(kSettingsFile, PrepareMenu));
   if (!result.IsError()) return;
   if (result == Error{kGraphicsError}) EndWithoutGraphics();
   ChangeDirectory(Directory::kSaved);

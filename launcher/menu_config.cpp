@@ -21,8 +21,8 @@ namespace {
 
 using Section = SectionFile::Section;
 
-constexpr const char* kGeneral = "MENU_CONFIGURATION";
 constexpr int kUnset = -1;
+constexpr const char* kNoText = "-";  // where there would be one
 
 struct Resolution {
   int width, height;
@@ -47,11 +47,13 @@ constexpr LayoutKey kLayoutKeys[] = {
     {"ProgressW", &LayoutValues::progressW},
 };
 
-const char* ResolutionSection() {
+const char* LayoutSection() {
+  if (const std::string& fitted = launcherState.layout.section; !fitted.empty())
+    return fitted.c_str();
   for (const Resolution& row : kResolutions)
     if (row.width == settings.screenWidth && row.height == settings.screenHeight)
       return row.section;
-  return kGeneral;
+  return kGeneralSection;
 }
 
 Color DefaultBackLineColor() { return {200, 100, 100}; }
@@ -67,10 +69,32 @@ Color ParseColor(const char* text) {
 }
 
 // A key in the interface language: "Title.de" where there is one, else "Title".
-std::string Translated(const Section& section, const char* key, bool translates) {
-  std::string plain = section.GetText(key);
+std::string Translated(const Section& section, const char* key, bool translates,
+                       const char* fallback = "") {
+  std::string plain = section.GetText(key, fallback);
   if (!translates) return plain;
   return section.GetText((std::string{key} + "." + LanguageSuffix()).c_str(), plain.c_str());
+}
+
+void ReadScreenText(const SectionFile& file, const char* layoutSection, const std::string& key,
+                    bool translates, ScreenText& text) {
+  const Section& general = file.Find(kGeneralSection);
+  const Section& own = file.Find(layoutSection);
+  const auto number = [&](const char* part, std::int32_t& value) {
+    const std::string name = key + part;
+    value = own.GetInt(name.c_str(), general.GetInt(name.c_str(), value));
+  };
+  number("Left", text.left);
+  number("Top", text.top);
+  number("Font", text.font);
+  const std::string color = key + "Color";
+  const Color said = ParseColor(own.GetText(color.c_str(), general.GetText(color.c_str())));
+  if (said.IsSet()) text.color = said;
+  const std::string words = Translated(general, key.c_str(), translates);
+  if (words == kNoText)
+    text.text.Clear();
+  else if (!words.empty())
+    text.text.Assign(words.c_str());
 }
 
 void ReadLook(const Section& section, MenuItem& item) {
@@ -115,6 +139,17 @@ bool FileExists(const char* name) {
   return *name != '\0' && stat(name, &status) == 0;
 }
 
+LayoutValues ReadLayout(const SectionFile& file, const char* section, LayoutValues values) {
+  const Section& general = file.Find(kGeneralSection);
+  const Section& own = file.Find(section);
+  for (const LayoutKey& row : kLayoutKeys) {
+    std::int32_t& value = values.*row.value;
+    const int said = own.GetInt(row.key, kUnset);
+    value = said != kUnset ? said : general.GetInt(row.key, value);
+  }
+  return values;
+}
+
 MenuConfig::MenuConfig() = default;
 MenuConfig::~MenuConfig() = default;
 
@@ -126,10 +161,19 @@ void MenuConfig::Read(const char* menuFile) {
 void MenuConfig::ReadWithoutHints(const char* menuFile) {
   if (menuFile) {
     levels.push_back(std::make_unique<MenuLevel>());
+    if (levels.size() > 1) {
+      const MenuLevel& outer = *levels[levels.size() - 2];
+      CurrentLevel().heading = outer.heading;
+      CurrentLevel().keyHelp = outer.keyHelp;
+    }
     CurrentLevel().fileName.Assign(menuFile);
   } else if (levels.size() > 1) {
     levels.pop_back();
   }
+  background.Assign("back.bmp");
+  menuTitle.Clear();
+  hintTitle.Clear();
+  hintFile.Clear();
   lineCount = 0;
   launcherState.backLineColor = DefaultBackLineColor();
   items.clear();
@@ -140,18 +184,19 @@ void MenuConfig::ReadWithoutHints(const char* menuFile) {
 }
 
 void MenuConfig::ReadScreen(const SectionFile& file) {
-  const Section& general = file.Find(kGeneral);
-  const Section& resolution = file.Find(ResolutionSection());
-  background.Assign(resolution.GetText("Background", general.GetText("Background")));
-  for (const LayoutKey& row : kLayoutKeys) {
-    std::int32_t& value = layoutValues.*row.value;
-    const int own = resolution.GetInt(row.key, kUnset);
-    value = own != kUnset ? own : general.GetInt(row.key, value);
-  }
-  menuTitle.Assign(general.GetText("MenuTitle"));
-  hintTitle.Assign(general.GetText("HintTitle"));
+  const Section& general = file.Find(kGeneralSection);
+  const char* layoutSection = LayoutSection();
+  const Section& resolution = file.Find(layoutSection);
+  const bool translates = LanguageIndex() != 0;
+  const std::string usual = Translated(general, "Background", translates);
+  background.Assign(Translated(resolution, "Background", translates, usual.c_str()).c_str());
+  layoutValues = ReadLayout(file, layoutSection, layoutValues);
+  menuTitle.Assign(Translated(general, "MenuTitle", translates).c_str());
+  hintTitle.Assign(Translated(general, "HintTitle", translates).c_str());
+  ReadScreenText(file, layoutSection, "Heading", translates, CurrentLevel().heading);
+  ReadScreenText(file, layoutSection, "KeyHelp", translates, CurrentLevel().keyHelp);
   const std::string plainHintFile = general.GetText("HintFile");
-  hintFile.Assign(Translated(general, "HintFile", LanguageIndex() != 0).c_str());
+  hintFile.Assign(Translated(general, "HintFile", translates).c_str());
   if (!FileExists(hintFile)) hintFile.Assign(plainHintFile.c_str());
   lineCount = general.GetInt("LinesNumber", lineCount);
   const Color backLine = ParseColor(general.GetText("BacklineColor"));

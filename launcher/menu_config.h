@@ -43,10 +43,22 @@ struct MenuItem {
   FixedText<260> showIfFile;
 };
 
+// A line of text on the background. A menu file that leaves something of it out has that of the
+// menu that led to it.
+struct ScreenText {
+  FixedText<1024> text;  // empty for none
+  std::int32_t left = 79;
+  std::int32_t top;
+  std::int32_t font = 0;  // of the skin
+  Color color;
+};
+
 // One open menu file.
 struct MenuLevel {
   FixedText<260> fileName;
   std::int32_t index = 0;  // of the selected entry, counted as the list shows them
+  ScreenText heading{.text = {}, .top = 40, .font = 2, .color = {255, 255, 255}};
+  ScreenText keyHelp{.text = {}, .top = 80, .color = {255, 255, 255}};
 };
 
 // Where things lie on the screen, in pixels. A menu file that leaves a value out inherits it from
@@ -65,6 +77,11 @@ struct LayoutValues {
   std::int32_t progressW = 614;
 };
 extern LayoutValues layoutValues;
+
+// What a section says or, where it says nothing, the general one; else the value stays as it is.
+LayoutValues ReadLayout(const SectionFile& file, const char* section, LayoutValues values);
+
+inline constexpr const char* kGeneralSection = "MENU_CONFIGURATION";
 
 // The menu file that is shown, and the files that led to it.
 //

@@ -1,8 +1,10 @@
 #include <algorithm>
+#include <cmath>
 
-#include "imageformats/load.h"
 #include "launcher/menu_widgets.h"
 #include "launcher/texts.h"
+#include "toolkit/base/zoom.h"
+#include "toolkit/draw/art.h"
 
 namespace zel {
 namespace {
@@ -24,6 +26,23 @@ void Fill(Bitmap& canvas, const Triangle& t, Color color) {
   canvas.triangle(t.x1, t.y1, t.x2, t.y2, t.x3, t.y3, color);
 }
 
+// The bend between stem and bar of the way back: a quarter of a ring from the left of its centre
+// down to the bottom.
+void DrawBend(Bitmap& canvas, Point centre, Color color) {
+  // Allegro counts 256 degrees anticlockwise from the right.
+  if (!IsZoomed()) {
+    for (const int radius : {4, 3, 2})
+      canvas.arc(centre.x, centre.y, itofix(128), itofix(192), radius, color);
+    return;
+  }
+  // Arcs that are drawn one in the other leave holes between them.
+  const double inner = 1.5 * CurrentZoom(), outer = 4.5 * CurrentZoom();
+  for (int y = 0; y <= outer; ++y)
+    for (int x = 0; x <= outer; ++x)
+      if (const double radius = std::hypot(x, y); inner <= radius && radius < outer)
+        canvas.putpixel(centre.x - x, centre.y + y, color);
+}
+
 }  // namespace
 
 struct MenuEntry::TextLook {
@@ -35,8 +54,7 @@ struct MenuEntry::TextLook {
 
 std::shared_ptr<BITMAP> IconCache::Get(const char* fileName) {
   const auto [found, isNew] = icons_.try_emplace(fileName);
-  if (isNew)
-    found->second = std::shared_ptr<BITMAP>{LoadPicture(fileName, nullptr), BitmapDeleter{}};
+  if (isNew) found->second = LoadArt(fileName, CurrentZoom());
   return found->second;
 }
 
@@ -48,13 +66,13 @@ MenuEntry::MenuEntry(const MenuItem& menuItem, IconCache& icons) : item_{menuIte
 
 Rect MenuEntry::PaintedPart(Size canvas) const {
   if (!owner || !owner->GetBitmap()) return {};
-  return {kFrameLeft, 0, std::max(0, canvas.w - kFrameMargin), canvas.h};
+  return {Zoomed(kFrameLeft), 0, std::max(0, canvas.w - Zoomed(kFrameMargin)), canvas.h};
 }
 
 void MenuEntry::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {
-  if (const int width = canvas.Width() - kFrameMargin; skinBitmap && width > 0)
-    skinBitmap->DrawArea(canvas.GetBitmap(), 0, state, kFrameLeft, 0, width, canvas.Height(), 1,
-                         kListStates);
+  if (const int width = canvas.Width() - Zoomed(kFrameMargin); skinBitmap && width > 0)
+    skinBitmap->DrawArea(canvas.GetBitmap(), 0, state, Zoomed(kFrameLeft), 0, width,
+                         canvas.Height(), 1, kListStates);
   if (IsSeparator()) {
     DrawSeparator(canvas);
     return;
@@ -73,34 +91,39 @@ void MenuEntry::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {
 
 void MenuEntry::DrawSeparator(Bitmap& canvas) const {
   const int middle = canvas.Height() / 2;
-  canvas.rectfill(kTextLeft, middle, canvas.Width() - kSeparatorMargin, middle + 1, item_.color);
+  canvas.rectfill(Zoomed(kTextLeft), middle, canvas.Width() - Zoomed(kSeparatorMargin),
+                  middle + Zoomed(2) - 1, item_.color);
 }
 
 void MenuEntry::DrawBack(Bitmap& canvas, const TextLook& look) const {
   const int right = canvas.Width();
   const int middle = canvas.Height() / 2;
-  canvas.rectfill(10, middle + 2, 16, middle + 4, item_.color);
-  canvas.rectfill(6, 1, 8, middle, item_.color);
-  // The bend between stem and bar: a quarter of a circle from the left down to the bottom. Allegro
-  // counts 256 degrees anticlockwise from the right.
-  for (const int radius : {4, 3, 2})
-    canvas.arc(10, middle, itofix(128), itofix(192), radius, item_.color);
-  Fill(canvas, {7, 0, 11, 8, 4, 8}, item_.color);
-  Fill(canvas, {right - 10, middle + 4, right - 2, middle + 4, right - 6, middle - 3}, item_.color);
-  look.font.TextoutShadow(canvas, Text(kBackText), {kTextLeft, look.y}, look.color, look.shadow,
-                          Color{}, kAlignLeft);
+  canvas.rectfill(Zoomed(10), middle + Zoomed(2), Zoomed(17) - 1, middle + Zoomed(5) - 1,
+                  item_.color);
+  canvas.rectfill(Zoomed(6), Zoomed(1), Zoomed(9) - 1, middle, item_.color);
+  DrawBend(canvas, {Zoomed(10), middle}, item_.color);
+  Fill(canvas, {Zoomed(7), 0, Zoomed(11), Zoomed(8), Zoomed(4), Zoomed(8)}, item_.color);
+  Fill(canvas,
+       {right - Zoomed(10), middle + Zoomed(4), right - Zoomed(2), middle + Zoomed(4),
+        right - Zoomed(6), middle - Zoomed(3)},
+       item_.color);
+  look.font.TextoutShadow(canvas, Text(kBackText), {Zoomed(kTextLeft), look.y}, look.color,
+                          look.shadow, Color{}, kAlignLeft);
 }
 
 void MenuEntry::DrawItem(Bitmap& canvas, const TextLook& look) const {
   // Allegro draws a paletted sprite in the colours of its palette.
   if (icon_ && canvas.GetBitmap())
-    draw_sprite(canvas.GetBitmap(), icon_.get(), kIconLeft, look.y - 1);
-  look.font.TextoutShadow(canvas, item_.title, {kTextLeft, look.y}, look.color, look.shadow,
+    draw_sprite(canvas.GetBitmap(), icon_.get(), Zoomed(kIconLeft), look.y - Zoomed(1));
+  look.font.TextoutShadow(canvas, item_.title, {Zoomed(kTextLeft), look.y}, look.color, look.shadow,
                           Color{}, kAlignLeft);
   if (!(item_.flags & kItemSubmenu)) return;
   const int right = canvas.Width();
   const int middle = canvas.Height() / 2;
-  Fill(canvas, {right - 8, middle - 4, right - 8, middle + 4, right - 3, middle}, item_.color);
+  Fill(canvas,
+       {right - Zoomed(8), middle - Zoomed(4), right - Zoomed(8), middle + Zoomed(4),
+        right - Zoomed(3), middle},
+       item_.color);
 }
 
 }  // namespace zel

@@ -14,6 +14,7 @@
 #include "toolkit/base/console_guard.h"
 #include "toolkit/base/input_rest.h"
 #include "toolkit/base/settings.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/core/event_loop.h"
 
 namespace zel {
@@ -31,6 +32,11 @@ int Moved(std::int32_t value, int pixels) {
   return std::clamp(value, -kMostPixels, kMostPixels) + pixels;
 }
 
+void PutOnScreen(Widget& panel, const Rect& place) {
+  const Rect area = launcherState.layout.OnScreen(place);
+  panel.Setup(area.x, area.y, area.w, area.h, 0, 0);
+}
+
 std::int64_t Milliseconds() {
   const auto now = std::chrono::steady_clock::now().time_since_epoch();
   return std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
@@ -41,6 +47,8 @@ std::int64_t Milliseconds() {
 MenuScreen::MenuScreen() {
   Add(&backdrop_);
   Add(&wallpaper_);
+  Add(&heading_);
+  Add(&keyHelp_);
   Add(&menuPanel_);
   Add(&hintPanel_);
   Load(kMainMenu);
@@ -57,9 +65,14 @@ MenuScreen::~MenuScreen() {
 void MenuScreen::SetUpProgress() {
   progressValues = {};
   const LayoutValues& at = layoutValues;
-  progressBar_.Setup(Moved(at.progressX, kProgressInset), at.progressY,
-                     Moved(at.progressW, -kProgressMargin), kProgressHeight, 0, 0, kHorizontal);
-  progressBar_.Hide();
+  const Rect bar =
+      launcherState.layout.OnScreen({at.progressX, at.progressY, at.progressW, kProgressHeight});
+  progressBar_.Setup(Moved(bar.x, Zoomed(kProgressInset)), bar.y,
+                     Moved(bar.w, -Zoomed(kProgressMargin)), Zoomed(kProgressHeight), 0, 0,
+                     kHorizontal);
+  progressBar_.SetIncrement(1);
+  progressBar_.ShowSteps(progressValues.currentStep, progressValues.stepNumber);
+  if (!progressValues.Shows()) progressBar_.Hide();
   Add(&progressBar_);
   progressPeriod_ = progressValues.PollPeriod();
   progressTimer_ = InstallTimer(progressPeriod_);
@@ -91,6 +104,8 @@ void MenuScreen::ShowLevel() {
   icons_.Clear();
   PlacePanels();
   wallpaper_.SetPicture(configuration_.background);
+  heading_.Show(configuration_.CurrentLevel().heading);
+  keyHelp_.Show(configuration_.CurrentLevel().keyHelp);
   Redraw();
 }
 
@@ -112,9 +127,9 @@ void MenuScreen::FillList(IconCache* icons) {
 void MenuScreen::PlacePanels() {
   const LayoutValues& at = layoutValues;
   menuPanel_.SetTitle(configuration_.menuTitle);
-  menuPanel_.Setup(at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight, 0, 0);
+  PutOnScreen(menuPanel_, {at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight});
   hintPanel_.SetTitle(configuration_.hintTitle);
-  hintPanel_.Setup(at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight, 0, 0);
+  PutOnScreen(hintPanel_, {at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight});
   if (FileExists(configuration_.hintFile))
     hintPanel_.Unhide();
   else

@@ -54,6 +54,7 @@ class MenuScreen final : public Dialog {
 
   ClearScreen backdrop_;
   bool chosen_ = false;
+  ScreenLabel heading_, keyHelp_;
   MenuPanel menuPanel_;
   HintPanel hintPanel_;
   WallpaperPanel wallpaper_;

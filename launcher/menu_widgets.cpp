@@ -5,17 +5,22 @@
 #include <utility>
 #include <vector>
 
+#include "launcher/backdrop.h"
+#include "launcher/state.h"
 #include "toolkit/base/input.h"
 #include "toolkit/base/settings.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {
 namespace {
 
-// Between the hint and its frame; at the right, kHintMargin leaves room enough.
+// Between the hint and its frame; at the right, Zoomed(kHintMargin) leaves room enough.
 constexpr int kHintInset = 4;
 // What ShowHint leaves of the text viewer's width for its frame and scroll bar.
 constexpr int kHintMargin = 24;
+// Between a text on the background and the layout's right end.
+constexpr int kTextMargin = 16;
 // A font has no picture of a tab and its like.
 constexpr const char* kWordEnds = " \n\t\v\f";
 
@@ -117,7 +122,7 @@ bool MenuList::TakeKey(int code) {
     // A key that has opened another menu must not choose in it too.
   } while (moved && pendingIndex_ == -1 && IsSeparatorAt(current));
   if (moved) Report(MSG_ITEM_SELECTED, reinterpret_cast<EventArg>(GetItem(current)));
-  SelectItem(std::exchange(pendingIndex_, -1));
+  if (pendingIndex_ != -1) SelectItem(std::exchange(pendingIndex_, -1));
   return used;
 }
 
@@ -180,11 +185,11 @@ void TitledPanel::Draw(Bitmap& canvas) {
   const Color light = skin->colors[kShad1];
   const Color dark = skin->colors[kShad2];
   SubCanvas inner{canvas, horizontalMargin, verticalMargin, width, height};
-  inner.Box3D(0, 0, width - 1, height - 1, face, light, dark);
+  inner.Box3D(0, 0, width - 1, height - 1, face, light, dark, Zoomed(1));
 
   const Font& font = GetFont(kNormal);
   const int bandHeight = TitleHeight();
-  inner.Box3D(0, 0, width - 1, bandHeight - 1, face, light, dark);
+  inner.Box3D(0, 0, width - 1, bandHeight - 1, face, light, dark, Zoomed(1));
   const Point point{(width - font.TextLength(title)) / 2, (bandHeight - font.TextHeight()) / 2};
   font.Textout(inner, title, point.x, point.y, skin->colors[kFontFace], Color{}, kAlignLeft);
 }
@@ -217,8 +222,8 @@ HintPanel::HintPanel() : TitledPanel{view_} { Add(&view_); }
 
 void HintPanel::UpdateLayout() {
   // Beside a wide scroll bar no line may need another one.
-  const int left = std::clamp(kHintMargin - view_.BarThickness(), 0, kHintInset);
-  view_.SetMargins(left, kHintInset, 0, kHintInset);
+  const int left = std::clamp(Zoomed(kHintMargin) - view_.BarThickness(), 0, Zoomed(kHintInset));
+  view_.SetMargins(left, Zoomed(kHintInset), 0, Zoomed(kHintInset));
   TitledPanel::UpdateLayout();
 }
 
@@ -231,7 +236,7 @@ void HintPanel::Draw(Bitmap& canvas) {
 
 void HintPanel::ShowHint(const MenuEntry* entry, const Font& font) {
   if (!entry || entry->Item().hintText.IsEmpty()) return view_.SetLines({});
-  const int room = view_.w() - kHintMargin;
+  const int room = view_.w() - Zoomed(kHintMargin);
   const int space = font.TextLength(" ");
   std::vector<std::string> lines;
   std::string line;
@@ -253,6 +258,44 @@ void HintPanel::ShowHint(const MenuEntry* entry, const Font& font) {
   view_.SetLines(std::move(lines));
 }
 
+void ScreenLabel::Show(const ScreenText& text) {
+  const Rect place = launcherState.layout.OnScreen({text.left, text.top, 0, 0});
+  font_ = text.font;
+  color_ = text.color;
+  TakeLook();
+  SetText(text.text);
+  Place(place.x, place.y);
+  Wrap();
+  if (text.text.IsEmpty())
+    Hide();
+  else
+    Unhide();
+}
+
+void ScreenLabel::MsgInitSkin() {
+  Label::MsgInitSkin();
+  TakeLook();
+  Wrap();
+}
+
+void ScreenLabel::Wrap() {
+  const ScreenLayout& layout = launcherState.layout;
+  const int end = layout.section.empty() ? settings.screenWidth
+                                         : layout.OnScreen({0, 0, layout.size.w, 0}).Right();
+  SetMultiline(false);
+  UpdateSize();
+  const int room = end - Zoomed(kTextMargin) - GetRelativePos().x;
+  if (w() <= room || room < 1) return;
+  SetW(room);
+  SetMultiline(true);
+}
+
+void ScreenLabel::TakeLook() {
+  SetFont(font_, kNormal);
+  SetFontColor(color_, Color{}, kNormal);
+  SetTextBackColor(Color{});
+}
+
 CenteredImage::CenteredImage() { ClearFlag(kFlagAutoSize); }
 
 void CenteredImage::Draw(Bitmap& canvas) {
@@ -260,6 +303,11 @@ void CenteredImage::Draw(Bitmap& canvas) {
   const int left = std::max(0, (w() - bitmap.Width()) / 2);
   const int top = std::max(0, (h() - bitmap.Height()) / 2);
   bitmap.blit(canvas.GetBitmap(), sourceX_, sourceY_, left, top, w(), h());
+}
+
+void CenteredImage::Take(BitmapPtr picture) {
+  bitmap.Take(std::move(picture));
+  Redraw();
 }
 
 void CenteredImage::UpdateOpacity() { SetOpaque(bitmap.Width() >= w() && bitmap.Height() >= h()); }
@@ -282,7 +330,10 @@ WallpaperPanel::WallpaperPanel() {
 
 void WallpaperPanel::SetPicture(const char* fileName) {
   image_.ResetSource();
-  image_.SetBitmap(fileName);
+  if (const ScreenLayout& layout = launcherState.layout; layout.section.empty())
+    image_.SetBitmap(fileName);
+  else
+    image_.Take(LoadBackdrop(fileName, layout, {w(), h()}));
   image_.Resize(w(), h());
 }
 

@@ -9,6 +9,7 @@
 #include "launcher/menu_config.h"
 #include "toolkit/base/messages.h"
 #include "toolkit/core/dialog.h"
+#include "toolkit/widgets/button.h"
 #include "toolkit/widgets/list_view.h"
 #include "toolkit/widgets/panel.h"
 #include "toolkit/widgets/scroll_view.h"
@@ -140,6 +141,22 @@ class HintPanel final : public TitledPanel {
   TextView view_;
 };
 
+// A text on the background, wrapped where it would reach beyond the layout.
+class ScreenLabel final : public Label {
+ public:
+  void Show(const ScreenText& text);
+  void MsgInitSkin() override;
+  // What lies behind it is what the pointer is over.
+  bool MsgWantMouse() override { return false; }
+
+ private:
+  void TakeLook();
+  void Wrap();
+
+  int font_ = 0;
+  Color color_;
+};
+
 // A picture that is centred, or cut at its right and bottom where it is too large.
 class CenteredImage final : public Image {
  public:
@@ -148,6 +165,8 @@ class CenteredImage final : public Image {
   void MsgResize() override;
   void MsgShape() override;
   void ResetSource() { sourceX_ = sourceY_ = 0; }
+  // Null for no picture.
+  void Take(BitmapPtr picture);
 
  private:
   void UpdateOpacity();

@@ -4,11 +4,12 @@
 #include <cstdlib>
 #include <string>
 
-#include "imageformats/load.h"
 #include "launcher/paths.h"
 #include "launcher/plain_file.h"
 #include "toolkit/base/section_file.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/core/dialog.h"
+#include "toolkit/draw/art.h"
 
 namespace zel {
 namespace {
@@ -72,13 +73,15 @@ bool ProgressFile::IsKnown(const FileStamp& stamp, std::int64_t now) const {
   return now - readAt_ < kPause || (isSettled_ && stamp == stamp_);
 }
 
-StepBar::StepBar() : picture_{LoadPicture(kPicture, nullptr)} {
+StepBar::StepBar() : picture_{LoadArt(kPicture, CurrentZoom())} {
   if (!picture_) return;
   run_ = NewBitmap(bitmap_color_depth(picture_.get()), picture_->w + kCopies - 1, picture_->h);
   for (int x = 0; run_ && x < kCopies; ++x) draw_sprite(run_.get(), picture_.get(), x, 0);
 }
 
-int StepBar::FillEnd() const { return std::max(kFillInset, RoundToInt(Filled(w())) - kFillInset); }
+int StepBar::FillEnd() const {
+  return std::max(Zoomed(kFillInset), RoundToInt(Filled(w())) - Zoomed(kFillInset));
+}
 
 void StepBar::ShowSteps(int done, int all) {
   const int before = FillEnd();
@@ -91,28 +94,28 @@ void StepBar::RedrawFill(int from, int to) {
   if (from == to || !picture_) return;
   const int left = std::min(from, to);
   const int right = std::min(w(), std::max(from, to) + picture_->w - 1);
-  const Rect part{left, 0, right - left, h() - kBelowSteps};
+  const Rect part{left, 0, right - left, h() - Zoomed(kBelowSteps)};
   if (part.w < 1 || part.h < 1) return;
   RedrawPart(part);
   // A high picture reaches below the track, where nothing else wipes it away.
-  if (to < from && parent && kFillInset + picture_->h > part.h - kBelowTrack + 1)
+  if (to < from && parent && Zoomed(kFillInset) + picture_->h > part.h - Zoomed(kBelowTrack) + 1)
     parent->RedrawBehind(this, part);
 }
 
 void StepBar::DrawFill(Bitmap& area) const {
   const int end = FillEnd();
-  int x = kFillInset;
+  int x = Zoomed(kFillInset);
   // A run shows the same as its pictures one by one: each covers the ones before it.
   if (run_)
     for (; x + kCopies <= end; x += kCopies)
-      draw_sprite(area.GetBitmap(), run_.get(), x, kFillInset);
-  for (; x < end; ++x) draw_sprite(area.GetBitmap(), picture_.get(), x, kFillInset);
+      draw_sprite(area.GetBitmap(), run_.get(), x, Zoomed(kFillInset));
+  for (; x < end; ++x) draw_sprite(area.GetBitmap(), picture_.get(), x, Zoomed(kFillInset));
 }
 
 void StepBar::Draw(Bitmap& canvas) {
-  const int height = h() - kBelowSteps;
+  const int height = h() - Zoomed(kBelowSteps);
   if (!IsHorizontal() || canvas.IsEmpty() || w() < 1 || height < 1) return;
-  canvas.Box3D(0, 0, w() - 1, height - kBelowTrack, white, black, gray);
+  canvas.Box3D(0, 0, w() - 1, height - Zoomed(kBelowTrack), white, black, gray, Zoomed(1));
   SubCanvas area{canvas, 0, 0, w(), height};
   if (picture_ && !area.IsEmpty()) DrawFill(area);
 }
@@ -123,17 +126,19 @@ int BusyBar::BlockWidth() const {
   return GetRange() > 0 ? RoundToInt(w() * max * kBlockWidth / GetRange()) : 0;
 }
 
-BusyBar::Span BusyBar::Block() const { return {position_ + kBlockInset, position_ + BlockWidth()}; }
+BusyBar::Span BusyBar::Block() const {
+  return {position_ + Zoomed(kBlockInset), position_ + BlockWidth()};
+}
 
 void BusyBar::Move() {
   const int end = GetRange() > 0 ? RoundToInt(w() * max / GetRange()) : 0;
-  const int last = end - BlockWidth() - kTurnMargin;
-  if (position_ < kBlockStep) {
+  const int last = end - BlockWidth() - Zoomed(kTurnMargin);
+  if (position_ < Zoomed(kBlockStep)) {
     position_ = 1;
-    step_ = kBlockStep;
+    step_ = Zoomed(kBlockStep);
   } else if (position_ > last) {
     position_ = last;
-    step_ = -kBlockStep;
+    step_ = -Zoomed(kBlockStep);
   }
   position_ += step_;
 }
@@ -144,19 +149,20 @@ void BusyBar::Increment() {
   Move();
   const Span after = Block();
   // Inside and outside of the block nothing changes.
-  const int width = std::abs(after.left - before.left) + kBevel;
+  const int width = std::abs(after.left - before.left) + kBevel * Zoomed(1);
   RedrawPart({std::min(before.left, after.left), 0, width, TrackHeight()});
-  RedrawPart({std::min(before.right, after.right) - kBevel + 1, 0, width, TrackHeight()});
+  RedrawPart(
+      {std::min(before.right, after.right) - kBevel * Zoomed(1) + 1, 0, width, TrackHeight()});
 }
 
 void BusyBar::Draw(Bitmap& canvas) {
   const int height = TrackHeight();
   if (!IsHorizontal() || canvas.IsEmpty() || w() < 1 || height < 1) return;
-  canvas.Box3D(0, 0, w() - 1, height - kBelowTrack, white, gray, gray);
+  canvas.Box3D(0, 0, w() - 1, height - Zoomed(kBelowTrack), white, gray, gray, Zoomed(1));
   SubCanvas area{canvas, 0, 0, w(), height};
   const Span block = Block();
-  area.Box3D(block.left, kBlockInset, block.right, height - kBelowBlock, Color{110, 120, 190},
-             darkgray, darkgray);
+  area.Box3D(block.left, Zoomed(kBlockInset), block.right, height - Zoomed(kBelowBlock),
+             Color{110, 120, 190}, darkgray, darkgray, Zoomed(1));
 }
 
 }  // namespace zel

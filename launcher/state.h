@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "launcher/layout.h"
 #include "toolkit/base/text.h"
 #include "toolkit/draw/color.h"
 
@@ -16,6 +17,7 @@ struct LauncherState {
   MenuScreen* runningScreen = nullptr;  // while it runs
   std::int32_t exitCode = 0;            // of the current item; what the process returns
   FixedText<256> outputString;          // of the current item
+  ScreenLayout layout;                  // of the screen there is
   bool mousePending = false;            // no mouse driver yet: its server was not running at start
   int heldMouse = -1;                   // a descriptor of the removed mouse's device, or -1
   char savedDirectory[260] = {};        // the working directory at start, in raw bytes

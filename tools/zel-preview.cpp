@@ -16,7 +16,9 @@
 #include "launcher/language.h"
 #include "launcher/menu_screen.h"
 #include "launcher/paths.h"
+#include "launcher/state.h"
 #include "toolkit/base/settings.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/testing/offscreen.h"
 
 namespace zel {
@@ -52,8 +54,9 @@ constexpr Key kKeys[] = {
 struct Options {
   std::string directory = "/etc/zel";
   std::filesystem::path png;
-  Size size;      // (0, 0): as the settings say
-  int depth = 0;  // likewise
+  Size size;                   // (0, 0): as the settings say
+  int depth = 0;               // likewise
+  const char* zoom = nullptr;  // likewise
   std::vector<Key> keys;
 };
 
@@ -64,7 +67,8 @@ struct Options {
 
 [[noreturn]] void ExplainUsage() {
   std::fputs(
-      "usage: zel-preview [DIR] --png FILE [--size WxH] [--depth N] [--keys \"Down Return\"]\n"
+      "usage: zel-preview [DIR] --png FILE [--size WxH] [--depth N] [--zoom Z] [--keys \"Down "
+      "Return\"]\n"
       "       DIR is /etc/zel by default; keys are",
       stderr);
   for (const Key& key : kKeys) std::fprintf(stderr, " %s", key.name);
@@ -90,16 +94,15 @@ std::vector<Key> ReadKeys(const char* text) {
 
 Options ReadOptions(int argc, char** argv) {
   static const option kOptions[] = {
-      {"png", required_argument, nullptr, 'o'},
-      {"size", required_argument, nullptr, 's'},
-      {"depth", required_argument, nullptr, 'd'},
-      {"keys", required_argument, nullptr, 'k'},
-      {nullptr, 0, nullptr, 0},
+      {"png", required_argument, nullptr, 'o'},   {"size", required_argument, nullptr, 's'},
+      {"depth", required_argument, nullptr, 'd'}, {"zoom", required_argument, nullptr, 'z'},
+      {"keys", required_argument, nullptr, 'k'},  {nullptr, 0, nullptr, 0},
   };
   Options options;
   for (int letter; (letter = getopt_long(argc, argv, "", kOptions, nullptr)) != -1;) {
     if (letter == 'o') options.png = std::filesystem::absolute(optarg);
     if (letter == 'd') options.depth = std::atoi(optarg);
+    if (letter == 'z') options.zoom = optarg;
     if (letter == 'k') options.keys = ReadKeys(optarg);
     if (letter == '?' || (letter == 'd' && options.depth == 0) ||
         (letter == 's' && !ParseSize(optarg, &options.size)))
@@ -120,6 +123,8 @@ void SetUp(Offscreen& offscreen, const Options& options) {
   const int usual = settings.colorDepth < 1 ? kDepthWithoutDesktop : settings.colorDepth;
   const int depth = options.depth ? options.depth : usual;
   if (!offscreen.SetMode(size, depth)) Fail("there is no such screen");
+  if (options.zoom) settings.zoom = ParseZoom(options.zoom);
+  launcherState.layout = FitLayout(kMainMenu, size, settings.zoom);
   const std::string complaint = Offscreen::LoadSkin(settings.skinPath);
   if (!complaint.empty()) Fail(complaint);
 }

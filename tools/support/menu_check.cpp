@@ -14,10 +14,13 @@
 
 #include "imageformats/load.h"
 #include "launcher/hint_file.h"
+#include "launcher/layout.h"
 #include "launcher/menu_config.h"
+#include "launcher/state.h"
 #include "launcher/whole_file.h"
 #include "toolkit/base/section_file.h"
 #include "toolkit/base/settings.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/draw/engine_font.h"
 #include "toolkit/skin/skin.h"
 
@@ -35,26 +38,45 @@ constexpr std::size_t kLongestText = 1023, kLongestName = 259, kLongestOutput = 
 
 constexpr Size kScreens[] = {{640, 480}, {800, 600}, {1024, 768}};
 
-enum class Kind { kText, kNumber, kColor, kName, kFile, kPicture };
+enum class Kind { kText, kNumber, kColor, kZoom, kName, kFile, kPicture };
 struct Key {
   const char* name;
   Kind kind;
   bool isTranslated = false;  // may be followed by a point and a language
 };
 constexpr Key kScreenKeys[] = {
-    {"Background", Kind::kPicture},  {"MenuLeft", Kind::kNumber},
-    {"MenuTop", Kind::kNumber},      {"MenuWidth", Kind::kNumber},
-    {"MenuHeight", Kind::kNumber},   {"HintLeft", Kind::kNumber},
-    {"HintTop", Kind::kNumber},      {"HintWidth", Kind::kNumber},
-    {"HintHeight", Kind::kNumber},   {"ProgressX", Kind::kNumber},
-    {"ProgressY", Kind::kNumber},    {"ProgressW", Kind::kNumber},
-    {"MenuTitle", Kind::kText},      {"HintTitle", Kind::kText},
-    {"HintFile", Kind::kFile, true}, {"LinesNumber", Kind::kNumber},
+    {"Background", Kind::kPicture, true},
+    {"MenuLeft", Kind::kNumber},
+    {"MenuTop", Kind::kNumber},
+    {"MenuWidth", Kind::kNumber},
+    {"MenuHeight", Kind::kNumber},
+    {"HintLeft", Kind::kNumber},
+    {"HintTop", Kind::kNumber},
+    {"HintWidth", Kind::kNumber},
+    {"HintHeight", Kind::kNumber},
+    {"ProgressX", Kind::kNumber},
+    {"ProgressY", Kind::kNumber},
+    {"ProgressW", Kind::kNumber},
+    {"HeadingLeft", Kind::kNumber},
+    {"HeadingTop", Kind::kNumber},
+    {"HeadingFont", Kind::kNumber},
+    {"HeadingColor", Kind::kColor},
+    {"KeyHelpLeft", Kind::kNumber},
+    {"KeyHelpTop", Kind::kNumber},
+    {"KeyHelpFont", Kind::kNumber},
+    {"KeyHelpColor", Kind::kColor},
+    {"Zoom", Kind::kZoom},
+    {"MenuTitle", Kind::kText, true},
+    {"HintTitle", Kind::kText, true},
+    {"Heading", Kind::kText, true},
+    {"KeyHelp", Kind::kText, true},
+    {"HintFile", Kind::kFile, true},
+    {"LinesNumber", Kind::kNumber},
     {"BacklineColor", Kind::kColor},
 };
 using Keys = std::span<const Key>;
 constexpr Keys kGeneralKeys = kScreenKeys;
-constexpr Keys kSizeKeys = kGeneralKeys.first(12);  // what a section for one size may have
+constexpr Keys kSizeKeys = kGeneralKeys.first(21);  // what a section for one size may have
 constexpr Key kItemKeys[] = {
     {"Title", Kind::kText, true},      {"Icon", Kind::kPicture},       {"Submenu", Kind::kFile},
     {"ExCode", Kind::kNumber},         {"ExString", Kind::kText},      {"HintSection", Kind::kText},
@@ -64,7 +86,8 @@ constexpr Key kItemKeys[] = {
 };
 
 // Settings that are no numbers.
-constexpr const char* kSettingTexts[] = {"skinPath", "gfxMode", "soundDriver", "midiDriver"};
+constexpr const char* kSettingTexts[] = {"zoom", "skinPath", "gfxMode", "soundDriver",
+                                         "midiDriver"};
 
 // A hint file, and the sections of it that items name.
 struct Hints {
@@ -149,6 +172,13 @@ void CheckNumber(const Place& place, const std::string& value) {
     place.Report("\"" + value + "\" is too large");
 }
 
+void CheckZoom(const Place& place, const std::string& value) {
+  char* end = nullptr;
+  const double number = std::strtod(value.c_str(), &end);
+  if (*end != '\0' || !(number >= kLeastZoom && number <= kLargestZoom))
+    place.Report("\"" + value + "\" is no zoom from 1 to 8");
+}
+
 void CheckColor(const Place& place, const std::string& value) {
   int rest = 0, r = 0, g = 0, b = 0;
   const bool isWhole = std::sscanf(value.c_str(), "%d,%d,%d%n", &r, &g, &b, &rest) == 3 &&
@@ -176,6 +206,8 @@ void CheckValue(const Place& place, Kind kind, const std::string& value) {
       return CheckNumber(place, value);
     case Kind::kColor:
       return CheckColor(place, value);
+    case Kind::kZoom:
+      return CheckZoom(place, value);
     case Kind::kPicture:
       return CheckPicture(place, value);
     case Kind::kFile:
@@ -215,15 +247,17 @@ int LineNumber(const std::string& section) {
   return Lower(section) == "line" + std::to_string(number) ? number : 0;
 }
 
+bool IsUsual(Size screen) {
+  return std::find(std::begin(kScreens), std::end(kScreens), screen) != std::end(kScreens);
+}
+
 // The keys of a section that describes the screen; none for any other.
 Keys ScreenKeys(const std::string& section) {
   if (Lower(section) == Lower(kGeneral)) return kGeneralKeys;
-  const bool isForASize =
-      std::any_of(std::begin(kScreens), std::end(kScreens), [&section](const Size& size) {
-        return Lower(section) == Lower(std::string{kGeneral} + "_" + std::to_string(size.w) + "x" +
-                                       std::to_string(size.h));
-      });
-  return isForASize ? kSizeKeys : Keys{};
+  Size size;
+  if (!ReadSectionSize(section, &size)) return {};
+  // Without a zoom the launcher knows the usual ones only.
+  return IsUsual(size) || settings.zoom != 1 ? kSizeKeys : Keys{};
 }
 
 // The explanation of an item in all languages.
@@ -308,11 +342,12 @@ bool Fits(int from, int length, int room) {
 }
 
 void CheckPanel(const Place& place, const char* name, const Rect& panel) {
-  if (!Fits(panel.x, panel.w, settings.screenWidth) ||
-      !Fits(panel.y, panel.h, settings.screenHeight))
+  const ScreenLayout& fitted = launcherState.layout;
+  const Size room =
+      fitted.section.empty() ? Size{settings.screenWidth, settings.screenHeight} : fitted.size;
+  if (!Fits(panel.x, panel.w, room.w) || !Fits(panel.y, panel.h, room.h))
     place.Report(std::string{"the "} + name + " does not fit a screen of " +
-                 std::to_string(settings.screenWidth) + " x " +
-                 std::to_string(settings.screenHeight));
+                 std::to_string(room.w) + " x " + std::to_string(room.h));
 }
 
 void CheckLayout(const std::string& file, bool hasHints) {
@@ -358,6 +393,8 @@ void CheckSetting(const std::string& section, const SectionFile::Entry& entry) {
                   [&entry](const char* text) { return Lower(text) == Lower(entry.name); });
   if (!Settings::IsKey(entry.name.c_str()))
     ReportUnread(place, entry.name);
+  else if (Lower(entry.name) == "zoom" && Lower(entry.value) != "auto")
+    CheckZoom(place, entry.value);
   else if (!isText)
     CheckNumber(place, entry.value);
 }
@@ -393,6 +430,13 @@ void CheckSkin() {
   EngineExit();
 }
 
+// With a zoom any size may have its section.
+void AddSectionSizes(std::vector<Size>& screens) {
+  const SectionFile content{ReadMenuFile(kMainMenu)};
+  for (const Section& section : content.Sections())
+    if (Size size; ReadSectionSize(section.Name(), &size)) screens.push_back(size);
+}
+
 }  // namespace
 
 bool CheckMenuTree() {
@@ -404,10 +448,13 @@ bool CheckMenuTree() {
   if (!FileExists(kMainMenu)) Place{kMainMenu}.Report("there is no such file");
   std::vector<Size> screens(std::begin(kScreens), std::end(kScreens));
   screens.push_back({settings.screenWidth, settings.screenHeight});
+  if (settings.zoom != 1) AddSectionSizes(screens);
   for (const Size& size : screens) {
     settings.screenWidth = size.w;
     settings.screenHeight = size.h;
     layoutValues = {};
+    const double zoom = settings.zoom == 1 || IsUsual(size) ? 1 : kZoomToFit;
+    launcherState.layout = FitLayout(kMainMenu, size, zoom);
     Walk walk;
     if (FileExists(kMainMenu)) CheckMenu(walk, kMainMenu);
   }

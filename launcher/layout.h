@@ -1,0 +1,33 @@
+// Which of a menu file's layouts is shown, how large and where, on screens that none is made for.
+#pragma once
+
+#include <string>
+
+#include "toolkit/base/geometry.h"
+
+namespace zel {
+
+// Without a zoom the layout is as large as the screen, and lies at its corner.
+struct ScreenLayout {
+  std::string section;  // of menu files; empty without a zoom, where the screen's size decides
+  Size size;            // in the file's pixels
+  double scale = 1;     // pixels of the screen to one of the file
+  Point origin;         // of the layout on the screen
+
+  // A place in the file's pixels, where it is on the screen. A negative position counts from the
+  // layout's far edge.
+  Rect OnScreen(const Rect& place) const;
+};
+
+// True for a section of a menu file that is for screens of one size, which is stored.
+bool ReadSectionSize(const std::string& section, Size* size);
+
+// Chooses a layout of the menu file for a screen and sets the toolkit's zoom. With kZoomToFit it is
+// the one of the screen's own size, else the one that fills the screen best, as large as it fits;
+// with a number the largest that the screen has room for at that zoom, or at less where it has room
+// for none. Known are all sections "MENU_CONFIGURATION_WxH", and the general one for the least of
+// the usual sizes that its panels fit in. A section's key "Zoom" says how much larger than its
+// numbers' own pixels text and pictures are to be there.
+ScreenLayout FitLayout(const char* menuFile, Size screen, double zoom);
+
+}  // namespace zel
