@@ -1,8 +1,9 @@
-"""The background pictures: a calm dark ground with a lifebelt and a headline."""
+"""The background pictures: a calm dark ground with a lifebelt, beside which the menu files' heading stands."""
 
 import math
 
-SIZES = ((640, 480), (800, 600), (1024, 768))
+SIZES = ((640, 480), (800, 600), (1024, 768), (1280, 800), (1920, 1080), (1080, 1920))
+SCALES = (1, 2)  # at three times the size nobody sees a difference
 
 
 def wave(w, h, level, swing, phase, color):
@@ -19,7 +20,7 @@ def lifebelt(cx, cy, r):
 
 
 def svg(w, h):
-    unit = h / 600
+    unit = min(w / 800, h / 600)
     return f'''<svg xmlns="http://www.w3.org/2000/svg" width="{w}" height="{h}">
 <defs><linearGradient id="ground" x1="0" y1="0" x2="0" y2="1">
 <stop offset="0" stop-color="#1d4468"/><stop offset=".55" stop-color="#163352"/><stop offset="1" stop-color="#0d2036"/>
@@ -27,6 +28,4 @@ def svg(w, h):
 <rect width="{w}" height="{h}" fill="url(#ground)"/>
 {wave(w, h, .50, .035, .6, "#17395a")}{wave(w, h, .66, .03, 2.4, "#132f4c")}{wave(w, h, .84, .025, 4.0, "#0f263f")}
 {lifebelt(round(62 * unit, 1), round(57 * unit, 1), round(19 * unit, 1))}
-<text x="{100 * unit:.1f}" y="{62 * unit:.1f}" font-family="DejaVu Sans" font-weight="bold" font-size="{31 * unit:.1f}" fill="#ffffff">Rescue menu</text>
-<text x="{101 * unit:.1f}" y="{87 * unit:.1f}" font-family="DejaVu Sans" font-size="{14 * unit:.1f}" fill="#b9cbe0">Arrow keys move, Enter chooses, Tab reaches the explanation</text>
 </svg>'''

@@ -17,6 +17,9 @@ import palette8
 import skin
 from elements import ELEMENTS
 
+# How many times its size everything is drawn: a zoom takes the nearest of them.
+SCALES = (1, 2, 3)
+
 FONT_DIRECTORY = pathlib.Path("/usr/share/fonts/truetype/dejavu")
 FONT_LICENCE = pathlib.Path("/usr/share/doc/fonts-dejavu-core/copyright")
 
@@ -25,10 +28,15 @@ def run(*command, directory=None):
     subprocess.run([str(part) for part in command], check=True, cwd=directory, stdout=subprocess.DEVNULL)
 
 
-def render(svg, target):
+def render(svg, target, scale=1):
     source = target.with_suffix(".svg")
     source.write_text(svg)
-    run("rsvg-convert", source, "-o", target)
+    run("rsvg-convert", "-z", scale, source, "-o", target)
+
+
+def at_scale(name, scale):
+    """disk@2x for disk"""
+    return name if scale == 1 else f"{name}@{scale}x"
 
 
 def to_bmp(png, bmp, ground, masked):
@@ -43,14 +51,18 @@ def to_bmp(png, bmp, ground, masked):
         run(*over, "-type", "TrueColor", f"BMP3:{bmp}")
 
 
-def build_datafile(target, pictures):
+def build_datafile(target, pictures, scale, palette_bmp=None):
     """Objects named as the skin wants them, with their properties; without dates, so that the same pictures
-    give the same file. dat finds pictures only in the current directory."""
+    give the same file. The larger ones are compressed: they would take megabytes of an initramfs. dat finds
+    pictures only in the current directory."""
     target.unlink(missing_ok=True)
+    if palette_bmp:
+        add_palette(target, palette_bmp)  # first, while its bytes are still to be seen
+    packed = ("-c0",) if scale == 1 else ("-c1",)
     for name, bmp, properties in pictures:
         kept = [f"-s-{key}" for key in properties]
         values = [f"{key}={value}" for key, value in properties.items()]
-        run("dat", "-a", "-k", "-c0", "-s1", *kept, "-t", "BMP", "-bpp", "24", f"NAME={name}", *values, target.resolve(),
+        run("dat", "-a", "-k", *packed, "-s1", *kept, "-t", "BMP", "-bpp", "24", f"NAME={name}", *values, target.resolve(),
             bmp.name, directory=bmp.parent)
 
 
@@ -68,37 +80,42 @@ def clear_fillers(target):
     target.write_bytes(data)
 
 
-def build_elements(work, target):
+def build_elements(work, target, scale, palette_bmp=None):
     pictures = []
     for name, element in ELEMENTS.items():
-        render(element.svg(), work / f"{name}.png")
-        to_bmp(work / f"{name}.png", work / f"{name}.bmp", palette.FACE, element.masked)
-        pictures.append((name, work / f"{name}.bmp", {"TCKX": element.tile[0], "TCKY": element.tile[1]}))
-    build_datafile(target, pictures)
+        png, bmp = work / f"{at_scale(name, scale)}.png", work / f"{at_scale(name, scale)}.bmp"
+        render(element.svg(), png, scale)
+        to_bmp(png, bmp, palette.FACE, element.masked)
+        pictures.append((name, bmp, {"TCKX": scale * element.tile[0], "TCKY": scale * element.tile[1]}))
+    build_datafile(target, pictures, scale, palette_bmp)
 
 
-def build_cursors(work, target):
+def build_cursors(work, target, scale):
     pictures = []
     for name, (hotspot, frames, duration) in cursors.CURSORS.items():
-        render(cursors.svg(frames), work / f"{name}.png")
-        to_bmp(work / f"{name}.png", work / f"{name}.bmp", palette.WHITE, True)
-        pictures.append((name, work / f"{name}.bmp", {"FCSX": hotspot[0], "FCSY": hotspot[1],
-                                                      "FRMS": len(frames), "FDUR": duration}))
-    build_datafile(target, pictures)
+        png, bmp = work / f"{at_scale(name, scale)}.png", work / f"{at_scale(name, scale)}.bmp"
+        render(cursors.svg(frames), png, scale)
+        to_bmp(png, bmp, palette.WHITE, True)
+        pictures.append((name, bmp, {"FCSX": scale * hotspot[0], "FCSY": scale * hotspot[1],
+                                     "FRMS": len(frames), "FDUR": duration}))
+    build_datafile(target, pictures, scale)
 
 
-def build_icons(work, target):
+def build_icons(work, target, scale):
     for name in icons.ICONS:
-        render(icons.svg(name), work / f"{name}.png")
-        to_bmp(work / f"{name}.png", target / f"{name}.bmp", palette.SUNKEN, True)
+        png = work / f"{at_scale(name, scale)}.png"
+        render(icons.svg(name), png, scale)
+        to_bmp(png, target / f"{at_scale(name, scale)}.bmp", palette.SUNKEN, True)
 
 
 def build_backgrounds(work, target):
     for w, h in backgrounds.SIZES:
-        render(backgrounds.svg(w, h), work / f"back{w}.png")
-        # Colours at half the resolution are decoded in half the time, and nobody sees it here.
-        run("/usr/bin/convert", work / f"back{w}.png", "-quality", "90", "-sampling-factor", "2x2", "-strip",
-            target / f"back{w}.jpg")
+        for scale in backgrounds.SCALES:
+            name = at_scale(f"back{w}", scale)
+            render(backgrounds.svg(w, h), work / f"{name}.png", scale)
+            # Colours at half the resolution are decoded in half the time, and nobody sees it here.
+            run("/usr/bin/convert", work / f"{name}.png", "-quality", "90", "-sampling-factor", "2x2", "-strip",
+                target / f"{name}.jpg")
 
 
 def build_progress(work, target):
@@ -114,15 +131,19 @@ def main(data):
         directory.mkdir(parents=True, exist_ok=True)
     with tempfile.TemporaryDirectory() as name:
         work = pathlib.Path(name)
-        build_elements(work, skin_directory / "skin.dat")
-        build_cursors(work, skin_directory / "cursors.dat")
-        build_icons(work, data / "icons")
+        build_elements(work, skin_directory / "skin.dat", 1)
+        for scale in SCALES:
+            build_cursors(work, skin_directory / f"{at_scale('cursors', scale)}.dat", scale)
+            build_icons(work, data / "icons", scale)
         build_backgrounds(work, data / "pic")
         build_progress(work, data / "pic")
-        shown = palette8.colors(sorted(work.glob("back*.png")), sorted(work.glob("*.bmp")) +
-                                sorted((data / "icons").glob("*.bmp")))
-        palette8.write_bmp(work / "palette.bmp", shown)
-        add_palette(skin_directory / "skin.dat", work / "palette.bmp")
+        plain = [file for directory in (work, data / "icons") for file in sorted(directory.glob("*.bmp"))
+                 if "@" not in file.name]
+        palette_bmp = work / "palette.bmp"
+        palette8.write_bmp(palette_bmp, palette8.colors(sorted(work.glob("back*[0-9].png")), plain))
+        add_palette(skin_directory / "skin.dat", palette_bmp)
+        for scale in SCALES[1:]:
+            build_elements(work, skin_directory / f"{at_scale('skin', scale)}.dat", scale, palette_bmp)
     for file in sorted({file for file, _ in skin.FONTS}):
         shutil.copyfile(FONT_DIRECTORY / file, skin_directory / "fonts" / file)
     shutil.copyfile(FONT_LICENCE, skin_directory / "fonts" / "LICENSE")

@@ -15,7 +15,7 @@ TEXT_COLORS = {
 }
 PLAIN = (palette.FONTFACE, palette.FONTFACE, palette.DISABLED, palette.FONTFACE)
 
-FONTS = (("DejaVuSans.ttf", 18), ("DejaVuSans-Bold.ttf", 18), ("DejaVuSans-Bold.ttf", 24))
+FONTS = (("DejaVuSans.ttf", 18), ("DejaVuSans-Bold.ttf", 18), ("DejaVuSans-Bold.ttf", 24), ("DejaVuSans-Bold.ttf", 36))
 BOLD = 1
 
 
