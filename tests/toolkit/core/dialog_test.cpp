@@ -2,6 +2,7 @@
 
 #include <random>
 
+#include "tests/support/reference.h"
 #include "tests/support/stage.h"
 #include "toolkit/core/damage.h"
 #include "toolkit/draw/screen_update.h"
@@ -164,11 +165,7 @@ TEST_F(DialogTest, APopupTakesTheInputAndGivesItBack) {
   };
   Meanwhile("wait L x 110,25 l L x close");
   EXPECT_EQ(popup.Popup(&root, 20, 20, &inside), &inside);
-  Expect(
-      "inside, popup: End; below: LostMouse; popup, inside: GotMouse; inside: GotFocus; "
-      "below: LostFocus; popup: GotFocus; popup, inside: LPress; inside: Char; "
-      "inside, popup: LostMouse; popup: LPress; inside: Char; inside, ?, popup: End; "
-      "below: GotFocus; beside: GotMouse");
+  ExpectText("popped_up", root.Events() + '\n');
   EXPECT_EQ(popup.GetFlags() & (kFlagPoppedUp | kFlagFocus | kFlagMouse), 0u);
 }
 
@@ -186,10 +183,7 @@ TEST_F(DialogTest, AReleaseThatAPopupSawIsMadeUpForButNoPressAndNotTheWheel) {
     popup.Popup(&root, kKeepPosition, 50, nullptr);
     settings.yield = false;
   };
-  EXPECT_EQ(Play("L L l L l"),
-            "L(root, below: LPress; popup: LRelease; popup: Wheel; root, below: LRelease) "
-            "L(root, below: LPress) l(root, below: LRelease) L(root, below: LPress) "
-            "l(root, below: LRelease; root, below: DClick)");
+  ExpectText("released_in_popup", Play("L L l L l") + '\n');
   EXPECT_FALSE(root.TestFlag(kFlagPressed));
   EXPECT_EQ(popup.GetRelativePos(), (Point{33, 50}));
 }
