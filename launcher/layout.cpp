@@ -119,7 +119,7 @@ bool ReadSectionSize(const std::string& section, Size* size) {
   char end = '\0';
   const std::size_t stem = kSizedStem.size();
   return section.size() > stem && strncasecmp(section.c_str(), kSizedStem.data(), stem) == 0 &&
-         std::sscanf(section.c_str() + stem, "%5dx%5d%c", &size->w, &size->h, &end) == 2 &&
+         std::sscanf(section.c_str() + stem, "%5d%*1[xX]%5d%c", &size->w, &size->h, &end) == 2 &&
          std::min(size->w, size->h) > 0 && std::max(size->w, size->h) <= kMostPixels;
 }
 
@@ -142,8 +142,11 @@ ScreenLayout FitLayout(const char* menuFile, Size screen, double zoom) {
   constexpr double kRounded = 1e-6;
   if (zoom == 1 || screen.w < 1 || screen.h < 1) return {};
   const auto candidates = FindCandidates(SectionFile::FromUtf8(ReadWhole(menuFile)));
+  double largest = 0;
+  for (const Candidate& c : candidates) largest = std::max(largest, c.Fitting(screen) * c.zoom);
+  zoom = std::min(zoom, largest);
   const Candidate* best =
-      zoom == kZoomToFit ? nullptr : Best(candidates, screen, [&](const Candidate& c) {
+      zoom < kLeastZoom ? nullptr : Best(candidates, screen, [&](const Candidate& c) {
         const double scale = zoom / c.zoom;
         return scale <= c.Fitting(screen) + kRounded ? scale : -1;
       });

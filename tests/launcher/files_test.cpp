@@ -91,6 +91,34 @@ TEST_F(MenuConfigTest, LevelsInheritPlacesWhichAreThoseOfTheResolution) {
   EXPECT_EQ(closed, "6/0 5/5 4/0 3/0 2/0 1/0 1/0 ");
 }
 
+TEST_F(MenuConfigTest, TextsOfTheScreenAreThoseOfTheOuterMenuWhereThereIsNone) {
+  const auto read = [this](const std::string& content) {
+    WriteFile("menu.cfg", content);
+    config_.Read("menu.cfg");
+    std::string seen;
+    for (const ScreenText* text :
+         {&config_.CurrentLevel().heading, &config_.CurrentLevel().keyHelp})
+      seen += Words({text->text}, {text->left, text->top, text->font}, text->color) + "; ";
+    return seen;
+  };
+  EXPECT_EQ(read(""), "79 40 2 255,255,255; 79 80 0 255,255,255; ");
+  EXPECT_EQ(read("[MENU_CONFIGURATION]\nHeading=H\nHeading.en=T\nHeadingLeft=1\nHeadingTop=2\n"
+                 "HeadingFont=3\nHeadingColor=4,5,6\nKeyHelp=K\nKeyHelpTop=7\nHintTitle.en=t\n"
+                 "[MENU_CONFIGURATION_640x480]\nHeadingTop=8\nKeyHelpColor=9,9,9\n"),
+            "H 1 8 3 4,5,6; K 79 7 0 9,9,9; ");
+  WriteFile("i18n", "LANG=de\n");
+  EXPECT_EQ(read("[MENU_CONFIGURATION]\nHeading=H\nHeading.en=T\nKeyHelp=-\nHeadingLeft=0\n"),
+            "T 0 8 3 4,5,6; 79 7 0 9,9,9; ");
+  EXPECT_EQ(Screen("[MENU_CONFIGURATION]\nMenuTitle=M\nMenuTitle.en=m\nHintTitle.en=h\n"
+                   "Background=b\nBackground.en=c\n[MENU_CONFIGURATION_640x480]\nBackground=d\n")
+                .substr(0, 5),
+            "d m h");
+  EXPECT_EQ(Screen("[MENU_CONFIGURATION]\nBackground=b\nBackground.en=c\n").substr(0, 2), "c ");
+  config_.Read(nullptr);
+  config_.Read(nullptr);
+  EXPECT_STREQ(config_.CurrentLevel().heading.text, "T");
+}
+
 TEST_F(MenuConfigTest, ItemsAreWhatTheirKeysSayAndKeptWhereTheyShow) {
   WriteFile("hints", "[h]\nplain\n[end:h]\n");
   const std::pair<const char*, const char*> rows[] = {

@@ -5,8 +5,10 @@
 
 #include "tests/support/launcher_fixture.h"
 #include "tests/support/reference.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/core/startup.h"
 #include "toolkit/draw/screen_update.h"
+#include "toolkit/skin/skin.h"
 #include "toolkit/testing/fake_machine.h"
 #include "toolkit/testing/fake_timers.h"
 #include "toolkit/testing/hands.h"
@@ -138,6 +140,27 @@ TEST_F(MenuScreenTest, LooksAsTheFilesSay) {
   ExpectShown("menu_screen_below");
   Play("enter");
   ExpectShown("menu_screen_again");
+}
+
+TEST_F(MenuScreenTest, AllOfItIsZoomed) {
+  const std::string layout =
+      "[MENU_CONFIGURATION]\nMenuTitle=M\nHintTitle=H\nBackground=ground.bmp\nHeading=Head\n"
+      "HeadingLeft=4\nHeadingTop=2\nKeyHelp=keys and many more "
+      "words\nKeyHelpLeft=60\nKeyHelpTop=2\n"
+      "KeyHelpColor=0,255,0\n[MENU_CONFIGURATION_140x100]\nMenuLeft=4\nMenuTop=24\nMenuWidth=80\n"
+      "MenuHeight=58\nHintLeft=88\nHintTop=24\nHintWidth=48\nHintHeight=58\nProgressX=0\n"
+      "ProgressY=74\nProgressW=136\n[MENU_CONFIGURATION]\n";
+  std::filesystem::create_directory("pic");
+  save_bitmap("pic/progress.bmp", Paint({"r", "y"}).get(), nullptr);
+  save_bitmap("ground.bmp", Paint(Rows(100, "r" + std::string(138, 'b') + 'y')).get(), nullptr);
+  save_bitmap("icon.bmp", Paint({"ggg", "b.b", "ggg"}).get(), nullptr);
+  WriteFile("menu.cfg", layout + kMain + "Icon=icon.bmp\n");
+  WriteFile("inner.cfg", layout + kInner + "Icon=icon.bmp\n");
+  WriteFile("progress", "[Progress]\nStepNumber=10\nCurrentStep=4\n");
+  launcherState.layout = FitLayout("menu.cfg", {kWidth, kHeight}, kZoomToFit);
+  CurrentSkin()->Reload();
+  Start("2,1");
+  ExpectShown("menu_screen_zoomed");
 }
 
 TEST_F(MenuScreenTest, KeysGoOnFromTheLastPositionAsFarAsItFits) {

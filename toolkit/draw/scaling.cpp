@@ -192,8 +192,10 @@ Cuts CutsOf(int frame, int edge, int tile, int wanted, double factor) {
   };
   const int length = scaled(frame);
   const int middle = wanted < 0 ? length / 3 : std::min(length, scaled(tile));
-  const int start = (length - middle) / 2;
-  return {{0, edge, edge + tile, frame}, {0, start, start + middle, length}};
+  const int start = edge > 0 ? (length - middle) / 2 : 0;
+  const int end = edge + tile < frame ? start + (tile > 0 ? middle : 0) : length;
+  // What there is none of in the picture takes no room.
+  return {{0, edge, edge + tile, frame}, {0, start, end, length}};
 }
 
 }  // namespace

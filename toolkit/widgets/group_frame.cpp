@@ -34,14 +34,13 @@ void GroupFrame::SetText(const char* caption) {
 }
 
 void GroupFrame::DrawOutline(Bitmap& canvas, int top) const {
-  const int cut = Zoomed(kCut);
-  // A line's thickness grows inwards.
-  for (int inset = 0; inset < Zoomed(1); ++inset) {
-    const int left = inset, upper = top + inset;
-    const int right = w() - 1 - inset, bottom = h() - 1 - inset;
-    DrawCutCorners(canvas, {left, upper, right - left, bottom - upper}, cut);
+  // A thick line grows inwards, in steps of one direction at a time, so that its corners are full.
+  for (int step = 0; step < 2 * Zoomed(1) - 1; ++step) {
+    const int dx = step / 2, dy = step - dx;
+    DrawCutCorners(canvas, {dx, top + dy, w() - 1 - 2 * dx, h() - 1 - top - 2 * dy}, Zoomed(kCut));
   }
 }
+
 void GroupFrame::Draw(Bitmap& canvas) {
   const Font& font = GetFont(kNormal);
   DrawOutline(canvas, font.TextHeight() / 2);

@@ -1,5 +1,6 @@
 // Forms of many controls, and what an application does with them.
 #include "tests/support/widget_fixture.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/widgets/accelerator.h"
 #include "toolkit/widgets/combo_box.h"
 #include "toolkit/widgets/dialog_template.h"
@@ -38,6 +39,17 @@ TEST_F(DialogTemplateTest, MakesAControlForEachRecordThatHasOne) {
   static_cast<Image*>(form.Find(kControlImage))->SetBitmap(ICONEXIT);
   Tick();
   ExpectShown("form", {0, 0, 200, 180});
+
+  SetZoom(1.5);
+  CurrentSkin()->Reload();
+  root.SetSkin(CurrentSkin());
+  DialogUnits larger{root.GetFont(kNormal)};
+  DialogTemplate zoomed{records.data()};
+  zoomed.Build(root, larger, [](std::uint32_t) { return "a bc"; });
+  for (const int id : {kControlEditBox, kControlCheckBox, kControlButton})
+    root.SetFocus(zoomed.Find(id)), Do("42");
+  Tick();
+  ExpectShown("form_zoomed", {0, 0, 320, 200});
 }
 
 using AcceleratorTest = StageTest;
