@@ -1,6 +1,7 @@
 #include "launcher/hint_file.h"
 
 #include <algorithm>
+#include <cctype>
 
 #include "launcher/menu_config.h"
 #include "launcher/whole_file.h"
@@ -15,10 +16,9 @@ constexpr int kRoom = 4095;               // what joined pieces may fill
 
 bool IsEndLine(const std::string& line) {
   constexpr char kEnd[] = "[END:";
-  const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; };
   return line.size() >= sizeof kEnd - 1 &&
          std::equal(std::begin(kEnd), std::end(kEnd) - 1, line.begin(),
-                    [upper](char end, char c) { return end == upper(c); });
+                    [](unsigned char end, unsigned char c) { return end == std::toupper(c); });
 }
 
 // Joins lines to a text of limited length.

@@ -65,7 +65,7 @@ void ChangeDirectory(Directory directory) {
   const char* path =
       directory == Directory::kConfiguration ? paths.configDirectory : launcherState.savedDirectory;
   // Without its directory the launcher finds no files and shows its defaults.
-  if (chdir(path) != 0) return;
+  [[maybe_unused]] const int error = chdir(path);
 }
 
 void SaveDirectory() {
@@ -224,7 +224,6 @@ int RunForAnyone() {
   NeedRoomForARun();
   on_exit(KeepOutputToItsStatus, nullptr);
   process.onDisplayLost = [] { DeleteOutputFile(); };
-  launcherState.runningScreen = nullptr;
   SaveDirectory();
   ChangeDirectory(Directory::kConfiguration);
   SetupEncoding();

@@ -170,10 +170,6 @@ void MenuConfig::ReadWithoutHints(const char* menuFile) {
   } else if (levels.size() > 1) {
     levels.pop_back();
   }
-  background.Assign("back.bmp");
-  menuTitle.Clear();
-  hintTitle.Clear();
-  hintFile.Clear();
   lineCount = 0;
   launcherState.backLineColor = DefaultBackLineColor();
   items.clear();

@@ -70,9 +70,7 @@ void MenuScreen::SetUpProgress() {
   progressBar_.Setup(Moved(bar.x, Zoomed(kProgressInset)), bar.y,
                      Moved(bar.w, -Zoomed(kProgressMargin)), Zoomed(kProgressHeight), 0, 0,
                      kHorizontal);
-  progressBar_.SetIncrement(1);
-  progressBar_.ShowSteps(progressValues.currentStep, progressValues.stepNumber);
-  if (!progressValues.Shows()) progressBar_.Hide();
+  progressBar_.Hide();
   Add(&progressBar_);
   progressPeriod_ = progressValues.PollPeriod();
   progressTimer_ = InstallTimer(progressPeriod_);
@@ -190,8 +188,7 @@ void MenuScreen::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg ar
 bool MenuScreen::RestoreLevel(int level, int index) {
   if (level > 0) {
     const MenuEntry* entry = menuPanel_.CurrentEntry();
-    if (!entry || !(entry->Item().flags & kItemSubmenu) || entry->Item().submenu.IsEmpty())
-      return false;
+    if (!entry || !(entry->Item().flags & kItemSubmenu)) return false;
     const FixedText<260> submenu = entry->Item().submenu;
     configuration_.ReadWithoutHints(submenu);
     FillList(nullptr);

@@ -34,11 +34,9 @@ bool MenuList::IsSeparatorAt(int index) const {
 }
 
 void MenuList::SelectFirstEntry() {
-  for (int i = 0; i < Count(); ++i) {
-    if (IsSeparatorAt(i)) continue;
-    SetCurrent(i);
-    return;
-  }
+  int index = 0;
+  while (IsSeparatorAt(index)) ++index;
+  if (IsValid(index)) SetCurrent(index);
 }
 
 bool MenuList::HandlePadKey(int scancode) {
@@ -122,7 +120,7 @@ bool MenuList::TakeKey(int code) {
     // A key that has opened another menu must not choose in it too.
   } while (moved && pendingIndex_ == -1 && IsSeparatorAt(current));
   if (moved) Report(MSG_ITEM_SELECTED, reinterpret_cast<EventArg>(GetItem(current)));
-  if (pendingIndex_ != -1) SelectItem(std::exchange(pendingIndex_, -1));
+  SelectItem(std::exchange(pendingIndex_, -1));
   return used;
 }
 

@@ -40,7 +40,7 @@ class Descriptor {
 
   bool IsPlainFile(Owner owner) const {
     struct stat status;
-    return number_ >= 0 && fstat(number_, &status) == 0 && IsPlain(status) &&
+    return fstat(number_, &status) == 0 && IsPlain(status) &&
            (owner == Owner::kAny || status.st_uid == geteuid());
   }
 
@@ -94,7 +94,7 @@ std::string BehindOwnLinks(const char* path) {
     // What is looked at is what is followed, whatever happens to the name meanwhile.
     const Descriptor link{open(name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC)};
     struct stat status;
-    if (link.Get() < 0 || fstat(link.Get(), &status) != 0 || !IsOwnLink(status)) break;
+    if (fstat(link.Get(), &status) != 0 || !IsOwnLink(status)) break;
     char target[4096];
     const ssize_t length = readlinkat(link.Get(), "", target, sizeof target);
     if (length <= 0) break;

@@ -114,7 +114,7 @@ void StepBar::DrawFill(Bitmap& area) const {
 
 void StepBar::Draw(Bitmap& canvas) {
   const int height = h() - Zoomed(kBelowSteps);
-  if (!IsHorizontal() || canvas.IsEmpty() || w() < 1 || height < 1) return;
+  if (!IsHorizontal() || canvas.IsEmpty() || height < 1) return;
   canvas.Box3D(0, 0, w() - 1, height - Zoomed(kBelowTrack), white, black, gray, Zoomed(1));
   SubCanvas area{canvas, 0, 0, w(), height};
   if (picture_ && !area.IsEmpty()) DrawFill(area);
@@ -157,7 +157,7 @@ void BusyBar::Increment() {
 
 void BusyBar::Draw(Bitmap& canvas) {
   const int height = TrackHeight();
-  if (!IsHorizontal() || canvas.IsEmpty() || w() < 1 || height < 1) return;
+  if (!IsHorizontal() || canvas.IsEmpty()) return;
   canvas.Box3D(0, 0, w() - 1, height - Zoomed(kBelowTrack), white, gray, gray, Zoomed(1));
   SubCanvas area{canvas, 0, 0, w(), height};
   const Span block = Block();

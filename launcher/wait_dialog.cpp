@@ -29,7 +29,6 @@ constexpr ControlRecord kForm[] = {
     {kControlEnd},
 };
 const Rect kBusyBar{20, 24, 110, 10};  // dialog units
-constexpr int kBusyRange = 100;
 
 constexpr int kCountdownFont = 2;
 
@@ -97,8 +96,6 @@ void WaitDialog::SetUpClock() {
   }
   busyBar_.Setup(units_.X(kBusyBar.x), units_.Y(kBusyBar.y), units_.X(kBusyBar.w),
                  units_.Y(kBusyBar.h), 0, 0, kHorizontal);
-  busyBar_.SetRange(0, kBusyRange);
-  busyBar_.SetIncrement(1);
   Add(&busyBar_);
   // It lies where the bar is.
   countdown_->Hide();

@@ -1,11 +1,16 @@
 #include "launcher/launcher.h"
 
+#include <fcntl.h>
 #include <iconv.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "launcher/code_pages.h"
 #include "launcher/language.h"
 #include "launcher/texts.h"
 #include "tests/support/launcher_fixture.h"
+#include "tests/support/reference.h"
 #include "toolkit/testing/fake_machine.h"
 #include "toolkit/testing/fake_timers.h"
 
@@ -19,14 +24,13 @@ TEST_F(LanguageTest, IsThatOfTheFirstLangLineWithAValue) {
       {"LANG=ru_RU.KOI8-R", kRussian, "ru"},
       {"LANG=de", kGerman, "de"},
       {"LANG=en_US.UTF-8\n", kEnglish, "en"},
-      {"LANG=xx_XX\n", kEnglish, "xx"},
       {"LANG=DE\n", kEnglish, "DE"},
       {"LANG=\"de_DE\"\n", kEnglish, "\"d"},
       {"  LANG \t = = fr_FR  \n", kFrench, "fr"},
       {"LANG it_IT\n", kItalian, "it"},
       {"SYSFONT=lat9\r\nLANG=pl_PL\r\n", kPolish, "pl"},
       {"#LANG=de\n# LANG=de\nLANG=es\nLANG=de\n", kSpanish, "es"},
-      {"LANG=\nLANG=d\nLANG=ja_JP\n", kJapanese, "ja"},
+      {"LANG=\nLANG=d \nLANG=ja_JP\n", kJapanese, "ja"},
       {"lang=de\nLANGUAGE=de\nLC_LANG=de\n[LANG]\nde\n=LANG=de\nLANG=cn\n", kChinese, "cn"},
       {std::string(100'000, '=') + '\n' + '\0' + '\xFF' + "\nLANG=it", kItalian, "it"},
       {"", kEnglish, ""}};
@@ -35,18 +39,12 @@ TEST_F(LanguageTest, IsThatOfTheFirstLangLineWithAValue) {
     EXPECT_EQ(LanguageIndex(), index) << content.substr(0, 99);
     EXPECT_STREQ(launcherState.languageCode, code) << content.substr(0, 99);
   }
-  for (const char* name : {"/no/such/file", "/"}) {
-    paths.languageFile = name;
-    EXPECT_EQ(LanguageIndex(), kEnglish);
-  }
 }
 
 TEST(CodePage, IsTheOneOfItsStandard) {
-  const std::pair<const char*, const unsigned short*> pages[] = {
-      {"ISO-8859-15", WesternCodePage()},
-      {"KOI8-R", RussianCodePage()},
-      {"CP1250", CentralEuropeanCodePage()}};
-  for (const auto& [name, page] : pages) {
+  for (const auto& [name, page] : {std::pair{"ISO-8859-15", WesternCodePage()},
+                                   {"KOI8-R", RussianCodePage()},
+                                   {"CP1250", CentralEuropeanCodePage()}}) {
     const iconv_t decoder = iconv_open("UTF-16LE", name);
     for (int byte = 0; byte < 256; ++byte) {
       char input = static_cast<char>(byte);
@@ -75,7 +73,7 @@ constexpr std::uint32_t kNoTexts[] = {0, 1, 28, 173, 175, 1517, 9999, 0xFFFFFFFF
   for (const std::uint32_t id : kNoTexts) written += Text(id);
   const bool hasPage = get_uformat() == U_ASCII_CP && !uisok(0x100);  // letters lose no accent
   std::fprintf(stderr, "%s %s %s %s", LanguageSuffix(), hasPage ? "letters" : "signs", Text(1515),
-               shown == written ? "" : shown.c_str());
+               shown == written ? "" : "differs");
   std::_Exit(EXIT_SUCCESS);
 }
 
@@ -86,65 +84,82 @@ class LauncherTest : public LauncherFixture {
     GTEST_FLAG_SET(death_test_style, "threadsafe");  // the catalogues are opened once
     paths.catalogues = ZEL_CATALOGUES;
     setenv("LC_ALL", "C.UTF-8", 1);
+    setenv("XCOMPOSEFILE", "usual-", 1);
     std::filesystem::create_directory("etc");
     paths.configDirectory = "etc";
     WriteFile("etc/menu.cfg",
               "[MENU_CONFIGURATION]\nLinesNumber=1\n[LINE1]\nTitle=x\nExCode=7\nExString=done\n"
               "WaitForFile=../ready\n");
   }
-  [[noreturn]] static void Run(const std::vector<int>& refusedDepths) {
+  [[noreturn]] static void Run(const std::vector<int>& refusedModes) {
     const std::string place = std::filesystem::current_path();
     const std::string output = place + "/output.txt", position = place + "/menupos.txt";
     paths.outputFile = output.c_str();
     paths.positionFile = position.c_str();
     WriteFile(output, "earlier\n");
     WriteFile(output + ".zel-a1B2c3", "");
+    mknod("mouse", S_IFCHR, 13 << 8);  // a device of the kernel's input, for whom may make it
+    const int mouse = open("mouse", O_PATH);
+    std::filesystem::remove("mouse");
     FakeMachine machine;
     FakeTimers timers;
     std::string seen;
-    machine.refusedDepths = refusedDepths;
+    machine.refusedModes = refusedModes;
     timers.onSleep = [&] {
       if (timers.sleeps == 1) {
         for (const auto& [w, h, depth, windowed] : machine.tried)
           seen += std::to_string(w) + 'x' + std::to_string(h) + 'x' + std::to_string(depth) +
                   (windowed ? "w " : " ");
-        seen += std::string(settings.antialiasing ? "smooth " : "") +
-                (settings.showMouse ? "mouse " : "") +
-                (launcherState.mousePending ? "later " : "") +
-                (launcherState.runningScreen ? "runs " : "") + ReadFile(output);
+        const bool isHeld = (launcherState.heldMouse < 0) == (mouse < 0);
+        seen +=
+            Join(settings.antialiasing, settings.showMouse, launcherState.mousePending && isHeld,
+                 launcherState.runningScreen != nullptr, socket(AF_UNIX, SOCK_STREAM, 0) < 0);
+        seen += std::getenv("XCOMPOSEFILE") + ReadFile(output);
       }
-      // Until the first second is over Enter does not count; then the item has not to wait any
-      // more.
-      if (timers.sleeps == 4) WriteFile(place + "/ready", "");
-      simulate_ukeypress(0, KEY_ENTER);
+      // When the first second is over Enter counts at once; then the item waits for the file.
+      if (timers.sleeps == 60) simulate_ukeypress(0, KEY_ENTER);
+      if (timers.sleeps == 65) WriteFile(place + "/ready", "");
+      if (timers.sleeps == 199) std::_Exit(EXIT_FAILURE);
       for (int i = 0; i < timers.Count(); ++i) timers.Tick(i);
     };
+    std::atexit([] {
+      std::fprintf(stderr, "%s%zd", ReadFile("output.txt").c_str(),
+                   std::distance(std::filesystem::directory_iterator{"."}, {}));
+    });
     const int status = RunForAnyone();
-    std::fprintf(stderr, "%s%s%zd", seen.c_str(), ReadFile("output.txt").c_str(),
-                 std::distance(std::filesystem::directory_iterator{"."}, {}));
-    std::_Exit(status);
+    std::fputs(seen.c_str(), stderr);
+    std::exit(status);
   }
   static void ExpectSpoken(const char* code, const std::string& seen) {
     EXPECT_EXIT(Speak(code), testing::ExitedWithCode(EXIT_SUCCESS), "^" + seen + "$");
   }
-  void Expect(const std::vector<int>& refusedDepths, int status, const char* seen) {
-    EXPECT_EXIT(Run(refusedDepths), testing::ExitedWithCode(status), seen);
+  void Expect(const std::vector<int>& refusedModes, int status, const char* seen) {
+    EXPECT_EXIT(Run(refusedModes), testing::ExitedWithCode(status), seen);
   }
 };
 
+// The modes that are tried, whether texts are smooth, whether there is a mouse, or is to be later,
+// whether the menu runs, with limits, and what others find.
 TEST_F(LauncherTest, TriesTheModeOfItsSettingsAndThenTheFixedOnes) {
-  Expect({}, 7, "^640x480x16 smooth later runs done\n4$");
+  Expect({}, 7, "^640x480x16 1 0 1 1 1 usual-done\n4$");
   WriteFile("etc/gpm.pid", "");
   WriteFile("etc/zel.cfg",
             "[Toolkit]\nscreenWidth=320\nscreenHeight=200\ncolorDepth=32\nfullscreen=0\n");
-  Expect({}, 7, "^320x200x32w smooth mouse runs done\n4$");
-  Expect({32, 24}, 7, "^320x200x32w 320x200x24w 640x480x16 smooth mouse runs done\n4$");
-  Expect({32, 24, 16, 15}, 7,
-         "^320x200x32w 320x200x24w 640x480x16 640x480x15 800x600x8 mouse runs done\n4$");
+  Expect({}, 7, "^320x200x32w 1 1 0 1 1 usual-done\n4$");
+  Expect({32, 24}, 7, "^320x200x32w 320x200x24w 640x480x16 1 1 0 1 1 usual-done\n4$");
+  Expect({32, 24, 16, 15, 800}, 7,
+         "^320x200x32w 320x200x24w 640x480x16 640x480x15 800x600x8 640x480x8 0 1 0 1 1 "
+         "usual-done\n4$");
   WriteFile("etc/i18n", "LANG=de\n");
   Expect({32, 24, 16, 15, 8}, 0, "Erfahrene Anwender können versuchen, selbst");
   WriteFile("etc/zel.cfg", "[Toolkit]\nskinPath=none\n");
   Expect({}, 1, "skin description file not found");
+}
+
+TEST_F(LauncherTest, RunsForRootOnly) {
+  launcherState.exitCode = 7;
+  EXPECT_EXIT(std::_Exit(seteuid(1) && geteuid() == 0 ? 1 : RunLauncher()),
+              testing::ExitedWithCode(0), "^You must have root permissions to run this program\n$");
 }
 
 TEST_F(LauncherTest, ShippedTranslationsShowInTheirEncoding) {

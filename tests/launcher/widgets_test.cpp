@@ -51,6 +51,32 @@ TEST_F(LauncherWidgetsTest, RowsOfTheMenuHideTheGroundWhereTheySaySo) {
   }
 }
 
+TEST_F(LauncherWidgetsTest, ItsKeysPassOverSeparatorsAndThePadChoosesAndMarks) {
+  MenuList list;
+  list.SetMultiSelect(true);
+  std::string seen;
+  const auto press = [&](int scancode) {
+    seen += list.MsgChar(scancode << 8) ? ", " : ", unused ";
+    seen += std::to_string(list.GetCurrent()) + (list.IsSelected(list.GetCurrent()) ? "+ " : " ");
+    seen += root.Events();
+  };
+  press(KEY_ENTER_PAD), press(KEY_1_PAD);
+  for (const auto flags : {MenuItemFlag{}, MenuItemFlag{}, kItemSeparator, MenuItemFlag{}}) {
+    item.flags = flags;
+    list.InsertItem(std::make_unique<MenuEntry>(item));
+  }
+  Show(list, {0, 0, 100, 36});
+  root.names[&list] = "";
+  root.Events();
+  for (const int key : {KEY_1_PAD, KEY_8_PAD, KEY_8_PAD, KEY_3_PAD, KEY_ENTER_PAD, KEY_ENTER_PAD,
+                        KEY_9_PAD, KEY_2_PAD, KEY_7_PAD, KEY_DOWN})
+    press(key);
+  list.SelectFirstEntry(), press(KEY_TAB);
+  EXPECT_EQ(seen,
+            ", -1 , -1 , 3 Scroll 3, 1 Scroll 2; Scroll 1, 0 Scroll 0, 3 Scroll 3, 3+ , "
+            "3+ Activate 3, 0 Scroll 0, 1 Scroll 1, 0 Scroll 0, 1 Scroll 1, unused 0 Scroll 0");
+}
+
 TEST_F(LauncherWidgetsTest, WrapsHintsBetweenTheirWords) {
   const char* const kHints[] = {"four five", "four five6 seven", "a\n b  \n\n\t\fc",
                                 "much-too-long one x", "1 3 5 7 9 1 3 5 7 9 1 3 5 7 9 1 3 5 7 9 1"};
@@ -86,7 +112,7 @@ TEST_F(LauncherWidgetsTest, TheProgressFileSaysHowFarThingsAre) {
     if (!content.empty()) WriteFile("progress", content);
     EXPECT_EQ(ReadProgressFile(), values) << content.substr(0, 99);
   }
-  EXPECT_EQ(hidden.PollPeriod(), 1000);
+  EXPECT_EQ(hidden.PollPeriod() + (ProgressValues{0, 0, 0, 1}).PollPeriod(), 1001);
 }
 
 TEST_F(LauncherWidgetsTest, OnlyLinksOfTheLaunchersOwnUserLeadToTheProgressFile) {
@@ -171,8 +197,11 @@ TEST_F(LauncherWidgetsTest, TimePassesInItsWindowAndOnlyWhatMovesIsCopied) {
     if (checks == 1) ExpectShown("wait_countdown", {0, 90, 320, 60});
   }
   EXPECT_EQ(changes, "1:2400 21:2400 41:2400 61:2400 ");
+  WriteFile("i18n", "LANG=ru\n");  // whose units are narrower
+  CurrentSkin()->fonts[2]->Load(ZEL_PICTURES "/../toolkit/draw/samples/GRID.TGA");  // blank digits
   EXPECT_FALSE(Wait(INT_MAX).Check());
   ExpectShown("wait_for_ages", {0, 90, 320, 60});
+  std::filesystem::remove("i18n");
   Wait(0).Check();
   EXPECT_EQ(Copied(), 2 * 5 * 27);
   ExpectShown("wait_busy", {0, 90, 320, 60});
@@ -180,33 +209,30 @@ TEST_F(LauncherWidgetsTest, TimePassesInItsWindowAndOnlyWhatMovesIsCopied) {
   ExpectShown("wait_busy_for_long", {0, 90, 320, 60});
 }
 
-TEST_F(LauncherWidgetsTest, ItsTimerAndTheShortcutEndTheWait) {
-  item.waitForFile.Assign("/missing");
-  Wait(1);
-  root.names[dialog.get()] = "";
-  Watch({MSG_CLOSE});
-  for (int periods = 0; periods < 40; ++periods) {
-    Expect("");
-    for (int id = 0; id < kTimerSlots; ++id) dialog->MsgTimer(id);
+// Unless Enter is let go of, it is the one that has opened the wait.
+TEST_F(LauncherWidgetsTest, ItsTimerEndsTheWaitAndTheButtonAndShortcutsCancelIt) {
+  item.waitForFile.Assign("ready");
+  settings.maxFrameSkip = 99;
+  steps = {{"period", [this] { clock.Tick(1); }},
+           {"second", [this] { clock.Tick(0, 50); }},
+           {"file", [] { WriteFile("ready", ""); }},
+           {"enter", [] { TypeKey(13, KEY_ENTER); }},
+           {"let_go", [] { key[KEY_ENTER] = 0; }},
+           {"ctrl-c", [] { TypeKey(3, KEY_C); }},
+           {"alt-c", [] { HoldShifts(KB_ALT_FLAG), TypeKey(0, KEY_C); }}};
+  const std::pair<const char*, bool> rows[] = {{"period enter second file second period", true},
+                                               {"let_go second enter second", false},
+                                               {"ctrl-c second", false},
+                                               {"alt-c", false}};
+  for (const auto& [script, isOver] : rows) {
+    std::filesystem::remove("ready");
+    key[KEY_ENTER] = 1;
+    WaitDialog wait{item};
+    Meanwhile(script);
+    EXPECT_EQ(wait.Run(root), isOver) << script;
+    HoldShifts(0);
   }
-  Expect("Close");
-  HoldShifts(KB_ALT_FLAG);
-  dialog->Client().HandleKey(0, KEY_C);
-  Expect("Close");
-}
-
-TEST_F(LauncherWidgetsTest, TheKeyThatOpensTheWaitDoesNotCancelItToo) {
-  key[KEY_ENTER] = 1;
-  Wait(0);
-  Mouse(160, 128, 1), Mouse(5, 5);
-  Widget* const cancel = root.FocusWidget();
-  ASSERT_TRUE(cancel);
-  for (const bool counts : {false, true}) {
-    Type(13, KEY_ENTER);
-    EXPECT_EQ(cancel->Selected(), counts);
-    key[KEY_ENTER] = 0;
-    Tick();
-  }
+  key[KEY_ENTER] = 0;
 }
 
 }  // namespace

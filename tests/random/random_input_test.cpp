@@ -32,7 +32,7 @@ class RandomInputTest : public LauncherFixture {
     RegisterPictureFormats();
     InstallBitmapGuard();
     settings.skinPath.Assign(kSkinFile);
-    machine_.refusedDepths = {24};
+    machine_.refusedModes = {24};
     InstallToolkit(nullptr);
     remove_mouse();
     player_.eventsLeft = FromEnvironment("ZEL_RANDOM_EVENTS", 4000);

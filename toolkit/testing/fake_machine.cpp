@@ -44,8 +44,9 @@ void FakeMachine::SwitchIn() { _switch_in(); }
 
 BITMAP* FakeMachine::SetMode(int w, int h, int depth, bool windowed) {
   current_->tried.push_back({w, h, depth, windowed});
-  const auto& refused = current_->refusedDepths;
-  if (std::find(refused.begin(), refused.end(), depth) != refused.end()) return nullptr;
+  const auto& refused = current_->refusedModes;
+  for (const int value : {w, depth})
+    if (std::find(refused.begin(), refused.end(), value) != refused.end()) return nullptr;
   gfx_driver->w = w;
   gfx_driver->h = h;
   return create_bitmap_ex(depth, std::max(w, current_->least.first),

@@ -29,7 +29,7 @@ class FakeMachine {
   static void SwitchIn();
 
   // What the machine can do.
-  std::vector<int> refusedDepths;
+  std::vector<int> refusedModes;  // by their depth or width
   int desktopDepth = 32;
   Pair least{0, 0};  // extent of the screen bitmap, however small a mode is
   bool hasKeyboard = true;

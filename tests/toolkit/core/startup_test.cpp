@@ -95,7 +95,7 @@ TEST_F(Startup, WhatIsMissingEndsItWithItsCode) {
   machine.mouseButtons = 0, settings.skinPath.Assign("/nowhere/skin.cfg");
   EXPECT_EQ(InstallToolkit(nullptr), kSkinFileError);
   const TempFile file{"[Toolkit]\ncolorDepth=24\ntooltipDelay=7\nskinPath=default\n"};
-  machine.refusedDepths = {24, 32};
+  machine.refusedModes = {24, 32};
   EXPECT_EQ(InstallToolkit(file.Path()), kGraphicsError);
   settings.colorDepth = 16;
   for (int call = 0; call < 2; ++call) EXPECT_EQ(InstallToolkit(nullptr), kNoError);
@@ -109,7 +109,7 @@ TEST_F(Startup, ADepthThatCannotBeSetIsReplaced) {
       {32, 0, {}, 32},      {32, 24, {24, 32}, 32}, {0, -3, {}, 16},    {0, 7, {}, 16},
       {1, INT_MAX, {}, 16}, {0, 8, {8}, 16},        {0, 0, {}, 16},     {0, 8, {}, 8}};
   for (const auto& [desktop, wanted, refused, set] : rows) {
-    machine.desktopDepth = desktop, machine.refusedDepths = refused;
+    machine.desktopDepth = desktop, machine.refusedModes = refused;
     EXPECT_EQ(Change(wanted).IsError(), refused.size() == 2 || refused == std::vector{8});
     EXPECT_TRUE(settings.colorDepth == set && red == makecol_depth(set, 255, 0, 0)) << wanted;
     EXPECT_EQ(settings.mouseShadow, set != 8);
@@ -168,18 +168,18 @@ TEST_F(Startup, ARunningRootFollowsANewModeOrKeepsTheOld) {
       EXPECT_EQ(root.Events(), events);
       root.ForgetRedraw();
     };
-    machine.refusedDepths.clear();
+    machine.refusedModes.clear();
     EXPECT_EQ(ChangeScreenMode(0, true, 800, 600, depth, &root), kNoError);
     expect("child: InitSkin");
     EXPECT_EQ(machine.mouseSpeeds.back(), Pair(5, 5)) << "which the library resets";
-    machine.refusedDepths = {16, 15};
+    machine.refusedModes = {16, 15};
     Tried();
     EXPECT_EQ(Change(16, &root), kGraphicsError);
     EXPECT_EQ(Tried(),
               " screen 640x480x16 screen 640x480x15 screen 800x600x" + std::to_string(depth));
     expect(depth == 8 ? "child: InitSkin" : "");  // whose colours are places in the palette
   }
-  machine.refusedDepths = {8, 24, 32};
+  machine.refusedModes = {8, 24, 32};
   EXPECT_EQ(Change(24, &root), kGraphicsError);
   EXPECT_EQ(CurrentScreenUpdate()->GetCanvas(), nullptr) << "not even the old mode";
   root.DrawDirty();
