@@ -95,13 +95,13 @@ TEST_P(SliderTest, KeysAndWheelMoveWithinTheRange) {
     if (msg == MSG_SCROLL) TypeKey('k', 0);
   };
   Watch({MSG_SCROLL, MSG_UCHAR});
-  EXPECT_EQ(PlayAll("right+wait1 left+wait1 left+wait1 up+wait1 down+wait1 pageup+wait1 home+wait1 "
-                    "pagedown+wait1 pageup+wait1 end+wait1 right+wait1 pagedown+wait1"),
-            "1 (Scroll 1), 0 (Scroll 0), -1 (Scroll -1), -1 (UChar), -1 (UChar), 19 (Scroll 19), "
-            "-50 (Scroll -50), -50, -30 (Scroll -30), 150 (Scroll 150), 150, 130 (Scroll 130)")
-      << "what was typed meanwhile is forgotten";
+  std::string seen =  // what was typed meanwhile is forgotten
+      PlayAll(
+          "right+wait1 left+wait1 left+wait1 up+wait1 down+wait1 pageup+wait1 home+wait1 "
+          "pagedown+wait1 pageup+wait1 end+wait1 right+wait1 pagedown+wait1") +
+      '\n';
   root.onEvent = nullptr;
-  EXPECT_EQ(PlayAll("wheel3 wheel-200 wheel-1"), "133 (Scroll 133), -50 (Scroll -50), -50");
+  ExpectText("slider_keys", seen + PlayAll("wheel3 wheel-200 wheel-1") + '\n');
   for (const double end : {1e308, -1e308, 50.0}) {  // an endless, a reversed and no range
     slider.SetRange(50, end);
     Do("100,25 press release");

@@ -106,7 +106,8 @@ TEST_F(ListTest, DeletingKeepsACurrentAndAVisibleItem) {
   ExpectText("list_deletions",
              Play("end delete9 delete9 delete0 up delete4 down delete4 home+down insert0 delete1 "
                   "delete1+delete0+delete0+delete0 delete0 delete0",
-                  look));
+                  look) +
+                 '\n');
 }
 
 TEST_F(ListTest, TheApplicationMayFillTheListAnewWhileAnItemIsChosen) {

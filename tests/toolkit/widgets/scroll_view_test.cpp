@@ -44,11 +44,11 @@ TEST_F(ViewTest, ScrollsNoFurtherThanTheContentGoes) {
     view.ScrollTo(at, at, size, size), positions += ", " + Position();
   EXPECT_EQ(positions, "408 458, 408 458, 10 10, 416 516, 816 916");
   view.Resize(300, 200);
-  EXPECT_EQ(Play("wait1 302,20+press+release 20,202+press+release 50,50+wheel2 302,100+wheel1 "
-                 "100,202+wheel1",
-                 [this] { return Position(); }),
-            "716 816, 716 800, 700 800, 700 768, 700 767, 701 767")
-      << "over a bar by its own step";
+  // Over a bar the wheel turns by its own step.
+  ExpectText("view_scrolled", Play("wait1 302,20+press+release 20,202+press+release "
+                                   "50,50+wheel2 302,100+wheel1 100,202+wheel1",
+                                   [this] { return Position(); }) +
+                                  '\n');
 }
 
 TEST_F(ViewTest, LinesComeFromTextsAndFiles) {
