@@ -24,6 +24,7 @@
 #include "tests/support/temp_files.h"
 #include "toolkit/base/confinement.h"
 #include "toolkit/base/console_guard.h"
+#include "toolkit/base/console_switch.h"
 #include "toolkit/base/graphics_mode.h"
 #include "toolkit/testing/fake_machine.h"
 
@@ -130,6 +131,30 @@ TEST(ConsoleGuard, PutsTheConsoleRightWhateverEndsTheProgram) {
       << "elsewhere it is just a call";
   munmap(std::exchange(fakeConsole, nullptr), sizeof(FakeConsole));
   prctl(PR_SET_CHILD_SUBREAPER, 0, 0, 0, 0);
+}
+
+TEST(ConsoleSwitch, WaitsUntilItIsMadeAndNobodyLeavesBeforeHeIsThere) {
+  static std::string seen;
+  FakeMachine machine;
+  std::signal(SIGUSR1, [](int) { seen += "leaves "; });  // as Allegro's console driver takes them
+  std::signal(SIGUSR2, [](int) { seen += "comes "; });
+  for (const int system : {SYSTEM_NONE, SYSTEM_LINUX}) {
+    system_driver->id = system;
+    HoldConsoleSwitches();
+    for (const int signals : {2, 1, 0}) {
+      if (signals > 0) raise(SIGUSR1);
+      if (signals > 1) raise(SIGUSR2);
+      seen += "and ";
+      MakeConsoleSwitches();
+    }
+  }
+  EXPECT_EQ(seen, "leaves comes and leaves and and and comes leaves and leaves and ");
+  sigset_t held;
+  sigemptyset(&held);
+  sigaddset(&held, SIGUSR1);
+  sigaddset(&held, SIGUSR2);
+  sigprocmask(SIG_UNBLOCK, &held, nullptr);
+  for (const int signal : {SIGUSR1, SIGUSR2}) std::signal(signal, SIG_DFL);
 }
 
 TEST(Framebuffer, ShowsModesInItsMiddleAndRefusesThoseThatDoNotFit) {
