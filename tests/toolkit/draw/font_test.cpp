@@ -83,6 +83,7 @@ TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
        {"GRID.TGA", "bios.fnt", "large.fnt", "proportional.fnt", "deep.tga", "nomarks.bmp",
         "short.itf", "cut.fnt", "huge.fnt", "backward.fnt", "flat.fnt", "random.ttf"})
     load(file, file);
+  const std::string good = "bios.fnt 0x41 0x41\n";
   std::string letters = "bios.fnt 0x20 0x20\n", files;
   for (int i = 500; i > 300; --i) letters += "- " + Join(i, i) + '\n';
   for (int i = 0; i < 256; ++i) files += "bios.fnt 0x20 0x20\n";
@@ -90,10 +91,10 @@ TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
        {std::string{" \r\nbios.fnt\t0x20 0x7F\nlarge.fnt 0x80 0xFF"},
         letters + "proportional.fnt 0x42 0x42\n- 0x41 0x41\nGRID.TGA 0x100 0x110\n- 0x200\n",
         std::string{"bios.fnt 0x10FF00 -1\n- 0x41\nproportional.fnt 1\nlarge.fnt 0x30 0x10FFFF"},
-        std::string{"bios.fnt 0x41 0x41\nproportional.fnt 0x41 0x41"}, std::string{"deep.tga 0x20"},
-        files, files + "bios.fnt 0x20 0x20\n", std::string{"bios.fnt"}, std::string{"- 0x20"},
-        std::string{"bios.fnt 0 0x20"}, std::string{"bios.fnt 0x21 0x20"},
-        std::string{"bios.fnt 0x10FFFF 0x110000"}, std::string{"script.TXT 0x20 0x7F\n"}})
+        good + "proportional.fnt 0x41 0x41", std::string{"deep.tga 0x20"}, files,
+        files + "bios.fnt 0x20 0x20\n", good + "bios.fnt", std::string{"- 0x20"},
+        good + "bios.fnt 0 0x20", good + "- 0x21 0x20", good + "bios.fnt 0x110000",
+        good + "bios.fnt 0x10FFFF 0x110000", good + "script.TXT 0x20 0x7F\n"})
     dir.Write("script.TXT", script), load(script.substr(0, 70), "script.TXT");
   ExpectText("fonts", seen);
   EXPECT_EQ(font.Load(dir.Write("outlines", outlines).c_str()), kNoError);
@@ -206,8 +207,10 @@ TEST_F(FontTest, PlacesGlyphsByOffsetsAdvancesAndSpacingOnTheirBackground) {
     SkinBitmap out = Blank(12, 6);
     EngineSetBackground(-1);
     draw(out.GetBitmap(), *face, "AjB", 1, 0, red, kAlignLeft);
-    EngineSetSpacing(*face, 5000);
-    EXPECT_EQ(face->spacing, 4096);
+    for (const auto& [wanted, set] : {std::pair{-1, 0}, {5000, 4096}}) {
+      EngineSetSpacing(*face, wanted);
+      EXPECT_EQ(face->spacing, set);
+    }
     EngineSetSpacing(*face, 2);
     EngineSetBackground(blue);
     draw(out.GetBitmap(), *face, "", 5, 0, red, kAlignLeft);
@@ -220,6 +223,7 @@ TEST_F(FontTest, PlacesGlyphsByOffsetsAdvancesAndSpacingOnTheirBackground) {
 TEST_F(FontTest, LettersInTwoTonesAreMovedOntoTheGridAndOthersLeadFromBackgroundToColour) {
   const auto face = Open(outlines);
   font.Set(face.get());
+  EXPECT_EQ(font.TextLength("nn"), 8);
   font.SetSize(13);
   set_palette(desktop_palette);
   for (const auto& [depth, antialiasing, picture] : {std::tuple{8, true, "text_of_outlines_8"},

@@ -40,10 +40,11 @@ TEST_F(PictureTest, TextsGiveThreeNumbersHoweverTheyAreSeparated) {
 
 TEST_F(PictureTest, NamedColoursBelongToTheCurrentPixelFormat) {
   std::string named;
-  for (const Color color :
-       {darkgray, gray, lightgray, orange, brown, violet, darkred, darkgreen, darkblue})
+  for (const Color color : {white, black, red, green, blue, cyan, magenta, yellow, darkgray, gray,
+                            lightgray, orange, brown, violet, darkred, darkgreen, darkblue})
     named += Join(color.r(), color.g(), color.b()) + ' ';
   EXPECT_EQ(named,
+            "255 255 255  0 0 0  255 0 0  0 255 0  0 0 255  0 255 255  255 0 255  255 255 0  "
             "96 96 96  128 128 128  192 192 192  255 170 0  150 96 0  144 0 168  128 0 0  "
             "0 128 0  0 0 128  ");
   set_palette(desktop_palette);
@@ -329,8 +330,8 @@ TEST_F(PictureTest, APictureIsCutIntoStripsThatTakeTurns) {
 }
 
 TEST_F(PictureTest, ShadowIsTheBlurredOutlineOfTheFrame) {
-  const BitmapPtr picture = Paint({"yyyyy.yy", "........"});
-  const std::string row = "1233322221", ninths = row + row + row + "0000000000";
+  const BitmapPtr picture = Paint({"yyyyy.yy", "yyyyy.yy", "yyyyy.yy", "........"});
+  const std::string ninths = "123332222124666444423699966663246664444212333222210000000000";
   for (const bool isShown : {true, false}) {
     settings.mouseShadow = isShown;
     Cursor cursor;
