@@ -97,7 +97,7 @@ def uefi_options(kind, directory):
 class Machine:
     """Starts a disc of the ISO as a CD, or as a stick, or else the kernel alone with what the tests need."""
 
-    def __init__(self, vga="normal", program="qemu-system-x86_64", cpu="qemu64", disc=None, stick=None, uefi=None):
+    def __init__(self, vga="normal", adapter="std", program="qemu-system-x86_64", cpu="qemu64", disc=None, stick=None, uefi=None):
         self.directory = tempfile.TemporaryDirectory(prefix="zel-boot.")
         path, self.name = pathlib.Path(self.directory.name), f"UEFI {uefi}" if uefi else vga
         if disc or stick:
@@ -106,7 +106,7 @@ class Machine:
             start = ["-kernel", IMAGE / "vmlinuz", "-initrd", test_initrd(), "-append", f"quiet vga={vga}"]
         start += uefi_options(uefi, path) if uefi else []
         self.process = subprocess.Popen(
-            [program, *f"-accel tcg -cpu {cpu} -m {512 if uefi else 128} -vga std -display none -no-reboot -nodefaults".split(),
+            [program, *f"-accel tcg -cpu {cpu} -m {512 if uefi else 128} -vga {adapter} -display none -no-reboot -nodefaults".split(),
              *f"-qmp unix:{path}/monitor,server,nowait -serial unix:{path}/serial,server,nowait".split(), *start])
         atexit.register(self.process.kill)
         self.monitor, self.serial = Line(path / "monitor"), Line(path / "serial")

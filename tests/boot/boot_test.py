@@ -90,6 +90,40 @@ class ModeTest(MachineTest):
     def test_a_processor_of_1999(self):
         self.check((640, 480), 400, vga="0x311", program="qemu-system-i386", cpu="pentium3")
 
+    def test_a_driver_takes_the_screen_over(self):
+        for adapter, driver in (("std", "bochs"), ("virtio", "virtio-gpu")):
+            with self.subTest(adapter):
+                self.boot(vga="0x314", adapter=adapter)
+                self.menu()
+                self.machine.run(f"modprobe {driver}")
+                self.choose_second()
+                self.menu("/etc/zel/rescue-menu")
+                self.machine.press_and_see("down")
+
+    def test_a_driver_takes_the_screen_over_while_a_program_runs(self):
+        self.boot(vga="0x314", adapter="cirrus")  # whose driver refuses a card that the menu has open
+        self.menu("/etc/zel/rescue-menu")
+        self.machine.press_and_see("down")
+        self.machine.press("ret")
+        self.machine.read_until(SCREEN, "Press Enter to get back to the menu.")
+        self.machine.run("modprobe cirrus")
+        self.machine.press("ret")
+        self.machine.see(shows_menu, "the menu again")
+
+    def test_the_mouse_finds_an_entry_when_all_is_zoomed(self):
+        self.boot(vga="0x392")  # 1920 x 1080, where each count is 3 pixels
+        before = self.menu()
+        self.machine.run("touch /var/run/gpm.pid")
+        self.machine.see(lambda picture: picture != before, "the pointer")
+        self.machine.do(*["mouse_move -100 -100"] * 8)
+        self.machine.see(lambda picture: picture.at(1, 3) != before.at(1, 3), "the pointer in the corner")
+        self.machine.do("mouse_move 133 98")  # to the second entry
+        self.machine.see(lambda picture: picture.at(1, 3) == before.at(1, 3), "the pointer on its way")
+        self.machine.do("mouse_button 1", "mouse_button 0")
+        self.machine.see(lambda picture: not is_light(picture, 600, 294), "the second entry's bar")
+        self.machine.press("ret")
+        self.expect(20, SCAN, "1")
+
     def test_without_a_framebuffer_it_explains_and_the_script_gives_a_shell(self):
         self.boot()
         catalogues, said = IMAGE / "zel/locale", {}
