@@ -95,23 +95,27 @@ def uefi_options(kind, directory):
 
 
 class Machine:
-    """Starts a disc of the ISO as a CD, or as a stick, or else the kernel alone with what the tests need."""
+    """Starts a disc of the ISO as a CD, or as a stick, or a system of somebody else's, which is a kernel and an
+    initramfs, or else the image's kernel alone with what the tests need."""
 
-    def __init__(self, vga="normal", adapter="std", program="qemu-system-x86_64", cpu="qemu64", disc=None, stick=None, uefi=None):
+    def __init__(self, vga="normal", adapter="std", program="qemu-system-x86_64", cpu="qemu64", disc=None, stick=None,
+                 uefi=None, system=None):
         self.directory = tempfile.TemporaryDirectory(prefix="zel-boot.")
         path, self.name = pathlib.Path(self.directory.name), f"UEFI {uefi}" if uefi else vga
         if disc or stick:
             start = ["-cdrom", disc] if disc else ["-drive", f"format=raw,file={stick}"]
         else:
-            start = ["-kernel", IMAGE / "vmlinuz", "-initrd", test_initrd(), "-append", f"quiet vga={vga}"]
+            kernel, initrd = system or (IMAGE / "vmlinuz", test_initrd())
+            start = ["-kernel", kernel, "-initrd", initrd, "-append", f"quiet vga={vga}"]
+        memory = 2048 if system else 512 if uefi else 128  # megabytes
         start += uefi_options(uefi, path) if uefi else []
         self.process = subprocess.Popen(
-            [program, *f"-accel tcg -cpu {cpu} -m {512 if uefi else 128} -vga {adapter} -display none -no-reboot -nodefaults".split(),
+            [program, *f"-accel tcg -cpu {cpu} -m {memory} -vga {adapter} -display none -no-reboot -nodefaults".split(),
              *f"-qmp unix:{path}/monitor,server,nowait -serial unix:{path}/serial,server,nowait".split(), *start])
         atexit.register(self.process.kill)
         self.monitor, self.serial = Line(path / "monitor"), Line(path / "serial")
         self.ask("qmp_capabilities")
-        if not (disc or stick):
+        if not (disc or stick or system):
             self.serial.expect(rb"ready\n")
 
     def stop(self):
