@@ -8,7 +8,8 @@
 #   make build    build the launcher, build/bin/zel
 #   make image    build a bootable rescue disc, build-image/zel-rescue.iso (as root)
 #   make boot-test  start it in a virtual machine and use it as a person would
-#   make deb      build Debian's packages, build/*.deb (as root)
+#   make dist     make the release's tarball, build/zel-VERSION.tar.xz, and Debian's source package
+#   make deb      build Debian's packages of it for amd64 and i386, build/*.deb (as root)
 #   make deb-test  install, run, upgrade and purge them in a minimal Debian
 #   make install  put it to /usr/sbin and its data to /etc/zel, below DESTDIR
 #   make clean    remove everything that was built
@@ -17,7 +18,7 @@ CONFIG ?= data
 SECONDS ?= 60
 TARGET ?=
 
-.PHONY: run test check bench fuzz image boot-test deb deb-test build install clean setup configure
+.PHONY: run test check bench fuzz image boot-test dist deb deb-test build install clean setup configure
 
 build: configure
 	cmake --build --preset release --target zel zel-check zel-gallery zel-preview zel-trial
@@ -49,12 +50,17 @@ boot-test: image
 	cd tests/boot && python3 -B -W ignore boot_test.py
 	image/measure
 
+dist:
+	tools/setup --deb
+	tools/dist
+
 deb:
 	tools/setup --deb
-	packaging/build
+	tools/deb
 
 deb-test: deb
-	tests/packages/base
+	tools/setup --image
+	image/steps/firmware
 	cd tests/packages && unshare --mount python3 -B -W ignore package_test.py
 
 install: build
