@@ -38,9 +38,10 @@ void ExtendEdges(BITMAP* bitmap, const Rect& area) {
 
 BitmapPtr LoadBackdrop(const char* fileName, const ScreenLayout& layout, Size screen) {
   const Art art = FindArt(fileName, layout.scale);
-  const BitmapPtr picture{LoadPicture(art.path.c_str(), nullptr)};
+  BitmapPtr picture{LoadPicture(art.path.c_str(), nullptr)};
   if (!picture) return nullptr;
   const Size size{picture->w / art.scale, picture->h / art.scale};
+  if (Size{picture->w, picture->h} == screen) return picture;
   if (size.w < layout.size.w || size.h < layout.size.h) return LoadArt(fileName, layout.scale);
   const bool isAsLarge = size == layout.size;
   const double factor = isAsLarge

@@ -53,12 +53,12 @@ def to_bmp(png, bmp, ground, masked):
 
 def build_datafile(target, pictures, scale, palette_bmp=None):
     """Objects named as the skin wants them, with their properties; without dates, so that the same pictures
-    give the same file. The larger ones are compressed: they would take megabytes of an initramfs. dat finds
+    give the same file. The largest ones are compressed: they would take megabytes of an initramfs. dat finds
     pictures only in the current directory."""
     target.unlink(missing_ok=True)
     if palette_bmp:
         add_palette(target, palette_bmp)  # first, while its bytes are still to be seen
-    packed = ("-c0",) if scale == 1 else ("-c1",)
+    packed = ("-c0",) if scale < 3 else ("-c1",)
     for name, bmp, properties in pictures:
         kept = [f"-s-{key}" for key in properties]
         values = [f"{key}={value}" for key, value in properties.items()]
