@@ -8,7 +8,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <iterator>
 #include <memory>
 #include <optional>
@@ -22,6 +21,7 @@
 #include "launcher/menu_screen.h"
 #include "launcher/paths.h"
 #include "launcher/result_files.h"
+#include "launcher/run.h"
 #include "launcher/state.h"
 #include "launcher/texts.h"
 #include "toolkit/base/allegro.h"
@@ -36,6 +36,7 @@
 namespace zel {
 namespace {
 
+constexpr const char* kProgram = "zel";
 constexpr const char* kSettingsFile = "zel.cfg";
 constexpr int kNotRootText = 174;
 constexpr int kNoGraphicsText = 1513;
@@ -58,20 +59,6 @@ constexpr FallbackMode kFallbackModes[] = {
     {800, 600, 8, false},
     {640, 480, 8, false},
 };
-
-enum class Directory { kConfiguration, kSaved };
-
-void ChangeDirectory(Directory directory) {
-  const char* path =
-      directory == Directory::kConfiguration ? paths.configDirectory : launcherState.savedDirectory;
-  // Without its directory the launcher finds no files and shows its defaults.
-  [[maybe_unused]] const int error = chdir(path);
-}
-
-void SaveDirectory() {
-  auto& path = launcherState.savedDirectory;
-  if (!getcwd(path, sizeof path)) *path = '\0';
-}
 
 [[noreturn]] void EndWithoutGraphics() {
   SetTextMode();
@@ -178,12 +165,6 @@ void DecideAboutMouse() {
   remove_mouse();
 }
 
-// Says that something cannot be done with the output file, for which scripts wait.
-int Fail(const char* action, int error) {
-  std::fprintf(stderr, "zel: cannot %s %s: %s\n", action, paths.outputFile, std::strerror(error));
-  return EXIT_FAILURE;
-}
-
 // Answers 0, or the number of the error that kept the choice from being written.
 int RunMenu() {
   const auto screen = std::make_unique<MenuScreen>();
@@ -191,12 +172,6 @@ int RunMenu() {
   screen->Execute(nullptr);
   launcherState.runningScreen = nullptr;
   return screen->WriteError();
-}
-
-// A shut-down that goes wrong, as without the display, has a status of its own. Then there was no
-// choice.
-void KeepOutputToItsStatus(int status, void*) {
-  if (status != launcherState.exitCode) DeleteOutputFile();
 }
 
 }  // namespace
@@ -218,24 +193,18 @@ int RunLauncher() {
 }
 
 int RunForAnyone() {
-  // Scripts must not take what an earlier run wrote for the result of this one.
-  if (const int error = DeleteOutputFile()) return Fail("remove", error);
-  DeleteTemporaryFiles();
+  if (const int status = BeginRun(kProgram)) return status;
   NeedRoomForARun();
-  on_exit(KeepOutputToItsStatus, nullptr);
   process.onDisplayLost = [] { DeleteOutputFile(); };
-  SaveDirectory();
-  ChangeDirectory(Directory::kConfiguration);
-  SetupEncoding();
   BringUpGraphics();
   DecideAboutMouse();
   const int error = RunMenu();
   ExitToolkit();
-  ChangeDirectory(Directory::kSaved);
-  if (error == 0) return launcherState.exitCode;
-  SetTextMode();
-  allegro_exit();
-  return Fail("write", error);
+  if (error != 0) {
+    SetTextMode();
+    allegro_exit();
+  }
+  return EndRun(kProgram, error);
 }
 
 int AnswerHasChoice() {

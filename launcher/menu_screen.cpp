@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <chrono>
 #include <memory>
 #include <utility>
 
@@ -11,7 +10,6 @@
 #include "launcher/result_files.h"
 #include "launcher/state.h"
 #include "launcher/wait_dialog.h"
-#include "toolkit/base/console_guard.h"
 #include "toolkit/base/input_rest.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/base/zoom.h"
@@ -35,11 +33,6 @@ int Moved(std::int32_t value, int pixels) {
 void PutOnScreen(Widget& panel, const Rect& place) {
   const Rect area = launcherState.layout.OnScreen(place);
   panel.Setup(area.x, area.y, area.w, area.h, 0, 0);
-}
-
-std::int64_t Milliseconds() {
-  const auto now = std::chrono::steady_clock::now().time_since_epoch();
-  return std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
 }
 
 }  // namespace
@@ -92,43 +85,34 @@ void MenuScreen::UpdateProgress() {
 }
 
 void MenuScreen::Load(const char* menuFile) {
-  configuration_.ReadWithoutHints(menuFile);
+  session_.Open(menuFile);
   ShowLevel();
 }
 
 void MenuScreen::ShowLevel() {
-  configuration_.ReadHints();
-  FillList(&icons_);
+  session_.ReadHints();
+  FillList();
   icons_.Clear();
   PlacePanels();
-  wallpaper_.SetPicture(configuration_.background);
-  heading_.Show(configuration_.CurrentLevel().heading);
-  keyHelp_.Show(configuration_.CurrentLevel().keyHelp);
+  wallpaper_.SetPicture(Config().background);
+  heading_.Show(session_.Level().heading);
+  keyHelp_.Show(session_.Level().keyHelp);
   Redraw();
 }
 
-void MenuScreen::FillList(IconCache* icons) {
-  const auto add = [this, icons](const MenuItem& item) {
-    List().InsertItem(icons ? std::make_unique<MenuEntry>(item, *icons)
-                            : std::make_unique<MenuEntry>(item));
-  };
+void MenuScreen::FillList() {
   List().Clear();
-  if (configuration_.Depth() > 1) {
-    MenuItem back;
-    back.flags = kItemBack;
-    back.color = launcherState.backLineColor;
-    add(back);
-  }
-  for (const auto& item : configuration_.items) add(*item);
+  for (int i = 0; i < session_.Count(); ++i)
+    List().InsertItem(std::make_unique<MenuEntry>(session_.Entry(i), icons_));
 }
 
 void MenuScreen::PlacePanels() {
   const LayoutValues& at = layoutValues;
-  menuPanel_.SetTitle(configuration_.menuTitle);
+  menuPanel_.SetTitle(Config().menuTitle);
   PutOnScreen(menuPanel_, {at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight});
-  hintPanel_.SetTitle(configuration_.hintTitle);
+  hintPanel_.SetTitle(Config().hintTitle);
   PutOnScreen(hintPanel_, {at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight});
-  if (FileExists(configuration_.hintFile))
+  if (FileExists(Config().hintFile))
     hintPanel_.Unhide();
   else
     hintPanel_.Hide();
@@ -137,42 +121,34 @@ void MenuScreen::PlacePanels() {
   hintPanel_.UpdateLayout();
 }
 
-void MenuScreen::UpdateCurrent(bool withHint) {
-  const MenuEntry* entry = menuPanel_.CurrentEntry();
-  if (!entry) return;
-  if (withHint) hintPanel_.ShowHint(entry, GetFont(kNormal));
-  launcherState.exitCode = entry->Item().exitCode;
-  configuration_.CurrentLevel().index = List().GetCurrent();
-  launcherState.outputString.Assign(entry->Item().exitString);
+void MenuScreen::UpdateCurrent() {
+  if (const MenuEntry* entry = menuPanel_.CurrentEntry())
+    hintPanel_.ShowHint(entry, GetFont(kNormal));
+  session_.Select(List().GetCurrent());
 }
 
-void MenuScreen::SelectEntry(int index) {
-  List().SetCurrent(index);
-  List().SetPendingIndex(index);
-  UpdateCurrent(true);
-}
-
-void MenuScreen::Choose(const MenuEntry& entry) {
-  const MenuItem& item = entry.Item();
-  if (item.flags & kItemBack) {
-    Load(nullptr);
-    SelectEntry(configuration_.CurrentLevel().index);
-  } else if (item.flags & kItemDisabled) {
-    return;
-  } else if (item.flags & kItemSubmenu) {
-    // Loading destroys the entry.
-    const FixedText<260> submenu = item.submenu;
-    Load(submenu);
-    SelectEntry(0);
-  } else if (WaitFor(item)) {
-    chosen_ = true;
-    Close();
+void MenuScreen::Choose(const MenuItem& item) {
+  switch (session_.Choose(item)) {
+    case MenuSession::Step::kNothing:
+      return;
+    case MenuSession::Step::kOther:
+      ShowLevel();
+      List().SetCurrent(session_.Current());
+      List().SetPendingIndex(session_.Current());
+      UpdateCurrent();
+      return;
+    case MenuSession::Step::kWaits:
+      if (!WaitFor(item)) return;
+      session_.EndWaiting();
+      break;
+    case MenuSession::Step::kChosen:
+      break;
   }
+  Close();
 }
 
 // True when nothing keeps the item from being chosen any longer, false when the user gave up.
 bool MenuScreen::WaitFor(const MenuItem& item) {
-  if (item.waitForFile.IsEmpty() && item.waitWhileFile.IsEmpty()) return true;
   WaitDialog dialog{item};
   return dialog.Check() || dialog.Run(*this);
 }
@@ -180,35 +156,16 @@ bool MenuScreen::WaitFor(const MenuItem& item) {
 void MenuScreen::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
   Dialog::HandleEvent(sender, msg, arg1, arg2);
   // A key that was told together with the one that chose changes nothing any more.
-  if (chosen_) return;
-  if (msg == MSG_ITEM_SELECTED) UpdateCurrent(true);
-  if (msg == MSG_ITEM_CHOSEN && arg1 != 0) Choose(*reinterpret_cast<const MenuEntry*>(arg1));
-}
-
-bool MenuScreen::RestoreLevel(int level, int index) {
-  if (level > 0) {
-    const MenuEntry* entry = menuPanel_.CurrentEntry();
-    if (!entry || !(entry->Item().flags & kItemSubmenu)) return false;
-    const FixedText<260> submenu = entry->Item().submenu;
-    configuration_.ReadWithoutHints(submenu);
-    FillList(nullptr);
-  }
-  const int last = List().Count() - 1;
-  List().SetCurrent(std::min(index, last));
-  UpdateCurrent(false);
-  return index <= last;
+  if (session_.IsChosen()) return;
+  if (msg == MSG_ITEM_SELECTED) UpdateCurrent();
+  if (msg == MSG_ITEM_CHOSEN && arg1 != 0) Choose(reinterpret_cast<const MenuEntry*>(arg1)->Item());
 }
 
 void MenuScreen::Restore() {
-  const std::vector<int> indices = ReadMenuPosition();
-  for (std::size_t level = 0; level < indices.size(); ++level)
-    if (!RestoreLevel(static_cast<int>(level), indices[level])) break;
-  if (configuration_.Depth() > 1) {
-    const int current = List().GetCurrent();
-    ShowLevel();
-    List().SetCurrent(current);
-  }
-  UpdateCurrent(true);
+  session_.Restore();
+  if (session_.Depth() > 1) ShowLevel();
+  List().SetCurrent(session_.Current());
+  UpdateCurrent();
 }
 
 void MenuScreen::MsgStart() {
@@ -243,10 +200,8 @@ void MenuScreen::MsgInitSkin() {
 }
 
 bool MenuScreen::MsgClose() {
-  if (!chosen_) return false;
-  // Whoever finds the output has the exit status, too.
-  HoldSignals();
-  writeError_ = WriteResultFiles(configuration_);
+  if (!session_.IsChosen()) return false;
+  writeError_ = session_.Commit();
   return true;
 }
 

@@ -1,7 +1,7 @@
 // The launcher's one full-screen dialog.
 #pragma once
 
-#include "launcher/menu_config.h"
+#include "launcher/menu_session.h"
 #include "launcher/menu_widgets.h"
 #include "launcher/progress.h"
 #include "toolkit/base/timers.h"
@@ -14,7 +14,7 @@ namespace zel {
 // back from them, and closes when an item is chosen; it refuses every other way of closing. Follows
 // the progress file with a bar.
 //
-// Keeps the exit code and the output string of launcherState in step with the current entry.
+// The session is where the person is; its current entry is that of the list.
 class MenuScreen final : public Dialog {
  public:
   MenuScreen();
@@ -28,10 +28,7 @@ class MenuScreen final : public Dialog {
 
   // Shows a menu file, or with null the file below the current one again.
   void Load(const char* menuFile);
-  // Takes over what the current entry says; with `withHint` its hint too.
-  void UpdateCurrent(bool withHint);
-
-  const MenuConfig& Config() const { return configuration_; }
+  const MenuConfig& Config() const { return session_.Config(); }
   MenuList& List() { return menuPanel_.List(); }
   // After the end: 0, or the number of the error that kept the choice from being written.
   int WriteError() const { return writeError_; }
@@ -39,21 +36,18 @@ class MenuScreen final : public Dialog {
  private:
   // What an opened level shows, the hints of its items included.
   void ShowLevel();
-  // The entries of the level; without their icons for null.
-  void FillList(IconCache* icons);
+  void FillList();
   void PlacePanels();
   void Restore();
-  // Opens a level on the way, without what only shows. False at the end of the way.
-  bool RestoreLevel(int level, int index);
-  void SelectEntry(int index);
+  // Takes over which entry of the list is current.
+  void UpdateCurrent();
+  void Choose(const MenuItem& item);
   void SetUpProgress();
   void UpdateProgress();
-  void Choose(const MenuEntry& entry);
   bool WaitFor(const MenuItem& item);
   void LookForMouse();
 
   ClearScreen backdrop_;
-  bool chosen_ = false;
   ScreenLabel heading_, keyHelp_;
   MenuPanel menuPanel_;
   HintPanel hintPanel_;
@@ -63,7 +57,7 @@ class MenuScreen final : public Dialog {
   int progressTimer_ = kNoTimer;
   int progressPeriod_ = 0;  // of the timer, in milliseconds
   int mouseTimer_ = kNoTimer;
-  MenuConfig configuration_;
+  MenuSession session_;
   IconCache icons_;
   int writeError_ = 0;
 };

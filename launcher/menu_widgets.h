@@ -35,7 +35,7 @@ class IconCache {
 // One entry of the menu: draws its item with icon, title and the marks of its kind.
 class MenuEntry : public ListItem {
  public:
-  // Without its icon, for a menu that nobody sees.
+  // Without its icon.
   explicit MenuEntry(const MenuItem& menuItem);
   MenuEntry(const MenuItem& menuItem, IconCache& icons);
 

@@ -2,22 +2,13 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <string>
 
-#include "launcher/paths.h"
-#include "launcher/plain_file.h"
-#include "toolkit/base/section_file.h"
 #include "toolkit/base/zoom.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/draw/art.h"
 
 namespace zel {
 namespace {
-
-constexpr std::size_t kLongestFile = 1 << 16;
-constexpr std::int64_t kSmallFile = 4096;  // bytes that take no longer to read than to ask about
-constexpr std::int64_t kPause = 100;       // milliseconds between two readings of a larger one
-constexpr int kSlowPoll = 1000;            // milliseconds
 
 constexpr const char* kPicture = "pic/progress.bmp";
 constexpr int kCopies = 64;     // in a run of pictures
@@ -40,38 +31,6 @@ BitmapPtr NewBitmap(int depth, int width, int height) {
 }
 
 }  // namespace
-
-int ProgressValues::PollPeriod() const {
-  return progressInterval < 1 ? kSlowPoll : progressInterval;
-}
-
-ProgressValues ReadProgressFile() {
-  const SectionFile file = SectionFile::FromUtf8(
-      ReadPlainFile(BehindOwnLinks(paths.progressFile).c_str(), kLongestFile));
-  const SectionFile::Section& said = file.Find("Progress");
-  ProgressValues values{said.GetInt("StepNumber"), said.GetInt("CurrentStep"),
-                        said.GetInt("ProgressHide"), said.GetInt("ProgressInterval")};
-  const bool saysNothing = values.stepNumber == 0 && values.currentStep == 0 &&
-                           values.progressHide == 0 && values.progressInterval == 0;
-  if (saysNothing) values.progressHide = 1;
-  values.currentStep = std::min(values.currentStep, values.stepNumber);
-  return values;
-}
-
-const ProgressValues& ProgressFile::Look(std::int64_t now) {
-  const FileStamp stamp = StampOf(BehindOwnLinks(paths.progressFile).c_str());
-  if (IsKnown(stamp, now)) return values_;
-  isSettled_ = stamp == stamp_;
-  stamp_ = stamp;
-  readAt_ = now;
-  values_ = ReadProgressFile();
-  return values_;
-}
-
-bool ProgressFile::IsKnown(const FileStamp& stamp, std::int64_t now) const {
-  if (stamp.size <= kSmallFile) return false;
-  return now - readAt_ < kPause || (isSettled_ && stamp == stamp_);
-}
 
 StepBar::StepBar() : picture_{LoadArt(kPicture, CurrentZoom())} {
   if (!picture_) return;

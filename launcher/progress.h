@@ -1,48 +1,11 @@
-// How far other programs are with starting the system.
+// Bars that show how far something is, or that it goes on.
 #pragma once
 
-#include <cstdint>
-
-#include "launcher/plain_file.h"
+#include "launcher/progress_file.h"
 #include "toolkit/base/allegro.h"
 #include "toolkit/widgets/value_range.h"
 
 namespace zel {
-
-// What the progress file says, as it says it.
-struct ProgressValues {
-  std::int32_t stepNumber = 12;  // all steps
-  std::int32_t currentStep = 0;  // steps done, at most stepNumber
-  std::int32_t progressHide = 1;
-  std::int32_t progressInterval = 1000;  // milliseconds between two looks at the file
-
-  bool Shows() const { return progressHide == 0; }
-  // The interval, but a second for one that no timer can keep.
-  int PollPeriod() const;
-  friend bool operator==(const ProgressValues&, const ProgressValues&) = default;
-};
-inline ProgressValues progressValues;
-
-// What the progress file says now. One that is missing, empty or no plain file hides the bar; a
-// link to one counts where root made it.
-ProgressValues ReadProgressFile();
-
-// The progress file, which anybody may write at any time, and which says itself how often it is
-// looked at. A large one is read no more often than every 100 ms, and only after it has changed.
-class ProgressFile {
- public:
-  // `now` is in milliseconds, by a clock that never goes back.
-  const ProgressValues& Look(std::int64_t now);
-
- private:
-  bool IsKnown(const FileStamp& stamp, std::int64_t now) const;
-
-  ProgressValues values_;
-  FileStamp stamp_;
-  std::int64_t readAt_ = 0;
-  bool isSettled_ =
-      false;  // it was read again with the same stamp, later than that can hide a change
-};
 
 // Shows the steps as a row of copies of "pic/progress.bmp", each one pixel right of the one before.
 class StepBar final : public ProgressBar {

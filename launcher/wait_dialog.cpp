@@ -1,7 +1,6 @@
 #include "launcher/wait_dialog.h"
 
 #include <algorithm>
-#include <limits>
 
 #include "launcher/language.h"
 #include "launcher/texts.h"
@@ -10,9 +9,7 @@
 namespace zel {
 namespace {
 
-constexpr int kCheckPeriod = 50;  // milliseconds
-constexpr int kCtrlC = 3;         // as a character
-constexpr int kSecond = 1000;     // milliseconds
+constexpr int kCtrlC = 3;  // as a character
 
 constexpr int kTitleText = 1312;
 constexpr int kCancelText = 1320;
@@ -49,14 +46,14 @@ void OpeningKey::MsgTick() {
 }
 
 WaitDialog::WaitDialog(const MenuItem& menuItem)
-    : units_{UnitsOf(GetFont(kNormal))}, item_{menuItem}, form_{kForm} {
+    : units_{UnitsOf(GetFont(kNormal))}, wait_{menuItem}, form_{kForm} {
   SetTitle(Text(kTitleText));
   ClearFlag(kFlagSizeable);
   form_.Build(*this, units_, Text);
   SetUpControls();
   SetUpClock();
   Centre();
-  timer_ = InstallTimer(kCheckPeriod);
+  timer_ = InstallTimer(ItemWait::kPeriod);
 }
 
 WaitDialog::~WaitDialog() { RemoveTimer(timer_); }
@@ -87,13 +84,7 @@ void WaitDialog::SetUpControls() {
 }
 
 void WaitDialog::SetUpClock() {
-  if (item_.timeout > 0) {
-    constexpr int kLongest = (std::numeric_limits<std::int32_t>::max() - kSecond) / kSecond;
-    hasTimeout_ = true;
-    // Each number from the limit to 0 shows for a second.
-    remaining_ = std::min(item_.timeout, kLongest) * kSecond + kSecond;
-    return;
-  }
+  if (wait_.HasTimeout()) return;
   busyBar_.Setup(units_.X(kBusyBar.x), units_.Y(kBusyBar.y), units_.X(kBusyBar.w),
                  units_.Y(kBusyBar.h), 0, 0, kHorizontal);
   Add(&busyBar_);
@@ -101,27 +92,17 @@ void WaitDialog::SetUpClock() {
   countdown_->Hide();
 }
 
-bool WaitDialog::FilesAreReady() const {
-  if (!item_.waitWhileFile.IsEmpty()) return !FileExists(item_.waitWhileFile);
-  return FileExists(item_.waitForFile);
-}
-
-void WaitDialog::CountDown() {
-  remaining_ -= kCheckPeriod;
-  const std::string seconds = std::to_string(remaining_ / kSecond);
+bool WaitDialog::Check() {
+  const bool isOver = wait_.Check();
+  if (!wait_.HasTimeout()) {
+    busyBar_.Increment();
+    return isOver;
+  }
+  const std::string seconds = std::to_string(wait_.Seconds());
   const Ascii shown{seconds.c_str()};
   // Most periods change nothing that is seen.
   if (ustrcmp(countdown_->GetText(), shown) != 0) countdown_->SetText(shown);
-}
-
-bool WaitDialog::Check() {
-  const bool ready = FilesAreReady();
-  if (!hasTimeout_) {
-    busyBar_.Increment();
-    return ready;
-  }
-  CountDown();
-  return ready || remaining_ < 1;
+  return isOver;
 }
 
 bool WaitDialog::Run(Dialog& screen) {

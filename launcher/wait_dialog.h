@@ -1,10 +1,8 @@
 // The window that waits for files.
 #pragma once
 
-#include <cstdint>
-
 #include "launcher/held_key.h"
-#include "launcher/menu_config.h"
+#include "launcher/item_wait.h"
 #include "launcher/progress.h"
 #include "toolkit/base/timers.h"
 #include "toolkit/widgets/accelerator.h"
@@ -49,8 +47,6 @@ class WaitDialog final : public Window {
   void SetUpControls();
   void FitMessage(Label& message);
   void SetUpClock();
-  bool FilesAreReady() const;
-  void CountDown();
 
   DialogUnits units_;
   Button* cancelButton_ = nullptr;
@@ -58,9 +54,7 @@ class WaitDialog final : public Window {
   bool waiting_ = true;
   int timer_ = kNoTimer;
   Label* countdown_ = nullptr;
-  std::int32_t remaining_ = -1;  // milliseconds, a second more than what shows
-  bool hasTimeout_ = false;
-  const MenuItem& item_;
+  ItemWait wait_;
   BusyBar busyBar_;
   DialogTemplate form_;
   OpeningKey openingKey_;
