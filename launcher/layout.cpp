@@ -24,6 +24,10 @@ constexpr Size kUsualSizes[] = {{640, 480}, {800, 600}, {1024, 768}};
 constexpr double kComfortableHeight = 640;
 constexpr double kAlike = 0.03;  // of the screen
 
+// On a screen that has room for no layout the places of one shrink, without text and pictures, but
+// not to less than this: a layout that is larger still does not mean it.
+constexpr double kLeastShrunk = 0.4;
+
 struct Candidate {
   std::string section;
   Size size;
@@ -88,7 +92,8 @@ const Candidate* Best(const std::vector<Candidate>& candidates, Size screen,
 
 ScreenLayout Placed(const Candidate& candidate, double zoom, Size screen) {
   SetZoom(zoom);
-  ScreenLayout layout{candidate.section, candidate.size, CurrentZoom() / candidate.zoom, {}};
+  const double shown = zoom < kLeastShrunk ? kLeastZoom : std::min(zoom, kLargestZoom);
+  ScreenLayout layout{candidate.section, candidate.size, shown / candidate.zoom, {}};
   const auto margin = [&](int room, int extent) {
     return std::max(0, static_cast<int>(std::lround((room - layout.scale * extent) / 2)));
   };
@@ -96,7 +101,8 @@ ScreenLayout Placed(const Candidate& candidate, double zoom, Size screen) {
   return layout;
 }
 
-// Where text and pictures would have to be smaller than they are, none fits.
+// Where text and pictures would have to be smaller than they are, none fits, and it is the one for
+// which they are least too large.
 ScreenLayout FitToScreen(const std::vector<Candidate>& candidates, Size screen) {
   const auto fitting = [screen](const Candidate& c) {
     const double scale = c.Fitting(screen);

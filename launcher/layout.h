@@ -25,9 +25,10 @@ bool ReadSectionSize(const std::string& section, Size* size);
 // Chooses a layout of the menu file for a screen and sets the toolkit's zoom. With kZoomToFit it is
 // the one of the screen's own size, else the one that fills the screen best, as large as it fits;
 // with a number the largest that the screen has room for at that zoom, or at less where it has room
-// for none. Known are all sections "MENU_CONFIGURATION_WxH", and the general one for the least of
-// the usual sizes that its panels fit in. A section's key "Zoom" says how much larger than its
-// numbers' own pixels text and pictures are to be there.
+// for none. On a screen that is too small for all of them the places of one shrink, and text and
+// pictures stay as they are. Known are all sections "MENU_CONFIGURATION_WxH", and the general one
+// for the least of the usual sizes that its panels fit in. A section's key "Zoom" says how much
+// larger than its numbers' own pixels text and pictures are to be there.
 ScreenLayout FitLayout(const char* menuFile, Size screen, double zoom);
 
 }  // namespace zel

@@ -53,8 +53,8 @@ TEST_F(LayoutTest, AGeneralSectionHasTheSizeThatItsPanelsNeed) {
       {"", "1.28 0 0 "},
       {"MenuLeft=20\nHintLeft=300\nProgressX=0\n", "1.6 0 0 "},
       {"HintWidth=600\n", "1 0 0 "},
-      {"ProgressW=2000\n", "1 0 146 "},
-      {"MenuHeight=900\nMenuLeft=-4\n", "1 162 0 "},
+      {"ProgressW=2000\n", "1 0 267 "},
+      {"MenuHeight=900\nMenuLeft=-4\n", "1 263 0 "},
       {"HintTop=2147483647\n", "1 162 0 "}};
   for (const auto& [keys, placed] : rows) {
     WriteFile("menu.cfg", std::string{"[MENU_CONFIGURATION]\n"} + keys);
