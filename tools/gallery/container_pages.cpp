@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <string>
 
+#include "toolkit/base/zoom.h"
 #include "toolkit/core/tooltip.h"
 #include "toolkit/widgets/button.h"
 #include "toolkit/widgets/group_frame.h"
@@ -23,7 +24,7 @@ class PosedTooltip : public Tooltip {
   void MsgTick() override { Widget::MsgTick(); }
 };
 
-constexpr int kWindowFrame = 40;  // more than the frame of a window adds to its height
+int WindowFrame() { return Zoomed(40); }  // more than the frame of a window adds to its height
 
 enum class WindowPose { kActive, kInactive, kFixed, kRolledUp };
 
@@ -94,7 +95,7 @@ void BuildTextViewPage(Sheet& sheet) {
   sheet.Row(8 * sheet.Line(), [&](const Rect& place, int column) {
     auto& view = sheet.Make<TextView>();
     view.SetText(column == 2 ? "A text that fits\nneeds no bars." : text.c_str());
-    view.SetMargins(6, 4, 4, 4);
+    view.SetMargins(Zoomed(6), Zoomed(4), Zoomed(4), Zoomed(4));
     view.Shape(place);
     if (column == 1) view.Disable();
     if (column == 2) Pose(view, kFocused);
@@ -103,7 +104,7 @@ void BuildTextViewPage(Sheet& sheet) {
 
 void BuildWindowPage(Sheet& sheet) {
   const auto row = [&sheet](WindowPose first, WindowPose second) {
-    sheet.Row(5 * sheet.Line() + kWindowFrame, [&](const Rect& place, int column) {
+    sheet.Row(5 * sheet.Line() + WindowFrame(), [&](const Rect& place, int column) {
       const Rect client{place.x, place.y, place.w - sheet.Letters(2), 5 * sheet.Line()};
       sheet.Make<SampleWindow>().SetUp(client, sheet, column == 0 ? first : second);
     });

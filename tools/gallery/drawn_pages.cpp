@@ -4,8 +4,10 @@
 #include <string>
 
 #include "toolkit/base/settings.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/core/animator.h"
 #include "toolkit/core/mouse_pointer.h"
+#include "toolkit/skin/elements.h"
 #include "toolkit/skin/skin.h"
 #include "toolkit/widgets/button.h"
 #include "tools/gallery/pages.h"
@@ -85,19 +87,6 @@ class MarksGrid : public Grid {
 
 // Elements, frame by frame.
 
-struct Frames {
-  int columns, rows;
-};
-constexpr Frames Rows(int rows) { return {1, rows}; }
-
-// In the order of ElementIndex.
-constexpr Frames kFrames[kElementCount] = {
-    Rows(1), Rows(1), Rows(4), {2, 4},  Rows(1), Rows(4), Rows(4), Rows(4), Rows(4), Rows(4),
-    Rows(4), Rows(4), Rows(8), Rows(1), Rows(2), Rows(7), Rows(1), Rows(1), Rows(1), Rows(1),
-    Rows(2), {2, 1},  {2, 4},  Rows(4), Rows(4), Rows(4), Rows(4), Rows(4), Rows(4), Rows(4),
-    Rows(4), Rows(4), Rows(4), Rows(1), Rows(1), Rows(4), Rows(1), {4, 1},  {4, 1},  Rows(2),
-    Rows(1), Rows(2), {2, 1},  {2, 1},  Rows(2), Rows(2),
-};
 constexpr Size kFrameRoom{38, 38};
 constexpr int kFramesInLine = 4;
 constexpr int kFrameGap = 3;
@@ -114,14 +103,13 @@ class ElementsGrid : public Grid {
     // A ground on which elements in the colour of the face show.
     cell.clear_to_color(MixNear(skin.colors[kFace], skin.colors[kShad2]));
     const SkinBitmap& element = *skin.bitmaps[index];
-    const Frames frames = kFrames[index];
-    const int w = std::min(kFrameRoom.w, element.Width() / frames.columns);
-    const int h = std::min(kFrameRoom.h, element.Height() / frames.rows);
-    for (int i = 0; i < frames.columns * frames.rows; ++i) {
-      const int x = i % kFramesInLine * (w + kFrameGap);
-      const int y = i / kFramesInLine * (h + kFrameGap);
-      element.DrawAreaMasked(cell, i / frames.rows, i % frames.rows, x, y, w, h, frames.columns,
-                             frames.rows);
+    const Size frames = kElementGrids[index];
+    const int w = std::min(Zoomed(kFrameRoom.w), element.Width() / frames.w);
+    const int h = std::min(Zoomed(kFrameRoom.h), element.Height() / frames.h);
+    for (int i = 0; i < frames.w * frames.h; ++i) {
+      const int x = i % kFramesInLine * (w + Zoomed(kFrameGap));
+      const int y = i / kFramesInLine * (h + Zoomed(kFrameGap));
+      element.DrawAreaMasked(cell, i / frames.h, i % frames.h, x, y, w, h, frames.w, frames.h);
     }
   }
 };
@@ -147,18 +135,19 @@ class CursorsGrid : public Grid {
 
  protected:
   void DrawCell(Bitmap& cell, int index) override {
-    cell.rectfill(0, 0, kCursorGround - 1, kCursorGround - 1, white);
-    cell.rectfill(kCursorGround, 0, 2 * kCursorGround - 1, kCursorGround - 1, Color{24, 44, 72});
+    const int ground = Zoomed(kCursorGround);
+    cell.rectfill(0, 0, ground - 1, ground - 1, white);
+    cell.rectfill(ground, 0, 2 * ground - 1, ground - 1, Color{24, 44, 72});
     Cursor& cursor = *CurrentSkin()->cursors[index];
-    for (const int ground : {0, 1}) DrawCursor(cell, cursor, kCursorGround * ground);
+    for (const int left : {0, ground}) DrawCursor(cell, cursor, left);
   }
 
  private:
   static void DrawCursor(Bitmap& cell, Cursor& cursor, int left) {
     const SkinBitmap* frame = cursor.GetFrame();
     if (!frame) return;
-    const int x = left + (kCursorGround - frame->Width()) / 2;
-    const int y = (kCursorGround - frame->Height()) / 2;
+    const int x = left + (Zoomed(kCursorGround) - frame->Width()) / 2;
+    const int y = (Zoomed(kCursorGround) - frame->Height()) / 2;
     if (settings.mouseShadow && bitmap_color_depth(cell.GetBitmap()) > 8) {
       const CursorShadow& look = cursor.GetShadowLook();
       set_alpha_blender();

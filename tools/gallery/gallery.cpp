@@ -6,6 +6,7 @@
 
 #include "toolkit/base/settings.h"
 #include "toolkit/base/text.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/core/startup.h"
 #include "toolkit/skin/skin.h"
 #include "toolkit/widgets/dialog_template.h"
@@ -13,8 +14,8 @@
 namespace zel {
 namespace {
 
-constexpr int kMargin = 6;
-constexpr int kFrameRoom = 10;  // of a field around a line of text
+int Margin() { return Zoomed(6); }
+int FrameRoom() { return Zoomed(10); }  // of a field around a line of text
 constexpr int kListLetters = 17;
 constexpr int kBoxLetters = 14;
 
@@ -75,21 +76,21 @@ void Gallery::Fill(Choice& choice, const char* text, const std::vector<std::stri
 // One field behind the other, each with its label, and the message in what is left.
 void Gallery::PlaceBar() {
   const DialogUnits units{GetFont(kNormal)};
-  const int height = GetFont(kNormal).TextHeight() + kFrameRoom;
-  int x = kMargin;
+  const int height = GetFont(kNormal).TextHeight() + FrameRoom();
+  int x = Margin();
   for (Choice* choice : {&skin_, &size_, &depth_}) {
     choice->label.UpdateSize();
-    choice->label.Place(x, kMargin + kFrameRoom / 2);
-    x += choice->label.w() + kMargin;
+    choice->label.Place(x, Margin() + FrameRoom() / 2);
+    x += choice->label.w() + Margin();
     const int width = units.X(kBoxLetters * 4);
-    choice->box.Setup(x, kMargin, width, height, 0, 0, choice->box.GetListBox().GetCurrent());
-    x += width + 2 * kMargin;
+    choice->box.Setup(x, Margin(), width, height, 0, 0, choice->box.GetListBox().GetCurrent());
+    x += width + 2 * Margin();
   }
-  message_.Place(x, kMargin + kFrameRoom / 2);
-  const int top = height + 2 * kMargin;
+  message_.Place(x, Margin() + FrameRoom() / 2);
+  const int top = height + 2 * Margin();
   const int list = units.X(kListLetters * 4);
-  pages_.Shape(kMargin, top, list, std::max(0, h() - top - kMargin));
-  const int left = list + 2 * kMargin;
+  pages_.Shape(Margin(), top, list, std::max(0, h() - top - Margin()));
+  const int left = list + 2 * Margin();
   pageRoom_ = {left, top, std::max(1, w() - left), std::max(1, h() - top)};
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "toolkit/base/settings.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/core/startup.h"
 #include "toolkit/testing/offscreen.h"
 #include "tools/gallery/gallery.h"
@@ -32,8 +33,9 @@ struct Options {
 
 [[noreturn]] void ExplainUsage() {
   std::fputs(
-      "usage: zel-gallery [--size WxH] [--depth N] [--skin FILE]\n"
-      "       zel-gallery --png FILE [--page NAME] [--size WxH] [--depth N] [--skin FILE]\n"
+      "usage: zel-gallery [--size WxH] [--depth N] [--zoom Z] [--skin FILE]\n"
+      "       zel-gallery --png FILE [--page NAME] [--size WxH] [--depth N] [--zoom Z] "
+      "[--skin FILE]\n"
       "       zel-gallery --list\n",
       stderr);
   std::exit(kUsageStatus);
@@ -46,13 +48,10 @@ struct Options {
 
 Options ReadOptions(int argc, char** argv) {
   static const option kOptions[] = {
-      {"png", required_argument, nullptr, 'o'},
-      {"size", required_argument, nullptr, 's'},
-      {"depth", required_argument, nullptr, 'd'},
-      {"skin", required_argument, nullptr, 'k'},
-      {"page", required_argument, nullptr, 'p'},
-      {"list", no_argument, nullptr, 'l'},
-      {nullptr, 0, nullptr, 0},
+      {"png", required_argument, nullptr, 'o'},   {"size", required_argument, nullptr, 's'},
+      {"depth", required_argument, nullptr, 'd'}, {"skin", required_argument, nullptr, 'k'},
+      {"zoom", required_argument, nullptr, 'z'},  {"page", required_argument, nullptr, 'p'},
+      {"list", no_argument, nullptr, 'l'},        {nullptr, 0, nullptr, 0},
   };
   Options options;
   for (int letter; (letter = getopt_long(argc, argv, "", kOptions, nullptr)) != -1;) {
@@ -60,6 +59,7 @@ Options ReadOptions(int argc, char** argv) {
     if (letter == 'o') options.png = optarg;
     if (letter == 's') good = ParseSize(optarg, &options.size);
     if (letter == 'd') options.depth = std::atoi(optarg);
+    if (letter == 'z') settings.zoom = ParseZoom(optarg);
     if (letter == 'k') options.skin = optarg;
     if (letter == 'p') good = (options.page = FindPage(optarg)) != nullptr;
     if (letter == 'l') ListPages();
@@ -92,9 +92,11 @@ std::string SkinFile(const std::string& name) { return name == "default" ? "" : 
 int MakePicture(const Options& options) {
   constexpr Size kUsualSize{800, 600};
   // A page whose size is not given gets what it takes in a width that suits documents.
-  constexpr Size kRoom{640, 1};
+  constexpr int kPageWidth = 640;
   Offscreen offscreen;
-  const Size given = options.size.w ? options.size : options.page ? kRoom : kUsualSize;
+  SetZoom(settings.zoom);
+  const Size room{Zoomed(kPageWidth), 1};
+  const Size given = options.size.w ? options.size : options.page ? room : kUsualSize;
   SetMode(offscreen, given, options.depth);
   const std::string complaint = Offscreen::LoadSkin(options.skin.c_str());
   if (!complaint.empty()) Fail(complaint);

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "toolkit/base/text.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/skin/skin.h"
 #include "toolkit/widgets/button.h"
 #include "toolkit/widgets/dialog_template.h"
@@ -11,12 +12,12 @@
 namespace zel {
 namespace {
 
-constexpr int kMargin = 8;
-constexpr int kGap = 8;         // between columns, and below a row
-constexpr int kCaptionGap = 4;  // below a caption
-constexpr int kFrameRoom = 10;  // above and below a text in a frame
+int Margin() { return Zoomed(8); }
+int Gap() { return Zoomed(8); }         // between columns, and below a row
+int CaptionGap() { return Zoomed(4); }  // below a caption
+int FrameRoom() { return Zoomed(10); }  // above and below a text in a frame
+int Frame() { return Zoomed(4); }       // of a grid
 constexpr int kLetterUnits = 4;
-constexpr int kFrame = 4;  // of a grid
 
 }  // namespace
 
@@ -26,7 +27,8 @@ void LoadCaptionFont() {
   const char* file = skin.File().Find("FONT0").GetText("file", "none");
   char path[1024];
   replace_filename(path, skin.skinFile->c_str(), file, sizeof path);
-  const int size = skin.fonts[0]->TextHeight() * 3 / 4;
+  // At the zoom, which setting it brings in.
+  const int size = static_cast<int>(skin.fonts[0]->TextHeight() / CurrentZoom() * 3 / 4);
   skin.SetFontFile(path, kCaptionFont, size);
 }
 
@@ -37,7 +39,7 @@ Color CaptionColor() {
   return MixNear(skin.colors[kFontFace], skin.colors[kFace]);
 }
 
-Sheet::Sheet(Size room) : room_{room}, next_{kMargin} {
+Sheet::Sheet(Size room) : room_{room}, next_{Margin()} {
   Resize(room);
   SetOpaque(true);
 }
@@ -50,8 +52,8 @@ int Sheet::Letters(int count) const {
   return DialogUnits{GetFont(kNormal)}.X(count * kLetterUnits);
 }
 
-int Sheet::Tall() const { return Line() + kFrameRoom; }
-int Sheet::CaptionHeight() const { return CaptionFont().TextHeight() + kCaptionGap; }
+int Sheet::Tall() const { return Line() + FrameRoom(); }
+int Sheet::CaptionHeight() const { return CaptionFont().TextHeight() + CaptionGap(); }
 
 void Sheet::Caption(const char* text, int x, int width) {
   auto& label = Make<Label>();
@@ -64,11 +66,11 @@ void Sheet::Caption(const char* text, int x, int width) {
 
 void Sheet::Columns(std::initializer_list<const char*> captions, int letters) {
   columns_ = static_cast<int>(captions.size());
-  columnWidth_ = std::min(Letters(letters), (room_.w - 2 * kMargin + kGap) / columns_ - kGap);
-  int x = kMargin;
+  columnWidth_ = std::min(Letters(letters), (room_.w - 2 * Margin() + Gap()) / columns_ - Gap());
+  int x = Margin();
   for (const char* text : captions) {
     Caption(text, x, columnWidth_);
-    x += columnWidth_ + kGap;
+    x += columnWidth_ + Gap();
   }
   next_ += CaptionHeight();
 }
@@ -79,20 +81,20 @@ void Sheet::StateColumns(int letters) {
 
 void Sheet::Row(int height, const Fill& fill) {
   for (int column = 0; column < columns_; ++column) {
-    const int x = kMargin + column * (columnWidth_ + kGap);
+    const int x = Margin() + column * (columnWidth_ + Gap());
     fill({x, next_, columnWidth_, height}, column);
     Take(x + columnWidth_, next_ + height);
   }
-  next_ += height + kGap;
+  next_ += height + Gap();
 }
 
 Rect Sheet::Band(const char* caption, int height, int letters) {
-  const int all = room_.w - 2 * kMargin;
+  const int all = room_.w - 2 * Margin();
   const int width = letters ? std::min(all, Letters(letters)) : all;
-  Caption(caption, kMargin, width);
+  Caption(caption, Margin(), width);
   next_ += CaptionHeight();
-  const Rect place{kMargin, next_, width, height};
-  next_ += height + kGap;
+  const Rect place{Margin(), next_, width, height};
+  next_ += height + Gap();
   Take(place.Right(), place.Bottom());
   return place;
 }
@@ -108,7 +110,7 @@ Rect Sheet::Whole(Size wanted) {
 }
 
 void Sheet::Take(int right, int bottom) {
-  extent_ = {std::max(extent_.w, right + kMargin), std::max(extent_.h, bottom + kMargin)};
+  extent_ = {std::max(extent_.w, right + Margin()), std::max(extent_.h, bottom + Margin())};
 }
 
 void Pose(Widget& widget, int state) {
@@ -118,30 +120,30 @@ void Pose(Widget& widget, int state) {
 }
 
 Grid::Grid(std::vector<const char*> names, Size picture)
-    : names_{std::move(names)}, picture_{picture} {
-  marginLeft = marginTop = marginRight = marginBottom = kFrame;
-  int widest = picture.w;
+    : names_{std::move(names)}, picture_{Zoomed(picture.w), Zoomed(picture.h)} {
+  marginLeft = marginTop = marginRight = marginBottom = Frame();
+  int widest = picture_.w;
   for (const char* name : names_) widest = std::max(widest, CaptionFont().TextLength(name));
-  cell_ = {widest + 2 * kGap, CaptionFont().TextHeight() + kCaptionGap + picture.h + kGap};
+  cell_ = {widest + 2 * Gap(), CaptionFont().TextHeight() + CaptionGap() + picture_.h + Gap()};
 }
 
-int Grid::ColumnsIn(int width) const { return std::max(1, (width - kGap) / cell_.w); }
+int Grid::ColumnsIn(int width) const { return std::max(1, (width - Gap()) / cell_.w); }
 
 Size Grid::ContentIn(int width) const {
   const int columns = ColumnsIn(width);
   const int rows = (static_cast<int>(names_.size()) + columns - 1) / columns;
-  return {columns * cell_.w + kGap, rows * cell_.h + kGap};
+  return {columns * cell_.w + Gap(), rows * cell_.h + Gap()};
 }
 
 Size Grid::WantedSize(int width) const {
-  const Size all = ContentIn(width - 2 * kFrame);
-  return {all.w + 2 * kFrame, all.h + 2 * kFrame};
+  const Size all = ContentIn(width - 2 * Frame());
+  return {all.w + 2 * Frame(), all.h + 2 * Frame()};
 }
 
 void Grid::UpdateLayout() {
-  const int width = w() - 2 * kFrame;
+  const int width = w() - 2 * Frame();
   Size all = ContentIn(width);
-  if (all.h > h() - 2 * kFrame) all = ContentIn(width - vBar.Thickness());
+  if (all.h > h() - 2 * Frame()) all = ContentIn(width - vBar.Thickness());
   contentW = all.w;
   contentH = all.h;
   ScrollView::UpdateLayout();
@@ -152,14 +154,14 @@ void Grid::DrawContent(Bitmap& canvas) {
   const int columns = ColumnsIn(contentW);
   canvas.clear_to_color(CurrentSkin()->colors[kFace]);
   for (int i = 0; i < static_cast<int>(names_.size()); ++i) {
-    const int x = kGap + i % columns * cell_.w - scrollX;
-    const int y = kGap + i / columns * cell_.h - scrollY;
+    const int x = Gap() + i % columns * cell_.w - scrollX;
+    const int y = Gap() + i / columns * cell_.h - scrollY;
     if (y + cell_.h < 0 || y >= canvas.Height()) continue;
     font.Textout(canvas, names_[i], x, y, CaptionColor(), Color{}, kAlignLeft);
     SkinBitmap picture{picture_.w, picture_.h, kMemoryBitmap};
     picture.clear_to_color(CurrentSkin()->colors[kFace]);
     DrawCell(picture, i);
-    picture.blit(canvas, 0, 0, x, y + font.TextHeight() + kCaptionGap, picture_.w, picture_.h);
+    picture.blit(canvas, 0, 0, x, y + font.TextHeight() + CaptionGap(), picture_.w, picture_.h);
   }
 }
 

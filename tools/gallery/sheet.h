@@ -88,6 +88,7 @@ void Pose(Widget& widget, int state);
 // there are too many. Borrows the names.
 class Grid : public ScrollView {
  public:
+  // `picture` is zoomed.
   Grid(std::vector<const char*> names, Size picture);
 
   void UpdateLayout() override;
@@ -96,7 +97,7 @@ class Grid : public ScrollView {
   Size WantedSize(int width) const;
 
  protected:
-  // Draws on a canvas of the size that the constructor was given, cleared to the skin's face.
+  // Draws on a canvas of the size of a picture, cleared to the skin's face.
   virtual void DrawCell(Bitmap& cell, int index) = 0;
 
  private:
