@@ -38,7 +38,6 @@ namespace {
 
 constexpr const char* kProgram = "zel";
 constexpr const char* kSettingsFile = "zel.cfg";
-constexpr int kNotRootText = 174;
 constexpr int kNoGraphicsText = 1513;
 
 constexpr int kAutodetectFullScreen = 1;
@@ -69,12 +68,6 @@ constexpr FallbackMode kFallbackModes[] = {
   allegro_exit();
   ChangeDirectory(Directory::kSaved);
   std::exit(EXIT_SUCCESS);
-}
-
-std::string DirectoryOf(const std::string& path) { return path.substr(0, path.rfind('/') + 1); }
-
-void LimitWritingTo(const std::vector<std::string>& devices) {
-  LimitWriting({DirectoryOf(paths.outputFile), DirectoryOf(paths.positionFile)}, devices);
 }
 
 // What may have to be opened for writing later: the mouse, when its server appears, and the
@@ -176,20 +169,11 @@ int RunMenu() {
 
 }  // namespace
 
-void LimitLauncher() {
-  DropRights();
-  LimitWritingTo({kDevices});
-}
-
 int RunLauncher() {
   launcherState.exitCode = 0;
   launcherState.outputString.Clear();
   launcherState.mousePending = false;
-  if (geteuid() != 0) {
-    std::fprintf(stderr, "%s\n", Text(kNotRootText));
-    return launcherState.exitCode;
-  }
-  return RunForAnyone();
+  return IsRoot() ? RunForAnyone() : launcherState.exitCode;
 }
 
 int RunForAnyone() {

@@ -3,10 +3,6 @@
 
 namespace zel {
 
-// Gives up what neither the launcher nor its guard needs, before anything else is done: rights, and
-// writing elsewhere than beside the result files and to devices.
-void LimitLauncher();
-
 // Runs the launcher. Answers the exit status: the exit code of the chosen item, 0 when it is not
 // run as root, or 1 when it has said that an earlier output file cannot be removed or a new one not
 // be written. Ends the process itself when there is no usable graphics mode (status 0) or the

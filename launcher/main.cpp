@@ -3,6 +3,7 @@
 #include "launcher/launcher.h"
 #include "launcher/little_memory.h"
 #include "launcher/result_files.h"
+#include "launcher/run.h"
 #include "toolkit/base/console_guard.h"
 
 int main(int argc, char** argv) {

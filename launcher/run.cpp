@@ -10,14 +10,21 @@
 #include "launcher/paths.h"
 #include "launcher/result_files.h"
 #include "launcher/state.h"
+#include "launcher/texts.h"
+#include "toolkit/base/confinement.h"
 
 namespace zel {
 namespace {
+
+constexpr const char* kDevices = "/dev";
+constexpr int kNotRootText = 174;
 
 void SaveDirectory() {
   auto& path = launcherState.savedDirectory;
   if (!getcwd(path, sizeof path)) *path = '\0';
 }
+
+std::string DirectoryOf(const std::string& path) { return path.substr(0, path.rfind('/') + 1); }
 
 // Says that something cannot be done with the output file, for which scripts wait.
 int Fail(const char* program, const char* action, int error) {
@@ -33,6 +40,21 @@ void KeepOutputToItsStatus(int status, void*) {
 }
 
 }  // namespace
+
+void LimitLauncher() {
+  DropRights();
+  LimitWritingTo({kDevices});
+}
+
+void LimitWritingTo(const std::vector<std::string>& devices) {
+  LimitWriting({DirectoryOf(paths.outputFile), DirectoryOf(paths.positionFile)}, devices);
+}
+
+bool IsRoot() {
+  if (geteuid() == 0) return true;
+  std::fprintf(stderr, "%s\n", Text(kNotRootText));
+  return false;
+}
 
 void ChangeDirectory(Directory directory) {
   const char* path =

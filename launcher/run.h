@@ -1,7 +1,20 @@
 // What scripts rely on from the start of a run to its end, whatever shows the menu.
 #pragma once
 
+#include <string>
+#include <vector>
+
 namespace zel {
+
+// Gives up what neither the launcher nor its guard needs, before anything else is done: rights, and
+// writing elsewhere than beside the result files and to devices.
+void LimitLauncher();
+
+// From now on only these devices can be opened for writing, beside the result files.
+void LimitWritingTo(const std::vector<std::string>& devices);
+
+// Says so where it is not root who runs the program.
+bool IsRoot();
 
 enum class Directory { kConfiguration, kSaved };  // saved by BeginRun
 void ChangeDirectory(Directory directory);

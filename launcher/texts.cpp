@@ -36,6 +36,27 @@ const TextEntry TextTable[] = {
               "part of your BIOS. It may help.")},
     {1515, N_("Back to the previous menu")},
     {1516, N_("Waiting for services initialization...")},
+    // TRANSLATORS: All texts from here on are for terminals. The first two say in brackets behind a
+    // menu entry what it is.
+    {1600, N_("submenu")},
+    {1601, N_("not available")},
+    // TRANSLATORS: Asks for an answer, which is typed behind it.
+    {1602, N_("Number of an entry, or ? for help:")},
+    {1603, N_("Number of an entry, 0 to go back, or ? for help:")},
+    {1604, N_("Type the number of an entry and press Enter to choose it.\n"
+              "?3 explains entry 3.\n"
+              "0 goes back to the previous menu.\n"
+              "Enter alone shows the menu again.")},
+    {1605, N_("There is no such entry.")},
+    {1606, N_("There is no explanation.")},
+    {1607, N_("Enter cancels.")},
+    {1608, N_("Progress:")},
+    {1609, N_("Arrow keys, Page Up, Page Down, Home, End: move\n"
+              "Enter or Space: choose, open a submenu, go back\n"
+              "Tab: scroll the explanation, and back to the menu\n"
+              "Ctrl+L: draw the screen again\n"
+              "Any key leaves this help.")},
+    {1610, N_("F1 or ?: help")},
     {0xFFFFFFFF, ""},
 };
 

@@ -7,6 +7,7 @@
 
 #include "launcher/launcher.h"
 #include "launcher/paths.h"
+#include "launcher/run.h"
 
 namespace {
 

@@ -1,0 +1,267 @@
+#!/usr/bin/env python3
+"""The menu as text, on terminals and pipes, from the start to the choice."""
+
+import codecs
+import fcntl
+import os
+import pathlib
+import pty
+import re
+import select
+import shutil
+import signal
+import struct
+import subprocess
+import sys
+import tempfile
+import termios
+import time
+import unittest
+
+from harness import BUILD, ROOT, SANDBOX, SKIPPED, need_sandbox, text_of, wait_until
+
+QUESTION = "or ? for help: "
+MOVES = {"A": (-1, 0), "B": (1, 0), "C": (0, 1), "D": (0, -1)}
+
+
+class Screen:
+    """What a VT52 shows of what is written to it, and where its cursor is."""
+
+    def __init__(self, rows, columns):
+        self.rows, self.columns = rows, columns
+        self.lines = [[" "] * columns for _ in range(rows)]
+        self.row = self.column = 0
+        self._decoder = codecs.getincrementaldecoder("utf-8")("replace")
+        self._rest = ""
+
+    def feed(self, data):
+        text = self._rest + self._decoder.decode(data)
+        while text:
+            match = re.match(r"\x1bY(..)|\x1b([^Y])|([^\x1b])", text, re.DOTALL)
+            if not match:
+                break
+            text = text[match.end():]
+            if match[1]:
+                self.row, self.column = (ord(c) - 32 for c in match[1])
+            elif match[2]:
+                self._escape(match[2])
+            else:
+                self._write(match[3])
+        self._rest = text
+
+    def _escape(self, letter):
+        if letter in MOVES:
+            self.row += MOVES[letter][0]
+            self.column += MOVES[letter][1]
+        elif letter == "H":
+            self.row = self.column = 0
+        elif letter in "JK":
+            self.lines[self.row][self.column:] = " " * (self.columns - self.column)
+            for row in range(self.row + 1, self.rows if letter == "J" else 0):
+                self.lines[row] = [" "] * self.columns
+
+    def _write(self, letter):
+        if letter == "\n":
+            self.row += 1
+            if self.row == self.rows:
+                self.row -= 1
+                self.lines = [*self.lines[1:], [" "] * self.columns]
+        elif letter == "\r":
+            self.column = 0
+        elif letter == "\b":
+            self.column -= 1
+        elif letter >= " ":
+            self.lines[self.row][self.column] = letter
+            self.column = min(self.column + 1, self.columns - 1)
+
+    def text(self):
+        return "\n".join("".join(line).rstrip() for line in self.lines)
+
+    def at_cursor(self):
+        return "".join(self.lines[self.row][self.column:]).rstrip()
+
+
+class TextMenu:
+    """A run on a terminal of its own, or between pipes."""
+
+    def __init__(self, state, *options, term="vt52", size=(25, 80), letters="C.UTF-8", pipe=None):
+        self.state = pathlib.Path(state)
+        self.seen, self.told, self.screen = b"", 0, Screen(*size)
+        command = [SANDBOX, "--state", state, "--", BUILD / "bin/zel-text", *options]
+        environment = dict(os.environ, TERM=term, LANG="C.UTF-8", LC_CTYPE=letters)
+        environment.pop("LC_ALL", None)
+        self.master, slave = pty.openpty()
+        self.resize(*size)
+        self.modes = termios.tcgetattr(slave)
+        self.process = subprocess.Popen(
+            command, env=environment, stdin=pipe or slave, stdout=slave, stderr=subprocess.PIPE,
+            start_new_session=True, preexec_fn=None if pipe else lambda: fcntl.ioctl(0, termios.TIOCSCTTY, 0))
+        self.slave = slave
+
+    def resize(self, rows, columns):
+        fcntl.ioctl(self.master, termios.TIOCSWINSZ, struct.pack("HHHH", rows, columns, 0, 0))
+        self.screen = Screen(rows, columns)
+
+    def read(self):
+        while select.select([self.master], [], [], 0.02)[0]:
+            data = os.read(self.master, 1 << 16)
+            self.seen += data
+            self.screen.feed(data)
+        return self.seen.decode(errors="replace")
+
+    def type(self, text, until):
+        """Answers what comes, up to what ends it: a text, or a condition for a full screen."""
+        if text:
+            self.read()
+            self.told = len(self.seen)
+        before = self.told
+        os.write(self.master, text.encode("latin-1"))
+        done = until if callable(until) else lambda: until in self.seen[before:].decode(errors="replace")
+        try:
+            wait_until(lambda: self.read() and done(), until)
+        except AssertionError:
+            raise AssertionError(f"{until} not in {self.seen[before:]!r}\n{self.screen.text()}") from None
+        self.told = len(self.seen)
+        return self.seen[before:].decode(errors="replace").replace("\r", "")
+
+    def on(self, title):
+        """Whether the cursor stands on this entry, which is marked."""
+        return lambda: self.screen.at_cursor().startswith(title) and self.screen.lines[self.screen.row][0] == ">"
+
+    def end(self):
+        wait_until(lambda: self.read() is not None and self.process.poll() is not None, "the end")
+        assert termios.tcgetattr(self.slave) == self.modes
+        message = self.process.stderr.read().decode()
+        self.process.stderr.close()
+        os.close(self.master)
+        os.close(self.slave)
+        return self.process.returncode, text_of(self.state / "root/output.txt"), message
+
+
+class TextTest(unittest.TestCase):
+    def setUp(self):
+        self.state = pathlib.Path(tempfile.mkdtemp(prefix="zel-text-"))
+        self.addCleanup(shutil.rmtree, self.state)
+        shutil.copytree(ROOT / "data", self.state / "etc/zel")
+        shutil.copytree(BUILD / "locale", self.state / "usr/local/share/locale")
+        (self.state / "tmp").mkdir()
+        (self.state / "etc/sysconfig").mkdir()
+
+    def start(self, *options, **how):
+        menu = TextMenu(self.state, *options, **how)
+        self.addCleanup(lambda: menu.process.poll() is None and os.killpg(menu.process.pid, signal.SIGKILL))
+        return menu
+
+    def position(self):
+        return text_of(self.state / "tmp/menupos.txt")
+
+    def speak(self, language):
+        (self.state / "etc/sysconfig/i18n").write_text(f"LANG={language}\n")
+
+    def test_plain_lines_from_the_start_to_the_choice_and_back_to_its_place(self):
+        menu = self.start("--plain")
+        shown = menu.type("", QUESTION)
+        self.assertTrue(shown.startswith("\nRescue menu\nWhat do you want to do?\n>  1  Start the rescue desktop\n"))
+        self.assertIn("\n\n   3  Disks and partitions (submenu)\n", shown)
+        self.assertIn("  7  Reset the firmware password (not available)\n", shown)
+        for answer, said in (("?", "?3 explains entry 3."), ("?3", "Lists, checks, copies"), ("? 12", "no such entry"),
+                             ("0", "no such entry"), ("99999999999", "no such entry"), ("7", "not available"),
+                             ("\xff\xc0 2", "no such entry"), ("\x03\x1c\x1a\x04", "no such entry"),
+                             ("x" * 3000, "no such entry"), (" ", "> "), ("3", "0  Back to the previous menu")):
+            self.assertIn(said, menu.type(answer + "\n", QUESTION), answer)
+        self.assertIn("\n   1  Start", menu.type("0\n", QUESTION))
+        (self.state / "tmp/disks.probing").touch()
+        menu.type("2\n", "Enter cancels.")
+        menu.type("\n", QUESTION)
+        menu.type("2\n", "Enter cancels.")
+        (self.state / "tmp/disks.probing").unlink()
+        self.assertEqual((*menu.end(), self.position()), (20, "scan --all --repair=ask\n", "", "1"))
+        self.assertNotIn(b"\x1b", menu.seen)
+        (self.state / "tmp/menupos.txt").write_text("3,2")
+        menu = self.start(term="nonesuch")
+        self.assertIn("\n>  2  Check a file system\n", menu.type("", QUESTION))
+        (self.state / "tmp/progress").write_text("[Progress]\nStepNumber=9\nCurrentStep=4\nProgressHide=0\n")
+        self.assertIn("\nProgress: 4/9\n", menu.type("", "4/9\r\nNumber"))
+
+    def test_the_whole_screen_from_the_start_to_the_choice_and_back_to_its_place(self):
+        down, up, end = "\x1bB", "\x1bA", "\x1b?p"
+        menu = self.start()
+        menu.type("", menu.on("Start the rescue desktop"))
+        menu.type("\r\r\r" + down, menu.on("Scan"))  # held from before: chooses nothing
+        menu.type(down + "\r\r\r", menu.on("Back to the previous menu"))
+        menu.type(" ", menu.on("Disks and partitions"))
+        self.assertRegex(menu.screen.text(), r"^Rescue menu\nWhat do you .* 3/11\n  Start(.|\n)*\nLists, checks, copies")
+        menu.type("?", lambda: menu.screen.text().startswith("Arrow keys"))
+        menu.type("q", menu.on("Disks"))
+        for size in ((12, 40), (1, 1), (65000, 65000), (2, 9), (9, 20), (25, 80)):
+            menu.resize(*size) if size[0] < 100 else fcntl.ioctl(
+                menu.master, termios.TIOCSWINSZ, struct.pack("HHHH", *size, 0, 0))
+            if size[0] < 100:
+                menu.type("", menu.on("Disks" if size[0] > 1 else ""))
+        menu.resize(12, 40)
+        menu.type(up, menu.on("Scan"))
+        menu.type("\t" + end, lambda: "\nreport.\n" in menu.screen.text())
+        menu.type("\t" + up, menu.on("Start"))
+        for cancel in "\x03", "\x1b", " ", "c":
+            menu.type("\r", lambda: "Please wait" in menu.screen.text() and menu.screen.at_cursor().startswith("Cancel ]"))
+            menu.type(cancel + down, menu.on("Scan"))
+            menu.type(up, menu.on("Start"))
+        (self.state / "tmp/progress").write_text("[Progress]\nStepNumber=9\nCurrentStep=4\nProgressHide=0\n")
+        menu.type("", lambda: re.search(r"\n\[#+\.+] 4/9\n", menu.screen.text()))
+        menu.type("\x03\x1c\x1a\x04" + end, menu.on("Switch the computer off"))
+        menu.type(up, menu.on("Restart"))
+        os.write(menu.master, b"\r")
+        self.assertEqual((*menu.end(), self.position()), (80, "reboot\n", "", "12"))
+        menu = self.start()
+        menu.type("", menu.on("Restart"))
+
+    def test_two_terminals_have_files_of_their_own(self):
+        menus = []
+        for name in "ab":
+            menus.append(self.start("--plain", "--output", f"/root/{name}", "--position", f"/tmp/{name}"))
+            menus[-1].type("", QUESTION)
+        for menu, answer, status in zip(menus, ("9\n", "8\n"), (41, 40)):
+            os.write(menu.master, answer.encode())
+            self.assertEqual(menu.end(), (status, None, ""))
+        self.assertEqual([text_of(self.state / file) for file in ("root/a", "root/b", "tmp/a", "tmp/b")],
+                         ["log\n", "shell\n", "10", "9"])
+
+    def test_letters_that_a_terminal_lacks_come_as_near_as_they_can(self):
+        for language, letters, title in (("de", "C", "Rettungsmenue\nWas moechten Sie tun?"),
+                                        ("de", "C.UTF-8", "Rettungsmenü\nWas möchten Sie tun?"),
+                                        ("ru", "C", "Menyu spaseniya\nChto vy khotite sdelat'?"),
+                                        ("ru", "C.UTF-8", "Меню спасения\nЧто вы хотите сделать?")):
+            self.speak(language)
+            self.assertIn(f"\n{title}\n", self.start("--plain", letters=letters).type("", ":"))
+
+    def test_an_end_from_outside_is_no_choice(self):
+        gone = "zel-text: the terminal or the input has ended\n"
+        for options, name, status in (((), "TERM", -signal.SIGTERM), (("--plain",), "HUP", -signal.SIGHUP)):
+            menu = self.start(*options)
+            menu.type("", "Start")
+            pid = wait_until(lambda: subprocess.run(["pgrep", "-s", str(menu.process.pid), "-x", "zel-text"],
+                                                    capture_output=True, text=True).stdout, "the program")
+            os.kill(int(pid), signal.Signals["SIG" + name])
+            self.assertEqual(menu.end(), (status, None, ""))
+        menu = self.start()
+        menu.type("", menu.on("Start"))
+        for _ in range(50):
+            os.write(menu.master, b"\x1bB\xff\x1b[\x1bB" * 40)
+            menu.read()
+        os.close(menu.master)
+        os.close(menu.slave)
+        self.assertIn(menu.process.wait(), (1, -signal.SIGHUP))
+        menu.process.stderr.close()
+        self.assertIsNone(text_of(self.state / "root/output.txt"))
+        for typed, left in ((b"", (1, None, gone)), (b"?\n8", (1, None, gone)), (b"3\r\n0\n8\n", (40, "shell\n", ""))):
+            with tempfile.TemporaryFile() as file:
+                file.write(typed)
+                file.seek(0)
+                self.assertEqual(self.start(pipe=file).end(), left)
+
+
+if __name__ == "__main__":
+    if not (BUILD / "bin/zel-text").exists():
+        sys.exit(SKIPPED)
+    need_sandbox()
+    unittest.main()

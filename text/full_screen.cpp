@@ -1,0 +1,407 @@
+#include "text/full_screen.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "launcher/item_wait.h"
+#include "launcher/progress_file.h"
+#include "launcher/texts.h"
+#include "text/repeated_key.h"
+#include "text/screen.h"
+#include "text/terminal.h"
+#include "text/terminal_text.h"
+#include "text/texts.h"
+
+namespace zel {
+namespace {
+
+constexpr int kMarkColumns = 2;
+constexpr int kMostHintRows = 8, kFewestHintRows = 2;
+constexpr int kMostBarColumns = 50;
+constexpr std::int64_t kBusyStep = 500;  // milliseconds
+constexpr wchar_t kBusySigns[] = L"|/-\\";
+
+constexpr int kCtrlC = 3, kTab = 9, kCtrlL = 12, kCtrlN = 14, kCtrlP = 16, kEscape = 27;
+// Beside the codes of keys.
+constexpr int kGone = -2, kResized = -3;
+
+struct Rows {
+  int heading = -1, title = -1, list = 0, listCount = 0, hintTitle = -1, hint = 0, hintCount = 0;
+  int progress = -1, keys = -1;
+};
+
+class FullScreen {
+ public:
+  FullScreen(Screen& screen, MenuSession& session) : screen_{screen}, session_{session} {}
+
+  bool Run() {
+    while (!session_.IsChosen()) {
+      Draw();
+      const int key = ReadKey(Milliseconds() + progress_.PollPeriod());
+      if (key == kGone) return false;
+      Handle(key);
+    }
+    return true;
+  }
+
+ private:
+  int ReadKey(std::int64_t until);
+
+  Rows Place() const;
+  void Draw();
+  void DrawTitles(const Rows& rows) const;
+  void DrawEntry(int index, int row) const;
+  void DrawHint(const Rows& rows);
+  void DrawProgress(int row) const;
+
+  void Handle(int key);
+  bool ScrollHint(int key);
+  void MoveTo(int target, int direction);
+  void Choose();
+  void Show(const std::vector<std::wstring>& lines);
+  bool WaitFor(const MenuItem& item);
+  void DrawWait(const ItemWait& wait, std::size_t busy) const;
+
+  Screen& screen_;
+  MenuSession& session_;
+  int first_ = 0, page_ = 1;          // entries of the list
+  int hintFirst_ = 0, hintRows_ = 0;  // lines of the hint
+  int hintCount_ = 0;                 // all of them
+  bool isInHint_ = false;
+  RepeatedKey repeated_{Milliseconds()};
+  ProgressFile progressFile_;
+  ProgressValues progress_;
+};
+
+// The next key that counts, or what happened instead. Whoever asks draws first.
+int FullScreen::ReadKey(std::int64_t until) {
+  for (;;) {
+    if (const int key = Screen::Key(); key != kKeyNone) {
+      if (repeated_.Takes(key, Milliseconds())) return key;
+      continue;
+    }
+    const std::int64_t now = Milliseconds();
+    if (const int waited = repeated_.TakeWaiting(now)) return waited;
+    if (now >= until) return kKeyNone;
+    const std::int64_t pause = until - now;
+    switch (Terminal::Wait(repeated_.IsWaiting() ? std::min(pause, RepeatedKey::kWait) : pause)) {
+      case Terminal::Event::kResized:
+        Screen::TakeSize();
+        return kResized;
+      case Terminal::Event::kGone:
+        return kGone;
+      case Terminal::Event::kInput: {
+        int count = 0;
+        if (ioctl(STDIN_FILENO, FIONREAD, &count) == 0 && count > 0) break;
+        return kGone;
+      }
+      case Terminal::Event::kNone:
+        break;
+    }
+  }
+}
+
+Rows FullScreen::Place() const {
+  const MenuConfig& config = session_.Config();
+  Rows rows;
+  int top = 0, bottom = Screen::Rows();
+  const auto has = [](const char* text) { return *text != '\0'; };
+  if (Screen::Rows() >= 8 && has(session_.Level().heading.text)) rows.heading = top++;
+  if (Screen::Rows() >= 4) rows.title = top++;
+  if (Screen::Rows() >= 5) rows.keys = --bottom;
+  if (Screen::Rows() >= 3 && progress_.Shows()) rows.progress = --bottom;
+  if (Screen::Rows() >= 9 && FileExists(config.hintFile)) {
+    const int room = bottom - top - 1;
+    rows.hintCount =
+        std::clamp(room - session_.Count(), std::clamp(room / 3, kFewestHintRows, kMostHintRows),
+                   kMostHintRows);
+    rows.hint = bottom - rows.hintCount;
+    bottom = rows.hintTitle = rows.hint - 1;
+  }
+  rows.list = top;
+  rows.listCount = std::max(1, bottom - top);
+  return rows;
+}
+
+void FullScreen::DrawTitles(const Rows& rows) const {
+  screen_.Put(rows.heading, 0, Shown(session_.Level().heading.text), Look::kTitle);
+  screen_.Put(rows.title, 0, Shown(session_.Config().menuTitle), Look::kStrong);
+  int number = 0, count = 0;  // of what can be current
+  for (int i = 0; i < session_.Count(); ++i) {
+    if (session_.Entry(i).flags & kItemSeparator) continue;
+    ++count;
+    if (i <= session_.Current()) ++number;
+  }
+  const std::wstring place = std::to_wstring(number) + L'/' + std::to_wstring(count);
+  screen_.Put(rows.title, std::max(0, Screen::Columns() - Columns(place)), place);
+  const char* keys = session_.Level().keyHelp.text;
+  std::wstring help = Shown(Text(kKeysText));
+  if (*keys != '\0') {
+    const std::wstring own = Shown(keys);
+    if (Columns(own) + 2 + Columns(help) <= Screen::Columns()) help = own + L"  " + help;
+  }
+  screen_.Put(rows.keys, 0, help, Look::kKeys);
+}
+
+void FullScreen::DrawEntry(int index, int row) const {
+  const MenuItem& item = session_.Entry(index);
+  const bool isCurrent = index == session_.Current();
+  if (item.flags & kItemSeparator) {
+    screen_.Put(row, kMarkColumns,
+                std::wstring(static_cast<std::size_t>(std::max(0, Screen::Columns() - 4)), L'-'));
+    return;
+  }
+  std::wstring line = isCurrent ? L"> " : L"  ";
+  line += Shown(item.flags & kItemBack ? Text(kBackText) : item.title.c_str());
+  std::wstring kind;
+  if (item.flags & kItemDisabled)
+    kind = L'(' + Shown(Text(kNotAvailableText)) + L')';
+  else if (item.flags & kItemSubmenu)
+    kind = L'(' + Shown(Text(kSubmenuText)) + L')';
+  // Where there is no room for the word, the title matters more.
+  const int room = Screen::Columns() - Columns(line) - Columns(kind);
+  const Look look = isCurrent ? Look::kCurrent : Look::kPlain;
+  if (room > 0) line.append(static_cast<std::size_t>(room), L' ').append(kind);
+  screen_.Put(row, 0, line, look);
+}
+
+void FullScreen::DrawHint(const Rows& rows) {
+  hintCount_ = 0;
+  hintRows_ = rows.hintCount;
+  if (rows.hintTitle < 0) return;
+  const Look look = Look::kHint;
+  std::wstring title = Shown(session_.Config().hintTitle);
+  screen_.Put(rows.hintTitle, 0,
+              (isInHint_ ? L"> " : L"--") + (title.empty() ? title : L' ' + title) + L' ', look);
+  const MenuItem* item = session_.CurrentItem();
+  if (!item) return;
+  std::vector<std::wstring> lines;
+  for (const std::wstring& part : ShownLines(item->hintText))
+    for (std::wstring& line : Wrapped(part, Screen::Columns())) lines.push_back(std::move(line));
+  hintCount_ = static_cast<int>(lines.size());
+  hintFirst_ = std::clamp(hintFirst_, 0, std::max(0, hintCount_ - rows.hintCount));
+  for (int i = 0; i < rows.hintCount && hintFirst_ + i < hintCount_; ++i)
+    screen_.Put(rows.hint + i, 0, lines[static_cast<std::size_t>(hintFirst_ + i)]);
+  if (hintCount_ > rows.hintCount) {
+    const std::wstring part =
+        std::to_wstring(hintFirst_ + rows.hintCount) + L'/' + std::to_wstring(hintCount_);
+    screen_.Put(rows.hintTitle, std::max(0, Screen::Columns() - Columns(part)), part, look);
+  }
+}
+
+void FullScreen::DrawProgress(int row) const {
+  if (row < 0) return;
+  const std::int64_t all = std::max(progress_.stepNumber, 1), done = progress_.currentStep;
+  const std::wstring numbers =
+      L"] " + std::to_wstring(progress_.currentStep) + L'/' + std::to_wstring(progress_.stepNumber);
+  const int room = std::clamp(Screen::Columns() - 1 - Columns(numbers), 0, kMostBarColumns);
+  const auto full = static_cast<std::size_t>(std::clamp<std::int64_t>(room * done / all, 0, room));
+  screen_.Put(row, 0,
+              L'[' + std::wstring(full, L'#') +
+                  std::wstring(static_cast<std::size_t>(room) - full, L'.') + numbers);
+}
+
+void FullScreen::Draw() {
+  progress_ = progressFile_.Look(Milliseconds());
+  Screen::Clear();
+  const Rows rows = Place();
+  DrawTitles(rows);
+  page_ = rows.listCount;
+  const int current = std::max(session_.Current(), 0);
+  first_ = std::clamp(first_, std::max(0, current - page_ + 1), current);
+  first_ = std::clamp(first_, 0, std::max(0, session_.Count() - page_));
+  for (int i = 0; i < page_ && first_ + i < session_.Count(); ++i)
+    DrawEntry(first_ + i, rows.list + i);
+  DrawHint(rows);
+  DrawProgress(rows.progress);
+  if (isInHint_ && rows.hintTitle >= 0)
+    Screen::Show(rows.hint, 0);
+  else
+    Screen::Show(rows.list + current - first_, std::min(kMarkColumns, Screen::Columns() - 1));
+}
+
+// The entry at the target, else the next one in that direction that is no separator, else the one
+// before it.
+void FullScreen::MoveTo(int target, int direction) {
+  const int last = session_.Count() - 1;
+  target = std::clamp(target, 0, std::max(last, 0));
+  const auto isFree = [this](int index) { return !(session_.Entry(index).flags & kItemSeparator); };
+  for (const int step : {direction, -direction})
+    for (int index = target; 0 <= index && index <= last; index += step)
+      if (isFree(index)) {
+        if (index != session_.Current()) hintFirst_ = 0;
+        return session_.Select(index);
+      }
+}
+
+bool FullScreen::ScrollHint(int key) {
+  switch (key) {
+    case kKeyDown:
+      ++hintFirst_;
+      return true;
+    case kKeyUp:
+      --hintFirst_;
+      return true;
+    case kKeyPageDown:
+      hintFirst_ += hintRows_;
+      return true;
+    case kKeyPageUp:
+      hintFirst_ -= hintRows_;
+      return true;
+    case kKeyHome:
+      hintFirst_ = 0;
+      return true;
+    case kKeyEnd:
+      hintFirst_ = hintCount_;
+      return true;
+    default:
+      return false;
+  }
+}
+
+void FullScreen::Handle(int key) {
+  if (isInHint_ && ScrollHint(key)) return;
+  const int current = session_.Current();
+  switch (key) {
+    case kKeyDown:
+    case kCtrlN:
+      return MoveTo(current + 1, 1);
+    case kKeyUp:
+    case kCtrlP:
+      return MoveTo(current - 1, -1);
+    case kKeyPageDown:
+      return MoveTo(current + page_, 1);
+    case kKeyPageUp:
+      return MoveTo(current - page_, -1);
+    case kKeyHome:
+      return MoveTo(0, 1);
+    case kKeyEnd:
+      return MoveTo(session_.Count() - 1, -1);
+    case '\r':
+    case '\n':
+    case ' ':
+      return Choose();
+    case kTab:
+      isInHint_ = !isInHint_ && hintRows_ > 0;
+      return;
+    case kCtrlL:
+      Screen::Renew();
+      return;
+    case '?':
+    case kKeyHelp:
+      return Show(ShownLines(Text(kScreenHelpText)));
+    default:
+      return;
+  }
+}
+
+void FullScreen::Choose() {
+  isInHint_ = false;
+  if (!session_.CurrentItem()) return;
+  const MenuItem& item = *session_.CurrentItem();
+  switch (session_.Choose(item)) {
+    case MenuSession::Step::kNothing:
+      Screen::Beep();
+      return;
+    case MenuSession::Step::kOther:
+      session_.ReadHints();
+      first_ = hintFirst_ = 0;
+      return;
+    case MenuSession::Step::kWaits:
+      if (WaitFor(item)) session_.EndWaiting();
+      return;
+    case MenuSession::Step::kChosen:
+      return;
+  }
+}
+
+// Until a key is pressed.
+void FullScreen::Show(const std::vector<std::wstring>& lines) {
+  for (;;) {
+    Screen::Clear();
+    int row = 0;
+    for (const std::wstring& line : lines)
+      for (const std::wstring& part : Wrapped(line, Screen::Columns())) screen_.Put(row++, 0, part);
+    Screen::Show(0, 0);
+    const int key = ReadKey(Milliseconds() + progress_.PollPeriod());
+    if (key != kKeyNone && key != kResized) return;
+  }
+}
+
+void FullScreen::DrawWait(const ItemWait& wait, std::size_t busy) const {
+  const std::wstring title = Shown(Text(kWaitTitleText)), message = Shown(Text(kWaitingText));
+  std::wstring cancel = Shown(Text(kCancelText));
+  cancel.erase(std::remove(cancel.begin(), cancel.end(), L'&'), cancel.end());
+  const std::wstring clock =
+      wait.HasTimeout() ? std::to_wstring(wait.Seconds()) : std::wstring(1, kBusySigns[busy % 4]);
+  constexpr int kHeight = 7, kMargin = 4;  // without the last row
+  const int width =
+      std::min(Screen::Columns(), std::max({Columns(message), Columns(title), 20}) + kMargin);
+  const bool hasFrame = Screen::Rows() > kHeight && Screen::Columns() >= 20;
+  const int left = hasFrame ? (Screen::Columns() - width) / 2 : 0,
+            top = hasFrame ? (Screen::Rows() - kHeight - 1) / 2 : 0;
+  const std::wstring button = L"[ " + cancel + L" ]";
+  const std::wstring rows[] = {title, {}, message, clock, {}, button};
+  if (hasFrame) {
+    const std::wstring edge = L'+' + std::wstring(static_cast<std::size_t>(width - 2), L'-') + L'+';
+    screen_.Put(top, left, edge);
+    for (int i = 1; i < kHeight; ++i)
+      screen_.Put(top + i, left,
+                  L'|' + std::wstring(static_cast<std::size_t>(width - 2), L' ') + L'|');
+    screen_.Put(top + kHeight, left, edge);
+  } else {
+    Screen::Clear();
+  }
+  int row = top + (hasFrame ? 1 : 0), cursor = 0, column = 0;
+  for (const std::wstring& text : rows) {
+    if (!hasFrame && text.empty()) continue;
+    column = std::max(0, left + (width - Columns(text)) / 2);
+    cursor = std::min(row, Screen::Rows() - 1);
+    screen_.Put(row++, column, CutToColumns(text, hasFrame ? width - 2 : Screen::Columns()),
+                &text == &rows[5] ? Look::kCurrent : Look::kPlain);
+  }
+  Screen::Show(cursor, std::min(column + kMarkColumns, Screen::Columns() - 1));
+}
+
+// True when nothing keeps the item from being chosen any longer, false when the user gave up.
+bool FullScreen::WaitFor(const MenuItem& item) {
+  ItemWait wait{item};
+  if (wait.Check()) return true;
+  const std::int64_t start = Milliseconds();
+  for (std::int64_t check = start + ItemWait::kPeriod;; check += ItemWait::kPeriod) {
+    DrawWait(wait, static_cast<std::size_t>((check - start) / kBusyStep));
+    for (int key = kResized; key != kKeyNone;) {
+      key = ReadKey(check);
+      switch (key) {
+        case kGone:
+        case '\r':
+        case '\n':
+        case ' ':
+        case kEscape:
+        case kCtrlC:
+        case 'c':
+        case 'C':
+          return false;
+        case kResized:
+          Draw();
+          DrawWait(wait, 0);
+          break;
+        default:
+          break;
+      }
+    }
+    if (wait.Check()) return true;
+  }
+}
+
+}  // namespace
+
+bool RunFullScreen(Screen& screen, MenuSession& session) {
+  return FullScreen{screen, session}.Run();
+}
+
+}  // namespace zel

@@ -1,0 +1,230 @@
+#include "text/plain_lines.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "launcher/item_wait.h"
+#include "launcher/progress_file.h"
+#include "launcher/texts.h"
+#include "text/terminal.h"
+#include "text/terminal_text.h"
+#include "text/texts.h"
+
+namespace zel {
+namespace {
+
+constexpr int kUsualColumns = 80, kFewestColumns = 20;
+constexpr std::size_t kLongestAnswer = 100;    // bytes; the rest of a line is not read
+constexpr std::int64_t kProgressPause = 5000;  // milliseconds between two lines that say how far
+constexpr int kCountdownStep = 10;             // seconds
+constexpr const char* kBlanks = " \t";
+
+class PlainLines {
+ public:
+  explicit PlainLines(MenuSession& session) : session_{session} {}
+
+  bool Run() {
+    ShowMenu();
+    Ask();
+    while (!isGone_ && !session_.IsChosen()) {
+      std::string line;
+      const Input input = Next(line, progress_.PollPeriod());
+      if (input == Input::kLine) {
+        Answer(line);
+        if (!session_.IsChosen()) Ask();
+      }
+      TellProgress();
+    }
+    return !isGone_;
+  }
+
+ private:
+  enum class Input { kNone, kLine, kGone };
+
+  void Write(const std::wstring& text) {
+    const std::string bytes = Encoded(text);
+    std::fwrite(bytes.data(), 1, bytes.size(), stdout);
+  }
+  void WriteLine(const std::wstring& text) { Write(text + L'\n'); }
+  void WriteText(std::uint32_t text) {
+    for (const std::wstring& line : ShownLines(Text(text))) WriteWrapped(line);
+  }
+  void WriteWrapped(const std::wstring& text) {
+    const int columns = Terminal::GetSize().columns;
+    // What fills a line to its end may begin another one.
+    for (const std::wstring& line :
+         Wrapped(text, (columns < kFewestColumns ? kUsualColumns : columns) - 1))
+      WriteLine(line);
+  }
+  void Flush() {
+    if (std::fflush(stdout) != 0) isGone_ = true;
+  }
+
+  void ShowMenu();
+  void ShowEntry(int index);
+  void Ask() {
+    Write(Shown(Text(session_.Depth() > 1 ? kNumberOrBackText : kNumberText)) + L' ');
+    Flush();
+  }
+
+  Input Next(std::string& line, std::int64_t milliseconds);
+  bool TakeLine(std::string& line);
+  void Answer(const std::string& line);
+  void Explain(const std::string& number);
+  // The entry of a number that was typed, or -1.
+  int EntryOf(const std::string& number) const;
+  void Choose(int index);
+  bool WaitFor(const MenuItem& item);
+  void TellProgress();
+
+  MenuSession& session_;
+  std::vector<int> numbered_;  // the entry of each number from 1
+  std::string typed_;
+  bool isGone_ = false;
+  ProgressFile progressFile_;
+  ProgressValues progress_, told_;
+  std::int64_t toldAt_ = 0;
+};
+
+void PlainLines::ShowMenu() {
+  WriteLine({});
+  for (const char* title :
+       {session_.Level().heading.text.c_str(), session_.Config().menuTitle.c_str()})
+    if (*title != '\0') WriteWrapped(Shown(title));
+  numbered_.clear();
+  for (int i = 0; i < session_.Count(); ++i) ShowEntry(i);
+}
+
+void PlainLines::ShowEntry(int index) {
+  const MenuItem& item = session_.Entry(index);
+  if (item.flags & kItemSeparator) return WriteLine({});
+  const bool isBack = (item.flags & kItemBack) != 0;
+  if (!isBack) numbered_.push_back(index);
+  const std::wstring number = std::to_wstring(isBack ? 0 : numbered_.size());
+  std::wstring line = index == session_.Current() ? L"> " : L"  ";
+  if (number.size() == 1) line += L' ';
+  line += number + L"  " + Shown(isBack ? Text(kBackText) : item.title.c_str());
+  if (item.flags & kItemDisabled)
+    line += L" (" + Shown(Text(kNotAvailableText)) + L')';
+  else if (item.flags & kItemSubmenu)
+    line += L" (" + Shown(Text(kSubmenuText)) + L')';
+  WriteLine(line);
+}
+
+bool PlainLines::TakeLine(std::string& line) {
+  const std::size_t end = typed_.find_first_of("\r\n");
+  if (end == std::string::npos) {
+    typed_.resize(std::min(typed_.size(), kLongestAnswer));
+    return false;
+  }
+  line = typed_.substr(0, end);
+  typed_.erase(0, end + (typed_.compare(end, 2, "\r\n") == 0 ? 2 : 1));
+  return true;
+}
+
+PlainLines::Input PlainLines::Next(std::string& line, std::int64_t milliseconds) {
+  if (TakeLine(line)) return Input::kLine;
+  const Terminal::Event event = Terminal::Wait(milliseconds);
+  if (event == Terminal::Event::kGone) isGone_ = true;
+  if (event != Terminal::Event::kInput) return isGone_ ? Input::kGone : Input::kNone;
+  char bytes[512];
+  const ssize_t count = read(STDIN_FILENO, bytes, sizeof bytes);
+  if (count <= 0) {
+    isGone_ = true;
+    return Input::kGone;
+  }
+  typed_.append(bytes, static_cast<std::size_t>(count));
+  return TakeLine(line) ? Input::kLine : Input::kNone;
+}
+
+int PlainLines::EntryOf(const std::string& number) const {
+  constexpr std::size_t kDigits = 6;
+  if (number.empty() || number.size() > kDigits ||
+      number.find_first_not_of("0123456789") != std::string::npos)
+    return -1;
+  const auto typed = static_cast<std::size_t>(std::stoul(number));
+  if (typed == 0) return session_.Depth() > 1 ? 0 : -1;
+  return typed <= numbered_.size() ? numbered_[typed - 1] : -1;
+}
+
+void PlainLines::Answer(const std::string& line) {
+  const std::size_t start = line.find_first_not_of(kBlanks);
+  if (start == std::string::npos) return ShowMenu();
+  const std::string answer = line.substr(start, line.find_last_not_of(kBlanks) + 1 - start);
+  if (answer == "?") return WriteText(kPlainHelpText);
+  if (answer[0] == '?') return Explain(answer.substr(answer.find_first_not_of("? \t")));
+  Choose(EntryOf(answer));
+}
+
+void PlainLines::Explain(const std::string& number) {
+  const int index = EntryOf(number);
+  if (index < 0) return WriteText(kNoEntryText);
+  const MenuItem& item = session_.Entry(index);
+  if (item.hintText.IsEmpty()) return WriteText(kNoHintText);
+  for (const std::wstring& part : ShownLines(item.hintText)) WriteWrapped(part);
+}
+
+void PlainLines::Choose(int index) {
+  if (index < 0) return WriteText(kNoEntryText);
+  session_.Select(index);
+  switch (session_.Choose(session_.Entry(index))) {
+    case MenuSession::Step::kNothing:
+      return WriteText(kNotAvailableText);
+    case MenuSession::Step::kOther:
+      session_.ReadHints();
+      return ShowMenu();
+    case MenuSession::Step::kWaits:
+      if (WaitFor(session_.Entry(index))) session_.EndWaiting();
+      return;
+    case MenuSession::Step::kChosen:
+      return;
+  }
+}
+
+// True when nothing keeps the item from being chosen any longer, false when the user gave up.
+bool PlainLines::WaitFor(const MenuItem& item) {
+  ItemWait wait{item};
+  if (wait.Check()) return true;
+  WriteText(kWaitTitleText);
+  WriteText(kWaitingText);
+  WriteText(kEnterCancelsText);
+  int told = -1;
+  for (std::int64_t check = Milliseconds() + ItemWait::kPeriod;;) {
+    if (const int seconds = wait.Seconds();
+        wait.HasTimeout() && seconds != told && (told < 0 || seconds % kCountdownStep == 0)) {
+      told = seconds;
+      WriteLine(std::to_wstring(seconds));
+    }
+    Flush();
+    std::string line;
+    if (Next(line, check - Milliseconds()) != Input::kNone || isGone_) return false;
+    if (Milliseconds() < check) continue;
+    check += ItemWait::kPeriod;
+    if (wait.Check()) return true;
+  }
+}
+
+void PlainLines::TellProgress() {
+  const std::int64_t now = Milliseconds();
+  progress_ = progressFile_.Look(now);
+  if (!progress_.Shows() || progress_ == told_ || session_.IsChosen()) return;
+  if (toldAt_ != 0 && now - toldAt_ < kProgressPause &&
+      progress_.currentStep < progress_.stepNumber)
+    return;
+  told_ = progress_;
+  toldAt_ = now;
+  WriteLine({});
+  WriteLine(Shown(Text(kProgressText)) + L' ' + std::to_wstring(progress_.currentStep) + L'/' +
+            std::to_wstring(progress_.stepNumber));
+  Ask();
+}
+
+}  // namespace
+
+bool RunPlainLines(MenuSession& session) { return PlainLines{session}.Run(); }
+
+}  // namespace zel

@@ -1,0 +1,117 @@
+#include "text/terminal.h"
+
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <limits>
+
+#include "launcher/result_files.h"
+
+namespace zel {
+namespace {
+
+constexpr int kEnding[] = {SIGHUP,  SIGINT,  SIGQUIT, SIGTERM, SIGPIPE, SIGALRM, SIGUSR1, SIGUSR2,
+                           SIGSEGV, SIGABRT, SIGBUS,  SIGFPE,  SIGILL,  SIGXCPU, SIGXFSZ, SIGSYS};
+
+// What a signal handler has to know.
+struct Before {
+  bool hasModes = false;
+  termios modes{};
+  const char* leaving = "";
+  std::size_t leavingSize = 0;
+};
+Before before;
+volatile std::sig_atomic_t isResized = 0;
+
+void PutBack() {
+  if (before.leavingSize != 0) {
+    [[maybe_unused]] const ssize_t count = write(STDOUT_FILENO, before.leaving, before.leavingSize);
+  }
+  if (before.hasModes) tcsetattr(STDIN_FILENO, TCSANOW, &before.modes);
+}
+
+void EndBySignal(int signal) {
+  DeleteOutputFile();
+  PutBack();
+  std::signal(signal, SIG_DFL);
+  raise(signal);
+}
+
+sigset_t ResizeOnly() {
+  sigset_t set;
+  sigemptyset(&set);
+  sigaddset(&set, SIGWINCH);
+  return set;
+}
+
+void Handle(int signal, void (*handler)(int)) {
+  struct sigaction action {};
+  action.sa_handler = handler;
+  action.sa_flags = signal == SIGWINCH ? 0 : SA_NODEFER;
+  sigaction(signal, &action, nullptr);
+}
+
+}  // namespace
+
+Terminal::Terminal() {
+  before = {};
+  before.hasModes = tcgetattr(STDIN_FILENO, &before.modes) == 0;
+  for (const int signal : kEnding) Handle(signal, EndBySignal);
+  // Only Wait may be interrupted.
+  const sigset_t resize = ResizeOnly();
+  sigprocmask(SIG_BLOCK, &resize, nullptr);
+  Handle(SIGWINCH, [](int) { isResized = 1; });
+  // A background process that has a console of its own to write to must not stop.
+  std::signal(SIGTTOU, SIG_IGN);
+  if (!before.hasModes) return;
+  termios modes = before.modes;
+  modes.c_lflag &= static_cast<tcflag_t>(~ISIG);
+  modes.c_cc[VEOF] = _POSIX_VDISABLE;
+  tcsetattr(STDIN_FILENO, TCSANOW, &modes);
+}
+
+Terminal::~Terminal() {
+  before.leavingSize = 0;
+  PutBack();
+}
+
+void Terminal::LeaveWith(const std::string& text) {
+  before.leavingSize = 0;
+  before.leaving = text.c_str();
+  before.leavingSize = text.size();
+}
+
+Terminal::Event Terminal::Wait(std::int64_t milliseconds) {
+  constexpr std::int64_t kSecond = 1000, kNanoseconds = 1000000;
+  milliseconds = std::max<std::int64_t>(milliseconds, 0);
+  const timespec limit{static_cast<time_t>(milliseconds / kSecond),
+                       static_cast<long>(milliseconds % kSecond * kNanoseconds)};
+  sigset_t mask;
+  sigprocmask(SIG_BLOCK, nullptr, &mask);
+  sigdelset(&mask, SIGWINCH);
+  pollfd input{STDIN_FILENO, POLLIN, 0};
+  const int count = ppoll(&input, 1, &limit, &mask);
+  if (isResized != 0) {
+    isResized = 0;
+    return Event::kResized;
+  }
+  if (count == 0 || (count < 0 && errno == EINTR)) return Event::kNone;
+  if (count < 0) return Event::kGone;
+  // What was typed before a hang-up is nothing that somebody could still see the answer of; from a
+  // pipe it is.
+  if (input.revents & (POLLERR | POLLNVAL)) return Event::kGone;
+  if (before.hasModes && (input.revents & POLLHUP)) return Event::kGone;
+  return Event::kInput;
+}
+
+Terminal::Size Terminal::GetSize() {
+  winsize size{};
+  if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0) return {};
+  return {size.ws_col, size.ws_row};
+}
+
+}  // namespace zel

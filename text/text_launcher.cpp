@@ -1,0 +1,96 @@
+#include "text/text_launcher.h"
+
+#include <unistd.h>
+
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "launcher/paths.h"
+#include "launcher/run.h"
+#include "launcher/state.h"
+#include "text/full_screen.h"
+#include "text/plain_lines.h"
+#include "text/terminal.h"
+#include "text/terminal_text.h"
+#include "toolkit/base/confinement.h"
+
+namespace zel {
+namespace {
+
+constexpr const char* kProgram = "zel-text";
+constexpr int kUsageStatus = 2;
+
+struct Options {
+  bool isUsable = true;
+  bool isPlain = false;
+};
+
+// A name that means the same in each directory.
+std::string Absolute(const char* path) {
+  char directory[4096];
+  if (*path == '/' || !getcwd(directory, sizeof directory)) return path;
+  return std::string{directory} + '/' + path;
+}
+
+Options ReadOptions(int argc, char** argv) {
+  static std::string output, position;  // what the paths point into
+  Options options;
+  for (int i = 1; i < argc; ++i) {
+    const bool hasValue = i + 1 < argc && *argv[i + 1] != '\0';
+    if (std::strcmp(argv[i], "--plain") == 0) {
+      options.isPlain = true;
+    } else if (std::strcmp(argv[i], "--output") == 0 && hasValue) {
+      output = Absolute(argv[++i]);
+      paths.outputFile = output.c_str();
+    } else if (std::strcmp(argv[i], "--position") == 0 && hasValue) {
+      position = Absolute(argv[++i]);
+      paths.positionFile = position.c_str();
+    } else {
+      options.isUsable = false;
+    }
+  }
+  return options;
+}
+
+// True when an item was chosen.
+bool Show(MenuSession& session, bool isPlain) {
+  KeepToFontOf(STDOUT_FILENO);
+  if (!isPlain)
+    if (const auto screen = Screen::Start()) return RunFullScreen(*screen, session);
+  return RunPlainLines(session);
+}
+
+}  // namespace
+
+int RunTextLauncher(int argc, char** argv) {
+  const Options options = ReadOptions(argc, argv);
+  if (!options.isUsable) {
+    std::fprintf(stderr, "usage: %s [--plain] [--output FILE] [--position FILE]\n", kProgram);
+    return kUsageStatus;
+  }
+  LimitLauncher();
+  if (!IsRoot()) return EXIT_SUCCESS;
+  if (const int status = BeginRun(kProgram)) return status;
+  std::setlocale(LC_CTYPE, "");
+  LimitWritingTo({});
+  LimitCalls();
+  int error = 0;
+  {
+    const Terminal terminal;
+    MenuSession session;
+    session.Open(kMainMenu);
+    session.Restore();
+    session.ReadHints();
+    if (!Show(session, options.isPlain)) {
+      std::fprintf(stderr, "%s: the terminal or the input has ended\n", kProgram);
+      return EXIT_FAILURE;
+    }
+    error = session.Commit();
+  }
+  return EndRun(kProgram, error);
+}
+
+}  // namespace zel
