@@ -227,22 +227,23 @@ void Mix(const Scaling& scaling) {
   Mixer<kDepth>{scaling}.Run();
 }
 
-// Where a frame's edges end along one axis, in the picture and where it is scaled.
+// Where a frame's edges end along one axis, in the picture and where it is scaled, and the tile
+// that keeps the scaled edges whole: both are drawn as thick as half of what the tile leaves.
 struct Cuts {
   std::array<int, 4> from, to;
+  int tile;
 };
 
-// `wanted` is the tile as it was asked for, negative for a third of the frame.
-Cuts CutsOf(int frame, int edge, int tile, int wanted, double factor) {
+Cuts CutsOf(int frame, int edge, int tile, double factor) {
   const auto scaled = [factor](int pixels) {
     return static_cast<int>(std::lround(pixels * factor));
   };
-  const int length = scaled(frame);
-  const int middle = wanted < 0 ? length / 3 : std::min(length, scaled(tile));
-  const int start = edge > 0 ? (length - middle) / 2 : 0;
-  const int end = edge + tile < frame ? start + (tile > 0 ? middle : 0) : length;
+  const int length = scaled(frame), last = frame - edge - tile;
+  const int start = std::min(scaled(edge), length);
   // What there is none of in the picture takes no room.
-  return {{0, edge, edge + tile, frame}, {0, start, end, length}};
+  const int end = tile > 0 ? std::max(start, length - scaled(last)) : start;
+  const int thickness = std::min(std::max(start, length - end), length / 2);
+  return {{0, edge, edge + tile, frame}, {0, start, end, length}, length - 2 * thickness};
 }
 
 }  // namespace
@@ -272,13 +273,13 @@ BitmapPtr Scaled(BITMAP* picture, Size size) {
   return made;
 }
 
-BitmapPtr ScaledFrames(BITMAP* picture, Size grid, Size tile, double factor) {
+BitmapPtr ScaledFrames(BITMAP* picture, Size grid, Size* tile, double factor) {
   const Size frame{picture->w / grid.w, picture->h / grid.h};
-  const NineSlice slices{picture, tile};
-  const Cuts x =
-      CutsOf(frame.w, slices.EdgeWidthOf(frame.w), slices.TileWidthOf(frame.w), tile.w, factor);
+  const NineSlice slices{picture, *tile};
+  const Cuts x = CutsOf(frame.w, slices.EdgeWidthOf(frame.w), slices.TileWidthOf(frame.w), factor);
   const Cuts y =
-      CutsOf(frame.h, slices.EdgeHeightOf(frame.h), slices.TileHeightOf(frame.h), tile.h, factor);
+      CutsOf(frame.h, slices.EdgeHeightOf(frame.h), slices.TileHeightOf(frame.h), factor);
+  *tile = {x.tile, y.tile};
   const Size made{x.to.back(), y.to.back()};
   BitmapPtr result{create_bitmap_ex(bitmap_color_depth(picture), made.w * grid.w, made.h * grid.h)};
   if (!result) return nullptr;

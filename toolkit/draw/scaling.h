@@ -16,8 +16,9 @@ void Scale(BITMAP* from, const Rect& source, BITMAP* to, const Rect& area);
 BitmapPtr Scaled(BITMAP* picture, Size size);
 
 // The frames of a picture, each fitted to so many times its size: its edges, and the tile between
-// them, each by itself, so that the tile still fits to its like. `tile` is that of the frames; see
-// NineSlice. What is left beside whole frames is lost. Null without memory.
-BitmapPtr ScaledFrames(BITMAP* picture, Size grid, Size tile, double factor);
+// them, each by itself, so that the tile still fits to its like. `tile` is that of the frames, see
+// NineSlice, and becomes that of the scaled ones. What is left beside whole frames is lost. Null
+// without memory.
+BitmapPtr ScaledFrames(BITMAP* picture, Size grid, Size* tile, double factor);
 
 }  // namespace zel

@@ -1,7 +1,6 @@
 #include "toolkit/skin/skin.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 #include "toolkit/base/bytes.h"
@@ -89,12 +88,13 @@ void Skin::ZoomElement(int id, int scale) {
   SkinBitmap& element = *bitmaps[id];
   const double factor = CurrentZoom() / scale;
   if (factor == 1 || element.IsEmpty()) return;
-  const Size tile = element.GetTileSize();
-  element.Take(ScaledFrames(element.GetBitmap(), kElementGrids[id], tile, factor));
-  const auto scaled = [factor](int extent) {
-    return extent < 0 ? extent : static_cast<int>(std::lround(extent * factor));
-  };
-  element.SetTileSize({scaled(tile.w), scaled(tile.h)});
+  const Size stored = element.GetTileSize();
+  Size tile = stored;
+  element.Take(ScaledFrames(element.GetBitmap(), kElementGrids[id], &tile, factor));
+  // Panels with a title take it as it is stored.
+  if (id == PANEL_RIDGE)
+    tile = {stored.w < 0 ? stored.w : tile.w, stored.h < 0 ? stored.h : tile.h};
+  element.SetTileSize(tile);
 }
 
 void Skin::ResetSamples() {}

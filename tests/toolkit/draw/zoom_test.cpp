@@ -59,9 +59,11 @@ TEST_F(ZoomTest, PicturesKeepTheirColoursAndTheirMask) {
     x += size.w + 1;
   }
   // Two frames of an edge and a tile, and one without edges.
-  const BitmapPtr frames = ScaledFrames(Paint({"rgggb", "kkkkk"}).get(), {1, 2}, {1, 1}, 2.5);
+  Size tile{1, 1}, automatic{-1, -1};
+  const BitmapPtr frames = ScaledFrames(Paint({"rgggb", "kkkkk"}).get(), {1, 2}, &tile, 2.5);
   blit(frames.get(), target.get(), 0, 0, 32, 0, frames->w, frames->h);
-  const BitmapPtr third = ScaledFrames(Paint({"rgbrgb"}).get(), {2, 1}, {-1, -1}, 2.5);
+  const BitmapPtr third = ScaledFrames(Paint({"rgbrgb"}).get(), {2, 1}, &automatic, 2.5);
+  EXPECT_EQ(Join(tile.w, tile.h, automatic.w, automatic.h), "3 3 2 1 ");
   blit(third.get(), target.get(), 0, 0, 32, 8, third->w, third->h);
   ExpectLook("scaled", target.get(), {0, 0, 48, 16});
   for (const int depth : {8, 15, 16, 24}) {
