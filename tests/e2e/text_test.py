@@ -84,10 +84,11 @@ class Screen:
 class TextMenu:
     """A run on a terminal of its own, or between pipes."""
 
-    def __init__(self, state, *options, term="vt52", size=(25, 80), letters="C.UTF-8", pipe=None):
+    def __init__(self, state, *options, term="vt52", size=(25, 80), letters="C.UTF-8", pipe=None,
+                 program=(BUILD / "bin/zel-text",)):
         self.state = pathlib.Path(state)
         self.seen, self.told, self.screen = b"", 0, Screen(*size)
-        command = [SANDBOX, "--state", state, "--", BUILD / "bin/zel-text", *options]
+        command = [SANDBOX, "--state", state, "--", *program, *options]
         environment = dict(os.environ, TERM=term, LANG="C.UTF-8", LC_CTYPE=letters)
         environment.pop("LC_ALL", None)
         self.master, slave = pty.openpty()
@@ -225,6 +226,27 @@ class TextTest(unittest.TestCase):
             self.assertEqual(menu.end(), (status, None, ""))
         self.assertEqual([text_of(self.state / file) for file in ("root/a", "root/b", "tmp/a", "tmp/b")],
                          ["log\n", "shell\n", "10", "9"])
+
+    def test_the_script_does_what_is_chosen_also_without_graphics(self):
+        programs = self.state / "run/programs"
+        programs.mkdir(parents=True)
+        shutil.copy(BUILD / "bin/zel-text", programs)
+        (self.state / "etc/zel/menu.cfg").write_text(
+            "[MENU_CONFIGURATION]\nLinesNumber=2\n[LINE1]\nTitle=Nothing\nExCode=9\n"
+            "[LINE2]\nTitle=Something\nExCode=7\nExString=echo so be it\n")
+        for tty, name, term in (("/dev/tty1", "", "linux"), ("/dev/ttyS0", ".ttyS0", "vt220")):
+            for file, does in (("tty", f"echo {tty}"), ("zel", "exit 0"), ("echo", '/bin/echo "$@" on $TERM')):
+                (programs / file).write_text(f"#!/bin/sh\n{does}\n")
+                (programs / file).chmod(0o755)
+            menu = self.start(term="linux", program=(
+                "sh", "-c", "mount --bind /run/programs /usr/local/sbin; exec sh /etc/zel/rescue-menu"))
+            menu.type("", "Something")
+            menu.type("\x1b[B", "Something")
+            menu.type("\r", f"so be it on {term}\r\n\r\nPress Enter")
+            self.assertEqual(text_of(self.state / f"root/output{name}.txt"), "echo so be it\n")
+            self.assertEqual(text_of(self.state / f"tmp/menupos{name}.txt"), "1")
+            menu.type("\n", "Something")
+            os.killpg(menu.process.pid, signal.SIGKILL)
 
     def test_letters_that_a_terminal_lacks_come_as_near_as_they_can(self):
         for language, letters, title in (("de", "C", "Rettungsmenue\nWas moechten Sie tun?"),
