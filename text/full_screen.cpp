@@ -184,8 +184,9 @@ void FullScreen::DrawHint(const Rows& rows) {
     for (std::wstring& line : Wrapped(part, Screen::Columns())) lines.push_back(std::move(line));
   hintCount_ = static_cast<int>(lines.size());
   hintFirst_ = std::clamp(hintFirst_, 0, std::max(0, hintCount_ - rows.hintCount));
-  for (int i = 0; i < rows.hintCount && hintFirst_ + i < hintCount_; ++i)
-    screen_.Put(rows.hint + i, 0, lines[static_cast<std::size_t>(hintFirst_ + i)]);
+  const int end = std::min(hintCount_, hintFirst_ + rows.hintCount);
+  for (int i = hintFirst_; i < end; ++i)
+    screen_.Put(rows.hint + i - hintFirst_, 0, lines[static_cast<std::size_t>(i)]);
   if (hintCount_ > rows.hintCount) {
     const std::wstring part =
         std::to_wstring(hintFirst_ + rows.hintCount) + L'/' + std::to_wstring(hintCount_);
