@@ -47,7 +47,10 @@ image:
 	image/build
 
 boot-test: image
-	cd tests/boot && python3 -B -W ignore boot_test.py
+	cd tests/boot && export PYTHONDONTWRITEBYTECODE=1; \
+	python3 -W ignore boot_test.py DiscTest & disc=$$!; \
+	python3 -W ignore boot_test.py ConsoleTest ModeTest; rest=$$?; \
+	wait $$disc && exit $$rest
 	image/measure
 
 dist:

@@ -40,6 +40,11 @@ def shows_menu(picture):
 
 
 class MachineTest(unittest.TestCase):
+    def boot(self, **options):
+        self.doCleanups()  # one at a time
+        self.machine = Machine(**options)
+        self.addCleanup(self.machine.stop)
+
     def menu(self, command="zel", shows=shows_menu):
         self.machine.run("cat /dev/zero >/dev/fb0")  # away with an earlier picture
         self.machine.launch(command)
@@ -59,11 +64,6 @@ class MachineTest(unittest.TestCase):
 
 class ModeTest(MachineTest):
     """The menu in every mode of the framebuffer, with the settings that the start-up script makes."""
-
-    def boot(self, **options):
-        self.doCleanups()  # one at a time
-        self.machine = Machine(**options)
-        self.addCleanup(self.machine.stop)
 
     def check(self, size, colours, **options):
         self.boot(**options)
@@ -141,6 +141,10 @@ class ModeTest(MachineTest):
         self.assertIn("can not start due to incorrect BIOS settings", self.machine.read(SCREEN))
         self.machine.press(*"echo", "spc", "a", "spc", "shift-dot", *"sign", "ret")
         self.machine.read_until("/root/sign", "a")
+
+
+class DiscTest(MachineTest):
+    """The disc as it is, from the firmware on."""
 
     def test_the_disc_starts_by_itself_and_switches_the_machine_off(self):
         self.boot(disc=IMAGE / "zel-rescue.iso")
