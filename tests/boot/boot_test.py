@@ -81,7 +81,7 @@ class ModeTest(MachineTest):
 
     def test_sizes_and_depths(self):
         modes = ("0x301 0x311 0x312 0x342", "0x303 0x314 0x315 0x343", "0x305 0x317 0x318 0x344",
-                 "0x361", "0x307", "0x392")
+                 "0x37a", "0x307", "0x392")
         for size, numbers in zip(PLACES, modes):
             for vga, colours in zip(numbers.split(), (40, 400, 400, 400)):
                 with self.subTest(vga=vga):
