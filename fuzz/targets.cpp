@@ -1,6 +1,8 @@
 #include "fuzz/targets.h"
 
+#include <fcntl.h>
 #include <stdlib.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -19,10 +21,13 @@
 #include "launcher/language.h"
 #include "launcher/menu_config.h"
 #include "launcher/menu_screen.h"
+#include "launcher/menu_session.h"
 #include "launcher/paths.h"
 #include "launcher/progress.h"
 #include "launcher/result_files.h"
 #include "launcher/state.h"
+#include "text/plain_lines.h"
+#include "text/terminal_text.h"
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/settings.h"
@@ -230,6 +235,27 @@ void TryScreen(const char* file) {
   screen.MsgEnd();
 }
 
+// The menu in plain lines, to its end by a choice or that of what is typed.
+void TryAnswers(const char* file) {
+  Part(file, {"menu.cfg", "hints.txt", "progress", "menupos.txt", "typed"});
+  paths = {.progressFile = "progress", .outputFile = "output.txt", .positionFile = "menupos.txt"};
+  layoutValues = {};
+  launcherState = {};
+  Require(std::freopen("typed", "r", stdin) != nullptr, "it is there");
+  const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+  dup2(nowhere, STDOUT_FILENO);
+  close(nowhere);
+  MenuSession session;
+  session.Open("menu.cfg");
+  session.Restore();
+  session.ReadHints();
+  Require(RunPlainLines(session) == session.IsChosen(), "only a choice or the input ends it");
+  for (const int columns : {0, 1, 9})
+    for (int i = 0; i < session.Count(); ++i)
+      for (const std::wstring& line : Wrapped(Shown(session.Entry(i).hintText), columns))
+        Require(Columns(line) <= columns || line.size() == 1, "a line fits");
+}
+
 void TryTree(const char* file) {
   Part(file, {"menu.cfg", "zel.cfg", "hints.txt"});
   set_uformat(U_ASCII);
@@ -255,11 +281,12 @@ constexpr FuzzTarget kTargets[] = {
     {"settings", "a.cfg", kText, TrySettings, "toolkit/base/settings.cpp"},
     {"menu", "a.cfg", kText, TryMenu, "launcher/menu_*.cpp"},
     {"hints", "a.txt", 8192, TryHints, "launcher/hint_file.cpp"},
-    {"progress", "progress", kText, TryProgress, "launcher/progress.cpp"},
+    {"progress", "progress", kText, TryProgress, "launcher/progress_file.cpp"},
     {"position", "menupos.txt", 512, TryPosition, ""},
     {"language", "i18n", 1024, TryLanguage, "launcher/language.cpp"},
     {"screen", "files", 2 * kText, TryScreen, "launcher/*.cpp"},
     {"text", "a.txt", 2048, TryText, ""},
+    {"answers", "files", kText / 2, TryAnswers, "launcher/menu_*.cpp"},
     {"tree", "files", 2 * kText, TryTree,
      "tools/support/menu_check.cpp launcher/menu_*.cpp toolkit/base/settings.cpp"},
 };

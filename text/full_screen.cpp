@@ -41,7 +41,7 @@ class FullScreen {
   bool Run() {
     while (!session_.IsChosen()) {
       Draw();
-      const int key = ReadKey(Milliseconds() + progress_.PollPeriod());
+      const int key = ReadKey(Milliseconds() + PollPeriod());
       if (key == kGone) return false;
       Handle(key);
     }
@@ -51,6 +51,7 @@ class FullScreen {
  private:
   int ReadKey(std::int64_t until);
 
+  int PollPeriod() const { return std::max(progress_.PollPeriod(), kShortestPoll); }
   Rows Place() const;
   void Draw();
   void DrawTitles(const Rows& rows) const;
@@ -328,7 +329,7 @@ void FullScreen::Show(const std::vector<std::wstring>& lines) {
     for (const std::wstring& line : lines)
       for (const std::wstring& part : Wrapped(line, Screen::Columns())) screen_.Put(row++, 0, part);
     Screen::Show(0, 0);
-    const int key = ReadKey(Milliseconds() + progress_.PollPeriod());
+    const int key = ReadKey(Milliseconds() + PollPeriod());
     if (key != kKeyNone && key != kResized) return;
   }
 }

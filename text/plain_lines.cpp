@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -32,7 +31,7 @@ class PlainLines {
     Ask();
     while (!isGone_ && !session_.IsChosen()) {
       std::string line;
-      const Input input = Next(line, progress_.PollPeriod());
+      const Input input = Next(line, std::max(progress_.PollPeriod(), kShortestPoll));
       if (input == Input::kLine) {
         Answer(line);
         if (!session_.IsChosen()) Ask();
@@ -45,10 +44,7 @@ class PlainLines {
  private:
   enum class Input { kNone, kLine, kGone };
 
-  void Write(const std::wstring& text) {
-    const std::string bytes = Encoded(text);
-    std::fwrite(bytes.data(), 1, bytes.size(), stdout);
-  }
+  void Write(const std::wstring& text) { written_ += Encoded(text); }
   void WriteLine(const std::wstring& text) { Write(text + L'\n'); }
   void WriteText(std::uint32_t text) {
     for (const std::wstring& line : ShownLines(Text(text))) WriteWrapped(line);
@@ -61,7 +57,8 @@ class PlainLines {
       WriteLine(line);
   }
   void Flush() {
-    if (std::fflush(stdout) != 0) isGone_ = true;
+    if (!Terminal::Write(written_)) isGone_ = true;
+    written_.clear();
   }
 
   void ShowMenu();
@@ -83,7 +80,7 @@ class PlainLines {
 
   MenuSession& session_;
   std::vector<int> numbered_;  // the entry of each number from 1
-  std::string typed_;
+  std::string typed_, written_;
   bool isGone_ = false;
   ProgressFile progressFile_;
   ProgressValues progress_, told_;

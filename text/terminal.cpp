@@ -2,14 +2,16 @@
 
 #include <poll.h>
 #include <sys/ioctl.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <limits>
+#include <new>
 
 #include "launcher/result_files.h"
+#include "toolkit/base/console_guard.h"
 
 namespace zel {
 namespace {
@@ -32,6 +34,11 @@ void PutBack() {
     [[maybe_unused]] const ssize_t count = write(STDOUT_FILENO, before.leaving, before.leavingSize);
   }
   if (before.hasModes) tcsetattr(STDIN_FILENO, TCSANOW, &before.modes);
+}
+
+[[noreturn]] void EndForLackOfMemory() {
+  PutBack();
+  EndAtOnce("zel-text: out of memory\n");
 }
 
 void EndBySignal(int signal) {
@@ -61,6 +68,7 @@ Terminal::Terminal() {
   before = {};
   before.hasModes = tcgetattr(STDIN_FILENO, &before.modes) == 0;
   for (const int signal : kEnding) Handle(signal, EndBySignal);
+  std::set_new_handler(EndForLackOfMemory);
   // Only Wait may be interrupted.
   const sigset_t resize = ResizeOnly();
   sigprocmask(SIG_BLOCK, &resize, nullptr);
@@ -106,6 +114,15 @@ Terminal::Event Terminal::Wait(std::int64_t milliseconds) {
   if (input.revents & (POLLERR | POLLNVAL)) return Event::kGone;
   if (before.hasModes && (input.revents & POLLHUP)) return Event::kGone;
   return Event::kInput;
+}
+
+bool Terminal::Write(const std::string& text) {
+  for (std::size_t start = 0; start < text.size();) {
+    const ssize_t count = write(STDOUT_FILENO, text.data() + start, text.size() - start);
+    if (count < 0 && errno != EINTR) return false;
+    if (count > 0) start += static_cast<std::size_t>(count);
+  }
+  return true;
 }
 
 Terminal::Size Terminal::GetSize() {
