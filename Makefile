@@ -33,6 +33,7 @@ test: configure
 bench: configure
 	cmake --build --preset release --target benchmarks
 	bench/report
+	bench/terminal
 
 check:
 	tools/setup --check

@@ -242,9 +242,12 @@ void TryAnswers(const char* file) {
   layoutValues = {};
   launcherState = {};
   Require(std::freopen("typed", "r", stdin) != nullptr, "it is there");
-  const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-  dup2(nowhere, STDOUT_FILENO);
-  close(nowhere);
+  // Standard output is closed, and the first file to be opened may take its place.
+  const int nowhere = open("/dev/null", O_WRONLY);
+  if (nowhere != STDOUT_FILENO) {
+    dup2(nowhere, STDOUT_FILENO);
+    close(nowhere);
+  }
   MenuSession session;
   session.Open("menu.cfg");
   session.Restore();
