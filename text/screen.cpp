@@ -58,6 +58,23 @@ void KeepKeysFromSignals() {
   def_prog_mode();
 }
 
+// What terminals of another kind than TERM says send for these keys: an escape that is none would
+// end waiting.
+void KnowCommonKeys() {
+  struct Row {
+    const char* sequence;
+    int key;
+  };
+  constexpr Row kRows[] = {
+      {"\033[A", KEY_UP},    {"\033OA", KEY_UP},     {"\033[B", KEY_DOWN},   {"\033OB", KEY_DOWN},
+      {"\033[C", KEY_RIGHT}, {"\033OC", KEY_RIGHT},  {"\033[D", KEY_LEFT},   {"\033OD", KEY_LEFT},
+      {"\033[H", KEY_HOME},  {"\033OH", KEY_HOME},   {"\033[1~", KEY_HOME},  {"\033[F", KEY_END},
+      {"\033OF", KEY_END},   {"\033[4~", KEY_END},   {"\033[5~", KEY_PPAGE}, {"\033[6~", KEY_NPAGE},
+      {"\033OP", KEY_F(1)},  {"\033[11~", KEY_F(1)}, {"\033[[A", KEY_F(1)}};
+  for (const Row& row : kRows)
+    if (key_defined(row.sequence) == 0) define_key(row.sequence, row.key);
+}
+
 attr_t AttributesOf(Look look, bool hasColors) {
   struct Row {
     attr_t plain;
@@ -98,6 +115,7 @@ Screen::Screen(void* handle) : handle_{handle} {
   keypad(stdscr, TRUE);
   nodelay(stdscr, TRUE);
   set_escdelay(kEscapeDelay);
+  KnowCommonKeys();
   KeepKeysFromSignals();
   if (has_colors() && start_color() == OK && use_default_colors() == OK) {
     hasColors_ = true;

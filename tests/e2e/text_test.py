@@ -209,6 +209,7 @@ class TextTest(unittest.TestCase):
             menu.type(up, menu.on("Start"))
         (self.state / "tmp/progress").write_text("[Progress]\nStepNumber=9\nCurrentStep=4\nProgressHide=0\n")
         menu.type("", lambda: re.search(r"\n\[#+\.+] 4/9\n", menu.screen.text()))
+        menu.type("\x1b[B", menu.on("Scan"))  # as a terminal of another kind sends it
         menu.type("\x03\x1c\x1a\x04" + end, menu.on("Switch the computer off"))
         menu.type(up, menu.on("Restart"))
         os.write(menu.master, b"\r")
