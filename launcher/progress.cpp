@@ -12,7 +12,6 @@ namespace {
 
 constexpr const char* kPicture = "pic/progress.bmp";
 constexpr int kCopies = 64;     // in a run of pictures
-constexpr int kFillInset = 2;   // of the pictures, on all sides but the bottom
 constexpr int kBelowSteps = 3;  // rows of the step bar that stay free
 constexpr int kBelowTrack = 4;  // rows of the rest that its track leaves free, less one
 
@@ -22,7 +21,10 @@ constexpr int kBlockInset = 3;        // at the left and the top
 constexpr int kBelowBlock = 7;
 constexpr int kBlockStep = 2;
 constexpr int kTurnMargin = 5;  // between the block and the end of the bar where it turns back
-constexpr int kBevel = 2;       // the thickness of Box3D's lines
+
+// The thickness of Box3D's lines, behind which the pictures of the step bar begin.
+constexpr int kBevel = 2;
+int Bevel() { return kBevel * Zoomed(1); }
 
 BitmapPtr NewBitmap(int depth, int width, int height) {
   BitmapPtr bitmap{create_bitmap_ex(depth, width, height)};
@@ -38,8 +40,14 @@ StepBar::StepBar() : picture_{LoadArt(kPicture, CurrentZoom())} {
   for (int x = 0; run_ && x < kCopies; ++x) draw_sprite(run_.get(), picture_.get(), x, 0);
 }
 
-int StepBar::FillEnd() const {
-  return std::max(Zoomed(kFillInset), RoundToInt(Filled(w())) - Zoomed(kFillInset));
+int StepBar::FillEnd() const { return std::max(Bevel(), RoundToInt(Filled(w())) - Bevel()); }
+
+// A picture that fills what the lines leave does so at every zoom, however the numbers are rounded.
+int StepBar::TrackHeight() const {
+  int inside = h() - Zoomed(kBelowSteps + kBelowTrack - 1 + 2 * kBevel);
+  const bool fills = picture_ && std::abs(inside - picture_->h) <= Zoomed(1);
+  if (IsZoomed() && fills) inside = picture_->h;
+  return 2 * Bevel() + inside;
 }
 
 void StepBar::ShowSteps(int done, int all) {
@@ -57,24 +65,23 @@ void StepBar::RedrawFill(int from, int to) {
   if (part.w < 1 || part.h < 1) return;
   RedrawPart(part);
   // A high picture reaches below the track, where nothing else wipes it away.
-  if (to < from && parent && Zoomed(kFillInset) + picture_->h > part.h - Zoomed(kBelowTrack) + 1)
+  if (to < from && parent && Bevel() + picture_->h > TrackHeight())
     parent->RedrawBehind(this, part);
 }
 
 void StepBar::DrawFill(Bitmap& area) const {
   const int end = FillEnd();
-  int x = Zoomed(kFillInset);
+  int x = Bevel();
   // A run shows the same as its pictures one by one: each covers the ones before it.
   if (run_)
-    for (; x + kCopies <= end; x += kCopies)
-      draw_sprite(area.GetBitmap(), run_.get(), x, Zoomed(kFillInset));
-  for (; x < end; ++x) draw_sprite(area.GetBitmap(), picture_.get(), x, Zoomed(kFillInset));
+    for (; x + kCopies <= end; x += kCopies) draw_sprite(area.GetBitmap(), run_.get(), x, Bevel());
+  for (; x < end; ++x) draw_sprite(area.GetBitmap(), picture_.get(), x, Bevel());
 }
 
 void StepBar::Draw(Bitmap& canvas) {
   const int height = h() - Zoomed(kBelowSteps);
   if (!IsHorizontal() || canvas.IsEmpty() || height < 1) return;
-  canvas.Box3D(0, 0, w() - 1, height - Zoomed(kBelowTrack), white, black, gray, Zoomed(1));
+  canvas.Box3D(0, 0, w() - 1, TrackHeight() - 1, white, black, gray, Zoomed(1));
   SubCanvas area{canvas, 0, 0, w(), height};
   if (picture_ && !area.IsEmpty()) DrawFill(area);
 }
@@ -108,10 +115,9 @@ void BusyBar::Increment() {
   Move();
   const Span after = Block();
   // Inside and outside of the block nothing changes.
-  const int width = std::abs(after.left - before.left) + kBevel * Zoomed(1);
+  const int width = std::abs(after.left - before.left) + Bevel();
   RedrawPart({std::min(before.left, after.left), 0, width, TrackHeight()});
-  RedrawPart(
-      {std::min(before.right, after.right) - kBevel * Zoomed(1) + 1, 0, width, TrackHeight()});
+  RedrawPart({std::min(before.right, after.right) - Bevel() + 1, 0, width, TrackHeight()});
 }
 
 void BusyBar::Draw(Bitmap& canvas) {

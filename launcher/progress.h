@@ -18,6 +18,7 @@ class StepBar final : public ProgressBar {
 
  private:
   int FillEnd() const;
+  int TrackHeight() const;
   void RedrawFill(int from, int to);
   void DrawFill(Bitmap& area) const;
 
