@@ -33,12 +33,6 @@ bool MenuList::IsSeparatorAt(int index) const {
   return entry && entry->IsSeparator();
 }
 
-void MenuList::SelectFirstEntry() {
-  int index = 0;
-  while (IsSeparatorAt(index)) ++index;
-  if (IsValid(index)) SetCurrent(index);
-}
-
 bool MenuList::HandlePadKey(int scancode) {
   int target = current;
   switch (scancode) {
@@ -203,11 +197,6 @@ MenuPanel::MenuPanel() : MenuPanel{std::make_unique<MenuList>()} {}
 MenuPanel::MenuPanel(std::unique_ptr<MenuList> menuList)
     : TitledPanel{listBox_}, list_{menuList.get()}, listBox_{std::move(menuList)} {
   Add(&listBox_);
-}
-
-void MenuPanel::MsgStart() {
-  TitledPanel::MsgStart();
-  list_->SelectFirstEntry();
 }
 
 void MenuPanel::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {

@@ -71,8 +71,6 @@ class MenuList : public ListView {
   MenuEntry* GetEntry(int index) const;
   // The entry that is current after the key that is being handled; -1 for none.
   void SetPendingIndex(int index) { pendingIndex_ = index; }
-  // Makes the first entry that is no separator current.
-  void SelectFirstEntry();
 
  private:
   bool TakeKey(int code);
@@ -113,7 +111,6 @@ class MenuPanel final : public TitledPanel {
  public:
   MenuPanel();
 
-  void MsgStart() override;
   void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override;
 
   MenuList& List() { return *list_; }
