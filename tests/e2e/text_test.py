@@ -47,6 +47,9 @@ class Screen:
                 self._escape(match[2])
             else:
                 self._write(match[3])
+            # What is meant for another size may still be on its way.
+            self.row = max(0, min(self.row, self.rows - 1))
+            self.column = max(0, min(self.column, self.columns - 1))
         self._rest = text
 
     def _escape(self, letter):
@@ -64,7 +67,6 @@ class Screen:
         if letter == "\n":
             self.row += 1
             if self.row == self.rows:
-                self.row -= 1
                 self.lines = [*self.lines[1:], [" "] * self.columns]
         elif letter == "\r":
             self.column = 0
@@ -72,7 +74,7 @@ class Screen:
             self.column -= 1
         elif letter >= " ":
             self.lines[self.row][self.column] = letter
-            self.column = min(self.column + 1, self.columns - 1)
+            self.column += 1
 
     def text(self):
         return "\n".join("".join(line).rstrip() for line in self.lines)
