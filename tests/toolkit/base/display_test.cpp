@@ -99,7 +99,8 @@ constexpr int kWidth = 65537;  // so that the second row begins with another col
 void ShowAsAllegro(int x, int y, int w, int h) {
   GRAPHICS_RECT from{w, h, 2 * kWidth, _xwin.screen_line[y] + 2 * x};
   GRAPHICS_RECT to{w, h, 4 * kWidth, _xwin.buffer_line[y] + 4 * x};
-  _get_colorconv_blitter(16, 32)(&from, &to);
+  static const auto widen = _get_colorconv_blitter(16, 32);  // each one has tables of its own
+  widen(&from, &to);
 }
 void ShowNothing(int, int, int, int) {}
 
