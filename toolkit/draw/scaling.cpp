@@ -168,10 +168,14 @@ class Mixer {
     for (int x = 0; x < s_.source.w; ++x) line_[x] = At(x, y);
   }
   void MixLines(const Span& rows) {
-    std::fill(line_.begin(), line_.end(), Pixel<std::uint32_t>{});
-    for (int i = 0; i < rows.count; ++i)
-      for (int x = 0; x < s_.source.w; ++x)
-        line_[x].Add(At(x, s_.source.y + rows.first + i), rows.Part(i));
+    for (int i = 0; i < rows.count; ++i) {
+      const int y = s_.source.y + rows.first + i;
+      const std::uint32_t part = rows.Part(i);
+      for (int x = 0; x < s_.source.w; ++x) {
+        if (i == 0) line_[x] = {};
+        line_[x].Add(At(x, y), part);
+      }
+    }
   }
 
   // `weight` is that of a whole pixel in the line.
