@@ -1,4 +1,5 @@
 #include "toolkit/skin/skin.h"
+#include "toolkit/base/zoom.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -211,6 +212,21 @@ TEST_F(SkinTest, EveryBuiltinElementLooksAsInTheReferencePicture) {
   UseDepth(8);
   skin.GenerateDefaultBitmap(COMBO_BUTTON);
   EXPECT_EQ(skin.bitmaps[COMBO_BUTTON]->getpixel(0, 0), MASK_COLOR_8) << "transparent";
+}
+
+// Each frame of an element is rounded for itself: of other frames there would be another size.
+TEST_F(SkinTest, ElementsAreZoomedFrameByFrame) {
+  SetZoom(1.27);
+  const Skin skin{"default"};
+  std::string seen;
+  for (int id = 0; id < kElementCount; ++id) {
+    const SkinBitmap& element = *skin.bitmaps[id];
+    seen +=
+        std::string{kElementNames[id]} + ' ' +
+        Join(element.Width(), element.Height(), element.GetTileWidth(), element.GetTileHeight()) +
+        '\n';
+  }
+  ExpectText("skin_zoomed", seen);
 }
 
 }  // namespace
