@@ -33,9 +33,9 @@ std::string Hex(Color color) {
 }
 
 // Numbers in the order of every_key.cfg, which has values that count from 1; colours; for each text
-// set font, text colour and shadow by state; the heights of the fonts; the elements with tile size
-// and a pixel; and the pointer shapes with width, hotspot, how many ticks their first frame stays,
-// and the width, size, offset and colour of the shadow.
+// set font, text colour and shadow by state; the heights of the fonts; the elements with size, tile
+// size and a pixel; and the pointer shapes with width, hotspot, how many ticks their first frame
+// stays, and the width, size, offset and colour of the shadow.
 std::string ValuesOf(const Skin& s) {
   std::string text =
       Join(s.dottedRect, s.focus, s.wallpaperStyle, s.buttonDisplacement, s.buttonAnimationType,
@@ -57,7 +57,9 @@ std::string ValuesOf(const Skin& s) {
   for (int id = 0; id < kElementCount; ++id) {
     const SkinBitmap& element = *s.bitmaps[id];
     text += std::string{"\n"} + kElementNames[id] + ' ';
-    text += Join(element.GetTileWidth(), element.GetTileHeight()) + Hex(element.getpixel(1, 1));
+    text +=
+        Join(element.Width(), element.Height(), element.GetTileWidth(), element.GetTileHeight()) +
+        Hex(element.getpixel(1, 1));
   }
   for (int shape = 0; shape < kCursorCount; ++shape) {
     Cursor& cursor = *s.cursors[shape];
@@ -217,16 +219,7 @@ TEST_F(SkinTest, EveryBuiltinElementLooksAsInTheReferencePicture) {
 // Each frame of an element is rounded for itself: of other frames there would be another size.
 TEST_F(SkinTest, ElementsAreZoomedFrameByFrame) {
   SetZoom(1.27);
-  const Skin skin{"default"};
-  std::string seen;
-  for (int id = 0; id < kElementCount; ++id) {
-    const SkinBitmap& element = *skin.bitmaps[id];
-    seen +=
-        std::string{kElementNames[id]} + ' ' +
-        Join(element.Width(), element.Height(), element.GetTileWidth(), element.GetTileHeight()) +
-        '\n';
-  }
-  ExpectText("skin_zoomed", seen);
+  ExpectText("skin_zoomed", ValuesOf(Skin{"default"}));
 }
 
 }  // namespace
