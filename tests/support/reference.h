@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "tests/support/temp_files.h"
 #include "toolkit/base/geometry.h"
@@ -23,6 +24,14 @@ std::string Join(const Values&... values) {
   std::ostringstream text;
   ((text << values << ' '), ...);
   return text.str();
+}
+
+// Every bit of them, row by row.
+inline std::vector<int> Pixels(BITMAP* bitmap) {
+  std::vector<int> pixels;
+  for (int y = 0; y < bitmap->h; ++y)
+    for (int x = 0; x < bitmap->w; ++x) pixels.push_back(getpixel(bitmap, x, y));
+  return pixels;
 }
 
 inline void ExpectReference(const std::string& file, const std::string& seen) {

@@ -1,20 +1,12 @@
 #include <set>
-#include <vector>
 
 #include "tests/support/allegro_fixture.h"
-#include "tests/support/temp_files.h"
+#include "tests/support/reference.h"
 #include "toolkit/testing/offscreen.h"
 #include "tools/gallery/gallery.h"
 
 namespace zel {
 namespace {
-
-std::vector<int> Pixels(BITMAP* bitmap) {
-  std::vector<int> pixels;
-  for (int y = 0; y < bitmap->h; ++y)
-    for (int x = 0; x < bitmap->w; ++x) pixels.push_back(getpixel(bitmap, x, y));
-  return pixels;
-}
 
 struct GalleryTest : AllegroFixture {
   Offscreen offscreen;
