@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "imageformats/load.h"
 #include "toolkit/draw/art.h"
@@ -42,7 +43,8 @@ BitmapPtr LoadBackdrop(const char* fileName, const ScreenLayout& layout, Size sc
   if (!picture) return nullptr;
   const Size size{picture->w / art.scale, picture->h / art.scale};
   if (Size{picture->w, picture->h} == screen) return picture;
-  if (size.w < layout.size.w || size.h < layout.size.h) return LoadArt(fileName, layout.scale);
+  if (size.w < layout.size.w || size.h < layout.size.h)
+    return ZoomArt(std::move(picture), art.scale, layout.scale);
   const bool isAsLarge = size == layout.size;
   const double factor = isAsLarge
                             ? layout.scale / art.scale

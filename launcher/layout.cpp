@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <iterator>
 #include <string_view>
 #include <vector>
 
@@ -17,7 +18,6 @@ namespace zel {
 namespace {
 
 constexpr std::string_view kSizedStem = "MENU_CONFIGURATION_";
-constexpr Size kUsualSizes[] = {{640, 480}, {800, 600}, {1024, 768}};
 
 // Of layouts that fill the screen alike, the one with about so many lines of unzoomed pixels is the
 // easiest to read.
@@ -51,7 +51,7 @@ Size SizeOfGeneral(const SectionFile& file) {
   const Size used{std::max({end(at.menuLeft, at.menuWidth), end(at.hintLeft, at.hintWidth),
                             end(at.progressX, at.progressW)}),
                   std::max(end(at.menuTop, at.menuHeight), end(at.hintTop, at.hintHeight))};
-  for (const Size usual : kUsualSizes)
+  for (const Size usual : kUsualScreens)
     if (used.w <= usual.w && used.h <= usual.h) return usual;
   return {std::min(used.w, kMostPixels), std::min(used.h, kMostPixels)};
 }
@@ -70,8 +70,8 @@ std::vector<Candidate> FindCandidates(const SectionFile& file) {
   return found;
 }
 
-// The layout for which a scale leaves least of the screen empty, and that scale; none for a scale
-// below 0.
+// The layout that leaves least of the screen empty at the scale that it is given; below 0 it does
+// not count, and null when none does.
 template <class ScaleOf>
 const Candidate* Best(const std::vector<Candidate>& candidates, Size screen,
                       const ScaleOf& scaleOf) {
@@ -120,6 +120,15 @@ ScreenLayout FitToScreen(const std::vector<Candidate>& candidates, Size screen) 
 }
 
 }  // namespace
+
+bool IsUsual(Size screen) {
+  return std::find(std::begin(kUsualScreens), std::end(kUsualScreens), screen) !=
+         std::end(kUsualScreens);
+}
+
+std::string SectionFor(Size screen) {
+  return std::string{kSizedStem} + std::to_string(screen.w) + 'x' + std::to_string(screen.h);
+}
 
 bool ReadSectionSize(const std::string& section, Size* size) {
   char end = '\0';

@@ -19,7 +19,13 @@ struct ScreenLayout {
   Rect OnScreen(const Rect& place) const;
 };
 
-// True for a section of a menu file that is for screens of one size, which is stored.
+// The screens whose sections of a menu file count also without a zoom.
+inline constexpr Size kUsualScreens[] = {{640, 480}, {800, 600}, {1024, 768}};
+bool IsUsual(Size screen);
+
+// The section of a menu file for screens of one size, and the other way round: true for a section
+// that is for one size, which is stored.
+std::string SectionFor(Size screen);
 bool ReadSectionSize(const std::string& section, Size* size);
 
 // Chooses a layout of the menu file for a screen and sets the toolkit's zoom. With kZoomToFit it is

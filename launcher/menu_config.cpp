@@ -24,16 +24,6 @@ using Section = SectionFile::Section;
 constexpr int kUnset = -1;
 constexpr const char* kNoText = "-";  // where there would be one
 
-struct Resolution {
-  int width, height;
-  const char* section;
-};
-constexpr Resolution kResolutions[] = {
-    {640, 480, "MENU_CONFIGURATION_640x480"},
-    {800, 600, "MENU_CONFIGURATION_800x600"},
-    {1024, 768, "MENU_CONFIGURATION_1024x768"},
-};
-
 struct LayoutKey {
   const char* key;
   std::int32_t LayoutValues::*value;
@@ -47,13 +37,10 @@ constexpr LayoutKey kLayoutKeys[] = {
     {"ProgressW", &LayoutValues::progressW},
 };
 
-const char* LayoutSection() {
-  if (const std::string& fitted = launcherState.layout.section; !fitted.empty())
-    return fitted.c_str();
-  for (const Resolution& row : kResolutions)
-    if (row.width == settings.screenWidth && row.height == settings.screenHeight)
-      return row.section;
-  return kGeneralSection;
+std::string LayoutSection() {
+  if (const std::string& fitted = launcherState.layout.section; !fitted.empty()) return fitted;
+  const Size screen{settings.screenWidth, settings.screenHeight};
+  return IsUsual(screen) ? SectionFor(screen) : kGeneralSection;
 }
 
 Color DefaultBackLineColor() { return {200, 100, 100}; }
@@ -181,16 +168,17 @@ void MenuConfig::ReadWithoutHints(const char* menuFile) {
 
 void MenuConfig::ReadScreen(const SectionFile& file) {
   const Section& general = file.Find(kGeneralSection);
-  const char* layoutSection = LayoutSection();
-  const Section& resolution = file.Find(layoutSection);
+  const std::string layoutSection = LayoutSection();
+  const char* const own = layoutSection.c_str();
+  const Section& resolution = file.Find(own);
   const bool translates = LanguageIndex() != 0;
   const std::string usual = Translated(general, "Background", translates);
   background.Assign(Translated(resolution, "Background", translates, usual.c_str()).c_str());
-  layoutValues = ReadLayout(file, layoutSection, layoutValues);
+  layoutValues = ReadLayout(file, own, layoutValues);
   menuTitle.Assign(Translated(general, "MenuTitle", translates).c_str());
   hintTitle.Assign(Translated(general, "HintTitle", translates).c_str());
-  ReadScreenText(file, layoutSection, "Heading", translates, CurrentLevel().heading);
-  ReadScreenText(file, layoutSection, "KeyHelp", translates, CurrentLevel().keyHelp);
+  ReadScreenText(file, own, "Heading", translates, CurrentLevel().heading);
+  ReadScreenText(file, own, "KeyHelp", translates, CurrentLevel().keyHelp);
   const std::string plainHintFile = general.GetText("HintFile");
   hintFile.Assign(Translated(general, "HintFile", translates).c_str());
   if (!FileExists(hintFile)) hintFile.Assign(plainHintFile.c_str());

@@ -10,15 +10,6 @@
 #include "toolkit/base/process.h"
 
 namespace zel {
-namespace {
-
-int Scaled(int pixels) {
-  const double wanted = std::round(pixels * process.zoom);
-  return static_cast<int>(std::clamp<double>(wanted, -kMostPixels, kMostPixels));
-}
-
-}  // namespace
-
 double ParseZoom(const char* text) {
   if (strcasecmp(text, "auto") == 0) return kZoomToFit;
   char* end = nullptr;
@@ -30,12 +21,10 @@ double ParseZoom(const char* text) {
 void SetZoom(double zoom) { process.zoom = std::clamp(zoom, kLeastZoom, kLargestZoom); }
 double CurrentZoom() { return process.zoom; }
 
-int Zoomed(int pixels) { return IsZoomed() ? Scaled(pixels) : pixels; }
-
-Rect Zoomed(const Rect& area) {
-  if (!IsZoomed()) return area;
-  const int left = Scaled(area.x), top = Scaled(area.y);
-  return {left, top, Scaled(area.Right()) - left, Scaled(area.Bottom()) - top};
+int Zoomed(int pixels) {
+  if (!IsZoomed()) return pixels;
+  const double wanted = std::round(pixels * process.zoom);
+  return static_cast<int>(std::clamp<double>(wanted, -kMostPixels, kMostPixels));
 }
 
 }  // namespace zel

@@ -8,8 +8,6 @@
 
 namespace zel {
 
-class Rect;
-
 inline constexpr double kLeastZoom = 1, kLargestZoom = 8;
 // A setting only: as large as what is shown fits on the screen.
 inline constexpr double kZoomToFit = 0;
@@ -26,7 +24,4 @@ inline bool IsZoomed() { return CurrentZoom() != 1; }
 
 // A number of pixels at the current zoom, to the nearest; never 0 for another number.
 int Zoomed(int pixels);
-// Edges that met before meet afterwards, too.
-Rect Zoomed(const Rect& area);
-
 }  // namespace zel

@@ -32,15 +32,18 @@ Art FindArt(const char* path, double zoom) {
   return {path, 1};
 }
 
-BitmapPtr LoadArt(const char* path, double zoom) {
-  const Art art = FindArt(path, zoom);
-  BitmapPtr picture{LoadPicture(art.path.c_str(), nullptr)};
-  const double factor = zoom / art.scale;
+BitmapPtr ZoomArt(BitmapPtr picture, int scale, double zoom) {
+  const double factor = zoom / scale;
   if (!picture || factor == 1) return picture;
   const auto scaled = [factor](int extent) {
     return std::max(1, static_cast<int>(std::lround(extent * factor)));
   };
   return Scaled(picture.get(), {scaled(picture->w), scaled(picture->h)});
+}
+
+BitmapPtr LoadArt(const char* path, double zoom) {
+  const Art art = FindArt(path, zoom);
+  return ZoomArt(BitmapPtr{LoadPicture(art.path.c_str(), nullptr)}, art.scale, zoom);
 }
 
 }  // namespace zel

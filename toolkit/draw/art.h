@@ -18,6 +18,9 @@ struct Art {
 // needed or there.
 Art FindArt(const char* path, double zoom);
 
+// A picture that is drawn at `scale` times its size, at `zoom` times its size.
+BitmapPtr ZoomArt(BitmapPtr picture, int scale, double zoom);
+
 // The picture of a file at that many times its size; null for one that cannot be loaded.
 BitmapPtr LoadArt(const char* path, double zoom);
 

@@ -36,8 +36,6 @@ constexpr int kLargestStatus = 255;  // what a process can end with
 // languages have one for each character.
 constexpr std::size_t kLongestText = 1023, kLongestName = 259, kLongestOutput = 255;
 
-constexpr Size kScreens[] = {{640, 480}, {800, 600}, {1024, 768}};
-
 enum class Kind { kText, kNumber, kColor, kZoom, kName, kFile, kPicture };
 struct Key {
   const char* name;
@@ -247,10 +245,6 @@ int LineNumber(const std::string& section) {
   return Lower(section) == "line" + std::to_string(number) ? number : 0;
 }
 
-bool IsUsual(Size screen) {
-  return std::find(std::begin(kScreens), std::end(kScreens), screen) != std::end(kScreens);
-}
-
 // The keys of a section that describes the screen; none for any other.
 Keys ScreenKeys(const std::string& section) {
   if (Lower(section) == Lower(kGeneral)) return kGeneralKeys;
@@ -446,7 +440,7 @@ bool CheckMenuTree() {
   CheckSkin();
   CheckPicture(Place{"progress bar"}, kProgressPicture);
   if (!FileExists(kMainMenu)) Place{kMainMenu}.Report("there is no such file");
-  std::vector<Size> screens(std::begin(kScreens), std::end(kScreens));
+  std::vector<Size> screens(std::begin(kUsualScreens), std::end(kUsualScreens));
   screens.push_back({settings.screenWidth, settings.screenHeight});
   if (settings.zoom != 1) AddSectionSizes(screens);
   for (const Size& size : screens) {
