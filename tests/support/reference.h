@@ -34,20 +34,17 @@ inline std::vector<int> Pixels(BITMAP* bitmap) {
   return pixels;
 }
 
-inline void ExpectReference(const std::string& file, const std::string& seen) {
-  const std::string path = std::string{ZEL_PICTURES} + "/../" + file + ".txt";
-  if (std::getenv("ZEL_DRAW_PICTURES")) WriteFile(path, seen);
-  EXPECT_EQ(seen, ReadFile(path)) << file;
-}
-
 // The text is the reference of that name.
-inline void ExpectText(const std::string& name, const std::string& seen) {
-  ExpectReference("texts/" + name, seen);
+inline void ExpectText(const std::string& name, const std::string& seen,
+                       const std::string& folder = "texts") {
+  const std::string path = std::string{ZEL_PICTURES} + "/../" + folder + '/' + name + ".txt";
+  if (std::getenv("ZEL_DRAW_PICTURES")) WriteFile(path, seen);
+  EXPECT_EQ(seen, ReadFile(path)) << name;
 }
 
 // The part of the bitmap looks like the reference picture of that name.
 inline void ExpectLook(const std::string& name, BITMAP* bitmap, const Rect& part) {
-  ExpectReference("pictures/" + name, Describe(bitmap, part));
+  ExpectText(name, Describe(bitmap, part), "pictures");
 }
 
 }  // namespace zel

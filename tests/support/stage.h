@@ -54,6 +54,12 @@ class StageTest : public AllegroFixture, protected Stage {
   void Expect(const char* events, const char* what = "") {
     EXPECT_EQ(root.Events(), events) << what;
   }
+  // Which of the skin's shapes the pointer has.
+  static int PointerShape() {
+    int shape = 0;
+    while (CurrentSkin()->cursors[shape].get() != CurrentPointer()->GetCursor()) ++shape;
+    return shape;
+  }
   // Does what the words of a script stand for, and lets the clock tick after each: "15,20" puts the
   // pointer there, "L", "R" and "M" press a button, "l", "r" and "m" let go of it, "wait" does
   // nothing, a test may have steps of its own. Answers which of them made the root write something,

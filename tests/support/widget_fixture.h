@@ -69,9 +69,9 @@ class WidgetFixture : public StageTest {
   // Plays a script of words: keys, "shift" for the keys until the step ends, texts to be typed,
   // "20,30" for where the pointer goes, "press", "release", "wheel-2", "wait8" for so many ticks,
   // "leave" when the focus does, "restart" for the root, and the test's own in `steps`. A step is
-  // one word, or several that are joined by '+'. Answers what there is to see after each step, and
-  // in brackets what was reported meanwhile. Each repaints all that changed.
-  std::string Play(const std::string& script, const std::function<std::string()>& look) {
+  // one word, or several that are joined by '+'. Answers how it looks after each step, and in
+  // brackets what was reported meanwhile. Each repaints all that changed.
+  std::string Play(const std::string& script) {
     std::istringstream all{script};
     std::string seen;
     root.Events();
@@ -85,8 +85,11 @@ class WidgetFixture : public StageTest {
     }
     return seen;
   }
-  void Do(const std::string& script) {
-    Play(script, [] { return ""; });
+  // What the scripts answer is the reference text of that name.
+  void ExpectPlays(const std::string& name, std::initializer_list<const char*> scripts) {
+    std::string seen;
+    for (const char* script : scripts) seen += script + (": " + Play(script)) + '\n';
+    ExpectText(name, seen);
   }
 
   // The frame with all that is dirty drawn, without the pointer.
@@ -134,6 +137,7 @@ class WidgetFixture : public StageTest {
     bitmap.SetTileSize(tile);
   }
 
+  std::function<std::string()> look = [] { return ""; };  // what Play answers
   Patch ground{{0, 0, 320, 200}, black, false};
   bool isTransposed = false;  // scripts are played as if the screen were turned over
 

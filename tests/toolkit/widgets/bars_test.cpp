@@ -31,8 +31,8 @@ TEST_P(BarTest, IsFilledInProportionToItsValue) {
     Show(bars[i], isTransposed ? Rect{4 * i, 0, 2, 10} : Rect{0, 4 * i, 10, 2});
   }
   ExpectShown(isTransposed ? "progress_bars" : "progress_bars_lying", {0, 0, 28, 28});
-  for (const int position : {0, 50, 20}) bars[4].SetPosition(position), Do("wait1");
-  bars[4].Increment(), Do("wait1");
+  for (const int position : {0, 50, 20}) bars[4].SetPosition(position), Play("wait1");
+  bars[4].Increment(), Play("wait1");
   EXPECT_EQ(bars[4].GetValue(), 21);
 }
 
@@ -44,11 +44,9 @@ class SliderTest : public BarTest {
     Dress(VSLIDER_GRIP, Rows(10, "gggg"));
     slider.Setup(20, 20, 110, 110, 0, 0, -50, 150, 0, GetParam());
     Show(slider, {20, 20, slider.w(), slider.h()});
-  }
-  std::string PlayAll(const std::string& script) {
-    return Play(script, [this] {
+    look = [this] {
       return (slider.Selected() ? "held " : "") + std::to_string(slider.GetPosition());
-    });
+    };
   }
 
   Slider slider;
@@ -74,17 +72,13 @@ TEST_P(SliderTest, LooksSayTheStateAndTheValue) {
 
 TEST_P(SliderTest, TheGripComesToThePointerAndStaysUnderIt) {
   ShowSlider();
-  std::string seen;
-  for (const auto& [value, script] : {std::pair{-50, "100,25+press 101,5 release 160,25"},
-                                      {100, "99,25+press 79,5 320,5 11,5 release"},
-                                      {-50, "100,25+press leave 250,180 release 99,25+press"},
-                                      {-50, "160,25 100,25+press 250,180 leave release"},
-                                      {-50, "100,25+press restart 101,5 release"}}) {
-    Mouse(200, 190);
-    slider.SetPosition(value);
-    seen += script + (": " + PlayAll(script)) + '\n';
-  }
-  ExpectText("slider_grip", seen);
+  for (const int at : {-50, 100})
+    steps["at" + std::to_string(at)] = [this, at] { Mouse(200, 190), slider.SetPosition(at); };
+  ExpectPlays("slider_grip", {"at-50+100,25+press 101,5 release 160,25",
+                              "at100+99,25+press 79,5 320,5 11,5 release",
+                              "at-50+100,25+press leave 250,180 release 99,25+press release",
+                              "at-50+160,25 100,25+press 250,180 leave release",
+                              "at-50+100,25+press restart 101,5 release"});
 }
 
 TEST_P(SliderTest, KeysAndWheelMoveWithinTheRange) {
@@ -95,16 +89,14 @@ TEST_P(SliderTest, KeysAndWheelMoveWithinTheRange) {
     if (msg == MSG_SCROLL) TypeKey('k', 0);
   };
   Watch({MSG_SCROLL, MSG_UCHAR});
-  std::string seen =  // what was typed meanwhile is forgotten
-      PlayAll(
-          "right+wait1 left+wait1 left+wait1 up+wait1 down+wait1 pageup+wait1 home+wait1 "
-          "pagedown+wait1 pageup+wait1 end+wait1 right+wait1 pagedown+wait1") +
-      '\n';
-  root.onEvent = nullptr;
-  ExpectText("slider_keys", seen + PlayAll("wheel3 wheel-200 wheel-1") + '\n');
+  steps["quiet"] = [this] { root.onEvent = nullptr; };
+  ExpectPlays("slider_keys",  // what was typed meanwhile is forgotten
+              {"right+wait1 left+wait1 left+wait1 up+wait1 down+wait1 pageup+wait1 home+wait1",
+               "pagedown+wait1 pageup+wait1 end+wait1 right+wait1 pagedown+wait1",
+               "quiet+wheel3 wheel-200 wheel-1"});
   for (const double end : {1e308, -1e308, 50.0}) {  // an endless, a reversed and no range
     slider.SetRange(50, end);
-    Do("100,25 press release");
+    Play("100,25 press release");
   }
   EXPECT_EQ(slider.GetPosition(), 50);
 }
@@ -113,6 +105,9 @@ TEST_P(SliderTest, KeysAndWheelMoveWithinTheRange) {
 // 20 has a track from 36 on, in which the grip can move by 88.
 class ScrollBarTest : public BarTest {
  protected:
+  ScrollBarTest() {
+    look = [this] { return std::to_string(bar.GetPosition()); };
+  }
   void ShowBar(int total, int position) {
     const Size size = isTransposed ? Size{9, 132} : Size{138, 9};
     bar.Setup(20, 20, size.w, size.h, 0, 0, total, 30, GetParam());
@@ -122,9 +117,6 @@ class ScrollBarTest : public BarTest {
   }
 
   ScrollBar bar;
-  const std::function<std::string()> position = [this] {
-    return std::to_string(bar.GetPosition());
-  };
 };
 INSTANTIATE_TEST_SUITE_P(, ScrollBarTest, kOrientations);
 
@@ -139,7 +131,7 @@ TEST_P(ScrollBarTest, TheGripLiesWhereTheValueIs) {
   }
   bars[3].Disable();
   root.SetFocus(&bars[0]);
-  Do("5,23 press");
+  Play("5,23 press");
   ExpectShown(isTransposed ? "scroll_bars" : "scroll_bars_lying", {0, 0, 72, 72});
   bars[1].SetRange(50, 30);
   EXPECT_EQ(bars[1].GetPosition(), 20) << "the end of the shorter range";
@@ -147,14 +139,12 @@ TEST_P(ScrollBarTest, TheGripLiesWhereTheValueIs) {
 
 TEST_P(ScrollBarTest, HeldArrowsAndTracksScrollOnAndOn) {
   ShowBar(1030, 500);
-  std::string seen;
-  for (const char* script : {"145,25+press wait4 wait4 release",  // 60 ms are three ticks
-                             "22,25+press wait4 release wait1", "120,25+press wait1 release wait1",
-                             "40,25+press release", "120,25+press restart wait4"})
-    seen += script + (": " + Play(script, position)) + '\n';
-  ExpectText("scroll_bar_held", seen);
+  ExpectPlays("scroll_bar_held",
+              {"145,25+press wait4 wait4 release",  // 60 ms are three ticks
+               "22,25+press wait4 release wait1", "120,25+press wait1 release wait1",
+               "40,25+press release", "120,25+press restart wait4"});
   for (const std::string at : {"120,25", "60,25"}) {
-    Do("release " + at + " press wait100 release press release");
+    Play("release " + at + " press wait100 release press release");
     EXPECT_TRUE(bar.Dialog::Contains(root.FocusWidget())) << at;
     EXPECT_TRUE(root.FocusWidget()->Bounds().Contains({mouse_x, mouse_y})) << at;
   }
@@ -162,13 +152,10 @@ TEST_P(ScrollBarTest, HeldArrowsAndTracksScrollOnAndOn) {
 
 TEST_P(ScrollBarTest, KeysPointerAndWheelMoveTheGrip) {
   ShowBar(910, 0);  // ten units a pixel
-  Do("40,25 press release");
-  std::string seen;
-  for (const char* script :
-       {"pagedown right right left pagedown pageup up down x pageup pageup end right home",
-        "38,25+press 48,90 199,90 0,90 43,90 43,25+release+wheel3 space+48,25"})
-    seen += script + (": " + Play(script, position)) + '\n';
-  ExpectText("scroll_bar_moved", seen);
+  Play("40,25 press release");
+  ExpectPlays("scroll_bar_moved",
+              {"pagedown right right left pagedown pageup up down x pageup pageup end right home",
+               "38,25+press 48,90 199,90 0,90 43,90 43,25+release+wheel3 space+48,25"});
   EXPECT_TRUE(root.FocusWidget()->Selected());
   root.ChangeFocus(root.FocusWidget(), nullptr);
   for (const int total : {30, 31}) {

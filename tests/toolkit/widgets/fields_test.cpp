@@ -12,17 +12,20 @@ namespace {
 // box.
 class EditBoxTest : public WidgetFixture {
  protected:
-  EditBoxTest() { Show(edit, {20, 30, 120, 24}); }
-
-  // Plays a script on a text with the cursor behind its third character; it takes four of them, or
-  // as many as it has. Answers the texts, with the cursor, the ends of the selection and a '<'
-  // before the first character that shows.
-  std::string PlayOn(const char* text, const std::string& script) {
+  // Texts are steps: the box has the focus and the cursor stands behind the third character; it
+  // takes four of them, or as many as it has. To be seen are the text, with the cursor, the ends of
+  // the selection and a '<' before the first character that shows.
+  EditBoxTest() {
+    Show(edit, {20, 30, 120, 24});
     steps["all"] = [this] { edit.Select(); };
-    root.SetFocus(&edit);
-    edit.SetText(text, 4);
-    edit.MoveCursor(3);
-    return Play(script, [this] {
+    for (const std::string text : {"", "abcdef", "12345678", "longer-than-its-box"})
+      steps['=' + text] = [this, text] {
+        Tick(50);  // no double click together with the last press
+        root.SetFocus(&edit);
+        edit.SetText(text.c_str(), 4);
+        edit.MoveCursor(3);
+      };
+    look = [this] {
       std::string seen;
       const char* at = edit.GetText();
       for (int i = 0;; ++i) {
@@ -34,25 +37,20 @@ class EditBoxTest : public WidgetFixture {
         if (ugetxc(&at) == 0) return seen;
         seen.append(start, at);
       }
-    });
+    };
   }
 
   EditBox edit;
 };
 
 TEST_F(EditBoxTest, KeysEditAndSelectWholeCharacters) {
-  std::string seen;
-  for (const auto& [text, script] :
-       {std::pair{"", "aébüc left+left backspace delete+delete delete backspace backspace"},
-        {"", "é home left end right z all ü all backspace"},
-        {"abcdef", "shift+right shift+left shift+left"},
-        {"abcdef", "shift+left shift+right shift+right"},
-        {"abcdef", "shift+left shift+home left x"},
-        {"abcdef", "shift+right shift+end delete g h"},
-        {"abcdef", "shift+home end shift+left right"},
-        {"abcdef", "shift+end home shift+right enter"}})
-    seen += script + (": " + PlayOn(text, script)) + '\n';
-  ExpectText("texts_edited", seen);
+  ExpectPlays(
+      "texts_edited",
+      {"=+aébüc left+left backspace delete+delete delete backspace backspace",
+       "=+é home left end right z all ü all backspace", "=abcdef+shift+right shift+left shift+left",
+       "=abcdef+shift+left shift+right shift+right", "=abcdef+shift+left shift+home left x",
+       "=abcdef+shift+right shift+end delete g h", "=abcdef+shift+home end shift+left right",
+       "=abcdef+shift+end home shift+right enter"});
 }
 
 TEST_F(EditBoxTest, FiltersWhatIsTyped) {
@@ -62,7 +60,7 @@ TEST_F(EditBoxTest, FiltersWhatIsTyped) {
                                               {kFilterHexadecimal | kFilterLowerCase, "1f|"}};
   for (const auto& [filter, seen] : rows) {
     edit.SetFilter(filter);
-    EXPECT_EQ(PlayOn("12345678", "all+delete+é+space+-,.1gF"), seen);
+    EXPECT_EQ(Play("=12345678+all+delete+é+space+-,.1gF"), seen);
     for (const int character : {31, 0x110000}) EXPECT_EQ(edit.Filter(character), -1);
   }
   for (const int number : {-1, 0x7FFFFFFF, 0}) {  // hexadecimal ones keep their bits
@@ -72,27 +70,18 @@ TEST_F(EditBoxTest, FiltersWhatIsTyped) {
 }
 
 TEST_F(EditBoxTest, TheMouseSelectsWhileItIsHeld) {
-  std::string seen;
-  for (const char* script :
-       {"65,40+press+release press+wait1 35,40 release",
-        "56,40+press 35,90 43,90 67,90 release 35,90", "56,40+press 35,90+leave 67,40 release",
-        "56,40+press leave+35,90 67,40 release", "56,40+press 43,40+restart 67,40 release"}) {
-    seen += script + (": " + PlayOn("abcdef", script)) + '\n';
-    Tick(50);  // no double click together with the next press
-  }
-  ExpectText("texts_selected", seen);
-  CurrentSkin()->cursors[MOUSE_TEXTSELECT]->SetHotspot(2, 0);
-  EXPECT_EQ(PlayOn("abcdef", "66,40+press release"), "abcdef[]|, abcdef|");
+  steps["off"] = [] { CurrentSkin()->cursors[MOUSE_TEXTSELECT]->SetHotspot(2, 0); };
+  ExpectPlays("texts_selected", {"=abcdef+65,40+press+release press+wait1 35,40 release",
+                                 "=abcdef+56,40+press 35,90 43,90 67,90 release 35,90",
+                                 "=abcdef+56,40+press 35,90+leave 67,40 release",
+                                 "=abcdef+56,40+press leave+35,90 67,40 release",
+                                 "=abcdef+56,40+press 43,40+restart 67,40 release",
+                                 "=abcdef+off+66,40+press release"});
 }
 
 TEST_F(EditBoxTest, ScrollsNoFurtherThanTheCursorNeeds) {
-  std::string seen;
-  for (const int width : {120, 0}) {
-    edit.Resize(width, 24);
-    root.Redraw();
-    seen += PlayOn("longer than its box", "end left home") + '\n';
-  }
-  ExpectText("texts_scrolled", seen);
+  steps["narrow"] = [this] { edit.Resize(0, 24), root.Redraw(); };
+  ExpectPlays("texts_scrolled", {"=longer-than-its-box+end left home", "narrow+end left home"});
 }
 
 TEST_F(EditBoxTest, SurvivesDamagedTextAndAMissingSkin) {
@@ -105,10 +94,11 @@ TEST_F(EditBoxTest, SurvivesDamagedTextAndAMissingSkin) {
   }
 }
 
+using EditBoxLookTest = WidgetFixture;
+
 // With a selection, the same without the focus, the cursor behind a glyph that is cut off, a
 // password, disabled, and a box without room.
-TEST_F(EditBoxTest, LooksSayTheState) {
-  root.Remove(&edit);
+TEST_F(EditBoxLookTest, SaysTheState) {
   CurrentSkin()->dottedRect = 1;
   CurrentSkin()->fontColor[kEditText][kSelected] = white;
   std::array<EditBox, 6> boxes;
@@ -120,7 +110,7 @@ TEST_F(EditBoxTest, LooksSayTheState) {
     boxes[i].SetFlag(i == 4 ? kFlagDisabled : i == 1 ? kFlagDirty : kFlagFocus);
   }
   for (EditBox* box : {&boxes[1], &boxes[0]})
-    root.SetFocus(box), Do("home right shift+right shift+right");
+    root.SetFocus(box), Play("home right shift+right shift+right");
   ExpectShown("edit_boxes", {0, 0, 104, 72});
 }
 
@@ -130,14 +120,9 @@ class SpinBoxTest : public WidgetFixture {
   SpinBoxTest() {
     spin.Setup(20, 30, 80, 24, 0, 0, 0, 300, 7, 2);
     Show(spin, {20, 30, 80, 24});
-  }
-  // Plays a script on a text, null for the one that is there; answers the texts and the values.
-  std::string PlayOn(const char* text, const std::string& script) {
-    root.SetFocus(&edit);
-    if (text) edit.SetText(text);
-    return Play(script, [this] {
-      return (std::ostringstream{} << edit.GetText() << " is " << spin.GetValue()).str();
-    });
+    for (const std::string text : {"295", "99", "2.", "1", "na", "in", "1e99", "2.2"})
+      steps['=' + text] = [this, text] { root.SetFocus(&edit), edit.SetText(text.c_str()); };
+    look = [this] { return Join(edit.GetText(), "is", spin.GetValue()); };
   }
 
   SpinBox spin;
@@ -145,32 +130,27 @@ class SpinBoxTest : public WidgetFixture {
 };
 
 TEST_F(SpinBoxTest, ArrowsStepWithinTheRangeWhileTheyAreHeld) {
-  EXPECT_EQ(PlayOn("295", "90,34+press wait3 wait20 release 90,50+press release"),
-            "297 is 297 (Scroll 2), 297 is 297, 300 is 300 (Scroll 2; Scroll 2), 300 is 300, "
-            "298 is 298 (Scroll -2), 298 is 298");
+  EXPECT_EQ(Play("=295+90,34+press wait3 wait20 release 90,50+press release"),
+            "297 is 297  (Scroll 2), 297 is 297 , 300 is 300  (Scroll 2; Scroll 2), 300 is 300 , "
+            "298 is 298  (Scroll -2), 298 is 298 ");
 }
 
 TEST_F(SpinBoxTest, TypingSetsTheValueAndTellsNobody) {
-  std::string seen =
-      PlayOn("99", "9 enter 90,50+press+release 60,40+press+release end+backspace") + '\n';
-  spin.SetValue(0.25);  // only a change of the text counts
-  seen += PlayOn(nullptr, "home end+delete x backspace+backspace home+delete") + '\n';
-  ExpectText("spin_box_typed", seen);
+  steps["quarter"] = [this] { spin.SetValue(0.25); };  // only a change of the text counts
+  ExpectPlays("spin_box_typed",
+              {"=99+9 enter 90,50+press+release 60,40+press+release end+backspace",
+               "quarter+home end+delete x backspace+backspace home+delete"});
 }
 
 TEST_F(SpinBoxTest, ReadsTheTextAsItsKindOfNumberOfAnySize) {
-  std::string seen = PlayOn("2.", "7") + '\n';
-  edit.SetFilter(kFilterHexadecimal | kFilterUpperCase);
-  seen += PlayOn("1", "e g 90,34+press+release") + '\n';
-  edit.SetFilter(0);
-  spin.Setup(20, 30, 80, 24, 0, 0, -1e308, 1e308, -1e18, 0.5);
-  EXPECT_STREQ(edit.GetText(), "-1000000000000000000");
-  for (const auto& [text, script] : {std::pair{"na", "n"},
-                                     {"in", "f"},
-                                     {"1e99", "9"},
-                                     {"2.2", "5 90,34+press+release 90,50+press+release"}})
-    seen += PlayOn(text, script) + '\n';
-  ExpectText("spin_box_numbers", seen);
+  steps["hexadecimal"] = [this] { edit.SetFilter(kFilterHexadecimal | kFilterUpperCase); };
+  steps["huge"] = [this] {
+    edit.SetFilter(0);
+    spin.Setup(20, 30, 80, 24, 0, 0, -1e308, 1e308, -1e18, 0.5);
+  };
+  ExpectPlays("spin_box_numbers",
+              {"=2.+7", "hexadecimal+=1+e g 90,34+press+release", "huge", "=na+n", "=in+f",
+               "=1e99+9", "=2.2+5 90,34+press+release 90,50+press+release"});
 }
 
 // A box with ten entries, 12 pixels each, and its arrow at (110, 20); its list covers a button.
@@ -182,12 +162,10 @@ class ComboBoxTest : public WidgetFixture {
     combo.Setup(20, 10, 100, 24, 0, 0, 1);
     Show(combo, {20, 10, 100, 24});
     Show(covered, {10, 34, 120, 100});
-  }
-  std::string PlayAll(const std::string& script) {
-    return Play(script, [this] {
+    look = [this] {
       return combo.GetEdit().GetText() + std::string{combo.IsOpen() ? " open at " : " closed at "} +
              std::to_string(combo.GetListBox().GetCurrent());
-    });
+    };
   }
 
   ComboBox combo;
@@ -195,17 +173,16 @@ class ComboBoxTest : public WidgetFixture {
 };
 
 TEST_F(ComboBoxTest, TheListLiesAboveTheDialogUntilThePointerLeaves) {
-  Do("110,20 press release");
+  Play("110,20 press release");
   ExpectShown("combo_box_open", {16, 8, 108, 108});
   const Rows open = Frame();
   covered.Redraw();
   EXPECT_TRUE(Frame() == open);
-  Do("press release");
+  Play("press release");
   EXPECT_TRUE(DrawsEnough() && Frame() != open) << "what the list covered was repainted";
-  std::string seen =
-      PlayAll("press+release 110,60+press 200,150 release 110,20+press+release 200,150");
-  ExpectText("combo_box_left", seen + '\n');
-  Do("110,20 press release");
+  ExpectPlays("combo_box_left",
+              {"press+release 110,60+press 200,150 release 110,20+press+release 200,150"});
+  Play("110,20 press release");
   for (const int msg : {MSG_RESIZE, MSG_SHAPE}) {
     combo.SetH(12, true), combo.SendMessage(msg);
     EXPECT_EQ(combo.h(), 24 + 80) << "a share of the screen and the list";
@@ -217,17 +194,17 @@ TEST_F(ComboBoxTest, TheListLiesAboveTheDialogUntilThePointerLeaves) {
 }
 
 TEST_F(ComboBoxTest, MouseChoosesOnce) {
-  EXPECT_EQ(PlayAll("110,20+press+release 100,66+press+release press+release"),
+  EXPECT_EQ(Play("110,20+press+release 100,66+press+release press+release"),
             "1 open at 1, 2 closed at 2 (Activate 2), 2 closed at 2 (Activate)")
       << "the second press goes to what the list covered";
 }
 
 TEST_F(ComboBoxTest, KeyboardOpensChoosesAndCancels) {
   root.SetFocus(&combo.GetEdit());
-  ExpectText("combo_box_keys", PlayAll("x enter down+down escape space+wait20 down enter") + '\n');
+  ExpectPlays("combo_box_keys", {"x enter down+down escape space+wait20 down enter"});
   EXPECT_FALSE(root.IsClosed());
   combo.GetListBox().GetList().Clear();
-  EXPECT_EQ(PlayAll("110,20+press+release"), " open at -1");
+  EXPECT_EQ(Play("110,20+press+release"), " open at -1");
   EXPECT_TRUE(combo.HasFocus()) << "an empty list leaves it to the button";
 }
 

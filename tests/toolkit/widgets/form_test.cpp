@@ -34,7 +34,7 @@ TEST_F(DialogTemplateTest, MakesAControlForEachRecordThatHasOne) {
   EXPECT_EQ(form.Find(5), nullptr);
   auto* number = static_cast<SpinBox*>(form.Find(kControlSpinBox));
   for (Widget* field : {form.Find(kControlEditBox), static_cast<Widget*>(&number->GetEdit())})
-    root.SetFocus(field), Do("42");
+    root.SetFocus(field), Play("42");
   EXPECT_EQ(number->GetValue(), 42);
   static_cast<Image*>(form.Find(kControlImage))->SetBitmap(ICONEXIT);
   Tick();
@@ -47,7 +47,7 @@ TEST_F(DialogTemplateTest, MakesAControlForEachRecordThatHasOne) {
   DialogTemplate zoomed{records.data()};
   zoomed.Build(root, larger, [](std::uint32_t) { return "a bc"; });
   for (const int id : {kControlEditBox, kControlCheckBox, kControlButton})
-    root.SetFocus(zoomed.Find(id)), Do("42");
+    root.SetFocus(zoomed.Find(id)), Play("42");
   Tick();
   ExpectShown("form_zoomed", {0, 0, 320, 200});
 }
@@ -90,12 +90,12 @@ class DestroyedTest : public WidgetFixture {
     auto doomed = std::make_unique<T>();
     Fill(*doomed);
     doomed->SetKey('A');
-    Do("200,150 release");
+    Play("200,150 release");
     Show(*doomed, {10, 10, 110, 24});
     root.onEvent = [&](Widget*, int reported, int) {
       if (reported == message) doomed.reset();
     };
-    Do(script + " wait20");
+    Play(script + " wait20");
     EXPECT_FALSE(doomed) << message << ' ' << script;
     root.onEvent = nullptr;
   }

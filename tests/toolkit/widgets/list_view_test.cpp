@@ -16,19 +16,18 @@ class ListTest : public WidgetFixture {
       frames.insert(frames.end(), 10, state);
     Dress(LIST, frames);
     Show(box, {10, 10, 100, 54});
+    look = [this] {  // 'x' for marked items, the current one behind a '>'
+      std::string seen;
+      for (int i = 0; i < list.Count(); ++i)
+        seen += (i == list.GetCurrent() ? ">" : "") + std::string{list.IsSelected(i) ? 'x' : '-'};
+      return seen;
+    };
   }
   void Fill(int count) {
     while (count-- > 0) box.InsertItem(std::make_unique<ListItem>());
     root.SetFocus(&list);
     Tick();
   }
-  // 'x' for marked items, the current one behind a '>'.
-  const std::function<std::string()> marks = [this] {
-    std::string seen;
-    for (int i = 0; i < list.Count(); ++i)
-      seen += (i == list.GetCurrent() ? ">" : "") + std::string{list.IsSelected(i) ? 'x' : '-'};
-    return seen;
-  };
 
   ListBox box;
   ListView& list = box.GetList();
@@ -62,38 +61,31 @@ TEST_F(ListTest, SortingKeepsTheCurrentItem) {
   list.Sort();
   std::string order;
   for (int i = 0; i < list.Count(); ++i) order += std::to_string(list.GetItem(i)->data);
-  EXPECT_EQ(order + marks(), "41302---->x");
+  EXPECT_EQ(order + look(), "41302---->x");
 }
 
 TEST_F(ListTest, TheViewFollowsKeysWheelAndScrollBar) {
   Fill(30);
-  const auto first = [this] { return std::to_string(list.GetFirst()); };
-  std::string seen;
-  for (const char* script :
-       {"up down down up pagedown pagedown pageup pageup pageup end down pagedown up+up+up+up up",
-        "home end 30,30+wheel3 105,30+wheel-1 105,60+press+release"})
-    seen += script + (": " + Play(script, first)) + '\n';
-  root.SetFocus(&list);
-  list.Clear();
-  seen += Play("up enter space home 40,60+press+release", first) + '\n';
-  ExpectText("list_scrolled", seen);
+  look = [this] { return std::to_string(list.GetFirst()); };
+  steps["clear"] = [this] { root.SetFocus(&list), list.Clear(); };
+  ExpectPlays("list_scrolled",
+              {"up down down up pagedown pagedown pageup pageup pageup end down",
+               "pagedown up+up+up+up up home end 30,30+wheel3 105,30+wheel-1",
+               "105,60+press+release clear up enter space home", "40,60+press+release"});
 }
 
 TEST_F(ListTest, ItemsAreChosenByKeyAndPointer) {
   Fill(3);
-  std::string seen =
-      Play("enter space 20,27+press+release press+release 20,50+press+release", marks) + '\n';
   for (const int i : {-1, 0, 2, 3}) {
     steps["mark" + std::to_string(i)] = [this, i] { list.SelectItem(i); };
     steps["clear" + std::to_string(i)] = [this, i] { list.DeselectItem(i); };
   }
   steps["none"] = [this] { list.SetCurrent(-1); };
-  list.SetMultiSelect(true);
-  list.DeselectAll();
-  for (const char* script : {"space space enter enter 20,15 press+release wait50+press+release",
-                             "mark0 mark2 mark-1+mark3 clear-1+clear3 clear0 none"})
-    seen += script + (": " + Play(script, marks)) + '\n';
-  ExpectText("list_choices", seen);
+  steps["many"] = [this] { list.SetMultiSelect(true), list.DeselectAll(); };
+  ExpectPlays("list_choices",
+              {"enter space 20,27+press+release press+release 20,50+press+release",
+               "many space space enter enter 20,15 press+release wait50+press+release",
+               "mark0 mark2 mark-1+mark3 clear-1+clear3 clear0 none"});
   EXPECT_EQ(list.GetSelected(), 1);
 }
 
@@ -102,12 +94,10 @@ TEST_F(ListTest, DeletingKeepsACurrentAndAVisibleItem) {
   steps["insert0"] = [this] { list.InsertItem(std::make_unique<ListItem>(), 0); };
   for (const int i : {0, 1, 4, 9})
     steps["delete" + std::to_string(i)] = [this, i] { box.DeleteItem(i); };
-  const auto look = [this] { return std::to_string(list.GetFirst()) + ' ' + marks(); };
-  ExpectText("list_deletions",
-             Play("end delete9 delete9 delete0 up delete4 down delete4 home+down insert0 delete1 "
-                  "delete1+delete0+delete0+delete0 delete0 delete0",
-                  look) +
-                 '\n');
+  look = [this, marks = look] { return std::to_string(list.GetFirst()) + ' ' + marks(); };
+  ExpectPlays("list_deletions",
+              {"end delete9 delete9 delete0 up delete4 down delete4 home+down insert0 delete1",
+               "delete1+delete0+delete0+delete0 delete0 delete0"});
 }
 
 TEST_F(ListTest, TheApplicationMayFillTheListAnewWhileAnItemIsChosen) {
@@ -117,13 +107,13 @@ TEST_F(ListTest, TheApplicationMayFillTheListAnewWhileAnItemIsChosen) {
     list.Clear();
     for (int i = 0; i < 2; ++i) list.InsertItem(std::make_unique<ListItem>(), i);
   };
-  EXPECT_EQ(Play("20,60+press release", marks), ">x- (Scroll 4; Scroll 0), >x-");
+  EXPECT_EQ(Play("20,60+press release"), ">x- (Scroll 4; Scroll 0), >x-");
 }
 
 TEST_F(ListTest, WhatIsRepaintedInPartLooksAsIfItWereRepaintedWhole) {
   Fill(5);
   const auto check = [this] {
-    Do("wait1");
+    Play("wait1");
     EXPECT_EQ(list.w() > 90, list.Count() <= 5) << "there is no scroll bar";
   };
   box.Hide(), box.Unhide(), check();
@@ -141,7 +131,7 @@ TEST_F(ListTest, WhatIsRepaintedInPartLooksAsIfItWereRepaintedWhole) {
   cursor[30] = "r";
   Dress(LIST, cursor);
   Fill(1), box.Redraw(), check();
-  Do("leave"), root.SetFocus(&list), Do("wait1 enter");
+  Play("leave"), root.SetFocus(&list), Play("wait1 enter");
 }
 
 }  // namespace

@@ -9,9 +9,9 @@ namespace {
 // The view covers 200 x 100 pixels at (10, 10); the bars are 16 pixels thick.
 class ViewTest : public WidgetFixture {
  protected:
-  ViewTest() { Show(view, {10, 10, 200, 100}); }
-  std::string Position() const {
-    return std::to_string(view.ScrollX()) + ' ' + std::to_string(view.ScrollY());
+  ViewTest() {
+    Show(view, {10, 10, 200, 100});
+    look = [this] { return Join(view.ScrollX(), view.ScrollY()); };
   }
 
   TextView view;
@@ -39,16 +39,14 @@ TEST_F(ViewTest, BarsShowWhereTheContentDoesNotFit) {
 TEST_F(ViewTest, ScrollsNoFurtherThanTheContentGoes) {
   view.SetContentSize(1000, 1000);
   view.Center();
-  std::string positions = Position();
+  std::string positions = look();
   for (const auto& [at, size] : {std::pair{500, 10}, {10, 5}, {100, 500}, {5000, 1}})
-    view.ScrollTo(at, at, size, size), positions += ", " + Position();
-  EXPECT_EQ(positions, "408 458, 408 458, 10 10, 416 516, 816 916");
+    view.ScrollTo(at, at, size, size), positions += ", " + look();
+  EXPECT_EQ(positions, "408 458 , 408 458 , 10 10 , 416 516 , 816 916 ");
   view.Resize(300, 200);
   // Over a bar the wheel turns by its own step.
-  ExpectText("view_scrolled", Play("wait1 302,20+press+release 20,202+press+release "
-                                   "50,50+wheel2 302,100+wheel1 100,202+wheel1",
-                                   [this] { return Position(); }) +
-                                  '\n');
+  ExpectPlays("view_scrolled", {"wait1 302,20+press+release 20,202+press+release",
+                                "50,50+wheel2 302,100+wheel1 100,202+wheel1"});
 }
 
 TEST_F(ViewTest, LinesComeFromTextsAndFiles) {
@@ -64,7 +62,7 @@ TEST_F(ViewTest, LinesComeFromTextsAndFiles) {
   EXPECT_EQ(view.Lines()[0].size(), 4 << 20);
   view.ScrollTo(900, 0, 1, 1);
   view.SetText(std::string(999, 'b').c_str());
-  EXPECT_EQ(Position(), "0 0") << "a new text shows from its start";
+  EXPECT_EQ(look(), "0 0 ") << "a new text shows from its start";
 }
 
 TEST_F(ViewTest, ShowsThePartOfTheTextThatIsScrolledTo) {

@@ -41,27 +41,20 @@ class WindowTest : public WidgetFixture {
 };
 
 TEST_F(WindowTest, EachZoneHasItsShapeAndDragsItsEdges) {
-  const int right = window.w(), bottom = window.h(), middle = 50;
-  const std::tuple<int, int, int, Rect> zones[] = {
-      {0, middle, MOUSE_SIZE_HORIZONTAL, {-10, 0, 10, 0}},
-      {0, 3, MOUSE_SIZE_DIAGONAL1, {-10, 20, 10, -20}},
-      {0, bottom - 2, MOUSE_SIZE_DIAGONAL2, {-10, 0, 10, 20}},
-      {right, middle, MOUSE_SIZE_HORIZONTAL, {0, 0, -10, 0}},
-      {right, 3, MOUSE_SIZE_DIAGONAL2, {0, 20, -10, -20}},
-      {middle, 1, MOUSE_SIZE_VERTICAL, {0, 20, 0, -20}},
-      {middle, bottom - 1, MOUSE_SIZE_VERTICAL, {0, 0, 0, 20}},
-      {kBorder + kCorner - 1, 1, MOUSE_SIZE_DIAGONAL1, {-10, 20, 10, -20}},
-      {right - kBorder - kCorner, bottom - 1, MOUSE_SIZE_DIAGONAL1, {0, 0, -10, 20}},
-      {middle, kBorder + 18, MOUSE_NORMAL, {-10, 20, 0, 0}}};
-  for (const auto& [x, y, shape, change] : zones) {
-    Mouse(310, 190);
-    Mouse(50 + x, 40 + y);
-    EXPECT_EQ(CurrentPointer()->GetCursor(), CurrentSkin()->cursors[shape].get()) << x << ' ' << y;
-    DragBy(x, y, -10, 20);
-    EXPECT_EQ(Change(), change) << x << ' ' << y;
-    window.Shape(50, 40, 100, 60);
-    Tick();
-  }
+  const int right = window.w(), bottom = window.h();
+  const int corner = kBorder + kCorner;
+  std::string zones;
+  for (const int x : {0, corner - 1, corner, right - corner - 1, right - corner, right - 1})
+    for (const int y : {1, 3, kBorder + 18, corner - 1, corner, bottom - corner, bottom - 1}) {
+      Mouse(310, 190);
+      Mouse(50 + x, 40 + y);
+      zones += Join(x, y, "shape", PointerShape());
+      DragBy(x, y, -10, 20);
+      zones += Join("changes", Change().x, Change().y, Change().w, Change().h) + '\n';
+      window.Shape(50, 40, 100, 60);
+      Tick();
+    }
+  ExpectText("window_zones", zones);
   root.SetSkin(nullptr);
   Tick();
   EXPECT_EQ(Change(), Rect());
@@ -85,8 +78,8 @@ TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
   EXPECT_EQ(root.FocusWidget(), &content) << "it can be seen and used again";
   steps["auto"] = [this] { window.SetAutoRollup(true); };
   steps["manual"] = [this] { window.SetAutoRollup(false); };
-  const auto height = [this] { return std::to_string(Change().h); };
-  EXPECT_EQ(Play("auto 100,70 310,190 100,70 310,190 manual leave auto auto manual", height),
+  look = [this] { return std::to_string(Change().h); };
+  EXPECT_EQ(Play("auto 100,70 310,190 100,70 310,190 manual leave auto auto manual"),
             "10, 10, -60, 10, -60, 10, 10, -60, -60, 10");
 }
 
@@ -142,7 +135,7 @@ TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
   EXPECT_EQ(Change(), Rect(0, 0, 40, 0));
   EXPECT_EQ(other.Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 140, 60));
   window.SetClientArea(nullptr);
-  Do("90,55 press release press 95,60 release");  // a double click on the title
+  Play("90,55 press release press 95,60 release");  // a double click on the title
   Tick(20);
   window.Minimize();
   DragBy(0, 100, 10, 0);
