@@ -114,6 +114,7 @@ class WidgetFixture : public StageTest {
     root.Redraw();
     return inPart == pixels();
   }
+  void Check() { EXPECT_TRUE(DrawsEnough()); }
   // The pixels that are brought to the screen when that is drawn.
   int Copied() {
     Drawn();

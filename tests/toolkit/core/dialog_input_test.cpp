@@ -179,40 +179,28 @@ TEST_F(DialogInputTest, AKeyIsOfferedFromTheFocusOutwards) {
   Start();
   Focus(&b);
   Watch({MSG_KEY, MSG_CHAR, MSG_UCHAR, MSG_XCHAR});
-  std::vector<int> codes;
+  std::string codes;
   root.onEvent = [&](Widget* sender, int msg, int code) {
-    if (sender == &b && msg >= MSG_CHAR && msg <= MSG_XCHAR) codes.push_back(code);
+    if (sender == &b && msg >= MSG_CHAR && msg <= MSG_XCHAR) codes += Join(code);
   };
-  Type('x', KEY_X);
-  Expect("b: Char; b: UChar; a, b: XChar; panel: Char; panel: UChar; panel, c: XChar");
-  Type(256, KEY_A);
-  const int x = 'x' + KEY_X * 256, wide = 94 + KEY_A * 256;
-  EXPECT_EQ(codes, std::vector({x, int{'x'}, x, wide, 256, wide}));
-  for (const int chosen : {13, 10, 32}) {
-    root.Events();
-    Type(chosen, KEY_ENTER);
-    Expect("b: Char; b: UChar; a, b: XChar; b: Key");
-  }
-  a.usesKeys = true;
-  Type(13, KEY_ENTER);
-  Expect("b: Char; b: UChar; a: XChar");
-  b.usesKeys = true;
-  Type(13, KEY_ENTER);
-  Expect("b: Char");
-  Focus(&c);
-  c.Disable();
-  Type(13, KEY_ENTER);
-  Expect("panel: XChar", "what is hidden or disabled gets no keys");
-  settings.useKeyboard = false;
-  Type('x', KEY_X);
-  Expect("");
-  settings.useKeyboard = true;
-  c.Enable();
-  root.onEvent = [this](Widget*, int, int) { root.Close(); };
-  TypeKey('x', KEY_X);
-  TypeKey('y', KEY_Y);
-  EXPECT_EQ(Play("wait 5,5 L"), "wait(c: Char; c: UChar; panel, c: XChar)")
-      << "what follows the closing is for nobody";
+  steps["x"] = [] { TypeKey('x', KEY_X); };
+  steps["256"] = [] { TypeKey(256, KEY_A); };
+  for (const int chosen : {13, 10, 32})
+    steps[std::to_string(chosen)] = [chosen] { TypeKey(chosen, KEY_ENTER); };
+  steps["a-uses"] = [this] { a.usesKeys = true; };
+  steps["b-uses"] = [this] { b.usesKeys = true; };
+  steps["disabled"] = [this] { Focus(&c), c.Disable(); };
+  steps["off"] = [] { settings.useKeyboard = false; };
+  steps["closes"] = [this] {  // what follows the closing is for nobody
+    settings.useKeyboard = true;
+    c.Enable();
+    root.onEvent = [this](Widget*, int, int) { root.Close(); };
+    TypeKey('x', KEY_X);
+    TypeKey('y', KEY_Y);
+  };
+  ExpectText("keys_offered",
+             Play("x 256 13 10 32 a-uses 13 b-uses 13 disabled 13 off x closes 5,5 L") + '\n' +
+                 codes + '\n');
 }
 
 TEST_F(DialogInputTest, AShortcutGoesToTheFirstThatHasItOrToNobody) {

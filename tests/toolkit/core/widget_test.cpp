@@ -160,9 +160,10 @@ class AnimatorTest : public AllegroFixture {
   static constexpr int kWidth = 13, kHeight = 9;
 
   AnimatorTest() : AllegroFixture{32} {}
-  // What a transition to another colour shows at one place, tick by tick.
-  std::vector<int> Play(int type, int color, int lengthMs = 100) {
+  // What a transition from one colour to another shows at one place, tick by tick.
+  std::vector<int> Play(int type, int before, int color, int lengthMs = 100) {
     std::vector<int> colors;
+    canvas.clear_to_color(before);
     animator.Start(canvas, lengthMs);
     animator.NewImage().clear_to_color(color);
     do {
@@ -198,24 +199,19 @@ TEST_F(AnimatorTest, EachEffectShowsItsPartOfTheNewLook) {
 }
 
 TEST_F(AnimatorTest, BeginsWithWhatTheLastOneEndedWithAndLastsItsTime) {
-  canvas.clear_to_color(0);
-  EXPECT_EQ(Play(1, 0x0000FF), (std::vector{10, 40, 92, 163, 255})) << "a quadratic fade";
-  canvas.clear_to_color(1);
-  EXPECT_EQ(Play(-1, 2), (std::vector{255, 255, 255, 255, 2}));
+  EXPECT_EQ(Play(1, 0, 0x0000FF), (std::vector{10, 40, 92, 163, 255})) << "a quadratic fade";
+  EXPECT_EQ(Play(-1, 1, 2), (std::vector{255, 255, 255, 255, 2}));
   animator.Reset();
-  canvas.clear_to_color(1);
-  EXPECT_EQ(Play(-1, 3), (std::vector{1, 1, 1, 1, 3}));
+  EXPECT_EQ(Play(-1, 1, 3), (std::vector{1, 1, 1, 1, 3}));
   for (const Size size : {Size{5, kHeight}, {5, 4}}) {
     canvas.Create(size.w, size.h);
-    canvas.clear_to_color(1);
-    EXPECT_EQ(Play(-1, 4), (std::vector{1, 1, 1, 1, 4})) << "another size";
+    EXPECT_EQ(Play(-1, 1, 4), (std::vector{1, 1, 1, 1, 4})) << "another size";
   }
   UseDepth(8);
   canvas.Create(5, 4);
-  canvas.clear_to_color(0);
-  EXPECT_EQ(Play(1, 7), (std::vector{0, 0, 0, 7, 7})) << "another depth, without blending";
+  EXPECT_EQ(Play(1, 0, 7), (std::vector{0, 0, 0, 7, 7})) << "another depth, without blending";
   for (const auto& [lengthMs, ticks] : {std::pair{300, 15u}, {20, 1}, {0, 1}, {-300, 1}})
-    EXPECT_EQ(Play(0, 1, lengthMs).size(), ticks);
+    EXPECT_EQ(Play(0, 0, 1, lengthMs).size(), ticks);
   EXPECT_FALSE(animator.Running());
 }
 

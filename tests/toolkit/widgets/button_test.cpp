@@ -84,26 +84,25 @@ TEST_F(ButtonTest, OldTextsAndIconsGoWithTheChange) {
   Label label;
   Show(label, {10, 10, 40, 40});
   label.ClearFlag(kFlagAutoSize);
-  const auto check = [this] { EXPECT_TRUE(DrawsEnough()); };
   label.SetText("before"), Frame();
-  label.SetText("now"), check();
-  label.AlignRight(), check();
-  label.SetMultiline(true), check();
-  label.SetVAlignment(kAlignBottom), check();
-  label.SetFontColor(red, Color{}, kDisabled), label.Disable(), check();
-  label.Enable(), check();
+  label.SetText("now"), Check();
+  label.AlignRight(), Check();
+  label.SetMultiline(true), Check();
+  label.SetVAlignment(kAlignBottom), Check();
+  label.SetFontColor(red, Color{}, kDisabled), label.Disable(), Check();
+  label.Enable(), Check();
   label.SetTextBackColor(white), label.SetText("longer"), Frame();
-  label.SetFlag(kFlagAutoSize), label.SetText("x"), check();
-  label.SetText(nullptr), check();
+  label.SetFlag(kFlagAutoSize), label.SetText("x"), Check();
+  label.SetText(nullptr), Check();
   Dress(ICONMIN, {"r..", ".g.", "...", "..b"});
   Button icon;
   Show(icon, {50, 50, 3, 1});
   icon.SetFlag(kFlagAutoSize), icon.SetBitmap(ICONMIN), Frame();
   Play("51,50 press release");
-  root.ChangeFocus(&icon, nullptr), check();
+  root.ChangeFocus(&icon, nullptr), Check();
   CurrentSkin()->buttonAnimationType = 1, CurrentSkin()->buttonAnimationLength = 100;
   icon.MsgInitSkin();
-  icon.SetBitmap(ICONMIN), Mouse(51, 50, 1), Frame(), Tick(30), check();
+  icon.SetBitmap(ICONMIN), Mouse(51, 50, 1), Frame(), Tick(30), Check();
 }
 
 TEST_F(ButtonTest, APressActivatesWhenItEndsWhereItBegan) {

@@ -41,21 +41,20 @@ TEST_F(PanelTest, AnImageLiesInTheMiddleAndIsCutAtItsEdges) {
   ClearScreen behind;
   Show(behind, {});
   Show(image, {20, 20, 6, 4});
-  const auto check = [this] { EXPECT_TRUE(DrawsEnough()); };
   Frame();
-  image.SetMasked(false), check();
-  image.SetMasked(true), image.SetBackColor({}), check();
-  image.SetFlag(kFlagAutoSize), image.SetBitmap(SkinBitmap{art.get()}), check();
+  image.SetMasked(false), Check();
+  image.SetMasked(true), image.SetBackColor({}), Check();
+  image.SetFlag(kFlagAutoSize), image.SetBitmap(SkinBitmap{art.get()}), Check();
   Dress(ICONEXIT, {"r"});
-  image.SetBitmap(ICONEXIT), check();
-  image.Widget::SetBitmap(-1), image.SetBitmap(nullptr), check();
+  image.SetBitmap(ICONEXIT), Check();
+  image.Widget::SetBitmap(-1), image.SetBitmap(nullptr), Check();
   const TempFile file{"", "art.bmp"};
   save_bitmap(file.Path(), art.get(), nullptr);
-  image.Setup(20, 20, 9, 9, 0, 0, file.Path(), true, green), check();
+  image.Setup(20, 20, 9, 9, 0, 0, file.Path(), true, green), Check();
   EXPECT_EQ(Shown(image), Rows({"rggb", "ygcb"}));
-  image.Setup(20, 20, 9, 9, 0, 0, ICONEXIT, true, green), check();
+  image.Setup(20, 20, 9, 9, 0, 0, ICONEXIT, true, green), Check();
   EXPECT_EQ(Shown(image), Rows({"r"}));
-  image.SetBitmap(file.Path()), image.SetBitmap("/no/such/file"), check();
+  image.SetBitmap(file.Path()), image.SetBitmap("/no/such/file"), Check();
   EXPECT_EQ(image.Bounds(), Rect(20, 20, 1, 1));
 }
 
