@@ -77,10 +77,6 @@ class Picture:
         start = (y * self.size[0] + x) * 3
         return tuple(self.pixels[start:start + 3])
 
-    def part(self, x, y, width, height):
-        rows = ((row * self.size[0] + x) * 3 for row in range(y, y + height))
-        return b"".join(self.pixels[start:start + width * 3] for start in rows)
-
     def colours(self):
         return len({self.pixels[start:start + 3] for start in range(0, len(self.pixels), 3)})
 
