@@ -43,15 +43,12 @@ class Launcher:
         self.position_file = self.state / "tmp/menupos.txt"
         for directory in ("etc/zel", "root", "run", "tmp"):
             (self.state / directory).mkdir(parents=True)
-        self.configure(config)
-        self._process = None
-
-    def configure(self, config):
         if not isinstance(config, dict):
             shutil.copytree(config, self.state / "etc/zel", dirs_exist_ok=True)
-            return
+            config = {}
         for name, text in config.items():
             (self.state / "etc/zel" / name).write_text(text)
+        self._process = None
 
     def start(self, **options):
         """Starts it and answers the finished menu's picture."""
