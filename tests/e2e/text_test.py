@@ -15,7 +15,6 @@ import subprocess
 import sys
 import tempfile
 import termios
-import time
 import unittest
 
 from harness import BUILD, ROOT, SANDBOX, SKIPPED, need_sandbox, text_of, wait_until

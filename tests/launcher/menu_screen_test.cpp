@@ -72,9 +72,12 @@ class MenuScreenTest : public LauncherFixture {
         for (int i = 0; i < (word == "tick" ? 1 : 50); ++i) screen_->MsgTick();
       else if (word == "late")  // a repeat that comes after an end that nobody tells
         key[KEY_SPACE] = 0, simulate_ukeypress(' ', KEY_SPACE);
-      else if (word == "early")  // typed before there was a menu
-        HandleEarly(KEY_ENTER);
-      else if (word == "back")  // from another console, where anything may have been pressed
+      else if (word == "early") {  // typed before there was a menu
+        InputRecord record;
+        record.isLate = true;
+        const HandledInput handled{record};
+        screen_->HandleKey(0, KEY_ENTER);
+      } else if (word == "back")  // from another console, where anything may have been pressed
         NoteReturn(), screen_->MsgTick();
       else if (word == "ring")  // all timers do
         for (int id = 0; id < kTimerSlots; ++id) screen_->MsgTimer(id);
@@ -93,12 +96,6 @@ class MenuScreenTest : public LauncherFixture {
     return std::to_string(screen_->Config().Depth()) + '/' +
            std::to_string(screen_->List().GetCurrent()) + '/' +
            std::to_string(launcherState.exitCode) + (screen_->IsClosed() ? " closed" : "");
-  }
-  void HandleEarly(int scancode) {
-    InputRecord record;
-    record.isLate = true;
-    const HandledInput handled{record};
-    screen_->HandleKey(0, scancode);
   }
   // With the left mouse button, so many pixels below the beginning of the list.
   void Press(int below) {
