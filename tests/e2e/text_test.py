@@ -157,9 +157,6 @@ class TextTest(unittest.TestCase):
     def position(self):
         return text_of(self.state / "tmp/menupos.txt")
 
-    def speak(self, language):
-        (self.state / "etc/sysconfig/i18n").write_text(f"LANG={language}\n")
-
     def test_plain_lines_from_the_start_to_the_choice_and_back_to_its_place(self):
         menu = self.start("--plain")
         shown = menu.type("", QUESTION)
@@ -242,7 +239,7 @@ class TextTest(unittest.TestCase):
                                         ("de", "C.UTF-8", "Rettungsmenü\nWas möchten Sie tun?"),
                                         ("ru", "C", "Menyu spaseniya\nChto vy khotite sdelat'?"),
                                         ("ru", "C.UTF-8", "Меню спасения\nЧто вы хотите сделать?")):
-            self.speak(language)
+            (self.state / "etc/sysconfig/i18n").write_text(f"LANG={language}\n")
             self.assertIn(f"\n{title}\n", self.start("--plain", letters=letters).type("", ":"))
 
     def test_an_end_from_outside_is_no_choice(self):
