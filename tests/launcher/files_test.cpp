@@ -93,8 +93,7 @@ TEST_F(MenuConfigTest, LevelsInheritPlacesWhichAreThoseOfTheResolution) {
 
 TEST_F(MenuConfigTest, TextsOfTheScreenAreThoseOfTheOuterMenuWhereThereIsNone) {
   const auto read = [this](const std::string& content) {
-    WriteFile("menu.cfg", content);
-    config_.Read("menu.cfg");
+    Screen(content);
     std::string seen;
     for (const ScreenText* text :
          {&config_.CurrentLevel().heading, &config_.CurrentLevel().keyHelp})

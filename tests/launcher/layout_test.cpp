@@ -29,17 +29,10 @@ TEST_F(LayoutTest, FillsTheScreenBestWhereItHasNoneOfItsOwn) {
             "[MENU_CONFIGURATION]\nMenuWidth=700\n[menu_configuration_640X480]\n"
             "[MENU_CONFIGURATION_1920x1080]\nZoom=1.5\n[MENU_CONFIGURATION_500x800]\n"
             "[MENU_CONFIGURATION_0x5]\n[MENU_CONFIGURATION_5x5x]\n[MENU_CONFIGURATION_99999x5]\n");
+  const Size screens[] = {{640, 480},   {800, 600},   {1024, 768},  {1280, 1024}, {1366, 768},
+                          {1920, 1080}, {3840, 2160}, {1000, 1800}, {320, 200},   {16, 16}};
   std::string seen;
-  for (const Size screen : {Size{640, 480},
-                            {800, 600},
-                            {1024, 768},
-                            {1280, 1024},
-                            {1366, 768},
-                            {1920, 1080},
-                            {3840, 2160},
-                            {1000, 1800},
-                            {320, 200},
-                            {16, 16}})
+  for (const Size& screen : screens)
     seen += Join(screen.w, screen.h) + "auto: " + Fitted(screen, kZoomToFit) + '\n';
   for (const double zoom : {1.5, 2.0, 3.0, 8.0})
     seen += Join("1920 1080", zoom) + ": " + Fitted({1920, 1080}, zoom) + '\n';

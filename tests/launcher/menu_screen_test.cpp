@@ -120,7 +120,7 @@ class MenuScreenTest : public LauncherFixture {
   std::unique_ptr<MenuScreen> screen_;
 };
 
-TEST_F(MenuScreenTest, LooksAsTheFilesSay) {
+TEST_F(MenuScreenTest, LooksAsTheFilesSayAndAllOfItIsZoomed) {
   const std::string layout =
       "[MENU_CONFIGURATION]\nMenuLeft=12\nMenuTop=10\nMenuWidth=120\nMenuHeight=104\nHintLeft=140\n"
       "HintTop=16\nHintWidth=90\nHintHeight=60\nProgressX=20\nProgressY=120\nProgressW=150\n"
@@ -140,22 +140,17 @@ TEST_F(MenuScreenTest, LooksAsTheFilesSay) {
   std::filesystem::remove("progress");
   ExpectShown("menu_screen_below", "enter ring");
   ExpectShown("menu_screen_again", "enter");
-}
 
-TEST_F(MenuScreenTest, AllOfItIsZoomed) {
-  const std::string layout =
+  const std::string zoomed =
       "[MENU_CONFIGURATION]\nMenuTitle=M\nHintTitle=H\nBackground=ground.bmp\nHeading=Head\n"
       "HeadingLeft=4\nHeadingTop=2\nKeyHelp=keys and many more "
       "words\nKeyHelpLeft=60\nKeyHelpTop=2\n"
       "KeyHelpColor=0,255,0\n[MENU_CONFIGURATION_140x100]\nMenuLeft=4\nMenuTop=24\nMenuWidth=80\n"
       "MenuHeight=58\nHintLeft=88\nHintTop=24\nHintWidth=48\nHintHeight=58\nProgressX=0\n"
       "ProgressY=74\nProgressW=136\n[MENU_CONFIGURATION]\n";
-  std::filesystem::create_directory("pic");
-  save_bitmap("pic/progress.bmp", Paint({"r", "y"}).get(), nullptr);
   save_bitmap("ground.bmp", Paint(Rows(100, "r" + std::string(138, 'b') + 'y')).get(), nullptr);
-  save_bitmap("icon.bmp", Paint({"ggg", "b.b", "ggg"}).get(), nullptr);
-  WriteFile("menu.cfg", layout + kMain + "Icon=icon.bmp\n");
-  WriteFile("inner.cfg", layout + kInner + "Icon=icon.bmp\n");
+  WriteFile("menu.cfg", zoomed + kMain + "Icon=icon.bmp\n");
+  WriteFile("inner.cfg", zoomed + kInner + "Icon=icon.bmp\n");
   WriteFile("progress", "[Progress]\nStepNumber=10\nCurrentStep=4\n");
   launcherState.layout = FitLayout("menu.cfg", {kWidth, kHeight}, kZoomToFit);
   CurrentSkin()->Reload();
