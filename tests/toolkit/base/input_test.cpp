@@ -82,17 +82,6 @@ TEST_F(InputTest, WhatTheQueueRefusesIsFoundInTheDevices) {
   EXPECT_EQ(typed, '!' + more);
 }
 
-TEST_F(InputTest, KeysAreDownUntilTheirRelease) {
-  Start();
-  for (const int releases : {0, 1}) {
-    if (releases == 0) _handle_key_press('n', KEY_N);
-    if (releases == 1) _handle_key_release(KEY_N);
-    root.MsgIdle();
-    EXPECT_EQ(static_cast<int>(Releases(KEY_N)), releases);
-    EXPECT_EQ(IsDown(KEY_N), releases == 0);
-  }
-}
-
 TEST_F(InputTest, WakesTheLoopBetweenTwoTicks) {
   settings.yield = true;
   root.onEvent = [this](Widget*, int msg, int) {

@@ -133,28 +133,36 @@ TEST(ConsoleGuard, PutsTheConsoleRightWhateverEndsTheProgram) {
   prctl(PR_SET_CHILD_SUBREAPER, 0, 0, 0, 0);
 }
 
-TEST(ConsoleSwitch, WaitsUntilItIsMadeAndNobodyLeavesBeforeHeIsThere) {
-  static std::string seen;
-  FakeMachine machine;
-  std::signal(SIGUSR1, [](int) { seen += "leaves "; });  // as Allegro's console driver takes them
-  std::signal(SIGUSR2, [](int) { seen += "comes "; });
-  for (const int system : {SYSTEM_NONE, SYSTEM_LINUX}) {
-    system_driver->id = system;
-    HoldConsoleSwitches();
-    for (const int signals : {2, 1, 0}) {
-      if (signals > 0) raise(SIGUSR1);
-      if (signals > 1) raise(SIGUSR2);
-      seen += "and ";
-      MakeConsoleSwitches();
-    }
+// What cannot be taken back is done in a process of its own.
+template <class Body>
+void InChild(Body body) {
+  if (const pid_t child = fork(); child == 0) {
+    body();
+    _exit(testing::Test::HasFailure() ? 1 : 0);
   }
-  EXPECT_EQ(seen, "leaves comes and leaves and and and comes leaves and leaves and ");
-  sigset_t held;
-  sigemptyset(&held);
-  sigaddset(&held, SIGUSR1);
-  sigaddset(&held, SIGUSR2);
-  sigprocmask(SIG_UNBLOCK, &held, nullptr);
-  for (const int signal : {SIGUSR1, SIGUSR2}) std::signal(signal, SIG_DFL);
+  int status = -1;
+  wait(&status);
+  EXPECT_EQ(status, 0);
+}
+
+TEST(ConsoleSwitch, WaitsUntilItIsMadeAndNobodyLeavesBeforeHeIsThere) {
+  InChild([] {
+    static std::string seen;
+    FakeMachine machine;
+    std::signal(SIGUSR1, [](int) { seen += "leaves "; });  // as Allegro's console driver takes them
+    std::signal(SIGUSR2, [](int) { seen += "comes "; });
+    for (const int system : {SYSTEM_NONE, SYSTEM_LINUX}) {
+      system_driver->id = system;
+      HoldConsoleSwitches();
+      for (const int signals : {2, 1, 0}) {
+        if (signals > 0) raise(SIGUSR1);
+        if (signals > 1) raise(SIGUSR2);
+        seen += "and ";
+        MakeConsoleSwitches();
+      }
+    }
+    EXPECT_EQ(seen, "leaves comes and leaves and and and comes leaves and leaves and ");
+  });
 }
 
 TEST(Framebuffer, ShowsModesInItsMiddleAndRefusesThoseThatDoNotFit) {
@@ -181,18 +189,6 @@ TEST(Framebuffer, ShowsModesInItsMiddleAndRefusesThoseThatDoNotFit) {
   EXPECT_TRUE(SetGraphicsMode(GFX_AUTODETECT_FULLSCREEN, 200, 100, 8))
       << "nothing is known about it";
   unsetenv("FRAMEBUFFER");
-}
-
-// What cannot be taken back is done in a process of its own.
-template <class Body>
-void InChild(Body body) {
-  if (const pid_t child = fork(); child == 0) {
-    body();
-    _exit(testing::Test::HasFailure() ? 1 : 0);
-  }
-  int status = -1;
-  wait(&status);
-  EXPECT_EQ(status, 0);
 }
 
 int ErrorOf(long result) { return result < 0 ? errno : 0; }

@@ -233,9 +233,9 @@ std::string Saved(Settings settings) {
 using SettingsTest = AllegroFixture;
 
 TEST_F(SettingsTest, EveryKeyIsReadAndWrittenInItsPlace) {
-  const TempFile file{kEverything};
-  for (const int format : {U_UTF8, U_ASCII_CP}) {
-    set_uformat(format);
+  for (const char* zoom : {"", "zoom = auto\n", "zoom = 2.500000\n"}) {
+    const TempFile file{kEverything + zoom};
+    set_uformat(*zoom ? U_ASCII_CP : U_UTF8);
     const Settings s = Read(file.Path());
     EXPECT_EQ(
         Join(s.fileLoaded, s.skinPath, s.screenWidth, s.screenHeight, s.refreshRate, s.colorDepth,
@@ -247,9 +247,10 @@ TEST_F(SettingsTest, EveryKeyIsReadAndWrittenInItsPlace) {
              s.runInBackground, s.maxFrameSkip, s.tooltipDelay, s.tooltipAutohideDelay),
         "1 skins/blue.cfg 801 602 75 24 1 0 1 0 0 40 1 1 0 0 100 1 7 0 0 210 3 0 170 90 1 1 "
         "1 0 0 6 220 5100 ");
-    EXPECT_EQ(Saved(s), kEverything);
+    EXPECT_EQ(Saved(s), kEverything + zoom);
     EXPECT_STREQ(s.fileName, file.Path());
   }
+  EXPECT_EQ(Saved(Read(TempFile{kEverything + "zoom = 1\n"}.Path())), kEverything);
 }
 
 TEST_F(SettingsTest, TheFirstSectionWithOneOfTheKeysStandsForAMissingOne) {

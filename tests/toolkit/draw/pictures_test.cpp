@@ -346,8 +346,7 @@ TEST_F(PictureTest, ShadowIsTheBlurredOutlineOfTheFrame) {
   }
 }
 
-class DatafileTest : public AllegroFixture {
- protected:
+struct DatafileTest : AllegroFixture {
   // A datafile of one picture, the first rows of which repeat each other, written by Allegro.
   std::string WritePacked(const char* mode, bool packsObject, int bits = 8, int bytes = 1) const {
     const std::string path = dir.Path("a.dat");
@@ -427,22 +426,13 @@ TEST(PixelArea, EachPixelIsCoveredOnce) {
   }
 }
 
-class ScreenUpdateTest : public AllegroFixture {
- protected:
-  ScreenUpdateTest() { set_gfx_mode(GFX_AUTODETECT_FULLSCREEN, 6, 4, 0, 0); }
-  ~ScreenUpdateTest() override { SetCurrentScreenUpdate(nullptr); }
-
-  static ScreenUpdate& Install(int method) {
-    InstallScreenUpdate(method);
-    return *CurrentScreenUpdate();
-  }
-
-  FakeMachine machine;
-};
+using ScreenUpdateTest = AllegroFixture;
 
 // With so many pages of video memory, if any are wanted: where is drawn, and what is on the screen
 // while drawing, after the redraw, and after one more that nothing was drawn for.
 TEST_F(ScreenUpdateTest, EachMethodBringsItsPartOfTheFrameToTheScreen) {
+  FakeMachine machine;
+  set_gfx_mode(GFX_AUTODETECT_FULLSCREEN, 6, 4, 0, 0);
   std::string seen;
   const auto show = [&seen] { seen += Describe(screen, {0, 0, 6, 4}) + '\n'; };
   for (const int method : {0, 3, 2, -7})
@@ -451,7 +441,8 @@ TEST_F(ScreenUpdateTest, EachMethodBringsItsPartOfTheFrameToTheScreen) {
       machine.videoPagesLeft = pages;
       machine.retraces = 0;
       clear_bitmap(screen);
-      ScreenUpdate& update = Install(method);
+      InstallScreenUpdate(method);
+      ScreenUpdate& update = *CurrentScreenUpdate();
       EXPECT_EQ(Picture(update.GetCanvas()), Rows(4, "kkkkkk")) << "a new frame is black";
       seen += std::to_string(method) + ": " + update.GetName() +
               (update.RedrawsAll() ? ", redraws all" : "") + ", pages " + std::to_string(pages) +
@@ -470,19 +461,12 @@ TEST_F(ScreenUpdateTest, EachMethodBringsItsPartOfTheFrameToTheScreen) {
       EXPECT_EQ(machine.videoPages, 0);
     }
   ExpectText("screen_updates", seen);
-}
-
-TEST_F(ScreenUpdateTest, WithoutAScreenNothingHappens) {
   set_gfx_mode(GFX_TEXT, 0, 0, 0, 0);
-  for (const int method : {0, 1, 3}) {
-    ScreenUpdate& update = Install(method);
-    EXPECT_EQ(update.Create(), kMemoryError);
-    EXPECT_STREQ(update.GetName(), "default Allegro update driver");
-    update.AcquireCanvas();
-    update.ReleaseCanvas();
-    update.Redraw();
-    EXPECT_EQ(update.GetCanvas(), nullptr);
-  }
+  InstallScreenUpdate(kDirtyRectangles);
+  EXPECT_STREQ(CurrentScreenUpdate()->GetName(), "default Allegro update driver");
+  EXPECT_EQ(CurrentScreenUpdate()->Create(), kMemoryError);
+  CurrentScreenUpdate()->Redraw();
+  EXPECT_EQ(CurrentScreenUpdate()->GetCanvas(), nullptr);
 }
 
 }  // namespace

@@ -30,21 +30,6 @@ TEST_F(ZoomTest, IsTheNearestThatMakesSense) {
   EXPECT_EQ(numbers, "1 -3 32767 1 -3 32767 2 -5 32767 8 -24 32767 ");
 }
 
-TEST_F(ZoomTest, IsASettingThatIsStoredOnlyWhereItIsOne) {
-  const TempDir files;
-  for (const auto& [line, stored] : {std::pair{"zoom=auto\n", "zoom = auto"},
-                                     {"zoom=2.5\n", "zoom = 2.5"},
-                                     {"zoom=1\n", ""},
-                                     {"", ""}}) {
-    settings = {};
-    settings.Load(files.Write("some.cfg", std::string{"[Toolkit]\nvsync=1\n"} + line).c_str());
-    settings.Save();
-    const std::string text = ReadFile(files.Path("some.cfg"));
-    EXPECT_EQ(text.find("zoom = ") != std::string::npos, *stored != '\0') << line;
-    EXPECT_NE(text.find(stored), std::string::npos) << text;
-  }
-}
-
 TEST_F(ZoomTest, PicturesKeepTheirColoursAndTheirMask) {
   const Rows rows = {"r.bk", "..yw", "gg.c"};
   const BitmapPtr target{create_bitmap(48, 16)};
