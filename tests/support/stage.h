@@ -50,10 +50,6 @@ class StageTest : public AllegroFixture, protected Stage {
   }
   ~StageTest() override { EXPECT_FALSE(HasRunOn()); }
 
-  // Compares what the root wrote since it was told to watch.
-  void Expect(const char* events, const char* what = "") {
-    EXPECT_EQ(root.Events(), events) << what;
-  }
   // Which of the skin's shapes the pointer has.
   static int PointerShape() {
     int shape = 0;

@@ -232,7 +232,7 @@ TEST_F(DialogInputTest, EscapeClosesRootsAndWindows) {
   EXPECT_FALSE(panel.HandleKey(27, KEY_ESC));
   panel.SetFlag(kFlagWindow);
   EXPECT_TRUE(panel.HandleKey(27, KEY_ESC));
-  Expect("panel: Close");
+  EXPECT_EQ(root.Events(), "panel: Close");
   panel.ClearFlag(kFlagWindow);
   root.closes = false;
   EXPECT_TRUE(root.HandleKey(27, KEY_ESC));
@@ -315,18 +315,20 @@ TEST_F(DialogInputTest, TheFocusMovesDownAndUpTheContainers) {
   Start();
   Watch({MSG_GOTFOCUS, MSG_LOSTFOCUS});
   for (Widget* next : {&b, &c, &b}) Focus(next);
-  Expect("b, panel: GotFocus; b, panel: LostFocus; c: GotFocus; c: LostFocus; b, panel: GotFocus");
+  EXPECT_EQ(
+      root.Events(),
+      "b, panel: GotFocus; b, panel: LostFocus; c: GotFocus; c: LostFocus; b, panel: GotFocus");
   Focus(nullptr);
   root.Events();
   root.SetFocus(&panel);
-  Expect("panel, b: GotFocus", "the one that lost it last has it again");
+  EXPECT_EQ(root.Events(), "panel, b: GotFocus") << "the one that lost it last has it again";
   c.wantsFocus = b.wantsFocus = false;
   root.SetFocus(&c);
   root.SetFocus(&root);
-  Expect("");
+  EXPECT_EQ(root.Events(), "");
   c.Hide();
   Focus(&c);
-  Expect("b, panel: LostFocus");
+  EXPECT_EQ(root.Events(), "b, panel: LostFocus");
 }
 
 }  // namespace

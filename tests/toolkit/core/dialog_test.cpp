@@ -38,7 +38,7 @@ TEST_F(DialogTest, AWidgetLivesInOneDialogWhichStartsAndEndsIt) {
   EXPECT_FALSE(root.Add(&below) || root.Add(&root) || popup.Add(&root) || popup.Add(nullptr));
   root.Remove(&popup);
   popup.Remove(&below);
-  Expect("");
+  EXPECT_EQ(root.Events(), "");
   auto brief = std::make_unique<Patch>(Rect{70, 0, 20, 20});
   steps["start"] = [this] { root.MsgStart(); };
   steps["out"] = [this] { root.Remove(&below); };
@@ -53,7 +53,7 @@ TEST_F(DialogTest, AWidgetLivesInOneDialogWhichStartsAndEndsIt) {
   EXPECT_EQ(At(75, 5), 0) << "what is destroyed is seen no longer";
   root.Events();
   root.MsgEnd();
-  Expect("below, root: End");
+  EXPECT_EQ(root.Events(), "below, root: End");
   auto container = std::make_unique<Dialog>();
   container->Add(&popup);
   EXPECT_EQ(popup.Execute(nullptr), nullptr) << "its container does not run";
@@ -70,8 +70,8 @@ TEST_F(DialogTest, EventsGoUpUntilAnExitWidgetClosesItsDialog) {
   Watch({MSG_ACTIVATE, MSG_CLOSE, MSG_WANTFOCUS});
   EXPECT_TRUE(popup.MsgWantFocus());
   for (Widget* sender : {&inside, &exit}) popup.HandleEvent(sender, MSG_ACTIVATE, 0, 0);
-  Expect("popup: WantFocus; inside: Activate; popup: Close",
-         "a dialog inside another one only says so");
+  EXPECT_EQ(root.Events(), "popup: WantFocus; inside: Activate; popup: Close")
+      << "a dialog inside another one only says so";
   root.closes = false;
   root.HandleEvent(&exit, MSG_ACTIVATE, 0, 0);
   root.closes = true;
@@ -88,7 +88,7 @@ TEST_F(DialogTest, ExecuteRunsUntilItIsClosedAndAnswersTheFocus) {
   steps["ring"] = [this] { clock.Tick(1, 2); };
   Meanwhile("install ring leave");
   EXPECT_EQ(root.Execute(&below), &below);
-  Expect("root, below, ?, root, below, ?: Timer; below, ?, root: End");
+  EXPECT_EQ(root.Events(), "root, below, ?, root, below, ?: Timer; below, ?, root: End");
   EXPECT_EQ(clock.sleeps, 3) << "once for every tick";
   EXPECT_EQ(clock.Count(), 1);
   EXPECT_TRUE(!CurrentPointer() && !CurrentScreenUpdate() && !below.HasFocus());

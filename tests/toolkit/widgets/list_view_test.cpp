@@ -33,11 +33,11 @@ class ListTest : public WidgetFixture {
   ListView& list = box.GetList();
 };
 
+using ListLookTest = WidgetFixture;
+
 // Single selection; with the focus; disabled; then the same where any number may be marked.
-TEST_F(ListTest, ItemsLookLikeTheirState) {
+TEST_F(ListLookTest, ItemsLookLikeTheirState) {
   CurrentSkin()->dottedRect = 1;
-  CurrentSkin()->GenerateDefaultBitmaps();
-  root.Remove(&box);
   std::array<ListBox, 6> boxes;
   for (int i = 0; i < 6; ++i) {
     for (const char* text : {"aa", "b", "c", "dd"})

@@ -119,7 +119,7 @@ TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
   ExpectShown("window_of_fixed_size", {40, 36, 130, 50});
   Watch({MSG_CLOSE});
   Click(window.x() + window.w() + CurrentSkin()->windowExitPos.x + 5, window.y() + 12);
-  Expect("Close");
+  EXPECT_EQ(root.Events(), "Close");
 }
 
 TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
