@@ -1,7 +1,6 @@
 #!/usr/bin/env python3
 """The menu as text, on terminals and pipes, from the start to the choice."""
 
-import codecs
 import fcntl
 import os
 import pathlib
@@ -17,78 +16,20 @@ import tempfile
 import termios
 import unittest
 
+import pyte
+
 from harness import BUILD, ROOT, SANDBOX, SKIPPED, need_sandbox, text_of, wait_until
 
 QUESTION = "or ? for help: "
-MOVES = {"A": (-1, 0), "B": (1, 0), "C": (0, 1), "D": (0, -1)}
-
-
-class Screen:
-    """What a VT52 shows of what is written to it, and where its cursor is."""
-
-    def __init__(self, rows, columns):
-        self.rows, self.columns = rows, columns
-        self.lines = [[" "] * columns for _ in range(rows)]
-        self.row = self.column = 0
-        self._decoder = codecs.getincrementaldecoder("utf-8")("replace")
-        self._rest = ""
-
-    def feed(self, data):
-        text = self._rest + self._decoder.decode(data)
-        while text:
-            match = re.match(r"\x1bY(..)|\x1b([^Y])|([^\x1b])", text, re.DOTALL)
-            if not match:
-                break
-            text = text[match.end():]
-            if match[1]:
-                self.row, self.column = (ord(c) - 32 for c in match[1])
-            elif match[2]:
-                self._escape(match[2])
-            else:
-                self._write(match[3])
-            # What is meant for another size may still be on its way.
-            self.row = max(0, min(self.row, self.rows - 1))
-            self.column = max(0, min(self.column, self.columns - 1))
-        self._rest = text
-
-    def _escape(self, letter):
-        if letter in MOVES:
-            self.row += MOVES[letter][0]
-            self.column += MOVES[letter][1]
-        elif letter == "H":
-            self.row = self.column = 0
-        elif letter in "JK":
-            self.lines[self.row][self.column:] = " " * (self.columns - self.column)
-            for row in range(self.row + 1, self.rows if letter == "J" else 0):
-                self.lines[row] = [" "] * self.columns
-
-    def _write(self, letter):
-        if letter == "\n":
-            self.row += 1
-            if self.row == self.rows:
-                self.lines = [*self.lines[1:], [" "] * self.columns]
-        elif letter == "\r":
-            self.column = 0
-        elif letter == "\b":
-            self.column -= 1
-        elif letter >= " ":
-            self.lines[self.row][self.column] = letter
-            self.column += 1
-
-    def text(self):
-        return "\n".join("".join(line).rstrip() for line in self.lines)
-
-    def at_cursor(self):
-        return "".join(self.lines[self.row][self.column:]).rstrip()
 
 
 class TextMenu:
     """A run on a terminal of its own, or between pipes."""
 
-    def __init__(self, state, *options, term="vt52", size=(25, 80), letters="C.UTF-8", pipe=None,
+    def __init__(self, state, *options, term="linux", size=(25, 80), letters="C.UTF-8", pipe=None,
                  program=(BUILD / "bin/zel-text",)):
         self.state = pathlib.Path(state)
-        self.seen, self.told, self.screen = b"", 0, Screen(*size)
+        self.seen, self.told = b"", 0
         command = [SANDBOX, "--state", state, "--", *program, *options]
         environment = dict(os.environ, TERM=term, LANG="C.UTF-8", LC_CTYPE=letters)
         environment.pop("LC_ALL", None)
@@ -102,13 +43,15 @@ class TextMenu:
 
     def resize(self, rows, columns):
         fcntl.ioctl(self.master, termios.TIOCSWINSZ, struct.pack("HHHH", rows, columns, 0, 0))
-        self.screen = Screen(min(rows, 99), min(columns, 99))
+        self.screen = pyte.Screen(min(columns, 99), min(rows, 99))
+        self.screen.reset_mode(pyte.modes.DECAWM)  # it is told sizes that it does not have
+        self.stream = pyte.ByteStream(self.screen)
 
     def read(self):
         while select.select([self.master], [], [], 0.02)[0]:
             data = os.read(self.master, 1 << 16)
             self.seen += data
-            self.screen.feed(data)
+            self.stream.feed(data)
         return self.seen.decode(errors="replace")
 
     def type(self, text, until):
@@ -122,13 +65,19 @@ class TextMenu:
         try:
             wait_until(lambda: self.read() and done(), until)
         except AssertionError:
-            raise AssertionError(f"{until} not in {self.seen[before:]!r}\n{self.screen.text()}") from None
+            raise AssertionError(f"{until} not in {self.seen[before:]!r}\n{self.text()}") from None
         self.told = len(self.seen)
         return self.seen[before:].decode(errors="replace").replace("\r", "")
 
+    def text(self):
+        return "\n".join(line.rstrip() for line in self.screen.display)
+
+    def at_cursor(self):
+        return self.screen.display[self.screen.cursor.y][self.screen.cursor.x:]
+
     def on(self, title):
         """Whether the cursor stands on this entry, which is marked."""
-        return lambda: self.screen.at_cursor().startswith(title) and self.screen.lines[self.screen.row][0] == ">"
+        return lambda: self.at_cursor().startswith(title) and self.screen.display[self.screen.cursor.y][0] == ">"
 
     def end(self):
         wait_until(lambda: self.read() is not None and self.process.poll() is not None, "the end")
@@ -183,28 +132,28 @@ class TextTest(unittest.TestCase):
         self.assertIn("\nProgress: 4/9\n", menu.type("", "4/9\r\nNumber"))
 
     def test_the_whole_screen_from_the_start_to_the_choice_and_back_to_its_place(self):
-        down, up, end = "\x1bB", "\x1bA", "\x1b?p"
+        down, up, end = "\x1b[B", "\x1b[A", "\x1b[4~"
         menu = self.start()
         menu.type("", menu.on("Start the rescue desktop"))
         menu.type("\r\r\r" + down, menu.on("Scan"))  # held from before: chooses nothing
         menu.type(down + "\r\r\r", menu.on("Back to the previous menu"))
         menu.type(" ", menu.on("Disks and partitions"))
-        self.assertRegex(menu.screen.text(), r"^Rescue menu\nWhat do you .* 3/11\n  Start(.|\n)*\nLists, checks, copies")
-        menu.type("?", lambda: menu.screen.text().startswith("Arrow keys"))
+        self.assertRegex(menu.text(), r"^Rescue menu\nWhat do you .* 3/11\n  Start(.|\n)*\nLists, checks, copies")
+        menu.type("?", lambda: menu.text().startswith("Arrow keys"))
         menu.type("q", menu.on("Disks"))
         for size in ((12, 40), (1, 1), (65000, 65000), (2, 9), (9, 20), (25, 80)):
             menu.resize(*size)
             menu.type("", menu.on("Disks" if size[0] > 1 else ""))
         menu.resize(12, 40)
         menu.type(up, menu.on("Scan"))
-        menu.type("\t" + end, lambda: "\nreport.\n" in menu.screen.text())
+        menu.type("\t" + end, lambda: "\nreport.\n" in menu.text())
         menu.type("\t" + up, menu.on("Start"))
         for cancel in "\x03", "\x1b", " ", "c":
-            menu.type("\r", lambda: "Please wait" in menu.screen.text() and menu.screen.at_cursor().startswith("Cancel ]"))
+            menu.type("\r", lambda: "Please wait" in menu.text() and menu.at_cursor().startswith("Cancel ]"))
             menu.type(cancel + down, menu.on("Scan"))
             menu.type(up, menu.on("Start"))
         (self.state / "tmp/progress").write_text("[Progress]\nStepNumber=9\nCurrentStep=4\nProgressHide=0\n")
-        menu.type("", lambda: re.search(r"\n\[#+\.+] 4/9\n", menu.screen.text()))
+        menu.type("", lambda: re.search(r"\n\[#+\.+] 4/9\n", menu.text()))
         menu.type("\x1b[B", menu.on("Scan"))  # as a terminal of another kind sends it
         menu.type("\x03\x1c\x1a\x04" + end, menu.on("Switch the computer off"))
         menu.type(up, menu.on("Restart"))
