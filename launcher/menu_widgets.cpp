@@ -24,6 +24,20 @@ constexpr int kTextMargin = 16;
 // A font has no picture of a tab and its like.
 constexpr const char* kWordEnds = " \n\t\v\f";
 
+// What of a word stays on one line.
+std::vector<std::string> PartsOf(const char* word, const Font& font) {
+  std::vector<std::string> parts;
+  int before = 0;
+  for (const char* next = word; *next != '\0';) {
+    const char* const start = next;
+    const int character = ugetxc(&next);
+    if (parts.empty() || font.BreaksBetween(before, character)) parts.emplace_back();
+    parts.back().append(start, next);
+    before = character;
+  }
+  return parts;
+}
+
 }  // namespace
 
 MenuEntry* MenuList::GetEntry(int index) const { return static_cast<MenuEntry*>(GetItem(index)); }
@@ -232,14 +246,17 @@ void HintPanel::ShowHint(const MenuEntry* entry, const Font& font) {
   char* position = nullptr;
   for (char* word = ustrtok_r(rest.data(), kWordEnds, &position); word;
        word = ustrtok_r(nullptr, kWordEnds, &position)) {
-    const int wordWidth = font.TextLength(word);
-    if (width + space + wordWidth > room) {
-      lines.push_back(std::exchange(line, {}));
-      width = 0;
+    for (const std::string& part : PartsOf(word, font)) {
+      const int partWidth = font.TextLength(part.c_str());
+      if (width + space + partWidth > room) {
+        lines.push_back(std::exchange(line, {}));
+        width = 0;
+      }
+      line += part;
+      width += partWidth;
     }
-    line += word;
     line += ' ';
-    width += wordWidth + space;
+    width += space;
   }
   lines.push_back(std::move(line));
   view_.SetLines(std::move(lines));

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace zel {
 namespace {
@@ -121,6 +122,37 @@ std::string_view NextLine(std::string_view text, std::size_t& start) {
   const bool isPair = other != rest.end() && isEnd(*other) && *other != *end;
   start += static_cast<std::size_t>(other - rest.begin()) + (isPair ? 1 : 0);
   return {rest.begin(), end};
+}
+
+bool MayBreakBetween(int before, int after) {
+  // Marks, small kana and what repeats begin no line; what opens ends none.
+  static constexpr std::u32string_view kNeverFirst =
+      U",.:;!?)]}%"
+      U"\u2019\u201D\u2026\u3001\u3002\u3005\u3009\u300B\u300D\u300F\u3011\u3015\u3041\u3043"
+      U"\u3045\u3047\u3049\u3063\u3083\u3085\u3087\u308E\u30A1\u30A3\u30A5\u30A7\u30A9\u30C3\u30E3"
+      U"\u30E5\u30E7\u30EE\u30F5\u30F6\u30FB\u30FC\uFF01\uFF05\uFF09\uFF0C\uFF0E\uFF1A\uFF1B\uFF1F"
+      U"\uFF3D\uFF5D";
+  static constexpr std::u32string_view kNeverLast =
+      U"([{\u2018\u201C\u3008\u300A\u300C\u300E\u3010\u3014\uFF08\uFF3B\uFF5B";
+  const auto isIn = [](std::u32string_view set, int character) {
+    return set.find(static_cast<char32_t>(character)) != set.npos;
+  };
+  const auto isWide = [](int c) {
+    return (c >= 0x2E80 && c <= 0x9FFF) || (c >= 0xF900 && c <= 0xFAFF) ||
+           (c >= 0xFF00 && c <= 0xFF60) || (c >= 0x20000 && c <= 0x3FFFF);
+  };
+  return before > ' ' && after > ' ' && (isWide(before) || isWide(after)) &&
+         !isIn(kNeverFirst, after) && !isIn(kNeverLast, before);
+}
+
+std::vector<std::string> ListParts(const char* text) {
+  std::vector<std::string> parts;
+  std::string list = text;
+  char* position = nullptr;
+  for (const char* part = ustrtok_r(list.data(), Ascii(","), &position); part;
+       part = ustrtok_r(nullptr, Ascii(","), &position))
+    if (std::string name = Trimmed(part); !name.empty()) parts.push_back(std::move(name));
+  return parts;
 }
 
 std::string Trimmed(const char* text) {

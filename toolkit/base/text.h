@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <vector>
 
 #include "toolkit/base/allegro.h"
 
@@ -57,6 +58,11 @@ std::string Sound(const std::string& text, int format = U_CURRENT);
 // The line at `start`, without its end; `start` moves behind that, which is CR, LF or both in
 // either order.
 std::string_view NextLine(std::string_view text, std::size_t& start);
+// Whether a line may end between two characters, by their code points, that no space parts: in
+// Chinese and Japanese, but not before what closes or goes on, nor behind what opens.
+bool MayBreakBetween(int before, int after);
+// The parts of a list with commas, without white space at their ends; empty ones are left out.
+std::vector<std::string> ListParts(const char* text);
 // A text without white space (Allegro's uisspace) at its ends.
 std::string Trimmed(const char* text);
 

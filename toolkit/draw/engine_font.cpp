@@ -166,13 +166,27 @@ const GlyphImage& GetImage(EngineFont& face, Glyph& glyph, unsigned index, bool 
   return *image;
 }
 
+// A character's glyph in the face that has it.
+struct Letter {
+  EngineFont& face;
+  unsigned index;
+  Glyph* glyph;  // null for an index that the face does not have
+};
+
+Letter FindLetter(EngineFont& face, int character) {
+  const unsigned index = GlyphIndex(face, character);
+  EngineFont* other = index == 0 ? face.fallbacks.Find(character, face.pixelSize) : nullptr;
+  if (!other) return {face, index, face.glyphs.At(index)};
+  const unsigned otherIndex = GlyphIndex(*other, character);
+  return {*other, otherIndex, other->glyphs.At(otherIndex)};
+}
+
 int MeasureText(EngineFont& face, const char* text, bool antialiased) {
   int length = 0;
   for (const char* position = text; *position != '\0';) {
-    const unsigned index = GlyphIndex(face, ugetxc(&position));
-    Glyph* glyph = face.glyphs.At(index);
-    if (!glyph) continue;
-    const int advance = Measure(face, *glyph, index, antialiased).advanceX;
+    const Letter letter = FindLetter(face, ugetxc(&position));
+    if (!letter.glyph) continue;
+    const int advance = Measure(letter.face, *letter.glyph, letter.index, antialiased).advanceX;
     if (advance != 0) length += advance + face.spacing;
   }
   return length;
@@ -206,12 +220,11 @@ void DrawLine(BITMAP* target, EngineFont& face, const char* text, int x, int y, 
   if (background.IsSet()) Fill(target, {x, y, length, face.size}, background);
   const GlyphPainter painter{target, color, background, antialiased};
   for (const char* position = text; *position != '\0';) {
-    const unsigned index = GlyphIndex(face, ugetxc(&position));
-    Glyph* glyph = face.glyphs.At(index);
-    if (!glyph) continue;
-    const GlyphImage& image = GetImage(face, *glyph, index, antialiased);
+    const Letter letter = FindLetter(face, ugetxc(&position));
+    if (!letter.glyph) continue;
+    const GlyphImage& image = GetImage(letter.face, *letter.glyph, letter.index, antialiased);
     painter.Paint(image, x + image.left, y + face.ascent - image.top);
-    const Glyph::Form& form = Measure(face, *glyph, index, spacedForGray);
+    const Glyph::Form& form = Measure(letter.face, *letter.glyph, letter.index, spacedForGray);
     x += form.advanceX + face.spacing;
     if (form.advanceY != 0) y += form.advanceY + face.spacing;
     if (x >= target->cr) return;
@@ -289,6 +302,11 @@ int EngineSetSize(EngineFont& face, int px) {
   }
   TakeSize(face, px, found);
   return 0;
+}
+
+void EngineSetPixelSize(EngineFont& face, int pixelSize) {
+  if (FT_IS_SCALABLE(face.ftFace) && SetPixelSize(face.ftFace, pixelSize))
+    TakeSize(face, LineHeight(face.ftFace), pixelSize);
 }
 
 void EngineSetSpacing(EngineFont& face, int spacing) {

@@ -12,6 +12,7 @@
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/bytes.h"
 #include "toolkit/draw/color.h"
+#include "toolkit/draw/fallback_fonts.h"
 
 namespace zel {
 
@@ -78,6 +79,8 @@ class EngineFont {
   static constexpr int kQuickCharacters = 256;
   std::vector<unsigned> quickIndices;
 
+  FallbackFonts fallbacks;
+
   EngineLibrary library;  // stays until the face is closed
 };
 
@@ -92,6 +95,9 @@ std::unique_ptr<EngineFont> EngineLoad(SharedBytes bytes);
 void EngineDestroy(EngineFont* owned);
 // The line height in pixels; 0, or -1 when there is no such size: then the old one stays.
 int EngineSetSize(EngineFont& face, int px);
+// The size of the letters themselves, as FreeType counts it; nothing changes where there is no such
+// size.
+void EngineSetPixelSize(EngineFont& face, int pixelSize);
 void EngineSetSpacing(EngineFont& face, int spacing);
 // The colour behind the text drawn from now on; -1 is transparent.
 void EngineSetBackground(Color background);

@@ -1,10 +1,8 @@
 #include "toolkit/draw/font.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <string>
 
-#include "toolkit/base/bytes.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/base/text.h"
 #include "toolkit/base/zoom.h"
@@ -13,18 +11,6 @@
 
 namespace zel {
 namespace {
-
-// Where a font file is found: as it is named, or in the directory of fonts that the environment
-// names. Empty when it is in neither.
-std::string FindFontFile(const char* path) {
-  if (IsFile(path)) return path;
-  const char* directory = std::getenv("WINDIR");
-  if (!directory) directory = std::getenv("windir");
-  if (!directory) return {};
-  std::string found = std::string{directory} + "/fonts/" + get_filename(path);
-  fix_filename_slashes(found.data());
-  return IsFile(found.c_str()) ? found : std::string{};
-}
 
 // The multiple of a bitmap font that is nearest to the zoom.
 int Multiple() { return static_cast<int>(std::lround(CurrentZoom())); }
@@ -71,6 +57,14 @@ Error Font::Load(const char* path) {
   engine = isBitmapFont ? 0 : 1;
   owned = true;
   return kNoError;
+}
+
+void Font::SetFallbacks(const std::vector<std::string>& paths) {
+  if (IsEngine()) EngineFace()->fallbacks.SetFiles(paths);
+}
+
+bool Font::BreaksBetween(int before, int after) const {
+  return IsEngine() && !EngineFace()->fallbacks.IsEmpty() && MayBreakBetween(before, after);
 }
 
 int Font::SetSize(int px) { return IsEngine() ? EngineSetSize(*EngineFace(), px) : -1; }

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/error.h"
@@ -33,6 +35,9 @@ class Font {
   // Sets the line height in pixels that there are. 0, or -1 (the old size stays) when there is no
   // such size or this is a bitmap font.
   int SetSize(int px);
+  // Files with letters that stand in for those that a face of the engine lacks: see FallbackFonts.
+  // A bitmap font of Allegro's takes none, and another face has none yet.
+  void SetFallbacks(const std::vector<std::string>& paths);
   // Back to the built-in font.
   void Reset();
   void Set(FONT* borrowed);
@@ -64,6 +69,9 @@ class Font {
   int HotkeyTextout(Bitmap& target, const char* text, int x, int y, Color color, Color shadow,
                     Color background, int align) const;
 
+  // Whether a line may end between two characters without a separator: only in a font with
+  // fallbacks, since only that is meant for all scripts.
+  bool BreaksBetween(int before, int after) const;
   // How many bytes of the text make its next line within `width`; `lineWidth` receives their width.
   int WrapCount(const char* text, int width, int* lineWidth) const;
   // Lines wrapped at `width`, the first at y.

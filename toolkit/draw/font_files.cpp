@@ -282,6 +282,16 @@ FONT* LoadScriptFont(const char* path) {
 
 }  // namespace
 
+std::string FindFontFile(const char* path) {
+  if (IsFile(path)) return path;
+  const char* directory = std::getenv("WINDIR");
+  if (!directory) directory = std::getenv("windir");
+  if (!directory) return {};
+  std::string found = std::string{directory} + "/fonts/" + get_filename(path);
+  fix_filename_slashes(found.data());
+  return IsFile(found.c_str()) ? found : std::string{};
+}
+
 FONT* LoadLibraryFont(const char* path, bool* isBitmapFont) {
   const Reader* reader = FindReader(path);
   *isBitmapFont = reader != nullptr;

@@ -126,10 +126,13 @@ int Font::WrapCount(const char* text, int width, int* lineWidth) const {
   int takenBytes = 0, takenWidth = 0;
   int pendingWidth = 0;
   int position = 0;
+  int before = 0;
   for (;;) {
     const char c = text[position];
     const bool ends = c == '\0' || c == '\n';
-    if (ends || IsSeparator(c)) {
+    const char* next = text + position;
+    const int character = ends ? 0 : ugetxc(&next);
+    if (ends || IsSeparator(c) || BreaksBetween(before, character)) {
       const bool fits = takenWidth + pendingWidth <= width || takenBytes == 0;
       if (!fits) break;
       takenBytes = position;
@@ -138,10 +141,9 @@ int Font::WrapCount(const char* text, int width, int* lineWidth) const {
       if (c == '\n') takenBytes = position + 1;
       if (ends) break;
     }
-    const char* next = text + position;
-    ugetxc(&next);
-    const std::string character{text + position, next};
-    pendingWidth += TextLength(character.c_str());
+    const std::string letter{text + position, next};
+    pendingWidth += TextLength(letter.c_str());
+    before = character;
     position = static_cast<int>(next - text);
   }
   *lineWidth = takenWidth;

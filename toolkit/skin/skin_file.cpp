@@ -1,6 +1,7 @@
 #include "toolkit/skin/skin_file.h"
 
 #include <string>
+#include <vector>
 
 #include "toolkit/base/zoom.h"
 #include "toolkit/draw/skin_values.h"
@@ -133,6 +134,11 @@ void ReadFonts(Skin& skin, const SectionFile& file, const char* path) {
     const std::string name =
         file.Find(Ascii(section.c_str())).GetText(Ascii("file"), Ascii("none"));
     skin.fonts[i]->Load(Beside(path, name.c_str()).c_str());
+    std::vector<std::string> fallbacks;
+    for (const std::string& file :
+         ListParts(file.Find(Ascii(section.c_str())).GetText(Ascii("fallback"))))
+      fallbacks.push_back(Beside(path, file.c_str()));
+    skin.fonts[i]->SetFallbacks(fallbacks);
     Skin::SetFontSize(*skin.fonts[i], size);
   }
 }

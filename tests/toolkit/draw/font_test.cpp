@@ -15,6 +15,7 @@ namespace zel {
 namespace {
 
 constexpr char kOutlineFont[] = "data/skin/fonts/DejaVuSans.ttf";
+constexpr char kEasternFont[] = "data/skin/fonts/DroidSansFallbackFull.ttf";
 
 // Fonts.
 //
@@ -228,6 +229,45 @@ TEST_F(FontTest, LettersInTwoTonesAreMovedOntoTheGridAndOthersLeadFromBackground
     font.Textout(out, "nn", 9, 0, {248, 8, 96}, -1, kAlignCentre);
     font.Textout(out, "nn", 17, 14, {248, 8, 96}, {16, 200, 96}, kAlignRight);
     ExpectLook(picture, out.GetBitmap(), {0, 0, 18, 28});
+    font.SetFallbacks({kEasternFont});
+    SkinBitmap mixed = Blank(32, 16);
+    font.HotkeyTextout(mixed, "n中&国", 0, 0, {248, 8, 96}, -1, {16, 200, 96}, kAlignLeft);
+    ExpectLook(std::string{picture} + "_mixed", mixed.GetBitmap(), {0, 0, 32, 16});
+  }
+}
+
+TEST_F(FontTest, LettersThatAFaceLacksAreThoseOfTheFirstFallbackThatCanDrawThem) {
+  std::string damaged = ReadFile(kEasternFont), other = pictureFace;
+  std::fill(damaged.begin() + 400'000, damaged.begin() + 3'900'000, '\xFF');
+  for (const auto& [from, to] :
+       {std::pair{"ENCODING 66\n", "ENCODING 20013\n"}, {"ENCODING 106\n", "ENCODING 233\n"}})
+    other.replace(other.find(from), std::strlen(from), to);
+  EXPECT_EQ(Load("small.bdf"), kNoError);
+  SkinBitmap out = Blank(12, 9);
+  const auto draw = [&](int y) { font.Textout(out, "Aé中B入A", 0, y, red, blue, kAlignLeft); };
+  draw(0);
+  font.SetFallbacks({dir.Path("none"), dir.Write("random.ttf", "no font"), dir.Path("small.fnt"),
+                     dir.Path("damaged.ttf"), dir.Path("other.bdf"), kOutlineFont});
+  font.Textout(out, "A", 0, 3, red, blue, kAlignLeft);
+  dir.Write("damaged.ttf", damaged), dir.Write("other.bdf", other);
+  draw(3);
+  font.SetFallbacks({});
+  draw(6);
+  ExpectLook("text_with_fallbacks", out.GetBitmap(), {0, 0, 12, 9});
+}
+
+TEST_F(FontTest, LinesOfFontWithFallbacksEndBetweenLettersOfTheEast) {
+  const std::string text = "中国ab「入、x」中(国)";
+  EXPECT_EQ(Load("small.bdf"), kNoError);
+  for (const bool has : {false, true}) {
+    if (has) font.SetFallbacks({dir.Path("none")});
+    std::string lines;
+    int width = 0;
+    for (std::size_t at = 0, taken = 0; at < text.size(); at += taken) {
+      taken = static_cast<std::size_t>(font.WrapCount(text.c_str() + at, 2, &width));
+      lines += text.substr(at, taken) + '|';
+    }
+    EXPECT_EQ(lines, has ? "中|国|ab|「入、|x」|中|(国)|" : text + '|');
   }
 }
 

@@ -116,9 +116,12 @@ TEST_F(SkinTest, AFileWithoutSensibleKeysHasDefaultsOfItsOwn) {
 
 TEST_F(SkinTest, EveryValueIsReadFromItsKey) {
   files.Write("outline.ttf", ReadFile("data/skin/fonts/DejaVuSans.ttf"));
+  files.Write("eastern.ttf", ReadFile("data/skin/fonts/DroidSansFallbackFull.ttf"));
   const auto skin = Make(ReadFile(kSamples + "every_key.cfg"));
   ExpectText("skin_of_every_key", ValuesOf(*skin));
   EXPECT_EQ(std::string(*skin->title), std::string(511, 'x'));
+  const Font& font = *skin->fonts[4];
+  EXPECT_GT(font.TextLength("\u4E2D"), font.TextLength("\uE000")) << "a box";
 }
 
 TEST_F(SkinTest, TilesAndShapesAreTakenFromKeysOrElseFromPropertiesOrElseFromDefaults) {
