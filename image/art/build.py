@@ -20,8 +20,9 @@ from elements import ELEMENTS
 # How many times its size everything is drawn: a zoom takes the nearest of them.
 SCALES = (1, 2, 3)
 
-FONT_DIRECTORY = pathlib.Path("/usr/share/fonts/truetype/dejavu")
-FONT_LICENCE = pathlib.Path("/usr/share/doc/fonts-dejavu-core/copyright")
+FONT_DIRECTORY = pathlib.Path("/usr/share/fonts/truetype")
+FONT_LICENCES = [pathlib.Path(f"/usr/share/doc/{package}/copyright")
+                 for package in ("fonts-dejavu-core", "fonts-droid-fallback")]
 
 
 def run(*command, directory=None):
@@ -144,9 +145,10 @@ def main(data):
         add_palette(skin_directory / "skin.dat", palette_bmp)
         for scale in SCALES[1:]:
             build_elements(work, skin_directory / f"{at_scale('skin', scale)}.dat", scale, palette_bmp)
-    for file in sorted({file for file, _ in skin.FONTS}):
-        shutil.copyfile(FONT_DIRECTORY / file, skin_directory / "fonts" / file)
-    shutil.copyfile(FONT_LICENCE, skin_directory / "fonts" / "LICENSE")
+    for file in sorted({file for file, _ in skin.FONTS} | {skin.FALLBACK}):
+        (source,) = FONT_DIRECTORY.glob(f"*/{file}")
+        shutil.copyfile(source, skin_directory / "fonts" / file)
+    (skin_directory / "fonts" / "LICENSE").write_text("\n".join(file.read_text() for file in FONT_LICENCES))
     (skin_directory / "zel.skin").write_text(skin.description())
 
 

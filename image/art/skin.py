@@ -15,6 +15,7 @@ TEXT_COLORS = {
 }
 PLAIN = (palette.FONTFACE, palette.FONTFACE, palette.DISABLED, palette.FONTFACE)
 
+FALLBACK = "DroidSansFallbackFull.ttf"  # with the letters of Chinese and Japanese
 FONTS = (("DejaVuSans.ttf", 18), ("DejaVuSans-Bold.ttf", 18), ("DejaVuSans-Bold.ttf", 24), ("DejaVuSans-Bold.ttf", 36))
 BOLD = 1
 
@@ -55,7 +56,7 @@ def description():
         ("deselect", rgb(palette.GREY)), ("focus", rgb(palette.FOCUS)), ("sunken", rgb(palette.SUNKEN)),
         ("back", rgb(palette.BACK))])
     for i, (file, size) in enumerate(FONTS):
-        text += section(f"FONT{i}", [("file", f"fonts/{file}"), ("size", size)])
+        text += section(f"FONT{i}", [("file", f"fonts/{file}"), ("fallback", f"fonts/{FALLBACK}"), ("size", size)])
     for name in TEXT_SECTIONS:
         text += section(name, text_section(name) + EXTRA.get(name, []))
     text += section("BOX", [("font1", 0), ("f_col1", rgb(palette.FONTFACE)), ("f_col2", rgb(palette.DISABLED)),
