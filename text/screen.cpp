@@ -176,9 +176,11 @@ int Screen::Key() {
     case KEY_A3:
       return kKeyPageUp;
     case KEY_HOME:
+    case KEY_FIND:  // which Home is by the description of vt220, as Select is End
     case KEY_A1:
       return kKeyHome;
     case KEY_END:
+    case KEY_SELECT:
     case KEY_C1:
       return kKeyEnd;
     case KEY_ENTER:

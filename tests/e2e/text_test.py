@@ -176,7 +176,7 @@ class TextTest(unittest.TestCase):
             menu = self.start(term="linux", program=(
                 "sh", "-c", "mount --bind /run/programs /usr/local/sbin; exec sh /etc/zel/rescue-menu"))
             menu.type("", "Something")
-            menu.type("\x1b[B", "Something")
+            menu.type("\x1b[4~", "Something")
             menu.type("\r", f"so be it on {term}\r\n\r\nPress Enter")
             self.assertEqual(text_of(self.state / f"root/output{name}.txt"), "echo so be it\n")
             self.assertEqual(text_of(self.state / f"tmp/menupos{name}.txt"), "1")
