@@ -6,10 +6,12 @@
 #include <memory>
 #include <utility>
 
+#include "launcher/help_dialog.h"
 #include "launcher/paths.h"
 #include "launcher/result_files.h"
 #include "launcher/state.h"
 #include "launcher/wait_dialog.h"
+#include "toolkit/base/input.h"
 #include "toolkit/base/input_rest.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/base/zoom.h"
@@ -48,6 +50,9 @@ MenuScreen::MenuScreen() {
   SetUpProgress();
   if (launcherState.mousePending) mouseTimer_ = InstallTimer(kMousePollPeriod);
   DeleteOutputFile();
+  if (!settings.help) return;
+  helpKey_.Setup(KEY_F1, 0, nullptr);
+  Add(&helpKey_);
 }
 
 MenuScreen::~MenuScreen() {
@@ -158,6 +163,8 @@ void MenuScreen::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg ar
   // A key that was told together with the one that chose changes nothing any more.
   if (session_.IsChosen()) return;
   if (msg == MSG_ITEM_SELECTED) UpdateCurrent();
+  if (msg == MSG_UCHAR && sender == &List()) TakeCharacter(static_cast<int>(arg1));
+  if (msg == MSG_ACTIVATE && sender == &helpKey_) ShowHelp();
   if (msg == MSG_ITEM_CHOSEN && arg1 != 0) Choose(reinterpret_cast<const MenuEntry*>(arg1)->Item());
 }
 
@@ -186,6 +193,25 @@ void MenuScreen::LookForMouse() {
   RemoveTimer(mouseTimer_);
   UpdateDoubleClickWindow();
   mouseTimer_ = kNoTimer;
+}
+
+void MenuScreen::ShowHelp() {
+  HelpDialog{KEY_F1}.Run(*this);
+  List().HoldKeys();
+}
+
+void MenuScreen::TakeCharacter(int character) {
+  if (!settings.typeAhead || (Shifts() & (KB_CTRL_FLAG | KB_ALT_FLAG))) return;
+  const int index =
+      typeAhead_.Find(session_, character, ticks_ * 1000 / settings.UsableFrameRate());
+  if (index < 0) return;
+  List().SetCurrent(index);
+  UpdateCurrent();
+}
+
+void MenuScreen::MsgTick() {
+  ++ticks_;
+  Dialog::MsgTick();
 }
 
 void MenuScreen::MsgTimer(int id) {

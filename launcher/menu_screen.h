@@ -4,8 +4,10 @@
 #include "launcher/menu_session.h"
 #include "launcher/menu_widgets.h"
 #include "launcher/progress.h"
+#include "launcher/type_ahead.h"
 #include "toolkit/base/timers.h"
 #include "toolkit/core/dialog.h"
+#include "toolkit/widgets/accelerator.h"
 #include "toolkit/widgets/panel.h"
 
 namespace zel {
@@ -22,6 +24,7 @@ class MenuScreen final : public Dialog {
 
   void MsgStart() override;
   void MsgTimer(int id) override;
+  void MsgTick() override;
   void MsgInitSkin() override;
   bool MsgClose() override;
   void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override;
@@ -46,6 +49,9 @@ class MenuScreen final : public Dialog {
   void UpdateProgress();
   bool WaitFor(const MenuItem& item);
   void LookForMouse();
+  void ShowHelp();
+  // A character that nobody else used.
+  void TakeCharacter(int character);
 
   ClearScreen backdrop_;
   ScreenLabel heading_, keyHelp_;
@@ -60,6 +66,9 @@ class MenuScreen final : public Dialog {
   MenuSession session_;
   IconCache icons_;
   int writeError_ = 0;
+  Accelerator helpKey_;
+  TypeAhead typeAhead_{WideText};
+  std::int64_t ticks_ = 0;
 };
 
 }  // namespace zel

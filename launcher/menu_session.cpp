@@ -5,9 +5,15 @@
 #include "launcher/item_wait.h"
 #include "launcher/result_files.h"
 #include "launcher/state.h"
+#include "launcher/texts.h"
 #include "toolkit/base/console_guard.h"
 
 namespace zel {
+namespace {
+
+constexpr int kBackText = 1515;
+
+}  // namespace
 
 void MenuSession::Open(const char* menuFile) {
   configuration_.ReadWithoutHints(menuFile);
@@ -20,6 +26,18 @@ void MenuSession::Open(const char* menuFile) {
   }
   for (const auto& item : configuration_.items) entries_.push_back(item.get());
   current_ = entries_.empty() ? -1 : 0;
+}
+
+const char* MenuSession::Title(int index) const {
+  const MenuItem& item = Entry(index);
+  return item.flags & kItemBack ? Text(kBackText) : item.title.c_str();
+}
+
+int MenuSession::EntryOfNumber(int number) const {
+  if (number == 0) return Depth() > 1 ? 0 : -1;
+  for (int index = 0; index < Count(); ++index)
+    if (!(Entry(index).flags & (kItemSeparator | kItemBack)) && --number == 0) return index;
+  return -1;
 }
 
 void MenuSession::Select(int index) {

@@ -34,6 +34,11 @@ class MenuSession {
   // Below the main menu, the first entry leads back.
   int Count() const { return static_cast<int>(entries_.size()); }
   const MenuItem& Entry(int index) const { return *entries_[static_cast<std::size_t>(index)]; }
+  // What an entry is called.
+  const char* Title(int index) const;
+  // The entry of a number: 0 is the one that leads back, and from 1 on they are counted without it
+  // and without separators. -1 for none.
+  int EntryOfNumber(int number) const;
   int Current() const { return current_; }  // -1 in an empty menu
   const MenuItem* CurrentItem() const { return current_ < 0 ? nullptr : &Entry(current_); }
 

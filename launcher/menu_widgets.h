@@ -69,6 +69,8 @@ class MenuList : public ListView {
   void MsgTick() override;
 
   MenuEntry* GetEntry(int index) const;
+  // What is down now chooses no more before it was let go of.
+  void HoldKeys() { heldKey_.HoldAny(); }
   // The entry that is current after the key that is being handled; -1 for none.
   void SetPendingIndex(int index) { pendingIndex_ = index; }
 

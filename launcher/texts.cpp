@@ -36,8 +36,8 @@ const TextEntry TextTable[] = {
               "part of your BIOS. It may help.")},
     {1515, N_("Back to the previous menu")},
     {1516, N_("Waiting for services initialization...")},
-    // TRANSLATORS: All texts from here on are for terminals. The first two say in brackets behind a
-    // menu entry what it is.
+    // TRANSLATORS: The texts from here to "Progress:" are for terminals. The first two say in
+    // brackets behind a menu entry what it is.
     {1600, N_("submenu")},
     {1601, N_("not available")},
     // TRANSLATORS: Asks for an answer, which is typed behind it.
@@ -51,12 +51,19 @@ const TextEntry TextTable[] = {
     {1606, N_("There is no explanation.")},
     {1607, N_("Enter cancels.")},
     {1608, N_("Progress:")},
-    {1609, N_("Arrow keys, Page Up, Page Down, Home, End: move\n"
-              "Enter or Space: choose, open a submenu, go back\n"
-              "Tab: scroll the explanation, and back to the menu\n"
-              "Ctrl+L: draw the screen again\n"
-              "Any key leaves this help.")},
+    // TRANSLATORS: These explain the keys, each in a line; shorter is better.
+    {1609, N_("Arrow keys, Page Up, Page Down, Home, End: move")},
     {1610, N_("F1 or ?: help")},
+    {1611, N_("Enter or Space: choose, open a submenu, go back")},
+    {1612, N_("Tab: scroll the explanation, and back to the menu")},
+    {1613, N_("Ctrl+L: draw the screen again")},
+    {1614, N_("Any key leaves this help.")},
+    {1615, N_("Letters or a number: go to that entry")},
+    {1616, N_("F2: another look")},
+    {1617, N_("F3, F4: smaller or larger text")},
+    {1618, N_("Keys")},
+    // TRANSLATORS: %1 is a menu entry, %2 a number of seconds, which counts down.
+    {1619, N_("%1 starts in %2 s. Any key stops it.")},
     {0xFFFFFFFF, ""},
 };
 

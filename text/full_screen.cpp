@@ -4,17 +4,21 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <climits>
+#include <cwchar>
 #include <string>
 #include <vector>
 
 #include "launcher/item_wait.h"
 #include "launcher/progress_file.h"
 #include "launcher/texts.h"
+#include "launcher/type_ahead.h"
 #include "text/repeated_key.h"
 #include "text/screen.h"
 #include "text/terminal.h"
 #include "text/terminal_text.h"
 #include "text/texts.h"
+#include "toolkit/base/settings.h"
 
 namespace zel {
 namespace {
@@ -63,6 +67,8 @@ class FullScreen {
   bool ScrollHint(int key);
   void MoveTo(int target, int direction);
   void Choose();
+  void ShowHelp();
+  void TakeByte(int key);
   void Show(const std::vector<std::wstring>& lines);
   bool WaitFor(const MenuItem& item);
   void DrawWait(const ItemWait& wait, std::size_t busy) const;
@@ -73,6 +79,8 @@ class FullScreen {
   int hintFirst_ = 0, hintRows_ = 0;  // lines of the hint
   int hintCount_ = 0;                 // all of them
   bool isInHint_ = false;
+  TypeAhead typeAhead_{Shown};
+  std::mbstate_t letterState_{};
   RepeatedKey repeated_{Milliseconds()};
   ProgressFile progressFile_;
   ProgressValues progress_;
@@ -157,7 +165,7 @@ void FullScreen::DrawEntry(int index, int row) const {
     return;
   }
   std::wstring line = isCurrent ? L"> " : L"  ";
-  line += Shown(item.flags & kItemBack ? Text(kBackText) : item.title.c_str());
+  line += Shown(session_.Title(index));
   std::wstring kind;
   if (item.flags & kItemDisabled)
     kind = L'(' + Shown(Text(kNotAvailableText)) + L')';
@@ -295,9 +303,9 @@ void FullScreen::Handle(int key) {
       return;
     case '?':
     case kKeyHelp:
-      return Show(ShownLines(Text(kScreenHelpText)));
+      return ShowHelp();
     default:
-      return;
+      return TakeByte(key);
   }
 }
 
@@ -319,6 +327,28 @@ void FullScreen::Choose() {
     case MenuSession::Step::kChosen:
       return;
   }
+}
+
+void FullScreen::ShowHelp() {
+  std::vector<std::wstring> lines;
+  for (const int text :
+       {kMoveText, kChooseText, kTypeText, kScrollText, kDrawAgainText, kLeaveText})
+    if (text != kTypeText || settings.typeAhead) lines.push_back(Shown(Text(text)));
+  Show(lines);
+}
+
+// A letter may be several bytes.
+void FullScreen::TakeByte(int key) {
+  if (!settings.typeAhead || key < 0 || key > UCHAR_MAX) return;
+  const char byte = static_cast<char>(key);
+  wchar_t letter = 0;
+  const std::size_t count = std::mbrtowc(&letter, &byte, 1, &letterState_);
+  if (count == static_cast<std::size_t>(-1)) letterState_ = {};
+  if (count != 1) return;
+  const int index = typeAhead_.Find(session_, static_cast<int>(letter), Milliseconds());
+  if (index < 0) return;
+  if (index != session_.Current()) hintFirst_ = 0;
+  session_.Select(index);
 }
 
 // Until a key is pressed.

@@ -79,7 +79,7 @@ class PlainLines {
   void TellProgress();
 
   MenuSession& session_;
-  std::vector<int> numbered_;  // the entry of each number from 1
+  int number_ = 0;  // of the entry that was shown last
   std::string typed_, written_;
   bool isGone_ = false;
   ProgressFile progressFile_;
@@ -92,7 +92,7 @@ void PlainLines::ShowMenu() {
   for (const char* title :
        {session_.Level().heading.text.c_str(), session_.Config().menuTitle.c_str()})
     if (*title != '\0') WriteWrapped(Shown(title));
-  numbered_.clear();
+  number_ = 0;
   for (int i = 0; i < session_.Count(); ++i) ShowEntry(i);
 }
 
@@ -100,11 +100,11 @@ void PlainLines::ShowEntry(int index) {
   const MenuItem& item = session_.Entry(index);
   if (item.flags & kItemSeparator) return WriteLine({});
   const bool isBack = (item.flags & kItemBack) != 0;
-  if (!isBack) numbered_.push_back(index);
-  const std::wstring number = std::to_wstring(isBack ? 0 : numbered_.size());
+  if (!isBack) ++number_;
+  const std::wstring number = std::to_wstring(isBack ? 0 : number_);
   std::wstring line = index == session_.Current() ? L"> " : L"  ";
   if (number.size() == 1) line += L' ';
-  line += number + L"  " + Shown(isBack ? Text(kBackText) : item.title.c_str());
+  line += number + L"  " + Shown(session_.Title(index));
   if (item.flags & kItemDisabled)
     line += L" (" + Shown(Text(kNotAvailableText)) + L')';
   else if (item.flags & kItemSubmenu)
@@ -143,9 +143,7 @@ int PlainLines::EntryOf(const std::string& number) const {
   if (number.empty() || number.size() > kDigits ||
       number.find_first_not_of("0123456789") != std::string::npos)
     return -1;
-  const auto typed = static_cast<std::size_t>(std::stoul(number));
-  if (typed == 0) return session_.Depth() > 1 ? 0 : -1;
-  return typed <= numbered_.size() ? numbered_[typed - 1] : -1;
+  return session_.EntryOfNumber(std::stoi(number));
 }
 
 void PlainLines::Answer(const std::string& line) {

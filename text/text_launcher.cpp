@@ -16,11 +16,13 @@
 #include "text/terminal.h"
 #include "text/terminal_text.h"
 #include "toolkit/base/confinement.h"
+#include "toolkit/base/settings.h"
 
 namespace zel {
 namespace {
 
 constexpr const char* kProgram = "zel-text";
+constexpr const char* kSettingsFile = "zel.cfg";
 constexpr int kUsageStatus = 2;
 
 struct Options {
@@ -74,6 +76,7 @@ int RunTextLauncher(int argc, char** argv) {
   LimitLauncher();
   if (!IsRoot()) return EXIT_SUCCESS;
   if (const int status = BeginRun(kProgram)) return status;
+  settings.Load(kSettingsFile);
   std::setlocale(LC_CTYPE, "");
   LimitWritingTo({});
   LimitCalls();

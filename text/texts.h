@@ -5,7 +5,6 @@ namespace zel {
 
 inline constexpr int kWaitTitleText = 1312;
 inline constexpr int kCancelText = 1320;
-inline constexpr int kBackText = 1515;
 inline constexpr int kWaitingText = 1516;
 inline constexpr int kSubmenuText = 1600;
 inline constexpr int kNotAvailableText = 1601;
@@ -16,7 +15,12 @@ inline constexpr int kNoEntryText = 1605;
 inline constexpr int kNoHintText = 1606;
 inline constexpr int kEnterCancelsText = 1607;
 inline constexpr int kProgressText = 1608;
-inline constexpr int kScreenHelpText = 1609;
+inline constexpr int kMoveText = 1609;
 inline constexpr int kKeysText = 1610;
+inline constexpr int kChooseText = 1611;
+inline constexpr int kScrollText = 1612;
+inline constexpr int kDrawAgainText = 1613;
+inline constexpr int kLeaveText = 1614;
+inline constexpr int kTypeText = 1615;
 
 }  // namespace zel

@@ -62,8 +62,9 @@ class MenuScreenTest : public LauncherFixture {
   // pressed (+) and let go of (-) until the next tick tells it.
   std::string Play(const std::string& script) {
     const std::map<std::string, int> keys = {
-        {"down", KEY_DOWN},   {"up", KEY_UP},       {"home", KEY_HOME}, {"pad", KEY_ENTER_PAD},
-        {"enter", KEY_ENTER}, {"space", KEY_SPACE}, {"tab", KEY_TAB},   {"escape", KEY_ESC}};
+        {"down", KEY_DOWN},     {"up", KEY_UP},       {"home", KEY_HOME},
+        {"pad", KEY_ENTER_PAD}, {"enter", KEY_ENTER}, {"space", KEY_SPACE},
+        {"tab", KEY_TAB},       {"escape", KEY_ESC},  {"f1", KEY_F1}};
     std::istringstream words{script};
     for (std::string word; words >> word;)
       if (word.find_first_not_of("0123456789,-") == std::string::npos)
@@ -85,7 +86,13 @@ class MenuScreenTest : public LauncherFixture {
         screen_->MsgEnd(), screen_->MsgStart();
       else if (word[0] == '@')
         Press(std::stoi(word.substr(1)));
-      else if (word == "close")
+      else if (word[0] == '\'')  // a text
+        for (const char* at = &word[1]; const int letter = ugetxc(&at);)
+          screen_->HandleKey(letter, 0);
+      else if (word == "help") {  // which Enter leaves
+        timers_.onSleep = [this] { key[KEY_ENTER] = 1, TypeKey(0, KEY_ENTER), timers_.Tick(1); };
+        screen_->HandleKey(0, KEY_F1);
+      } else if (word == "close")
         screen_->Close();
       else if (word[0] == '+')
         _handle_key_press(0, keys.at(word.substr(1)));
@@ -202,6 +209,28 @@ TEST_F(MenuScreenTest, AKeyChoosesOnceUpToItsReleaseAndNotAtAllFromBeforeTheMenu
       {"4 second +enter -enter tick up back +enter tick", "1/2/12"},
       {"2 +enter tick +enter tick -enter tick +enter -enter tick", "2/0/0"}};
   for (const auto& [script, where] : rows) EXPECT_EQ(Play(script), where) << script;
+}
+
+TEST_F(MenuScreenTest, LettersAndNumbersGoToEntriesAndF1ExplainsWhereTheSettingsSaySo) {
+  std::string menu = "[MENU_CONFIGURATION]\nLinesNumber=13\n";
+  int line = 0;
+  for (const std::string title :
+       {"Alpha", "", "album", "Жук", "жаба", "5 zip", "b", "Bee", "9th", "b", "b", "bea", "Last"})
+    menu += "[LINE" + std::to_string(++line) + (title.empty() ? "]\nSeparator=1" : "]\nTitle=") +
+            title + "\n";
+  WriteFile("menu.cfg", menu);
+  Play("0");
+  EXPECT_EQ(Play("'b f1"), "1/0/0");
+  settings.typeAhead = settings.help = true;
+  const std::pair<const char*, int> rows[] = {
+      {"0 'a", 2},        {"0 'aa", 0}, {"0 'aL", 2},          {"2 'alp", 0},
+      {"0 'жА", 4},       {"3 'ж", 4},  {"0 'be", 7},          {"7 'b", 9},
+      {"7 'be", 11},      {"0 'x", 0},  {"0 '6", 6},           {"0 '12", 12},
+      {"0 '13", 3},       {"0 '5z", 5}, {"0 '0", 0},           {"0 'bx", 6},
+      {"0 'b3", 3},       {"3 '9", 9},  {"0 'a second 'l", 2}, {"0 'a second tick 'l", 12},
+      {"4 help enter", 4}};
+  for (const auto& [script, index] : rows)
+    EXPECT_EQ(Play(script), "1/" + std::to_string(index) + "/0") << script;
 }
 
 // Menus of different heights, whose lists have other pages than the one shown before.

@@ -1,3 +1,4 @@
+#include "launcher/help_dialog.h"
 #include "launcher/menu_widgets.h"
 #include "launcher/wait_dialog.h"
 #include "tests/support/launcher_fixture.h"
@@ -233,6 +234,19 @@ TEST_F(LauncherWidgetsTest, ItsTimerEndsTheWaitAndTheButtonAndShortcutsCancelIt)
     HoldShifts(0);
   }
   key[KEY_ENTER] = 0;
+}
+
+TEST_F(LauncherWidgetsTest, AnyKeyLeavesTheHelpButTheOneThatHasOpenedItAndIsHeld) {
+  settings.typeAhead = true;
+  bool isUp = false;
+  HelpDialog help{KEY_F1};
+  steps = {{"wait", [] {}},
+           {"f1", [] { TypeKey(0, KEY_F1); }},
+           {"look", [&] { ExpectShown("help_window", root); }},
+           {"let_go", [&] { isUp = true, keyboard_lowlevel_callback(KEY_F1 | 0x80); }}};
+  Meanwhile("f1 wait look let_go f1");
+  help.Run(root);
+  EXPECT_TRUE(isUp);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "toolkit/base/settings.h"
 
 #include <algorithm>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,6 +32,7 @@ constexpr Key Bool(const char* name, bool Settings::*field) {
 constexpr const char* kSection = "Toolkit";
 constexpr const char* kSkinPath = "skinPath";
 constexpr const char* kZoom = "zoom";
+constexpr const char* kLooks = "looks";
 
 // In the order in which files have them; "skinPath" comes before all of them.
 constexpr Key kKeys[] = {
@@ -68,6 +70,17 @@ constexpr Key kKeys[] = {
     Int("tooltipAutohideDelay", &Settings::tooltipAutohideDelay),
 };
 
+// These a file has only where they are on.
+constexpr Key kAdditions[] = {
+    Bool("help", &Settings::help),
+    Bool("typeAhead", &Settings::typeAhead),
+};
+
+bool IsIn(std::span<const Key> keys, const char* name) {
+  return std::any_of(keys.begin(), keys.end(),
+                     [name](const Key& key) { return ustricmp(name, Ascii(key.name)) == 0; });
+}
+
 bool HoldsAKey(const SectionFile::Section& section) {
   return std::any_of(section.Entries().begin(), section.Entries().end(),
                      [](const auto& entry) { return Settings::IsKey(entry.name.c_str()); });
@@ -94,10 +107,9 @@ constexpr int kHighestRate = 1000;  // what Allegro's timers can keep up with
 }  // namespace
 
 bool Settings::IsKey(const char* name) {
-  for (const char* text : {kSkinPath, kZoom})
+  for (const char* text : {kSkinPath, kZoom, kLooks})
     if (ustricmp(name, Ascii(text)) == 0) return true;
-  return std::any_of(std::begin(kKeys), std::end(kKeys),
-                     [name](const Key& key) { return ustricmp(name, Ascii(key.name)) == 0; });
+  return IsIn(kKeys, name) || IsIn(kAdditions, name);
 }
 
 void Settings::Load(const char* file) {
@@ -110,6 +122,9 @@ void Settings::Load(const char* file) {
   skinPath.Assign(section.GetText(Ascii(kSkinPath), skinPath));
   if (const char* text = section.GetText(Ascii(kZoom), nullptr))
     zoom = ParseZoom(Converted(text, U_CURRENT, U_UTF8).c_str());
+  looks.Assign(section.GetText(Ascii(kLooks), looks));
+  for (const Key& key : kAdditions)
+    this->*key.flag = section.GetInt(Ascii(key.name), this->*key.flag ? 1 : 0) != 0;
   for (const Key& key : kKeys) {
     const Ascii name{key.name};
     switch (key.kind) {
@@ -142,6 +157,9 @@ void Settings::Save() const {
         break;
     }
   }
+  for (const Key& key : kAdditions)
+    if (this->*key.flag) values.push_back({key.name, "1"});
+  if (!looks.IsEmpty()) values.push_back({kLooks, looks.c_str()});
   if (zoom == kZoomToFit) values.push_back({kZoom, "auto"});
   if (zoom > 1) values.push_back({kZoom, std::to_string(zoom)});
   SaveConfigFile(fileName, section_.c_str(), values);

@@ -48,6 +48,11 @@ class Settings {
   FixedText<1024> skinPath{"default"};
   double zoom = 1;  // see zoom.h; stored only where it is not 1
 
+  // Of the menu; stored only where they say something.
+  bool help = false;       // a key shows what the keys do
+  bool typeAhead = false;  // letters and digits go to entries
+  FixedText<1024> looks;   // skins that one can go round, separated by commas
+
   FixedText<1024> fileName{"allegro.cfg"};  // the file last loaded
   bool fileLoaded = false;
 

@@ -84,8 +84,8 @@ constexpr Key kItemKeys[] = {
 };
 
 // Settings that are no numbers.
-constexpr const char* kSettingTexts[] = {"zoom", "skinPath", "gfxMode", "soundDriver",
-                                         "midiDriver"};
+constexpr const char* kSettingTexts[] = {"zoom",    "skinPath",    "looks",
+                                         "gfxMode", "soundDriver", "midiDriver"};
 
 // A hint file, and the sections of it that items name.
 struct Hints {

@@ -1,0 +1,68 @@
+#include "launcher/type_ahead.h"
+
+#include <algorithm>
+
+#include "toolkit/base/allegro.h"
+
+namespace zel {
+namespace {
+
+constexpr int kSpace = ' ', kDelete = 127;
+
+wchar_t Lower(wchar_t letter) { return static_cast<wchar_t>(utolower(static_cast<int>(letter))); }
+
+std::wstring Lower(std::wstring text) {
+  std::transform(text.begin(), text.end(), text.begin(), [](wchar_t c) { return Lower(c); });
+  return text;
+}
+
+bool IsDigit(wchar_t character) { return character >= L'0' && character <= L'9'; }
+
+}  // namespace
+
+std::wstring WideText(const char* text) {
+  std::wstring wide;
+  while (const int character = ugetxc(&text)) wide += static_cast<wchar_t>(character);
+  return wide;
+}
+
+// One letter alone goes on to the next entry, more of them keep the current one where it fits.
+int TypeAhead::FindTitle(const MenuSession& session, const std::wstring& start) const {
+  const int count = session.Count();
+  for (int i = start.size() > 1 ? 0 : 1; i <= count; ++i) {
+    const int index = (std::max(session.Current(), 0) + i) % count;
+    if (session.Entry(index).flags & kItemSeparator) continue;
+    if (Lower(shown_(session.Title(index))).compare(0, start.size(), start) == 0) return index;
+  }
+  return -1;
+}
+
+int TypeAhead::FindNumber(const MenuSession& session, int digit) {
+  constexpr int kLargest = 9999;
+  if (const int longer = number_ * 10 + digit; number_ > 0 && longer <= kLargest)
+    if (const int index = session.EntryOfNumber(longer); index >= 0) {
+      number_ = longer;
+      return index;
+    }
+  number_ = digit;
+  return session.EntryOfNumber(digit);
+}
+
+int TypeAhead::Find(const MenuSession& session, int character, std::int64_t now) {
+  if (character <= kSpace || character == kDelete || session.Count() == 0) return -1;
+  if (now - last_ > kPause) {
+    typed_.clear();
+    number_ = 0;
+  }
+  last_ = now;
+  typed_ += Lower(static_cast<wchar_t>(character));
+  const bool isNumber = std::all_of(typed_.begin(), typed_.end(), IsDigit);
+  if (isNumber)
+    if (const int index = FindNumber(session, character - '0'); index >= 0) return index;
+  if (const int index = FindTitle(session, typed_); index >= 0) return index;
+  if (IsDigit(typed_.back())) return FindNumber(session, character - '0');
+  const bool isAlike = typed_.find_first_not_of(typed_[0]) == std::wstring::npos;
+  return isAlike ? FindTitle(session, typed_.substr(0, 1)) : -1;
+}
+
+}  // namespace zel
