@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <limits>
 
+#include "launcher/texts.h"
+
 namespace zel {
 namespace {
 
 constexpr int kSecond = 1000;  // milliseconds
+constexpr int kWaitingText = 1516;
 
 }  // namespace
 
@@ -32,6 +35,10 @@ bool ItemWait::Check() {
   if (!hasTimeout_) return ready;
   remaining_ -= kPeriod;
   return ready || remaining_ < 1;
+}
+
+const char* ItemWait::Message() const {
+  return item_.waitText.IsEmpty() ? Text(kWaitingText) : item_.waitText.c_str();
 }
 
 int ItemWait::Seconds() const { return remaining_ / kSecond; }

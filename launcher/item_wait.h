@@ -17,6 +17,8 @@ class ItemWait {
 
   // True when the waiting is over. Each call counts as one period, also the first.
   bool Check();
+  // What is said meanwhile.
+  const char* Message() const;
   bool HasTimeout() const { return hasTimeout_; }
   // What shows of the time that is left.
   int Seconds() const;

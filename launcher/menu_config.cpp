@@ -108,6 +108,7 @@ std::unique_ptr<MenuItem> ReadItem(const Section& section, bool translates) {
   item->hintSection.Assign(section.GetText("HintSection"));
   item->waitForFile.Assign(section.GetText("WaitForFile"));
   item->waitWhileFile.Assign(section.GetText("WaitWhileFile"));
+  item->waitText.Assign(Translated(section, "WaitText", translates).c_str());
   item->timeout = section.GetInt("Timeout");
   item->showIfFile.Assign(section.GetText("ShowIfFileExists"));
   ReadLook(section, *item);

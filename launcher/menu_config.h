@@ -39,6 +39,7 @@ struct MenuItem {
   Color color;             // of the title; none when not set
   FixedText<260> waitForFile;
   FixedText<260> waitWhileFile;
+  FixedText<1024> waitText;  // of the waiting window; empty for the usual one
   std::int32_t timeout = 0;  // seconds
   FixedText<260> showIfFile;
 };

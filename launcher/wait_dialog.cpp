@@ -13,14 +13,13 @@ constexpr int kCtrlC = 3;  // as a character
 
 constexpr int kTitleText = 1312;
 constexpr int kCancelText = 1320;
-constexpr int kWaitingText = 1516;
 
 enum ControlId : int { kNoId = -1, kCancelId = 14, kMessageId = 20, kCountdownId = 21 };
 
 constexpr ControlRecord kForm[] = {
     {kControlSize, kNoId, 0, 0, 150, 66},
     {kControlGroupFrame, kNoId, 7, 3, 136, 36},
-    {kControlText, kMessageId, 15, 12, 120, 11, kWaitingText},
+    {kControlText, kMessageId, 15, 12, 120, 11},
     {kControlLabel, kCountdownId, 15, 24, 120, 10},
     {kControlButton, kCancelId, 50, 46, 50, 14, kCancelText},
     {kControlEnd},
@@ -70,6 +69,7 @@ void WaitDialog::FitMessage(Label& message) {
 void WaitDialog::SetUpControls() {
   auto& message = *static_cast<Label*>(form_.Find(kMessageId));
   message.AlignCentre();
+  message.SetText(wait_.Message());
   countdown_ = static_cast<Label*>(form_.Find(kCountdownId));
   countdown_->AlignCentre();
   countdown_->SetText("");

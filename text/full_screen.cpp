@@ -365,26 +365,32 @@ void FullScreen::Show(const std::vector<std::wstring>& lines) {
 }
 
 void FullScreen::DrawWait(const ItemWait& wait, std::size_t busy) const {
-  const std::wstring title = Shown(Text(kWaitTitleText)), message = Shown(Text(kWaitingText));
+  const std::wstring title = Shown(Text(kWaitTitleText));
   std::wstring cancel = Shown(Text(kCancelText));
   cancel.erase(std::remove(cancel.begin(), cancel.end(), L'&'), cancel.end());
   const std::wstring clock =
       wait.HasTimeout() ? std::to_wstring(wait.Seconds()) : std::wstring(1, kBusySigns[busy % 4]);
-  constexpr int kHeight = 7, kMargin = 4;  // without the last row
-  const int width =
-      std::min(Screen::Columns(), std::max({Columns(message), Columns(title), 20}) + kMargin);
-  const bool hasFrame = Screen::Rows() > kHeight && Screen::Columns() >= 20;
+  constexpr int kMargin = 4, kNarrowest = 20;
+  std::vector<std::wstring> message = Wrapped(Shown(wait.Message()), Screen::Columns() - kMargin);
+  int longest = std::max(Columns(title), kNarrowest);
+  for (const std::wstring& line : message) longest = std::max(longest, Columns(line));
+  const int width = std::min(Screen::Columns(), longest + kMargin);
+  const int height = static_cast<int>(message.size()) + 6;  // without the last row
+  const bool hasFrame = Screen::Rows() > height && Screen::Columns() >= kNarrowest;
   const int left = hasFrame ? (Screen::Columns() - width) / 2 : 0,
-            top = hasFrame ? (Screen::Rows() - kHeight - 1) / 2 : 0;
+            top = hasFrame ? (Screen::Rows() - height - 1) / 2 : 0;
+  if (!hasFrame) message.resize(1);
   const std::wstring button = L"[ " + cancel + L" ]";
-  const std::wstring rows[] = {title, {}, message, clock, {}, button};
+  std::vector<std::wstring> rows{title, {}};
+  rows.insert(rows.end(), message.begin(), message.end());
+  rows.insert(rows.end(), {clock, {}, button});
   if (hasFrame) {
     const std::wstring edge = L'+' + std::wstring(static_cast<std::size_t>(width - 2), L'-') + L'+';
     screen_.Put(top, left, edge);
-    for (int i = 1; i < kHeight; ++i)
+    for (int i = 1; i < height; ++i)
       screen_.Put(top + i, left,
                   L'|' + std::wstring(static_cast<std::size_t>(width - 2), L' ') + L'|');
-    screen_.Put(top + kHeight, left, edge);
+    screen_.Put(top + height, left, edge);
   } else {
     Screen::Clear();
   }
@@ -394,7 +400,7 @@ void FullScreen::DrawWait(const ItemWait& wait, std::size_t busy) const {
     column = std::max(0, left + (width - Columns(text)) / 2);
     cursor = std::min(row, Screen::Rows() - 1);
     screen_.Put(row++, column, CutToColumns(text, hasFrame ? width - 2 : Screen::Columns()),
-                &text == &rows[5] ? Look::kCurrent : Look::kPlain);
+                &text == &rows.back() ? Look::kCurrent : Look::kPlain);
   }
   Screen::Show(cursor, std::min(column + kMarkColumns, Screen::Columns() - 1));
 }

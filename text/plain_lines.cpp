@@ -185,7 +185,7 @@ bool PlainLines::WaitFor(const MenuItem& item) {
   ItemWait wait{item};
   if (wait.Check()) return true;
   WriteText(kWaitTitleText);
-  WriteText(kWaitingText);
+  WriteLine(Shown(wait.Message()));
   WriteText(kEnterCancelsText);
   int told = -1;
   for (std::int64_t check = Milliseconds() + ItemWait::kPeriod;;) {

@@ -5,7 +5,6 @@ namespace zel {
 
 inline constexpr int kWaitTitleText = 1312;
 inline constexpr int kCancelText = 1320;
-inline constexpr int kWaitingText = 1516;
 inline constexpr int kSubmenuText = 1600;
 inline constexpr int kNotAvailableText = 1601;
 inline constexpr int kNumberText = 1602;

@@ -44,7 +44,7 @@ class MenuConfigTest : public LauncherFixture {
     for (const auto& item : config_.items)
       text += (text.empty() ? "" : "; ") +
               Words({item->title, item->icon, item->submenu, item->exitString, item->hintText,
-                     item->waitForFile, item->waitWhileFile, item->showIfFile,
+                     item->waitForFile, item->waitWhileFile, item->waitText, item->showIfFile,
                      item->flags & kItemSeparator ? "separator" : "",
                      item->flags & kItemSubmenu ? "menu" : "",
                      item->flags & kItemDisabled ? "off" : ""},
@@ -142,14 +142,14 @@ TEST_F(MenuConfigTest, ItemsAreWhatTheirKeysSayAndKeptWhereTheyShow) {
 TEST_F(MenuConfigTest, OtherLanguagesThanEnglishHaveKeysOfTheirOwn) {
   WriteFile("hints", "[h]\nplain\n[end:h]\n");
   WriteFile("hints.en", "[h]\ntranslated\n[end:h]\n");
-  const std::string keys = "Title=p\nTitle.en=t\nHintSection=h\n";
-  EXPECT_EQ(Items(keys), "p plain 0 0 0,0,0");
+  const std::string keys = "Title=p\nTitle.en=t\nHintSection=h\nWaitText=P\nWaitText.en=T\n";
+  EXPECT_EQ(Items(keys), "p plain P 0 0 0,0,0");
   WriteFile("i18n", "LANG=de\n");
-  EXPECT_EQ(Items(keys), "t translated 0 0 0,0,0");
+  EXPECT_EQ(Items(keys), "t translated T 0 0 0,0,0");
   EXPECT_EQ(Items("Title.en=t"), "t 0 0 0,0,0");
   EXPECT_EQ(Items("Title=p\nTitle.en="), "p 0 0 0,0,0");
   std::filesystem::remove("hints.en");
-  EXPECT_EQ(Items(keys), "t plain 0 0 0,0,0");
+  EXPECT_EQ(Items(keys), "t plain T 0 0 0,0,0");
 }
 
 TEST_F(MenuConfigTest, HasAChoiceWithALineThatLeadsToAnEnd) {

@@ -208,6 +208,9 @@ TEST_F(LauncherWidgetsTest, TimePassesInItsWindowAndOnlyWhatMovesIsCopied) {
   ExpectShown("wait_busy", {0, 90, 320, 60});
   for (int i = 0; i < 200; ++i) dialog->Check(), Copied();  // to the end and back and on
   ExpectShown("wait_busy_for_long", {0, 90, 320, 60});
+  item.waitText.Assign("Making a coffee which takes its time");
+  Wait(0).Check();
+  ExpectShown("wait_with_own_text", {0, 60, 320, 90});
 }
 
 // Unless Enter is let go of, it is the one that has opened the wait.

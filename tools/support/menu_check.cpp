@@ -76,11 +76,13 @@ using Keys = std::span<const Key>;
 constexpr Keys kGeneralKeys = kScreenKeys;
 constexpr Keys kSizeKeys = kGeneralKeys.first(21);  // what a section for one size may have
 constexpr Key kItemKeys[] = {
-    {"Title", Kind::kText, true},      {"Icon", Kind::kPicture},       {"Submenu", Kind::kFile},
-    {"ExCode", Kind::kNumber},         {"ExString", Kind::kText},      {"HintSection", Kind::kText},
-    {"WaitForFile", Kind::kName},      {"WaitWhileFile", Kind::kName}, {"Timeout", Kind::kNumber},
-    {"ShowIfFileExists", Kind::kName}, {"Disable", Kind::kNumber},     {"Color", Kind::kColor},
-    {"Separator", Kind::kNumber},
+    {"Title", Kind::kText, true}, {"Icon", Kind::kPicture},
+    {"Submenu", Kind::kFile},     {"ExCode", Kind::kNumber},
+    {"ExString", Kind::kText},    {"HintSection", Kind::kText},
+    {"WaitForFile", Kind::kName}, {"WaitWhileFile", Kind::kName},
+    {"Timeout", Kind::kNumber},   {"ShowIfFileExists", Kind::kName},
+    {"Disable", Kind::kNumber},   {"Color", Kind::kColor},
+    {"Separator", Kind::kNumber}, {"WaitText", Kind::kText, true},
 };
 
 // Settings that are no numbers.
