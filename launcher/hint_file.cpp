@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "launcher/language.h"
 #include "launcher/menu_config.h"
 #include "launcher/whole_file.h"
 #include "toolkit/base/allegro.h"
@@ -61,7 +62,7 @@ class Paragraph {
 }  // namespace
 
 HintFile::HintFile(const char* fileName) {
-  const std::string text = ReadWhole(fileName).c_str();  // a zero byte ends it
+  const std::string text = InTextFormat(ReadWhole(fileName).c_str());  // a zero byte ends it
   for (std::size_t start = 0; start < text.size();) {
     const std::string whole{NextLine(text, start)};
     std::string line = CutToBytes(Trimmed(whole.c_str()).c_str(), kLineBytes);

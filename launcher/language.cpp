@@ -12,7 +12,11 @@
 #include "launcher/paths.h"
 #include "launcher/state.h"
 #include "launcher/texts.h"
+#include "launcher/whole_file.h"
 #include "toolkit/base/allegro.h"
+#include "toolkit/base/section_file.h"
+#include "toolkit/base/settings.h"
+#include "toolkit/base/text.h"
 
 namespace zel {
 namespace {
@@ -90,14 +94,25 @@ const LanguageRow& ReadLanguage() {
   return kLanguages[0];
 }
 
+bool WantsUnicode() {
+  const SectionFile file{ReadWhole(paths.settings)};
+  return Settings::SectionOf(file).GetInt(Settings::kUnicode) != 0;
+}
+
 }  // namespace
+
+std::string InTextFormat(const std::string& hints) {
+  return launcherState.hintsNeedConversion ? Converted(hints, U_ASCII_CP, U_CURRENT) : hints;
+}
 
 int LanguageIndex() { return ReadLanguage().language; }
 
 void SetupEncoding() {
   const LanguageRow& language = ReadLanguage();
   set_uformat(U_ASCII);
-  set_uformat(language.codePage ? U_ASCII_CP : U_UTF8);
+  launcherState.hintsNeedConversion = language.codePage && WantsUnicode();
+  const bool isUnicode = !language.codePage || launcherState.hintsNeedConversion;
+  set_uformat(isUnicode ? U_UTF8 : U_ASCII_CP);
   if (language.codePage) set_ucodepage(language.codePage(), nullptr);
   SetTextLanguage(language.catalogue);
 }

@@ -1,6 +1,8 @@
 // The language of the interface, chosen by the rescue system and not by the process's environment.
 #pragma once
 
+#include <string>
+
 namespace zel {
 
 enum Language : int {
@@ -19,7 +21,11 @@ enum Language : int {
 // is none or it is not known. Keeps its code in launcherState.
 int LanguageIndex();
 
-// Sets Allegro's text format and code page, and what texts are translated to, for the language.
+// Sets Allegro's text format and code page, and what texts are translated to, for the language. The
+// settings may want UTF-8 for all.
 void SetupEncoding();
+
+// The content of a hint file, which is in the encoding of the language, in the text format.
+std::string InTextFormat(const std::string& hints);
 
 }  // namespace zel

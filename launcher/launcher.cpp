@@ -37,7 +37,6 @@ namespace zel {
 namespace {
 
 constexpr const char* kProgram = "zel";
-constexpr const char* kSettingsFile = "zel.cfg";
 constexpr int kNoGraphicsText = 1513;
 
 constexpr int kAutodetectFullScreen = 1;
@@ -128,7 +127,7 @@ class WithoutComposing {
 // Returns only with a graphics mode and a running toolkit.
 void BringUpGraphics() {
   const WithoutComposing menu;
-  const Error result = TryFallbackModes(InstallToolkit(kSettingsFile, PrepareMenu));
+  const Error result = TryFallbackModes(InstallToolkit(paths.settings, PrepareMenu));
   if (!result.IsError()) return;
   if (result == Error{kGraphicsError}) EndWithoutGraphics();
   ChangeDirectory(Directory::kSaved);

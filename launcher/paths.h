@@ -7,6 +7,7 @@ namespace zel {
 
 struct Paths {
   const char* configDirectory = "/etc/zel";            // working directory during the run
+  const char* settings = "zel.cfg";                    // in it
   const char* mouseServerPid = "/var/run/gpm.pid";     // exists while the console mouse server runs
   const char* languageFile = "/etc/sysconfig/i18n";    // its LANG line chooses the language
   const char* catalogues = "/usr/local/share/locale";  // translated texts

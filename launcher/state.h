@@ -14,6 +14,7 @@ class MenuScreen;
 struct LauncherState {
   Color backLineColor{200, 100, 100};   // of the entry that leads out of a submenu
   char languageCode[3] = {};            // "de" from LANG=de_DE
+  bool hintsNeedConversion = false;     // from the encoding of the language to the text format
   MenuScreen* runningScreen = nullptr;  // while it runs
   std::int32_t exitCode = 0;            // of the current item; what the process returns
   FixedText<256> outputString;          // of the current item

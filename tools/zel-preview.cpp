@@ -27,7 +27,6 @@ namespace {
 constexpr int kUsageStatus = 2;
 constexpr int kFramesPerKey = 20;  // transitions end meanwhile
 constexpr int kDepthWithoutDesktop = 16;
-constexpr const char* kSettingsFile = "zel.cfg";
 constexpr const char* kNoFile = "";
 
 struct Key {
@@ -117,7 +116,7 @@ Options ReadOptions(int argc, char** argv) {
 void SetUp(Offscreen& offscreen, const Options& options) {
   paths.outputFile = paths.positionFile = paths.progressFile = kNoFile;
   SetupEncoding();
-  settings.Load(kSettingsFile);
+  settings.Load(paths.settings);
   const Size size =
       options.size.w ? options.size : Size{settings.screenWidth, settings.screenHeight};
   const int usual = settings.colorDepth < 1 ? kDepthWithoutDesktop : settings.colorDepth;

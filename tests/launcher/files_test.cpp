@@ -5,6 +5,7 @@
 
 #include "launcher/has_choice.h"
 #include "launcher/hint_file.h"
+#include "launcher/language.h"
 #include "launcher/result_files.h"
 #include "tests/support/launcher_fixture.h"
 
@@ -150,6 +151,19 @@ TEST_F(MenuConfigTest, OtherLanguagesThanEnglishHaveKeysOfTheirOwn) {
   EXPECT_EQ(Items("Title=p\nTitle.en="), "p 0 0 0,0,0");
   std::filesystem::remove("hints.en");
   EXPECT_EQ(Items(keys), "t plain T 0 0 0,0,0");
+}
+
+// Hint files are in the encoding of the language all the same.
+TEST_F(MenuConfigTest, TextsHaveLettersOfAllLanguagesWhereTheSettingsWantThem) {
+  WriteFile("i18n", "LANG=ru\n");
+  WriteFile("hints.en", "[h]\n\xD1\n[end:h]\n");
+  for (const auto& [settings, items] : {std::pair{"", "\xD1^\xE9^ \xD1 0 0 0,0,0"},
+                                        {"Other", "\xD1^\xE9^ \xD1 0 0 0,0,0"},
+                                        {"Toolkit", "я中Иé я 0 0 0,0,0"}}) {
+    WriteFile("zel.cfg", "[Toolkit]\nzoom=1\n[" + std::string{settings} + "]\nunicode=1\n");
+    SetupEncoding();
+    EXPECT_EQ(Items("Title.en=я中Иé\nHintSection=h\n"), items) << settings;
+  }
 }
 
 TEST_F(MenuConfigTest, HasAChoiceWithALineThatLeadsToAnEnd) {

@@ -86,14 +86,6 @@ bool HoldsAKey(const SectionFile::Section& section) {
                      [](const auto& entry) { return Settings::IsKey(entry.name.c_str()); });
 }
 
-// The section of a file that holds the settings.
-const SectionFile::Section& FindSection(const SectionFile& file) {
-  const SectionFile::Section& named = file.Find(Ascii(kSection));
-  if (!named.Heads().empty()) return named;
-  const auto found = std::find_if(file.Sections().begin(), file.Sections().end(), HoldsAKey);
-  return found != file.Sections().end() ? *found : named;
-}
-
 // As Allegro's set_config_id writes it.
 std::string DriverText(int id) {
   if (id < 256) return std::to_string(id);
@@ -106,8 +98,15 @@ constexpr int kHighestRate = 1000;  // what Allegro's timers can keep up with
 
 }  // namespace
 
+const SectionFile::Section& Settings::SectionOf(const SectionFile& file) {
+  const SectionFile::Section& named = file.Find(Ascii(kSection));
+  if (!named.Heads().empty()) return named;
+  const auto found = std::find_if(file.Sections().begin(), file.Sections().end(), HoldsAKey);
+  return found != file.Sections().end() ? *found : named;
+}
+
 bool Settings::IsKey(const char* name) {
-  for (const char* text : {kSkinPath, kZoom, kLooks})
+  for (const char* text : {kSkinPath, kZoom, kLooks, kUnicode})
     if (ustricmp(name, Ascii(text)) == 0) return true;
   return IsIn(kKeys, name) || IsIn(kAdditions, name);
 }
@@ -117,7 +116,7 @@ void Settings::Load(const char* file) {
   fileLoaded = true;
   fileName.Assign(file);
   const SectionFile content = UseConfigFile(fileName);
-  const SectionFile::Section& section = FindSection(content);
+  const SectionFile::Section& section = SectionOf(content);
   section_ = section.Heads().empty() ? kSection : section.Name();
   skinPath.Assign(section.GetText(Ascii(kSkinPath), skinPath));
   if (const char* text = section.GetText(Ascii(kZoom), nullptr))

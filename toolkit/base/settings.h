@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "toolkit/base/section_file.h"
 #include "toolkit/base/text.h"
 
 namespace zel {
@@ -64,6 +65,11 @@ class Settings {
   const std::string& Section() const { return section_; }
   // Writes every field back to the section that Load used; nothing when no file was loaded.
   void Save() const;
+  // The settings section of a file.
+  static const SectionFile::Section& SectionOf(const SectionFile& file);
+  // The key of programs whose texts may have letters of all languages in each: whoever sets the
+  // text format looks there, which is before these settings are loaded.
+  static constexpr const char* kUnicode = "unicode";
   // True for the name of a key, in any case.
   static bool IsKey(const char* name);
 
