@@ -37,6 +37,7 @@ ICONS = {
     "copy": (TEAL, line("M4.2 4.2H11V11H4.2ZM13.4 8.6H15.8V15.8H8.6V13.4")),
     "erase": (RED, line("M4.6 6H15.4M8 6V4.2H12V6M6 6L6.8 16H13.2L14 6M8.8 8.6V13.4M11.2 8.6V13.4")),
     "memory": (GREEN, line("M4 6H16V13H4ZM6.4 13V15.4M10 13V15.4M13.6 13V15.4M7 8.2V10.8M10 8.2V10.8M13 8.2V10.8")),
+    "language": (VIOLET, line("M10 4A6 6 0 1 0 10 16A6 6 0 0 0 10 4ZM4 10H16M10 4C7.2 6.6 7.2 13.4 10 16C12.8 13.4 12.8 6.6 10 4")),
     "info": (BLUE, line("M10 9.4V14.4") + '<circle cx="10" cy="5.9" r="1.2" fill="#ffffff"/>'),
 }
 

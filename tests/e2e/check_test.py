@@ -16,7 +16,7 @@ MISTAKES = {
         ("zel.skin", "zel.skin\n[Mouse]\nmouseSpeed = 2", "zel.cfg: [Mouse]: nobody reads this section"),
     ],
     "menu.cfg": [
-        ("LinesNumber = 15", "LinesNumber = 14", "menu.cfg: [LINE15]: never shown: LinesNumber is 14"),
+        ("LinesNumber = 16", "LinesNumber = 15", "menu.cfg: [LINE16]: never shown: LinesNumber is 15"),
         ("ExCode = 31", "ExCode = 08", 'menu.cfg: [LINE9] ExCode: "08" is no number'),
         ("icons/memory.bmp", "icons/none.bmp", "menu.cfg: [LINE9] Icon: there is no file icons/none.bmp"),
         ("icons/log.bmp", "hints.txt", "menu.cfg: [LINE12] Icon: hints.txt is no readable picture"),
@@ -41,7 +41,7 @@ MISTAKES = {
     ],
 }
 # A text of many bytes, and a name that each hint file may write in an encoding of its own.
-HARMLESS = {name: [("mdstat]", "Стан]", None)] for name in ("hints.txt", "hints.de.txt", "hints.ru.txt")} | {
+HARMLESS = {file.name: [("mdstat]", "Стан]", None)] for file in (ROOT / "data").glob("hints*")} | {
     "raid.cfg": [("Show their state", "Ж" * 600, None), ("= mdstat", "= Стан", None)],
 }
 

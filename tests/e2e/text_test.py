@@ -112,7 +112,7 @@ class TextTest(unittest.TestCase):
         self.assertTrue(shown.startswith("\nRescue menu\nWhat do you want to do?\n>  1  Start the rescue desktop\n"))
         self.assertIn("\n\n   3  Disks and partitions (submenu)\n", shown)
         self.assertIn("  7  Reset the firmware password (not available)\n", shown)
-        for answer, said in (("?", "?3 explains entry 3."), ("?3", "Lists, checks, copies"), ("? 12", "no such entry"),
+        for answer, said in (("?", "?3 explains entry 3."), ("?3", "Lists, checks, copies"), ("? 13", "no such entry"),
                              ("0", "no such entry"), ("99999999999", "no such entry"), ("7", "not available"),
                              ("\xff\xc0 2", "no such entry"), ("\x03\x1c\x1a\x04", "no such entry"),
                              ("x" * 3000, "no such entry"), (" ", "> "), ("3", "0  Back to the previous menu")):
@@ -138,7 +138,7 @@ class TextTest(unittest.TestCase):
         menu.type("\r\r\r" + down, menu.on("Scan"))  # held from before: chooses nothing
         menu.type(down + "\r\r\r", menu.on("Back to the previous menu"))
         menu.type(" ", menu.on("Disks and partitions"))
-        self.assertRegex(menu.text(), r"^Rescue menu\nWhat do you .* 3/11\n  Start(.|\n)*\nLists, checks, copies")
+        self.assertRegex(menu.text(), r"^Rescue menu\nWhat do you .* 3/12\n  Start(.|\n)*\nLists, checks, copies")
         menu.type("?", lambda: menu.text().startswith("Arrow keys") and "Letters" in menu.text())
         menu.type("q", menu.on("Disks"))
         for size in ((12, 40), (1, 1), (65000, 65000), (2, 9), (9, 20), (25, 80)):
@@ -158,7 +158,7 @@ class TextTest(unittest.TestCase):
         menu.type("\x03\x1c\x1a\x04" + end, menu.on("Switch the computer off"))
         menu.type(up, menu.on("Restart"))
         os.write(menu.master, b"\r")
-        self.assertEqual((*menu.end(), self.position()), (80, "reboot\n", "", "12"))
+        self.assertEqual((*menu.end(), self.position()), (80, "reboot\n", "", "13"))
         menu = self.start()
         menu.type("", menu.on("Restart"))
 
