@@ -232,6 +232,29 @@ class SignalTest(LauncherTest):
 
 
 class ScriptTest(LauncherTest):
+    def program(self, launcher, name, does):
+        file = launcher.state / "run/programs" / name
+        file.parent.mkdir(exist_ok=True)
+        file.write_text(f"#!/bin/sh\n{does}\n")
+        file.chmod(0o755)
+
+    def test_a_language_is_that_of_menu_programs_and_console_until_another_is_chosen(self):
+        launcher = self.launcher({"rescue-menu": (ROOT / "data/rescue-menu").read_text()})
+        (launcher.state / "etc/sysconfig").mkdir()
+        for name, text in (("etc/sysconfig/i18n", "# own\nLANG = it\nSYSFONT=x\nLANGUAGE=y\n"),
+                           ("run/cmdline", "quiet zel.lang=zh_CN\n"), ("run/choices", "language ja\nlanguage *\n")):
+            (launcher.state / name).write_text(text)
+        zel = ("[ $1 ] && exit\ncat /etc/sysconfig/*; echo $LANG\n"
+               "read -r choice && echo $choice >/root/output.txt || kill -KILL $PPID")
+        for name, does in (("zel", zel), ("stty", ""), ("loadkeys", "echo $*"), ("setfont", "echo $*")):
+            self.program(launcher, name, does)
+        launcher.launch(before="mount --bind /run/cmdline /proc/cmdline; mount --bind /run/programs /usr/local/sbin\n"
+                               "sh /etc/zel/rescue-menu </run/choices; exec sh /etc/zel/rescue-menu </dev/null")
+        font, english = "Uni2-Fixed16", ("us", "LANG=en_US.UTF-8")
+        menus = [("us", "LANG=cn\nLANG=zh_CN.UTF-8"), ("jp106", "LANG=ja_JP.UTF-8"), english, english]
+        self.assertEqual(launcher.end()[3], "".join(
+            f"{keys}\n{font}\n# own\nLANGUAGE=y\n{lang}\nSYSFONT={font}\nKEYTABLE={keys}\n{lang[-11:]}\n" for keys, lang in menus))
+
     def test_it_does_nothing_without_a_new_choice(self):
         menu = "[MENU_CONFIGURATION]\nLinesNumber = {}\n[LINE1]\nTitle = x\n"
         zel = '[ "$1" ] && exec /run/zel $1; echo reboot >/root/output.txt; kill -KILL $$'
@@ -242,11 +265,8 @@ class ScriptTest(LauncherTest):
                 (menu.format("0x1"), "", "the status of zel is 137")):
             launcher = self.launcher({"menu.cfg": text, "rescue-menu": (ROOT / "data/rescue-menu").read_text()})
             launcher.output_file.write_text("poweroff\n")
-            programs = launcher.state / "run/programs"
-            programs.mkdir()
             for name, does in (("zel", zel), ("shell", "echo a shell; kill -KILL $PPID"), ("stty", "")):
-                (programs / name).write_text(f"#!/bin/sh\n{does}\n")
-                (programs / name).chmod(0o755)
+                self.program(launcher, name, does)
             launcher.launch(before=f"mount --bind /run/programs /usr/local/sbin; {before}\n"
                                    "SHELL=/run/programs/shell exec sh /etc/zel/rescue-menu")
             stdout = f"There is no menu: {reason}.\nType 'exit' to get back to the menu.\na shell\n"
