@@ -13,6 +13,7 @@
 #include "launcher/state.h"
 #include "text/full_screen.h"
 #include "text/plain_lines.h"
+#include "text/spoken_lines.h"
 #include "text/terminal.h"
 #include "text/terminal_text.h"
 #include "toolkit/base/confinement.h"
@@ -25,9 +26,11 @@ constexpr const char* kProgram = "zel-text";
 constexpr const char* kSettingsFile = "zel.cfg";
 constexpr int kUsageStatus = 2;
 
+enum class Face { kScreen, kPlain, kSpoken };
+
 struct Options {
   bool isUsable = true;
-  bool isPlain = false;
+  Face face = Face::kScreen;
 };
 
 // A name that means the same in each directory.
@@ -43,7 +46,9 @@ Options ReadOptions(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     const bool hasValue = i + 1 < argc && *argv[i + 1] != '\0';
     if (std::strcmp(argv[i], "--plain") == 0) {
-      options.isPlain = true;
+      options.face = Face::kPlain;
+    } else if (std::strcmp(argv[i], "--speak") == 0) {
+      options.face = Face::kSpoken;
     } else if (std::strcmp(argv[i], "--output") == 0 && hasValue) {
       output = Absolute(argv[++i]);
       paths.outputFile = output.c_str();
@@ -58,9 +63,11 @@ Options ReadOptions(int argc, char** argv) {
 }
 
 // True when an item was chosen.
-bool Show(MenuSession& session, bool isPlain) {
+bool Show(MenuSession& session, Face face) {
+  // What is spoken, or read with fingers, needs no font.
+  if (face == Face::kSpoken) return RunSpokenLines(session);
   KeepToFontOf(STDOUT_FILENO);
-  if (!isPlain)
+  if (face == Face::kScreen)
     if (const auto screen = Screen::Start()) return RunFullScreen(*screen, session);
   return RunPlainLines(session);
 }
@@ -70,7 +77,8 @@ bool Show(MenuSession& session, bool isPlain) {
 int RunTextLauncher(int argc, char** argv) {
   const Options options = ReadOptions(argc, argv);
   if (!options.isUsable) {
-    std::fprintf(stderr, "usage: %s [--plain] [--output FILE] [--position FILE]\n", kProgram);
+    std::fprintf(stderr, "usage: %s [--plain | --speak] [--output FILE] [--position FILE]\n",
+                 kProgram);
     return kUsageStatus;
   }
   LimitLauncher();
@@ -87,7 +95,7 @@ int RunTextLauncher(int argc, char** argv) {
     session.Open(kMainMenu);
     session.Restore();
     session.ReadHints();
-    if (!Show(session, options.isPlain)) {
+    if (!Show(session, options.face)) {
       std::fprintf(stderr, "%s: the terminal or the input has ended\n", kProgram);
       return EXIT_FAILURE;
     }

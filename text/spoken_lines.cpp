@@ -1,0 +1,361 @@
+#include "text/spoken_lines.h"
+
+#include <termios.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <climits>
+#include <cwchar>
+#include <string>
+#include <vector>
+
+#include "launcher/item_wait.h"
+#include "launcher/progress_file.h"
+#include "launcher/texts.h"
+#include "launcher/type_ahead.h"
+#include "text/repeated_key.h"
+#include "text/screen.h"
+#include "text/terminal.h"
+#include "text/terminal_text.h"
+#include "text/texts.h"
+#include "text/typed_keys.h"
+#include "toolkit/base/settings.h"
+
+namespace zel {
+namespace {
+
+constexpr int kUsualColumns = 80, kUsualRows = 24;
+constexpr int kPage = 5;  // entries
+// Screen readers do not speak what is written within about 0.12 seconds after an arrow key: they
+// wait for the cursor to come to rest, and speak its line. So the line with the cursor comes at
+// once, and the rest later.
+constexpr std::int64_t kRestDelay = 300;
+constexpr std::int64_t kProgressPause = 10000;  // milliseconds between two lines that say how far
+constexpr int kCountdownStep = 10;              // seconds
+constexpr int kCtrlC = 3, kTab = 9, kCtrlL = 12, kCtrlN = 14, kCtrlP = 16, kEscape = 27;
+constexpr int kGone = -2;  // beside the codes of keys
+
+using Lines = std::vector<std::wstring>;
+
+// Each key by itself, and none shown. Whoever has the terminal puts it back.
+void TakeKeysSingly() {
+  termios modes{};
+  if (tcgetattr(STDIN_FILENO, &modes) != 0) return;
+  modes.c_lflag &= static_cast<tcflag_t>(~(ICANON | ECHO));
+  modes.c_cc[VMIN] = 1;
+  modes.c_cc[VTIME] = 0;
+  tcsetattr(STDIN_FILENO, TCSANOW, &modes);
+}
+
+class SpokenLines {
+ public:
+  explicit SpokenLines(MenuSession& session) : session_{session} {}
+
+  bool Run() {
+    TakeKeysSingly();
+    Write(L"\r\n");
+    TellTitles();
+    Put(Wrap(ShownLines(Text(kKeysText))));
+    TellEntry();
+    while (!isGone_ && !session_.IsChosen()) {
+      const int key = ReadKey(Milliseconds() + std::max(progress_.PollPeriod(), kShortestPoll));
+      if (key == kKeyNone)
+        TellProgress();
+      else if (key != kGone)
+        Handle(key);
+    }
+    Write(Down() + L"\r\n");
+    Flush();
+    return !isGone_;
+  }
+
+ private:
+  int ReadKey(std::int64_t until);
+  void Handle(int key);
+  void MoveTo(int target, int direction);
+  void TakeByte(int key);
+  void Choose();
+  bool WaitFor(const MenuItem& item);
+
+  void TellTitles();
+  void TellEntry();
+  void TellRest();
+  void TellHelp();
+  void TellProgress();
+  std::wstring EntryText() const;
+
+  Lines Wrap(const Lines& texts) const;
+  std::wstring Down() const {
+    return rowsBelow_ > 0 ? L"\033[" + std::to_wstring(rowsBelow_) + L'B' : L"";
+  }
+  void Write(const std::wstring& text) { written_ += Encoded(text); }
+  void Put(const Lines& lines) {
+    for (const std::wstring& line : lines) Write(line + L"\r\n");
+  }
+  void Begin(const Lines& lines);
+  void PutBelow(const Lines& lines);
+  void Flush() {
+    if (!Terminal::Write(written_)) isGone_ = true;
+    written_.clear();
+  }
+
+  MenuSession& session_;
+  TypedKeys typed_;
+  TypeAhead typeAhead_{Shown};
+  std::mbstate_t letterState_{};
+  RepeatedKey repeated_{Milliseconds()};
+  std::string written_;
+  Lines rest_;               // of what is told, as rows
+  std::int64_t restAt_ = 0;  // when it is due; 0 when nothing is left to tell
+  int rowsBelow_ = 0;        // the line with the cursor
+  bool isGone_ = false;
+  ProgressFile progressFile_;
+  ProgressValues progress_, told_;
+  std::int64_t toldAt_ = 0;
+};
+
+// The next key that counts, or what happened instead. What is due meanwhile is told.
+int SpokenLines::ReadKey(std::int64_t until) {
+  for (;;) {
+    const std::int64_t now = Milliseconds();
+    if (const int key = typed_.Take(now); key != kKeyNone) {
+      if (repeated_.Takes(key, now)) return key;
+      continue;
+    }
+    if (const int waited = repeated_.TakeWaiting(now)) return waited;
+    if (restAt_ != 0 && now >= restAt_) TellRest();
+    if (isGone_) return kGone;
+    if (now >= until) return kKeyNone;
+    std::int64_t pause = until - now;
+    if (restAt_ != 0) pause = std::min(pause, restAt_ - now);
+    if (repeated_.IsWaiting()) pause = std::min(pause, RepeatedKey::kWait);
+    if (!typed_.IsEmpty()) pause = std::min(pause, TypedKeys::kEscapeDelay);
+    const Terminal::Event event = Terminal::Wait(pause);
+    if (event == Terminal::Event::kInput) {
+      char bytes[512];
+      const ssize_t count = read(STDIN_FILENO, bytes, sizeof bytes);
+      if (count <= 0) isGone_ = true;
+      if (count > 0) typed_.Add(bytes, static_cast<std::size_t>(count), Milliseconds());
+    }
+    if (event == Terminal::Event::kGone) isGone_ = true;
+  }
+}
+
+Lines SpokenLines::Wrap(const Lines& texts) const {
+  const int columns = Terminal::GetSize().columns;
+  Lines rows;
+  for (const std::wstring& text : texts)
+    // What fills a row to its end may begin another one.
+    for (std::wstring& row : Wrapped(text, (columns > 1 ? columns : kUsualColumns) - 1))
+      rows.push_back(std::move(row));
+  return rows;
+}
+
+// In place of what was told before: the first row with the cursor at once, the others in a moment.
+void SpokenLines::Begin(const Lines& lines) {
+  Lines rows = Wrap(lines);
+  if (rows.empty()) rows.emplace_back();
+  Write(L"\r\033[J" + rows[0] + L'\r');
+  rowsBelow_ = 0;
+  rest_.assign(rows.begin() + 1, rows.end());
+  restAt_ = Milliseconds() + kRestDelay;
+  Flush();
+}
+
+// More rows below, with the cursor where it was. They scroll, but never so far that it leaves the
+// screen.
+void SpokenLines::PutBelow(const Lines& lines) {
+  const int height = Terminal::GetSize().rows;
+  for (const std::wstring& line : lines) {
+    if (rowsBelow_ + 2 > (height > 0 ? height : kUsualRows)) break;
+    Write(Down() + L"\r\n" + line);
+    ++rowsBelow_;
+    Write(L"\033[" + std::to_wstring(rowsBelow_) + L"A\r");
+  }
+  Flush();
+}
+
+void SpokenLines::TellRest() {
+  restAt_ = 0;
+  PutBelow(rest_);
+}
+
+void SpokenLines::TellTitles() {
+  for (const char* title :
+       {session_.Level().heading.text.c_str(), session_.Config().menuTitle.c_str()})
+    Put(Wrap({Shown(title)}));
+}
+
+std::wstring SpokenLines::EntryText() const {
+  int number = 0, count = 0;  // of what can be current
+  for (int i = 0; i < session_.Count(); ++i) {
+    if (session_.Entry(i).flags & kItemSeparator) continue;
+    ++count;
+    if (i <= session_.Current()) ++number;
+  }
+  const MenuItem& item = *session_.CurrentItem();
+  std::wstring text = Shown(item.title.c_str());
+  if (item.flags & kItemDisabled)
+    text += L", " + Shown(Text(kNotAvailableText));
+  else if (item.flags & kItemSubmenu)
+    text += L", " + Shown(Text(kSubmenuText));
+  std::wstring place = Shown(Text(kPlaceText));
+  const auto replace = [&place](const wchar_t* what, int value) {
+    if (const std::size_t at = place.find(what); at != std::wstring::npos)
+      place.replace(at, 2, std::to_wstring(value));
+  };
+  replace(L"%2", count);
+  replace(L"%1", number);
+  return text + L", " + place;
+}
+
+void SpokenLines::TellEntry() {
+  const MenuItem* item = session_.CurrentItem();
+  if (!item) return Begin({});
+  Lines lines{EntryText()};
+  for (std::wstring& line : ShownLines(item->hintText)) lines.push_back(std::move(line));
+  Begin(lines);
+}
+
+void SpokenLines::TellHelp() {
+  Lines lines;
+  for (const int text : {kMoveText, kChooseText, kTypeText, kSpokenHelpText})
+    if (text != kTypeText || settings.typeAhead) lines.push_back(Shown(Text(text)));
+  Begin(lines);
+}
+
+void SpokenLines::TellProgress() {
+  const std::int64_t now = Milliseconds();
+  progress_ = progressFile_.Look(now);
+  if (!progress_.Shows() || progress_ == told_ || restAt_ != 0) return;
+  if (toldAt_ != 0 && now - toldAt_ < kProgressPause &&
+      progress_.currentStep < progress_.stepNumber)
+    return;
+  told_ = progress_;
+  toldAt_ = now;
+  PutBelow({Shown(Text(kProgressText)) + L' ' + std::to_wstring(progress_.currentStep) + L'/' +
+            std::to_wstring(progress_.stepNumber)});
+}
+
+// The entry at the target, else the next one in that direction that is no separator, else the one
+// before it.
+void SpokenLines::MoveTo(int target, int direction) {
+  const int last = session_.Count() - 1;
+  target = std::clamp(target, 0, std::max(last, 0));
+  const auto isFree = [this](int index) { return !(session_.Entry(index).flags & kItemSeparator); };
+  for (const int step : {direction, -direction})
+    for (int index = target; 0 <= index && index <= last; index += step)
+      if (isFree(index)) {
+        session_.Select(index);
+        return TellEntry();
+      }
+}
+
+void SpokenLines::Handle(int key) {
+  const int current = session_.Current();
+  switch (key) {
+    case kKeyDown:
+    case kCtrlN:
+      return MoveTo(current + 1, 1);
+    case kKeyUp:
+    case kCtrlP:
+      return MoveTo(current - 1, -1);
+    case kKeyPageDown:
+      return MoveTo(current + kPage, 1);
+    case kKeyPageUp:
+      return MoveTo(current - kPage, -1);
+    case kKeyHome:
+      return MoveTo(0, 1);
+    case kKeyEnd:
+      return MoveTo(session_.Count() - 1, -1);
+    case '\r':
+    case '\n':
+    case ' ':
+      return Choose();
+    case '?':
+    case kKeyHelp:
+      return TellHelp();
+    case kTab:
+    case kCtrlL:
+    case kEscape:
+      return TellEntry();
+    default:
+      return TakeByte(key);
+  }
+}
+
+// A letter may be several bytes.
+void SpokenLines::TakeByte(int key) {
+  if (!settings.typeAhead || key < 0 || key > UCHAR_MAX) return;
+  const char byte = static_cast<char>(key);
+  wchar_t letter = 0;
+  const std::size_t count = std::mbrtowc(&letter, &byte, 1, &letterState_);
+  if (count == static_cast<std::size_t>(-1)) letterState_ = {};
+  if (count != 1) return;
+  const int index = typeAhead_.Find(session_, static_cast<int>(letter), Milliseconds());
+  if (index >= 0) MoveTo(index, 1);
+}
+
+void SpokenLines::Choose() {
+  if (!session_.CurrentItem()) return;
+  const MenuItem& item = *session_.CurrentItem();
+  switch (session_.Choose(item)) {
+    case MenuSession::Step::kNothing:
+      return TellEntry();  // which says that it is not available
+    case MenuSession::Step::kOther:
+      session_.ReadHints();
+      Write(L"\r\033[J");
+      TellTitles();
+      return TellEntry();
+    case MenuSession::Step::kWaits:
+      if (WaitFor(item))
+        session_.EndWaiting();
+      else
+        TellEntry();
+      return;
+    case MenuSession::Step::kChosen:
+      return;
+  }
+}
+
+// True when nothing keeps the item from being chosen any longer, false when the user gave up.
+bool SpokenLines::WaitFor(const MenuItem& item) {
+  ItemWait wait{item};
+  if (wait.Check()) return true;
+  Begin({Shown(Text(kWaitTitleText)) + L". " + Shown(Text(kWaitingText)),
+         Shown(Text(kEnterCancelsText))});
+  int told = -1;
+  for (std::int64_t check = Milliseconds() + ItemWait::kPeriod;; check += ItemWait::kPeriod) {
+    if (const int seconds = wait.Seconds();
+        wait.HasTimeout() && seconds != told && (told < 0 || seconds % kCountdownStep == 0)) {
+      told = seconds;
+      if (restAt_ != 0)
+        rest_.push_back(std::to_wstring(seconds));
+      else
+        PutBelow({std::to_wstring(seconds)});
+    }
+    for (int key = kKeyOther; key != kKeyNone;) {
+      key = ReadKey(check);
+      switch (key) {
+        case kGone:
+        case '\r':
+        case '\n':
+        case ' ':
+        case kEscape:
+        case kCtrlC:
+        case 'c':
+        case 'C':
+          return false;
+        default:
+          break;
+      }
+    }
+    if (wait.Check()) return true;
+  }
+}
+
+}  // namespace
+
+bool RunSpokenLines(MenuSession& session) { return SpokenLines{session}.Run(); }
+
+}  // namespace zel
