@@ -92,18 +92,23 @@ def uefi_options(kind, directory):
 
 class Machine:
     """Starts a disc of the ISO as a CD, or as a stick, or a system of somebody else's, which is a kernel and an
-    initramfs, or else the image's kernel alone with what the tests need."""
+    initramfs, or else the image's kernel alone with what the tests need, and with an archive behind it."""
 
     def __init__(self, vga="normal", adapter="std", program="qemu-system-x86_64", cpu="qemu64", disc=None, stick=None,
-                 uefi=None, system=None):
+                 uefi=None, system=None, archive=None, words="", devices=()):
         self.directory = tempfile.TemporaryDirectory(prefix="zel-boot.")
         path, self.name = pathlib.Path(self.directory.name), f"UEFI {uefi}" if uefi else vga
         if disc or stick:
             start = ["-cdrom", disc] if disc else ["-drive", f"format=raw,file={stick}"]
         else:
             kernel, initrd = system or (IMAGE / "vmlinuz", test_initrd())
-            start = ["-kernel", kernel, "-initrd", initrd, "-append", f"quiet vga={vga}"]
-        memory = 2048 if system else 512 if uefi else 128  # megabytes
+            if archive:
+                both = path / "initrd"
+                both.write_bytes(initrd.read_bytes() + archive.read_bytes())
+                initrd = both
+            start = ["-kernel", kernel, "-initrd", initrd, "-append", f"quiet vga={vga} {words}"]
+        start += devices
+        memory = 2048 if system else 512 if uefi else 256 if archive else 128  # megabytes
         start += uefi_options(uefi, path) if uefi else []
         self.process = subprocess.Popen(
             [program, *f"-accel tcg -cpu {cpu} -m {memory} -vga {adapter} -display none -no-reboot -nodefaults".split(),

@@ -322,7 +322,7 @@ void SpokenLines::Choose() {
 bool SpokenLines::WaitFor(const MenuItem& item) {
   ItemWait wait{item};
   if (wait.Check()) return true;
-  Begin({Shown(Text(kWaitTitleText)) + L". " + Shown(Text(kWaitingText)),
+  Begin({Shown(Text(kWaitTitleText)) + L". " + Shown(wait.Message()),
          Shown(Text(kEnterCancelsText))});
   int told = -1;
   for (std::int64_t check = Milliseconds() + ItemWait::kPeriod;; check += ItemWait::kPeriod) {
