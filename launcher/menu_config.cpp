@@ -86,6 +86,7 @@ void ReadScreenText(const SectionFile& file, const char* layoutSection, const st
 
 void ReadLook(const Section& section, MenuItem& item) {
   item.color = ParseColor(section.GetText("Color"));
+  item.hasOwnColor = item.color.IsSet();
   if (section.GetInt("Separator") != 0) {
     item.flags |= kItemSeparator;
     if (!item.color.IsSet()) item.color = SeparatorColor();
@@ -93,6 +94,7 @@ void ReadLook(const Section& section, MenuItem& item) {
   if (!item.submenu.IsEmpty()) item.flags |= kItemSubmenu;
   if (section.GetInt("Disable") > 0) {
     item.flags |= kItemDisabled;
+    item.hasOwnColor = false;
     item.color = DisabledColor();
   }
   if (!item.color.IsSet()) item.color = Color{0, 0, 0};
@@ -160,6 +162,7 @@ void MenuConfig::ReadWithoutHints(const char* menuFile) {
   }
   lineCount = 0;
   launcherState.backLineColor = DefaultBackLineColor();
+  launcherState.hasBackLineColor = false;
   items.clear();
 
   const SectionFile file = SectionFile::FromUtf8(ReadWhole(CurrentLevel().fileName));
@@ -186,6 +189,7 @@ void MenuConfig::ReadScreen(const SectionFile& file) {
   lineCount = general.GetInt("LinesNumber", lineCount);
   const Color backLine = ParseColor(general.GetText("BacklineColor"));
   if (backLine.IsSet()) launcherState.backLineColor = backLine;
+  launcherState.hasBackLineColor = backLine.IsSet();
 }
 
 void MenuConfig::ReadItems(const SectionFile& file) {

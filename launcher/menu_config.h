@@ -42,6 +42,7 @@ struct MenuItem {
   FixedText<1024> waitText;  // of the waiting window; empty for the usual one
   std::int32_t timeout = 0;  // seconds
   FixedText<260> showIfFile;
+  bool hasOwnColor = false;  // the menu file says it
 };
 
 // A line of text on the background. A menu file that leaves something of it out has that of the

@@ -65,11 +65,16 @@ MenuEntry::MenuEntry(const MenuItem& menuItem, IconCache& icons) : item_{menuIte
 }
 
 Rect MenuEntry::PaintedPart(Size canvas) const {
+  if (const MenuLook* look = Look()) return StyledPart(*look, canvas);
   if (!owner || !owner->GetBitmap()) return {};
   return {Zoomed(kFrameLeft), 0, std::max(0, canvas.w - Zoomed(kFrameMargin)), canvas.h};
 }
 
 void MenuEntry::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {
+  if (const MenuLook* look = Look()) {
+    DrawStyled(canvas, *look, skinBitmap, state);
+    return;
+  }
   if (const int width = canvas.Width() - Zoomed(kFrameMargin); skinBitmap && width > 0)
     skinBitmap->DrawArea(canvas.GetBitmap(), 0, state, Zoomed(kFrameLeft), 0, width,
                          canvas.Height(), 1, kListStates);

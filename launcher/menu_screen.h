@@ -54,7 +54,7 @@ class MenuScreen final : public Dialog {
   void TakeCharacter(int character);
 
   ClearScreen backdrop_;
-  ScreenLabel heading_, keyHelp_;
+  ScreenLabel heading_{&MenuLook::heading}, keyHelp_{&MenuLook::keyHelp};
   MenuPanel menuPanel_;
   HintPanel hintPanel_;
   WallpaperPanel wallpaper_;

@@ -22,6 +22,7 @@ void MenuSession::Open(const char* menuFile) {
     back_ = std::make_unique<MenuItem>();
     back_->flags = kItemBack;
     back_->color = launcherState.backLineColor;
+    back_->hasOwnColor = launcherState.hasBackLineColor;
     entries_.push_back(back_.get());
   }
   for (const auto& item : configuration_.items) entries_.push_back(item.get());

@@ -10,6 +10,8 @@
 #include "toolkit/base/input.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/base/zoom.h"
+#include "toolkit/draw/contrast.h"
+#include "toolkit/draw/smooth.h"
 #include "toolkit/skin/skin.h"
 
 namespace zel {
@@ -36,6 +38,51 @@ std::vector<std::string> PartsOf(const char* word, const Font& font) {
     before = character;
   }
   return parts;
+}
+
+// The characters of a word, one by one.
+std::vector<std::string> CharactersOf(const std::string& word) {
+  std::vector<std::string> characters;
+  for (const char* next = word.c_str(); *next != '\0';) {
+    const char* const start = next;
+    ugetxc(&next);
+    characters.emplace_back(start, next);
+  }
+  return characters;
+}
+
+// The words of a text in lines that are no wider than the room, with a blank behind each word.
+// Where long words are to be cut, none is wider.
+std::vector<std::string> Wrapped(std::string text, const Font& font, int room, bool cuts) {
+  const int space = font.TextLength(" ");
+  std::vector<std::string> lines;
+  std::string line;
+  int width = 0;
+  const auto add = [&](const std::string& part, int partWidth) {
+    if (width + space + partWidth > room) {
+      lines.push_back(std::exchange(line, {}));
+      width = 0;
+    }
+    line += part;
+    width += partWidth;
+  };
+  char* position = nullptr;
+  for (char* word = ustrtok_r(text.data(), kWordEnds, &position); word;
+       word = ustrtok_r(nullptr, kWordEnds, &position)) {
+    for (const std::string& part : PartsOf(word, font)) {
+      const int partWidth = font.TextLength(part.c_str());
+      if (cuts && space + partWidth > room) {
+        for (const std::string& piece : CharactersOf(part))
+          add(piece, font.TextLength(piece.c_str()));
+      } else {
+        add(part, partWidth);
+      }
+    }
+    line += ' ';
+    width += space;
+  }
+  lines.push_back(std::move(line));
+  return lines;
 }
 
 }  // namespace
@@ -158,11 +205,23 @@ void TitledPanel::SetTitle(const char* text) {
   Redraw();
 }
 
-int TitledPanel::TitleHeight() const { return GetFont(kNormal).TextHeight() * 5 / 4; }
+const Font& TitledPanel::TitleFont() const {
+  const int said = skin ? skin->menu.titleFont : MenuLook::kAbsent;
+  return said == MenuLook::kAbsent ? GetFont(kNormal) : *skin->fonts[said];
+}
+
+int TitledPanel::TitleHeight() const {
+  const int usual = TitleFont().TextHeight() * 5 / 4;
+  return skin ? std::max(TitleFont().TextHeight(), OrElse(skin->menu.titleHeight, usual)) : usual;
+}
 
 void TitledPanel::MsgInitSkin() {
   Dialog::MsgInitSkin();
-  if (skin) {
+  if (IsFlat()) {
+    const int border = OrElse(skin->menu.borderWidth, Zoomed(1));
+    horizontalMargin = border + OrElse(skin->menu.paddingX, 0);
+    verticalMargin = border + OrElse(skin->menu.paddingY, 0);
+  } else if (skin) {
     // The tile as it is stored: here -1 does not stand for a third.
     const SkinBitmap& ridge = *skin->bitmaps[PANEL_RIDGE];
     const Size tile = ridge.GetTileSize();
@@ -181,23 +240,74 @@ void TitledPanel::UpdateLayout() {
   child.SendMessage(MSG_SHAPE);
 }
 
+void TitledPanel::DrawTitle(Bitmap& band, Color ground) const {
+  const MenuLook& look = skin->menu;
+  const Font& font = TitleFont();
+  const int width = font.TextLength(title);
+  const int inset = OrElse(look.titleX, 0);
+  int x = (band.Width() - width) / 2;
+  if (look.titleAlignment == kAlignLeft) x = inset;
+  if (look.titleAlignment == kAlignRight) x = band.Width() - inset - width;
+  const Color said = look.titleText.IsSet() ? look.titleText : skin->colors[kFontFace];
+  font.Textout(band, title, x, (band.Height() - font.TextHeight()) / 2,
+               WithContrast(said, ground, look.leastContrast), Color{}, kAlignLeft);
+}
+
+// A box with a line in another colour where the focus is, its title at the top and perhaps a line
+// below that.
+void TitledPanel::DrawFlat(Bitmap& canvas) const {
+  const MenuLook& look = skin->menu;
+  const int border = OrElse(look.borderWidth, Zoomed(1));
+  const bool showsFocus = HasFocus() && look.focusBorder.IsSet();
+  DrawRoundBox(canvas.GetBitmap(), {.area = {0, 0, w(), h()},
+                                    .radius = OrElse(look.radius, 0),
+                                    .fill = look.ground,
+                                    .borderColor = showsFocus ? look.focusBorder : look.border,
+                                    .border = border});
+  const int width = w() - 2 * horizontalMargin;
+  if (title.IsEmpty() || width < 1 || verticalMargin >= canvas.Height()) return;
+  SubCanvas band{canvas, horizontalMargin, verticalMargin, width, TitleHeight()};
+  if (band.IsEmpty()) return;
+  if (look.titleGround.IsSet()) band.clear_to_color(look.titleGround);
+  DrawTitle(band, look.titleGround.IsSet() ? look.titleGround : look.ground);
+  if (look.titleLine.IsSet())
+    band.rectfill(0, band.Height() - Zoomed(1), width - 1, band.Height() - 1, look.titleLine);
+}
+
 void TitledPanel::Draw(Bitmap& canvas) {
   Dialog::Draw(canvas);
+  if (IsFlat()) return DrawFlat(canvas);
   const int width = w() - 2 * horizontalMargin;
   const int height = h() - 2 * verticalMargin;
   const bool hasRoom = verticalMargin < canvas.Height() && width > 0 && height > 0;
   if (title.IsEmpty() || !hasRoom || !skin) return;
-  const Color face = skin->colors[kFace];
   const Color light = skin->colors[kShad1];
   const Color dark = skin->colors[kShad2];
+  const Color ground = skin->menu.titleGround;
+  const Color face = skin->colors[kFace];
   SubCanvas inner{canvas, horizontalMargin, verticalMargin, width, height};
   inner.Box3D(0, 0, width - 1, height - 1, face, light, dark, Zoomed(1));
 
-  const Font& font = GetFont(kNormal);
   const int bandHeight = TitleHeight();
-  inner.Box3D(0, 0, width - 1, bandHeight - 1, face, light, dark, Zoomed(1));
-  const Point point{(width - font.TextLength(title)) / 2, (bandHeight - font.TextHeight()) / 2};
-  font.Textout(inner, title, point.x, point.y, skin->colors[kFontFace], Color{}, kAlignLeft);
+  inner.Box3D(0, 0, width - 1, bandHeight - 1, ground.IsSet() ? ground : face, light, dark,
+              Zoomed(1));
+  SubCanvas band{inner, 0, 0, width, bandHeight};
+  DrawTitle(band, ground.IsSet() ? ground : face);
+}
+
+// The corners of a box take the colour of what lies behind it, which has to be drawn again.
+void TitledPanel::ShowFocus() {
+  if (IsFlat() && skin->menu.focusBorder.IsSet()) GetRoot()->Redraw();
+}
+
+void TitledPanel::MsgGotFocus() {
+  ShowFocus();
+  Dialog::MsgGotFocus();
+}
+
+void TitledPanel::MsgLostFocus() {
+  ShowFocus();
+  Dialog::MsgLostFocus();
 }
 
 bool TitledPanel::MsgXChar(int code) {
@@ -219,9 +329,33 @@ void MenuPanel::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg
     Report(MSG_ITEM_CHOSEN, reinterpret_cast<EventArg>(CurrentEntry()));
 }
 
+void MenuPanel::MsgInitSkin() {
+  listBox_.SetGround(FlatGround());
+  TitledPanel::MsgInitSkin();
+}
+
+void HintView::MsgInitSkin() {
+  TextView::MsgInitSkin();
+  if (!skin || !skin->menu.IsFlat()) return;
+  for (const int state : {kNormal, kFocused})
+    SetFontColor(WithContrast(GetFontColor(state), skin->menu.ground, skin->menu.leastContrast),
+                 GetShadowColor(state), state);
+}
+
 HintPanel::HintPanel() : TitledPanel{view_} { Add(&view_); }
 
+void HintPanel::MsgInitSkin() {
+  view_.SetGround(FlatGround());
+  TitledPanel::MsgInitSkin();
+}
+
 void HintPanel::UpdateLayout() {
+  if (const MenuLook* look = skin ? &skin->menu : nullptr; look && HasHintMargins()) {
+    const int x = OrElse(look->hintX, Zoomed(kHintInset));
+    const int y = OrElse(look->hintY, Zoomed(kHintInset));
+    view_.SetMargins(x, y, x, y);
+    return TitledPanel::UpdateLayout();
+  }
   // Beside a wide scroll bar no line may need another one.
   const int left = std::clamp(Zoomed(kHintMargin) - view_.BarThickness(), 0, Zoomed(kHintInset));
   view_.SetMargins(left, Zoomed(kHintInset), 0, Zoomed(kHintInset));
@@ -237,28 +371,16 @@ void HintPanel::Draw(Bitmap& canvas) {
 
 void HintPanel::ShowHint(const MenuEntry* entry, const Font& font) {
   if (!entry || entry->Item().hintText.IsEmpty()) return view_.SetLines({});
-  const int room = view_.w() - Zoomed(kHintMargin);
-  const int space = font.TextLength(" ");
-  std::vector<std::string> lines;
-  std::string line;
-  int width = 0;
-  std::string rest = entry->Item().hintText.c_str();
-  char* position = nullptr;
-  for (char* word = ustrtok_r(rest.data(), kWordEnds, &position); word;
-       word = ustrtok_r(nullptr, kWordEnds, &position)) {
-    for (const std::string& part : PartsOf(word, font)) {
-      const int partWidth = font.TextLength(part.c_str());
-      if (width + space + partWidth > room) {
-        lines.push_back(std::exchange(line, {}));
-        width = 0;
-      }
-      line += part;
-      width += partWidth;
-    }
-    line += ' ';
-    width += space;
-  }
-  lines.push_back(std::move(line));
+  const char* hint = entry->Item().hintText;
+  if (!HasHintMargins())
+    return view_.SetLines(Wrapped(hint, font, view_.w() - Zoomed(kHintMargin), false));
+  const int x = OrElse(skin->menu.hintX, Zoomed(kHintInset));
+  const int y = OrElse(skin->menu.hintY, Zoomed(kHintInset));
+  const int room = view_.w() - 2 * x;
+  auto lines = Wrapped(hint, font, room, true);
+  const auto height = static_cast<int>(lines.size()) * font.TextHeight();
+  // Only a long one has a bar beside it.
+  if (height > view_.h() - 2 * y) lines = Wrapped(hint, font, room - view_.BarThickness(), true);
   view_.SetLines(std::move(lines));
 }
 
@@ -296,7 +418,14 @@ void ScreenLabel::Wrap() {
 
 void ScreenLabel::TakeLook() {
   SetFont(font_, kNormal);
-  SetFontColor(color_, Color{}, kNormal);
+  Color color = color_;
+  if (skin) {
+    const MenuLook& look = skin->menu;
+    if (const Color said = look.*skinColor_; said.IsSet()) color = said;
+    // What a picture has behind the text nobody knows.
+    if (look.picture == 0) color = WithContrast(color, skin->colors[kBack], look.leastContrast);
+  }
+  SetFontColor(color, Color{}, kNormal);
   SetTextBackColor(Color{});
 }
 
@@ -334,6 +463,11 @@ WallpaperPanel::WallpaperPanel() {
 
 void WallpaperPanel::SetPicture(const char* fileName) {
   image_.ResetSource();
+  if (skin && skin->menu.picture == 0) {
+    image_.Take(nullptr);
+    image_.Resize(w(), h());
+    return;
+  }
   if (const ScreenLayout& layout = launcherState.layout; layout.section.empty())
     image_.SetBitmap(fileName);
   else

@@ -9,6 +9,7 @@
 #include "launcher/menu_config.h"
 #include "toolkit/base/messages.h"
 #include "toolkit/core/dialog.h"
+#include "toolkit/skin/skin.h"
 #include "toolkit/widgets/button.h"
 #include "toolkit/widgets/list_view.h"
 #include "toolkit/widgets/panel.h"
@@ -32,7 +33,8 @@ class IconCache {
   std::unordered_map<std::string, std::shared_ptr<BITMAP>> icons_;
 };
 
-// One entry of the menu: draws its item with icon, title and the marks of its kind.
+// One entry of the menu: draws its item with icon, title and the marks of its kind. Where the skin
+// says something of entries or of the height of rows, they have its measures and colours.
 class MenuEntry : public ListItem {
  public:
   // Without its icon.
@@ -42,18 +44,37 @@ class MenuEntry : public ListItem {
   void Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) override;
   const char* GetText() const override { return item_.title; }
   Rect PaintedPart(Size canvas) const override;
+  int GetHeight() const override;
 
   const MenuItem& Item() const { return item_; }
   bool IsSeparator() const { return item_.flags & kItemSeparator; }
 
  private:
   struct TextLook;
+  // What the skin says of entries; null when it says nothing.
+  const MenuLook* Look() const;
+  const char* Title() const;
+  bool HasMark() const { return item_.flags & (kItemSubmenu | kItemBack); }
+  Rect Field(const MenuLook& look, Size canvas) const;
+  Rect TitlePlace(const MenuLook& look, Size canvas) const;
+  int TitleHeight(const MenuLook& look, int width) const;
+  Color Ground(const MenuLook& look, const SkinBitmap* skinBitmap, int state) const;
+  Color TextColor(const MenuLook& look, Color ground) const;
+  Rect StyledPart(const MenuLook& look, Size canvas) const;
+  void DrawStyled(Bitmap& canvas, const MenuLook& look, const SkinBitmap* skinBitmap, int state);
+  void DrawMark(Bitmap& canvas, const MenuLook& look, const Font& font, Color color) const;
   void DrawSeparator(Bitmap& canvas) const;
   void DrawBack(Bitmap& canvas, const TextLook& look) const;
   void DrawItem(Bitmap& canvas, const TextLook& look) const;
 
   MenuItem item_;
   std::shared_ptr<BITMAP> icon_;  // null when there is none
+  // How high the title is that was measured last, and with what.
+  struct Measured {
+    int width = 0, lineHeight = 0, height = 0;
+    const Font* font = nullptr;
+  };
+  mutable Measured measured_;
 };
 
 // A list of menu entries: the keys pass over separators, and the numeric pad works without Num
@@ -97,11 +118,25 @@ class TitledPanel : public Dialog {
   void MsgInitSkin() override;
   void UpdateLayout() override;
 
+  void MsgGotFocus() override;
+  void MsgLostFocus() override;
+
   void SetTitle(const char* text);
 
  protected:
   int TitleHeight() const;
+  // The skin wants a plain box.
+  bool IsFlat() const { return skin && skin->menu.IsFlat(); }
+  // The ground of such a box; none without one.
+  Color FlatGround() const { return IsFlat() ? skin->menu.ground : Color{}; }
 
+ private:
+  const Font& TitleFont() const;
+  void DrawTitle(Bitmap& band, Color ground) const;
+  void DrawFlat(Bitmap& canvas) const;
+  void ShowFocus();
+
+ protected:
   Widget& child;
   int horizontalMargin = 0;
   int verticalMargin = 0;
@@ -114,6 +149,7 @@ class MenuPanel final : public TitledPanel {
   MenuPanel();
 
   void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override;
+  void MsgInitSkin() override;
 
   MenuList& List() { return *list_; }
   MenuEntry* CurrentEntry() const { return list_->GetEntry(list_->GetCurrent()); }
@@ -125,6 +161,12 @@ class MenuPanel final : public TitledPanel {
   ListBox listBox_;
 };
 
+// Shows the explanation, in a colour that can be read on its ground.
+class HintView final : public TextView {
+ public:
+  void MsgInitSkin() override;
+};
+
 // The explanation of the current entry.
 class HintPanel final : public TitledPanel {
  public:
@@ -132,12 +174,18 @@ class HintPanel final : public TitledPanel {
 
   void Draw(Bitmap& canvas) override;
   void UpdateLayout() override;
+  void MsgInitSkin() override;
 
   // Shows an entry's hint, wrapped with a font; null shows none.
   void ShowHint(const MenuEntry* entry, const Font& font);
 
  private:
-  TextView view_;
+  // The skin says how far the text is from the panel's edges.
+  bool HasHintMargins() const {
+    return skin && (IsFlat() || skin->menu.hintX >= 0 || skin->menu.hintY >= 0);
+  }
+
+  HintView view_;
 };
 
 // A text on the background, wrapped where it would reach beyond the layout.
@@ -145,6 +193,8 @@ class ScreenLabel final : public Label {
  public:
   void Show(const ScreenText& text);
   void MsgInitSkin() override;
+  // Its colour where the skin has one for it, a member of MenuLook.
+  explicit ScreenLabel(Color MenuLook::*skinColor) : skinColor_{skinColor} {}
   // What lies behind it is what the pointer is over.
   bool MsgWantMouse() override { return false; }
 
@@ -152,6 +202,7 @@ class ScreenLabel final : public Label {
   void TakeLook();
   void Wrap();
 
+  Color MenuLook::*skinColor_;
   int font_ = 0;
   Color color_;
 };
@@ -178,7 +229,8 @@ class CenteredImage final : public Image {
 class WallpaperPanel final : public Dialog {
  public:
   WallpaperPanel();
-  // Shows a picture file; one that cannot be read leaves the plain background.
+  // Shows a picture file; one that cannot be read leaves the plain background, and so does a skin
+  // that wants none.
   void SetPicture(const char* fileName);
 
  private:

@@ -6,6 +6,8 @@
 #include "toolkit/base/zoom.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/draw/art.h"
+#include "toolkit/draw/smooth.h"
+#include "toolkit/skin/skin.h"
 
 namespace zel {
 namespace {
@@ -26,6 +28,18 @@ constexpr int kTurnMargin = 5;  // between the block and the end of the bar wher
 constexpr int kBevel = 2;
 int Bevel() { return kBevel * Zoomed(1); }
 
+constexpr int kFlatShare = 3;  // of the height, of a flat bar
+
+bool HasFlatBar(const Skin* skin) { return skin && skin->menu.bar.IsSet(); }
+
+// A bar without bevels, with the part that is done, or where the work is.
+void DrawFlatBar(Bitmap& canvas, const MenuLook& look, const Rect& area, const Rect& part) {
+  DrawRoundBox(
+      canvas.GetBitmap(),
+      {.area = area, .fill = look.barGround, .borderColor = look.barBorder, .border = Zoomed(1)});
+  DrawRoundBox(canvas.GetBitmap(), {.area = part.Shared(area), .fill = look.bar});
+}
+
 BitmapPtr NewBitmap(int depth, int width, int height) {
   BitmapPtr bitmap{create_bitmap_ex(depth, width, height)};
   if (bitmap) clear_to_color(bitmap.get(), bitmap_mask_color(bitmap.get()));
@@ -40,7 +54,10 @@ StepBar::StepBar() : picture_{LoadArt(kPicture, CurrentZoom())} {
   for (int x = 0; run_ && x < kCopies; ++x) draw_sprite(run_.get(), picture_.get(), x, 0);
 }
 
-int StepBar::FillEnd() const { return std::max(Bevel(), RoundToInt(Filled(w())) - Bevel()); }
+int StepBar::FillEnd() const {
+  if (HasFlatBar(skin)) return RoundToInt(Filled(w()));
+  return std::max(Bevel(), RoundToInt(Filled(w())) - Bevel());
+}
 
 // A picture that fills what the lines leave does so at every zoom, however the numbers are rounded.
 int StepBar::TrackHeight() const {
@@ -58,8 +75,10 @@ void StepBar::ShowSteps(int done, int all) {
 }
 
 void StepBar::RedrawFill(int from, int to) {
-  if (from == to || !picture_) return;
+  if (from == to) return;
   const int left = std::min(from, to);
+  if (HasFlatBar(skin)) return RedrawPart({left, 0, std::max(from, to) - left, h()});
+  if (!picture_) return;
   const int right = std::min(w(), std::max(from, to) + picture_->w - 1);
   const Rect part{left, 0, right - left, h() - Zoomed(kBelowSteps)};
   if (part.w < 1 || part.h < 1) return;
@@ -81,6 +100,11 @@ void StepBar::DrawFill(Bitmap& area) const {
 void StepBar::Draw(Bitmap& canvas) {
   const int height = h() - Zoomed(kBelowSteps);
   if (!IsHorizontal() || canvas.IsEmpty() || height < 1) return;
+  if (HasFlatBar(skin)) {
+    const int thick = std::max(1, height / kFlatShare), top = (height - thick) / 2;
+    DrawFlatBar(canvas, skin->menu, {0, top, w(), thick}, {0, top, FillEnd(), thick});
+    return;
+  }
   canvas.Box3D(0, 0, w() - 1, TrackHeight() - 1, white, black, gray, Zoomed(1));
   SubCanvas area{canvas, 0, 0, w(), height};
   if (picture_ && !area.IsEmpty()) DrawFill(area);
@@ -123,6 +147,12 @@ void BusyBar::Increment() {
 void BusyBar::Draw(Bitmap& canvas) {
   const int height = TrackHeight();
   if (!IsHorizontal() || canvas.IsEmpty()) return;
+  if (HasFlatBar(skin)) {
+    const Span span = Block();
+    DrawFlatBar(canvas, skin->menu, {0, 0, w(), height},
+                {span.left, 0, span.right - span.left + 1, height});
+    return;
+  }
   canvas.Box3D(0, 0, w() - 1, height - Zoomed(kBelowTrack), white, gray, gray, Zoomed(1));
   SubCanvas area{canvas, 0, 0, w(), height};
   const Span block = Block();

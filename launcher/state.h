@@ -13,6 +13,7 @@ class MenuScreen;
 
 struct LauncherState {
   Color backLineColor{200, 100, 100};   // of the entry that leads out of a submenu
+  bool hasBackLineColor = false;        // the menu file says it
   char languageCode[3] = {};            // "de" from LANG=de_DE
   bool hintsNeedConversion = false;     // from the encoding of the language to the text format
   MenuScreen* runningScreen = nullptr;  // while it runs

@@ -124,9 +124,14 @@ void WaitDialog::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg ar
 
 void WaitDialog::MsgInitSkin() {
   Window::MsgInitSkin();
-  if (skin) countdown_->SetTextBackColor(skin->colors[kBack]);
   countdown_->SetFont(kCountdownFont, kNormal);
   countdown_->SetFontColor(darkblue, gray, kNormal);
+  if (!skin) return;
+  const MenuLook& look = skin->menu;
+  const Color ground = look.countdownGround;
+  countdown_->SetTextBackColor(ground.IsSet() ? ground : skin->colors[kBack]);
+  countdown_->SetFont(OrElse(look.countdownFont, kCountdownFont), kNormal);
+  if (look.countdown.IsSet()) countdown_->SetFontColor(look.countdown, Color{}, kNormal);
 }
 
 }  // namespace zel

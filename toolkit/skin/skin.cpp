@@ -81,10 +81,10 @@ void Skin::GenerateDefaultBitmaps() {
 void Skin::GenerateDefaultBitmap(int id) {
   if (!IsIndex(id, kElementCount)) return;
   DrawBuiltinElement(*bitmaps[id], id, colors);
-  ZoomElement(id, 1);
+  ZoomElement(id, 1 / pictureScale_);
 }
 
-void Skin::ZoomElement(int id, int scale) {
+void Skin::ZoomElement(int id, double scale) {
   SkinBitmap& element = *bitmaps[id];
   const double factor = CurrentZoom() / scale;
   if (factor == 1 || element.IsEmpty()) return;
@@ -125,6 +125,8 @@ void Skin::ResetControls() {
   constexpr Size kNoTileSize{-1, -1};
   for (int id = 0; id < kElementCount; ++id) bitmaps[id]->SetTileSize(kNoTileSize);
   ResetNumbers(*this);
+  menu = {};
+  listHeight = 0;
   boxBackColor = colors[kFace];
   tooltipBackColor = Color{255, 255, 192};
   tooltipBorderColor = black;
@@ -157,6 +159,7 @@ void Skin::Unload() {
 }
 
 void Skin::Reset() {
+  pictureScale_ = 1;
   Unload();
   ResetColors();
   ResetControls();

@@ -13,6 +13,7 @@
 #include "toolkit/draw/font.h"
 #include "toolkit/draw/skin_bitmap.h"
 #include "toolkit/skin/elements.h"
+#include "toolkit/skin/menu_look.h"
 
 namespace zel {
 
@@ -63,6 +64,9 @@ class Skin {
 
   // What skinFile said when it was loaded last.
   const SectionFile& File() const { return file_; }
+  // How many times its usual size the built-in look is to be drawn from now on.
+  void SetPictureScale(double scale) { pictureScale_ = scale; }
+  double GetPictureScale() const { return pictureScale_; }
   // The result of the construction or the last Load.
   Error GetError() const { return error; }
   // Loads the same again, tinted: elements and named colours; alpha 0..256.
@@ -109,15 +113,20 @@ class Skin {
   Color tooltipBackColor, tooltipBorderColor;
   int tooltipAnimationType = 0, tooltipAnimationLength = 0;
   std::unique_ptr<FixedText<512>> title;  // null until a file was loaded
+  MenuLook menu;
+  // Of rows of lists, in pixels at the current zoom; 0 for that of the element. Where there is one,
+  // a skin without pictures has built-in ones that are large enough for it.
+  int listHeight = 0;
 
  private:
   // Brings an element that was just made, drawn at `scale` times its size, to the current zoom.
-  void ZoomElement(int id, int scale);
+  void ZoomElement(int id, double scale);
   // In an 8-bit mode, gives pictures and colours the places that their colours have in the current
   // palette.
   void FollowPalette(const RGB* former);
 
   SectionFile file_;
+  double pictureScale_ = 1;    // of the built-in look
   bool isBuiltinYet_ = false;  // a file is being loaded, and nothing of it was taken
 };
 

@@ -1,5 +1,7 @@
 #include "toolkit/skin/skin_file.h"
 
+#include <algorithm>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -107,6 +109,7 @@ constexpr TextKeys kTextKeys[kDrawStates] = {
     {"font4", "f_col4", "0,0,0", "s_col4"},
 };
 constexpr const char* kNoShadow = "-1";
+constexpr const char* kList = "LIST";
 
 constexpr const char* kSkin = "Skin";
 
@@ -147,16 +150,20 @@ int ReadFontIndex(const SectionFile& file, const char* section, const char* key)
   return ReadSkinInt(file, section, key, 0, 0, Skin::kFonts - 1);
 }
 
-void ReadTextSets(Skin& skin, const SectionFile& file) {
+void ReadTextSet(Skin& skin, const SectionFile& file, const TextSection& text) {
+  const auto& [section, set] = text;
   for (int state = 0; state < kDrawStates; ++state) {
     const TextKeys& keys = kTextKeys[state];
-    for (const auto& [section, set] : kTextSections) {
-      skin.fontIndex[set][state] = ReadFontIndex(file, section, keys.font);
-      skin.fontColor[set][state] =
-          ReadSkinColor(file, section, keys.fontColor, keys.fontColorFallback);
-      skin.shadowColor[set][state] = ReadSkinColor(file, section, keys.shadowColor, kNoShadow);
-    }
+    skin.fontIndex[set][state] = ReadFontIndex(file, section, keys.font);
+    skin.fontColor[set][state] =
+        ReadSkinColor(file, section, keys.fontColor, keys.fontColorFallback);
+    skin.shadowColor[set][state] = ReadSkinColor(file, section, keys.shadowColor, kNoShadow);
   }
+}
+
+void ReadTextSets(Skin& skin, const SectionFile& file) {
+  for (const TextSection& text : kTextSections) ReadTextSet(skin, file, text);
+  if (skin.menu.hasLabels) ReadTextSet(skin, file, {"LABEL", kPlainText});
 }
 
 // Boxes know two states only, and the second pair of keys is that of the disabled one.
@@ -169,10 +176,38 @@ void ReadBoxTextSet(Skin& skin, const SectionFile& file) {
   skin.shadowColor[kBoxText][kDisabled] = ReadSkinColor(file, kBox, "s_col2", "255,255,255");
 }
 
+// A row is at least as high as its text. Where nobody has drawn pictures for it, the built-in ones
+// are drawn so large that a title bar is as high as a row, and what belongs to its place follows.
+int ReadRowHeight(Skin& skin, const SectionFile& file) {
+  constexpr int kHighest = 400;
+  const int said = ReadSkinInt(file, kList, "height", 0, 0, kHighest);
+  if (said < 1) return 0;
+  int height = Zoomed(said);
+  for (const int font : skin.fontIndex[kListText])
+    height = std::max(height, skin.fonts[font]->TextHeight());
+  return height;
+}
+
+double PictureScale(int rowHeight) {
+  constexpr double kTitleBar = 18;  // pixels
+  return std::max(1.0, rowHeight / CurrentZoom() / kTitleBar);
+}
+
+// In the middle of the bar.
+void CentreTitle(Skin& skin) {
+  const auto part = [&skin](int id) { return skin.bitmaps[id]->Height() / kElementGrids[id].h; };
+  const Font& font = *skin.fonts[skin.fontIndex[kWindowText][kSelected]];
+  skin.windowTextPos.y = part(WINTOP) + (part(WINGRIP) - font.TextHeight()) / 2;
+}
+
 void ReadControls(Skin& skin, const SectionFile& file) {
-  for (const NumberKey& number : kNumbers)
-    number.field(skin) =
-        number.Shown(ReadSkinInt(file, number.section, number.key, number.fallback));
+  const double scale = skin.GetPictureScale();
+  for (const NumberKey& number : kNumbers) {
+    const bool grows = number.isPixels && scale != 1;
+    const int fallback = static_cast<int>(std::lround(number.fallback * (grows ? scale : 1)));
+    number.field(skin) = number.Shown(ReadSkinInt(file, number.section, number.key, fallback));
+  }
+  if (scale != 1 && !file.Find(Ascii("WINDOW")).Find(Ascii("textY"))) CentreTitle(skin);
   skin.boxBackColor = ReadSkinColor(file, "BOX", "backColor", "222,222,222");
   skin.tooltipBackColor = ReadSkinColor(file, "TOOLTIP", "backColor", "255,255,192");
   skin.tooltipBorderColor = ReadSkinColor(file, "TOOLTIP", "borderColor", "0,0,0");
@@ -205,7 +240,13 @@ Error ReadSkinFile(Skin& skin, const SectionFile& file, const char* path) {
   }
   skin.title = std::make_unique<FixedText<512>>(SkinText(file, "title"));
   ReadFonts(skin, file, path);
+  skin.menu.Read(file);
   ReadTextSets(skin, file);
+  skin.listHeight = ReadRowHeight(skin, file);
+  if (const double scale = PictureScale(skin.listHeight); !data && scale != 1) {
+    skin.SetPictureScale(scale);
+    skin.GenerateDefaultBitmaps();
+  }
   ReadBoxTextSet(skin, file);
   ReadControls(skin, file);
   constexpr RGB kBlack{0, 0, 0, 0};

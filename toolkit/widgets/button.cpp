@@ -154,6 +154,11 @@ void Label::Draw(Bitmap& canvas) {
                      Color{}, align);
 }
 
+void Label::MsgInitSkin() {
+  Widget::MsgInitSkin();
+  if (skin && skin->menu.hasLabels) TakeTextSet(kPlainText);
+}
+
 Button::Button() { ClearFlag(kFlagAutoSize); }
 
 void Button::Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask,

@@ -23,6 +23,7 @@ class Label : public Widget {
   void Draw(Bitmap& canvas) override;
   void Enable() override;
   void Disable() override;
+  void MsgInitSkin() override;
 
   // The virtual operations that a label adds; their order is part of the interface.
   virtual void UpdateSize();

@@ -12,6 +12,7 @@ namespace zel {
 class GroupFrame : public Widget {
  public:
   void Draw(Bitmap& canvas) override;
+  void MsgInitSkin() override;
 
   // Keeps a copy; null or empty for none.
   void SetText(const char* caption);

@@ -41,6 +41,8 @@ void ListItem::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {
 }
 
 int ListItem::GetHeight() const {
+  const Skin* skin = owner ? owner->GetSkin() : nullptr;
+  if (skin && skin->listHeight > 0) return skin->listHeight;
   const SkinBitmap* element = owner ? owner->GetBitmap() : nullptr;
   return element ? element->Height() / kListStates : Zoomed(kPlainItemHeight);
 }
@@ -424,18 +426,19 @@ void ListBox::UpdateLayout() {
   }
   const int barWidth = barElement->Width();
   const SkinBitmap& frame = *skin->bitmaps[PANEL_SUNKEN];
-  const int edgeX = frame.EdgeWidthOf(frame.Width());
-  const int edgeY = frame.EdgeHeightOf(frame.Height());
+  const int edgeX = panel.IsPlain() ? 0 : frame.EdgeWidthOf(frame.Width());
+  const int edgeY = panel.IsPlain() ? 0 : frame.EdgeHeightOf(frame.Height());
 
   panel.Resize(w(), h());
   list->Shape(edgeX, edgeY, w() - 2 * edgeX, h() - 2 * edgeY);
   const int page = list->PageSize();
   if (page < Count()) {
-    panel.SetW(w() - barWidth);
+    if (!panel.IsPlain()) panel.SetW(w() - barWidth);
     list->SetW(w() - 2 * edgeX - barWidth);
     scrollBar.Shape(std::max(0, w() - barWidth), 0, barWidth, h());
     scrollBar.SetOrientation(kVertical);
-    scrollBar.SetRange(Count(), page);
+    // Items may be higher beside the bar.
+    scrollBar.SetRange(Count(), list->PageSize());
     scrollBar.SetPosition(list->GetFirst());
     if (!Hidden()) scrollBar.Unhide();
   } else {

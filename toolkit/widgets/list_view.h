@@ -29,7 +29,7 @@ class ListItem {
   virtual ~ListItem() = default;
   // Fills the canvas with frame `state` of the skin bitmap; nothing when there is none.
   virtual void Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state);
-  // In pixels: one frame of the list's element, or 12 without one.
+  // In pixels: as the skin says, else one frame of the list's element, or 12 without one.
   virtual int GetHeight() const;
   virtual const char* GetText() const;  // null when the item has no text
   // What part of a canvas of this size Draw is sure to fill, whatever the state; empty unless the
@@ -139,6 +139,8 @@ class ListBox : public Dialog {
   void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override;
   void Unhide() override;
 
+  // This colour instead of the frame; none for the frame.
+  void SetGround(Color color) { panel.SetPlain(color); }
   ListView& GetList() { return *list; }
   const ListView& GetList() const { return *list; }
   void InsertItem(std::unique_ptr<ListItem> item, int index);

@@ -15,10 +15,20 @@ constexpr int kWhole = 100;  // percent of the parent
 
 void Panel::SetBitmap(int element) {
   Widget::SetBitmap(element);
-  SetOpaque(GetBitmap() != nullptr);
+  SetOpaque(IsPlain() || GetBitmap() != nullptr);
+}
+
+void Panel::SetPlain(Color color) {
+  plain_ = color;
+  SetOpaque(IsPlain() || GetBitmap() != nullptr);
+  Redraw();
 }
 
 void Panel::Draw(Bitmap& canvas) {
+  if (IsPlain()) {
+    canvas.clear_to_color(plain_);
+    return;
+  }
   if (const SkinBitmap* element = GetBitmap())
     element->DrawArea(canvas.GetBitmap(), 0, 0, 0, 0, w(), h(), 1, 1);
 }

@@ -10,12 +10,18 @@ namespace zel {
 class Panel : public Widget {
  public:
   void SetBitmap(int element);
+  // This colour all over instead of the element; none for the element.
+  void SetPlain(Color color);
+  bool IsPlain() const { return plain_.IsSet(); }
 
   void Draw(Bitmap& canvas) override;
   void MsgInitSkin() override;
 
  protected:
   void InitElement(int element);
+
+ private:
+  Color plain_;
 };
 
 class PanelRaised : public Panel {

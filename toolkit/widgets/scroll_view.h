@@ -57,6 +57,8 @@ class ScrollView : public Dialog {
   void Center();
   void SetScrollModes(int horizontal, int vertical);
   void SetMargins(int left, int top, int right, int bottom);
+  // This colour instead of the frame; none for the frame.
+  void SetGround(Color color) { panel.SetPlain(color); }
   int VisibleWidth() const;
   int VisibleHeight() const;
   int ScrollX() const { return scrollX; }

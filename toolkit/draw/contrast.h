@@ -1,0 +1,16 @@
+// How well a text can be told from its ground.
+#pragma once
+
+#include "toolkit/draw/color.h"
+
+namespace zel {
+
+// The ratio of the two colours' luminances, 1 to 21: 4.5 is read without strain, 7 also by those
+// who see badly.
+double Contrast(Color a, Color b);
+
+// The text's colour or, where that has less contrast to the ground, the nearest on the way to white
+// or black that has it; the better of those two where none has.
+Color WithContrast(Color text, Color ground, double least);
+
+}  // namespace zel

@@ -1,0 +1,136 @@
+#include "toolkit/skin/menu_look.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "toolkit/base/section_file.h"
+#include "toolkit/base/text.h"
+#include "toolkit/base/zoom.h"
+#include "toolkit/draw/skin_values.h"
+
+namespace zel {
+namespace {
+
+struct ColorKey {
+  const char* section;
+  const char* key;
+  Color MenuLook::*color;
+};
+constexpr ColorKey kColors[] = {
+    {"ENTRY", "color", &MenuLook::text},
+    {"ENTRY", "selectColor", &MenuLook::selectedText},
+    {"ENTRY", "disableColor", &MenuLook::disabledText},
+    {"ENTRY", "returnColor", &MenuLook::returnText},
+    {"ENTRY", "separatorColor", &MenuLook::separator},
+    {"ENTRY", "fieldColor", &MenuLook::field},
+    {"ENTRY", "fieldBorderColor", &MenuLook::fieldBorder},
+    {"ENTRY", "idleColor", &MenuLook::idle},
+    {"ENTRY", "idleBorderColor", &MenuLook::idleBorder},
+    {"TITLE", "color", &MenuLook::titleText},
+    {"TITLE", "backColor", &MenuLook::titleGround},
+    {"TITLE", "lineColor", &MenuLook::titleLine},
+    {"PANEL", "backColor", &MenuLook::ground},
+    {"PANEL", "borderColor", &MenuLook::border},
+    {"PANEL", "focusBorderColor", &MenuLook::focusBorder},
+    {"SCREEN", "headingColor", &MenuLook::heading},
+    {"SCREEN", "keyHelpColor", &MenuLook::keyHelp},
+    {"WAIT", "countdownColor", &MenuLook::countdown},
+    {"WAIT", "countdownBackColor", &MenuLook::countdownGround},
+    {"BAR", "color", &MenuLook::bar},
+    {"BAR", "backColor", &MenuLook::barGround},
+    {"BAR", "borderColor", &MenuLook::barBorder},
+    {"BOX", "borderColor", &MenuLook::groupBorder},
+};
+
+constexpr int kWidest = 400, kThickest = 16;  // pixels
+
+struct MeasureKey {
+  const char* section;
+  const char* key;
+  int MenuLook::*measure;
+  int highest;
+  bool isPixels = true;
+};
+constexpr MeasureKey kMeasures[] = {
+    {"ENTRY", "iconX", &MenuLook::iconX, kWidest},
+    {"ENTRY", "textX", &MenuLook::textX, kWidest},
+    {"ENTRY", "markX", &MenuLook::markX, kWidest},
+    {"ENTRY", "fieldX", &MenuLook::fieldX, kWidest},
+    {"ENTRY", "fieldY", &MenuLook::fieldY, kThickest},
+    {"ENTRY", "fieldRadius", &MenuLook::fieldRadius, kWidest},
+    {"ENTRY", "fieldBorder", &MenuLook::fieldBorderWidth, kThickest},
+    {"ENTRY", "separatorHeight", &MenuLook::separatorHeight, kWidest},
+    {"ENTRY", "wrap", &MenuLook::wraps, 1, false},
+    {"ENTRY", "icons", &MenuLook::icons, 1, false},
+    {"TITLE", "font", &MenuLook::titleFont, 63, false},
+    {"TITLE", "height", &MenuLook::titleHeight, kWidest},
+    {"TITLE", "textX", &MenuLook::titleX, kWidest},
+    {"TITLE", "alignment", &MenuLook::titleAlignment, 2, false},
+    {"PANEL", "border", &MenuLook::borderWidth, kThickest},
+    {"PANEL", "radius", &MenuLook::radius, kWidest},
+    {"PANEL", "paddingX", &MenuLook::paddingX, kWidest},
+    {"PANEL", "paddingY", &MenuLook::paddingY, kWidest},
+    {"HINT", "paddingX", &MenuLook::hintX, kWidest},
+    {"HINT", "paddingY", &MenuLook::hintY, kWidest},
+    {"SCREEN", "picture", &MenuLook::picture, 1, false},
+    {"WAIT", "countdownFont", &MenuLook::countdownFont, 63, false},
+};
+
+// In ASCII, whatever the current text format is.
+std::string TextOf(const SectionFile& file, const char* section, const char* key) {
+  const char* text = file.Find(Ascii(section)).GetText(Ascii(key), nullptr);
+  std::string narrow;
+  for (int c = 0; text && (c = ugetxc(&text)) != 0;) narrow += c < 128 ? static_cast<char>(c) : '?';
+  return narrow;
+}
+
+// Three numbers of 0 to 255 and nothing else; no colour for another text.
+Color ParseColor(const std::string& text) {
+  int r = 0, g = 0, b = 0;
+  char more = 0;
+  if (std::sscanf(text.c_str(), "%d ,%d ,%d %c", &r, &g, &b, &more) != 3) return {};
+  if (std::min({r, g, b}) < 0 || std::max({r, g, b}) > 255) return {};
+  return {r, g, b};
+}
+
+// Whole numbers only.
+int ParseMeasure(const std::string& text, int highest) {
+  int value = 0;
+  char more = 0;
+  if (std::sscanf(text.c_str(), "%d %c", &value, &more) != 1) return MenuLook::kAbsent;
+  return 0 <= value && value <= highest ? value : MenuLook::kAbsent;
+}
+
+double ParseContrast(const std::string& text) {
+  constexpr double kMost = 21;
+  const double value = std::strtod(text.c_str(), nullptr);
+  return std::isfinite(value) ? std::clamp(value, 0.0, kMost) : 0;
+}
+
+bool Has(const SectionFile& file, const char* section) {
+  return !file.Find(Ascii(section)).Entries().empty();
+}
+
+}  // namespace
+
+void MenuLook::Read(const SectionFile& file) {
+  *this = {};
+  for (const ColorKey& row : kColors)
+    this->*row.color = ParseColor(TextOf(file, row.section, row.key));
+  for (const MeasureKey& row : kMeasures) {
+    const int value = ParseMeasure(TextOf(file, row.section, row.key), row.highest);
+    this->*row.measure = row.isPixels && value > 0 ? Zoomed(value) : value;
+  }
+  hasGroupBorder = TextOf(file, "BOX", "borderColor") != "-1";
+  hasLabels = Has(file, "LABEL");
+  hasEntries = Has(file, "ENTRY");
+  leastContrast = ParseContrast(TextOf(file, "COLORS", "contrast"));
+  // What a skin says of entries must not hide them.
+  constexpr double kVisible = 2;
+  if (hasEntries || IsFlat()) leastContrast = std::max(leastContrast, kVisible);
+}
+
+}  // namespace zel

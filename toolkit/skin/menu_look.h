@@ -1,0 +1,82 @@
+// What a skin says of panels, the entries in them, and bars beyond pictures and text sets.
+#pragma once
+
+#include "toolkit/draw/color.h"
+
+namespace zel {
+
+class SectionFile;
+
+// Without its key a colour is none and a measure kAbsent, and what draws it does as it always has.
+// Pixels are at the current zoom.
+struct MenuLook {
+  static constexpr int kAbsent = -1;
+
+  // "ENTRY"
+  Color text, selectedText, disabledText, returnText, separator;
+  Color field, fieldBorder;  // behind the current entry
+  Color idle, idleBorder;    // the same while the list is without the focus
+  int iconX = kAbsent, textX = kAbsent, markX = kAbsent;  // the mark's from the right
+  int fieldX = kAbsent, fieldY = kAbsent, fieldRadius = kAbsent, fieldBorderWidth = kAbsent;
+  int separatorHeight = kAbsent;
+  int wraps = kAbsent;  // not 0: a long title takes more lines
+  int icons = kAbsent;  // 0: none
+
+  // "TITLE"
+  Color titleText, titleGround, titleLine;
+  int titleFont = kAbsent, titleHeight = kAbsent, titleX = kAbsent;
+  int titleAlignment = kAbsent;  // left, right, centre
+
+  // "PANEL"
+  Color ground;               // with it, panels are plain boxes
+  Color border, focusBorder;  // the second one where the focus is
+  int borderWidth = kAbsent, radius = kAbsent;
+  int paddingX = kAbsent, paddingY = kAbsent;
+  int hintX = kAbsent, hintY = kAbsent;  // "HINT": around the text
+
+  // "SCREEN"
+  Color heading, keyHelp;
+  int picture = kAbsent;  // 0: the background's is not shown
+
+  // "WAIT"
+  Color countdown, countdownGround;
+  int countdownFont = kAbsent;
+
+  // "BAR"
+  Color bar, barGround, barBorder;
+
+  // "BOX"
+  Color groupBorder;
+  bool hasGroupBorder = true;
+
+  // "LABEL" is there.
+  bool hasLabels = false;
+  // A section of entries or the height of rows is there.
+  bool hasEntries = false;
+  // Of texts of menus to their ground.
+  double leastContrast = 0;
+
+  bool IsFlat() const { return ground.IsSet(); }
+
+  void Read(const SectionFile& file);
+  // Calls it with every colour that there is room for.
+  template <class Called>
+  void ForEachColor(const Called& called);
+};
+
+template <class Called>
+void MenuLook::ForEachColor(const Called& called) {
+  for (Color* color : {&text,        &selectedText, &disabledText, &returnText,      &separator,
+                       &field,       &fieldBorder,  &idle,         &idleBorder,      &titleText,
+                       &titleGround, &titleLine,    &ground,       &border,          &focusBorder,
+                       &heading,     &keyHelp,      &countdown,    &countdownGround, &bar,
+                       &barGround,   &barBorder,    &groupBorder})
+    called(*color);
+}
+
+// A measure that is not there has another value.
+inline int OrElse(int measure, int otherwise) {
+  return measure == MenuLook::kAbsent ? otherwise : measure;
+}
+
+}  // namespace zel
