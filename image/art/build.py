@@ -42,7 +42,7 @@ def at_scale(name, scale):
 
 def to_bmp(png, bmp, ground, masked):
     """A 24-bit picture on a ground; where a masked one is mostly transparent it takes the mask colour."""
-    over = ["/usr/bin/convert", png, "-background", palette.css(ground), "-flatten"]
+    over = ["/usr/bin/convert", png, "-background", ground, "-flatten"]
     if masked:
         run("/usr/bin/convert", png, "-alpha", "extract", "-threshold", "49%", "-negate", f"{png}.mask.png")
         run(*over, f"{png}.flat.png")
@@ -86,7 +86,7 @@ def build_elements(work, target, scale, palette_bmp=None):
     for name, element in ELEMENTS.items():
         png, bmp = work / f"{at_scale(name, scale)}.png", work / f"{at_scale(name, scale)}.bmp"
         render(element.svg(), png, scale)
-        to_bmp(png, bmp, palette.FACE, element.masked)
+        to_bmp(png, bmp, palette.css(palette.FACE), element.masked)
         pictures.append((name, bmp, {"TCKX": scale * element.tile[0], "TCKY": scale * element.tile[1]}))
     build_datafile(target, pictures, scale, palette_bmp)
 
@@ -96,7 +96,7 @@ def build_cursors(work, target, scale):
     for name, (hotspot, frames, duration) in cursors.CURSORS.items():
         png, bmp = work / f"{at_scale(name, scale)}.png", work / f"{at_scale(name, scale)}.bmp"
         render(cursors.svg(frames), png, scale)
-        to_bmp(png, bmp, palette.WHITE, True)
+        to_bmp(png, bmp, palette.css(palette.WHITE), True)
         pictures.append((name, bmp, {"FCSX": scale * hotspot[0], "FCSY": scale * hotspot[1],
                                      "FRMS": len(frames), "FDUR": duration}))
     build_datafile(target, pictures, scale)
@@ -106,7 +106,8 @@ def build_icons(work, target, scale):
     for name in icons.ICONS:
         png = work / f"{at_scale(name, scale)}.png"
         render(icons.svg(name), png, scale)
-        to_bmp(png, target / f"{at_scale(name, scale)}.bmp", palette.SUNKEN, True)
+        # Nothing of the ground is mixed with its edge, so that it lies on any.
+        to_bmp(png, target / f"{at_scale(name, scale)}.bmp", icons.ICONS[name][0], True)
 
 
 def build_backgrounds(work, target):
@@ -123,7 +124,27 @@ def build_progress(work, target):
     bar = "".join(f'<rect y="{y}" width="4" height="1" fill="rgb({91 - 4 * y},{145 - 3 * y},{208 - 3 * y})"/>'
                   for y in range(20))
     render(f'<svg xmlns="http://www.w3.org/2000/svg" width="4" height="20">{bar}</svg>', work / "progress.png")
-    to_bmp(work / "progress.png", target / "progress.bmp", palette.FACE, False)
+    to_bmp(work / "progress.png", target / "progress.bmp", palette.css(palette.FACE), False)
+
+
+# Name of the description, of its elements, its title, the colours, and whether the background's picture shows.
+LOOKS = (("zel", "skin", "Calm night", palette.NIGHT, True), ("light", "light", "Calm day", palette.DAY, False))
+
+
+def build_look(work, skin_directory, look, backgrounds_seen, other_pictures):
+    name, data, title, colors, has_picture = look
+    palette.use(colors)
+    work = work / name
+    work.mkdir()
+    first = skin_directory / f"{data}.dat"
+    build_elements(work, first, 1)
+    palette_bmp = work / "palette.bmp"
+    pictures = [*sorted(work.glob("*.bmp")), *other_pictures]
+    palette8.write_bmp(palette_bmp, palette8.colors(backgrounds_seen if has_picture else [], pictures))
+    add_palette(first, palette_bmp)
+    for scale in SCALES[1:]:
+        build_elements(work, skin_directory / f"{at_scale(data, scale)}.dat", scale, palette_bmp)
+    (skin_directory / f"{name}.skin").write_text(skin.description(title, f"{data}.dat", has_picture))
 
 
 def main(data):
@@ -132,7 +153,6 @@ def main(data):
         directory.mkdir(parents=True, exist_ok=True)
     with tempfile.TemporaryDirectory() as name:
         work = pathlib.Path(name)
-        build_elements(work, skin_directory / "skin.dat", 1)
         for scale in SCALES:
             build_cursors(work, skin_directory / f"{at_scale('cursors', scale)}.dat", scale)
             build_icons(work, data / "icons", scale)
@@ -140,16 +160,12 @@ def main(data):
         build_progress(work, data / "pic")
         plain = [file for directory in (work, data / "icons") for file in sorted(directory.glob("*.bmp"))
                  if "@" not in file.name]
-        palette_bmp = work / "palette.bmp"
-        palette8.write_bmp(palette_bmp, palette8.colors(sorted(work.glob("back*[0-9].png")), plain))
-        add_palette(skin_directory / "skin.dat", palette_bmp)
-        for scale in SCALES[1:]:
-            build_elements(work, skin_directory / f"{at_scale('skin', scale)}.dat", scale, palette_bmp)
+        for look in LOOKS:
+            build_look(work, skin_directory, look, sorted(work.glob("back*[0-9].png")), plain)
     for file in sorted({file for file, _ in skin.FONTS} | {skin.FALLBACK}):
         (source,) = FONT_DIRECTORY.glob(f"*/{file}")
         shutil.copyfile(source, skin_directory / "fonts" / file)
     (skin_directory / "fonts" / "LICENSE").write_text("\n".join(file.read_text() for file in FONT_LICENCES))
-    (skin_directory / "zel.skin").write_text(skin.description())
 
 
 if __name__ == "__main__":

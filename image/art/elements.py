@@ -5,13 +5,13 @@ state (0 normal, 1 pressed or selected, 2 disabled, 3 focused). What is stretche
 into edges and a tile, so everything but the edges of a frame has to repeat.
 """
 
-from palette import (ACCENT, ACCENT_DARK, ACCENT_LIGHT, BACK, BUTTON, DARK, DISABLED, EDGE_OFF, FACE, FOCUS,
-                     FONTFACE, GREY, INACTIVE, INACTIVE_DARK, LIGHT, SUNKEN, WHITE, css)
+from palette import (ACCENT, ACCENT_DARK, ACCENT_LIGHT, BACK, BAR, BAR_OFF, BUTTON, DARK, DISABLED, EDGE_OFF, FACE,
+                     FOCUS, FONTFACE, GREY, GRIP, GRIP_FOCUS, LIGHT, PANEL, PANEL_EDGE, SUNKEN, WHITE, css)
 
 NORMAL, PRESSED, OFF, FOCUSED = range(4)
 
 FILLS = {NORMAL: BUTTON, PRESSED: ACCENT, OFF: FACE, FOCUSED: FOCUS}
-EDGES = {NORMAL: DARK, PRESSED: ACCENT_DARK, OFF: EDGE_OFF, FOCUSED: ACCENT}
+EDGES = {NORMAL: DARK, PRESSED: ACCENT_DARK, OFF: EDGE_OFF, FOCUSED: ACCENT_DARK}
 MARKS = {NORMAL: FONTFACE, PRESSED: WHITE, OFF: DISABLED, FOCUSED: ACCENT_DARK}
 
 
@@ -43,13 +43,27 @@ def chevron(direction, cx, cy, color, r=4):
 
 
 def button(state, w=24, h=26):
-    return fill(w, h, FACE) + box(0, 0, w, h, FILLS[state], EDGES[state])
+    picture = fill(w, h, FACE) + box(0, 0, w, h, FILLS[state], EDGES[state], 5)
+    return picture + (inner_edge(w, h, 4) if state == FOCUSED else "")
+
+
+def inner_edge(w, h, radius):
+    """A second line inside of the first one."""
+    return (f'<rect x="1.5" y="1.5" width="{w - 3}" height="{h - 3}" rx="{radius}" fill="none" '
+            f'stroke="{css(ACCENT_DARK)}"/>')
+
+
+# The thickness of scroll bars.
+THIN = 14
 
 
 def arrow_button(direction):
+    """A mark on the track; a box only while it is pressed."""
     def draw(state):
-        return (fill(18, 18, FACE) + box(0, 0, 18, 18, FILLS[state], EDGES[state], 2.5) +
-                chevron(direction, 9, 9, MARKS[state], 3.5))
+        ground = fill(THIN, THIN, PANEL)
+        pressed = box(1, 1, THIN - 2, THIN - 2, ACCENT, None, 3) if state == PRESSED else ""
+        mark = GRIP if state in (NORMAL, OFF) else MARKS[state]
+        return ground + pressed + chevron(direction, THIN / 2, THIN / 2, mark, 3)
     return draw
 
 
@@ -78,7 +92,7 @@ WIDE = 64
 def list_row(state):
     row = fill(WIDE, 26, SUNKEN)
     if state in (1, 3, 4, 5, 7):
-        row += box(0, 1, WIDE, 24, LIST_ROWS[state], None, 3)
+        row += box(0, 1, WIDE, 24, LIST_ROWS[state], None, 4)
     return row
 
 
@@ -96,27 +110,21 @@ def slider_grip(w, h):
 
 
 def scroll_grip(w, h):
-    fills = {NORMAL: (178, 189, 206), PRESSED: ACCENT, OFF: GREY, FOCUSED: (110, 150, 202)}
-    return lambda state: fill(w, h, (236, 240, 245)) + box(2, 2, w - 4, h - 4, fills[state], None, 3)
+    fills = {NORMAL: GRIP, PRESSED: ACCENT, OFF: GREY, FOCUSED: GRIP_FOCUS}
+    inset = 3
+    return lambda state: fill(w, h, PANEL) + box(inset, inset, w - 2 * inset, h - 2 * inset, fills[state], None, 4)
 
 
-def overlay(state):
-    mark = WHITE if state in (PRESSED, FOCUSED) else (236, 240, 245)
-    return "".join(f'<rect x="5" y="{y}" width="8" height="1" fill="{css(mark)}"/>' for y in (5, 8, 11))
-
-
-def overlay_h(state):
-    mark = WHITE if state in (PRESSED, FOCUSED) else (236, 240, 245)
-    return "".join(f'<rect x="{x}" y="5" width="1" height="8" fill="{css(mark)}"/>' for x in (5, 8, 11))
+def nothing(_):
+    return ""
 
 
 def window_icon(draw_mark):
-    """A box for any title bar: nothing of its edge is mixed with the ground."""
-    fills = {NORMAL: ACCENT_DARK, PRESSED: FONTFACE, OFF: INACTIVE, FOCUSED: ACCENT_DARK}
-
+    """A mark on the title bar; a box behind it only while it is pressed."""
     def draw(state):
-        cut_box = f'<path d="M1 0H15V1H16V15H15V16H1V15H0V1H1Z" fill="{css(fills[state])}"/>'
-        return cut_box + draw_mark(FACE if state == OFF else WHITE)
+        ground = fill(16, 16, BAR_OFF if state == OFF else BAR)
+        pressed = box(0, 0, 16, 16, ACCENT, None, 3) if state == PRESSED else ""
+        return ground + pressed + draw_mark({OFF: DISABLED, PRESSED: WHITE}.get(state, FONTFACE))
     return draw
 
 
@@ -150,16 +158,22 @@ def progress(frame, vertical):
     return box(2, 2, w - 4, h - 4, ACCENT, None, 2)
 
 
-def frame_strip(w, h, active, horizontal, first):
-    """A border of a window: its outer line, and the colour of the title bar or of the frame."""
-    color = ACCENT if active else INACTIVE
+def frame_strip(w, h, active, horizontal, first, bar_side=False):
+    """A border of a window: its outer line, and the colour of the title bar or of the window."""
+    color = (BAR if active else BAR_OFF) if bar_side else FACE
     picture = fill(w, h, color)
-    edge = ACCENT_DARK if active else INACTIVE_DARK
+    edge = ACCENT if active else DARK
     x = y = 0
     lw, lh = (w, 1) if horizontal else (1, h)
     if not first:
         x, y = (0, h - 1) if horizontal else (w - 1, 0)
     return picture + f'<rect x="{x}" y="{y}" width="{lw}" height="{lh}" fill="{css(edge)}"/>'
+
+
+def window_side(active, first):
+    """Beside the title bar it is of the bar's colour."""
+    bar_part = frame_strip(4, 32, active, False, first, True)
+    return frame_strip(4, 96, active, False, first) + bar_part
 
 
 def panel(color, edge, radius=3.0, outside=FACE):
@@ -211,7 +225,7 @@ MINIMISE = window_icon(lambda c: path("M4.5 11H11.5", c, 2))
 RESTORE = window_icon(lambda c: path("M4.5 7H9.5V12H4.5ZM7 7V4.5H12V9.5H9.5", c, 1.4))
 
 ELEMENTS = {
-    "BOX": Element((64, 64), (56, 48), etched(DARK, LIGHT), masked=False),
+    "BOX": Element((64, 64), (56, 48), etched(DARK, LIGHT)),
     "BOX_SHADDOW": Element((64, 64), (56, 56), lambda _: fill(64, 64, DARK) + box(0, 0, 62, 62, FACE, DARK, 0)),
     "BUTTON": Element((24, 26), (12, 14), button, rows=4),
     "CHECKBOX": Element((16, 16), (8, 8), two_columns(check), columns=2, rows=4, masked=True),
@@ -219,31 +233,31 @@ ELEMENTS = {
     "COMBO_BUTTON": Element((18, 20), (18, 20), lambda s: chevron("down", 9, 10, MARKS[s]), rows=4, masked=True),
     "HSLIDER_BACK": Element((24, 22), (16, 18), slider_back(False), rows=4),
     "HSLIDER_GRIP": Element((11, 22), (11, 22), slider_grip(11, 22), rows=4, masked=True),
-    "ICONEXIT": Element((16, 16), (16, 16), CLOSE, rows=4, masked=True),
-    "ICONMAX": Element((16, 16), (16, 16), MAXIMISE, rows=4, masked=True),
-    "ICONMIN": Element((16, 16), (16, 16), MINIMISE, rows=4, masked=True),
-    "ICONRESTORE": Element((16, 16), (16, 16), RESTORE, rows=4, masked=True),
+    "ICONEXIT": Element((16, 16), (16, 16), CLOSE, rows=4),
+    "ICONMAX": Element((16, 16), (16, 16), MAXIMISE, rows=4),
+    "ICONMIN": Element((16, 16), (16, 16), MINIMISE, rows=4),
+    "ICONRESTORE": Element((16, 16), (16, 16), RESTORE, rows=4),
     "LIST": Element((WIDE, 26), (WIDE - 8, 14), list_row, rows=8),
     "MENU_BACK": Element((WIDE, 64), (WIDE - 8, 56), panel(FACE, DARK)),
     "MENU_BUTTON": Element((18, 20), (10, 12), lambda f: fill(18, 20, ACCENT_LIGHT if f else FACE), rows=2),
     "MENU_ITEM": Element((48, 20), (16, 16), menu_item, rows=7),
     "PANEL_GROOVE": Element((64, 64), (56, 56), etched(DARK, LIGHT)),
-    "PANEL_RAISED": Element((WIDE, 64), (WIDE - 8, 56), panel(FACE, DARK)),
+    "PANEL_RAISED": Element((WIDE, 64), (WIDE - 8, 56), panel(FACE, PANEL_EDGE)),
     "PANEL_RIDGE": Element((64, 64), (60, 60), etched(LIGHT, DARK)),
     "PANEL_SUNKEN": Element((WIDE, 64), (WIDE - 8, 56), panel(SUNKEN, DARK)),
     "PROGRESSH": Element((24, 15), (12, 7), lambda f: progress(f, False), rows=2, masked=True),
     "PROGRESSV": Element((15, 24), (7, 12), lambda f: progress(f, True), columns=2, masked=True),
     "RADIO": Element((16, 16), (8, 8), two_columns(radio), columns=2, rows=4, masked=True),
-    "SCROLL_DOWN": Element((18, 18), (10, 10), arrow_button("down"), rows=4),
-    "SCROLL_HBACK": Element((24, 18), (12, 10), lambda _: fill(24, 18, (236, 240, 245)), rows=4),
-    "SCROLL_HGRIP": Element((36, 18), (12, 6), scroll_grip(36, 18), rows=4),
-    "SCROLL_HGRIPOVERLAY": Element((18, 18), (12, 12), overlay_h, rows=4, masked=True),
-    "SCROLL_LEFT": Element((18, 18), (10, 10), arrow_button("left"), rows=4),
-    "SCROLL_RIGHT": Element((18, 18), (10, 10), arrow_button("right"), rows=4),
-    "SCROLL_UP": Element((18, 18), (10, 10), arrow_button("up"), rows=4),
-    "SCROLL_VBACK": Element((18, 24), (10, 12), lambda _: fill(18, 24, (236, 240, 245)), rows=4),
-    "SCROLL_VGRIP": Element((18, 36), (6, 12), scroll_grip(18, 36), rows=4),
-    "SCROLL_VGRIPOVERLAY": Element((18, 18), (12, 12), overlay, rows=4, masked=True),
+    "SCROLL_DOWN": Element((THIN, THIN), (THIN - 8, THIN - 8), arrow_button("down"), rows=4),
+    "SCROLL_HBACK": Element((24, THIN), (12, THIN - 8), lambda _: fill(24, THIN, PANEL), rows=4),
+    "SCROLL_HGRIP": Element((36, THIN), (12, THIN - 8), scroll_grip(36, THIN), rows=4),
+    "SCROLL_HGRIPOVERLAY": Element((THIN, THIN), (THIN, THIN), nothing, rows=4, masked=True),
+    "SCROLL_LEFT": Element((THIN, THIN), (THIN - 8, THIN - 8), arrow_button("left"), rows=4),
+    "SCROLL_RIGHT": Element((THIN, THIN), (THIN - 8, THIN - 8), arrow_button("right"), rows=4),
+    "SCROLL_UP": Element((THIN, THIN), (THIN - 8, THIN - 8), arrow_button("up"), rows=4),
+    "SCROLL_VBACK": Element((THIN, 24), (THIN - 8, 12), lambda _: fill(THIN, 24, PANEL), rows=4),
+    "SCROLL_VGRIP": Element((THIN, 36), (THIN - 8, 12), scroll_grip(THIN, 36), rows=4),
+    "SCROLL_VGRIPOVERLAY": Element((THIN, THIN), (THIN, THIN), nothing, rows=4, masked=True),
     "SEPARATORH": Element((12, 2), (8, 2), lambda _: bar(12, 2, DARK, LIGHT)),
     "SEPARATORV": Element((2, 12), (2, 8), lambda _: bar(2, 12, DARK, LIGHT)),
     "TAB_BUTTON": Element((24, 20), (12, 12), tab, rows=4, masked=True),
@@ -252,9 +266,9 @@ ELEMENTS = {
     "VSLIDER_GRIP": Element((22, 11), (22, 11), slider_grip(22, 11), columns=4, masked=True),
     "WINBOTTOM": Element((30, 4), (14, 4), lambda f: frame_strip(30, 4, f == 0, True, False), rows=2),
     "WINDOW": Element((30, 30), (14, 14), lambda _: fill(30, 30, FACE)),
-    "WINGRIP": Element((30, 22), (14, 22), lambda f: fill(30, 22, ACCENT if f == 0 else INACTIVE), rows=2),
-    "WINLEFT": Element((4, 60), (4, 28), lambda f: frame_strip(4, 60, f == 0, False, True), columns=2),
-    "WINRIGHT": Element((4, 60), (4, 28), lambda f: frame_strip(4, 60, f == 0, False, False), columns=2),
+    "WINGRIP": Element((30, 28), (14, 28), lambda f: fill(30, 28, BAR if f == 0 else BAR_OFF), rows=2),
+    "WINLEFT": Element((4, 96), (4, 32), lambda f: window_side(f == 0, True), columns=2),
+    "WINRIGHT": Element((4, 96), (4, 32), lambda f: window_side(f == 0, False), columns=2),
     "WINTEXT": Element((12, 24), (4, 24), lambda _: "", rows=2, masked=True),
-    "WINTOP": Element((30, 4), (14, 4), lambda f: frame_strip(30, 4, f == 0, True, True), rows=2),
+    "WINTOP": Element((30, 4), (14, 4), lambda f: frame_strip(30, 4, f == 0, True, True, True), rows=2),
 }

@@ -1,7 +1,7 @@
-"""The icons of the example menu: a white sign on a coloured tile, 22 x 22 pixels."""
+"""The icons of the example menu: a white sign on a coloured tile, 24 x 24 pixels."""
 
 BLUE, TEAL, GREEN, AMBER, RED, GREY, VIOLET, NAVY = (
-    "#2f6fb7", "#1f8a8c", "#3c8d4f", "#c98a1b", "#bf3a30", "#66758a", "#7557a6", "#2b3d58")
+    "#3b82d0", "#1f8f92", "#3f9657", "#c98a1b", "#c9473c", "#6b7a90", "#7f62b4", "#4d668c")
 
 LINE = 'fill="none" stroke="#ffffff" stroke-width="1.7" stroke-linecap="round" stroke-linejoin="round"'
 
@@ -44,6 +44,5 @@ ICONS = {
 
 def svg(name):
     color, sign = ICONS[name]
-    # The tile leaves the two columns at the right free, where the frame of the selected row begins.
-    return ('<svg xmlns="http://www.w3.org/2000/svg" width="22" height="22">'
-            f'<g transform="translate(0 1)"><rect width="20" height="20" rx="4" fill="{color}"/>{sign}</g></svg>')
+    return ('<svg xmlns="http://www.w3.org/2000/svg" width="24" height="24"><g transform="scale(1.2)">'
+            f'<rect width="20" height="20" rx="5" fill="{color}"/>{sign}</g></svg>')

@@ -1,25 +1,90 @@
-"""The colours of the skin, in one place: the pictures and the skin description use the same."""
+"""The colours of the skins, in one place: the pictures and the skin descriptions use the same.
 
-FACE = (226, 231, 238)
-FONTFACE = (24, 32, 44)
-LIGHT = (250, 251, 253)  # "shad1"
-DARK = (160, 171, 188)  # "shad2"
-SUNKEN = (251, 252, 254)
-BACK = FACE  # also behind the countdown of the waiting window, which is dark blue
-ACCENT = (31, 95, 168)
-ACCENT_DARK = (22, 72, 132)
-ACCENT_LIGHT = (196, 216, 241)
-FOCUS = (210, 226, 246)
-DISABLED = (120, 129, 143)  # text and marks
-EDGE_OFF = (188, 196, 208)  # around what is disabled
-INACTIVE = (118, 133, 156)  # a window without the focus
-INACTIVE_DARK = (96, 110, 132)
-TOOLTIP = (255, 250, 222)
-BUTTON = (241, 244, 248)
-GREY = (206, 212, 222)
-WHITE = (255, 255, 255)
+A colour is named by what it is for; each of the schemes says what it is there.
+"""
+
+NIGHT = {
+    "FACE": (37, 45, 59),  # windows
+    "FONTFACE": (232, 237, 244),
+    "LIGHT": (58, 68, 86),  # "shad1"
+    "DARK": (76, 88, 108),  # "shad2" and edges
+    "SUNKEN": (27, 33, 44),
+    "BACK": (20, 26, 36),
+    "ACCENT": (48, 110, 190),
+    "ACCENT_DARK": (128, 184, 248),  # marks and edges of what has the focus
+    "ACCENT_LIGHT": (40, 72, 118),
+    "FOCUS": (44, 66, 100),
+    "DISABLED": (132, 143, 160),  # text and marks
+    "EDGE_OFF": (60, 70, 86),  # around what is disabled
+    "BAR": (46, 56, 73),  # title bar
+    "BAR_OFF": (40, 48, 62),  # of a window without the focus
+    "TOOLTIP": (52, 62, 80),
+    "BUTTON": (54, 65, 84),
+    "GREY": (62, 73, 92),
+    "GRIP": (92, 106, 128),
+    "GRIP_FOCUS": (110, 146, 196),
+    "WHITE": (255, 255, 255),
+    # Panels and entries of the menu.
+    "PANEL": (30, 37, 49),
+    "PANEL_EDGE": (52, 62, 80),
+    "FIELD": (45, 82, 134),
+    "FIELD_EDGE": (92, 148, 222),
+    "IDLE": (44, 53, 69),
+    "IDLE_EDGE": (68, 80, 100),
+    "HEADING": (244, 247, 251),
+    "QUIET": (166, 178, 196),  # titles and key help
+    "RULE": (58, 69, 88),
+}
+
+DAY = {
+    "FACE": (240, 243, 247),
+    "FONTFACE": (26, 34, 46),
+    "LIGHT": (255, 255, 255),
+    "DARK": (158, 170, 187),
+    "SUNKEN": (255, 255, 255),
+    "BACK": (226, 231, 238),
+    "ACCENT": (34, 98, 178),
+    "ACCENT_DARK": (22, 76, 144),
+    "ACCENT_LIGHT": (204, 222, 245),
+    "FOCUS": (216, 230, 248),
+    "DISABLED": (108, 117, 131),
+    "EDGE_OFF": (196, 204, 215),
+    "BAR": (222, 228, 236),
+    "BAR_OFF": (232, 236, 242),
+    "TOOLTIP": (255, 250, 222),
+    "BUTTON": (252, 253, 254),
+    "GREY": (210, 217, 226),
+    "GRIP": (172, 183, 199),
+    "GRIP_FOCUS": (110, 150, 202),
+    "WHITE": (255, 255, 255),
+    "PANEL": (255, 255, 255),
+    "PANEL_EDGE": (204, 212, 223),
+    "FIELD": (206, 224, 247),
+    "FIELD_EDGE": (64, 128, 208),
+    "IDLE": (234, 238, 243),
+    "IDLE_EDGE": (200, 208, 219),
+    "HEADING": (26, 34, 46),
+    "QUIET": (84, 95, 111),
+    "RULE": (222, 227, 234),
+}
+
 MASK = (255, 0, 255)
+NAMES = tuple(NIGHT)
+globals().update({name: name for name in NAMES})
+
+_scheme = NIGHT
+
+
+def use(scheme):
+    """All colours are those of this scheme from now on."""
+    global _scheme
+    _scheme = scheme
+
+
+def rgb(color):
+    """What a name stands for; three numbers are themselves."""
+    return _scheme[color] if isinstance(color, str) else color
 
 
 def css(color):
-    return "#%02x%02x%02x" % color
+    return "#%02x%02x%02x" % rgb(color)

@@ -16,6 +16,8 @@ NAMED = [(255, 255, 255), (0, 0, 0), (255, 0, 0), (0, 255, 0), (0, 0, 255), (0, 
 
 def quantized(pictures, count):
     """The colours that serve some pictures best."""
+    if not pictures:
+        return []
     command = ["/usr/bin/convert", *map(str, pictures), "-append", "+dither", "-colors", str(count), "-unique-colors",
                "-depth", "8", "rgb:-"]
     raw = subprocess.run(command, check=True, stdout=subprocess.PIPE).stdout
@@ -29,7 +31,7 @@ def as_shown(color):
 
 def colors(backgrounds, pictures):
     """Entry 0 is the mask; no two entries look alike."""
-    fixed = [color for name, color in sorted(vars(palette).items()) if name.isupper() and color != palette.MASK]
+    fixed = [palette.rgb(name) for name in sorted(palette.NAMES)]
     chosen = {as_shown(palette.MASK): palette.MASK}
     for group in (NAMED, fixed, quantized(backgrounds, BACKGROUND_SHARE), quantized(pictures, ENTRIES)):
         for color in group:
