@@ -128,12 +128,16 @@ def build_progress(work, target):
 
 
 # Name of the description, of its elements, its title, the colours, and whether the background's picture shows.
-LOOKS = (("zel", "skin", "Calm night", palette.NIGHT, True), ("light", "light", "Calm day", palette.DAY, False))
+LOOKS = (("zel", "skin", "Calm night", palette.NIGHT, True), ("light", "light", "Calm day", palette.DAY, False),
+         ("contrast", None, "High contrast", palette.CONTRAST, False))
 
 
 def build_look(work, skin_directory, look, backgrounds_seen, other_pictures):
     name, data, title, colors, has_picture = look
     palette.use(colors)
+    (skin_directory / f"{name}.skin").write_text(skin.description(title, data and f"{data}.dat", has_picture))
+    if not data:
+        return
     work = work / name
     work.mkdir()
     first = skin_directory / f"{data}.dat"
@@ -144,7 +148,6 @@ def build_look(work, skin_directory, look, backgrounds_seen, other_pictures):
     add_palette(first, palette_bmp)
     for scale in SCALES[1:]:
         build_elements(work, skin_directory / f"{at_scale(data, scale)}.dat", scale, palette_bmp)
-    (skin_directory / f"{name}.skin").write_text(skin.description(title, f"{data}.dat", has_picture))
 
 
 def main(data):

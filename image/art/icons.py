@@ -1,7 +1,7 @@
 """The icons of the example menu: a white sign on a coloured tile, 24 x 24 pixels."""
 
 BLUE, TEAL, GREEN, AMBER, RED, GREY, VIOLET, NAVY = (
-    "#3b82d0", "#1f8f92", "#3f9657", "#c98a1b", "#c9473c", "#6b7a90", "#7f62b4", "#4d668c")
+    "#3b82d0", "#1f8f92", "#3f9657", "#c98a1b", "#c9473c", "#6b7a90", "#7f62b4", "#5d7aa6")
 
 LINE = 'fill="none" stroke="#ffffff" stroke-width="1.7" stroke-linecap="round" stroke-linejoin="round"'
 

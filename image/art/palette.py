@@ -27,7 +27,7 @@ NIGHT = {
     # Panels and entries of the menu.
     "PANEL": (30, 37, 49),
     "PANEL_EDGE": (52, 62, 80),
-    "FIELD": (45, 82, 134),
+    "FIELD": (38, 70, 118),
     "FIELD_EDGE": (92, 148, 222),
     "IDLE": (44, 53, 69),
     "IDLE_EDGE": (68, 80, 100),
@@ -66,6 +66,33 @@ DAY = {
     "HEADING": (26, 34, 46),
     "QUIET": (84, 95, 111),
     "RULE": (222, 227, 234),
+}
+
+# Without pictures: the toolkit draws the elements in the first ten.
+CONTRAST = {
+    **NIGHT,
+    "FACE": (0, 0, 0),
+    "FONTFACE": (255, 255, 255),
+    "LIGHT": (208, 208, 208),
+    "DARK": (208, 208, 208),
+    "SUNKEN": (0, 0, 0),
+    "BACK": (0, 0, 0),
+    "ACCENT_LIGHT": (0, 84, 170),
+    "BUTTON": (44, 44, 44),
+    "FOCUS": (0, 84, 170),
+    "DISABLED": (150, 150, 150),
+    "ACCENT_DARK": (255, 214, 10),
+    "TOOLTIP": (0, 0, 0),
+    "GREY": (64, 64, 64),
+    "PANEL": (0, 0, 0),
+    "PANEL_EDGE": (150, 150, 150),
+    "FIELD": (255, 214, 10),
+    "FIELD_EDGE": (255, 255, 255),
+    "IDLE": (0, 0, 0),
+    "IDLE_EDGE": (255, 214, 10),
+    "HEADING": (255, 255, 255),
+    "QUIET": (255, 255, 255),
+    "RULE": (150, 150, 150),
 }
 
 MASK = (255, 0, 255)

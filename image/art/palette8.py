@@ -11,7 +11,9 @@ BACKGROUND_SHARE = 88  # entries for the gradients of the backgrounds
 # What the toolkit and menus name, beside the colours of the skin.
 NAMED = [(255, 255, 255), (0, 0, 0), (255, 0, 0), (0, 255, 0), (0, 0, 255), (0, 255, 255), (255, 255, 0), (96, 96, 96),
          (128, 128, 128), (192, 192, 192), (255, 170, 0), (150, 96, 0), (144, 0, 168), (128, 0, 0), (0, 128, 0),
-         (0, 0, 128), (140, 140, 140), (150, 150, 150), (200, 100, 100), (110, 120, 190)]
+         (0, 0, 128), (140, 140, 140), (150, 150, 150), (200, 100, 100), (110, 120, 190),
+         # Colours of menus, as they are and as a dark ground makes them.
+         (20, 84, 40), (42, 160, 80), (170, 28, 28), (240, 96, 96)]
 
 
 def quantized(pictures, count):

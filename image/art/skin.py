@@ -12,7 +12,7 @@ TEXT_COLORS = {
     "BUTTON": (FONTFACE, WHITE, DISABLED, FONTFACE),
     "LIST": (FONTFACE, WHITE, DISABLED, FONTFACE),
     "MENU": (FONTFACE, WHITE, DISABLED, FONTFACE),
-    "WINDOW": (FONTFACE, FONTFACE, DISABLED, FONTFACE),
+    "WINDOW": (FONTFACE, FONTFACE, QUIET, FONTFACE),
     "HYPER": (ACCENT_DARK, ACCENT_DARK, DISABLED, ACCENT_DARK),
 }
 PLAIN = (FONTFACE, FONTFACE, DISABLED, FONTFACE)
@@ -23,6 +23,16 @@ FONTS = (("DejaVuSans.ttf", 18), ("DejaVuSans-Bold.ttf", 18), ("DejaVuSans-Bold.
 BOLD, SMALL = 1, 4
 
 
+LARGE_FONTS = (("DejaVuSans.ttf", 26), ("DejaVuSans-Bold.ttf", 26), ("DejaVuSans-Bold.ttf", 34),
+               ("DejaVuSans-Bold.ttf", 36), ("DejaVuSans.ttf", 18))
+# In the look for those who see badly.
+LARGE_TEXT_COLORS = {
+    "LIST": (FONTFACE, FONTFACE, DISABLED, FONTFACE),
+    "WINDOW": (FONTFACE, FONTFACE, FACE, FONTFACE),
+    "TEXT": (FONTFACE, FONTFACE, DISABLED, ACCENT_DARK),
+}
+
+
 def rgb(color):
     return ",".join(str(part) for part in palette.rgb(color))
 
@@ -31,9 +41,9 @@ def section(name, values):
     return f"\n[{name}]\n" + "".join(f"{key} = {value}\n" for key, value in values)
 
 
-def text_section(name):
+def text_section(name, own_colors=None):
     font = BOLD if name == "WINDOW" else 0
-    colors = TEXT_COLORS.get(name, PLAIN)
+    colors = (own_colors or {}).get(name) or TEXT_COLORS.get(name, PLAIN)
     return ([(f"font{i + 1}", font) for i in range(4)] +
             [(f"f_col{i + 1}", rgb(color)) for i, color in enumerate(colors)] +
             [(f"s_col{i + 1}", -1) for i in range(4)])
@@ -72,22 +82,46 @@ def menu_sections(has_picture):
             section("BAR", [("color", rgb(FIELD_EDGE)), ("backColor", rgb(GREY)), ("borderColor", rgb(GREY))]))
 
 
+def large_menu_sections():
+    """The same with large print: no icons, and lines that nobody misses."""
+    return (section("PANEL", [("backColor", rgb(PANEL)), ("borderColor", rgb(PANEL_EDGE)),
+                              ("focusBorderColor", rgb(IDLE_EDGE)), ("border", 3), ("paddingX", 5), ("paddingY", 5)]) +
+            section("TITLE", [("font", BOLD), ("color", rgb(QUIET)), ("height", 38), ("alignment", 0), ("textX", 10),
+                              ("lineColor", rgb(RULE))]) +
+            section("ENTRY", [("color", rgb(FONTFACE)), ("selectColor", rgb(PANEL)), ("disableColor", rgb(DISABLED)),
+                              ("returnColor", rgb(FONTFACE)), ("separatorColor", rgb(RULE)),
+                              ("fieldColor", rgb(FIELD)), ("fieldBorderColor", rgb(FIELD_EDGE)),
+                              ("idleColor", rgb(IDLE)), ("idleBorderColor", rgb(IDLE_EDGE)), ("fieldX", 0),
+                              ("fieldY", 1), ("fieldBorder", 3), ("iconX", 10), ("textX", 10), ("markX", 12),
+                              ("separatorHeight", 11), ("wrap", 1), ("icons", 0)]) +
+            section("HINT", [("paddingX", 8), ("paddingY", 6)]) +
+            section("SCREEN", [("picture", 0), ("headingColor", rgb(HEADING)), ("keyHelpColor", rgb(QUIET))]) +
+            section("WAIT", [("countdownColor", rgb(ACCENT_DARK)), ("countdownBackColor", rgb(FACE))]) +
+            section("BAR", [("color", rgb(FIELD)), ("backColor", rgb(GREY)), ("borderColor", rgb(FIELD_EDGE))]))
+
+
 def description(title, data, has_picture):
+    """Without `data` that of large print and contrast."""
+    own_colors = {} if data else LARGE_TEXT_COLORS
     text = "# A look of the example menu. Made by tools/build-art from image/art; change it there.\n"
-    text += section("Skin", [("title", title), ("main_data", data), ("cursors", "cursors.dat"),
-                             ("dottedRect", 0), ("focus", 2)])
+    elements = [("main_data", data)] if data else []
+    text += section("Skin", [("title", title), *elements, ("cursors", "cursors.dat"), ("dottedRect", int(not data)),
+                             ("focus", 2)])
     text += section("COLORS", [
         ("face", rgb(FACE)), ("fontface", rgb(FONTFACE)), ("shad1", rgb(LIGHT)), ("shad2", rgb(DARK)),
         ("disable", rgb(DISABLED)), ("select", rgb(ACCENT_LIGHT)), ("deselect", rgb(BUTTON)), ("focus", rgb(FOCUS)),
-        ("sunken", rgb(SUNKEN)), ("back", rgb(BACK)), ("contrast", 4.5)])
-    for i, (file, size) in enumerate(FONTS):
+        ("sunken", rgb(SUNKEN)), ("back", rgb(BACK)), ("contrast", 4.5 if data else 7)])
+    for i, (file, size) in enumerate(FONTS if data else LARGE_FONTS):
         text += section(f"FONT{i}", [("file", f"fonts/{file}"), ("fallback", f"fonts/{FALLBACK}"), ("size", size)])
     for name in TEXT_SECTIONS:
-        text += section(name, text_section(name) + extra(name))
+        more = extra(name)
+        if not data and name in ("LIST", "WINDOW"):
+            more = [("height", 40)] if name == "LIST" else [("borderColor", rgb(FIELD_EDGE)), ("border", 3)]
+        text += section(name, text_section(name, own_colors) + more)
     text += section("BOX", [("font1", 0), ("f_col1", rgb(FONTFACE)), ("f_col2", rgb(DISABLED)),
                             ("s_col1", -1), ("s_col2", -1), ("offX", 8), ("offY", 1), ("backColor", rgb(FACE)),
                             ("alignment", 0), ("borderColor", -1)])
-    text += menu_sections(has_picture)
+    text += menu_sections(has_picture) if data else large_menu_sections()
     text += section("WALLPAPER", [("style", 3)])
     text += section("COMBOBOX", [("animationType", 6), ("animationLength", 120)])
     text += section("MOUSE", [("shadowColor", "0,0,0"), ("shadowSize", 2), ("shadowOffsetX", 2), ("shadowOffsetY", 2)])

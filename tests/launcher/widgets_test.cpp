@@ -78,6 +78,34 @@ TEST_F(LauncherWidgetsTest, ItsKeysPassOverSeparatorsAndThePadChoosesAndMarks) {
             "3+ Activate 3, 0 Scroll 0, 1 Scroll 1, 0 Scroll 0, 1 Scroll 1, unused 1 ");
 }
 
+TEST_F(LauncherWidgetsTest, PanelsAndEntriesLookAsTheSkinWantsThem) {
+  WriteFile("look.skin", ReadFile(ZEL_PICTURES "/../launcher/samples/look.skin"));
+  SetCurrentSkin(std::make_unique<Skin>("look.skin"));
+  root.SetSkin(nullptr);
+  MenuPanel panel;
+  HintPanel hints;
+  panel.SetTitle("Title");
+  for (const std::string_view kind : {"One", "-", "Much too long", "Own", ">Sub", "<", "!Off"}) {
+    item = {};
+    item.title.Assign(kind.data());
+    item.color = black;
+    item.hasOwnColor = kind == "Own";
+    if (kind[0] == '-') item.flags = kItemSeparator;
+    if (kind[0] == '>') item.flags = kItemSubmenu;
+    if (kind[0] == '<') item.flags = kItemBack;
+    if (kind[0] == '!') item.flags = kItemDisabled;
+    panel.List().InsertItem(std::make_unique<MenuEntry>(item));
+  }
+  ShowHint(hints, {140, 4}, "a word-of-no-end and more");
+  Show(panel, {4, 4, 130, 192});
+  root.SetFocus(&panel.List());
+  ExpectShown("menu_of_a_look", {0, 0, 260, 200});
+  panel.List().SetCurrent(2);
+  ExpectShown("menu_of_a_look_moved", {0, 0, 138, 200});
+  root.ChangeFocus(&panel.List(), nullptr);
+  ExpectShown("menu_of_a_look_idle", {0, 0, 138, 200});
+}
+
 TEST_F(LauncherWidgetsTest, WrapsHintsBetweenTheirWords) {
   const char* const kHints[] = {"four five", "four five6 seven", "a\n b  \n\n\t\fc",
                                 "much-too-long one x", "1 3 5 7 9 1 3 5 7 9 1 3 5 7 9 1 3 5 7 9 1"};

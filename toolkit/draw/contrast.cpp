@@ -1,5 +1,6 @@
 #include "toolkit/draw/contrast.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace zel {
@@ -17,8 +18,16 @@ double Luminance(Color color) {
   return 0.2126 * Linear(color.r()) + 0.7152 * Linear(color.g()) + 0.0722 * Linear(color.b());
 }
 
-Color Towards(Color from, int end, int step) {
-  const auto moved = [=](int channel) { return channel + (end - channel) * step / kSteps; };
+// Darker, or lighter: as long as it can it keeps its hue, then it becomes white.
+Color Moved(Color from, bool lightens, int step) {
+  const int most = std::max({from.r(), from.g(), from.b(), 1});
+  const double part = 1.0 * step / kSteps;
+  const double bright = std::min(1.0, 2 * part), pale = std::max(0.0, 2 * part - 1);
+  const auto moved = [=](int channel) {
+    const double scaled =
+        lightens ? channel * (1 + bright * (255.0 / most - 1)) : channel * (1 - part);
+    return static_cast<int>(std::lround(lightens ? scaled + (255 - scaled) * pale : scaled));
+  };
   return {moved(from.r()), moved(from.g()), moved(from.b())};
 }
 
@@ -32,12 +41,12 @@ double Contrast(Color a, Color b) {
 
 Color WithContrast(Color text, Color ground, double least) {
   if (!text.IsSet() || !ground.IsSet()) return text;
-  const int end = Contrast(white, ground) > Contrast(black, ground) ? 255 : 0;
+  const bool lightens = Contrast(white, ground) > Contrast(black, ground);
   for (int step = 0; step <= kSteps; ++step)
-    if (const Color tried = step == 0 ? text : Towards(text, end, step);
+    if (const Color tried = step == 0 ? text : Moved(text, lightens, step);
         Contrast(tried, ground) >= least)
       return tried;
-  return {end, end, end};
+  return lightens ? Color{white} : Color{black};
 }
 
 }  // namespace zel

@@ -42,6 +42,7 @@ constexpr ColorKey kColors[] = {
     {"BAR", "color", &MenuLook::bar},
     {"BAR", "backColor", &MenuLook::barGround},
     {"BAR", "borderColor", &MenuLook::barBorder},
+    {"WINDOW", "borderColor", &MenuLook::windowBorder},
     {"BOX", "borderColor", &MenuLook::groupBorder},
 };
 
@@ -76,6 +77,7 @@ constexpr MeasureKey kMeasures[] = {
     {"HINT", "paddingX", &MenuLook::hintX, kWidest},
     {"HINT", "paddingY", &MenuLook::hintY, kWidest},
     {"SCREEN", "picture", &MenuLook::picture, 1, false},
+    {"WINDOW", "border", &MenuLook::windowBorderWidth, kThickest},
     {"WAIT", "countdownFont", &MenuLook::countdownFont, 63, false},
 };
 

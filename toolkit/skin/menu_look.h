@@ -45,6 +45,10 @@ struct MenuLook {
   // "BAR"
   Color bar, barGround, barBorder;
 
+  // "WINDOW": a line around it instead of the pictures of its frame
+  Color windowBorder;
+  int windowBorderWidth = kAbsent;
+
   // "BOX"
   Color groupBorder;
   bool hasGroupBorder = true;
@@ -70,7 +74,7 @@ void MenuLook::ForEachColor(const Called& called) {
                        &field,       &fieldBorder,  &idle,         &idleBorder,      &titleText,
                        &titleGround, &titleLine,    &ground,       &border,          &focusBorder,
                        &heading,     &keyHelp,      &countdown,    &countdownGround, &bar,
-                       &barGround,   &barBorder,    &groupBorder})
+                       &barGround,   &barBorder,    &windowBorder, &groupBorder})
     called(*color);
 }
 

@@ -203,11 +203,16 @@ int ListView::GetSelected() const {
   return marked == items.end() ? 0 : static_cast<int>(marked - items.begin());
 }
 
+bool ListView::IsCut(int index, int bottom) const {
+  return skin && skin->listHeight > 0 && index > first && bottom > h();
+}
+
 int ListView::ItemAt() const {
   const int y = GetMousePos().y;
   int sum = 0;
   for (int i = first; i < Count(); ++i) {
     sum += HeightOf(i);
+    if (IsCut(i, sum)) break;
     if (sum >= y) return i;
   }
   return -1;
@@ -273,6 +278,7 @@ void ListView::Draw(Bitmap& canvas) {
   for (int i = first; i < Count() && y <= h(); ++i) {
     ListItem& item = *GetItem(i);
     const int height = item.GetHeight();
+    if (IsCut(i, y + height)) break;
     const bool shows = y < canvas.Height() && y < target->cb && y + height > target->ct;
     if (shows) {
       SubCanvas strip{canvas, 0, y, w(), height};

@@ -122,6 +122,8 @@ class ListView : public Widget {
 
  private:
   int HeightOf(int index) const { return items[static_cast<std::size_t>(index)]->GetHeight(); }
+  // Where the skin says how high rows are, one that does not fit does not show.
+  bool IsCut(int index, int bottom) const;
   void ChooseByKey(int scancode);
   bool MarkCurrent(int index);
 };

@@ -59,7 +59,23 @@ int FramePart::CornerExtent() const {
                       : element->EdgeWidthOf(element->Width());
 }
 
+// The sides have the corners.
+void FramePart::DrawLine(Bitmap& canvas) const {
+  const Color color = skin->menu.windowBorder;
+  const int line = std::min(OrElse(skin->menu.windowBorderWidth, Zoomed(1)), Thickness());
+  const int right = w() - 1, bottom = h() - 1;
+  canvas.clear_to_color(skin->colors[kFace]);
+  if (part != kBottomPart) canvas.rectfill(0, 0, right, line - 1, color);
+  if (part != kTopPart) canvas.rectfill(0, bottom - line + 1, right, bottom, color);
+  if (part == kLeftPart) canvas.rectfill(0, 0, line - 1, bottom, color);
+  if (part == kRightPart) canvas.rectfill(right - line + 1, 0, right, bottom, color);
+}
+
 void FramePart::Draw(Bitmap& canvas) {
+  if (part != kGripPart && skin && skin->menu.windowBorder.IsSet()) {
+    DrawLine(canvas);
+    return;
+  }
   const SkinBitmap* element = GetBitmap();
   if (!element) return;
   if (IsVertical())

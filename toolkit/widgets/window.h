@@ -27,6 +27,9 @@ class FramePart : public Widget {
 
  protected:
   int part = kLeftPart;
+
+ private:
+  void DrawLine(Bitmap& canvas) const;
 };
 
 // The strip behind the title text, for skins that want one.

@@ -76,6 +76,20 @@ std::string ValuesOf(const Skin& s) {
   return text + '\n';
 }
 
+// What the skin says of menus, in the order of the sample's keys.
+std::string MenuValuesOf(const Skin& skin) {
+  MenuLook m = skin.menu;
+  std::string text;
+  m.ForEachColor([&text](Color color) { text += Hex(color) + ' '; });
+  return text +
+         Join(m.iconX, m.textX, m.markX, m.fieldX, m.fieldY, m.fieldRadius, m.fieldBorderWidth,
+              m.separatorHeight, m.wraps, m.icons, m.titleFont, m.titleHeight, m.titleX,
+              m.titleAlignment, m.borderWidth, m.radius, m.paddingX, m.paddingY, m.hintX, m.hintY,
+              m.picture, m.windowBorderWidth, m.countdownFont, m.leastContrast, m.hasGroupBorder,
+              m.hasLabels) +
+         Hex(skin.fontColor[kPlainText][kNormal]) + '\n';
+}
+
 struct SkinTest : AllegroFixture {
   SkinTest() : AllegroFixture{32} { EngineInit(); }
 
@@ -122,6 +136,25 @@ TEST_F(SkinTest, EveryValueIsReadFromItsKey) {
   EXPECT_EQ(std::string(*skin->title), std::string(511, 'x'));
   const Font& font = *skin->fonts[4];
   EXPECT_GT(font.TextLength("\u4E2D"), font.TextLength("\uE000")) << "a box";
+}
+
+TEST_F(SkinTest, WhatItSaysOfMenusCountsUnlessItIsNonsense) {
+  std::string seen = MenuValuesOf(Skin{"default"});
+  for (const char* sample : {"menu_keys.cfg", "menu_nonsense.cfg"})
+    seen += MenuValuesOf(*Make(ReadFile(kSamples + sample)));
+  SetZoom(2);
+  ExpectText("skin_of_menus", seen + MenuValuesOf(*Make(ReadFile(kSamples + "menu_keys.cfg"))));
+}
+
+TEST_F(SkinTest, WithoutPicturesTheBuiltinOnesFollowTheHeightOfRowsWhichIsThatOfTheTextAtLeast) {
+  files.Write("outline.ttf", ReadFile("data/skin/fonts/DejaVuSans.ttf"));
+  const std::string font = "[FONT0]\nfile=outline.ttf\nsize=36\n[LIST]\nheight=";
+  ExpectText("skin_of_large_print", ValuesOf(*Make(font + "44")));
+  const std::string keys = "\n[WINDOW]\ntextY=3\n";
+  const auto low = Make(font + "20" + keys), with = MakeWith("both.dat", "both.dat", font + "44");
+  EXPECT_EQ(Join(low->listHeight, low->bitmaps[WINGRIP]->Height(), low->windowTextPos.y),
+            "36 72 3 ");
+  EXPECT_EQ(Join(with->listHeight, with->bitmaps[WINGRIP]->Height()), "44 36 ");
 }
 
 TEST_F(SkinTest, TilesAndShapesAreTakenFromKeysOrElseFromPropertiesOrElseFromDefaults) {
