@@ -87,11 +87,15 @@ void ReadLanguageCode() {
   }
 }
 
+const LanguageRow& FindLanguage(const char* code) {
+  for (const LanguageRow& row : kLanguages)
+    if (std::strcmp(row.code, code) == 0) return row;
+  return kLanguages[0];
+}
+
 const LanguageRow& ReadLanguage() {
   ReadLanguageCode();
-  for (const LanguageRow& row : kLanguages)
-    if (std::strcmp(row.code, launcherState.languageCode) == 0) return row;
-  return kLanguages[0];
+  return FindLanguage(launcherState.languageCode);
 }
 
 bool WantsUnicode() {
@@ -103,6 +107,13 @@ bool WantsUnicode() {
 
 std::string InTextFormat(const std::string& hints) {
   return launcherState.hintsNeedConversion ? Converted(hints, U_ASCII_CP, U_CURRENT) : hints;
+}
+
+std::string HintsInUtf8(const std::string& hints, const char* code) {
+  const LanguageRow& language = FindLanguage(code);
+  if (!language.codePage) return Sound(hints, U_UTF8);
+  set_ucodepage(language.codePage(), nullptr);
+  return Converted(hints.c_str(), U_ASCII_CP, U_UTF8);
 }
 
 int LanguageIndex() { return ReadLanguage().language; }

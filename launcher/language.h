@@ -27,5 +27,8 @@ void SetupEncoding();
 
 // The content of a hint file, which is in the encoding of the language, in the text format.
 std::string InTextFormat(const std::string& hints);
+// The content of a hint file of the language with this code, or of an unknown one, in UTF-8. For
+// tools: afterwards the code page is that of the language.
+std::string HintsInUtf8(const std::string& hints, const char* code);
 
 }  // namespace zel

@@ -34,6 +34,8 @@ MISTAKES = {
         ("Separator = 1\n\n[LINE8]", "Title.de = Mehr\n\n[LINE8]", "menu.cfg: [LINE7]: not shown in English"),
         ("[LINE10]", "[LINE010]", "menu.cfg: [LINE010]: nobody reads this section"),
     ],
+    "raid.cfg": [("Title.ja", "Title.jp", "raid.cfg: [LINE2] Title.ja: is missing in a language that other texts have")],
+    "language.cfg": [("中文", "中\u0378文", "language.cfg: [LINE8] Title: the font has no \u0378")],
     "hints.txt": [("[end:log]", "[log]", "hints.txt: [log]: no item shows this text")],
     "disks.cfg": [
         ("Submenu = crypt.cfg", "Submenu = menu.cfg", "disks.cfg: opens menu.cfg, which leads here"),

@@ -164,6 +164,7 @@ TEST_F(MenuConfigTest, TextsHaveLettersOfAllLanguagesWhereTheSettingsWantThem) {
     SetupEncoding();
     EXPECT_EQ(Items("Title.en=я中Иé\nHintSection=h\n"), items) << settings;
   }
+  unsetenv("LANGUAGE");
 }
 
 TEST_F(MenuConfigTest, HasAChoiceWithALineThatLeadsToAnEnd) {

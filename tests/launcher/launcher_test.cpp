@@ -11,6 +11,8 @@
 #include "launcher/texts.h"
 #include "tests/support/launcher_fixture.h"
 #include "tests/support/reference.h"
+#include "toolkit/draw/engine_font.h"
+#include "toolkit/draw/font.h"
 #include "toolkit/testing/fake_machine.h"
 #include "toolkit/testing/fake_timers.h"
 
@@ -65,6 +67,13 @@ constexpr std::uint32_t kNoTexts[] = {0, 1, 28, 173, 175, 1517, 9999, 0xFFFFFFFF
   WriteFile("i18n", "LANG=" + code);
   SetupEncoding();
   std::string shown, written;
+  Font font;
+  EngineInit();
+  font.Load(ZEL_PICTURES "/../../data/skin/fonts/DejaVuSans.ttf");
+  font.SetFallbacks({ZEL_PICTURES "/../../data/skin/fonts/DroidSansFallbackFull.ttf"});
+  for (const TextEntry* entry = TextTable; *entry->english != '\0'; ++entry)
+    for (const char* next = Text(entry->id); const int letter = ugetxc(&next);)
+      if (letter >= ' ' && !font.Has(letter)) shown += "lacking";
   for (const std::uint32_t id : kTexts) shown += Converted(Text(id), U_CURRENT, U_UTF8);
   UseEncodingOfLocale();
   for (const std::uint32_t id : kTexts) written += Text(id);

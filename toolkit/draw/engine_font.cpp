@@ -309,6 +309,11 @@ void EngineSetPixelSize(EngineFont& face, int pixelSize) {
     TakeSize(face, LineHeight(face.ftFace), pixelSize);
 }
 
+bool EngineHas(EngineFont& face, int character) {
+  const Letter letter = FindLetter(face, character);
+  return letter.glyph && letter.index != 0;
+}
+
 void EngineSetSpacing(EngineFont& face, int spacing) {
   face.spacing = std::clamp(spacing, 0, kMaxSpacing);
 }

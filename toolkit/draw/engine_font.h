@@ -98,6 +98,9 @@ int EngineSetSize(EngineFont& face, int px);
 // The size of the letters themselves, as FreeType counts it; nothing changes where there is no such
 // size.
 void EngineSetPixelSize(EngineFont& face, int pixelSize);
+// Whether the face or one of its fallbacks has the character; one without a map of characters has
+// what it has a glyph for.
+bool EngineHas(EngineFont& face, int character);
 void EngineSetSpacing(EngineFont& face, int spacing);
 // The colour behind the text drawn from now on; -1 is transparent.
 void EngineSetBackground(Color background);

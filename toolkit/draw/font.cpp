@@ -77,6 +77,15 @@ const int* Font::GetFixedSizes() const {
   return IsEngine() ? EngineFace()->fixedSizes.data() : nullptr;
 }
 
+bool Font::Has(int character) const {
+  if (IsEngine()) return EngineHas(*EngineFace(), character);
+  for (int i = 0; i < get_font_ranges(LibraryFace()); ++i)
+    if (character >= get_font_range_begin(LibraryFace(), i) &&
+        character <= get_font_range_end(LibraryFace(), i))
+      return true;
+  return false;
+}
+
 int Font::TextHeight() const {
   return IsEngine() ? EngineTextHeight(*EngineFace()) : Multiple() * text_height(LibraryFace());
 }

@@ -48,6 +48,9 @@ class Font {
   // The heights of a face with fixed sizes, ended by -1; null for a bitmap font.
   const int* GetFixedSizes() const;
 
+  // Whether the font or one of its fallbacks has the character.
+  bool Has(int character) const;
+
   int TextHeight() const;
   int TextLength(const char* text) const;
 

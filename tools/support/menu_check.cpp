@@ -23,6 +23,7 @@
 #include "toolkit/base/zoom.h"
 #include "toolkit/draw/engine_font.h"
 #include "toolkit/skin/skin.h"
+#include "tools/support/language_check.h"
 
 namespace zel {
 namespace {
@@ -422,6 +423,9 @@ void CheckSkin() {
     std::string what = skin.GetError().GetDescription();
     what.pop_back();  // the line feed
     if (skin.GetError().IsError()) Place{settings.skinPath.c_str()}.Report(what);
+    for (const auto& [menuFile, submenus] : known.submenus)
+      for (const auto& [file, section, key, fault] : CheckLanguages(menuFile, skin))
+        Place{file, section, key}.Report(fault);
   }
   EngineExit();
 }
@@ -439,7 +443,6 @@ bool CheckMenuTree() {
   known = {};
   settings = {};
   CheckSettings();
-  CheckSkin();
   CheckPicture(Place{"progress bar"}, kProgressPicture);
   if (!FileExists(kMainMenu)) Place{kMainMenu}.Report("there is no such file");
   std::vector<Size> screens(std::begin(kUsualScreens), std::end(kUsualScreens));
@@ -455,6 +458,7 @@ bool CheckMenuTree() {
     if (FileExists(kMainMenu)) CheckMenu(walk, kMainMenu);
   }
   CheckHintFiles();
+  CheckSkin();
   return known.findings.empty();
 }
 
