@@ -116,7 +116,12 @@ std::string HintsInUtf8(const std::string& hints, const char* code) {
   return Converted(hints.c_str(), U_ASCII_CP, U_UTF8);
 }
 
-int LanguageIndex() { return ReadLanguage().language; }
+int LanguageIndex() { return launcherState.isInEnglish ? kEnglish : ReadLanguage().language; }
+
+void UseEnglish() {
+  launcherState.isInEnglish = true;
+  SetTextLanguage(kLanguages[0].catalogue);
+}
 
 void SetupEncoding() {
   const LanguageRow& language = ReadLanguage();

@@ -21,6 +21,9 @@ enum Language : int {
 // is none or it is not known. Keeps its code in launcherState.
 int LanguageIndex();
 
+// Has texts and menu keys in English from now on.
+void UseEnglish();
+
 // Sets Allegro's text format and code page, and what texts are translated to, for the language. The
 // settings may want UTF-8 for all.
 void SetupEncoding();

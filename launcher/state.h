@@ -15,6 +15,7 @@ struct LauncherState {
   Color backLineColor{200, 100, 100};   // of the entry that leads out of a submenu
   bool hasBackLineColor = false;        // the menu file says it
   char languageCode[3] = {};            // "de" from LANG=de_DE
+  bool isInEnglish = false;             // whatever the language file says
   bool hintsNeedConversion = false;     // from the encoding of the language to the text format
   MenuScreen* runningScreen = nullptr;  // while it runs
   std::int32_t exitCode = 0;            // of the current item; what the process returns

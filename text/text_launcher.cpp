@@ -8,9 +8,11 @@
 #include <cstring>
 #include <string>
 
+#include "launcher/language.h"
 #include "launcher/paths.h"
 #include "launcher/run.h"
 #include "launcher/state.h"
+#include "launcher/texts.h"
 #include "text/full_screen.h"
 #include "text/plain_lines.h"
 #include "text/spoken_lines.h"
@@ -62,11 +64,15 @@ Options ReadOptions(int argc, char** argv) {
   return options;
 }
 
+// A terminal without the letters of Chinese or Japanese would show question marks.
+void ChooseReadableLanguage() {
+  constexpr int kBackText = 1515;
+  if (Shown(Text(kBackText)).find(L'?') != std::wstring::npos) UseEnglish();
+}
+
 // True when an item was chosen.
 bool Show(MenuSession& session, Face face) {
-  // What is spoken, or read with fingers, needs no font.
   if (face == Face::kSpoken) return RunSpokenLines(session);
-  KeepToFontOf(STDOUT_FILENO);
   if (face == Face::kScreen)
     if (const auto screen = Screen::Start()) return RunFullScreen(*screen, session);
   return RunPlainLines(session);
@@ -86,6 +92,11 @@ int RunTextLauncher(int argc, char** argv) {
   if (const int status = BeginRun(kProgram)) return status;
   settings.Load(kSettingsFile);
   std::setlocale(LC_CTYPE, "");
+  // What is spoken, or read with fingers, needs no font.
+  if (options.face != Face::kSpoken) {
+    KeepToFontOf(STDOUT_FILENO);
+    ChooseReadableLanguage();
+  }
   LimitWritingTo({});
   LimitCalls();
   int error = 0;
