@@ -70,7 +70,8 @@ void HelpDialog::Fit() {
     line->Place(margin, y);
     y += line->h() + Zoomed(kGap);
   }
-  const int height = std::max(Zoomed(kButtonSize.h), button_.GetFont(kNormal).TextHeight());
+  const int height =
+      std::max(Zoomed(kButtonSize.h), button_.GetFont(kNormal).TextHeight() + 2 * Zoomed(kGap));
   y += margin / 2;
   button_.Shape(margin + (width - Zoomed(kButtonSize.w)) / 2, y, Zoomed(kButtonSize.w), height);
   Resize(width + 2 * margin, y + height + margin);

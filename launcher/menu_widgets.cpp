@@ -461,9 +461,16 @@ WallpaperPanel::WallpaperPanel() {
   Add(&image_);
 }
 
+void WallpaperPanel::MsgInitSkin() {
+  Dialog::MsgInitSkin();
+  if (WantsPicture() != hasPicture_) SetPicture(std::string{file_}.c_str());
+}
+
 void WallpaperPanel::SetPicture(const char* fileName) {
+  file_ = fileName;
+  hasPicture_ = WantsPicture();
   image_.ResetSource();
-  if (skin && skin->menu.picture == 0) {
+  if (!hasPicture_) {
     image_.Take(nullptr);
     image_.Resize(w(), h());
     return;

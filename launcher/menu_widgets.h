@@ -232,8 +232,13 @@ class WallpaperPanel final : public Dialog {
   // Shows a picture file; one that cannot be read leaves the plain background, and so does a skin
   // that wants none.
   void SetPicture(const char* fileName);
+  void MsgInitSkin() override;
 
  private:
+  bool WantsPicture() const { return !skin || skin->menu.picture != 0; }
+
+  std::string file_;
+  bool hasPicture_ = true;  // the skin wanted it when the file was set
   ClearScreen clearScreen_;
   CenteredImage image_;
 };

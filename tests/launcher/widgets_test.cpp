@@ -17,6 +17,10 @@ class LauncherWidgetsTest : public InLauncherDirectory<WidgetFixture> {
     panel.ShowHint(&entry, panel.GetFont(kNormal));
     Tick();
   }
+  void UseLook() {
+    SetCurrentSkin(std::make_unique<Skin>(ZEL_PICTURES "/../launcher/samples/look.skin"));
+    root.SetSkin(nullptr);
+  }
   WaitDialog& Wait(int timeout) {
     item.timeout = timeout;
     dialog = std::make_unique<WaitDialog>(item);
@@ -79,9 +83,7 @@ TEST_F(LauncherWidgetsTest, ItsKeysPassOverSeparatorsAndThePadChoosesAndMarks) {
 }
 
 TEST_F(LauncherWidgetsTest, PanelsAndEntriesLookAsTheSkinWantsThem) {
-  WriteFile("look.skin", ReadFile(ZEL_PICTURES "/../launcher/samples/look.skin"));
-  SetCurrentSkin(std::make_unique<Skin>("look.skin"));
-  root.SetSkin(nullptr);
+  UseLook();
   MenuPanel panel;
   HintPanel hints;
   panel.SetTitle("Title");
@@ -104,6 +106,23 @@ TEST_F(LauncherWidgetsTest, PanelsAndEntriesLookAsTheSkinWantsThem) {
   ExpectShown("menu_of_a_look_moved", {0, 0, 138, 200});
   root.ChangeFocus(&panel.List(), nullptr);
   ExpectShown("menu_of_a_look_idle", {0, 0, 138, 200});
+}
+
+TEST_F(LauncherWidgetsTest, WaitingAndProgressLookAsTheSkinWantsThem) {
+  UseLook();
+  item.waitForFile.Assign("/missing");
+  Wait(30).Check();
+  ExpectShown("wait_of_a_look", {0, 0, 320, 200});
+  for (int i = 0; i < 3; ++i) Wait(0).Check();
+  ExpectShown("wait_of_a_look_busy", {0, 90, 320, 60});
+  StepBar bar;
+  bar.Setup(4, 4, 100, 30, 0, 0, kHorizontal);
+  root.Add(&bar);
+  for (const int done : {3, 9, 4}) {
+    bar.ShowSteps(done, 10);
+    EXPECT_TRUE(DrawsEnough()) << done;
+  }
+  ExpectShown("step_bar_of_a_look", {0, 0, 110, 38});
 }
 
 TEST_F(LauncherWidgetsTest, WrapsHintsBetweenTheirWords) {

@@ -33,7 +33,7 @@ void Blend(BITMAP* bitmap, int x, int y, Color color, double share) {
 double FromRound(int x, int y, double inset, double radius) {
   const double dx = std::max(0.0, inset + radius - x - 0.5);
   const double dy = std::max(0.0, inset + radius - y - 0.5);
-  return std::hypot(dx, dy) - radius;
+  return dx > 0 || dy > 0 ? std::hypot(dx, dy) - radius : -1;
 }
 
 // The four pixels that lie alike in the corners.

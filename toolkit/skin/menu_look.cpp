@@ -131,7 +131,7 @@ void MenuLook::Read(const SectionFile& file) {
   hasEntries = Has(file, "ENTRY");
   leastContrast = ParseContrast(TextOf(file, "COLORS", "contrast"));
   // What a skin says of entries must not hide them.
-  constexpr double kVisible = 2;
+  constexpr double kVisible = 3;
   if (hasEntries || IsFlat()) leastContrast = std::max(leastContrast, kVisible);
 }
 

@@ -1,6 +1,8 @@
 // What a skin says of panels, the entries in them, and bars beyond pictures and text sets.
 #pragma once
 
+#include <initializer_list>
+
 #include "toolkit/draw/color.h"
 
 namespace zel {
