@@ -113,7 +113,7 @@ std::string HintsInUtf8(const std::string& hints, const char* code) {
   const LanguageRow& language = FindLanguage(code);
   if (!language.codePage) return Sound(hints, U_UTF8);
   set_ucodepage(language.codePage(), nullptr);
-  return Converted(hints.c_str(), U_ASCII_CP, U_UTF8);
+  return Converted(hints, U_ASCII_CP, U_UTF8);
 }
 
 int LanguageIndex() { return launcherState.isInEnglish ? kEnglish : ReadLanguage().language; }
