@@ -194,7 +194,7 @@ std::wstring SpokenLines::EntryText() const {
     if (i <= session_.Current()) ++number;
   }
   const MenuItem& item = *session_.CurrentItem();
-  std::wstring text = Shown(item.title.c_str());
+  std::wstring text = Shown(session_.Title(session_.Current()));
   if (item.flags & kItemDisabled)
     text += L", " + Shown(Text(kNotAvailableText));
   else if (item.flags & kItemSubmenu)
