@@ -58,6 +58,7 @@ class FullScreen {
   int PollPeriod() const { return std::max(progress_.PollPeriod(), kShortestPoll); }
   Rows Place() const;
   void Draw();
+  void Put();
   void DrawTitles(const Rows& rows) const;
   void DrawEntry(int index, int row) const;
   void DrawHint(const Rows& rows);
@@ -71,19 +72,21 @@ class FullScreen {
   void TakeByte(int key);
   void Show(const std::vector<std::wstring>& lines);
   bool WaitFor(const MenuItem& item);
-  void DrawWait(const ItemWait& wait, std::size_t busy) const;
+  void DrawWait(const ItemWait& wait, std::size_t busy);
 
   Screen& screen_;
   MenuSession& session_;
   int first_ = 0, page_ = 1;          // entries of the list
   int hintFirst_ = 0, hintRows_ = 0;  // lines of the hint
   int hintCount_ = 0;                 // all of them
+  int cursorRow_ = 0, cursorColumn_ = 0;
   bool isInHint_ = false;
   TypeAhead typeAhead_{Shown};
   std::mbstate_t letterState_{};
   RepeatedKey repeated_{Milliseconds()};
   ProgressFile progressFile_;
   ProgressValues progress_;
+  std::int64_t lookAt_ = 0;  // at the progress file
 };
 
 // The next key that counts, or what happened instead. Whoever asks draws first.
@@ -216,7 +219,17 @@ void FullScreen::DrawProgress(int row) const {
 }
 
 void FullScreen::Draw() {
-  progress_ = progressFile_.Look(Milliseconds());
+  lookAt_ = 0;
+  Put();
+  Screen::Show(cursorRow_, cursorColumn_);
+}
+
+// What Show then shows, unless something is put in front of it.
+void FullScreen::Put() {
+  if (const std::int64_t now = Milliseconds(); now >= lookAt_) {
+    progress_ = progressFile_.Look(now);
+    lookAt_ = now + PollPeriod();
+  }
   Screen::Clear();
   const Rows rows = Place();
   DrawTitles(rows);
@@ -228,10 +241,9 @@ void FullScreen::Draw() {
     DrawEntry(first_ + i, rows.list + i);
   DrawHint(rows);
   DrawProgress(rows.progress);
-  if (isInHint_ && rows.hintTitle >= 0)
-    Screen::Show(rows.hint, 0);
-  else
-    Screen::Show(rows.list + current - first_, std::min(kMarkColumns, Screen::Columns() - 1));
+  const bool isInHint = isInHint_ && rows.hintTitle >= 0;
+  cursorRow_ = isInHint ? rows.hint : rows.list + current - first_;
+  cursorColumn_ = isInHint ? 0 : std::min(kMarkColumns, Screen::Columns() - 1);
 }
 
 // The entry at the target, else the next one in that direction that is no separator, else the one
@@ -364,7 +376,8 @@ void FullScreen::Show(const std::vector<std::wstring>& lines) {
   }
 }
 
-void FullScreen::DrawWait(const ItemWait& wait, std::size_t busy) const {
+void FullScreen::DrawWait(const ItemWait& wait, std::size_t busy) {
+  Put();
   const std::wstring title = Shown(Text(kWaitTitleText));
   std::wstring cancel = Shown(Text(kCancelText));
   cancel.erase(std::remove(cancel.begin(), cancel.end(), L'&'), cancel.end());
@@ -425,7 +438,6 @@ bool FullScreen::WaitFor(const MenuItem& item) {
         case 'C':
           return false;
         case kResized:
-          Draw();
           DrawWait(wait, 0);
           break;
         default:

@@ -31,12 +31,17 @@ class PlainLines {
     Ask();
     while (!isGone_ && !session_.IsChosen()) {
       std::string line;
-      const Input input = Next(line, std::max(progress_.PollPeriod(), kShortestPoll));
+      const Input input = Next(line, PollPeriod());
       if (input == Input::kLine) {
         Answer(line);
-        if (!session_.IsChosen()) Ask();
+        if (session_.IsChosen()) break;
+        Ask();
       }
-      TellProgress();
+      if (const std::wstring progress = NewProgress(); !progress.empty()) {
+        WriteLine({});
+        WriteLine(progress);
+        Ask();
+      }
     }
     return !isGone_;
   }
@@ -68,6 +73,7 @@ class PlainLines {
     Flush();
   }
 
+  int PollPeriod() const { return std::max(progress_.PollPeriod(), kShortestPoll); }
   Input Next(std::string& line, std::int64_t milliseconds);
   bool TakeLine(std::string& line);
   void Answer(const std::string& line);
@@ -76,7 +82,7 @@ class PlainLines {
   int EntryOf(const std::string& number) const;
   void Choose(int index);
   bool WaitFor(const MenuItem& item);
-  void TellProgress();
+  std::wstring NewProgress();
 
   MenuSession& session_;
   int number_ = 0;  // of the entry that was shown last
@@ -84,7 +90,7 @@ class PlainLines {
   bool isGone_ = false;
   ProgressFile progressFile_;
   ProgressValues progress_, told_;
-  std::int64_t toldAt_ = 0;
+  std::int64_t toldAt_ = 0, lookAt_ = 0;
 };
 
 void PlainLines::ShowMenu() {
@@ -200,22 +206,24 @@ bool PlainLines::WaitFor(const MenuItem& item) {
     if (Milliseconds() < check) continue;
     check += ItemWait::kPeriod;
     if (wait.Check()) return true;
+    if (const std::wstring progress = NewProgress(); !progress.empty()) WriteLine(progress);
   }
 }
 
-void PlainLines::TellProgress() {
+// How far other programs are, when it is time to say so again; else empty.
+std::wstring PlainLines::NewProgress() {
   const std::int64_t now = Milliseconds();
+  if (now < lookAt_) return {};
   progress_ = progressFile_.Look(now);
-  if (!progress_.Shows() || progress_ == told_ || session_.IsChosen()) return;
+  lookAt_ = now + PollPeriod();
+  if (!progress_.Shows() || progress_ == told_) return {};
   if (toldAt_ != 0 && now - toldAt_ < kProgressPause &&
       progress_.currentStep < progress_.stepNumber)
-    return;
+    return {};
   told_ = progress_;
   toldAt_ = now;
-  WriteLine({});
-  WriteLine(Shown(Text(kProgressText)) + L' ' + std::to_wstring(progress_.currentStep) + L'/' +
-            std::to_wstring(progress_.stepNumber));
-  Ask();
+  return Shown(Text(kProgressText)) + L' ' + std::to_wstring(progress_.currentStep) + L'/' +
+         std::to_wstring(progress_.stepNumber);
 }
 
 }  // namespace

@@ -58,7 +58,7 @@ class SpokenLines {
     Put(Wrap(ShownLines(Text(kKeysText))));
     TellEntry();
     while (!isGone_ && !session_.IsChosen()) {
-      const int key = ReadKey(Milliseconds() + std::max(progress_.PollPeriod(), kShortestPoll));
+      const int key = ReadKey(Milliseconds() + PollPeriod());
       if (key == kKeyNone)
         TellProgress();
       else if (key != kGone)
@@ -70,6 +70,7 @@ class SpokenLines {
   }
 
  private:
+  int PollPeriod() const { return std::max(progress_.PollPeriod(), kShortestPoll); }
   int ReadKey(std::int64_t until);
   void Handle(int key);
   void MoveTo(int target, int direction);
@@ -111,7 +112,7 @@ class SpokenLines {
   bool isGone_ = false;
   ProgressFile progressFile_;
   ProgressValues progress_, told_;
-  std::int64_t toldAt_ = 0;
+  std::int64_t toldAt_ = 0, lookAt_ = 0;
 };
 
 // The next key that counts, or what happened instead. What is due meanwhile is told.
@@ -226,7 +227,9 @@ void SpokenLines::TellHelp() {
 
 void SpokenLines::TellProgress() {
   const std::int64_t now = Milliseconds();
+  if (now < lookAt_) return;
   progress_ = progressFile_.Look(now);
+  lookAt_ = now + PollPeriod();
   if (!progress_.Shows() || progress_ == told_ || restAt_ != 0) return;
   if (toldAt_ != 0 && now - toldAt_ < kProgressPause &&
       progress_.currentStep < progress_.stepNumber)
@@ -351,6 +354,7 @@ bool SpokenLines::WaitFor(const MenuItem& item) {
       }
     }
     if (wait.Check()) return true;
+    TellProgress();
   }
 }
 

@@ -148,12 +148,12 @@ class TextTest(unittest.TestCase):
         menu.type("sC", menu.on("Scan"))
         menu.type("\t" + end, lambda: "\nreport.\n" in menu.text())
         menu.type("\t" + up, menu.on("Start"))
-        for cancel in "\x03", "\x1b", " ", "c":
+        for step, cancel in enumerate("\x03\x1b c", 3):
             menu.type("\r", lambda: "Please wait" in menu.text() and menu.at_cursor().startswith("Cancel ]"))
+            (self.state / "tmp/progress").write_text(f"[Progress]\nStepNumber=9\nCurrentStep={step}\nProgressHide=0\n")
+            menu.type("", lambda: re.search(rf"\n\[#+\.+] {step}/9\n", menu.text()))
             menu.type(cancel + down, menu.on("Scan"))
             menu.type(up, menu.on("Start"))
-        (self.state / "tmp/progress").write_text("[Progress]\nStepNumber=9\nCurrentStep=4\nProgressHide=0\n")
-        menu.type("", lambda: re.search(r"\n\[#+\.+] 4/9\n", menu.text()))
         menu.type("\x1b[B", menu.on("Scan"))  # as a terminal of another kind sends it
         menu.type("\x03\x1c\x1a\x04" + end, menu.on("Switch the computer off"))
         menu.type(up, menu.on("Restart"))
