@@ -29,10 +29,23 @@ struct Before {
 Before before;
 volatile std::sig_atomic_t isResized = 0;
 
+// Says that the full screen is left, unless the terminal takes nothing: the end must not wait for
+// it.
+void Leave() {
+  constexpr int kLongest = 1000;  // milliseconds
+  pollfd output{STDOUT_FILENO, POLLOUT, 0};
+  if (poll(&output, 1, kLongest) < 1) return;
+  [[maybe_unused]] const ssize_t count = write(STDOUT_FILENO, before.leaving, before.leavingSize);
+}
+
 void PutBack() {
-  if (before.leavingSize != 0) {
-    [[maybe_unused]] const ssize_t count = write(STDOUT_FILENO, before.leaving, before.leavingSize);
+  if (before.hasModes) {
+    // What Ctrl+S has stopped goes on.
+    termios modes = before.modes;
+    modes.c_iflag &= ~static_cast<tcflag_t>(IXON);
+    tcsetattr(STDIN_FILENO, TCSANOW, &modes);
   }
+  if (before.leavingSize != 0) Leave();
   if (before.hasModes) tcsetattr(STDIN_FILENO, TCSANOW, &before.modes);
 }
 
@@ -79,6 +92,9 @@ Terminal::Terminal() {
   termios modes = before.modes;
   modes.c_lflag &= static_cast<tcflag_t>(~ISIG);
   modes.c_cc[VEOF] = _POSIX_VDISABLE;
+  // Serial terminals may need it that Ctrl+S stops what is shown. Who presses it by mistake presses
+  // any key then.
+  modes.c_iflag |= IXANY;
   tcsetattr(STDIN_FILENO, TCSANOW, &modes);
 }
 

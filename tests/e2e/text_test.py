@@ -155,7 +155,7 @@ class TextTest(unittest.TestCase):
             menu.type(cancel + down, menu.on("Scan"))
             menu.type(up, menu.on("Start"))
         menu.type("\x1b[B", menu.on("Scan"))  # as a terminal of another kind sends it
-        menu.type("\x03\x1c\x1a\x04" + end, menu.on("Switch the computer off"))
+        menu.type("\x03\x1c\x1a\x04\x13" + end, menu.on("Switch the computer off"))
         menu.type(up, menu.on("Restart"))
         os.write(menu.master, b"\r")
         self.assertEqual((*menu.end(), self.position()), (80, "reboot\n", "", "13"))
@@ -198,6 +198,7 @@ class TextTest(unittest.TestCase):
         for options, name, status in (((), "TERM", -signal.SIGTERM), (("--plain",), "HUP", -signal.SIGHUP)):
             menu = self.start(*options)
             menu.type("", "Start")
+            os.write(menu.master, b"\x13")  # stops what is shown
             pid = wait_until(lambda: subprocess.run(["pgrep", "-s", str(menu.process.pid), "-x", "zel-text"],
                                                     capture_output=True, text=True).stdout, "the program")
             os.kill(int(pid), signal.Signals["SIG" + name])
