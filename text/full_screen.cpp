@@ -129,7 +129,7 @@ Rows FullScreen::Place() const {
   if (Screen::Rows() >= 9 && FileExists(config.hintFile)) {
     const int room = bottom - top - 1;
     rows.hintCount =
-        std::clamp(room - session_.Count(), std::clamp(room / 3, kFewestHintRows, kMostHintRows),
+        std::clamp(room - session_.Count(), std::clamp(room / 4, kFewestHintRows, kMostHintRows),
                    kMostHintRows);
     rows.hint = bottom - rows.hintCount;
     bottom = rows.hintTitle = rows.hint - 1;
