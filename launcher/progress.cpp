@@ -149,8 +149,9 @@ void BusyBar::Draw(Bitmap& canvas) {
   if (!IsHorizontal() || canvas.IsEmpty()) return;
   if (HasFlatBar(skin)) {
     const Span span = Block();
-    DrawFlatBar(canvas, skin->menu, {0, 0, w(), height},
-                {span.left, 0, span.right - span.left + 1, height});
+    const int thick = std::max(1, height / 2), top = (height - thick) / 2;
+    DrawFlatBar(canvas, skin->menu, {0, top, w(), thick},
+                {span.left, top, span.right - span.left + 1, thick});
     return;
   }
   canvas.Box3D(0, 0, w() - 1, height - Zoomed(kBelowTrack), white, gray, gray, Zoomed(1));
