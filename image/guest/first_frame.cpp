@@ -1,7 +1,7 @@
-// Runs a program until the framebuffer shows something at a place that the first frame reaches
+// Runs a program until the framebuffer shows what the first frame brings to a place that it reaches
 // last, then prints, in milliseconds, how long that took and how long the system has been up.
 //
-//   first_frame OFFSET PROGRAM [ARG]...    the offset of a byte in the framebuffer
+//   first_frame OFFSET VALUE PROGRAM [ARG]...    of a byte in the framebuffer
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -21,8 +21,9 @@ double Now() {
 }  // namespace
 
 int main(int count, char** words) {
-  if (count < 3) return 2;
+  if (count < 4) return 2;
   const auto offset = static_cast<std::size_t>(std::atol(words[1]));
+  const int value = std::atoi(words[2]);
   const int device = open("/dev/fb0", O_RDONLY | O_CLOEXEC);
   void* memory = mmap(nullptr, offset + 1, PROT_READ, MAP_SHARED, device, 0);
   if (device < 0 || memory == MAP_FAILED) return 1;
@@ -30,10 +31,10 @@ int main(int count, char** words) {
   const pid_t watcher = getpid();
   const double start = Now();
   if (fork() != 0) {  // the program is the parent, so that its end is the end of the whole
-    execvp(words[2], words + 2);
+    execvp(words[3], words + 3);
     return 1;
   }
-  while (*byte < 0xf0 && getppid() == watcher) usleep(2000);
+  while (*byte != value && getppid() == watcher) usleep(2000);
   const double seen = Now();
   FILE* file = std::fopen("/tmp/test/first-frame", "w");
   if (file) std::fprintf(file, "%.0f %.0f\n", seen - start, seen);
