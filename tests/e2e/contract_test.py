@@ -250,8 +250,8 @@ class ScriptTest(LauncherTest):
             self.program(launcher, name, does)
         launcher.launch(before="mount --bind /run/cmdline /proc/cmdline; mount --bind /run/programs /usr/local/sbin\n"
                                "sh /etc/zel/rescue-menu </run/choices; exec sh /etc/zel/rescue-menu </dev/null")
-        font, english = "Uni2-Fixed16", ("us", "LANG=en_US.UTF-8")
-        menus = [("us", "LANG=cn\nLANG=zh_CN.UTF-8"), ("jp106", "LANG=ja_JP.UTF-8"), english, english]
+        font = "Uni2-Fixed16"
+        menus = [("us", "LANG=cn\nLANG=zh_CN.UTF-8"), ("jp106", "LANG=ja_JP.UTF-8"), *[("us", "LANG=en_US.UTF-8")] * 2]
         self.assertEqual(launcher.end()[3], "".join(
             f"{keys}\n{font}\n# own\nLANGUAGE=y\n{lang}\nSYSFONT={font}\nKEYTABLE={keys}\n{lang[-11:]}\n" for keys, lang in menus))
 
