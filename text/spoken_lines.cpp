@@ -106,6 +106,7 @@ class SpokenLines {
   std::mbstate_t letterState_{};
   RepeatedKey repeated_{Milliseconds()};
   std::string written_;
+  std::wstring heading_;     // that was told
   Lines rest_;               // of what is told, as rows
   std::int64_t restAt_ = 0;  // when it is due; 0 when nothing is left to tell
   int rowsBelow_ = 0;        // the line with the cursor
@@ -182,9 +183,10 @@ void SpokenLines::TellRest() {
 }
 
 void SpokenLines::TellTitles() {
-  for (const char* title :
-       {session_.Level().heading.text.c_str(), session_.Config().menuTitle.c_str()})
-    Put(Wrap({Shown(title)}));
+  const std::wstring heading = Shown(session_.Level().heading.text);
+  if (heading != heading_) Put(Wrap({heading}));
+  heading_ = heading;
+  Put(Wrap({Shown(session_.Config().menuTitle)}));
 }
 
 std::wstring SpokenLines::EntryText() const {

@@ -162,6 +162,41 @@ class TextTest(unittest.TestCase):
         menu = self.start()
         menu.type("", menu.on("Restart"))
 
+    def test_one_entry_at_a_time_for_those_who_listen_or_read_with_their_fingers(self):
+        menu = self.start("--speak")
+
+        def tells(line, below):
+            """The cursor stands before a line, which a braille display shows, and has another one below it."""
+            def is_told():
+                return (menu.at_cursor().rstrip() == line and menu.screen.cursor.x == 0 and
+                        menu.screen.display[menu.screen.cursor.y + 1].startswith(below))
+            return is_told
+
+        shown = menu.type("", tells("Start the rescue desktop, 1 of 12", "Starts the graphical"))
+        self.assertTrue(shown.startswith("\nRescue menu\nWhat do you want to do?\nF1 or ?: help\n"), shown)
+        (self.state / "tmp/disks.probing").touch()
+        firmware = "Reset the firmware password, not available, 7 of 12"
+        scan = "Scan the disks for damage, 2 of 12"
+        for keys, line, below in (("\x1b[B", scan, "Looks at every disk"), ("\x1b[6~\x1b[B", firmware, ""),
+                                  (" ", firmware, ""), ("\x1b[4~", "Switch the computer off, 12 of 12", "Switch"),
+                                  ("\x1b", "Switch the computer off, 12 of 12", "Switch"),
+                                  ("n\x1b[5~", "Start the rescue desktop, 1 of 12", "Starts"),
+                                  ("?", "Arrow keys, Page Up, Page Down, Home, End: move", "Enter or Space: choose"),
+                                  ("\x1b[1~\x1b[B\x1b[A\x0e", scan, "Looks at every disk"),
+                                  ("\r", "Please wait. Looking for disks...", "Enter cancels."),
+                                  ("\x1b[Bc", scan, "Looks at every disk"), ("\t", scan, "Looks at every disk")):
+            menu.type(keys, tells(line, below))
+        self.assertEqual(menu.text().count("Looks at every disk"), 1)
+        (self.state / "tmp/progress").write_text("[Progress]\nStepNumber=9\nCurrentStep=4\nProgressHide=0\n")
+        menu.type("", "Progress: 4/9")
+        menu.type("\r", tells("Please wait. Looking for disks...", "Enter cancels."))
+        (self.state / "tmp/disks.probing").unlink()
+        self.assertEqual((*menu.end(), self.position()), (20, "scan --all --repair=ask\n", "", "1"))
+        (self.state / "etc/sysconfig/i18n").write_text("LANG=ja\n")
+        (self.state / "tmp/menupos.txt").write_text("3,0")
+        menu = self.start("--speak", size=(4, 20))
+        menu.type("", tells("前のメニューに戻る,", "6件中1件目"))
+
     def test_the_script_does_what_is_chosen_also_without_graphics(self):
         programs = self.state / "run/programs"
         programs.mkdir(parents=True)
