@@ -169,7 +169,7 @@ class TextTest(unittest.TestCase):
             """The cursor stands before a line, which a braille display shows, and has another one below it."""
             def is_told():
                 return (menu.at_cursor().rstrip() == line and menu.screen.cursor.x == 0 and
-                        menu.screen.display[menu.screen.cursor.y + 1].startswith(below))
+                        "".join(menu.screen.display[menu.screen.cursor.y + 1:]).startswith(below))
             return is_told
 
         shown = menu.type("", tells("Start the rescue desktop, 1 of 12", "Starts the graphical"))
