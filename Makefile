@@ -49,7 +49,7 @@ image:
 
 boot-test: image
 	cd tests/boot && export PYTHONDONTWRITEBYTECODE=1; \
-	python3 -W ignore boot_test.py DiscTest & disc=$$!; \
+	python3 -W ignore boot_test.py DiscTest SpeechTest & disc=$$!; \
 	python3 -W ignore boot_test.py ConsoleTest ModeTest; rest=$$?; \
 	wait $$disc && exit $$rest
 	image/measure

@@ -1,5 +1,6 @@
 """A machine under QEMU that was started from the rescue image, and its user: typing, looking, asking."""
 
+import array
 import atexit
 import functools
 import json
@@ -17,6 +18,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[1]
 IMAGE = ROOT / "build-image"
 PATIENCE = 120.0  # seconds until a wait counts as failed; there may be no acceleration
 POLL = 0.05
+SILENCE = 1.5  # seconds without a sound after which speech counts as over
 STANDSTILL = 0.3  # seconds without a change after which a picture counts as complete
 # The firmware's code and its variables, of Debian's packages ovmf and ovmf-ia32, and whether it protects
 # them, which Secure Boot needs.
@@ -81,6 +83,32 @@ class Picture:
         return len({self.pixels[start:start + 3] for start in range(0, len(self.pixels), 3)})
 
 
+class Recording:
+    """What a sound card plays."""
+
+    def __init__(self):
+        self.file = tempfile.NamedTemporaryFile(suffix=".wav")
+        self.devices = ["-device", "intel-hda", "-device", "hda-output,audiodev=sound",
+                        "-audiodev", f"wav,id=sound,path={self.file.name}"]
+
+    def loud(self):
+        """How many values of the recording so far are far from silence."""
+        sound = pathlib.Path(self.file.name).read_bytes()[44:]  # behind the header
+        return sum(abs(value) > 500 for value in array.array("h", sound[:len(sound) // 2 * 2]))
+
+    def listen(self, more_than):
+        """Answers the same once there is more to hear than that, and then nothing for a while."""
+        wait_until(lambda: self.loud() > more_than, "a sound")
+        seen = [self.loud()]
+
+        def is_silent():
+            time.sleep(SILENCE)
+            seen.append(self.loud())
+            return seen[-1] == seen[-2]
+        wait_until(is_silent, "silence")
+        return seen[-1]
+
+
 def uefi_options(kind, directory):
     code, variables, is_protected = UEFI[kind]
     own_variables = shutil.copy(f"/usr/share/OVMF/{variables}", directory)
@@ -108,7 +136,7 @@ class Machine:
                 initrd = both
             start = ["-kernel", kernel, "-initrd", initrd, "-append", f"quiet vga={vga} {words}"]
         start += devices
-        memory = 2048 if system else 512 if uefi else 256 if archive else 128  # megabytes
+        memory = 2048 if system else 512 if uefi else 256 if archive or devices else 128  # megabytes
         start += uefi_options(uefi, path) if uefi else []
         self.process = subprocess.Popen(
             [program, *f"-accel tcg -cpu {cpu} -m {memory} -vga {adapter} -display none -no-reboot -nodefaults".split(),

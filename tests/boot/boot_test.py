@@ -7,7 +7,7 @@ import sys
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "image"))
-from machine import IMAGE, ROOT, Machine, wait_until  # noqa: E402
+from machine import IMAGE, ROOT, Machine, Recording, wait_until  # noqa: E402
 
 BLACK = (0, 0, 0)
 USABLE = "text characters kernel lines\n"
@@ -168,6 +168,33 @@ class DiscTest(MachineTest):
                 self.machine.press("ret")
                 self.machine.type("dmesg >/dev/ttyS0\n")
                 self.machine.serial.expect(f"(?s)Linux version [^ ]*{kernel}".encode())
+
+
+class SpeechTest(MachineTest):
+    """The menu for people who do not see it."""
+
+    def test_a_letter_at_the_boot_menu_starts_a_menu_that_speaks_after_each_key_and_else_is_silent(self):
+        recording = Recording()
+        self.boot(stick=f"{IMAGE}/zel-rescue.iso,if=virtio", devices=recording.devices)
+        self.machine.see(lambda picture: picture.colours() <= 4 and sum(picture.pixels) > 3e6, "the boot menu")
+        self.machine.press("s")
+        wait_until(recording.loud, "the first words")
+        self.machine.press("end")  # instead of all of them
+        heard = recording.listen(recording.loud())
+        for key in "up", "down", "end":
+            self.machine.press(key)
+            heard = recording.listen(heard)
+
+    def test_the_cells_of_a_braille_display_show_the_current_entry(self):
+        self.boot(archive=IMAGE / "speech.gz", words="brltty=vr,server:")
+        self.machine.run("ifconfig lo up; until netstat -ltn | grep -q :35752; do sleep 1; done")
+        self.machine.run("(echo cells 40; while sleep 1; do :; done) | nc 127.0.0.1 35752 >/tmp/cells 2>&1 &")
+        self.machine.launch("/etc/zel/rescue-menu")
+        for keys, shown in (((), "Start the rescue desktop, 1 of 12"), (["down"], "Scan the disks for damage, 2 of 12"),
+                            (["down"], "Disks and partitions, submenu, 3 of 12"),
+                            (["ret"], "Back to the previous menu, 1 of 6"), (["end"], "Erase a disk, 6 of 6")):
+            self.machine.press(*keys)
+            wait_until(lambda: f'Visual "{shown}' in self.machine.run("grep Visual /tmp/cells | tail -n 1"), shown)
 
 
 class ConsoleTest(MachineTest):
