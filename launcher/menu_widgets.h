@@ -45,6 +45,7 @@ class MenuEntry : public ListItem {
   const char* GetText() const override { return item_.title; }
   Rect PaintedPart(Size canvas) const override;
   int GetHeight() const override;
+  bool ShowsCurrent() const override { return Look() && Look()->field.IsSet(); }
 
   const MenuItem& Item() const { return item_; }
   bool IsSeparator() const { return item_.flags & kItemSeparator; }

@@ -283,7 +283,7 @@ void ListView::Draw(Bitmap& canvas) {
     if (shows) {
       SubCanvas strip{canvas, 0, y, w(), height};
       item.Draw(strip, GetBitmap(), StateOf(i));
-      if (i == current && skin && skin->dottedRect != 0)
+      if (i == current && skin && skin->dottedRect != 0 && !item.ShowsCurrent())
         canvas.DottedRect(line, y + line, w() - 1 - line, y + height - 1 - line,
                           skin->colors[kFontFace], line);
     }

@@ -35,6 +35,8 @@ class ListItem {
   // What part of a canvas of this size Draw is sure to fill, whatever the state; empty unless the
   // item knows.
   virtual Rect PaintedPart(Size canvas) const;
+  // Shows by itself that it is current: no dotted rectangle lies over it.
+  virtual bool ShowsCurrent() const { return false; }
 
   std::intptr_t data;         // the user's
   ListView* owner = nullptr;  // set when the item is inserted
