@@ -187,6 +187,9 @@ void MenuConfig::ReadScreen(const SectionFile& file) {
   hintFile.Assign(Translated(general, "HintFile", translates).c_str());
   if (!FileExists(hintFile)) hintFile.Assign(plainHintFile.c_str());
   lineCount = general.GetInt("LinesNumber", lineCount);
+  defaultLine = general.GetInt("Default");
+  defaultTimeout = general.GetInt("DefaultTimeout");
+  defaultAfterReturn = general.GetInt("DefaultAfterReturn") != 0;
   const Color backLine = ParseColor(general.GetText("BacklineColor"));
   if (backLine.IsSet()) launcherState.backLineColor = backLine;
   launcherState.hasBackLineColor = backLine.IsSet();
@@ -198,6 +201,7 @@ void MenuConfig::ReadItems(const SectionFile& file) {
   for (const int n : file.Numbered("LINE", lineCount)) {
     const Section& section = file.Find(("LINE" + std::to_string(n)).c_str());
     std::unique_ptr<MenuItem> item = ReadItem(section, translates);
+    item->line = n;
     if (IsKept(*item)) items.push_back(std::move(item));
   }
 }

@@ -43,6 +43,7 @@ struct MenuItem {
   std::int32_t timeout = 0;  // seconds
   FixedText<260> showIfFile;
   bool hasOwnColor = false;  // the menu file says it
+  std::int32_t line = 0;     // the number of its section
 };
 
 // A line of text on the background. A menu file that leaves something of it out has that of the
@@ -108,7 +109,10 @@ class MenuConfig {
   FixedText<1024> hintTitle;
   FixedText<260> hintFile;
   std::int32_t lineCount = 0;
-  std::vector<std::unique_ptr<MenuItem>> items;    // in file order
+  std::int32_t defaultLine = 0;                  // of the item that is chosen by itself; 0 for none
+  std::int32_t defaultTimeout = 0;               // after so many seconds
+  bool defaultAfterReturn = false;               // also where an earlier choice was made
+  std::vector<std::unique_ptr<MenuItem>> items;  // in file order
   std::vector<std::unique_ptr<MenuLevel>> levels;  // outermost first; the last is current
 
  private:

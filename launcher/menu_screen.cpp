@@ -10,6 +10,7 @@
 #include "launcher/paths.h"
 #include "launcher/result_files.h"
 #include "launcher/state.h"
+#include "launcher/texts.h"
 #include "launcher/wait_dialog.h"
 #include "toolkit/base/input.h"
 #include "toolkit/base/input_rest.h"
@@ -22,10 +23,14 @@ namespace {
 
 constexpr int kMousePollPeriod = 500;  // milliseconds
 
+constexpr int kDefaultText = 1619;
+
 // The place of the progress bar relative to the layout values.
 constexpr int kProgressInset = 4;
 constexpr int kProgressMargin = 5;
 constexpr int kProgressHeight = 30;
+// The countdown's, from the top of the bar's, while there is none and below it.
+constexpr int kCountdownTop = 6, kCountdownBelow = 32;
 
 // A layout value, which may be any number, moved by some pixels.
 int Moved(std::int32_t value, int pixels) {
@@ -162,6 +167,7 @@ void MenuScreen::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg ar
   Dialog::HandleEvent(sender, msg, arg1, arg2);
   // A key that was told together with the one that chose changes nothing any more.
   if (session_.IsChosen()) return;
+  if (msg == MSG_CHAR && sender == &List()) StopDefault();
   if (msg == MSG_ITEM_SELECTED) UpdateCurrent();
   if (msg == MSG_UCHAR && sender == &List()) TakeCharacter(static_cast<int>(arg1));
   if (msg == MSG_ACTIVATE && sender == &helpKey_) ShowHelp();
@@ -180,6 +186,7 @@ void MenuScreen::MsgStart() {
   // The first key must already reach the menu, whatever the pointer rests on.
   SetFocus(&List());
   Restore();
+  BeginDefault();
 }
 
 void MenuScreen::LookForMouse() {
@@ -190,6 +197,7 @@ void MenuScreen::LookForMouse() {
   set_mouse_speed(settings.UsableMouseSpeed(), settings.UsableMouseSpeed());
   launcherState.mousePending = false;
   settings.showMouse = true;
+  mouseAppears_ = true;
   RemoveTimer(mouseTimer_);
   UpdateDoubleClickWindow();
   mouseTimer_ = kNoTimer;
@@ -202,16 +210,76 @@ void MenuScreen::ShowHelp() {
 
 void MenuScreen::TakeCharacter(int character) {
   if (!settings.typeAhead || (Shifts() & (KB_CTRL_FLAG | KB_ALT_FLAG))) return;
-  const int index =
-      typeAhead_.Find(session_, character, ticks_ * 1000 / settings.UsableFrameRate());
+  const int index = typeAhead_.Find(session_, character, Now());
   if (index < 0) return;
   List().SetCurrent(index);
   UpdateCurrent();
 }
 
+std::int64_t MenuScreen::Now() const { return ticks_ * 1000 / settings.UsableFrameRate(); }
+
+void MenuScreen::BeginDefault() {
+  default_.Begin(session_, Now());
+  if (!default_.IsCounting()) return;
+  releases_ = AllReleases();
+  Add(&countdown_);
+  ShowCountdown();
+}
+
+void MenuScreen::ShowCountdown() {
+  const ScreenText& like = session_.Level().keyHelp;
+  ScreenText text{.text = {},
+                  .left = layoutValues.progressX,
+                  .top = layoutValues.progressY,
+                  .font = like.font,
+                  .color = like.color};
+  text.text.Assign(default_.Filled(Text(kDefaultText)).c_str());
+  wallpaper_.Uncover(countdown_);
+  countdown_.Show(text);
+  const Point at = countdown_.GetRelativePos();
+  countdown_.Place(at.x + Zoomed(kProgressInset),
+                   at.y + Zoomed(progressBar_.Hidden() ? kCountdownTop : kCountdownBelow));
+}
+
+void MenuScreen::StopDefault() {
+  if (countdown_.GetParent() != this) return;
+  default_.Stop();
+  Remove(&countdown_);
+}
+
+void MenuScreen::CountDown() {
+  if (AllReleases() != releases_) return StopDefault();
+  const int seconds = default_.Seconds();
+  const int entry = default_.Look(Now());
+  if (entry < 0) {
+    if (default_.Seconds() != seconds) ShowCountdown();
+    return;
+  }
+  StopDefault();
+  List().SetCurrent(entry);
+  UpdateCurrent();
+  Choose(session_.Entry(entry));
+}
+
 void MenuScreen::MsgTick() {
   ++ticks_;
   Dialog::MsgTick();
+  if (default_.IsCounting()) CountDown();
+}
+
+void MenuScreen::MsgClick() {
+  StopDefault();
+  Dialog::MsgClick();
+}
+
+void MenuScreen::MsgWheel(int steps) {
+  StopDefault();
+  Dialog::MsgWheel(steps);
+}
+
+void MenuScreen::MsgMouseMove(Point delta) {
+  if (!std::exchange(mouseAppears_, false)) StopDefault();
+  Dialog::MsgMouseMove(delta);
 }
 
 void MenuScreen::MsgTimer(int id) {

@@ -1,6 +1,7 @@
 // The launcher's one full-screen dialog.
 #pragma once
 
+#include "launcher/default_start.h"
 #include "launcher/menu_session.h"
 #include "launcher/menu_widgets.h"
 #include "launcher/progress.h"
@@ -25,6 +26,9 @@ class MenuScreen final : public Dialog {
   void MsgStart() override;
   void MsgTimer(int id) override;
   void MsgTick() override;
+  void MsgClick() override;
+  void MsgWheel(int steps) override;
+  void MsgMouseMove(Point delta) override;
   void MsgInitSkin() override;
   bool MsgClose() override;
   void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override;
@@ -52,6 +56,11 @@ class MenuScreen final : public Dialog {
   void ShowHelp();
   // A character that nobody else used.
   void TakeCharacter(int character);
+  std::int64_t Now() const;  // in milliseconds, by the ticks
+  void BeginDefault();
+  void CountDown();
+  void ShowCountdown();
+  void StopDefault();
 
   ClearScreen backdrop_;
   ScreenLabel heading_{&MenuLook::heading}, keyHelp_{&MenuLook::keyHelp};
@@ -69,6 +78,10 @@ class MenuScreen final : public Dialog {
   Accelerator helpKey_;
   TypeAhead typeAhead_{WideText};
   std::int64_t ticks_ = 0;
+  DefaultStart default_;
+  ScreenLabel countdown_{&MenuLook::keyHelp};
+  unsigned releases_ = 0;      // of all keys, when the countdown began
+  bool mouseAppears_ = false;  // its next move is nobody's
 };
 
 }  // namespace zel

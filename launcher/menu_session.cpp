@@ -72,6 +72,7 @@ bool MenuSession::RestoreLevel(int level, int index) {
 void MenuSession::Restore() {
   SelectFirst();
   const std::vector<int> indices = ReadMenuPosition();
+  hasReturned_ = !indices.empty();
   for (std::size_t level = 0; level < indices.size(); ++level)
     if (!RestoreLevel(static_cast<int>(level), indices[level])) break;
 }

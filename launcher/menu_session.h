@@ -49,6 +49,8 @@ class MenuSession {
   // Goes on from the first entry to where the position file says, as far as that fits. The last
   // level has no hints yet if it is another one than before.
   void Restore();
+  // Whether there was such a file.
+  bool HasReturned() const { return hasReturned_; }
 
   // Chooses an entry of the current level.
   Step Choose(const MenuItem& item);
@@ -67,6 +69,7 @@ class MenuSession {
   std::unique_ptr<MenuItem> back_;
   int current_ = -1;
   bool chosen_ = false;
+  bool hasReturned_ = false;
 };
 
 }  // namespace zel

@@ -482,4 +482,9 @@ void WallpaperPanel::SetPicture(const char* fileName) {
   image_.Resize(w(), h());
 }
 
+void WallpaperPanel::Uncover(const Rect& area) {
+  clearScreen_.RedrawArea(area);
+  image_.RedrawArea(area);
+}
+
 }  // namespace zel

@@ -234,6 +234,8 @@ class WallpaperPanel final : public Dialog {
   // that wants none.
   void SetPicture(const char* fileName);
   void MsgInitSkin() override;
+  // Repaints what lies in an area of the screen.
+  void Uncover(const Rect& area);
 
  private:
   bool WantsPicture() const { return !skin || skin->menu.picture != 0; }

@@ -64,6 +64,7 @@ const TextEntry TextTable[] = {
     {1618, N_("Keys")},
     // TRANSLATORS: %1 is a menu entry, %2 a number of seconds, which counts down.
     {1619, N_("%1 starts in %2 s. Any key stops it.")},
+    {1620, N_("%1 starts in %2 s. Enter stops it.")},
     // TRANSLATORS: Spoken behind the name of a menu entry: which one it is, and of how many.
     {1630, N_("%1 of %2")},
     {1631, N_("Tab: say the entry and its explanation again")},

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "launcher/default_start.h"
 #include "launcher/item_wait.h"
 #include "launcher/progress_file.h"
 #include "launcher/texts.h"
@@ -35,7 +36,7 @@ constexpr int kGone = -2, kResized = -3;
 
 struct Rows {
   int heading = -1, title = -1, list = 0, listCount = 0, hintTitle = -1, hint = 0, hintCount = 0;
-  int progress = -1, keys = -1;
+  int progress = -1, keys = -1, countdown = -1;
 };
 
 class FullScreen {
@@ -43,11 +44,14 @@ class FullScreen {
   FullScreen(Screen& screen, MenuSession& session) : screen_{screen}, session_{session} {}
 
   bool Run() {
+    default_.Begin(session_, Milliseconds());
     while (!session_.IsChosen()) {
       Draw();
       const int key = ReadKey(Milliseconds() + PollPeriod());
       if (key == kGone) return false;
+      if (key >= 0) default_.Stop();
       Handle(key);
+      CountDown();
     }
     return true;
   }
@@ -55,7 +59,9 @@ class FullScreen {
  private:
   int ReadKey(std::int64_t until);
 
-  int PollPeriod() const { return std::max(progress_.PollPeriod(), kShortestPoll); }
+  int PollPeriod() const {
+    return default_.IsCounting() ? kShortestPoll : std::max(progress_.PollPeriod(), kShortestPoll);
+  }
   Rows Place() const;
   void Draw();
   void Put();
@@ -67,6 +73,7 @@ class FullScreen {
   void Handle(int key);
   bool ScrollHint(int key);
   void MoveTo(int target, int direction);
+  void CountDown();
   void Choose();
   void ShowHelp();
   void TakeByte(int key);
@@ -84,6 +91,7 @@ class FullScreen {
   TypeAhead typeAhead_{Shown};
   std::mbstate_t letterState_{};
   RepeatedKey repeated_{Milliseconds()};
+  DefaultStart default_;
   ProgressFile progressFile_;
   ProgressValues progress_;
   std::int64_t lookAt_ = 0;  // at the progress file
@@ -125,6 +133,7 @@ Rows FullScreen::Place() const {
   if (Screen::Rows() >= 8 && has(session_.Level().heading.text)) rows.heading = top++;
   if (Screen::Rows() >= 4) rows.title = top++;
   if (Screen::Rows() >= 5) rows.keys = --bottom;
+  if (Screen::Rows() >= 2 && default_.IsCounting()) rows.countdown = --bottom;
   if (Screen::Rows() >= 3 && progress_.Shows()) rows.progress = --bottom;
   if (Screen::Rows() >= 9 && FileExists(config.hintFile)) {
     const int room = bottom - top - 1;
@@ -241,6 +250,9 @@ void FullScreen::Put() {
     DrawEntry(first_ + i, rows.list + i);
   DrawHint(rows);
   DrawProgress(rows.progress);
+  if (rows.countdown >= 0)
+    screen_.Put(rows.countdown, 0, Shown(default_.Filled(Text(kDefaultText)).c_str()),
+                Look::kStrong);
   const bool isInHint = isInHint_ && rows.hintTitle >= 0;
   cursorRow_ = isInHint ? rows.hint : rows.list + current - first_;
   cursorColumn_ = isInHint ? 0 : std::min(kMarkColumns, Screen::Columns() - 1);
@@ -319,6 +331,13 @@ void FullScreen::Handle(int key) {
     default:
       return TakeByte(key);
   }
+}
+
+void FullScreen::CountDown() {
+  const int entry = default_.Look(Milliseconds());
+  if (entry < 0) return;
+  session_.Select(entry);
+  Choose();
 }
 
 void FullScreen::Choose() {

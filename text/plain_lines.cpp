@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "launcher/default_start.h"
 #include "launcher/item_wait.h"
 #include "launcher/progress_file.h"
 #include "launcher/texts.h"
@@ -28,11 +29,15 @@ class PlainLines {
 
   bool Run() {
     ShowMenu();
+    default_.Begin(session_, Milliseconds());
+    if (default_.IsCounting()) TellDefault();
     Ask();
     while (!isGone_ && !session_.IsChosen()) {
       std::string line;
-      const Input input = Next(line, PollPeriod());
+      const Input input = Next(line, default_.IsCounting() ? kShortestPoll : PollPeriod());
+      if (input == Input::kNone) CountDown();
       if (input == Input::kLine) {
+        default_.Stop();
         Answer(line);
         if (session_.IsChosen()) break;
         Ask();
@@ -83,11 +88,14 @@ class PlainLines {
   void Choose(int index);
   bool WaitFor(const MenuItem& item);
   std::wstring NewProgress();
+  void TellDefault() { WriteWrapped(Shown(default_.Filled(Text(kPlainDefaultText)).c_str())); }
+  void CountDown();
 
   MenuSession& session_;
   int number_ = 0;  // of the entry that was shown last
   std::string typed_, written_;
   bool isGone_ = false;
+  DefaultStart default_;
   ProgressFile progressFile_;
   ProgressValues progress_, told_;
   std::int64_t toldAt_ = 0, lookAt_ = 0;
@@ -184,6 +192,21 @@ void PlainLines::Choose(int index) {
     case MenuSession::Step::kChosen:
       return;
   }
+}
+
+void PlainLines::CountDown() {
+  const int seconds = default_.Seconds();
+  const int entry = default_.Look(Milliseconds());
+  if (entry < 0 && (!default_.IsCounting() || default_.Seconds() == seconds)) return;
+  if (entry < 0 && default_.Seconds() % kCountdownStep != 0) return;
+  WriteLine({});
+  if (entry >= 0) {
+    Choose(entry);
+    if (session_.IsChosen()) return Flush();
+  } else {
+    TellDefault();
+  }
+  Ask();
 }
 
 // True when nothing keeps the item from being chosen any longer, false when the user gave up.

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "launcher/default_start.h"
 #include "launcher/item_wait.h"
 #include "launcher/progress_file.h"
 #include "launcher/texts.h"
@@ -56,13 +57,20 @@ class SpokenLines {
     Write(L"\r\n");
     TellTitles();
     Put(Wrap(ShownLines(Text(kKeysText))));
+    default_.Begin(session_, Milliseconds());
+    if (default_.IsCounting()) Put(Wrap({DefaultText()}));
     TellEntry();
     while (!isGone_ && !session_.IsChosen()) {
-      const int key = ReadKey(Milliseconds() + PollPeriod());
-      if (key == kKeyNone)
+      const int period = default_.IsCounting() ? kShortestPoll : PollPeriod();
+      const int key = ReadKey(Milliseconds() + period);
+      if (key == kGone) break;
+      if (key == kKeyNone) {
         TellProgress();
-      else if (key != kGone)
+        CountDown();
+      } else {
+        default_.Stop();
         Handle(key);
+      }
     }
     Write(Down() + L"\r\n");
     Flush();
@@ -78,6 +86,8 @@ class SpokenLines {
   void Choose();
   bool WaitFor(const MenuItem& item);
 
+  std::wstring DefaultText() const { return Shown(default_.Filled(Text(kDefaultText)).c_str()); }
+  void CountDown();
   void TellTitles();
   void TellEntry();
   void TellRest();
@@ -111,6 +121,7 @@ class SpokenLines {
   std::int64_t restAt_ = 0;  // when it is due; 0 when nothing is left to tell
   int rowsBelow_ = 0;        // the line with the cursor
   bool isGone_ = false;
+  DefaultStart default_;
   ProgressFile progressFile_;
   ProgressValues progress_, told_;
   std::int64_t toldAt_ = 0, lookAt_ = 0;
@@ -240,6 +251,16 @@ void SpokenLines::TellProgress() {
   toldAt_ = now;
   PutBelow({Shown(Text(kProgressText)) + L' ' + std::to_wstring(progress_.currentStep) + L'/' +
             std::to_wstring(progress_.stepNumber)});
+}
+
+void SpokenLines::CountDown() {
+  const int seconds = default_.Seconds();
+  if (const int entry = default_.Look(Milliseconds()); entry >= 0) {
+    session_.Select(entry);
+    return Choose();
+  }
+  if (!default_.IsCounting() || default_.Seconds() == seconds) return;
+  if (default_.Seconds() % kCountdownStep == 0 && restAt_ == 0) PutBelow({DefaultText()});
 }
 
 // The entry at the target, else the next one in that direction that is no separator, else the one

@@ -21,6 +21,8 @@ inline constexpr int kScrollText = 1612;
 inline constexpr int kDrawAgainText = 1613;
 inline constexpr int kLeaveText = 1614;
 inline constexpr int kTypeText = 1615;
+inline constexpr int kDefaultText = 1619;
+inline constexpr int kPlainDefaultText = 1620;
 inline constexpr int kPlaceText = 1630;
 inline constexpr int kSpokenHelpText = 1631;
 

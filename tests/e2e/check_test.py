@@ -17,6 +17,8 @@ MISTAKES = {
     ],
     "menu.cfg": [
         ("LinesNumber = 16", "LinesNumber = 15", "menu.cfg: [LINE16]: never shown: LinesNumber is 15"),
+        ("MenuLeft = 32", "Default = 16\nMenuLeft = 32",
+         "menu.cfg: [MENU_CONFIGURATION] Default: no item of this number can be chosen"),
         ("ExCode = 31", "ExCode = 08", 'menu.cfg: [LINE9] ExCode: "08" is no number'),
         ("icons/memory.bmp", "icons/none.bmp", "menu.cfg: [LINE9] Icon: there is no file icons/none.bmp"),
         ("icons/log.bmp", "hints.txt", "menu.cfg: [LINE12] Icon: hints.txt is no readable picture"),

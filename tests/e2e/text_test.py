@@ -218,6 +218,21 @@ class TextTest(unittest.TestCase):
             menu.type("\n", "Something")
             os.killpg(menu.process.pid, signal.SIGKILL)
 
+    def test_a_default_is_chosen_by_itself_until_a_key_comes_or_a_choice_was_made(self):
+        file = self.state / "etc/zel/menu.cfg"
+        file.write_text(file.read_text().replace("LinesN", "Default = 11\nDefaultTimeout = 2\nLinesN", 1))
+        for options in (), ("--plain",), ("--speak",):
+            menu = self.start(*options)
+            menu.type("", "Open a shell starts in 2 s.")
+            self.assertEqual((*menu.end(), self.position()), (40, "shell\n", "", "9"))
+            menu = self.start()
+            menu.type("", menu.on("Open a shell"))
+            self.assertNotIn("stops it", menu.text())
+            (self.state / "tmp/menupos.txt").unlink()
+        menu = self.start()
+        menu.type("", "starts in")
+        menu.type("x", lambda: "stops it" not in menu.text())
+
     def test_letters_that_a_terminal_lacks_come_as_near_as_they_can(self):
         for language, letters, title in (("de", "C", "Rettungsmenue\nWas moechten Sie tun?"),
                                         ("de", "C.UTF-8", "Rettungsmenü\nWas möchten Sie tun?"),

@@ -82,6 +82,8 @@ class MenuScreenTest : public LauncherFixture {
         NoteReturn(), screen_->MsgTick();
       else if (word == "ring")  // all timers do
         for (int id = 0; id < kTimerSlots; ++id) screen_->MsgTimer(id);
+      else if (word == "move")
+        PutMouse({9, 9}), screen_->MsgTick();
       else if (word == "again")
         screen_->MsgEnd(), screen_->MsgStart();
       else if (word[0] == '@')
@@ -147,6 +149,11 @@ TEST_F(MenuScreenTest, LooksAsTheFilesSayAndAllOfItIsZoomed) {
   std::filesystem::remove("progress");
   ExpectShown("menu_screen_below", "enter ring");
   ExpectShown("menu_screen_again", "enter");
+
+  WriteFile("menu.cfg", layout + "small.bmp\nDefault=2\nDefaultTimeout=10\n" + kMain);
+  Start("");
+  ExpectShown("menu_screen_counting", "tick");
+  ExpectShown("menu_screen_counting_down", "second");
 
   const std::string zoomed =
       "[MENU_CONFIGURATION]\nMenuTitle=M\nHintTitle=H\nBackground=ground.bmp\nHeading=Head\n"
@@ -231,6 +238,35 @@ TEST_F(MenuScreenTest, LettersAndNumbersGoToEntriesAndF1ExplainsWhereTheSettings
       {"4 help enter", 4}};
   for (const auto& [script, index] : rows)
     EXPECT_EQ(Play(script), "1/" + std::to_string(index) + "/0") << script;
+}
+
+TEST_F(MenuScreenTest, ADefaultIsChosenByItselfWhereNobodyIsThere) {
+  const std::string seconds = "second second second tick";
+  const std::tuple<std::string, const char*, std::string, const char*> rows[] = {
+      {"6\nDefaultTimeout=3", "", "second second", "1/1/11"},
+      {"6\nDefaultTimeout=3", "", seconds, "1/5/0 closed"},
+      {"6\nDefaultTimeout=3", "", "move " + seconds, "1/1/11"},
+      {"6\nDefaultTimeout=3", "", "@27 " + seconds, "1/2/12"},
+      {"6\nDefaultTimeout=3", "", "tab " + seconds, "1/1/11"},
+      {"6\nDefaultTimeout=3", "", "+f1 -f1 " + seconds, "1/1/11"},
+      {"6\nDefaultTimeout=3", "0", seconds, "1/0/0"},
+      {"6\nDefaultTimeout=3\nDefaultAfterReturn=1", "2", seconds, "1/5/0 closed"},
+      {"3\nDefaultTimeout=1", "", seconds, "2/0/0"},
+      {"1\nDefaultTimeout=1", "", seconds, "1/1/11"},
+      {"5\nDefaultTimeout=1", "", seconds, "1/1/11"},
+      {"9\nDefaultTimeout=1", "", seconds, "1/1/11"},
+      {"0\nDefaultTimeout=1", "2,0", seconds, "2/0/0"},
+      {"6\nDefaultTimeout=-1", "", seconds, "1/1/11"},
+      {"6\nDefaultTimeout=4294967297", "", seconds, "1/1/11"},
+      {"6", "", seconds, "1/1/11"}};
+  for (const auto& [keys, position, script, where] : rows) {
+    const std::string named = "[MENU_CONFIGURATION]\nDefault=" + keys + "\n";
+    WriteFile("menu.cfg", named + kMain);
+    WriteFile("inner.cfg", named + kInner);
+    PutMouse({kWidth, kHeight});
+    Start(position);
+    EXPECT_EQ(Play(script), where) << keys << ' ' << script;
+  }
 }
 
 // Menus of different heights, whose lists have other pages than the one shown before.

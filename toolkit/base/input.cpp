@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <numeric>
 #include <optional>
 #include <utility>
 
@@ -147,6 +148,8 @@ void ForgetKeys() {
 }
 
 unsigned Releases(int scancode) { return input.releases[scancode % KEY_MAX]; }
+
+unsigned AllReleases() { return std::accumulate(input.releases.begin(), input.releases.end(), 0U); }
 
 bool IsDown(int scancode) { return key[scancode] != 0 || input.isDown[scancode % KEY_MAX]; }
 

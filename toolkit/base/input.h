@@ -55,6 +55,8 @@ void ForgetKeys();
 
 // How often the key was let go, among the records taken so far.
 unsigned Releases(int scancode);
+// How often any key was.
+unsigned AllReleases();
 // Whether the key is down, or was when the record was made that was taken last.
 bool IsDown(int scancode);
 

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "imageformats/load.h"
+#include "launcher/default_start.h"
 #include "launcher/hint_file.h"
 #include "launcher/layout.h"
 #include "launcher/menu_config.h"
@@ -72,6 +73,9 @@ constexpr Key kScreenKeys[] = {
     {"HintFile", Kind::kFile, true},
     {"LinesNumber", Kind::kNumber},
     {"BacklineColor", Kind::kColor},
+    {"Default", Kind::kNumber},
+    {"DefaultTimeout", Kind::kNumber},
+    {"DefaultAfterReturn", Kind::kNumber},
 };
 using Keys = std::span<const Key>;
 constexpr Keys kGeneralKeys = kScreenKeys;
@@ -310,11 +314,26 @@ std::string CheckItem(const std::string& file, const SectionFile& content, const
   return {};
 }
 
+// What is to be chosen by itself.
+void CheckDefault(const std::string& file, const SectionFile& content, int lines) {
+  const Section& general = content.Find(kGeneral);
+  const int line = general.GetInt("Default");
+  if (line == 0) return;
+  const Section& item = content.Find(("LINE" + std::to_string(line)).c_str());
+  if (line < 1 || line > lines || item.Heads().empty() || item.GetInt("Separator") != 0 ||
+      item.GetInt("Disable") > 0)
+    Place{file, kGeneral, "Default"}.Report("no item of this number can be chosen");
+  if (const int seconds = general.GetInt("DefaultTimeout");
+      seconds < 1 || seconds > DefaultStart::kLongest)
+    Place{file, kGeneral, "DefaultTimeout"}.Report("waits for ever");
+}
+
 // What the file says, whether the launcher looks there or not. Answers the menu files that it
 // opens.
 std::vector<std::string> CheckSections(const std::string& file, int lines) {
   const SectionFile content{ReadMenuFile(file)};
   CheckTwice(file, content);
+  CheckDefault(file, content, lines);
   std::vector<std::string> submenus;
   for (const Section& section : content.Sections()) {
     const Place place{file, section.Name()};

@@ -233,9 +233,10 @@ std::string Saved(Settings settings) {
 using SettingsTest = AllegroFixture;
 
 TEST_F(SettingsTest, EveryKeyIsReadAndWrittenInItsPlace) {
-  for (const char* zoom : {"", "zoom = auto\n", "zoom = 2.500000\n"}) {
+  const std::string more = "help = 1\ntypeAhead = 1\nlooks = a.skin, b\nzoom = 2.500000\n";
+  for (const std::string& zoom : {std::string{}, std::string{"zoom = auto\n"}, more}) {
     const TempFile file{kEverything + zoom};
-    set_uformat(*zoom ? U_ASCII_CP : U_UTF8);
+    set_uformat(zoom.empty() ? U_UTF8 : U_ASCII_CP);
     const Settings s = Read(file.Path());
     EXPECT_EQ(
         Join(s.fileLoaded, s.skinPath, s.screenWidth, s.screenHeight, s.refreshRate, s.colorDepth,
