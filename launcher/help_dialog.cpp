@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "launcher/state.h"
 #include "launcher/texts.h"
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/input.h"
@@ -17,6 +18,8 @@ constexpr int kChooseText = 1611;
 constexpr int kScrollText = 1612;
 constexpr int kLeaveText = 1614;
 constexpr int kTypeText = 1615;
+constexpr int kSkinText = 1616;
+constexpr int kSizeText = 1617;
 constexpr int kTitleText = 1618;
 constexpr const char* kButton = "OK";
 
@@ -39,7 +42,10 @@ HelpDialog::HelpDialog(int scancode) : anyKey_{scancode} {
   ClearFlag(kFlagSizeable);
   std::vector<std::uint32_t> texts{kMoveText, kChooseText};
   if (settings.typeAhead) texts.push_back(kTypeText);
-  texts.insert(texts.end(), {kScrollText, kLeaveText});
+  texts.push_back(kScrollText);
+  if (launcherState.looks.HasLooks()) texts.push_back(kSkinText);
+  if (launcherState.looks.HasSizes()) texts.push_back(kSizeText);
+  texts.push_back(kLeaveText);
   for (const std::uint32_t text : texts) {
     lines_.push_back(std::make_unique<Label>());
     lines_.back()->SetText(Text(text));
@@ -49,6 +55,7 @@ HelpDialog::HelpDialog(int scancode) : anyKey_{scancode} {
   button_.AlignCentre();
   button_.MakeExit();
   Add(&button_);
+  Add(&lookKeys_);
   Add(&anyKey_);
   Fit();
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "launcher/look_keys.h"
 #include "toolkit/widgets/button.h"
 #include "toolkit/widgets/window.h"
 
@@ -40,6 +41,7 @@ class HelpDialog final : public Window {
 
   std::vector<std::unique_ptr<Label>> lines_;
   Button button_;
+  LookKeys lookKeys_;
   AnyKey anyKey_;
 };
 

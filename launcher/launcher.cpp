@@ -32,6 +32,7 @@
 #include "toolkit/base/settings.h"
 #include "toolkit/base/text.h"
 #include "toolkit/core/startup.h"
+#include "toolkit/skin/skin.h"
 
 namespace zel {
 namespace {
@@ -82,8 +83,7 @@ std::vector<std::string> LateDevices() {
 // Graphics and input are there, the skin is not yet: it is loaded at the zoom that the menu gets.
 // Skin and menu need no more than their files.
 void PrepareMenu() {
-  launcherState.layout =
-      FitLayout(kMainMenu, {settings.screenWidth, settings.screenHeight}, settings.zoom);
+  launcherState.layout = launcherState.looks.Fit();
   LimitWritingTo(LateDevices());
   LimitCalls();
 }
@@ -127,9 +127,12 @@ class WithoutComposing {
 // Returns only with a graphics mode and a running toolkit.
 void BringUpGraphics() {
   const WithoutComposing menu;
-  const Error result = TryFallbackModes(InstallToolkit(paths.settings, PrepareMenu));
+  const Error result = TryFallbackModes(
+      InstallToolkit(paths.settings, PrepareMenu, [] { launcherState.looks.Begin(); }));
   if (!result.IsError()) return;
   if (result == Error{kGraphicsError}) EndWithoutGraphics();
+  // The usual skin, where it is the one that was chosen that cannot be used.
+  if (CurrentSkin() && launcherState.looks.FallBack()) return;
   ChangeDirectory(Directory::kSaved);
   result.Report();
 }

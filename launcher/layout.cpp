@@ -154,8 +154,12 @@ Rect ScreenLayout::OnScreen(const Rect& place) const {
 }
 
 ScreenLayout FitLayout(const char* menuFile, Size screen, double zoom) {
+  return zoom == 1 ? ScreenLayout{} : FitZoomedLayout(menuFile, screen, zoom);
+}
+
+ScreenLayout FitZoomedLayout(const char* menuFile, Size screen, double zoom) {
   constexpr double kRounded = 1e-6;
-  if (zoom == 1 || screen.w < 1 || screen.h < 1) return {};
+  if (screen.w < 1 || screen.h < 1) return {};
   const auto candidates = FindCandidates(SectionFile::FromUtf8(ReadWhole(menuFile)));
   double largest = 0;
   for (const Candidate& c : candidates) largest = std::max(largest, c.Fitting(screen) * c.zoom);

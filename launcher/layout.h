@@ -36,5 +36,7 @@ bool ReadSectionSize(const std::string& section, Size* size);
 // for the least of the usual sizes that its panels fit in. A section's key "Zoom" says how much
 // larger than its numbers' own pixels text and pictures are to be there.
 ScreenLayout FitLayout(const char* menuFile, Size screen, double zoom);
+// The same, but 1 is a zoom like any other.
+ScreenLayout FitZoomedLayout(const char* menuFile, Size screen, double zoom);
 
 }  // namespace zel

@@ -166,11 +166,23 @@ void MenuConfig::ReadWithoutHints(const char* menuFile) {
   items.clear();
 
   const SectionFile file = SectionFile::FromUtf8(ReadWhole(CurrentLevel().fileName));
-  ReadScreen(file);
+  ReadScreen(file, CurrentLevel());
   ReadItems(file);
 }
 
-void MenuConfig::ReadScreen(const SectionFile& file) {
+void MenuConfig::ReadScreenAgain() {
+  layoutValues = {};
+  const MenuLevel* outer = nullptr;
+  for (const auto& level : levels) {
+    const MenuLevel unread;
+    level->heading = outer ? outer->heading : unread.heading;
+    level->keyHelp = outer ? outer->keyHelp : unread.keyHelp;
+    ReadScreen(SectionFile::FromUtf8(ReadWhole(level->fileName)), *level);
+    outer = level.get();
+  }
+}
+
+void MenuConfig::ReadScreen(const SectionFile& file, MenuLevel& level) {
   const Section& general = file.Find(kGeneralSection);
   const std::string layoutSection = LayoutSection();
   const char* const own = layoutSection.c_str();
@@ -181,8 +193,8 @@ void MenuConfig::ReadScreen(const SectionFile& file) {
   layoutValues = ReadLayout(file, own, layoutValues);
   menuTitle.Assign(Translated(general, "MenuTitle", translates).c_str());
   hintTitle.Assign(Translated(general, "HintTitle", translates).c_str());
-  ReadScreenText(file, own, "Heading", translates, CurrentLevel().heading);
-  ReadScreenText(file, own, "KeyHelp", translates, CurrentLevel().keyHelp);
+  ReadScreenText(file, own, "Heading", translates, level.heading);
+  ReadScreenText(file, own, "KeyHelp", translates, level.keyHelp);
   const std::string plainHintFile = general.GetText("HintFile");
   hintFile.Assign(Translated(general, "HintFile", translates).c_str());
   if (!FileExists(hintFile)) hintFile.Assign(plainHintFile.c_str());

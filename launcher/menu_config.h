@@ -100,6 +100,8 @@ class MenuConfig {
   // The same in two steps: a menu that nobody sees needs no hints.
   void ReadWithoutHints(const char* menuFile);
   void ReadHints();
+  // Where and what is on the screen, anew from the same files: the layout is another one.
+  void ReadScreenAgain();
 
   MenuLevel& CurrentLevel() { return *levels.back(); }
   int Depth() const { return static_cast<int>(levels.size()); }
@@ -116,7 +118,7 @@ class MenuConfig {
   std::vector<std::unique_ptr<MenuLevel>> levels;  // outermost first; the last is current
 
  private:
-  void ReadScreen(const SectionFile& file);
+  void ReadScreen(const SectionFile& file, MenuLevel& level);
   void ReadItems(const SectionFile& file);
 };
 

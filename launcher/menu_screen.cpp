@@ -55,6 +55,7 @@ MenuScreen::MenuScreen() {
   SetUpProgress();
   if (launcherState.mousePending) mouseTimer_ = InstallTimer(kMousePollPeriod);
   DeleteOutputFile();
+  Add(&lookKeys_);
   if (!settings.help) return;
   helpKey_.Setup(KEY_F1, 0, nullptr);
   Add(&helpKey_);
@@ -65,14 +66,18 @@ MenuScreen::~MenuScreen() {
   RemoveTimer(mouseTimer_);
 }
 
-void MenuScreen::SetUpProgress() {
-  progressValues = {};
+void MenuScreen::PlaceProgress() {
   const LayoutValues& at = layoutValues;
   const Rect bar =
       launcherState.layout.OnScreen({at.progressX, at.progressY, at.progressW, kProgressHeight});
   progressBar_.Setup(Moved(bar.x, Zoomed(kProgressInset)), bar.y,
                      Moved(bar.w, -Zoomed(kProgressMargin)), Zoomed(kProgressHeight), 0, 0,
                      kHorizontal);
+}
+
+void MenuScreen::SetUpProgress() {
+  progressValues = {};
+  PlaceProgress();
   progressBar_.Hide();
   Add(&progressBar_);
   progressPeriod_ = progressValues.PollPeriod();
@@ -105,8 +110,45 @@ void MenuScreen::ShowLevel() {
   icons_.Clear();
   PlacePanels();
   wallpaper_.SetPicture(Config().background);
+  ShowTexts();
+  Redraw();
+}
+
+void MenuScreen::ShowTexts() {
   heading_.Show(session_.Level().heading);
   keyHelp_.Show(session_.Level().keyHelp);
+}
+
+void MenuScreen::ChangeLook(LookStep step) {
+  Looks& looks = launcherState.looks;
+  const int first = List().GetFirst();
+  const int row = List().GetCurrent() - first;
+  const bool isVisible = row >= 0 && row < List().PageSize();
+  const bool isSkin = step == LookStep::kNextSkin;
+  const bool isChanged = isSkin ? looks.ChangeSkin() : looks.ChangeSize(step == LookStep::kLarger);
+  if (isChanged) FollowLook();
+  // For a skin it has seen itself whether there is to be one; a palette is another one for all.
+  if (isChanged && (!isSkin || settings.colorDepth == 8))
+    wallpaper_.SetPicture(Config().background);
+  List().SetFirst(first);
+  if (isVisible) List().SetCurrent(session_.Current());
+  menuPanel_.UpdateLayout();
+}
+
+void MenuScreen::FollowLook() {
+  SetSkin(nullptr);
+  InitChangedSkins();
+  session_.ReadScreenAgain();
+  icons_.Clear();
+  FillList();
+  icons_.Clear();
+  List().SelectItem(session_.Current());
+  progressBar_.ReadPicture();
+  PlacePanels();
+  hintPanel_.WrapAgain(menuPanel_.CurrentEntry(), GetFont(kNormal));
+  ShowTexts();
+  PlaceProgress();
+  if (!progressBar_.Hidden()) UpdateProgress();
   Redraw();
 }
 
@@ -168,6 +210,7 @@ void MenuScreen::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg ar
   // A key that was told together with the one that chose changes nothing any more.
   if (session_.IsChosen()) return;
   if (msg == MSG_CHAR && sender == &List()) StopDefault();
+  if (msg == MSG_LOOK_WANTED) ChangeLook(static_cast<LookStep>(arg1));
   if (msg == MSG_ITEM_SELECTED) UpdateCurrent();
   if (msg == MSG_UCHAR && sender == &List()) TakeCharacter(static_cast<int>(arg1));
   if (msg == MSG_ACTIVATE && sender == &helpKey_) ShowHelp();
@@ -222,29 +265,33 @@ void MenuScreen::BeginDefault() {
   default_.Begin(session_, Now());
   if (!default_.IsCounting()) return;
   releases_ = AllReleases();
-  Add(&countdown_);
+  showsCountdown_ = true;
   ShowCountdown();
 }
 
+// In the place of the key help or, where there is none, below the panels.
 void MenuScreen::ShowCountdown() {
-  const ScreenText& like = session_.Level().keyHelp;
-  ScreenText text{.text = {},
-                  .left = layoutValues.progressX,
-                  .top = layoutValues.progressY,
-                  .font = like.font,
-                  .color = like.color};
+  ScreenText text = session_.Level().keyHelp;
+  const bool isBelow = text.text.IsEmpty();
+  if (isBelow) {
+    text.left = layoutValues.progressX;
+    text.top = layoutValues.progressY;
+  }
   text.text.Assign(default_.Filled(Text(kDefaultText)).c_str());
-  wallpaper_.Uncover(countdown_);
-  countdown_.Show(text);
-  const Point at = countdown_.GetRelativePos();
-  countdown_.Place(at.x + Zoomed(kProgressInset),
-                   at.y + Zoomed(progressBar_.Hidden() ? kCountdownTop : kCountdownBelow));
+  wallpaper_.Uncover(keyHelp_);
+  keyHelp_.Show(text);
+  if (!isBelow) return;
+  const Point at = keyHelp_.GetRelativePos();
+  keyHelp_.Place(at.x + Zoomed(kProgressInset),
+                 at.y + Zoomed(progressBar_.Hidden() ? kCountdownTop : kCountdownBelow));
 }
 
 void MenuScreen::StopDefault() {
-  if (countdown_.GetParent() != this) return;
+  if (!showsCountdown_) return;
+  showsCountdown_ = false;
   default_.Stop();
-  Remove(&countdown_);
+  ShowTexts();
+  Redraw();
 }
 
 void MenuScreen::CountDown() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "launcher/default_start.h"
+#include "launcher/look_keys.h"
 #include "launcher/menu_session.h"
 #include "launcher/menu_widgets.h"
 #include "launcher/progress.h"
@@ -50,6 +51,11 @@ class MenuScreen final : public Dialog {
   void UpdateCurrent();
   void Choose(const MenuItem& item);
   void SetUpProgress();
+  void PlaceProgress();
+  void ShowTexts();
+  void ChangeLook(LookStep step);
+  // Widgets take over the new skin and the new layout; what was selected and in view stays so.
+  void FollowLook();
   void UpdateProgress();
   bool WaitFor(const MenuItem& item);
   void LookForMouse();
@@ -76,10 +82,11 @@ class MenuScreen final : public Dialog {
   IconCache icons_;
   int writeError_ = 0;
   Accelerator helpKey_;
+  LookKeys lookKeys_;
   TypeAhead typeAhead_{WideText};
   std::int64_t ticks_ = 0;
   DefaultStart default_;
-  ScreenLabel countdown_{&MenuLook::keyHelp};
+  bool showsCountdown_ = false;
   unsigned releases_ = 0;      // of all keys, when the countdown began
   bool mouseAppears_ = false;  // its next move is nobody's
 };

@@ -27,6 +27,7 @@ class MenuSession {
   // entry is current, but launcherState is as it was. The entries have no hints yet.
   void Open(const char* menuFile);
   void ReadHints() { configuration_.ReadHints(); }
+  void ReadScreenAgain() { configuration_.ReadScreenAgain(); }
 
   const MenuConfig& Config() const { return configuration_; }
   const MenuLevel& Level() const { return *configuration_.levels.back(); }

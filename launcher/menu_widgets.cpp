@@ -1,6 +1,7 @@
 #include "launcher/menu_widgets.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <utility>
 #include <vector>
@@ -382,6 +383,13 @@ void HintPanel::ShowHint(const MenuEntry* entry, const Font& font) {
   // Only a long one has a bar beside it.
   if (height > view_.h() - 2 * y) lines = Wrapped(hint, font, room - view_.BarThickness(), true);
   view_.SetLines(std::move(lines));
+}
+
+void HintPanel::WrapAgain(const MenuEntry* entry, const Font& font) {
+  const auto lines = [this] { return std::max<std::size_t>(1, view_.Lines().size()); };
+  const double before = 1.0 * view_.FirstLine() / static_cast<double>(lines());
+  ShowHint(entry, font);
+  view_.ShowLine(static_cast<int>(std::lround(before * static_cast<double>(lines()))));
 }
 
 void ScreenLabel::Show(const ScreenText& text) {

@@ -179,6 +179,8 @@ class HintPanel final : public TitledPanel {
 
   // Shows an entry's hint, wrapped with a font; null shows none.
   void ShowHint(const MenuEntry* entry, const Font& font);
+  // The same hint, wrapped anew, with the same part of it in view.
+  void WrapAgain(const MenuEntry* entry, const Font& font);
 
  private:
   // The skin says how far the text is from the panel's edges.

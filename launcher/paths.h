@@ -14,6 +14,8 @@ struct Paths {
   const char* progressFile = "/tmp/progress";          // written by other programs
   const char* outputFile = "/root/output.txt";         // the chosen item's string
   const char* positionFile = "/tmp/menupos.txt";       // the way through the submenus
+  const char* lookFile = "/tmp/menulook.txt";          // the look that was chosen last
+  const char* kernelCommandLine = "/proc/cmdline";
 };
 
 inline Paths paths;

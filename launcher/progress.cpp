@@ -48,7 +48,11 @@ BitmapPtr NewBitmap(int depth, int width, int height) {
 
 }  // namespace
 
-StepBar::StepBar() : picture_{LoadArt(kPicture, CurrentZoom())} {
+StepBar::StepBar() { ReadPicture(); }
+
+void StepBar::ReadPicture() {
+  run_.reset();
+  picture_ = LoadArt(kPicture, CurrentZoom());
   if (!picture_) return;
   run_ = NewBitmap(bitmap_color_depth(picture_.get()), picture_->w + kCopies - 1, picture_->h);
   for (int x = 0; run_ && x < kCopies; ++x) draw_sprite(run_.get(), picture_.get(), x, 0);

@@ -15,6 +15,8 @@ class StepBar final : public ProgressBar {
 
   // Repaints only what changes.
   void ShowSteps(int done, int all);
+  // The picture at the zoom that holds now.
+  void ReadPicture();
 
  private:
   int FillEnd() const;

@@ -51,6 +51,7 @@ int DeleteOutputFile() {
 void DeleteTemporaryFiles() {
   RemoveTemporaryFiles(paths.outputFile);
   RemoveTemporaryFiles(paths.positionFile);
+  RemoveTemporaryFiles(paths.lookFile);
 }
 
 int WriteResultFiles(const MenuConfig& config) {

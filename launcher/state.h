@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "launcher/layout.h"
+#include "launcher/looks.h"
 #include "toolkit/base/text.h"
 #include "toolkit/draw/color.h"
 
@@ -21,9 +22,10 @@ struct LauncherState {
   std::int32_t exitCode = 0;            // of the current item; what the process returns
   FixedText<256> outputString;          // of the current item
   ScreenLayout layout;                  // of the screen there is
-  bool mousePending = false;            // no mouse driver yet: its server was not running at start
-  int heldMouse = -1;                   // a descriptor of the removed mouse's device, or -1
-  char savedDirectory[260] = {};        // the working directory at start, in raw bytes
+  Looks looks;
+  bool mousePending = false;      // no mouse driver yet: its server was not running at start
+  int heldMouse = -1;             // a descriptor of the removed mouse's device, or -1
+  char savedDirectory[260] = {};  // the working directory at start, in raw bytes
 };
 
 inline LauncherState launcherState;

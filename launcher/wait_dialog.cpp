@@ -81,15 +81,30 @@ void WaitDialog::SetUpControls() {
   accelerator_.Setup(KEY_C, KB_ALT_FLAG, nullptr);
   Add(&accelerator_);
   Add(&openingKey_);
+  Add(&lookKeys_);
 }
 
 void WaitDialog::SetUpClock() {
   if (wait_.HasTimeout()) return;
-  busyBar_.Setup(units_.X(kBusyBar.x), units_.Y(kBusyBar.y), units_.X(kBusyBar.w),
-                 units_.Y(kBusyBar.h), 0, 0, kHorizontal);
+  PlaceBusyBar();
   Add(&busyBar_);
   // It lies where the bar is.
   countdown_->Hide();
+}
+
+void WaitDialog::PlaceBusyBar() {
+  busyBar_.Setup(units_.X(kBusyBar.x), units_.Y(kBusyBar.y), units_.X(kBusyBar.w),
+                 units_.Y(kBusyBar.h), 0, 0, kHorizontal);
+}
+
+void WaitDialog::Fit() {
+  units_ = UnitsOf(GetFont(kNormal));
+  form_.Place(*this, units_);
+  auto& message = *static_cast<Label*>(form_.Find(kMessageId));
+  message.SetMultiline(false);
+  FitMessage(message);
+  if (!wait_.HasTimeout()) PlaceBusyBar();
+  Centre();
 }
 
 bool WaitDialog::Check() {
@@ -126,6 +141,8 @@ void WaitDialog::MsgInitSkin() {
   Window::MsgInitSkin();
   countdown_->SetFont(kCountdownFont, kNormal);
   countdown_->SetFontColor(darkblue, gray, kNormal);
+  const DialogUnits units = UnitsOf(GetFont(kNormal));
+  if (units.fontHeight != units_.fontHeight || units.horizontal != units_.horizontal) Fit();
   if (!skin) return;
   const MenuLook& look = skin->menu;
   const Color ground = look.countdownGround;

@@ -3,6 +3,7 @@
 
 #include "launcher/held_key.h"
 #include "launcher/item_wait.h"
+#include "launcher/look_keys.h"
 #include "launcher/progress.h"
 #include "toolkit/base/timers.h"
 #include "toolkit/widgets/accelerator.h"
@@ -47,6 +48,9 @@ class WaitDialog final : public Window {
   void SetUpControls();
   void FitMessage(Label& message);
   void SetUpClock();
+  void PlaceBusyBar();
+  // To the font of another look.
+  void Fit();
 
   DialogUnits units_;
   Button* cancelButton_ = nullptr;
@@ -58,6 +62,7 @@ class WaitDialog final : public Window {
   BusyBar busyBar_;
   DialogTemplate form_;
   OpeningKey openingKey_;
+  LookKeys lookKeys_;
 };
 
 }  // namespace zel

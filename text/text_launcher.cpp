@@ -25,7 +25,6 @@ namespace zel {
 namespace {
 
 constexpr const char* kProgram = "zel-text";
-constexpr const char* kSettingsFile = "zel.cfg";
 constexpr int kUsageStatus = 2;
 
 enum class Face { kScreen, kPlain, kSpoken };
@@ -90,7 +89,7 @@ int RunTextLauncher(int argc, char** argv) {
   LimitLauncher();
   if (!IsRoot()) return EXIT_SUCCESS;
   if (const int status = BeginRun(kProgram)) return status;
-  settings.Load(kSettingsFile);
+  settings.Load(paths.settings);
   std::setlocale(LC_CTYPE, "");
   // What is spoken, or read with fingers, needs no font.
   if (options.face != Face::kSpoken) {

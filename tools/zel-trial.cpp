@@ -23,6 +23,7 @@ constexpr Place kPlaces[] = {
     {&zel::Paths::outputFile, "root/output.txt"},
     {&zel::Paths::mouseServerPid, "run/gpm.pid"},
     {&zel::Paths::positionFile, "tmp/menupos.txt"},
+    {&zel::Paths::lookFile, "tmp/menulook.txt"},
     {&zel::Paths::progressFile, "tmp/progress"},
 };
 std::string places[std::size(kPlaces)];  // what the paths point into

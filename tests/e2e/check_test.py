@@ -12,8 +12,9 @@ MISTAKES = {
     "zel.cfg": [
         ("colorDepth", "colourDepth", "zel.cfg: [Toolkit] colourDepth: nobody reads this key"),
         ("[Toolkit]", "vsync = 1\n[Toolkit]", "zel.cfg: vsync: nobody reads this key"),
+        ("skin/light", "skin/lite", "zel.cfg: [Toolkit] looks: there is no file skin/lite.skin"),
         ("fullscreen = 1", "yield = 1\nYield = 0", "zel.cfg: [Toolkit] Yield: stands there twice; the first counts"),
-        ("zel.skin", "zel.skin\n[Mouse]\nmouseSpeed = 2", "zel.cfg: [Mouse]: nobody reads this section"),
+        ("= skin/zel.skin\n", "= skin/zel.skin\n[Mouse]\nmouseSpeed = 2", "zel.cfg: [Mouse]: nobody reads this section"),
     ],
     "menu.cfg": [
         ("LinesNumber = 16", "LinesNumber = 15", "menu.cfg: [LINE16]: never shown: LinesNumber is 15"),

@@ -62,9 +62,9 @@ class MenuScreenTest : public LauncherFixture {
   // pressed (+) and let go of (-) until the next tick tells it.
   std::string Play(const std::string& script) {
     const std::map<std::string, int> keys = {
-        {"down", KEY_DOWN},     {"up", KEY_UP},       {"home", KEY_HOME},
-        {"pad", KEY_ENTER_PAD}, {"enter", KEY_ENTER}, {"space", KEY_SPACE},
-        {"tab", KEY_TAB},       {"escape", KEY_ESC},  {"f1", KEY_F1}};
+        {"down", KEY_DOWN},   {"up", KEY_UP},       {"home", KEY_HOME}, {"pad", KEY_ENTER_PAD},
+        {"enter", KEY_ENTER}, {"space", KEY_SPACE}, {"tab", KEY_TAB},   {"escape", KEY_ESC},
+        {"f1", KEY_F1},       {"f2", KEY_F2},       {"f3", KEY_F3},     {"f4", KEY_F4}};
     std::istringstream words{script};
     for (std::string word; words >> word;)
       if (word.find_first_not_of("0123456789,-") == std::string::npos)
@@ -267,6 +267,50 @@ TEST_F(MenuScreenTest, ADefaultIsChosenByItselfWhereNobodyIsThere) {
     Start(position);
     EXPECT_EQ(Play(script), where) << keys << ' ' << script;
   }
+}
+
+TEST_F(MenuScreenTest, LooksAndSizesChangeAtOnceEverywhereAndAreKept) {
+  WriteFile("menu.cfg",
+            "[MENU_CONFIGURATION]\nHeading=Head\n[MENU_CONFIGURATION_120x80]\n"
+            "HeadingLeft=4\nHeadingTop=2\nMenuLeft=4\nMenuTop=16\nMenuWidth=70\n"
+            "MenuHeight=36\nHintLeft=76\nHintTop=16\nHintWidth=40\nHintHeight=36\n" +
+                kMain + "WaitForFile=missing\nIcon=icon.bmp\nHintSection=a\n");
+  save_bitmap("icon.bmp", Paint({"ggg", "b.b", "ggg"}).get(), nullptr);
+  WriteFile("blue.skin", "[Skin]\n[COLORS]\nface=0,0,255\nfontface=255,255,255\n");
+  WriteFile("junk.skin", "face");
+  const auto begin = [] {
+    settings.looks.Assign("none.skin, blue.skin, junk.skin, default");
+    settings.skinPath.Assign("default");
+    settings.zoom = kZoomToFit;
+    launcherState.looks.Begin();
+    launcherState.layout = launcherState.looks.Fit();
+    return settings.skinPath.c_str() + (' ' + std::to_string(CurrentZoom()));
+  };
+  EXPECT_EQ(begin(), "default 2.000000");
+  CurrentSkin()->Reload();
+  Play("5");
+  const int first = screen_->List().GetFirst();
+  EXPECT_EQ(Play("f4"), "1/5/0") << "there is no room for more";
+  EXPECT_FALSE(std::filesystem::exists("menulook.txt"));
+  ExpectShown("menu_screen_in_blue", "f2");
+  int slept = 0;
+  timers_.onSleep = [&] {
+    if (++slept == 1) ExpectShown("menu_screen_waiting", "");
+    if (slept == 3) ExpectShown("menu_screen_waiting_smaller", "");
+    TypeKey(slept == 4 ? 27 : 0, slept == 2 ? KEY_F3 : slept == 4 ? KEY_ESC : 0);
+    timers_.Tick(1);
+  };
+  EXPECT_EQ(Play("enter"), "1/5/0");
+  EXPECT_EQ(screen_->List().GetFirst(), first);
+  EXPECT_EQ(ReadFile("menulook.txt"),
+            "[Look]\ncommandLine =  \nskin = blue.skin\nzoom = 1.750000\n");
+  EXPECT_EQ(begin(), "blue.skin 1.750000");
+  WriteFile("cmdline", "quiet zel.look=junk zel.look=blue zel.zoom=1.3\n");
+  EXPECT_EQ(begin(), "blue.skin 1.300000");
+  ExpectShown("menu_screen_as_before", "f2 f4 f4 f4 f4");
+  EXPECT_EQ(begin(), "default 2.000000");
+  WriteFile("cmdline", "zel.look=none zel.zoom=nan");
+  EXPECT_EQ(begin(), "default 2.000000");
 }
 
 // Menus of different heights, whose lists have other pages than the one shown before.

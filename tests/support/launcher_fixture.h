@@ -21,7 +21,9 @@ class InLauncherDirectory : public Base {
              .catalogues = "/nowhere",
              .progressFile = "progress",
              .outputFile = "output.txt",
-             .positionFile = "menupos.txt"};
+             .positionFile = "menupos.txt",
+             .lookFile = "menulook.txt",
+             .kernelCommandLine = "cmdline"};
   }
   ~InLauncherDirectory() override {
     paths = {};

@@ -181,11 +181,12 @@ Error LoadCurrentSkin() {
 
 }  // namespace
 
-Error InstallToolkit(const char* configFile, void (*ready)()) {
+Error InstallToolkit(const char* configFile, void (*ready)(), void (*settled)()) {
   if (!InstallAllegro()) return kAllegroError;
   HoldConsoleSwitches();
   process.Begin();
   settings.Load(configFile);
+  if (settled) settled();
   SetZoom(settings.zoom);
   if (configFile) TakeFramebuffer();
   const Error mode = ChangeScreenMode(settings.gfxMode, settings.fullscreen, settings.screenWidth,

@@ -10,7 +10,9 @@ class Dialog;
 // Installs Allegro (once), reads the settings from `configFile` (when not null), sets the graphics
 // mode, installs keyboard, timer and mouse, calls `ready` (when not null), starts the font engine
 // and loads the current skin. May be called again after a failure, with other settings and no file.
-Error InstallToolkit(const char* configFile, void (*ready)() = nullptr);
+// `settled` (when not null) is called once the settings are read, and may change them.
+Error InstallToolkit(const char* configFile, void (*ready)() = nullptr,
+                     void (*settled)() = nullptr);
 
 // Sets a graphics mode and makes everything follow it: settings, named colours and, when `root` is
 // given, the screen update, the skin and the widgets. `card` is an Allegro driver id. When neither

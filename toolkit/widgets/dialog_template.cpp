@@ -132,6 +132,15 @@ void DialogTemplate::Build(Dialog& dialog, DialogUnits& units, TextLookup text) 
   }
 }
 
+void DialogTemplate::Place(Dialog& dialog, const DialogUnits& units) const {
+  for (const ControlRecord& record : records_) {
+    if (record.type == kControlSize) dialog.Resize(units.X(record.width), units.Y(record.height));
+    if (record.control == 0) continue;
+    controls_[static_cast<std::size_t>(record.control) - 1]->Shape(
+        units.X(record.x), units.Y(record.y), units.X(record.width), units.Y(record.height));
+  }
+}
+
 Widget* DialogTemplate::Find(int id) const {
   const auto record = std::find_if(records_.begin(), records_.end(),
                                    [id](const ControlRecord& r) { return r.id == id; });

@@ -69,6 +69,8 @@ class DialogTemplate {
   // Makes a control for each record, adds it to the dialog, and gives the dialog its size. Called
   // once.
   void Build(Dialog& dialog, DialogUnits& units, TextLookup text);
+  // Gives the dialog and the controls the places that they have in other units.
+  void Place(Dialog& dialog, const DialogUnits& units) const;
   // The control of the first record with that id; null when there is none.
   Widget* Find(int id) const;
 

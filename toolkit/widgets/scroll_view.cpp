@@ -227,6 +227,12 @@ void TextView::MsgLostFocus() {
   TakeFocusLook();
 }
 
+int TextView::FirstLine() const { return scrollY / std::max(1, GetFont(LookState()).TextHeight()); }
+
+void TextView::ShowLine(int line) {
+  ScrollTo(scrollX, line * GetFont(LookState()).TextHeight(), 1, VisibleHeight());
+}
+
 void TextView::TakeFocusLook() {
   // A long text is not measured without need.
   if (fontIndex[kFocused] != fontIndex[kNormal]) UpdateContentSize();

@@ -119,6 +119,9 @@ class TextView : public ScrollView {
   // Adds lines below those that are there, empty ones too, and stays where it is. Tabs are kept.
   void AppendLines(std::vector<std::string> more);
   const std::vector<std::string>& Lines() const { return lines; }
+  // The line at the top, and bringing one there as far as there are lines below it.
+  int FirstLine() const;
+  void ShowLine(int line);
 
  protected:
   void UpdateContentSize();

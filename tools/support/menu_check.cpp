@@ -402,6 +402,11 @@ void CheckMenu(Walk& walk, const std::string& file) {
   if (walk.menu.Depth() > 1) walk.menu.Read(nullptr);
 }
 
+void CheckLooks(const Place& place) {
+  for (const std::string& look : ListParts(settings.looks))
+    if (look != "default" && !FileExists(look.c_str())) place.Report("there is no file " + look);
+}
+
 void CheckSetting(const std::string& section, const SectionFile::Entry& entry) {
   const Place place{kSettingsFile, section, entry.name};
   const bool isText =
@@ -411,6 +416,8 @@ void CheckSetting(const std::string& section, const SectionFile::Entry& entry) {
     ReportUnread(place, entry.name);
   else if (Lower(entry.name) == "zoom" && Lower(entry.value) != "auto")
     CheckZoom(place, entry.value);
+  else if (Lower(entry.name) == "looks")
+    CheckLooks(place);
   else if (!isText)
     CheckNumber(place, entry.value);
 }
