@@ -9,6 +9,7 @@
 #include <cwctype>
 
 #include "toolkit/base/allegro.h"
+#include "toolkit/base/text.h"
 
 namespace zel {
 namespace {
@@ -86,6 +87,12 @@ void Append(std::wstring& shown, wchar_t letter) {
 
 int ColumnsOf(wchar_t letter) { return std::max(0, wcwidth(letter)); }
 
+// Whether a line may end before the letter there, which is not the first.
+bool MayEndBefore(const std::wstring& text, std::size_t at) {
+  return text[at] == L' ' ||
+         MayBreakBetween(static_cast<int>(text[at - 1]), static_cast<int>(text[at]));
+}
+
 }  // namespace
 
 void KeepToFontOf(int terminal) {
@@ -135,9 +142,10 @@ std::vector<std::wstring> Wrapped(const std::wstring& text, int columns) {
     std::size_t length = std::max<std::size_t>(
         1, CutToColumns(text.substr(start, static_cast<std::size_t>(std::max(columns, 1))), columns)
                .size());
-    if (start + length < text.size() && text[start + length] != L' ') {
-      const std::size_t space = text.substr(start, length).rfind(L' ');
-      if (space != std::wstring::npos) length = space;
+    if (start + length < text.size()) {
+      std::size_t end = length;
+      while (end > 0 && !MayEndBefore(text, start + end)) --end;
+      if (end > 0) length = end;
     }
     std::wstring line = text.substr(start, length);
     line.erase(line.find_last_not_of(L' ') + 1);
