@@ -4,8 +4,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <climits>
-#include <cwchar>
 #include <string>
 #include <vector>
 
@@ -13,7 +11,7 @@
 #include "launcher/item_wait.h"
 #include "launcher/progress_file.h"
 #include "launcher/texts.h"
-#include "launcher/type_ahead.h"
+#include "text/movement.h"
 #include "text/repeated_key.h"
 #include "text/screen.h"
 #include "text/terminal.h"
@@ -30,7 +28,7 @@ constexpr int kMostBarColumns = 50;
 constexpr std::int64_t kBusyStep = 500;  // milliseconds
 constexpr wchar_t kBusySigns[] = L"|/-\\";
 
-constexpr int kCtrlC = 3, kTab = 9, kCtrlL = 12, kCtrlN = 14, kCtrlP = 16, kEscape = 27;
+constexpr int kCtrlC = 3, kTab = 9, kCtrlL = 12, kEscape = 27;
 // Beside the codes of keys.
 constexpr int kGone = -2, kResized = -3;
 
@@ -72,11 +70,10 @@ class FullScreen {
 
   void Handle(int key);
   bool ScrollHint(int key);
-  void MoveTo(int target, int direction);
+  void MoveTo(int index);
   void CountDown();
   void Choose();
   void ShowHelp();
-  void TakeByte(int key);
   void Show(const std::vector<std::wstring>& lines);
   bool WaitFor(const MenuItem& item);
   void DrawWait(const ItemWait& wait, std::size_t busy);
@@ -88,8 +85,7 @@ class FullScreen {
   int hintCount_ = 0;                 // all of them
   int cursorRow_ = 0, cursorColumn_ = 0;
   bool isInHint_ = false;
-  TypeAhead typeAhead_{Shown};
-  std::mbstate_t letterState_{};
+  Movement movement_;
   RepeatedKey repeated_{Milliseconds()};
   DefaultStart default_;
   ProgressFile progressFile_;
@@ -258,18 +254,10 @@ void FullScreen::Put() {
   cursorColumn_ = isInHint ? 0 : std::min(kMarkColumns, Screen::Columns() - 1);
 }
 
-// The entry at the target, else the next one in that direction that is no separator, else the one
-// before it.
-void FullScreen::MoveTo(int target, int direction) {
-  const int last = session_.Count() - 1;
-  target = std::clamp(target, 0, std::max(last, 0));
-  const auto isFree = [this](int index) { return !(session_.Entry(index).flags & kItemSeparator); };
-  for (const int step : {direction, -direction})
-    for (int index = target; 0 <= index && index <= last; index += step)
-      if (isFree(index)) {
-        if (index != session_.Current()) hintFirst_ = 0;
-        return session_.Select(index);
-      }
+void FullScreen::MoveTo(int index) {
+  if (index < 0) return;
+  if (index != session_.Current()) hintFirst_ = 0;
+  session_.Select(index);
 }
 
 bool FullScreen::ScrollHint(int key) {
@@ -299,22 +287,7 @@ bool FullScreen::ScrollHint(int key) {
 
 void FullScreen::Handle(int key) {
   if (isInHint_ && ScrollHint(key)) return;
-  const int current = session_.Current();
   switch (key) {
-    case kKeyDown:
-    case kCtrlN:
-      return MoveTo(current + 1, 1);
-    case kKeyUp:
-    case kCtrlP:
-      return MoveTo(current - 1, -1);
-    case kKeyPageDown:
-      return MoveTo(current + page_, 1);
-    case kKeyPageUp:
-      return MoveTo(current - page_, -1);
-    case kKeyHome:
-      return MoveTo(0, 1);
-    case kKeyEnd:
-      return MoveTo(session_.Count() - 1, -1);
     case '\r':
     case '\n':
     case ' ':
@@ -329,7 +302,7 @@ void FullScreen::Handle(int key) {
     case kKeyHelp:
       return ShowHelp();
     default:
-      return TakeByte(key);
+      return MoveTo(movement_.Target(session_, key, page_));
   }
 }
 
@@ -366,20 +339,6 @@ void FullScreen::ShowHelp() {
        {kMoveText, kChooseText, kTypeText, kScrollText, kDrawAgainText, kLeaveText})
     if (text != kTypeText || settings.typeAhead) lines.push_back(Shown(Text(text)));
   Show(lines);
-}
-
-// A letter may be several bytes.
-void FullScreen::TakeByte(int key) {
-  if (!settings.typeAhead || key < 0 || key > UCHAR_MAX) return;
-  const char byte = static_cast<char>(key);
-  wchar_t letter = 0;
-  const std::size_t count = std::mbrtowc(&letter, &byte, 1, &letterState_);
-  if (count == static_cast<std::size_t>(-1)) letterState_ = {};
-  if (count != 1) return;
-  const int index = typeAhead_.Find(session_, static_cast<int>(letter), Milliseconds());
-  if (index < 0) return;
-  if (index != session_.Current()) hintFirst_ = 0;
-  session_.Select(index);
 }
 
 // Until a key is pressed.

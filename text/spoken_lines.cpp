@@ -4,8 +4,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <climits>
-#include <cwchar>
 #include <string>
 #include <vector>
 
@@ -13,7 +11,7 @@
 #include "launcher/item_wait.h"
 #include "launcher/progress_file.h"
 #include "launcher/texts.h"
-#include "launcher/type_ahead.h"
+#include "text/movement.h"
 #include "text/repeated_key.h"
 #include "text/screen.h"
 #include "text/terminal.h"
@@ -33,7 +31,7 @@ constexpr int kPage = 5;  // entries
 constexpr std::int64_t kRestDelay = 300;
 constexpr std::int64_t kProgressPause = 10000;  // milliseconds between two lines that say how far
 constexpr int kCountdownStep = 10;              // seconds
-constexpr int kCtrlC = 3, kTab = 9, kCtrlL = 12, kCtrlN = 14, kCtrlP = 16, kEscape = 27;
+constexpr int kCtrlC = 3, kTab = 9, kCtrlL = 12, kEscape = 27;
 constexpr int kGone = -2;  // beside the codes of keys
 
 using Lines = std::vector<std::wstring>;
@@ -81,8 +79,7 @@ class SpokenLines {
   int PollPeriod() const { return std::max(progress_.PollPeriod(), kShortestPoll); }
   int ReadKey(std::int64_t until);
   void Handle(int key);
-  void MoveTo(int target, int direction);
-  void TakeByte(int key);
+  void MoveTo(int index);
   void Choose();
   bool WaitFor(const MenuItem& item);
 
@@ -112,8 +109,7 @@ class SpokenLines {
 
   MenuSession& session_;
   TypedKeys typed_;
-  TypeAhead typeAhead_{Shown};
-  std::mbstate_t letterState_{};
+  Movement movement_;
   RepeatedKey repeated_{Milliseconds()};
   std::string written_;
   std::wstring heading_;     // that was told
@@ -263,37 +259,14 @@ void SpokenLines::CountDown() {
   if (default_.Seconds() % kCountdownStep == 0 && restAt_ == 0) PutBelow({DefaultText()});
 }
 
-// The entry at the target, else the next one in that direction that is no separator, else the one
-// before it.
-void SpokenLines::MoveTo(int target, int direction) {
-  const int last = session_.Count() - 1;
-  target = std::clamp(target, 0, std::max(last, 0));
-  const auto isFree = [this](int index) { return !(session_.Entry(index).flags & kItemSeparator); };
-  for (const int step : {direction, -direction})
-    for (int index = target; 0 <= index && index <= last; index += step)
-      if (isFree(index)) {
-        session_.Select(index);
-        return TellEntry();
-      }
+void SpokenLines::MoveTo(int index) {
+  if (index < 0) return;
+  session_.Select(index);
+  TellEntry();
 }
 
 void SpokenLines::Handle(int key) {
-  const int current = session_.Current();
   switch (key) {
-    case kKeyDown:
-    case kCtrlN:
-      return MoveTo(current + 1, 1);
-    case kKeyUp:
-    case kCtrlP:
-      return MoveTo(current - 1, -1);
-    case kKeyPageDown:
-      return MoveTo(current + kPage, 1);
-    case kKeyPageUp:
-      return MoveTo(current - kPage, -1);
-    case kKeyHome:
-      return MoveTo(0, 1);
-    case kKeyEnd:
-      return MoveTo(session_.Count() - 1, -1);
     case '\r':
     case '\n':
     case ' ':
@@ -306,20 +279,8 @@ void SpokenLines::Handle(int key) {
     case kEscape:
       return TellEntry();
     default:
-      return TakeByte(key);
+      return MoveTo(movement_.Target(session_, key, kPage));
   }
-}
-
-// A letter may be several bytes.
-void SpokenLines::TakeByte(int key) {
-  if (!settings.typeAhead || key < 0 || key > UCHAR_MAX) return;
-  const char byte = static_cast<char>(key);
-  wchar_t letter = 0;
-  const std::size_t count = std::mbrtowc(&letter, &byte, 1, &letterState_);
-  if (count == static_cast<std::size_t>(-1)) letterState_ = {};
-  if (count != 1) return;
-  const int index = typeAhead_.Find(session_, static_cast<int>(letter), Milliseconds());
-  if (index >= 0) MoveTo(index, 1);
 }
 
 void SpokenLines::Choose() {
