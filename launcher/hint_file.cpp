@@ -12,8 +12,7 @@
 namespace zel {
 namespace {
 
-constexpr std::size_t kLineBytes = 2047;  // a longer line is cut
-constexpr int kRoom = 4095;               // what joined pieces may fill
+constexpr int kRoom = 4095;  // what joined pieces may fill
 
 bool IsEndLine(const std::string& line) {
   constexpr char kEnd[] = "[END:";
@@ -65,7 +64,7 @@ HintFile::HintFile(const char* fileName) {
   const std::string text = InTextFormat(ReadWhole(fileName).c_str());  // a zero byte ends it
   for (std::size_t start = 0; start < text.size();) {
     const std::string whole{NextLine(text, start)};
-    std::string line = CutToBytes(Trimmed(whole.c_str()).c_str(), kLineBytes);
+    std::string line = CutToBytes(Trimmed(whole.c_str()).c_str(), kHintLineBytes);
     if (!line.empty() && line.front() == '[') firstLine_.emplace(line, lines_.size());
     lines_.push_back(std::move(line));
   }
@@ -84,11 +83,13 @@ std::string HintFile::Fill(const char* section) const {
 
 std::vector<HintFile::Section> HintFile::Sections() const {
   std::vector<Section> sections;
+  int number = 0;
   for (const std::string& line : lines_) {
+    ++number;
     if (IsEndLine(line)) {
       if (!sections.empty()) sections.back().isClosed = true;
     } else if (line.size() > 2 && line.front() == '[' && line.back() == ']') {
-      sections.push_back({line.substr(1, line.size() - 2), false});
+      sections.push_back({line.substr(1, line.size() - 2), false, number});
     }
   }
   return sections;

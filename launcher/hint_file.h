@@ -1,11 +1,14 @@
 // Explanations of menu items.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 namespace zel {
+
+inline constexpr std::size_t kHintLineBytes = 2047;  // a longer line is cut
 
 // A hint file, read once for all items of a menu. Its sections begin with a line "[name]" and end
 // with a line that begins with "[end:"; lines outside sections say nothing.
@@ -22,6 +25,7 @@ class HintFile {
   struct Section {
     std::string name;
     bool isClosed;  // by an end line, before the next section
+    int line;       // where it begins, from 1
   };
   std::vector<Section> Sections() const;  // in file order
 

@@ -21,26 +21,19 @@
 namespace zel {
 namespace {
 
-// How the texts of a language are written: a code page of Allegro's, or null for UTF-8.
-using CodePage = const unsigned short* (*)();
 constexpr CodePage kUnicode = nullptr;
+constexpr const char* kWestern = "ISO-8859-15";
 
-struct LanguageRow {
-  const char* code;
-  Language language;
-  const char* catalogue;  // gettext takes "ru" where there is no "ru_RU"
-  CodePage codePage;
-};
 constexpr LanguageRow kLanguages[] = {
-    {"en", kEnglish, "en", WesternCodePage},
-    {"ru", kRussian, "ru_RU", RussianCodePage},
-    {"de", kGerman, "de_DE", WesternCodePage},
-    {"fr", kFrench, "fr_FR", WesternCodePage},
-    {"pl", kPolish, "pl_PL", CentralEuropeanCodePage},
-    {"es", kSpanish, "es_ES", WesternCodePage},
-    {"it", kItalian, "it_IT", WesternCodePage},
-    {"cn", kChinese, "zh_CN", kUnicode},
-    {"ja", kJapanese, "ja_JP", kUnicode},
+    {"en", kEnglish, "en", WesternCodePage, kWestern},
+    {"ru", kRussian, "ru_RU", RussianCodePage, "KOI8-R"},
+    {"de", kGerman, "de_DE", WesternCodePage, kWestern},
+    {"fr", kFrench, "fr_FR", WesternCodePage, kWestern},
+    {"pl", kPolish, "pl_PL", CentralEuropeanCodePage, "WINDOWS-1250"},
+    {"es", kSpanish, "es_ES", WesternCodePage, kWestern},
+    {"it", kItalian, "it_IT", WesternCodePage, kWestern},
+    {"cn", kChinese, "zh_CN", kUnicode, "UTF-8"},
+    {"ja", kJapanese, "ja_JP", kUnicode, "UTF-8"},
 };
 
 constexpr std::string_view kWhite = " \t\v\f";
@@ -122,6 +115,8 @@ void UseEnglish() {
   launcherState.isInEnglish = true;
   SetTextLanguage(kLanguages[0].catalogue);
 }
+
+std::span<const LanguageRow> Languages() { return kLanguages; }
 
 void SetupEncoding() {
   const LanguageRow& language = ReadLanguage();

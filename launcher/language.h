@@ -1,6 +1,7 @@
 // The language of the interface, chosen by the rescue system and not by the process's environment.
 #pragma once
 
+#include <span>
 #include <string>
 
 namespace zel {
@@ -16,6 +17,18 @@ enum Language : int {
   kChinese,
   kJapanese,
 };
+
+// How the texts of a language are written: a code page of Allegro's, or null for UTF-8.
+using CodePage = const unsigned short* (*)();
+
+struct LanguageRow {
+  const char* code;  // in the language file, and what menu keys of the language end with
+  Language language;
+  const char* catalogue;  // gettext takes "ru" where there is no "ru_RU"
+  CodePage codePage;
+  const char* encoding;  // its name
+};
+std::span<const LanguageRow> Languages();
 
 // The language of the LANG line in the language file, read anew at every call; kEnglish when there
 // is none or it is not known. Keeps its code in launcherState.

@@ -14,6 +14,7 @@ constexpr int kFrameLeft = 22;
 constexpr int kFrameMargin = 33;
 constexpr int kTextLeft = 25;
 constexpr int kIconLeft = 3;
+constexpr int kMarkWidth = 8;  // of a submenu, to the right end
 constexpr int kSeparatorMargin = 15;
 
 constexpr int kBackText = 1515;
@@ -94,6 +95,13 @@ void MenuEntry::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {
     DrawItem(canvas, look);
 }
 
+int MenuEntry::TitleRoom(int rowWidth) const {
+  const bool hasMark = item_.flags & kItemSubmenu;
+  return rowWidth - Zoomed(kTextLeft) - (hasMark ? Zoomed(kMarkWidth) : 0);
+}
+
+Size MenuEntry::IconRoom(int rowHeight) { return {Zoomed(kTextLeft - kIconLeft), rowHeight}; }
+
 void MenuEntry::DrawSeparator(Bitmap& canvas) const {
   const int middle = canvas.Height() / 2;
   canvas.rectfill(Zoomed(kTextLeft), middle, canvas.Width() - Zoomed(kSeparatorMargin),
@@ -126,7 +134,7 @@ void MenuEntry::DrawItem(Bitmap& canvas, const TextLook& look) const {
   const int right = canvas.Width();
   const int middle = canvas.Height() / 2;
   Fill(canvas,
-       {right - Zoomed(8), middle - Zoomed(4), right - Zoomed(8), middle + Zoomed(4),
+       {right - Zoomed(kMarkWidth), middle - Zoomed(4), right - Zoomed(kMarkWidth), middle + Zoomed(4),
         right - Zoomed(3), middle},
        item_.color);
 }

@@ -392,6 +392,10 @@ void HintPanel::WrapAgain(const MenuEntry* entry, const Font& font) {
   view_.ShowLine(static_cast<int>(std::lround(before * static_cast<double>(lines()))));
 }
 
+int HintPanel::LineRoom() const {
+  return view_.VisibleHeight() - view_.GetFont(kNormal).TextHeight();
+}
+
 void ScreenLabel::Show(const ScreenText& text) {
   const Rect place = launcherState.layout.OnScreen({text.left, text.top, 0, 0});
   font_ = text.font;

@@ -49,6 +49,10 @@ class MenuEntry : public ListItem {
 
   const MenuItem& Item() const { return item_; }
   bool IsSeparator() const { return item_.flags & kItemSeparator; }
+  // How many pixels of a row of that width the title may take.
+  int TitleRoom(int rowWidth) const;
+  // How large a picture may be beside a title in rows of that height.
+  static Size IconRoom(int rowHeight);
 
  private:
   struct TextLook;
@@ -123,6 +127,8 @@ class TitledPanel : public Dialog {
   void MsgLostFocus() override;
 
   void SetTitle(const char* text);
+  // How many pixels wide the title may be.
+  int TitleRoom() const { return w() - 2 * horizontalMargin; }
 
  protected:
   int TitleHeight() const;
@@ -181,6 +187,8 @@ class HintPanel final : public TitledPanel {
   void ShowHint(const MenuEntry* entry, const Font& font);
   // The same hint, wrapped anew, with the same part of it in view.
   void WrapAgain(const MenuEntry* entry, const Font& font);
+  // How many pixels it is higher than one line needs.
+  int LineRoom() const;
 
  private:
   // The skin says how far the text is from the panel's edges.

@@ -111,6 +111,15 @@ bool Settings::IsKey(const char* name) {
   return IsIn(kKeys, name) || IsIn(kAdditions, name);
 }
 
+std::vector<Settings::KeyInfo> Settings::Keys() {
+  std::vector<KeyInfo> keys{{kSkinPath, KeyInfo::kText}, {kZoom, KeyInfo::kZoom}};
+  for (const Key& key : kKeys)
+    keys.push_back({key.name, key.kind == Kind::kInt    ? KeyInfo::kNumber
+                              : key.kind == Kind::kBool ? KeyInfo::kSwitch
+                                                        : KeyInfo::kDriver});
+  return keys;
+}
+
 void Settings::Load(const char* file) {
   if (!file) return;
   fileLoaded = true;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "toolkit/base/section_file.h"
 #include "toolkit/base/text.h"
@@ -72,6 +73,11 @@ class Settings {
   static constexpr const char* kUnicode = "unicode";
   // True for the name of a key, in any case.
   static bool IsKey(const char* name);
+  struct KeyInfo {
+    const char* name;
+    enum Kind { kText, kZoom, kNumber, kSwitch, kDriver } kind;
+  };
+  static std::vector<KeyInfo> Keys();
 
   // logicFrameRate brought to 1..1000, the rates that Allegro's timers can keep.
   int UsableFrameRate() const;

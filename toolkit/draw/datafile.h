@@ -32,6 +32,7 @@ class Datafile {
   // False when there is no such file, or it is damaged or holds a damaged picture. Called once.
   bool Load(const char* path);
 
+  const std::vector<Object>& Objects() const { return objects_; }
   // The first object of that name, whatever the case of its letters; null when there is none or it
   // is of another type.
   const Object* Find(const char* name, int type) const;

@@ -224,6 +224,40 @@ void ResetNumbers(Skin& skin) {
   for (const NumberKey& number : kNumbers) number.field(skin) = number.Shown(number.builtin);
 }
 
+std::vector<SkinKey> SkinKeys() {
+  std::vector<SkinKey> keys{{kSkin, "title", SkinKey::kText},
+                            {kSkin, "main_data", SkinKey::kFile},
+                            {kSkin, "cursors", SkinKey::kFile},
+                            {"BOX", "font1", SkinKey::kFont}};
+  for (const auto& [key, value] : kNamedColors) keys.push_back({"COLORS", key, SkinKey::kColor});
+  for (const NumberKey& number : kNumbers)
+    keys.push_back({number.section, number.key, SkinKey::kNumber});
+  for (const auto& [section, set] : kTextSections)
+    for (const TextKeys& state : kTextKeys) {
+      keys.push_back({section, state.font, SkinKey::kFont});
+      keys.push_back({section, state.fontColor, SkinKey::kColor});
+      keys.push_back({section, state.shadowColor, SkinKey::kColor});
+    }
+  for (const char* key : {"f_col1", "f_col2", "s_col1", "s_col2", "backColor"})
+    keys.push_back({"BOX", key, SkinKey::kColor});
+  for (const char* key : {"backColor", "borderColor"})
+    keys.push_back({"TOOLTIP", key, SkinKey::kColor});
+  for (int i = 0; i < Skin::kSkinFonts; ++i) {
+    keys.push_back({"FONT" + std::to_string(i), "file", SkinKey::kFile});
+    keys.push_back({"FONT" + std::to_string(i), "size", SkinKey::kNumber});
+  }
+  for (const char* name : kElementNames)
+    for (const char* number : {"_TCKX", "_TCKY"})
+      keys.push_back({"TILING", std::string{name} + number, SkinKey::kNumber});
+  for (const char* name : kCursorNames)
+    for (const char* number : {"_FCSX", "_FCSY", "_FRMS", "_FDUR"})
+      keys.push_back({"CURSOR", std::string{name} + number, SkinKey::kNumber});
+  keys.push_back({"MOUSE", "shadowColor", SkinKey::kColor});
+  for (const char* key : {"shadowSize", "shadowOffsetX", "shadowOffsetY"})
+    keys.push_back({"MOUSE", key, SkinKey::kNumber});
+  return keys;
+}
+
 Error ReadSkinFile(Skin& skin, const SectionFile& file, const char* path) {
   const char* data = SkinText(file, "main_data");
   if (data) {
