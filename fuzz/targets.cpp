@@ -38,7 +38,7 @@
 #include "toolkit/draw/screen_update.h"
 #include "toolkit/skin/skin.h"
 #include "toolkit/testing/offscreen.h"
-#include "tools/support/menu_check.h"
+#include "tools/checker/check.h"
 
 namespace zel {
 namespace {
@@ -261,8 +261,7 @@ void TryAnswers(const char* file) {
 
 void TryTree(const char* file) {
   Part(file, {"menu.cfg", "zel.cfg", "hints.txt"});
-  set_uformat(U_ASCII);
-  CheckMenuTree();
+  CheckTree();
 }
 
 constexpr std::size_t kText = 4096, kPicture = 4096;
@@ -291,7 +290,7 @@ constexpr FuzzTarget kTargets[] = {
     {"text", "a.txt", 2048, TryText, ""},
     {"answers", "files", kText / 2, TryAnswers, "launcher/menu_*.cpp"},
     {"tree", "files", 2 * kText, TryTree,
-     "tools/support/menu_check.cpp launcher/menu_*.cpp toolkit/base/settings.cpp"},
+     "tools/checker/*.cpp launcher/menu_*.cpp toolkit/base/settings.cpp"},
 };
 
 // A picture with two characters on a grid of marks.

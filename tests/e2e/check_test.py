@@ -1,86 +1,156 @@
-"""The checker of menu trees: silent about a good one, plain about each mistake."""
+"""The checker of menu trees: silent about good ones, and each mistake named once, in its place.
 
+The trees are copies of `checked`; `mistakes.txt` says what is changed in them, and what is said of it.
+"""
+
+import json
+import os
 import pathlib
+import random
+import re
 import shutil
+import struct
 import subprocess
 import tempfile
 import unittest
 
 from harness import BUILD, ROOT
 
-MISTAKES = {
-    "zel.cfg": [
-        ("colorDepth", "colourDepth", "zel.cfg: [Toolkit] colourDepth: nobody reads this key"),
-        ("[Toolkit]", "vsync = 1\n[Toolkit]", "zel.cfg: vsync: nobody reads this key"),
-        ("skin/light", "skin/lite", "zel.cfg: [Toolkit] looks: there is no file skin/lite.skin"),
-        ("fullscreen = 1", "yield = 1\nYield = 0", "zel.cfg: [Toolkit] Yield: stands there twice; the first counts"),
-        ("= skin/zel.skin\n", "= skin/zel.skin\n[Mouse]\nmouseSpeed = 2", "zel.cfg: [Mouse]: nobody reads this section"),
-    ],
-    "menu.cfg": [
-        ("LinesNumber = 16", "LinesNumber = 15", "menu.cfg: [LINE16]: never shown: LinesNumber is 15"),
-        ("MenuLeft = 32", "Default = 16\nMenuLeft = 32",
-         "menu.cfg: [MENU_CONFIGURATION] Default: no item of this number can be chosen"),
-        ("ExCode = 31", "ExCode = 08", 'menu.cfg: [LINE9] ExCode: "08" is no number'),
-        ("icons/memory.bmp", "icons/none.bmp", "menu.cfg: [LINE9] Icon: there is no file icons/none.bmp"),
-        ("icons/log.bmp", "hints.txt", "menu.cfg: [LINE12] Icon: hints.txt is no readable picture"),
-        ("Color = 20,84,40", "Color = 20,84", 'menu.cfg: [LINE11] Color: "20,84" is no colour of the form 255,255,255'),
-        ("HintSection = log", "HintSection = lag",
-         "menu.cfg: [LINE12] HintSection: hints.de.txt has no text for lag"),
-        ("ExCode = 40", "ExCode = 300", "menu.cfg: [LINE11] ExCode: scripts see the exit status 44"),
-        ("[LINE14]", "[LINE13]", "menu.cfg: [LINE13]: begins more than once; of each key the first counts"),
-        ("MenuWidth = 440", "MenuWidth = 800", "menu.cfg: the menu does not fit a screen of 800 x 600"),
-        ("HintWidth = 236", "HintTitle = Help",
-         "menu.cfg: [MENU_CONFIGURATION_640x480] HintTitle: nobody reads this key"),
-        ("ProgressX = 36", "ProgressX = 4294967356",
-         'menu.cfg: [MENU_CONFIGURATION_1024x768] ProgressX: "4294967356" is too large'),
-        ("[LINE3]", "[LINE 3]", "menu.cfg: [LINE2] [LINE: is no section head"),
-        ("Separator = 1\n\n[LINE8]", "Title.de = Mehr\n\n[LINE8]", "menu.cfg: [LINE7]: not shown in English"),
-        ("[LINE10]", "[LINE010]", "menu.cfg: [LINE010]: nobody reads this section"),
-    ],
-    "raid.cfg": [("Title.ja", "Title.jp", "raid.cfg: [LINE2] Title.ja: is missing in a language that other texts have")],
-    "language.cfg": [("中文", "中\u0378文", "language.cfg: [LINE8] Title: the font has no \u0378")],
-    "hints.txt": [("[end:log]", "[log]", "hints.txt: [log]: no item shows this text")],
-    "disks.cfg": [
-        ("Submenu = crypt.cfg", "Submenu = menu.cfg", "disks.cfg: opens menu.cfg, which leads here"),
-        ("ExCode = 102\n", "", "disks.cfg: [LINE2]: without ExCode the exit status is 0, as after a failure"),
-    ],
-}
-# A text of many bytes, and a name that each hint file may write in an encoding of its own.
-HARMLESS = {file.name: [("mdstat]", "Стан]", None)] for file in (ROOT / "data").glob("hints*")} | {
-    "raid.cfg": [("Show their state", "Ж" * 600, None), ("= mdstat", "= Стан", None)],
-}
+HERE = pathlib.Path(__file__).parent
+MAN = (ROOT / "man/zel-check.1").read_text(encoding="utf-8")
 
 
-def check(directory):
-    result = subprocess.run([BUILD / "bin/zel-check", directory], check=False, capture_output=True, text=True)
-    return result.returncode, result.stdout.splitlines()
+def picture(width, height, shade=0xE0):
+    rows = bytes([shade]) * ((3 * width + 3) // 4 * 4 * height)
+    return b"BM" + struct.pack("<IIIIiiHHIIiiII", 54 + len(rows), 0, 54, 40, width, height, 1, 24, *[0] * 6) + rows
+
+
+def datafile(**pictures):
+    """A datafile of grey pictures in 24 bits, as Allegro's tools write them."""
+    data = b"slh.ALL." + struct.pack(">I", len(pictures))
+    for name, (width, height) in pictures.items():
+        content = struct.pack(">hHH", 24, width, height) + b"\xE0" * (3 * width * height)
+        data += b"propNAME" + struct.pack(">I", len(name)) + name.encode()
+        data += b"BMP " + struct.pack(">ii", len(content), len(content)) + content
+    return data
+
+
+def check(tree, *options):
+    result = subprocess.run([BUILD / "bin/zel-check", *options, "."], check=False, capture_output=True, cwd=tree,
+                            timeout=60)
+    return result.returncode, result.stdout.decode()
+
+
+def as_bytes(lines):
+    """Lines of a table, in which \\xE4 is a byte, {N*TEXT} is a text N times, and \\s a blank at the end."""
+    text = re.sub(r"\{(\d+)\*([^}]*)\}", lambda match: int(match[1]) * match[2], "\n".join(lines))
+    return re.sub(rb"\\x(..)", lambda match: bytes.fromhex(match[1].decode()), text.encode())
 
 
 class CheckTest(unittest.TestCase):
 
-    def check_changed(self, files):
-        with tempfile.TemporaryDirectory() as name:
-            tree = pathlib.Path(name) / "menu"
-            shutil.copytree(ROOT / "data", tree)
-            for file, changes in files.items():
-                text = (tree / file).read_bytes()
-                for old, new, _ in changes:
-                    self.assertIn(old.encode(), text)
-                    text = text.replace(old.encode(), new.encode())
-                (tree / file).write_bytes(text)
-            return check(tree)
+    def setUp(self):
+        place = tempfile.TemporaryDirectory()
+        self.addCleanup(place.cleanup)
+        self.tree = pathlib.Path(place.name) / "menu"
 
-    def test_nothing_is_said_about_a_good_tree_and_a_missing_one(self):
-        self.assertEqual(check("/nonexistent"), (2, []))
-        self.assertEqual(check(ROOT / "data"), (0, []))
-        self.assertEqual(self.check_changed(HARMLESS), (0, []))
+    def make_tree(self):
+        shutil.rmtree(self.tree, ignore_errors=True)
+        shutil.copytree(HERE / "checked", self.tree)
+        shutil.copy(ROOT / "data/skin/fonts/DejaVuSans.ttf", self.tree / "skin/sans.ttf")
+        shutil.copy(ROOT / "data/skin/skin.dat", self.tree / "skin")
+        for name, size in {"icons/disk.bmp": (22, 22), "icons/desktop.bmp": (22, 22), "icons/large.bmp": (22, 90),
+                           "wide.bmp": (800, 600), "small.bmp": (640, 480), "large.bmp": (700, 700), "pic/progress.bmp": (8, 20)}.items():
+            (self.tree / name).parent.mkdir(exist_ok=True)
+            (self.tree / name).write_bytes(picture(*size))
+        (self.tree / "skin/odd.dat").write_bytes(datafile(BUTTON=(30, 101), LIST=(30, 240), BUTON=(30, 100)))
 
-    def test_each_mistake_is_named_once(self):
-        status, lines = self.check_changed(MISTAKES)
-        self.assertEqual(status, 1)
-        for changes in MISTAKES.values():
-            for _, _, message in changes:
-                self.assertEqual(lines.count(message), 1, message)
+    def plant(self, file, lines):
+        """Makes the change that lines with - and + describe. Answers the new text, for its place."""
+        path = self.tree / file
+        old, new = (as_bytes([line[2:] for line in lines if line[0] == sign]) for sign in "-+")
+        text = path.read_bytes() if path.exists() else b""
+        self.assertEqual(text.count(old + b"\n") if old else 1, 1, f"{file}: {old}")
+        path.write_bytes(text.replace(old + b"\n", new + b"\n" if new else b"", 1) if old else new + b"\n")
+        return new
+
+    def line_of(self, file, text):
+        return (b"\n" + (self.tree / file).read_bytes()).split(b"\n" + text + b"\n")[0].count(b"\n") + 1 if text else 1
+
+    def test_each_mistake_is_named_once_in_its_place(self):
+        table = (HERE / "mistakes.txt").read_text(encoding="utf-8")
+        for group in table.split("\n## ")[1:]:
+            self.make_tree()
+            places = []
+            for mistake in group.split("\n\n")[1:]:
+                file, *lines = mistake.strip("\n").split("\n")
+                new = self.plant(file, lines)
+                for line in lines:
+                    mark, _, message = line.partition(" ")
+                    if mark[0] == "!":
+                        places.append((file, new, int(mark[1:] or 1) - 1, message))
+                    elif mark == "@":
+                        other, text, message = message.split(" | ")
+                        places.append((other, as_bytes([text]), 0, message))
+            expected = sorted(f"{file}:{self.line_of(file, text) + below}: {message}"
+                              for file, text, below, message in places)
+            with self.subTest(group=group.split("\n")[0]):
+                self.maxDiff = None
+                self.assertEqual(sorted(check(self.tree)[1].splitlines()), expected)
+
+    def test_nothing_is_said_about_good_trees(self):
+        self.make_tree()
+        self.assertEqual(check(self.tree, "--strict"), (0, ""))
+        self.assertEqual(check(self.tree, "--json"), (0, "[]\n"))
+        self.assertEqual(check(ROOT / "data", "--strict"), (0, ""))
+
+    def test_editors_and_scripts_are_told_too(self):
+        self.make_tree()
+        self.plant("menu.cfg", ["- Title = Restart", '+ Title = "Re\\start"'])
+        self.assertEqual([check(self.tree, *options)[0] for options in ((), ("--strict",))], [0, 1])
+        status, text = check(self.tree, "--json")
+        self.assertEqual((status, json.loads(text)), (0, [{
+            "file": "menu.cfg", "line": 92, "severity": "warning", "name": "quotes",
+            "message": "the quotes around Re\\start are part of the value", "advice": "remove them"}]))
+        self.plant("menu.cfg", ["- ExCode = 10", "+ ExCode = 256"])
+        self.assertEqual(check(self.tree)[0], 2)
+
+    def test_the_manual_explains_each_message(self):
+        def explain(*name):
+            return subprocess.check_output([BUILD / "bin/zel-check", "--explain", *name], text=True).strip()
+
+        names = explain().split()
+        self.assertEqual(names, re.findall(r"^\.It Cm (\S+)$", MAN, re.MULTILINE))
+        for name in names:
+            self.assertEqual(explain(name), MAN.split(f".It Cm {name}\n")[1].split("\n.")[0])
+
+    def test_a_wrong_command_line_says_what_is_wrong_with_it(self):
+        for options, complaint in ((["--explain", "octla"], "did you mean octal?"), (["/none"], "/none: No such file"),
+                                   (["a", "b"], "b: one directory only"), (["--strikt"], "'--strikt'")):
+            result = subprocess.run([BUILD / "bin/zel-check", *options], check=False, capture_output=True, text=True)
+            self.assertEqual((result.returncode, result.stdout), (2, ""))
+            self.assertIn(complaint, result.stderr)
+
+    def test_files_that_are_none_neither_crash_nor_hang_it(self):
+        self.make_tree()
+        for name, special in {"menu.cfg": os.mkfifo, "hints.txt": os.mkdir, "skin/sans.ttf": os.mkfifo,
+                              "skin/skin.dat": lambda path: path.symlink_to(path.name), "zel.cfg": os.mkfifo}.items():
+            path = self.tree / name
+            path.unlink()
+            special(path)
+            self.assertEqual(check(self.tree)[0], 2, name)
+        self.make_tree()
+        for name in ("menu.cfg", "tools.cfg", "hints.txt", "zel.cfg", "skin/plain.skin", "skin/skin.dat", "wide.bmp"):
+            (self.tree / name).write_bytes(random.Random(name).randbytes(100000).replace(b"\0", b"[L"))
+            self.assertEqual(check(self.tree)[0], 2, name)
+
+    def test_what_others_may_write_is_not_safe(self):
+        self.make_tree()
+        (self.tree / "icons/disk.bmp").chmod(0o666)
+        (self.tree / "skin").chmod(0o777)
+        advice = "warning: other users may write to {0}; take the right from them: chmod o-w {0} [writable]"
+        self.assertEqual(sorted(check(self.tree)[1].splitlines()),
+                         [f"{name}:1: {advice.format(name)}" for name in ("icons/disk.bmp", "skin")])
 
 
 if __name__ == "__main__":

@@ -1,0 +1,104 @@
+#include "tools/checker/check.h"
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <set>
+#include <string>
+#include <utility>
+
+#include "launcher/layout.h"
+#include "launcher/menu_config.h"
+#include "launcher/menu_widgets.h"
+#include "launcher/paths.h"
+#include "launcher/state.h"
+#include "toolkit/base/settings.h"
+#include "toolkit/base/text.h"
+#include "toolkit/base/zoom.h"
+#include "toolkit/draw/engine_font.h"
+#include "toolkit/skin/skin.h"
+#include "toolkit/widgets/list_view.h"
+#include "tools/checker/files.h"
+#include "tools/checker/items.h"
+#include "tools/checker/layout_check.h"
+#include "tools/checker/menu_file.h"
+#include "tools/checker/settings_check.h"
+#include "tools/checker/skin_check.h"
+#include "tools/checker/texts.h"
+#include "tools/checker/values.h"
+
+namespace zel {
+namespace {
+
+constexpr const char* kProgressPicture = "pic/progress.bmp";
+
+// menu.cfg first, then in the order in which they are named.
+std::vector<MenuFile> ReadMenus(Findings& findings, Pictures& pictures) {
+  std::vector<MenuFile> menus;
+  if (!FileExists(kMainMenu)) {
+    findings.Add(Msg::kMissingMenu, {kMainMenu});
+    return menus;
+  }
+  if (!CheckFile(findings, {kMainMenu}, kMainMenu)) return menus;
+  const bool takesSizes = settings.zoom != 1;
+  std::set<std::string> seen{kMainMenu};
+  menus.push_back(ReadMenuFile(findings, pictures, kMainMenu, takesSizes));
+  for (std::size_t i = 0; i < menus.size(); ++i) {
+    const std::vector<SectionFile::Entry> links = menus[i].submenus;
+    for (const SectionFile::Entry& link : links)
+      if (IsFile(link.value.c_str()) && seen.insert(link.value).second)
+        menus.push_back(ReadMenuFile(findings, pictures, link.value, takesSizes));
+  }
+  return menus;
+}
+
+std::vector<Size> Screens(const std::vector<MenuFile>& menus) {
+  std::vector<Size> screens(std::begin(kUsualScreens), std::end(kUsualScreens));
+  const auto add = [&screens](Size size) {
+    if (std::find(screens.begin(), screens.end(), size) == screens.end()) screens.push_back(size);
+  };
+  add({settings.screenWidth, settings.screenHeight});
+  // With a zoom any size may have its section.
+  if (settings.zoom == 1 || menus.empty()) return screens;
+  for (const auto& [name, section] : menus.front().screens)
+    if (Size size; ReadSectionSize(name, &size)) add(size);
+  return screens;
+}
+
+}  // namespace
+
+std::vector<Finding> CheckTree() {
+  const FormatGuard format{U_UTF8};
+  Findings findings;
+  Pictures pictures;
+  settings = {};
+  paths.languageFile = "";
+  const int skinLine = CheckSettings(findings);
+  if (!EngineInit()) return findings.Finish();
+  constexpr int kDepth = 32;
+  set_color_depth(kDepth);
+  RecomputeNamedColors();
+  set_color_conversion(PictureConversion());
+  SetZoom(1);
+  const bool isLook = skinLine > 0 && CheckSkin(findings, {kSettingsFile, skinLine});
+  SetCurrentSkin(std::make_unique<Skin>(settings.skinPath));
+  if (CurrentSkin()->GetError().IsError()) CurrentSkin()->Reset();
+  const std::vector<MenuFile> menus = ReadMenus(findings, pictures);
+  if (!FileExists(kProgressPicture))
+    findings.Add(Msg::kMissingProgress, {kMainMenu}, {kProgressPicture});
+  else if (CheckFile(findings, {kProgressPicture}, kProgressPicture) &&
+           !pictures.Get(kProgressPicture))
+    findings.Add(Msg::kBadPicture, {kProgressPicture}, {kProgressPicture});
+  for (const MenuFile& menu : menus) CheckItems(findings, menu);
+  CheckChoices(findings, menus);
+  CheckCircles(findings, menus);
+  CheckTexts(findings, menus, isLook ? CurrentSkin() : nullptr);
+  CheckLayouts(findings, pictures, menus, Screens(menus),
+               {settings.screenWidth, settings.screenHeight}, isLook);
+  SetCurrentSkin(nullptr);
+  EngineExit();
+  SetZoom(1);
+  return findings.Finish();
+}
+
+}  // namespace zel

@@ -1,0 +1,105 @@
+#include "tools/checker/files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <vector>
+
+#include "toolkit/base/bytes.h"
+#include "toolkit/base/text.h"
+#include "tools/checker/nearest.h"
+
+namespace zel {
+namespace {
+
+constexpr int kMostNames = 10000;  // of a directory
+
+std::string Directory(const std::string& name) {
+  const std::size_t slash = name.rfind('/');
+  if (slash == std::string::npos) return ".";
+  return slash == 0 ? "/" : name.substr(0, slash);
+}
+
+// The name of another file in the same directory that may be meant.
+std::string NearestFile(const std::string& name) {
+  std::vector<std::string> names;
+  const std::string directory = Directory(name);
+  std::error_code error;
+  std::filesystem::directory_iterator entry{directory, error};
+  for (int i = 0; !error && i < kMostNames && entry != std::filesystem::directory_iterator{};
+       ++i, entry.increment(error))
+    names.push_back(entry->path().filename());
+  std::sort(names.begin(), names.end());
+  const std::string base = name.substr(name.rfind('/') + 1);
+  const std::string nearest = Nearest(base, names);
+  return nearest.empty() ? nearest : name.substr(0, name.size() - base.size()) + nearest;
+}
+
+void CheckRights(Findings& findings, const std::string& name) {
+  struct stat status;
+  const std::string directory = Directory(name);
+  if (stat(name.c_str(), &status) == 0 && status.st_mode & S_IWOTH)
+    findings.Add(Msg::kWritable, {name}, {name});
+  // In a sticky directory like /tmp nobody replaces the files of others.
+  if (stat(directory.c_str(), &status) == 0 && status.st_mode & S_IWOTH &&
+      !(status.st_mode & S_ISVTX))
+    findings.Add(Msg::kWritable, {directory}, {directory});
+}
+
+const char* KindOf(mode_t mode) {
+  if (S_ISDIR(mode)) return "a directory";
+  return S_ISFIFO(mode) || S_ISSOCK(mode) ? "a pipe" : "a device";
+}
+
+}  // namespace
+
+bool CheckFile(Findings& findings, const Place& place, const std::string& name) {
+  if (!std::all_of(name.begin(), name.end(), IsAscii)) findings.Add(Msg::kNameAscii, place, {name});
+  struct stat status;
+  if (stat(name.c_str(), &status) != 0) {
+    if (errno == ENOENT || errno == ENOTDIR)
+      findings.Add(
+          Msg::kMissingFile, place, {name},
+          findings.IsFull(Msg::kMissingFile, place.file) ? std::string{} : NearestFile(name));
+    else
+      findings.Add(Msg::kUnreadable, place, {name, std::strerror(errno)});
+    return false;
+  }
+  if (!S_ISREG(status.st_mode)) {
+    findings.Add(Msg::kNotAFile, place, {name, KindOf(status.st_mode)});
+    return false;
+  }
+  if (access(name.c_str(), R_OK) != 0) {
+    findings.Add(Msg::kUnreadable, place, {name, std::strerror(errno)});
+    return false;
+  }
+  CheckRights(findings, name);
+  return true;
+}
+
+bool ReadChecked(Findings& findings, const std::string& name, std::size_t limit,
+                 std::string* text) {
+  constexpr std::size_t kMegabyte = std::size_t{1} << 20;
+  std::error_code error;
+  if (std::filesystem::file_size(name, error) > limit && !error) {
+    const bool isLarge = limit >= kMegabyte;
+    findings.Add(
+        Msg::kTooLarge, {name},
+        {std::to_string(limit / (isLarge ? kMegabyte : 1024)) + (isLarge ? " MB" : " KB")});
+    return false;
+  }
+  *text = ReadText(name.c_str(), limit);
+  if (text->find('\0') != std::string::npos) {
+    findings.Add(Msg::kBinary, {name});
+    return false;
+  }
+  findings.ReadComments(name, *text);
+  return true;
+}
+
+}  // namespace zel

@@ -1,0 +1,18 @@
+// Whether files can be used.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "tools/checker/findings.h"
+
+namespace zel {
+
+// Says what keeps a file, which is named in that place, from being read. True when nothing does.
+bool CheckFile(Findings& findings, const Place& place, const std::string& name);
+
+// Stores the text of such a file. False when it is none or larger than `limit` bytes, which is
+// said. Comments in it are taken to heart.
+bool ReadChecked(Findings& findings, const std::string& name, std::size_t limit, std::string* text);
+
+}  // namespace zel

@@ -1,0 +1,171 @@
+#include "tools/checker/findings.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "toolkit/base/allegro.h"
+#include "toolkit/base/text.h"
+#include "tools/checker/nearest.h"
+
+namespace zel {
+namespace {
+
+constexpr const char* kAllow = "zel-check: allow ";
+constexpr int kMostAlike = 200;  // messages of a kind in a file
+constexpr std::size_t kLongestWord = 100;
+
+bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
+
+// UTF-8 without control characters, whatever bytes there are.
+std::string Printable(const std::string& text) {
+  std::string printable = Sound(text, U_UTF8);
+  // Allegro also takes halves of pairs and characters beyond the last one.
+  for (std::size_t i = 0; i + 1 < printable.size(); ++i) {
+    const int first = printable[i] & 0xFF, second = printable[i + 1] & 0xFF;
+    const bool isHalf = first == 0xED && second >= 0xA0;
+    const bool isLong = (first == 0xC0 || first == 0xC1) || (first == 0xE0 && second < 0xA0) ||
+                        (first == 0xF0 && second < 0x90);
+    const bool isBeyond = first > 0xF4 || (first == 0xF4 && second >= 0x90);
+    if (!isHalf && !isLong && !isBeyond) continue;
+    printable[i] = '^';
+    while (i + 1 < printable.size() && (printable[i + 1] & 0xC0) == 0x80) printable.erase(i + 1, 1);
+  }
+  std::replace_if(printable.begin(), printable.end(), IsControl, ' ');
+  return printable;
+}
+
+std::string JsonText(const std::string& text) {
+  std::string quoted = "\"";
+  for (const char c : text) {
+    if (c == '"' || c == '\\') quoted += '\\';
+    quoted += c;
+  }
+  return quoted + '"';
+}
+
+const char* SeverityName(Msg id) {
+  return MessageOf(id).severity == Severity::kError ? "error" : "warning";
+}
+
+}  // namespace
+
+std::string Readable(const std::string& text) {
+  std::string readable = Printable(text);
+  if (readable.size() <= kLongestWord) return readable;
+  const FormatGuard format{U_UTF8};
+  return CutToBytes(readable.c_str(), kLongestWord) + "...";
+}
+
+void Findings::Add(Msg id, const Place& place, std::vector<std::string> words,
+                   const std::string& nearest) {
+  const std::string about = words.empty() ? std::string{} : words.front();
+  if (!seen_.emplace(place.file, place.line, id, about).second) return;
+  OrderOf(place.file);
+  if (++counts_[{place.file, id}] > kMostAlike) return;
+  for (std::string& word : words) word = Readable(word);
+  const Message& message = MessageOf(id);
+  findings_.push_back({place, id, Filled(message.what, words),
+                       nearest.empty() ? Filled(message.advice, words)
+                                       : "did you mean " + Readable(nearest) + "?"});
+}
+
+bool Findings::IsFull(Msg id, const std::string& file) const {
+  const auto count = counts_.find({file, id});
+  return count != counts_.end() && count->second >= kMostAlike;
+}
+
+std::size_t FindAllowComment(const std::string& line) {
+  for (const char mark : {';', '#'}) {
+    const std::size_t at = line.find(std::string{mark} + ' ' + kAllow);
+    if (at != std::string::npos) return at;
+  }
+  return std::string::npos;
+}
+
+void Findings::ReadComments(const std::string& file, const std::string& text) {
+  OrderOf(file);
+  if (text.find(kAllow) == std::string::npos) return;
+  const std::size_t first = allowed_.size();
+  std::size_t waiting = first;  // comments from here on are about a line to come
+  int number = 0;
+  for (std::size_t position = 0; position < text.size();) {
+    const std::string line{NextLine(text, position)};
+    ++number;
+    const std::size_t start = line.find_first_not_of(" \t");
+    if (start == std::string::npos) continue;
+    const std::size_t comment = FindAllowComment(line);
+    const bool isComment = line[start] == ';' || line[start] == '#';
+    if (comment != std::string::npos) {
+      std::string name = line.substr(line.find(kAllow) + std::string_view{kAllow}.size());
+      name = name.substr(0, name.find_first_of(" \t"));
+      if (!FindMessage(name))
+        Add(Msg::kAllowUnknown, {file, number}, {name}, Nearest(name, MessageNames()));
+      else
+        allowed_.push_back({{file, number}, number, name});
+    }
+    if (isComment) continue;
+    for (; waiting < allowed_.size(); ++waiting) allowed_[waiting].line = number;
+  }
+}
+
+int Findings::OrderOf(const std::string& file) {
+  return order_.try_emplace(file, static_cast<int>(order_.size())).first->second;
+}
+
+std::vector<Finding> Findings::Finish() {
+  const auto isAllowed = [this](const Finding& finding) {
+    bool is = false;
+    for (Allowed& allowed : allowed_) {
+      const int line = finding.place.line;
+      // What is true of the whole file is said of its first line.
+      const bool isHere = line == allowed.line || (line == 1 && allowed.comment.line == 1);
+      if (!isHere || allowed.comment.file != finding.place.file ||
+          allowed.name != MessageOf(finding.id).name)
+        continue;
+      allowed.isUsed = is = true;
+    }
+    return is;
+  };
+  std::erase_if(findings_, isAllowed);
+  for (const Allowed& allowed : allowed_)
+    if (!allowed.isUsed) Add(Msg::kAllowUnused, allowed.comment, {allowed.name});
+  std::stable_sort(findings_.begin(), findings_.end(), [this](const Finding& a, const Finding& b) {
+    const int first = order_.at(a.place.file), second = order_.at(b.place.file);
+    return first != second ? first < second : a.place.line < b.place.line;
+  });
+  return findings_;
+}
+
+std::string NameOf(Size size) { return std::to_string(size.w) + 'x' + std::to_string(size.h); }
+
+std::string AsText(const std::vector<Finding>& findings, const std::string& prefix) {
+  std::string text;
+  for (const auto& [place, id, what, advice] : findings)
+    text.append(Printable(prefix + place.file))
+        .append(":")
+        .append(std::to_string(place.line))
+        .append(": ")
+        .append(SeverityName(id))
+        .append(": ")
+        .append(what)
+        .append("; ")
+        .append(advice)
+        .append(" [")
+        .append(MessageOf(id).name)
+        .append("]\n");
+  return text;
+}
+
+std::string AsJson(const std::vector<Finding>& findings, const std::string& prefix) {
+  std::string text = "[";
+  for (const auto& [place, id, what, advice] : findings) {
+    text += text.size() > 1 ? ",\n" : "\n";
+    text += R"({"file": )" + JsonText(Printable(prefix + place.file)) + R"(, "line": )" +
+            std::to_string(place.line) + R"(, "severity": ")" + SeverityName(id) +
+            R"(", "name": ")" + MessageOf(id).name + R"(", "message": )" + JsonText(what) +
+            R"(, "advice": )" + JsonText(advice) + "}";
+  }
+  return text + (text.size() > 1 ? "\n]\n" : "]\n");
+}
+
+}  // namespace zel

@@ -1,0 +1,76 @@
+// What a check has found.
+#pragma once
+
+#include <initializer_list>
+#include <map>
+#include <set>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "toolkit/base/geometry.h"
+#include "tools/checker/messages.h"
+
+namespace zel {
+
+struct Place {
+  std::string file;
+  int line = 1;
+};
+
+struct Finding {
+  Place place;
+  Msg id;
+  std::string what, advice;
+};
+
+// Collects findings, each once.
+//
+// A comment "; zel-check: allow NAME" (or with "#") silences that message on the next line or,
+// behind a value, on its own.
+class Findings {
+ public:
+  // The first word is what the message is about: of the same about the same in one place the first
+  // counts. With a `nearest` name, the advice is that.
+  void Add(Msg id, const Place& place, std::vector<std::string> words = {},
+           const std::string& nearest = {});
+  // True where more of the same in a file would not be said.
+  bool IsFull(Msg id, const std::string& file) const;
+  // Takes the comments of a file to heart.
+  void ReadComments(const std::string& file, const std::string& text);
+
+  // The findings by file, in the order in which files were first named, and line.
+  std::vector<Finding> Finish();
+
+ private:
+  struct Allowed {
+    Place comment;
+    int line;  // that it is about
+    std::string name;
+    bool isUsed = false;
+  };
+
+  int OrderOf(const std::string& file);
+
+  std::vector<Finding> findings_;
+  std::set<std::tuple<std::string, int, Msg, std::string>> seen_;
+  std::map<std::tuple<std::string, Msg>, int> counts_;
+  std::map<std::string, int> order_;
+  std::vector<Allowed> allowed_;
+};
+
+// The comment that a line ends with, or where it begins: npos for none.
+std::size_t FindAllowComment(const std::string& line);
+
+// What of a file's bytes may stand in a message: UTF-8 without control characters, not too long.
+std::string Readable(const std::string& text);
+
+// "800x600".
+std::string NameOf(Size size);
+
+// "DIR/FILE:LINE: error: ..." in a line each, or a JSON list of objects. The prefix stands before
+// all names of files.
+std::string AsText(const std::vector<Finding>& findings, const std::string& prefix);
+std::string AsJson(const std::vector<Finding>& findings, const std::string& prefix);
+
+}  // namespace zel

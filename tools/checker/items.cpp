@@ -1,0 +1,222 @@
+#include "tools/checker/items.h"
+
+#include <algorithm>
+#include <climits>
+#include <initializer_list>
+#include <map>
+#include <string>
+#include <utility>
+
+#include "toolkit/base/text.h"
+
+namespace zel {
+namespace {
+
+constexpr int kLargestStatus = 255;  // what a process can end with
+constexpr int kLeastFailure = 126, kKilled = 137;
+constexpr std::size_t kLongestOutput = 255;  // bytes
+
+// One of the keys that the item has; null for none.
+const MenuLine* FirstOf(const MenuSection& item, std::initializer_list<const char*> keys) {
+  const MenuLine* first = nullptr;
+  for (const char* key : keys)
+    if (const MenuLine* line = item.Find(key); line && !line->entry.value.empty())
+      if (!first || line->entry.line < first->entry.line) first = line;
+  return first;
+}
+
+bool HasTitle(const MenuSection& item) {
+  return std::any_of(item.lines.begin(), item.lines.end(), [](const MenuLine& line) {
+    return std::string_view{line.key->name} == "Title" && !line.entry.value.empty();
+  });
+}
+
+bool IsSeparator(const MenuSection& item) { return item.Number("Separator") != 0; }
+bool IsDisabled(const MenuSection& item) { return item.Number("Disable") > 0; }
+// Choosing it ends the menu.
+bool IsChoice(const MenuSection& item) {
+  return !IsSeparator(item) && !IsDisabled(item) && !item.Has("Submenu");
+}
+
+class ItemCheck {
+ public:
+  ItemCheck(Findings& findings, const MenuFile& menu, const MenuSection& item)
+      : findings_{findings}, menu_{menu}, item_{item} {}
+
+  void Run() const {
+    CheckShown();
+    if (IsSeparator(item_))
+      CheckEffect({"Title", "Icon", "Submenu", "ExCode", "ExString", "HintSection", "WaitForFile",
+                   "WaitWhileFile", "Timeout", "Disable"},
+                  "on a separator");
+    else if (item_.Has("Submenu"))
+      CheckSubmenu();
+    else if (IsDisabled(item_))
+      CheckEffect({"WaitForFile", "WaitWhileFile", "Timeout"}, "on an item that is disabled");
+    else
+      CheckChoice();
+  }
+
+ private:
+  void Add(Msg id, const char* key, std::vector<std::string> words = {}) const {
+    findings_.Add(id, menu_.At(item_.LineOf(key)), std::move(words));
+  }
+
+  void CheckShown() const {
+    if (IsSeparator(item_) || item_.Has("Icon") || item_.Has("Title")) return;
+    if (HasTitle(item_))
+      Add(Msg::kNotInEnglish, "", {item_.name, "Title"});
+    else
+      Add(Msg::kNeverShown, "", {item_.name});
+  }
+
+  void CheckEffect(std::initializer_list<const char*> keys, const char* where) const {
+    if (const MenuLine* line = FirstOf(item_, keys))
+      findings_.Add(Msg::kNoEffect, menu_.At(line->entry.line), {line->key->name, where});
+  }
+
+  void CheckSubmenu() const {
+    if (const MenuLine* line = FirstOf(item_, {"ExCode", "ExString"}))
+      findings_.Add(Msg::kSubmenuChoice, menu_.At(line->entry.line), {line->key->name});
+    CheckEffect({"WaitForFile", "WaitWhileFile", "Timeout"}, "beside Submenu");
+  }
+
+  void CheckStatus() const {
+    const int code = item_.Number("ExCode");
+    const int seen = code & kLargestStatus;
+    // A number that is too large is said to be.
+    if (code == INT_MAX || code == INT_MIN) return;
+    if (code != seen)
+      Add(Msg::kStatusCut, "ExCode", {std::to_string(code), std::to_string(seen)});
+    else if (code == 1)
+      Add(Msg::kStatusFailure, "ExCode", {"1", "a failure"});
+    else if (code == kKilled)
+      Add(Msg::kStatusFailure, "ExCode", {std::to_string(code), "a menu that was killed"});
+    else if (code >= kLeastFailure)
+      Add(Msg::kStatusFailure, "ExCode",
+          {std::to_string(code),
+           code < kLeastFailure + 2 ? "a menu that could not be started" : "the end by a signal"});
+  }
+
+  void CheckChoice() const {
+    const bool hasString = item_.Has("ExString");
+    if (item_.Has("ExCode"))
+      CheckStatus();
+    else if (hasString)
+      Add(Msg::kNoStatus, "ExString");
+    else if (item_.Has("Title") || item_.Has("Icon"))
+      Add(Msg::kNoChoice, "", {item_.name});
+    if (item_.Has("ExCode") && item_.Number("ExCode") == 0 && !hasString)
+      Add(Msg::kStatusZero, "ExCode");
+    const std::string text = item_.Text("ExString");
+    if (text.size() > kLongestOutput) Add(Msg::kStringLong, "ExString");
+    if (!std::all_of(text.begin(), text.end(), IsAscii)) Add(Msg::kStringAscii, "ExString");
+    CheckWaiting();
+  }
+
+  void CheckWaiting() const {
+    if (item_.Has("WaitForFile") && item_.Has("WaitWhileFile")) Add(Msg::kBothWaits, "WaitForFile");
+    for (const char* key : {"WaitForFile", "WaitWhileFile"})
+      if (const std::string name = item_.Text(key); !name.empty() && name.front() != '/')
+        Add(Msg::kWaitRelative, key, {name, key});
+    if (!item_.Has("Timeout")) return;
+    if (!item_.Has("WaitForFile") && !item_.Has("WaitWhileFile"))
+      Add(Msg::kTimeoutAlone, "Timeout");
+    else if (item_.Number("Timeout") < 1 && item_.Text("Timeout").find_first_of("0123456789") == 0)
+      Add(Msg::kTimeoutEndless, "Timeout", {item_.Text("Timeout")});
+  }
+
+  Findings& findings_;
+  const MenuFile& menu_;
+  const MenuSection& item_;
+};
+
+void CheckNumbers(Findings& findings, const MenuFile& menu) {
+  const MenuSection* beyond = nullptr;
+  int largest = 0;
+  for (const MenuSection& item : menu.items) {
+    if (item.number > menu.linesNumber && (!beyond || item.number < beyond->number)) beyond = &item;
+    largest = std::max(largest, item.number);
+  }
+  if (beyond)
+    findings.Add(
+        Msg::kLinesNumber, menu.At(std::max(1, menu.General().LineOf("LinesNumber"))),
+        {std::to_string(menu.linesNumber), '[' + beyond->name + ']', std::to_string(largest)});
+  if (menu.items.empty() && menu.isRead) findings.Add(Msg::kEmptyMenu, menu.At(1));
+}
+
+// An item that can be chosen, and the menu that it is in.
+struct Choice {
+  const MenuFile* menu;
+  const MenuSection* item;
+
+  std::string Where() const { return menu->name + ':' + std::to_string(item->line); }
+};
+
+}  // namespace
+
+void CheckItems(Findings& findings, const MenuFile& menu) {
+  CheckNumbers(findings, menu);
+  for (const MenuSection& item : menu.items) ItemCheck{findings, menu, item}.Run();
+}
+
+void CheckChoices(Findings& findings, const std::vector<MenuFile>& menus) {
+  std::map<std::pair<int, std::string>, Choice> choices;
+  std::map<int, std::vector<Choice>> byStatus;
+  for (const MenuFile& menu : menus)
+    for (const MenuSection& item : menu.items) {
+      if (!IsChoice(item) || !item.Has("ExCode")) continue;
+      const Choice choice{&menu, &item};
+      const auto key = std::pair{item.Number("ExCode"), item.Text("ExString")};
+      const auto [first, isNew] = choices.try_emplace(key, choice);
+      if (isNew) {
+        byStatus[key.first].push_back(choice);
+        continue;
+      }
+      // The same item may well stand in two menus.
+      const Choice& other = first->second;
+      if (other.menu != &menu && other.item->Text("Title") == item.Text("Title")) continue;
+      findings.Add(Msg::kSameChoice, menu.At(item.LineOf("ExCode")),
+                   {item.name, other.item->name, other.Where()});
+    }
+  // Where the status alone says what was chosen, one that says it not is a slip.
+  constexpr std::size_t kFew = 4;
+  const auto shared = std::count_if(byStatus.begin(), byStatus.end(),
+                                    [](const auto& entry) { return entry.second.size() > 1; });
+  if (shared != 1 || byStatus.size() < kFew) return;
+  for (const auto& [status, same] : byStatus)
+    if (same.size() == 2)
+      findings.Add(Msg::kSameStatus, same[1].menu->At(same[1].item->LineOf("ExCode")),
+                   {same[1].item->name, same[0].item->name, same[0].Where()});
+}
+
+void CheckCircles(Findings& findings, const std::vector<MenuFile>& menus) {
+  std::map<std::string, std::size_t> places;
+  for (std::size_t i = 0; i < menus.size(); ++i) places.emplace(menus[i].name, i);
+  struct Step {
+    std::size_t menu, next;
+  };
+  enum State { kNew, kOpen, kDone };
+  std::vector<State> states(menus.size(), kNew);
+  std::vector<Step> way;
+  if (!menus.empty()) way.push_back({0, 0});
+  while (!way.empty()) {
+    const std::size_t current = way.back().menu;
+    const MenuFile& menu = menus[current];
+    states[current] = kOpen;
+    if (way.back().next == menu.submenus.size()) {
+      states[current] = kDone;
+      way.pop_back();
+      continue;
+    }
+    const SectionFile::Entry& link = menu.submenus[way.back().next++];
+    const auto found = places.find(link.value);
+    if (found == places.end()) continue;
+    if (states[found->second] == kOpen)
+      findings.Add(Msg::kCircle, menu.At(link.line), {link.value});
+    else if (states[found->second] == kNew)
+      way.push_back({found->second, 0});
+  }
+}
+
+}  // namespace zel

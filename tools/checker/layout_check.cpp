@@ -1,0 +1,431 @@
+#include "tools/checker/layout_check.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <utility>
+
+#include "launcher/layout.h"
+#include "launcher/menu_config.h"
+#include "launcher/menu_widgets.h"
+#include "launcher/state.h"
+#include "toolkit/base/settings.h"
+#include "toolkit/base/zoom.h"
+#include "toolkit/skin/skin.h"
+#include "tools/checker/lines.h"
+#include "tools/checker/skin_check.h"
+#include "tools/checker/texts.h"
+
+namespace zel {
+namespace {
+
+constexpr int kProgressHeight = 30;
+constexpr std::size_t kLongestTitle = 1023;  // bytes
+constexpr int kTouch = 8;  // pixels by which panels may lie one over the other: no more than frames
+
+// The keys that say where a panel is.
+struct PanelKeys {
+  const char* name;
+  const char* left;
+  const char* top;
+  const char* width;
+  const char* height;  // null for a height that no key says
+};
+constexpr PanelKeys kMenuKeys{"the menu", "MenuLeft", "MenuTop", "MenuWidth", "MenuHeight"};
+constexpr PanelKeys kHintKeys{"the explanation", "HintLeft", "HintTop", "HintWidth", "HintHeight"};
+constexpr PanelKeys kProgressKeys{"the progress bar", "ProgressX", "ProgressY", "ProgressW",
+                                  nullptr};
+
+// Any number may be in the file, so no sum may overflow.
+bool Fits(int from, int length, int room) {
+  return from >= 0 && length <= room && from <= room - std::max(0, length);
+}
+
+bool Overlap(const Rect& a, const Rect& b) {
+  const auto common = [](double from, double extent, double other, double otherExtent) {
+    return std::min(from + extent, other + otherExtent) - std::max(from, other);
+  };
+  return common(a.x, a.w, b.x, b.w) > kTouch && common(a.y, a.h, b.y, b.h) > kTouch;
+}
+
+Color MeanOf(BITMAP* picture, const Rect& area) {
+  constexpr int kStep = 4;
+  long long sums[3] = {}, count = 0;
+  for (int y = std::max(0, area.y); y < std::min(area.Bottom(), picture->h); y += kStep)
+    for (int x = std::max(0, area.x); x < std::min(area.Right(), picture->w); x += kStep, ++count) {
+      const int pixel = getpixel(picture, x, y);
+      sums[0] += getr(pixel);
+      sums[1] += getg(pixel);
+      sums[2] += getb(pixel);
+    }
+  if (count == 0) return Color{0, 0, 0};
+  return {static_cast<int>(sums[0] / count), static_cast<int>(sums[1] / count),
+          static_cast<int>(sums[2] / count)};
+}
+
+std::string Decimal(double number) {
+  char text[16];
+  std::snprintf(text, sizeof text, "%.1f", number);
+  return text;
+}
+
+class LayoutCheck {
+ public:
+  LayoutCheck(Findings& findings, Pictures& pictures, const std::vector<MenuFile>& menus, Size own,
+              bool isLook)
+      : findings_{findings}, pictures_{pictures}, menus_{menus}, own_{own}, isLook_{isLook} {
+    for (const MenuFile& menu : menus) places_.emplace(menu.name, &menu);
+  }
+
+  void Run(Size screen) {
+    settings.screenWidth = screen.w;
+    settings.screenHeight = screen.h;
+    layoutValues = {};
+    const double before = CurrentZoom();
+    const double zoom = settings.zoom == 1 || IsUsual(screen) ? 1 : kZoomToFit;
+    SetZoom(1);
+    launcherState.layout = FitLayout(kMainMenu, screen, zoom);
+    if (before != CurrentZoom()) CurrentSkin()->Reload();
+    const ScreenLayout& fitted = launcherState.layout;
+    screen_ = fitted.section.empty() ? screen : fitted.size;
+    section_ = !fitted.section.empty() ? fitted.section
+               : IsUsual(screen)       ? SectionFor(screen)
+                                       : kGeneralSection;
+    if (menus_.empty() || !menus_.front().isLayoutKnown || !HasLayout(screen)) return;
+    MenuConfig config;
+    std::set<std::string> seen;
+    Walk(config, menus_.front(), seen);
+  }
+
+ private:
+  static bool HasSection(const MenuFile& menu, const std::string& name) {
+    return menu.screens.contains(Upper(name));
+  }
+
+  const MenuSection* OwnSection(const MenuFile& menu) const {
+    const auto found = menu.screens.find(Upper(section_));
+    return found == menu.screens.end() ? nullptr : &found->second;
+  }
+
+  // The place of a key that counts on this screen; of the menu's first line where it does not say
+  // it.
+  Place PlaceOf(const MenuFile& menu, const char* key) const {
+    const MenuSection* own = OwnSection(menu);
+    if (const MenuLine* line = own ? own->Find(key) : nullptr) return menu.At(line->entry.line);
+    return menu.At(std::max(1, menu.General().LineOf(key)));
+  }
+
+  // A screen that nothing is made for is one cause, whatever does not fit on it.
+  bool HasLayout(Size screen) {
+    if (OwnSection(menus_.front()) && Upper(section_) != kGeneralSection) return true;
+    const MenuFile& menu = menus_.front();
+    LayoutValues at;
+    {
+      MenuConfig config;
+      config.ReadWithoutHints(kMainMenu);
+      at = layoutValues;
+      layoutValues = {};
+    }
+    const auto fitsOn = [&at](Size size) {
+      return Fits(at.menuLeft, at.menuWidth, size.w) && Fits(at.menuTop, at.menuHeight, size.h) &&
+             Fits(at.hintLeft, at.hintWidth, size.w) && Fits(at.hintTop, at.hintHeight, size.h) &&
+             Fits(at.progressX, at.progressW, size.w) &&
+             Fits(at.progressY, kProgressHeight, size.h);
+    };
+    const bool fits = fitsOn(screen);
+    // Where the general section is meant for the screen, what is wrong is wrong in it.
+    const bool isOwn = screen == own_, isUsual = IsUsual(screen);
+    if (isOwn && (isUsual || settings.zoom != 1)) return hasGeneral_ = true;
+    // What does not fit the screen that it is meant for says nothing of others.
+    if (!isOwn && IsUsual(own_) && !HasSection(menu, SectionFor(own_)) && !fitsOn(own_))
+      return false;
+    // Else it is meant for the least screen that has room for it.
+    if (fits && !isOwn) return isUsual && !std::exchange(hasGeneral_, true);
+    const std::string advice =
+        isUsual || settings.zoom != 1 ? "" : ", and zoom = auto into zel.cfg";
+    findings_.Add(Msg::kNoLayout, menu.At(std::max(1, menu.General().line)),
+                  {NameOf(screen), advice});
+    return false;
+  }
+
+  void Walk(MenuConfig& config, const MenuFile& menu, std::set<std::string>& seen) {
+    seen.insert(menu.name);
+    if (!menu.isLayoutKnown) return;
+    config.ReadWithoutHints(menu.name.c_str());
+    CheckMenu(config, menu);
+    for (const SectionFile::Entry& link : menu.submenus)
+      if (const auto found = places_.find(link.value);
+          found != places_.end() && !seen.contains(link.value))
+        Walk(config, *found->second, seen);
+    if (config.Depth() > 1) config.ReadWithoutHints(nullptr);
+  }
+
+  void CheckMenu(const MenuConfig& config, const MenuFile& menu) {
+    const LayoutValues& at = layoutValues;
+    const Rect menuPanel{at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight};
+    const Rect hintPanel{at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight};
+    const Rect bar{at.progressX, at.progressY, at.progressW, kProgressHeight};
+    const bool hasHints = menu.General().Find("HintFile");
+    const bool isMenu = CheckPanel(menu, kMenuKeys, menuPanel);
+    const bool isHint = hasHints && CheckPanel(menu, kHintKeys, hintPanel);
+    const bool isBar = CheckPanel(menu, kProgressKeys, bar);
+    if (isMenu && isHint) CheckOverlap(menu, {kMenuKeys, menuPanel}, {kHintKeys, hintPanel});
+    if (isMenu && isBar) CheckOverlap(menu, {kMenuKeys, menuPanel}, {kProgressKeys, bar});
+    if (isHint && isBar) CheckOverlap(menu, {kHintKeys, hintPanel}, {kProgressKeys, bar});
+    if (isLook_ && isMenu) CheckRows(menu, menuPanel);
+    if (isLook_ && isHint) CheckHintPanel(menu, hintPanel);
+    CheckBackground(menu, config);
+    if (isLook_) CheckLabels(menu, *config.levels.back());
+  }
+
+  // A place that a menu has from the one that led to it has been looked at there.
+  bool IsNew(const char* what, const Rect& place) {
+    return seen_.insert({what, screen_.w, screen_.h, place.x, place.y, place.w, place.h}).second;
+  }
+
+  bool CheckPanel(const MenuFile& menu, const PanelKeys& keys, const Rect& panel) {
+    const bool isNew = IsNew(keys.name, panel);
+    const auto add = [&](Msg id, const char* key, std::vector<std::string> words) {
+      if (isNew) findings_.Add(id, PlaceOf(menu, key), std::move(words));
+      return false;
+    };
+    const std::string screen = NameOf(screen_);
+    if (panel.w < 1) return add(Msg::kNoWidth, keys.width, {keys.name, "width", screen});
+    if (panel.h < 1) return add(Msg::kNoWidth, keys.height, {keys.name, "height", screen});
+    const bool isWide = Fits(panel.x, panel.w, screen_.w);
+    if (isWide && Fits(panel.y, panel.h, screen_.h)) return true;
+    const bool isSize = isWide ? panel.h > screen_.h : panel.w > screen_.w;
+    const char* key = isWide ? (isSize && keys.height ? keys.height : keys.top)
+                             : (isSize ? keys.width : keys.left);
+    return add(Msg::kOutside, key, {keys.name, screen});
+  }
+
+  using Placed = std::pair<const PanelKeys&, const Rect&>;
+  void CheckOverlap(const MenuFile& menu, const Placed& a, const Placed& b) {
+    if (!Overlap(a.second, b.second)) return;
+    const bool isNewA = IsNew((std::string{"a"} + a.first.name + b.first.name).c_str(), a.second);
+    const bool isNewB = IsNew((std::string{"b"} + a.first.name + b.first.name).c_str(), b.second);
+    if (isNewA || isNewB)
+      findings_.Add(Msg::kOverlap, PlaceOf(menu, b.first.height ? b.first.left : b.first.top),
+                    {a.first.name, b.first.name, NameOf(screen_)});
+  }
+
+  void CheckRows(const MenuFile& menu, const Rect& place) {
+    MenuPanel panel;
+    const Rect area = launcherState.layout.OnScreen(place);
+    const MenuSection& general = menu.General();
+    panel.SetTitle(general.Text("MenuTitle").c_str());
+    const bool hasWayBack = &menu != &menus_.front();
+    static const MenuItem kPlain;
+    for (std::size_t i = 0; i < menu.items.size() + hasWayBack; ++i)
+      panel.List().InsertItem(std::make_unique<MenuEntry>(kPlain));
+    panel.Setup(area.x, area.y, area.w, area.h, 0, 0);
+    panel.SendMessage(MSG_INITSKIN);
+    panel.UpdateLayout();
+    if (panel.List().Count() == 0) return;
+    const int rowHeight = panel.List().GetItem(0)->GetHeight();
+    if (panel.List().h() < rowHeight && IsNew("row", place)) {
+      findings_.Add(
+          Msg::kNoRow, PlaceOf(menu, "MenuHeight"),
+          {kMenuKeys.name, NameOf(screen_), std::to_string(rowHeight - panel.List().h())});
+      return;
+    }
+    for (const MenuSection& item : menu.items) {
+      CheckIcon(menu, item, rowHeight);
+      CheckColor(menu, item, "Color");
+    }
+    CheckColor(menu, menu.General(), "BacklineColor");
+    if (!CheckFontHeight(rowHeight)) return;
+    CheckPanelTitles(menu, "MenuTitle", panel);
+    CheckTitles(menu, panel.List().w());
+  }
+
+  // The colour of an entry on the ground of the list.
+  void CheckColor(const MenuFile& menu, const MenuSection& section, const char* key) {
+    int r = 0, g = 0, b = 0;
+    const bool isShown = section.Number("Separator") == 0 && section.Number("Disable") <= 0;
+    if (!isShown || std::sscanf(section.Text(key).c_str(), "%d,%d,%d", &r, &g, &b) != 3) return;
+    const Color ground = MiddleOf(*CurrentSkin(), LIST, 0, kListStates);
+    if (!ground.IsSet()) return;
+    if (const double contrast = Contrast(Color{r, g, b}, ground); contrast < kLeastContrast)
+      findings_.Add(Msg::kContrast, menu.At(section.LineOf(key)),
+                    {section.number > 0 ? '[' + section.name + ']' : key, Decimal(contrast)});
+  }
+
+  // A font that is too high is said once, and not that all titles are too wide.
+  bool CheckFontHeight(int rowHeight) {
+    const int number = CurrentSkin()->fontIndex[kListText][kNormal];
+    const int height = ListFont().TextHeight();
+    if (height <= rowHeight) return true;
+    const SectionFile::Section& font =
+        CurrentSkin()->File().Find(("FONT" + std::to_string(number)).c_str());
+    const auto* size = font.Find("size");
+    const bool isInSkin = CurrentSkin()->skinFile != nullptr;
+    findings_.Add(
+        Msg::kFontHigh,
+        {isInSkin ? *CurrentSkin()->skinFile : std::string{kMainMenu}, size ? size->line : 1},
+        {std::to_string(height), std::to_string(rowHeight)});
+    return false;
+  }
+
+  static const Font& ListFont() {
+    const int number = CurrentSkin()->fontIndex[kListText][kNormal];
+    return *CurrentSkin()->fonts[static_cast<std::size_t>(number)];
+  }
+
+  struct WideTitle {
+    const MenuLine& line;
+    int width, room;
+  };
+
+  void CheckTitles(const MenuFile& menu, int rowWidth) {
+    std::vector<WideTitle> wide;
+    std::size_t count = 0;
+    for (const MenuSection& item : menu.items) {
+      MenuItem plain;
+      if (item.Has("Submenu")) plain.flags |= kItemSubmenu;
+      const int room = MenuEntry{plain}.TitleRoom(rowWidth);
+      for (const MenuLine& line : item.lines) {
+        if (std::string_view{line.key->name} != "Title") continue;
+        ++count;
+        if (line.entry.value.size() > kLongestTitle) continue;  // which is said
+        if (const int width = ListFont().TextLength(line.entry.value.c_str()); width > room)
+          wide.push_back({line, width, room});
+      }
+    }
+    // Where most titles are too wide, it is the menu that is too narrow.
+    constexpr std::size_t kFew = 3;
+    if (wide.size() > kFew && 2 * wide.size() > count) {
+      findings_.Add(Msg::kMenuNarrow, PlaceOf(menu, "MenuWidth"),
+                    {std::to_string(wide.size()), std::to_string(count), NameOf(screen_)});
+      return;
+    }
+    for (const auto& [line, width, room] : wide)
+      findings_.Add(
+          Msg::kTitleWide, menu.At(line.entry.line),
+          {line.entry.name, std::to_string(width), std::to_string(room), NameOf(screen_)});
+  }
+
+  void CheckIcon(const MenuFile& menu, const MenuSection& item, int rowHeight) {
+    const MenuLine* icon = item.Find("Icon");
+    BITMAP* picture = icon ? pictures_.Get(icon->entry.value) : nullptr;
+    const Size iconRoom = MenuEntry::IconRoom(rowHeight);
+    const double zoom = CurrentZoom();
+    if (picture && (picture->w * zoom > iconRoom.w || picture->h * zoom > iconRoom.h))
+      findings_.Add(
+          Msg::kIconLarge, menu.At(icon->entry.line),
+          {icon->entry.value, NameOf({picture->w, picture->h}),
+           NameOf({static_cast<int>(iconRoom.w / zoom), static_cast<int>(iconRoom.h / zoom)})});
+  }
+
+  void CheckPanelTitles(const MenuFile& menu, const char* key, const TitledPanel& panel) {
+    const Font& font = panel.GetFont(kNormal);
+    for (const MenuLine& line : menu.General().lines) {
+      if (std::string_view{line.key->name} != key) continue;
+      if (const int width = font.TextLength(line.entry.value.c_str()); width > panel.TitleRoom())
+        findings_.Add(Msg::kPanelTitleWide, menu.At(line.entry.line),
+                      {line.entry.name, std::to_string(width), std::to_string(panel.TitleRoom()),
+                       NameOf(screen_)});
+    }
+  }
+
+  void CheckHintPanel(const MenuFile& menu, const Rect& place) {
+    HintPanel panel;
+    const Rect area = launcherState.layout.OnScreen(place);
+    panel.SetTitle(menu.General().Text("HintTitle").c_str());
+    panel.Setup(area.x, area.y, area.w, area.h, 0, 0);
+    panel.SendMessage(MSG_INITSKIN);
+    panel.UpdateLayout();
+    CheckPanelTitles(menu, "HintTitle", panel);
+    const int missing = panel.LineRoom();
+    if (missing < 0 && IsNew("line", place))
+      findings_.Add(Msg::kNoRow, PlaceOf(menu, "HintHeight"),
+                    {kHintKeys.name, NameOf(screen_), std::to_string(-missing)});
+  }
+
+  // The background of this screen, and the line that names it.
+  const MenuLine* Background(const MenuFile& menu) const {
+    const MenuSection* own = OwnSection(menu);
+    const MenuLine* line = own ? own->Find("Background") : nullptr;
+    return line ? line : menu.General().Find("Background");
+  }
+
+  void CheckBackground(const MenuFile& menu, const MenuConfig& config) {
+    const MenuLine* line = Background(menu);
+    BITMAP* picture = pictures_.Get(config.background.c_str());
+    // With a zoom a picture that is larger is scaled to the screen.
+    if (!line || !picture || !launcherState.layout.section.empty()) return;
+    if (picture->w > screen_.w || picture->h > screen_.h)
+      findings_.Add(Msg::kBackgroundLarge, menu.At(line->entry.line),
+                    {line->entry.value, NameOf({picture->w, picture->h}), NameOf(screen_)});
+  }
+
+  void CheckLabels(const MenuFile& menu, const MenuLevel& level) {
+    CheckLabel(menu, "Heading", level.heading);
+    CheckLabel(menu, "KeyHelp", level.keyHelp);
+  }
+
+  void CheckLabel(const MenuFile& menu, const std::string& key, const ScreenText& text) {
+    if (text.text.IsEmpty() || text.font < 0 || text.font >= Skin::kFonts) return;
+    const Font& font = *CurrentSkin()->fonts[static_cast<std::size_t>(text.font)];
+    const double scale = launcherState.layout.section.empty() ? 1 : launcherState.layout.scale;
+    Rect area{text.left, text.top, static_cast<int>(font.TextLength(text.text) / scale),
+              static_cast<int>(font.TextHeight() / scale)};
+    if (!IsNew(key.c_str(), area)) return;
+    const std::string left = key + "Left", top = key + "Top", color = key + "Color";
+    if (!Fits(area.x, 1, screen_.w) || !Fits(area.y, area.h, screen_.h)) {
+      findings_.Add(Msg::kOutside,
+                    PlaceOf(menu, Fits(area.x, 1, screen_.w) ? top.c_str() : left.c_str()),
+                    {key, NameOf(screen_)});
+      return;
+    }
+    area.w = std::min(area.w, screen_.w - area.x);
+    const LayoutValues& at = layoutValues;
+    const Rect panel{at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight};
+    if (Overlap(area, panel))
+      findings_.Add(Msg::kOverlap, PlaceOf(menu, top.c_str()),
+                    {key, kMenuKeys.name, NameOf(screen_)});
+    CheckLabelContrast(menu, key, text, area);
+  }
+
+  void CheckLabelContrast(const MenuFile& menu, const std::string& key, const ScreenText& text,
+                          const Rect& area) {
+    const MenuLine* line = Background(menu);
+    BITMAP* picture = line ? pictures_.Get(line->entry.value) : nullptr;
+    if (!picture) return;
+    // Smaller pictures are centred.
+    const Rect inPicture{area.x - std::max(0, (screen_.w - picture->w) / 2),
+                         area.y - std::max(0, (screen_.h - picture->h) / 2), area.w, area.h};
+    const double contrast = Contrast(text.color, MeanOf(picture, inPicture));
+    if (contrast < kLeastContrast)
+      findings_.Add(Msg::kContrast, PlaceOf(menu, (key + "Color").c_str()),
+                    {key, Decimal(contrast)});
+  }
+
+  Findings& findings_;
+  Pictures& pictures_;
+  const std::vector<MenuFile>& menus_;
+  Size own_;
+  bool isLook_;
+  Size screen_;  // in the pixels of the file
+  std::string section_;
+  bool hasGeneral_ = false;  // a screen for the general section was found
+  std::map<std::string, const MenuFile*> places_;
+  std::set<std::tuple<std::string, int, int, int, int, int, int>> seen_;
+};
+
+}  // namespace
+
+void CheckLayouts(Findings& findings, Pictures& pictures, const std::vector<MenuFile>& menus,
+                  const std::vector<Size>& screens, Size own, bool isLook) {
+  LayoutCheck check{findings, pictures, menus, own, isLook};
+  for (const Size& screen : screens) check.Run(screen);
+  settings.screenWidth = own.w;
+  settings.screenHeight = own.h;
+}
+
+}  // namespace zel

@@ -1,0 +1,101 @@
+#include "tools/checker/lines.h"
+
+#include <algorithm>
+#include <map>
+#include <vector>
+
+#include "toolkit/base/allegro.h"
+#include "toolkit/base/text.h"
+
+namespace zel {
+namespace {
+
+constexpr const char* kNobody = "[?]";
+constexpr const char* kBlanks = " \t\v\f";
+
+std::string Strip(const std::string& text) {
+  const std::size_t start = text.find_first_not_of(kBlanks);
+  if (start == std::string::npos) return {};
+  return text.substr(start, text.find_last_not_of(kBlanks) - start + 1);
+}
+
+bool IsComment(const std::string& stripped) {
+  return stripped.empty() || stripped.front() == '#' || stripped.front() == ';';
+}
+
+// "[NAME]" for a line that begins like a head but is none; empty for any other line.
+std::string MeantHead(const std::string& stripped) {
+  if (stripped.front() != '[') return {};
+  const std::size_t end = std::min(stripped.find(']'), stripped.size());
+  std::string name = stripped.substr(1, end - 1);
+  const bool isHead =
+      end < stripped.size() && name.find_first_of(" \t=#") == std::string::npos && !name.empty();
+  if (isHead) return {};
+  std::erase_if(name, [](char c) { return c == ' ' || c == '\t' || c == '=' || c == '#'; });
+  return '[' + name + ']';
+}
+
+}  // namespace
+
+std::string Upper(std::string text) {
+  for (char& c : text)
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+  return text;
+}
+
+SectionFile CheckLines(Findings& findings, const std::string& file, std::string text,
+                       const char* home) {
+  std::string mended, section;
+  std::map<std::string, int> heads, keys;
+  bool isLoose = false;  // which is said once
+  int number = 0;
+  for (std::size_t position = 0; position < text.size(); mended += '\n') {
+    const std::string line{NextLine(text, position)};
+    const std::string stripped = Strip(line);
+    const Place place{file, ++number};
+    if (IsComment(stripped)) continue;
+    std::string head = MeantHead(stripped);
+    if (!head.empty()) {
+      findings.Add(Msg::kBadHead, place, {stripped, head.substr(1, head.size() - 2)});
+      if (head == "[]") head = kNobody;
+    } else if (stripped.front() == '[') {
+      head = stripped.substr(0, stripped.find(']') + 1);
+    }
+    if (!head.empty()) {
+      section = Upper(head);
+      keys.clear();
+      const auto [first, isNew] = heads.try_emplace(section, number);
+      if (!isNew)
+        findings.Add(Msg::kSectionTwice, place,
+                     {head.substr(1, head.size() - 2), std::to_string(first->second)});
+      // What it says again is no slip of its own.
+      if (!isNew) section = kNobody;
+      mended += isNew ? head : kNobody;
+      continue;
+    }
+    const std::size_t nameEnd = stripped.find_first_of(" \t\v\f=#");
+    const std::string name = stripped.substr(0, nameEnd);
+    const std::size_t sign =
+        stripped.find_first_not_of(kBlanks, std::min(nameEnd, stripped.size()));
+    if (section == kNobody || name.empty()) continue;
+    if (section.empty()) {
+      if (!isLoose) findings.Add(Msg::kLooseKey, place, {name, home});
+      isLoose = true;
+      continue;
+    }
+    if (sign == std::string::npos || stripped[sign] != '=') {
+      findings.Add(Msg::kNoEquals, place, {stripped});
+      continue;
+    }
+    const auto [first, isNew] = keys.try_emplace(Upper(name), number);
+    if (!isNew) {
+      findings.Add(Msg::kKeyTwice, place, {name, std::to_string(first->second)});
+      continue;
+    }
+    if (sign + 1 == stripped.size()) findings.Add(Msg::kEmptyValue, place, {name});
+    mended += line;
+  }
+  return SectionFile::FromUtf8(std::move(mended));
+}
+
+}  // namespace zel

@@ -1,0 +1,23 @@
+// The lines of a file in Allegro's configuration format.
+#pragma once
+
+#include <string>
+
+#include "toolkit/base/section_file.h"
+#include "tools/checker/findings.h"
+
+namespace zel {
+
+// What a section is called whose head says nothing, or that of another one.
+inline constexpr const char* kNoName = "?";
+
+std::string Upper(std::string text);
+
+// Takes the text of a file apart and says what is wrong with its lines: keys before the first
+// section, which belong into `home`, heads that are none, lines without "=", keys and sections that
+// stand there twice. What is plainly meant by such a head is taken for one; of keys that stand
+// there twice the first is left.
+SectionFile CheckLines(Findings& findings, const std::string& file, std::string text,
+                       const char* home);
+
+}  // namespace zel

@@ -1,0 +1,247 @@
+#include "tools/checker/menu_file.h"
+
+#include <algorithm>
+#include <charconv>
+#include <iterator>
+#include <set>
+#include <string_view>
+
+#include "launcher/layout.h"
+#include "launcher/menu_config.h"
+#include "toolkit/base/allegro.h"
+#include "toolkit/base/text.h"
+#include "tools/checker/files.h"
+#include "tools/checker/lines.h"
+#include "tools/checker/nearest.h"
+#include "tools/checker/values.h"
+
+namespace zel {
+namespace {
+
+using Entry = SectionFile::Entry;
+using Section = SectionFile::Section;
+using Keys = std::span<const MenuKey>;
+
+constexpr std::size_t kLongestFile = std::size_t{32} << 20;  // that the launcher reads
+constexpr int kMostGuessed = 500;                            // numbers of items
+
+constexpr MenuKey kScreenKeys[] = {
+    {"Background", MenuKey::kPicture, true},
+    {"MenuLeft", MenuKey::kNumber},
+    {"MenuTop", MenuKey::kNumber},
+    {"MenuWidth", MenuKey::kNumber},
+    {"MenuHeight", MenuKey::kNumber},
+    {"HintLeft", MenuKey::kNumber},
+    {"HintTop", MenuKey::kNumber},
+    {"HintWidth", MenuKey::kNumber},
+    {"HintHeight", MenuKey::kNumber},
+    {"ProgressX", MenuKey::kNumber},
+    {"ProgressY", MenuKey::kNumber},
+    {"ProgressW", MenuKey::kNumber},
+    {"HeadingLeft", MenuKey::kNumber},
+    {"HeadingTop", MenuKey::kNumber},
+    {"HeadingFont", MenuKey::kNumber},
+    {"HeadingColor", MenuKey::kColor},
+    {"KeyHelpLeft", MenuKey::kNumber},
+    {"KeyHelpTop", MenuKey::kNumber},
+    {"KeyHelpFont", MenuKey::kNumber},
+    {"KeyHelpColor", MenuKey::kColor},
+    {"Zoom", MenuKey::kZoom},
+    {"MenuTitle", MenuKey::kText, true},
+    {"HintTitle", MenuKey::kText, true},
+    {"Heading", MenuKey::kText, true},
+    {"KeyHelp", MenuKey::kText, true},
+    {"HintFile", MenuKey::kFile, true},
+    {"LinesNumber", MenuKey::kNumber},
+    {"BacklineColor", MenuKey::kColor},
+};
+constexpr Keys kGeneralKeys = kScreenKeys;
+constexpr Keys kSizeKeys = kGeneralKeys.first(21);  // what a section for one size may have
+constexpr MenuKey kItemKeys[] = {
+    {"Title", MenuKey::kText, true}, {"Icon", MenuKey::kPicture},
+    {"Submenu", MenuKey::kFile},     {"ExCode", MenuKey::kNumber},
+    {"ExString", MenuKey::kText},    {"HintSection", MenuKey::kText},
+    {"WaitForFile", MenuKey::kName}, {"WaitWhileFile", MenuKey::kName},
+    {"Timeout", MenuKey::kNumber},   {"ShowIfFileExists", MenuKey::kName},
+    {"Disable", MenuKey::kNumber},   {"Color", MenuKey::kColor},
+    {"Separator", MenuKey::kNumber},
+};
+
+// The number of a section "LINE12", without zeros before it; 0 for any other section.
+int ItemNumber(const std::string& section) {
+  constexpr std::size_t kStem = 4;
+  int number = 0;
+  if (section.size() > kStem)
+    std::from_chars(section.data() + kStem, section.data() + section.size(), number);
+  return number > 0 && Upper(section) == "LINE" + std::to_string(number) ? number : 0;
+}
+
+// Puts the key of a name, and the language behind its point, into `line`.
+bool FindKey(Keys keys, const std::string& name, MenuLine& line) {
+  for (const MenuKey& key : keys) {
+    const std::string_view stem = key.name;
+    const bool isKey = Upper(name.substr(0, stem.size())) == Upper(key.name);
+    if (!isKey || (name.size() > stem.size() && !(key.isTranslated && name[stem.size()] == '.')))
+      continue;
+    line.key = &key;
+    line.language = name.size() > stem.size() ? name.substr(stem.size() + 1) : std::string{};
+    return true;
+  }
+  return false;
+}
+
+std::string NearestKey(Keys keys, const std::string& name) {
+  std::vector<std::string> names;
+  for (const MenuKey& key : keys) names.emplace_back(key.name);
+  const std::size_t point = name.find('.');
+  const std::string nearest = Nearest(name.substr(0, point), names);
+  return nearest.empty() || point == std::string::npos ? nearest : nearest + name.substr(point);
+}
+
+// Reads one file.
+class Reader {
+ public:
+  Reader(Findings& findings, Pictures& pictures, const std::string& name, bool takesSizes)
+      : findings_{findings}, pictures_{pictures}, takesSizes_{takesSizes} {
+    file_.name = name;
+  }
+
+  MenuFile Read() {
+    std::string text;
+    file_.isRead = ReadChecked(findings_, file_.name, kLongestFile, &text);
+    if (!file_.isRead) return std::move(file_);
+    CheckEncoding(text);
+    FindNames(text);
+    const SectionFile content = CheckLines(findings_, file_.name, std::move(text), kGeneralSection);
+    for (const Section& section : content.Sections()) names_.insert(Upper(section.Name()));
+    for (const Section& section : content.Sections()) Take(section);
+    return std::move(file_);
+  }
+
+ private:
+  void CheckEncoding(const std::string& text) {
+    int number = 0;
+    for (std::size_t position = 0; position < text.size();) {
+      const std::string line{NextLine(text, position)};
+      ++number;
+      if (Sound(line, U_UTF8) == line) continue;
+      // The others are written alike.
+      findings_.Add(Msg::kMenuEncoding, file_.At(number));
+      return;
+    }
+  }
+
+  void FindNames(const std::string& text) {
+    const SectionFile content = SectionFile::FromUtf8("[all]\n" + text);
+    for (const Section& section : content.Sections())
+      for (Entry entry : section.Entries()) {
+        entry.value = WithoutComment(entry.value, false);
+        --entry.line;
+        if (Upper(entry.name) == "HINTSECTION") file_.hints.insert(entry.value);
+        if (Upper(entry.name) == "SUBMENU") file_.submenus.push_back(std::move(entry));
+      }
+  }
+
+  // What the section may be called; `name` is what it is called. Empty for nothing.
+  std::string Known(const std::string& name, int line) {
+    if (IsKnown(name)) return name;
+    if (name == kNoName) return {};
+    Size size;
+    if (ReadSectionSize(name, &size)) {
+      findings_.Add(Msg::kSizeUnread, file_.At(line), {name});
+      return {};
+    }
+    // Looking for names takes its time, and nobody reads that many messages.
+    if (findings_.IsFull(Msg::kUnknownSection, file_.name)) return {};
+    std::vector<std::string> missing, there;
+    const int last = std::min<int>(kMostGuessed, static_cast<int>(names_.size()) + 1);
+    for (int n = 1; n <= last; ++n) {
+      const std::string item = "LINE" + std::to_string(n);
+      (names_.contains(item) ? there : missing).push_back(item);
+    }
+    for (const Size usual : kUsualScreens) missing.push_back(SectionFor(usual));
+    missing.push_back(kGeneralSection);
+    std::string meant = Nearest(name, missing);
+    const bool isFree = !meant.empty() && !names_.contains(Upper(meant));
+    if (meant.empty()) meant = Nearest(name, there);
+    findings_.Add(Msg::kUnknownSection, file_.At(line), {name}, meant);
+    if (ItemNumber(meant) == 0) file_.isLayoutKnown = false;
+    return isFree ? meant : std::string{};
+  }
+
+  bool IsKnown(const std::string& name) const {
+    Size size;
+    return ItemNumber(name) > 0 || Upper(name) == kGeneralSection ||
+           (ReadSectionSize(name, &size) && (takesSizes_ || IsUsual(size)));
+  }
+
+  void Take(const Section& section) {
+    const int line = section.Heads().front();
+    const std::string name = Known(section.Name(), line);
+    if (name.empty()) return;
+    MenuSection taken{name, line, ItemNumber(name), {}};
+    const bool isGeneral = Upper(name) == kGeneralSection;
+    const Keys keys = taken.number > 0 ? kItemKeys : isGeneral ? kGeneralKeys : kSizeKeys;
+    for (const Entry& entry : section.Entries()) TakeLine(taken, keys, entry);
+    if (isGeneral) file_.linesNumber = taken.Number("LinesNumber");
+    if (taken.number > 0)
+      file_.items.push_back(std::move(taken));
+    else
+      file_.screens.emplace(Upper(name), std::move(taken));
+  }
+
+  void TakeLine(MenuSection& section, Keys keys, const Entry& entry) {
+    const Place place = file_.At(entry.line);
+    MenuLine line{nullptr, {}, entry};
+    if (!FindKey(keys, entry.name, line)) {
+      const std::string nearest = NearestKey(keys, entry.name);
+      findings_.Add(Msg::kUnknownKey, place, {entry.name}, nearest);
+      if (section.number == 0) file_.isLayoutKnown = false;
+      if (nearest.empty() || !FindKey(keys, nearest, line)) return;
+      if (section.Find(line.key->name, line.language)) return;
+      line.entry.name = nearest;
+    }
+    CheckValue(findings_, pictures_, place, *line.key, line.entry);
+    section.lines.push_back(std::move(line));
+  }
+
+  Findings& findings_;
+  Pictures& pictures_;
+  bool takesSizes_;
+  std::set<std::string> names_;
+  MenuFile file_;
+};
+
+}  // namespace
+
+const MenuLine* MenuSection::Find(const char* key, const std::string& language) const {
+  const auto found = std::find_if(lines.begin(), lines.end(), [&](const MenuLine& line) {
+    return std::string_view{line.key->name} == key && line.language == language;
+  });
+  return found == lines.end() ? nullptr : &*found;
+}
+
+std::string MenuSection::Text(const char* key) const {
+  const MenuLine* found = Find(key);
+  return found ? found->entry.value : std::string{};
+}
+
+int MenuSection::Number(const char* key) const { return ParsedNumber(Text(key)); }
+
+int MenuSection::LineOf(const char* key) const {
+  const MenuLine* found = Find(key);
+  return found ? found->entry.line : line;
+}
+
+const MenuSection& MenuFile::General() const {
+  static const MenuSection kNone;
+  const auto found = screens.find(kGeneralSection);
+  return found == screens.end() ? kNone : found->second;
+}
+
+MenuFile ReadMenuFile(Findings& findings, Pictures& pictures, const std::string& name,
+                      bool takesSizes) {
+  return Reader{findings, pictures, name, takesSizes}.Read();
+}
+
+}  // namespace zel

@@ -1,0 +1,133 @@
+// All that zel-check can say of a menu tree.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+namespace zel {
+
+enum class Severity { kWarning, kError };
+
+// In the order of the table and of the manual's list.
+enum class Msg {
+  // Files
+  kMissingFile,
+  kMissingMenu,
+  kMissingSettings,
+  kMissingProgress,
+  kNotAFile,
+  kUnreadable,
+  kWritable,
+  kTooLarge,
+  kBinary,
+  kNameAscii,
+  kNameLong,
+  kBadPicture,
+  // Lines and sections
+  kLooseKey,
+  kUnknownSection,
+  kUnnamedSection,
+  kSizeUnread,
+  kUnknownKey,
+  kBadHead,
+  kNoEquals,
+  kSectionTwice,
+  kKeyTwice,
+  kEmptyValue,
+  kQuotes,
+  kComment,
+  kAllowUnknown,
+  kAllowUnused,
+  // Values
+  kNoNumber,
+  kLargeNumber,
+  kOctal,
+  kNoColor,
+  kNoZoom,
+  kNoSwitch,
+  kRange,
+  kNoDepth,
+  kNoMode,
+  // Items
+  kLinesNumber,
+  kEmptyMenu,
+  kNeverShown,
+  kNotInEnglish,
+  kCircle,
+  // Choices
+  kStatusCut,
+  kStatusFailure,
+  kStatusZero,
+  kNoStatus,
+  kNoChoice,
+  kSameChoice,
+  kSameStatus,
+  kStringLong,
+  kStringAscii,
+  kSubmenuChoice,
+  kNoEffect,
+  kBothWaits,
+  kWaitRelative,
+  kTimeoutAlone,
+  kTimeoutEndless,
+  // Texts
+  kMenuEncoding,
+  kHintEncoding,
+  kNoLetter,
+  kNoGlyph,
+  kNoLanguage,
+  kUntranslated,
+  kFewTranslated,
+  kTextLong,
+  kNoHintFile,
+  kHintMissing,
+  kHintUntranslated,
+  kHintUnused,
+  kHintTwice,
+  kHintOpen,
+  kHintLong,
+  kHintLineLong,
+  // Layout
+  kNoLayout,
+  kOutside,
+  kOverlap,
+  kNoWidth,
+  kNoRow,
+  kTitleWide,
+  kMenuNarrow,
+  kPanelTitleWide,
+  kFontHigh,
+  kIconLarge,
+  kBackgroundLarge,
+  kContrast,
+  // Skins
+  kBadFont,
+  kBadData,
+  kNoFont,
+  kUnknownElement,
+  kElementFrames,
+  kElementTile,
+  kCount,
+};
+
+struct Message {
+  Msg id;
+  const char* name;  // for --explain and comments
+  Severity severity;
+  const char* what;    // {0}, {1}, ... stand for words
+  const char* advice;  // likewise
+};
+
+const Message& MessageOf(Msg id);
+// Null for a name that no message has.
+const Message* FindMessage(const std::string& name);
+std::vector<std::string> MessageNames();
+
+// The paragraph of the manual on a message, in lines as they are to be printed.
+std::string Explanation(const Message& message);
+
+// A text with {0}, {1}, ... replaced.
+std::string Filled(const char* text, std::span<const std::string> words);
+
+}  // namespace zel

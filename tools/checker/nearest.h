@@ -1,0 +1,13 @@
+// What somebody may have meant.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace zel {
+
+// The known name that is nearest to another one, by letters that are missing, added, changed or
+// swapped, without regard to case; empty when none is near.
+std::string Nearest(const std::string& name, const std::vector<std::string>& known);
+
+}  // namespace zel

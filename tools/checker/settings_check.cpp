@@ -1,0 +1,168 @@
+#include "tools/checker/settings_check.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "launcher/menu_config.h"
+#include "toolkit/base/geometry.h"
+#include "toolkit/base/section_file.h"
+#include "toolkit/base/settings.h"
+#include "tools/checker/files.h"
+#include "tools/checker/lines.h"
+#include "tools/checker/nearest.h"
+#include "tools/checker/values.h"
+
+namespace zel {
+namespace {
+
+using Section = SectionFile::Section;
+
+constexpr std::size_t kLongestFile = 128 << 10;  // that the launcher reads
+constexpr const char* kToolkit = "Toolkit";
+
+// Sections that Allegro itself reads from its configuration.
+constexpr const char* kOfAllegro[] = {"graphics", "mouse",    "keyboard", "joystick", "sound",
+                                      "midimap",  "language", "system",   "allegro"};
+
+// The modes of panels and of the firmware of graphics cards.
+constexpr Size kModes[] = {
+    {320, 200},   {320, 240},   {400, 300},   {512, 384},   {640, 350},   {640, 400},
+    {640, 480},   {720, 400},   {720, 480},   {720, 576},   {768, 576},   {800, 480},
+    {800, 600},   {832, 624},   {848, 480},   {854, 480},   {960, 540},   {960, 600},
+    {960, 720},   {1024, 576},  {1024, 600},  {1024, 768},  {1152, 864},  {1152, 900},
+    {1280, 720},  {1280, 768},  {1280, 800},  {1280, 960},  {1280, 1024}, {1360, 768},
+    {1366, 768},  {1400, 1050}, {1440, 900},  {1440, 960},  {1440, 1080}, {1536, 864},
+    {1600, 900},  {1600, 1200}, {1680, 1050}, {1792, 1344}, {1856, 1392}, {1920, 1080},
+    {1920, 1200}, {1920, 1440}, {2048, 1152}, {2048, 1536}, {2160, 1440}, {2256, 1504},
+    {2560, 1080}, {2560, 1440}, {2560, 1600}, {2560, 2048}, {2736, 1824}, {2880, 1800},
+    {3000, 2000}, {3200, 1800}, {3440, 1440}, {3840, 1600}, {3840, 2160}, {3840, 2400},
+    {4096, 2160}, {5120, 1440}, {5120, 2160}, {5120, 2880}, {7680, 4320}};
+
+constexpr int kDepths[] = {8, 15, 16, 24, 32};
+
+// Numbers that the launcher brings to a range.
+struct Range {
+  const char* key;
+  int least, most;
+};
+constexpr Range kRanges[] = {
+    {"logicFrameRate", 1, 1000},    {"mouseSpeed", 1, 100},
+    {"refreshRate", 0, 1000},       {"soundVolume", 0, 255},
+    {"doubleClickDelay", 0, 10000}, {"keyDelay", -1, 10000},
+    {"keyRepeat", -1, 10000},       {"tooltipDelay", 0, 100000},
+    {"maxFrameSkip", 1, 1000},      {"tooltipAutohideDelay", 0, 10000000},
+    {"screenUpdateMethod", 0, 3},
+};
+
+using KeyInfo = Settings::KeyInfo;
+
+class SettingsCheck {
+ public:
+  explicit SettingsCheck(Findings& findings) : findings_{findings} {
+    for (const KeyInfo& key : keys_) names_.emplace_back(key.name);
+  }
+
+  // Answers the line that names the skin.
+  int Run() {
+    std::string text;
+    if (!ReadChecked(findings_, kSettingsFile, kLongestFile, &text)) return 0;
+    const SectionFile content = CheckLines(findings_, kSettingsFile, std::move(text), kToolkit);
+    for (const Section& section : content.Sections()) CheckSection(section);
+    CheckMode(content);
+    const auto* skin = content.Find(settings.Section().c_str()).Find("skinPath");
+    return skin ? skin->line : 1;
+  }
+
+ private:
+  const KeyInfo* Find(const std::string& name) const {
+    const auto found = std::find_if(keys_.begin(), keys_.end(), [&name](const KeyInfo& key) {
+      return Upper(key.name) == Upper(name);
+    });
+    return found == keys_.end() ? nullptr : &*found;
+  }
+
+  void CheckSection(const Section& section) {
+    const Place place{kSettingsFile, section.Heads().front()};
+    const std::string name = Upper(section.Name());
+    const bool isSettings = name == Upper(settings.Section());
+    const bool isAllegros = std::any_of(std::begin(kOfAllegro), std::end(kOfAllegro),
+                                        [&name](const char* own) { return Upper(own) == name; });
+    const auto& entries = section.Entries();
+    const bool holdsSettings = std::any_of(entries.begin(), entries.end(),
+                                           [this](const auto& entry) { return Find(entry.name); });
+    if (isSettings && name != Upper(kToolkit))
+      findings_.Add(Msg::kUnnamedSection, place, {section.Name()});
+    else if (!isSettings && (!isAllegros || holdsSettings))
+      findings_.Add(Msg::kUnknownSection, place, {section.Name()},
+                    holdsSettings ? std::string{"[Toolkit] for its keys"}
+                                  : Nearest(section.Name(), {kToolkit}));
+    if (isSettings)
+      for (const SectionFile::Entry& entry : entries) CheckEntry(entry);
+  }
+
+  void CheckEntry(const SectionFile::Entry& entry) {
+    const Place place{kSettingsFile, entry.line};
+    const KeyInfo* key = Find(entry.name);
+    const bool isText = key && (key->kind == KeyInfo::kText);
+    const std::string value = WithoutComment(entry.value, !isText);
+    if (!key) {
+      findings_.Add(Msg::kUnknownKey, place, {entry.name}, Nearest(entry.name, names_));
+      return;
+    }
+    if (value.empty() || CheckQuotes(findings_, place, value)) return;
+    if (key->kind == KeyInfo::kZoom) CheckZoom(findings_, place, entry.name, value, true);
+    const bool isNumber = key->kind == KeyInfo::kNumber || key->kind == KeyInfo::kSwitch;
+    if (!isNumber || !CheckNumber(findings_, place, entry.name, value, false)) return;
+    const int number = ParsedNumber(value);
+    if (key->kind == KeyInfo::kSwitch && number != 0 && number != 1)
+      findings_.Add(Msg::kNoSwitch, place, {entry.name, value});
+    for (const Range& range : kRanges)
+      if (Upper(range.key) == Upper(entry.name) && (number < range.least || number > range.most))
+        findings_.Add(Msg::kRange, place,
+                      {entry.name, value, std::to_string(range.least), std::to_string(range.most)});
+  }
+
+  void CheckMode(const SectionFile& content) {
+    const Section& section = content.Find(settings.Section().c_str());
+    if (const auto* depth = section.Find("colorDepth");
+        depth && settings.colorDepth > 0 &&
+        std::find(std::begin(kDepths), std::end(kDepths), settings.colorDepth) == std::end(kDepths))
+      findings_.Add(Msg::kNoDepth, {kSettingsFile, depth->line},
+                    {std::to_string(settings.colorDepth)});
+    const auto* width = section.Find("screenWidth");
+    const auto* height = section.Find("screenHeight");
+    if (!width && !height) return;
+    const Size size{settings.screenWidth, settings.screenHeight};
+    const auto isMode = [size](Size mode) { return mode == size || mode == Size{size.h, size.w}; };
+    if (std::any_of(std::begin(kModes), std::end(kModes), isMode)) return;
+    const auto distance = [size](Size mode) {
+      return std::abs(1.0 * mode.w - size.w) + std::abs(1.0 * mode.h - size.h);
+    };
+    const Size nearest =
+        *std::min_element(std::begin(kModes), std::end(kModes),
+                          [&](Size a, Size b) { return distance(a) < distance(b); });
+    findings_.Add(Msg::kNoMode, {kSettingsFile, width ? width->line : height->line},
+                  {NameOf(size), NameOf(nearest)});
+  }
+
+  Findings& findings_;
+  const std::vector<KeyInfo> keys_ = Settings::Keys();
+  std::vector<std::string> names_;
+};
+
+}  // namespace
+
+int CheckSettings(Findings& findings) {
+  if (!FileExists(kSettingsFile)) {
+    findings.Add(Msg::kMissingSettings, {kSettingsFile});
+    return 1;
+  }
+  if (!CheckFile(findings, {kSettingsFile}, kSettingsFile)) return 0;
+  settings.Load(kSettingsFile);
+  return SettingsCheck{findings}.Run();
+}
+
+}  // namespace zel

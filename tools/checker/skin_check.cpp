@@ -1,0 +1,291 @@
+#include "tools/checker/skin_check.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <iterator>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "toolkit/base/bytes.h"
+#include "toolkit/base/settings.h"
+#include "toolkit/base/text.h"
+#include "toolkit/base/zoom.h"
+#include "toolkit/draw/datafile.h"
+#include "toolkit/draw/skin_values.h"
+#include "toolkit/skin/skin_file.h"
+#include "toolkit/widgets/list_view.h"
+#include "tools/checker/files.h"
+#include "tools/checker/lines.h"
+#include "tools/checker/nearest.h"
+#include "tools/checker/values.h"
+
+namespace zel {
+namespace {
+
+using Section = SectionFile::Section;
+using Object = Datafile::Object;
+
+double Luminance(Color color) {
+  const auto linear = [](int component) {
+    const double share = component / 255.0;
+    return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(color.r()) + 0.7152 * linear(color.g()) + 0.0722 * linear(color.b());
+}
+
+bool IsFontSection(const std::string& section) {
+  return section.size() == 5 && Upper(section).starts_with("FONT");
+}
+
+class SkinCheck {
+ public:
+  explicit SkinCheck(Findings& findings) : findings_{findings}, name_{settings.skinPath} {
+    for (SkinKey& key : SkinKeys()) {
+      const std::string section = Upper(key.section);
+      names_[section].push_back(key.key);
+      keys_.emplace(std::pair{section, Upper(key.key)}, key.kind);
+      sections_.insert(key.section);
+    }
+  }
+
+  bool Run() {
+    constexpr std::size_t kLongest = 128 << 10;
+    std::string text;
+    if (!ReadChecked(findings_, name_, kLongest, &text)) return false;
+    content_ = CheckLines(findings_, name_, std::move(text), "Skin");
+    for (const Section& section : content_.Sections()) CheckSection(section);
+    bool isSound = CheckDatafile("main_data");
+    if (isSound) CheckElements();
+    isSound = CheckDatafile("cursors") && isSound;
+    isSound = CheckFonts() && isSound;
+    const Skin skin{name_.c_str()};
+    if (!skin.GetError().IsError()) CheckContrast(skin);
+    return isSound;
+  }
+
+ private:
+  Place At(int line) const { return {name_, line}; }
+
+  // The line of a key, or of its section, or 1.
+  int LineOf(const char* section, const char* key) const {
+    const Section& found = content_.Find(section);
+    if (const auto* entry = found.Find(key)) return entry->line;
+    return found.Heads().empty() ? 1 : found.Heads().front();
+  }
+
+  void CheckSection(const Section& section) {
+    const std::string name = Upper(section.Name());
+    const int line = section.Heads().front();
+    if (!names_.contains(name)) {
+      findings_.Add(Msg::kUnknownSection, At(line), {section.Name()},
+                    Nearest(section.Name(), {sections_.begin(), sections_.end()}));
+      return;
+    }
+    for (const SectionFile::Entry& entry : section.Entries()) {
+      const auto known = keys_.find({name, Upper(entry.name)});
+      if (known == keys_.end())
+        findings_.Add(Msg::kUnknownKey, At(entry.line), {entry.name},
+                      Nearest(entry.name, names_[name]));
+      else
+        CheckEntry(known->second, entry);
+    }
+  }
+
+  void CheckEntry(SkinKey::Kind kind, const SectionFile::Entry& entry) {
+    const Place place = At(entry.line);
+    const std::string value = WithoutComment(entry.value, kind >= SkinKey::kNumber);
+    if (value.empty() || CheckQuotes(findings_, place, value)) return;
+    if (kind == SkinKey::kColor) {
+      std::string commas = value;
+      std::replace(commas.begin(), commas.end(), ';', ',');
+      if (value != "-1") CheckColor(findings_, place, entry.name, commas);
+      return;
+    }
+    if (kind != SkinKey::kNumber && kind != SkinKey::kFont) return;
+    if (!CheckNumber(findings_, place, entry.name, value, true)) return;
+    const int number = ParsedNumber(value);
+    const auto section = "FONT" + value;
+    if (std::abs(1.0 * number) > kLargestSkinValue)
+      findings_.Add(Msg::kLargeNumber, place, {entry.name, value, "absent"});
+    else if (kind == SkinKey::kFont && content_.Find(section.c_str()).Heads().empty() &&
+             number != 0)
+      findings_.Add(Msg::kNoFont, place, {entry.name, value});
+  }
+
+  std::string Beside(const std::string& file) const {
+    const std::size_t slash = name_.rfind('/');
+    return slash == std::string::npos || file.starts_with('/') ? file
+                                                               : name_.substr(0, slash + 1) + file;
+  }
+
+  // A file that the section names with the key; empty for none.
+  std::string FileOf(const char* section, const char* key) const {
+    const std::string value = WithoutComment(content_.Find(section).GetText(key), false);
+    return value.empty() ? value : Beside(value);
+  }
+
+  // False for a datafile that is to be there and cannot be read.
+  bool CheckDatafile(const char* key) {
+    const std::string file = FileOf("Skin", key);
+    const Place place = At(LineOf("Skin", key));
+    if (file.empty()) return true;
+    if (!CheckFile(findings_, place, file)) return false;
+    const bool isElements = key == std::string{"main_data"};
+    Datafile data;
+    if (!data.Load(file.c_str())) {
+      findings_.Add(Msg::kBadData, place, {file});
+      return false;
+    }
+    std::vector<std::string> names{"XTRA_PALETTE"};
+    if (isElements)
+      names.insert(names.end(), std::begin(kElementNames), std::end(kElementNames));
+    else
+      names.insert(names.end(), std::begin(kCursorNames), std::end(kCursorNames));
+    for (const Object& object : data.Objects()) {
+      const bool isKnown = std::any_of(names.begin(), names.end(), [&](const std::string& known) {
+        return Upper(known) == Upper(object.name);
+      });
+      // An editor of datafiles writes about itself.
+      const bool isInfo = object.type == DAT_ID('i', 'n', 'f', 'o') || object.name.empty();
+      if (!isKnown && !isInfo)
+        findings_.Add(Msg::kUnknownElement, place, {object.name, file},
+                      Nearest(object.name, names));
+    }
+    return true;
+  }
+
+  int Tile(const char* name, const char* property, const Object& object) const {
+    const std::string key = std::string{name} + '_' + property;
+    const int said = ReadSkinInt(content_, "TILING", key.c_str(), -1);
+    if (said != -1) return said;
+    const std::string own = object.Property(property);
+    return own.empty() ? -1 : ParsedNumber(own);
+  }
+
+  void CheckElements() {
+    const std::string file = FileOf("Skin", "main_data");
+    const Place place = At(LineOf("Skin", "main_data"));
+    Datafile data;
+    if (file.empty() || !data.Load(file.c_str())) return;
+    for (int id = 0; id < kElementCount; ++id) {
+      const char* name = kElementNames[id];
+      const Object* object = data.Find(name, DAT_BITMAP);
+      const BitmapPtr picture = object ? MakePicture(*object) : nullptr;
+      if (!picture) continue;
+      const Size grid = kElementGrids[id], size{picture->w, picture->h};
+      if (size.w % grid.w != 0 || size.h % grid.h != 0) {
+        const std::string frames = grid.w == 1   ? std::to_string(grid.h) + " rows"
+                                   : grid.h == 1 ? std::to_string(grid.w) + " columns"
+                                                 : std::to_string(grid.w) + " columns and " +
+                                                       std::to_string(grid.h) + " rows";
+        findings_.Add(Msg::kElementFrames, place, {name, NameOf(size), frames});
+        continue;
+      }
+      const Size frame{size.w / grid.w, size.h / grid.h};
+      CheckTile(name, "TCKX", *object, frame, frame.w);
+      CheckTile(name, "TCKY", *object, frame, frame.h);
+    }
+  }
+
+  void CheckTile(const char* name, const char* property, const Object& object, Size frame,
+                 int most) {
+    const int tile = Tile(name, property, object);
+    if (tile == -1 || (tile > 0 && tile <= most)) return;
+    const std::string key = std::string{name} + '_' + property;
+    const bool isHere = content_.Find("TILING").Find(key.c_str());
+    findings_.Add(Msg::kElementTile,
+                  At(isHere ? LineOf("TILING", key.c_str()) : LineOf("Skin", "main_data")),
+                  {name, std::to_string(tile), NameOf(frame)});
+  }
+
+  bool CheckFonts() {
+    bool areSound = true;
+    for (const Section& section : content_.Sections()) {
+      if (!IsFontSection(section.Name())) continue;
+      const char* name = section.Name().c_str();
+      const std::string file = FileOf(name, "file");
+      const Place place = At(LineOf(name, "file"));
+      if (file.empty()) continue;
+      const bool isThere = CheckFile(findings_, place, file);
+      if (Font font; !isThere || font.Load(file.c_str()).IsError()) {
+        if (isThere) findings_.Add(Msg::kBadFont, place, {file});
+        areSound = false;
+        continue;
+      }
+      const auto* size = section.Find("size");
+      const int height = size ? ParsedNumber(size->value) : 1;
+      constexpr int kMost = 1000;
+      char* end = nullptr;
+      if (size) std::strtol(size->value.c_str(), &end, 10);
+      if (size && end != size->value.c_str() && (height < 1 || height > kMost))
+        findings_.Add(Msg::kRange, At(size->line),
+                      {"size", size->value, "1", std::to_string(kMost)});
+    }
+    return areSound;
+  }
+
+  void Compare(const char* section, const char* key, Color text, Color ground) {
+    if (!text.IsSet() || !ground.IsSet()) return;
+    const double contrast = Contrast(text, ground);
+    if (contrast >= kLeastContrast) return;
+    findings_.Add(Msg::kContrast, At(LineOf(section, key)),
+                  {std::string{"["} + section + "] " + key, TextOf(contrast)});
+  }
+
+  static std::string TextOf(double contrast) {
+    char text[16];
+    std::snprintf(text, sizeof text, "%.1f", contrast);
+    return text;
+  }
+
+  void CheckContrast(const Skin& skin) {
+    const auto color = [&skin](TextSet set, DrawState state) { return skin.fontColor[set][state]; };
+    Compare("COLORS", "fontface", skin.colors[kFontFace], skin.colors[kFace]);
+    Compare("LIST", "f_col1", color(kListText, kNormal), MiddleOf(skin, LIST, 0, kListStates));
+    Compare("LIST", "f_col2", color(kListText, kSelected), MiddleOf(skin, LIST, 5, kListStates));
+    Compare("TEXT", "f_col1", color(kEditText, kNormal), MiddleOf(skin, PANEL_SUNKEN, 0, 1));
+    Compare("TOOLTIP", "f_col1", color(kTooltipText, kNormal), skin.tooltipBackColor);
+    const char* keys[] = {"f_col1", "f_col2", "f_col3", "f_col4"};
+    for (int state = 0; state < kDrawStates; ++state)
+      if (state != kDisabled)
+        Compare("BUTTON", keys[state], color(kButtonText, static_cast<DrawState>(state)),
+                MiddleOf(skin, BUTTON, state, kDrawStates));
+  }
+
+  Findings& findings_;
+  std::string name_;
+  SectionFile content_;
+  std::map<std::pair<std::string, std::string>, SkinKey::Kind> keys_;
+  std::map<std::string, std::vector<std::string>> names_;
+  std::set<std::string> sections_;
+};
+
+}  // namespace
+
+Color MiddleOf(const Skin& skin, int element, int frame, int frames) {
+  const SkinBitmap& picture = *skin.bitmaps[static_cast<std::size_t>(element)];
+  if (picture.IsEmpty()) return {};
+  const int height = picture.Height() / frames;
+  const int pixel = getpixel(picture.GetBitmap(), picture.Width() / 2, frame * height + height / 2);
+  Color color;
+  if (pixel >= 0 && pixel != magenta) color = Color{getr(pixel), getg(pixel), getb(pixel)};
+  return color;
+}
+
+double Contrast(Color text, Color ground) {
+  constexpr double kStray = 0.05;  // light that any screen sends back
+  const double a = Luminance(text) + kStray, b = Luminance(ground) + kStray;
+  return std::max(a, b) / std::min(a, b);
+}
+
+bool CheckSkin(Findings& findings, const Place& named) {
+  const std::string name{settings.skinPath};
+  if (name.empty() || name == "default") return true;
+  return CheckFile(findings, named, name) && SkinCheck{findings}.Run();
+}
+
+}  // namespace zel

@@ -1,0 +1,377 @@
+#include "tools/checker/texts.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <iterator>
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "launcher/hint_file.h"
+#include "launcher/language.h"
+#include "launcher/menu_config.h"
+#include "toolkit/base/allegro.h"
+#include "toolkit/base/bytes.h"
+#include "toolkit/base/text.h"
+#include "tools/checker/files.h"
+#include "tools/checker/lines.h"
+#include "tools/checker/nearest.h"
+
+namespace zel {
+namespace {
+
+constexpr std::string_view kNoText = "-";  // where there would be one
+
+const LanguageRow& RowOf(const std::string& suffix) {
+  for (const LanguageRow& row : Languages())
+    if (suffix == row.code) return row;
+  return Languages().front();
+}
+
+// All but English, which has none.
+std::vector<std::string> Suffixes() {
+  std::vector<std::string> suffixes;
+  for (const LanguageRow& row : Languages())
+    if (row.language != kEnglish) suffixes.emplace_back(row.code);
+  return suffixes;
+}
+
+bool IsSuffix(const std::string& text) {
+  const std::vector<std::string> suffixes = Suffixes();
+  return std::find(suffixes.begin(), suffixes.end(), text) != suffixes.end();
+}
+
+std::string Listed(const std::vector<std::string>& names) {
+  std::string list;
+  for (const std::string& name : names) list += (list.empty() ? "" : ", ") + name;
+  return list;
+}
+
+bool IsInEncoding(const LanguageRow& language, int character) {
+  if (!language.codePage || character < 0x80) return true;
+  const unsigned short* page = language.codePage();
+  return std::find(page, page + 256, character) != page + 256;
+}
+
+std::string Utf8(int character) {
+  char bytes[8];
+  const FormatGuard format{U_UTF8};
+  return {bytes, static_cast<std::size_t>(usetc(bytes, character))};
+}
+
+// Calls back with each character of a text.
+template <class Each>
+void ForEachCharacter(const std::string& text, const Each& each) {
+  const FormatGuard format{U_UTF8};
+  const char* position = text.c_str();
+  while (const int character = ugetxc(&position)) each(character);
+}
+
+// Looks for letters that do not show.
+class Letters {
+ public:
+  Letters(Findings& findings, const Skin* skin) : findings_{findings}, skin_{skin} {}
+
+  void Check(const Place& place, const std::string& text, const LanguageRow& language, int font) {
+    const bool isFont = skin_ && 0 <= font && font < Skin::kFonts;
+    const Font* drawn = isFont ? skin_->fonts[static_cast<std::size_t>(font)].get() : nullptr;
+    std::vector<std::string> lost;
+    ForEachCharacter(text, [&](int character) {
+      if (!IsInEncoding(language, character))
+        lost.push_back(Utf8(character));
+      else if (drawn && character > ' ' && !drawn->Has(character))
+        missing_[{font, language.code}].emplace_back(character, place);
+    });
+    if (!lost.empty())
+      findings_.Add(Msg::kNoLetter, place, {Listed(lost), language.code, language.encoding});
+  }
+
+  // Says what fonts lack: one message for a font that is not meant for a language.
+  void Finish() {
+    constexpr std::size_t kFew = 3, kNamed = 8;
+    for (const auto& [font, all] : missing_) {
+      std::map<int, Place> letters;
+      for (const auto& [letter, place] : all) letters.try_emplace(letter, place);
+      std::vector<std::string> named;
+      for (const auto& [letter, place] : letters) {
+        if (named.size() < kNamed) named.push_back(Utf8(letter));
+        if (letters.size() <= kFew)
+          findings_.Add(Msg::kNoGlyph, place, {Utf8(letter), std::to_string(font.first)});
+      }
+      if (letters.size() > kNamed) named.emplace_back("...");
+      if (letters.size() > kFew)
+        findings_.Add(Msg::kNoGlyph, all.front().second,
+                      {Listed(named), std::to_string(font.first)});
+    }
+  }
+
+ private:
+  Findings& findings_;
+  const Skin* skin_;
+  std::map<std::pair<int, std::string>, std::vector<std::pair<int, Place>>> missing_;
+};
+
+// The font that a text of a menu is written in.
+int FontOf(const Skin* skin, const MenuFile& menu, const std::string& key) {
+  if (key == "Title" && skin) return skin->fontIndex[kListText][kNormal];
+  if (key == "Heading" && menu.General().Has("HeadingFont"))
+    return menu.General().Number("HeadingFont");
+  if (key == "Heading") return 2;
+  return key == "KeyHelp" ? menu.General().Number("KeyHelpFont") : 0;
+}
+
+bool IsShown(const std::string& key) { return key != "ExString" && key != "HintSection"; }
+
+void CheckSectionTexts(Findings& findings, Letters& letters, const MenuFile& menu,
+                       const MenuSection& section, const Skin* skin) {
+  for (const MenuLine& line : section.lines) {
+    const Place place = menu.At(line.entry.line);
+    if (!line.language.empty() && !IsSuffix(line.language)) {
+      findings.Add(Msg::kNoLanguage, place, {line.entry.name, line.language, Listed(Suffixes())},
+                   line.language.size() > 1 && line.language != "en"
+                       ? Nearest(line.language, Suffixes())
+                       : std::string{});
+      continue;
+    }
+    if (line.key->kind != MenuKey::kText || !IsShown(line.key->name)) continue;
+    letters.Check(place, line.entry.value, RowOf(line.language),
+                  FontOf(skin, menu, line.key->name));
+  }
+}
+
+// The items that have a title of their own.
+std::vector<const MenuSection*> TitledItems(const MenuFile& menu) {
+  std::vector<const MenuSection*> titled;
+  for (const MenuSection& item : menu.items)
+    if (item.Has("Title") && item.Number("Separator") == 0) titled.push_back(&item);
+  return titled;
+}
+
+// True where a title is in a language that there is not, which is said.
+bool HasStrayTitle(const MenuSection& item) {
+  return std::any_of(item.lines.begin(), item.lines.end(), [](const MenuLine& line) {
+    return !line.language.empty() && !IsSuffix(line.language);
+  });
+}
+
+// Reports what one language lacks that is there in English and, next to it, in the language.
+void CheckTranslation(Findings& findings, const MenuFile& menu, const std::string& language) {
+  const std::vector<const MenuSection*> titled = TitledItems(menu);
+  std::vector<const MenuLine*> found;
+  for (const MenuSection* item : titled)
+    if (const MenuLine* line = item->Find("Title", language)) found.push_back(line);
+  // Where most are missing, that is one thing and not many.
+  if (!found.empty() && 2 * found.size() < titled.size()) {
+    findings.Add(Msg::kFewTranslated, menu.At(found.front()->entry.line),
+                 {language, std::to_string(found.size()), std::to_string(titled.size())});
+    return;
+  }
+  const auto add = [&](const MenuSection& section, const char* key) {
+    findings.Add(Msg::kUntranslated, menu.At(section.LineOf(key)),
+                 {std::string{key} + '.' + language});
+  };
+  for (const MenuSection* item : titled)
+    if (!found.empty() && !item->Find("Title", language) && !HasStrayTitle(*item))
+      add(*item, "Title");
+  const MenuSection& general = menu.General();
+  for (const char* key : {"MenuTitle", "HintTitle", "Heading", "KeyHelp", "HintFile"})
+    if (general.Has(key) && general.Text(key) != kNoText && !general.Find(key, language) &&
+        !HasStrayTitle(general))
+      add(general, key);
+}
+
+// One file of explanations as the languages of one encoding read it.
+struct Hints {
+  const LanguageRow& language;
+  HintFile file;
+  std::set<std::string> names;
+  bool isRead;
+};
+
+std::string Decoded(const std::string& bytes, const LanguageRow& language) {
+  if (!language.codePage) return bytes;
+  const unsigned short* page = language.codePage();
+  std::string text;
+  for (const char c : bytes) text += IsAscii(c) ? std::string{c} : Utf8(page[c & 0xFF]);
+  return text;
+}
+
+std::string Encoded(const std::string& text, const LanguageRow& language) {
+  if (!language.codePage) return text;
+  const unsigned short* page = language.codePage();
+  std::string bytes;
+  ForEachCharacter(text, [&](int character) {
+    const auto* found = std::find(page, page + 256, character);
+    bytes += found == page + 256 ? '^' : static_cast<char>(found - page);
+  });
+  return bytes;
+}
+
+class HintsCheck {
+ public:
+  // Says of explanations that nobody shows only where all menus are known.
+  HintsCheck(Findings& findings, Letters& letters, const Skin* skin, bool areAll)
+      : findings_{findings}, letters_{letters}, skin_{skin}, areAll_{areAll} {}
+
+  void Take(const MenuFile& menu) {
+    std::map<std::string, Hints*> files;  // that show the texts of this menu
+    for (const std::string& language : LanguagesOf(menu))
+      if (const MenuLine* line = Said(menu.General(), "HintFile", language);
+          line && IsFile(line->entry.value.c_str()))
+        if (Hints& hints = Open(line->entry.value, RowOf(language)); hints.isRead)
+          files.emplace(line->entry.value, &hints);
+    for (const MenuSection& item : menu.items)
+      if (const MenuLine* line = item.Find("HintSection"); line && !line->entry.value.empty())
+        CheckItem(menu, *line, files);
+    used_.insert(menu.hints.begin(), menu.hints.end());
+  }
+
+  void Finish() {
+    for (auto& [name, hints] : files_) {
+      if (!hints.isRead) continue;
+      std::map<std::string, int> seen;
+      const std::vector<HintFile::Section> sections = hints.file.Sections();
+      for (const HintFile::Section& section : sections) {
+        const Place place{name, section.line};
+        const std::string shown = Decoded(section.name, hints.language);
+        const auto [first, isNew] = seen.try_emplace(section.name, section.line);
+        const bool isUsed = used_.contains(shown);
+        // One that is to close another text is none.
+        if (!isUsed && Upper(shown).starts_with("END")) continue;
+        if (!isNew)
+          findings_.Add(Msg::kHintTwice, place, {shown, std::to_string(first->second)});
+        else if (areAll_ && !isUsed)
+          findings_.Add(Msg::kHintUnused, place, {shown});
+        if (!section.isClosed)
+          findings_.Add(Msg::kHintOpen, place,
+                        {shown, &section == &sections.back() ? ", and the last line is lost" : ""});
+      }
+    }
+  }
+
+ private:
+  Hints& Open(const std::string& name, const LanguageRow& language) {
+    const auto found = files_.find(name);
+    if (found != files_.end()) return found->second;
+    constexpr std::size_t kLongest = std::size_t{32} << 20;
+    std::string text;
+    const bool isRead = ReadChecked(findings_, name, kLongest, &text);
+    const FormatGuard format{language.codePage ? U_ASCII : U_UTF8};
+    Hints& hints =
+        files_.emplace(name, Hints{language, HintFile{name.c_str()}, {}, isRead}).first->second;
+    if (!isRead) return hints;
+    for (const HintFile::Section& section : hints.file.Sections()) {
+      hints.names.insert(section.name);
+      if (ustrlen(hints.file.Fill(section.name.c_str()).c_str()) >= kHintCharacters)
+        findings_.Add(Msg::kHintLong, {name, section.line}, {Decoded(section.name, language)});
+    }
+    if (IsWellEncoded(name, text, language)) CheckHintLetters(name, text, language);
+    return hints;
+  }
+
+  // False for another encoding than that of the language, which is said of the first such line.
+  bool IsWellEncoded(const std::string& name, const std::string& text,
+                     const LanguageRow& language) {
+    int number = 0;
+    for (std::size_t position = 0; position < text.size();) {
+      const std::string line{NextLine(text, position)};
+      ++number;
+      if (std::all_of(line.begin(), line.end(), IsAscii)) continue;
+      // Text in a code page is hardly ever UTF-8 by chance.
+      const bool isUtf8 = Sound(line, U_UTF8) == line;
+      if (isUtf8 == !language.codePage) continue;
+      const char* likely = isUtf8 ? "UTF-8" : language.language == kChinese ? "GB18030" : "EUC-JP";
+      findings_.Add(Msg::kHintEncoding, {name, number},
+                    {isUtf8 ? "UTF-8" : "not UTF-8", language.code, language.encoding, likely});
+      return false;
+    }
+    return true;
+  }
+
+  void CheckHintLetters(const std::string& name, const std::string& text,
+                        const LanguageRow& language) {
+    const int font = skin_ ? skin_->fontIndex[kEditText][kNormal] : 0;
+    int line = 0;
+    for (std::size_t position = 0; position < text.size();) {
+      const std::string stored{NextLine(text, position)};
+      const std::string read = Decoded(stored, language);
+      ++line;
+      if (stored.size() > kHintLineBytes) findings_.Add(Msg::kHintLineLong, {name, line});
+      if (!std::all_of(read.begin(), read.end(), IsAscii))
+        letters_.Check({name, line}, read, language, font);
+    }
+  }
+
+  void CheckItem(const MenuFile& menu, const MenuLine& line,
+                 const std::map<std::string, Hints*>& files) {
+    const std::string& wanted = line.entry.value;
+    const Place place = menu.At(line.entry.line);
+    if (!menu.General().Find("HintFile")) {
+      findings_.Add(Msg::kNoHintFile, place, {wanted});
+      return;
+    }
+    std::vector<std::string> with, without;
+    std::string nearest;
+    for (const auto& [name, hints] : files) {
+      const bool has = hints->names.contains(Encoded(wanted, hints->language));
+      (has ? with : without).push_back(name);
+      if (!has && nearest.empty())
+        nearest = Nearest(wanted, {hints->names.begin(), hints->names.end()});
+    }
+    if (without.empty()) return;
+    used_.insert(nearest);
+    if (with.empty())
+      findings_.Add(Msg::kHintMissing, place, {wanted, Listed(without)}, nearest);
+    else
+      findings_.Add(Msg::kHintUntranslated, place, {wanted, Listed(without), Listed(with)});
+  }
+
+  Findings& findings_;
+  Letters& letters_;
+  const Skin* skin_;
+  bool areAll_;
+  std::map<std::string, Hints> files_;
+  std::set<std::string> used_;  // texts that items name, or mean
+};
+
+}  // namespace
+
+const MenuLine* Said(const MenuSection& section, const char* key, const std::string& language) {
+  const MenuLine* own = language.empty() ? nullptr : section.Find(key, language);
+  return own && !own->entry.value.empty() ? own : section.Find(key);
+}
+
+std::vector<std::string> LanguagesOf(const MenuFile& menu) {
+  std::set<std::string> languages{""};
+  const auto add = [&languages](const MenuSection& section) {
+    for (const MenuLine& line : section.lines)
+      if (IsSuffix(line.language)) languages.insert(line.language);
+  };
+  add(menu.General());
+  for (const MenuSection& item : menu.items) add(item);
+  return {languages.begin(), languages.end()};
+}
+
+void CheckTexts(Findings& findings, const std::vector<MenuFile>& menus, const Skin* skin) {
+  Letters letters{findings, skin};
+  for (const MenuFile& menu : menus) {
+    for (const auto& [name, section] : menu.screens)
+      CheckSectionTexts(findings, letters, menu, section, skin);
+    for (const MenuSection& item : menu.items)
+      CheckSectionTexts(findings, letters, menu, item, skin);
+    for (const std::string& language : LanguagesOf(menu))
+      if (!language.empty()) CheckTranslation(findings, menu, language);
+  }
+  const bool areAll = std::all_of(menus.begin(), menus.end(), [](const MenuFile& menu) {
+    return !menu.items.empty() &&
+           std::all_of(menu.submenus.begin(), menu.submenus.end(),
+                       [](const SectionFile::Entry& link) { return IsFile(link.value.c_str()); });
+  });
+  HintsCheck hints{findings, letters, skin, areAll};
+  for (const MenuFile& menu : menus) hints.Take(menu);
+  hints.Finish();
+  letters.Finish();
+}
+
+}  // namespace zel

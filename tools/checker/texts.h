@@ -1,0 +1,23 @@
+// What people read, in every language.
+#pragma once
+
+#include <vector>
+
+#include "toolkit/skin/skin.h"
+#include "tools/checker/findings.h"
+#include "tools/checker/menu_file.h"
+
+namespace zel {
+
+// Says which texts of menus and of their files of explanations do not show as they are written, and
+// which are missing or too many. Without a skin nothing is said of its fonts.
+void CheckTexts(Findings& findings, const std::vector<MenuFile>& menus, const Skin* skin);
+
+// What an item or a menu says for a key in a language: its own words, else those without a
+// language; null for none.
+const MenuLine* Said(const MenuSection& section, const char* key, const std::string& language);
+
+// The languages that the keys of a menu name, as far as the launcher knows them, and English as "".
+std::vector<std::string> LanguagesOf(const MenuFile& menu);
+
+}  // namespace zel

@@ -1,0 +1,134 @@
+#include "tools/checker/values.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+#include "imageformats/load.h"
+#include "toolkit/base/allegro.h"
+#include "toolkit/base/text.h"
+#include "toolkit/base/zoom.h"
+#include "tools/checker/files.h"
+
+namespace zel {
+namespace {
+
+// What the launcher keeps of a text and of the name of a file, in bytes; most languages have one
+// for each character.
+constexpr int kLongestText = 1023, kLongestName = 259;
+
+void CheckPicture(Findings& findings, Pictures& pictures, const Place& place,
+                  const std::string& name) {
+  if (CheckFile(findings, place, name) && !pictures.Get(name))
+    findings.Add(Msg::kBadPicture, place, {name});
+}
+
+}  // namespace
+
+BITMAP* Pictures::Get(const std::string& name) {
+  const auto [found, isNew] = pictures_.try_emplace(name);
+  if (isNew) found->second.reset(LoadPicture(name.c_str(), nullptr));
+  return found->second.get();
+}
+
+int ParsedNumber(const std::string& text) {
+  return static_cast<int>(
+      std::clamp<long long>(std::strtoll(text.c_str(), nullptr, 0), INT_MIN, INT_MAX));
+}
+
+std::string WithoutComment(const std::string& value, bool isNumber) {
+  std::size_t comment = std::min(FindAllowComment(value), value.find(" # "));
+  if (isNumber) comment = std::min(comment, value.find(" ;"));
+  if (comment == std::string::npos || comment == 0) return value;
+  return value.substr(0, value.find_last_not_of(" \t", comment - 1) + 1);
+}
+
+bool CheckNumber(Findings& findings, const Place& place, const std::string& key,
+                 const std::string& value, bool isDecimal) {
+  char* end = nullptr;
+  const long long number = std::strtoll(value.c_str(), &end, isDecimal ? 10 : 0);
+  const std::string taken = std::to_string(ParsedNumber(value));
+  if (*end != '\0') {
+    findings.Add(Msg::kNoNumber, place, {key, value, isDecimal ? std::to_string(number) : taken});
+    return false;
+  }
+  if (!std::in_range<int>(number)) {
+    findings.Add(Msg::kLargeNumber, place, {key, value, taken});
+    return false;
+  }
+  const std::size_t first = value.find_first_not_of("+-");
+  const bool isOctal = !isDecimal && first != std::string::npos && value[first] == '0' &&
+                       first + 1 < value.size() && (value[first + 1] | 0x20) != 'x';
+  if (isOctal) findings.Add(Msg::kOctal, place, {key, value, taken});
+  return true;
+}
+
+bool CheckColor(Findings& findings, const Place& place, const std::string& key,
+                const std::string& value) {
+  int rest = 0, r = 0, g = 0, b = 0;
+  const bool isWhole = std::sscanf(value.c_str(), "%d , %d , %d %n", &r, &g, &b, &rest) == 3 &&
+                       rest == static_cast<int>(value.size());
+  if (isWhole && std::min({r, g, b}) >= 0 && std::max({r, g, b}) <= 255) return true;
+  findings.Add(Msg::kNoColor, place, {key, value});
+  return false;
+}
+
+bool CheckZoom(Findings& findings, const Place& place, const std::string& key,
+               const std::string& value, bool mayBeAuto) {
+  if (mayBeAuto && ParseZoom(value.c_str()) == kZoomToFit) return true;
+  char* end = nullptr;
+  const double number = std::strtod(value.c_str(), &end);
+  if (*end == '\0' && number >= kLeastZoom && number <= kLargestZoom) return true;
+  findings.Add(Msg::kNoZoom, place, {key, value, mayBeAuto ? ", or auto" : ""});
+  return false;
+}
+
+bool CheckQuotes(Findings& findings, const Place& place, const std::string& value) {
+  const bool isQuoted = value.size() > 1 && value.front() == value.back() &&
+                        (value.front() == '"' || value.front() == '\'');
+  if (isQuoted) findings.Add(Msg::kQuotes, place, {value.substr(1, value.size() - 2)});
+  return isQuoted;
+}
+
+void CheckValue(Findings& findings, Pictures& pictures, const Place& place, const MenuKey& key,
+                SectionFile::Entry& entry) {
+  const bool isRead = key.kind <= MenuKey::kZoom && key.kind != MenuKey::kText;
+  std::string plain = WithoutComment(entry.value, isRead);
+  // A number ends before a comment.
+  if (plain != entry.value && !isRead) findings.Add(Msg::kComment, place, {plain});
+  if (CheckQuotes(findings, place, plain)) plain = plain.substr(1, plain.size() - 2);
+  entry.value = plain;
+  if (plain.empty()) return;
+  const FormatGuard format{U_UTF8};
+  const bool isName = key.kind >= MenuKey::kName;
+  if (isName && ustrlen(plain.c_str()) > kLongestName) {
+    findings.Add(Msg::kNameLong, place, {entry.name});
+    return;
+  }
+  if (!isName && ustrlen(plain.c_str()) > kLongestText)
+    findings.Add(Msg::kTextLong, place, {entry.name});
+  switch (key.kind) {
+    case MenuKey::kNumber:
+      CheckNumber(findings, place, entry.name, plain, false);
+      return;
+    case MenuKey::kColor:
+      CheckColor(findings, place, entry.name, plain);
+      return;
+    case MenuKey::kZoom:
+      CheckZoom(findings, place, entry.name, plain, false);
+      return;
+    case MenuKey::kPicture:
+      CheckPicture(findings, pictures, place, plain);
+      return;
+    case MenuKey::kFile:
+      CheckFile(findings, place, plain);
+      return;
+    case MenuKey::kText:
+    case MenuKey::kName:
+      return;
+  }
+}
+
+}  // namespace zel

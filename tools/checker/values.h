@@ -1,0 +1,42 @@
+// Values of keys.
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "toolkit/base/allegro.h"
+#include "tools/checker/findings.h"
+#include "tools/checker/menu_file.h"
+
+namespace zel {
+
+// Pictures by file name, each loaded once, in 32 bits.
+class Pictures {
+ public:
+  // Null for one that cannot be read.
+  BITMAP* Get(const std::string& name);
+
+ private:
+  std::map<std::string, BitmapPtr> pictures_;
+};
+
+// The number that the launcher takes a text for.
+int ParsedNumber(const std::string& text);
+
+// Say what is wrong with a value that is to be a number, decimal or as C writes it, a colour or a
+// zoom. False for something. `key` is the name for messages.
+bool CheckNumber(Findings& findings, const Place& place, const std::string& key,
+                 const std::string& value, bool isDecimal);
+bool CheckColor(Findings& findings, const Place& place, const std::string& key,
+                const std::string& value);
+bool CheckZoom(Findings& findings, const Place& place, const std::string& key,
+               const std::string& value, bool mayBeAuto);
+// True for quotes around a value, which is said.
+bool CheckQuotes(Findings& findings, const Place& place, const std::string& value);
+
+// All that can be said of one value in a menu file by itself, files and pictures included. What was
+// not meant to be part of it is taken from it.
+void CheckValue(Findings& findings, Pictures& pictures, const Place& place, const MenuKey& key,
+                SectionFile::Entry& entry);
+
+}  // namespace zel
