@@ -200,9 +200,9 @@ TEST_F(MenuConfigTest, AHintIsTheJoinedLinesOfASection) {
   for (const auto& [content, hint] : rows) EXPECT_EQ(Hint(content), hint) << content;
   std::string sections;
   WriteFile("hints", "[end:]\n[a]\n[b]\n[end:b]\n[]\n[c\nd]\n");
-  for (const auto& [name, isClosed] : HintFile{"hints"}.Sections())
-    sections += name + (isClosed ? " closed " : " open ");
-  EXPECT_EQ(sections, "a open b closed ");
+  for (const auto& [name, isClosed, line] : HintFile{"hints"}.Sections())
+    sections += std::to_string(line) + ' ' + name + (isClosed ? " closed " : " open ");
+  EXPECT_EQ(sections, "2 a open 3 b closed ");
 }
 
 TEST_F(MenuConfigTest, LongHintsAreCutAtAWholeCharacter) {

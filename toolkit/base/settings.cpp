@@ -112,7 +112,9 @@ bool Settings::IsKey(const char* name) {
 }
 
 std::vector<Settings::KeyInfo> Settings::Keys() {
-  std::vector<KeyInfo> keys{{kSkinPath, KeyInfo::kText}, {kZoom, KeyInfo::kZoom}};
+  std::vector<KeyInfo> keys{
+      {kSkinPath, KeyInfo::kText}, {kZoom, KeyInfo::kZoom}, {kLooks, KeyInfo::kFiles}};
+  for (const Key& key : kAdditions) keys.push_back({key.name, KeyInfo::kSwitch});
   for (const Key& key : kKeys)
     keys.push_back({key.name, key.kind == Kind::kInt    ? KeyInfo::kNumber
                               : key.kind == Kind::kBool ? KeyInfo::kSwitch

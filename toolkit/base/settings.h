@@ -75,7 +75,7 @@ class Settings {
   static bool IsKey(const char* name);
   struct KeyInfo {
     const char* name;
-    enum Kind { kText, kZoom, kNumber, kSwitch, kDriver } kind;
+    enum Kind { kText, kFiles, kZoom, kNumber, kSwitch, kDriver } kind;
   };
   static std::vector<KeyInfo> Keys();
 

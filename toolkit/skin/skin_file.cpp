@@ -245,6 +245,7 @@ std::vector<SkinKey> SkinKeys() {
   for (int i = 0; i < Skin::kSkinFonts; ++i) {
     keys.push_back({"FONT" + std::to_string(i), "file", SkinKey::kFile});
     keys.push_back({"FONT" + std::to_string(i), "size", SkinKey::kNumber});
+    keys.push_back({"FONT" + std::to_string(i), "fallback", SkinKey::kFiles});
   }
   for (const char* name : kElementNames)
     for (const char* number : {"_TCKX", "_TCKY"})

@@ -17,7 +17,7 @@ void ResetNumbers(Skin& skin);
 
 // A key that a description may have.
 struct SkinKey {
-  enum Kind { kText, kFile, kNumber, kColor, kFont };
+  enum Kind { kText, kFile, kFiles, kNumber, kColor, kFont };
   std::string section, key;
   Kind kind;
 };

@@ -10,6 +10,7 @@
 #include "toolkit/base/geometry.h"
 #include "toolkit/base/section_file.h"
 #include "toolkit/base/settings.h"
+#include "toolkit/base/text.h"
 #include "tools/checker/files.h"
 #include "tools/checker/lines.h"
 #include "tools/checker/nearest.h"
@@ -106,13 +107,16 @@ class SettingsCheck {
   void CheckEntry(const SectionFile::Entry& entry) {
     const Place place{kSettingsFile, entry.line};
     const KeyInfo* key = Find(entry.name);
-    const bool isText = key && (key->kind == KeyInfo::kText);
+    const bool isText = key && (key->kind <= KeyInfo::kFiles);
     const std::string value = WithoutComment(entry.value, !isText);
     if (!key) {
       findings_.Add(Msg::kUnknownKey, place, {entry.name}, Nearest(entry.name, names_));
       return;
     }
     if (value.empty() || CheckQuotes(findings_, place, value)) return;
+    if (key->kind == KeyInfo::kFiles)
+      for (const std::string& file : ListParts(value.c_str()))
+        if (file != "default") CheckFile(findings_, place, file);
     if (key->kind == KeyInfo::kZoom) CheckZoom(findings_, place, entry.name, value, true);
     const bool isNumber = key->kind == KeyInfo::kNumber || key->kind == KeyInfo::kSwitch;
     if (!isNumber || !CheckNumber(findings_, place, entry.name, value, false)) return;

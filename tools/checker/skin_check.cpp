@@ -202,30 +202,36 @@ class SkinCheck {
                   {name, std::to_string(tile), NameOf(frame)});
   }
 
+  // A font file that is named there. False for one that is none.
+  bool CheckFont(const Place& place, const std::string& file) {
+    if (!CheckFile(findings_, place, file)) return false;
+    Font font;
+    if (!font.Load(file.c_str()).IsError()) return true;
+    findings_.Add(Msg::kBadFont, place, {file});
+    return false;
+  }
+
   bool CheckFonts() {
     bool areSound = true;
     for (const Section& section : content_.Sections()) {
       if (!IsFontSection(section.Name())) continue;
       const char* name = section.Name().c_str();
+      for (const std::string& file : ListParts(section.GetText("fallback")))
+        areSound = CheckFont(At(LineOf(name, "fallback")), Beside(file)) && areSound;
       const std::string file = FileOf(name, "file");
-      const Place place = At(LineOf(name, "file"));
-      if (file.empty()) continue;
-      const bool isThere = CheckFile(findings_, place, file);
-      if (Font font; !isThere || font.Load(file.c_str()).IsError()) {
-        if (isThere) findings_.Add(Msg::kBadFont, place, {file});
-        areSound = false;
-        continue;
-      }
-      const auto* size = section.Find("size");
-      const int height = size ? ParsedNumber(size->value) : 1;
-      constexpr int kMost = 1000;
-      char* end = nullptr;
-      if (size) std::strtol(size->value.c_str(), &end, 10);
-      if (size && end != size->value.c_str() && (height < 1 || height > kMost))
-        findings_.Add(Msg::kRange, At(size->line),
-                      {"size", size->value, "1", std::to_string(kMost)});
+      if (!file.empty()) areSound = CheckFont(At(LineOf(name, "file")), file) && areSound;
+      if (const auto* size = section.Find("size")) CheckSize(*size);
     }
     return areSound;
+  }
+
+  void CheckSize(const SectionFile::Entry& size) {
+    constexpr int kDecimal = 10, kMost = 1000;
+    char* end = nullptr;
+    const long height = std::strtol(size.value.c_str(), &end, kDecimal);
+    // Whether it is a number has been looked at.
+    if (end != size.value.c_str() && (height < 1 || height > kMost))
+      findings_.Add(Msg::kRange, At(size.line), {"size", size.value, "1", std::to_string(kMost)});
   }
 
   void Compare(const char* section, const char* key, Color text, Color ground) {
