@@ -91,12 +91,12 @@ const LanguageRow& ReadLanguage() {
   return FindLanguage(launcherState.languageCode);
 }
 
+}  // namespace
+
 bool WantsUnicode() {
   const SectionFile file{ReadWhole(paths.settings)};
   return Settings::SectionOf(file).GetInt(Settings::kUnicode) != 0;
 }
-
-}  // namespace
 
 std::string InTextFormat(const std::string& hints) {
   return launcherState.hintsNeedConversion ? Converted(hints, U_ASCII_CP, U_CURRENT) : hints;

@@ -41,6 +41,9 @@ void UseEnglish();
 // settings may want UTF-8 for all.
 void SetupEncoding();
 
+// Whether they do.
+bool WantsUnicode();
+
 // The content of a hint file, which is in the encoding of the language, in the text format.
 std::string InTextFormat(const std::string& hints);
 // The content of a hint file of the language with this code, or of an unknown one, in UTF-8. For

@@ -112,8 +112,10 @@ bool Settings::IsKey(const char* name) {
 }
 
 std::vector<Settings::KeyInfo> Settings::Keys() {
-  std::vector<KeyInfo> keys{
-      {kSkinPath, KeyInfo::kText}, {kZoom, KeyInfo::kZoom}, {kLooks, KeyInfo::kFiles}};
+  std::vector<KeyInfo> keys{{kSkinPath, KeyInfo::kText},
+                            {kZoom, KeyInfo::kZoom},
+                            {kLooks, KeyInfo::kFiles},
+                            {kUnicode, KeyInfo::kSwitch}};
   for (const Key& key : kAdditions) keys.push_back({key.name, KeyInfo::kSwitch});
   for (const Key& key : kKeys)
     keys.push_back({key.name, key.kind == Kind::kInt    ? KeyInfo::kNumber

@@ -47,12 +47,13 @@ class ItemCheck {
     CheckShown();
     if (IsSeparator(item_))
       CheckEffect({"Title", "Icon", "Submenu", "ExCode", "ExString", "HintSection", "WaitForFile",
-                   "WaitWhileFile", "Timeout", "Disable"},
+                   "WaitWhileFile", "Timeout", "WaitText", "Disable"},
                   "on a separator");
     else if (item_.Has("Submenu"))
       CheckSubmenu();
     else if (IsDisabled(item_))
-      CheckEffect({"WaitForFile", "WaitWhileFile", "Timeout"}, "on an item that is disabled");
+      CheckEffect({"WaitForFile", "WaitWhileFile", "Timeout", "WaitText"},
+                  "on an item that is disabled");
     else
       CheckChoice();
   }
@@ -78,7 +79,7 @@ class ItemCheck {
   void CheckSubmenu() const {
     if (const MenuLine* line = FirstOf(item_, {"ExCode", "ExString"}))
       findings_.Add(Msg::kSubmenuChoice, menu_.At(line->entry.line), {line->key->name});
-    CheckEffect({"WaitForFile", "WaitWhileFile", "Timeout"}, "beside Submenu");
+    CheckEffect({"WaitForFile", "WaitWhileFile", "Timeout", "WaitText"}, "beside Submenu");
   }
 
   void CheckStatus() const {
@@ -119,8 +120,10 @@ class ItemCheck {
     for (const char* key : {"WaitForFile", "WaitWhileFile"})
       if (const std::string name = item_.Text(key); !name.empty() && name.front() != '/')
         Add(Msg::kWaitRelative, key, {name, key});
+    const bool waits = item_.Has("WaitForFile") || item_.Has("WaitWhileFile");
+    if (!waits) CheckEffect({"WaitText"}, "without a file to wait for");
     if (!item_.Has("Timeout")) return;
-    if (!item_.Has("WaitForFile") && !item_.Has("WaitWhileFile"))
+    if (!waits)
       Add(Msg::kTimeoutAlone, "Timeout");
     else if (item_.Number("Timeout") < 1 && item_.Text("Timeout").find_first_of("0123456789") == 0)
       Add(Msg::kTimeoutEndless, "Timeout", {item_.Text("Timeout")});

@@ -64,7 +64,7 @@ constexpr MenuKey kItemKeys[] = {
     {"WaitForFile", MenuKey::kName}, {"WaitWhileFile", MenuKey::kName},
     {"Timeout", MenuKey::kNumber},   {"ShowIfFileExists", MenuKey::kName},
     {"Disable", MenuKey::kNumber},   {"Color", MenuKey::kColor},
-    {"Separator", MenuKey::kNumber},
+    {"Separator", MenuKey::kNumber}, {"WaitText", MenuKey::kText, true},
 };
 
 // The number of a section "LINE12", without zeros before it; 0 for any other section.

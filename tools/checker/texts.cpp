@@ -78,7 +78,7 @@ class Letters {
     const Font* drawn = isFont ? skin_->fonts[static_cast<std::size_t>(font)].get() : nullptr;
     std::vector<std::string> lost;
     ForEachCharacter(text, [&](int character) {
-      if (!IsInEncoding(language, character))
+      if (!isUnicode_ && !IsInEncoding(language, character))
         lost.push_back(Utf8(character));
       else if (drawn && character > ' ' && !drawn->Has(character))
         missing_[{font, language.code}].emplace_back(character, place);
@@ -109,6 +109,7 @@ class Letters {
  private:
   Findings& findings_;
   const Skin* skin_;
+  const bool isUnicode_ = WantsUnicode();  // then the text format has all letters
   std::map<std::pair<int, std::string>, std::vector<std::pair<int, Place>>> missing_;
 };
 
