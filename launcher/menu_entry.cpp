@@ -134,8 +134,8 @@ void MenuEntry::DrawItem(Bitmap& canvas, const TextLook& look) const {
   const int right = canvas.Width();
   const int middle = canvas.Height() / 2;
   Fill(canvas,
-       {right - Zoomed(kMarkWidth), middle - Zoomed(4), right - Zoomed(kMarkWidth), middle + Zoomed(4),
-        right - Zoomed(3), middle},
+       {right - Zoomed(kMarkWidth), middle - Zoomed(4), right - Zoomed(kMarkWidth),
+        middle + Zoomed(4), right - Zoomed(3), middle},
        item_.color);
 }
 
