@@ -95,12 +95,17 @@ void MenuEntry::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {
     DrawItem(canvas, look);
 }
 
-int MenuEntry::TitleRoom(int rowWidth) const {
+int MenuEntry::TitleRoom() const {
+  if (const MenuLook* look = Look())
+    return look->wraps > 0 ? kMostPixels : TitlePlace(*look, {owner->w(), 0}).w;
   const bool hasMark = item_.flags & kItemSubmenu;
-  return rowWidth - Zoomed(kTextLeft) - (hasMark ? Zoomed(kMarkWidth) : 0);
+  return owner->w() - Zoomed(kTextLeft) - (hasMark ? Zoomed(kMarkWidth) : 0);
 }
 
-Size MenuEntry::IconRoom(int rowHeight) { return {Zoomed(kTextLeft - kIconLeft), rowHeight}; }
+Size MenuEntry::IconRoom() const {
+  if (const MenuLook* look = Look()) return StyledIconRoom(*look);
+  return {Zoomed(kTextLeft - kIconLeft), GetHeight()};
+}
 
 void MenuEntry::DrawSeparator(Bitmap& canvas) const {
   const int middle = canvas.Height() / 2;

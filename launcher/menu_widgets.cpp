@@ -211,6 +211,11 @@ const Font& TitledPanel::TitleFont() const {
   return said == MenuLook::kAbsent ? GetFont(kNormal) : *skin->fonts[said];
 }
 
+int TitledPanel::TitleRoom() const {
+  const bool isBeside = skin && skin->menu.titleAlignment >= 0 && skin->menu.titleAlignment < 2;
+  return w() - 2 * horizontalMargin - (isBeside ? OrElse(skin->menu.titleX, 0) : 0);
+}
+
 int TitledPanel::TitleHeight() const {
   const int usual = TitleFont().TextHeight() * 5 / 4;
   return skin ? std::max(TitleFont().TextHeight(), OrElse(skin->menu.titleHeight, usual)) : usual;

@@ -49,10 +49,10 @@ class MenuEntry : public ListItem {
 
   const MenuItem& Item() const { return item_; }
   bool IsSeparator() const { return item_.flags & kItemSeparator; }
-  // How many pixels of a row of that width the title may take.
-  int TitleRoom(int rowWidth) const;
-  // How large a picture may be beside a title in rows of that height.
-  static Size IconRoom(int rowHeight);
+  // How many pixels of its row the title may take, and how large a picture may be beside it; in a
+  // list.
+  int TitleRoom() const;
+  Size IconRoom() const;
 
  private:
   struct TextLook;
@@ -66,6 +66,7 @@ class MenuEntry : public ListItem {
   Color Ground(const MenuLook& look, const SkinBitmap* skinBitmap, int state) const;
   Color TextColor(const MenuLook& look, Color ground) const;
   Rect StyledPart(const MenuLook& look, Size canvas) const;
+  Size StyledIconRoom(const MenuLook& look) const;
   void DrawStyled(Bitmap& canvas, const MenuLook& look, const SkinBitmap* skinBitmap, int state);
   void DrawMark(Bitmap& canvas, const MenuLook& look, const Font& font, Color color) const;
   void DrawSeparator(Bitmap& canvas) const;
@@ -127,8 +128,9 @@ class TitledPanel : public Dialog {
   void MsgLostFocus() override;
 
   void SetTitle(const char* text);
-  // How many pixels wide the title may be.
-  int TitleRoom() const { return w() - 2 * horizontalMargin; }
+  // How many pixels wide the title may be, and in which font.
+  int TitleRoom() const;
+  const Font& TitleFont() const;
 
  protected:
   int TitleHeight() const;
@@ -138,7 +140,6 @@ class TitledPanel : public Dialog {
   Color FlatGround() const { return IsFlat() ? skin->menu.ground : Color{}; }
 
  private:
-  const Font& TitleFont() const;
   void DrawTitle(Bitmap& band, Color ground) const;
   void DrawFlat(Bitmap& canvas) const;
   void ShowFocus();

@@ -89,6 +89,11 @@ Rect MenuEntry::StyledPart(const MenuLook& look, Size canvas) const {
   return look.field.IsSet() || !owner->GetBitmap() ? Rect{} : Field(look, canvas);
 }
 
+Size MenuEntry::StyledIconRoom(const MenuLook& look) const {
+  if (look.icons == 0) return {kMostPixels, kMostPixels};
+  return {TextX(look) - IconX(look), GetHeight()};
+}
+
 Color MenuEntry::Ground(const MenuLook& look, const SkinBitmap* skinBitmap, int state) const {
   const Skin& skin = *owner->GetSkin();
   if (look.field.IsSet()) {

@@ -118,6 +118,18 @@ bool Has(const SectionFile& file, const char* section) {
 
 }  // namespace
 
+MenuLook::Names MenuLook::ColorKeys() {
+  Names names;
+  for (const ColorKey& row : kColors) names.emplace_back(row.section, row.key);
+  return names;
+}
+
+MenuLook::Names MenuLook::MeasureKeys() {
+  Names names;
+  for (const MeasureKey& row : kMeasures) names.emplace_back(row.section, row.key);
+  return names;
+}
+
 void MenuLook::Read(const SectionFile& file) {
   *this = {};
   for (const ColorKey& row : kColors)

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <initializer_list>
+#include <utility>
+#include <vector>
 
 #include "toolkit/draw/color.h"
 
@@ -63,6 +65,10 @@ struct MenuLook {
   double leastContrast = 0;
 
   bool IsFlat() const { return ground.IsSet(); }
+  // The sections and keys of colours and of measures.
+  using Names = std::vector<std::pair<const char*, const char*>>;
+  static Names ColorKeys();
+  static Names MeasureKeys();
 
   void Read(const SectionFile& file);
   // Calls it with every colour that there is room for.

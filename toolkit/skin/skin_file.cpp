@@ -110,6 +110,7 @@ constexpr TextKeys kTextKeys[kDrawStates] = {
 };
 constexpr const char* kNoShadow = "-1";
 constexpr const char* kList = "LIST";
+constexpr const char* kLabel = "LABEL";
 
 constexpr const char* kSkin = "Skin";
 
@@ -163,7 +164,7 @@ void ReadTextSet(Skin& skin, const SectionFile& file, const TextSection& text) {
 
 void ReadTextSets(Skin& skin, const SectionFile& file) {
   for (const TextSection& text : kTextSections) ReadTextSet(skin, file, text);
-  if (skin.menu.hasLabels) ReadTextSet(skin, file, {"LABEL", kPlainText});
+  if (skin.menu.hasLabels) ReadTextSet(skin, file, {kLabel, kPlainText});
 }
 
 // Boxes know two states only, and the second pair of keys is that of the disabled one.
@@ -232,12 +233,21 @@ std::vector<SkinKey> SkinKeys() {
   for (const auto& [key, value] : kNamedColors) keys.push_back({"COLORS", key, SkinKey::kColor});
   for (const NumberKey& number : kNumbers)
     keys.push_back({number.section, number.key, SkinKey::kNumber});
-  for (const auto& [section, set] : kTextSections)
+  const auto addTextSection = [&keys](const char* section) {
     for (const TextKeys& state : kTextKeys) {
       keys.push_back({section, state.font, SkinKey::kFont});
       keys.push_back({section, state.fontColor, SkinKey::kColor});
       keys.push_back({section, state.shadowColor, SkinKey::kColor});
     }
+  };
+  for (const TextSection& text : kTextSections) addTextSection(text.section);
+  addTextSection(kLabel);
+  keys.push_back({kList, "height", SkinKey::kNumber});
+  keys.push_back({"COLORS", "contrast", SkinKey::kText});
+  for (const auto& [section, key] : MenuLook::ColorKeys())
+    keys.push_back({section, key, SkinKey::kColor});
+  for (const auto& [section, key] : MenuLook::MeasureKeys())
+    keys.push_back({section, key, SkinKey::kNumber});
   for (const char* key : {"f_col1", "f_col2", "s_col1", "s_col2", "backColor"})
     keys.push_back({"BOX", key, SkinKey::kColor});
   for (const char* key : {"backColor", "borderColor"})

@@ -220,28 +220,35 @@ class LayoutCheck {
     const MenuSection& general = menu.General();
     panel.SetTitle(general.Text("MenuTitle").c_str());
     const bool hasWayBack = &menu != &menus_.front();
-    static const MenuItem kPlain;
-    for (std::size_t i = 0; i < menu.items.size() + hasWayBack; ++i)
-      panel.List().InsertItem(std::make_unique<MenuEntry>(kPlain));
+    // As much as says how it lies in its row.
+    std::vector<MenuItem> plain(menu.items.size() + hasWayBack);
+    for (std::size_t i = 0; i < menu.items.size(); ++i) {
+      if (menu.items[i].Has("Submenu")) plain[i].flags |= kItemSubmenu;
+      if (menu.items[i].Number("Separator") != 0) plain[i].flags |= kItemSeparator;
+    }
+    for (const MenuItem& item : plain) panel.List().InsertItem(std::make_unique<MenuEntry>(item));
     panel.Setup(area.x, area.y, area.w, area.h, 0, 0);
     panel.SendMessage(MSG_INITSKIN);
     panel.UpdateLayout();
-    if (panel.List().Count() == 0) return;
-    const int rowHeight = panel.List().GetItem(0)->GetHeight();
+    const auto isRow = [](const MenuItem& item) { return !(item.flags & kItemSeparator); };
+    const auto row = std::find_if(plain.begin(), plain.end(), isRow);
+    if (row == plain.end()) return;
+    const int rowHeight = panel.List().GetEntry(static_cast<int>(row - plain.begin()))->GetHeight();
     if (panel.List().h() < rowHeight && IsNew("row", place)) {
       findings_.Add(
           Msg::kNoRow, PlaceOf(menu, "MenuHeight"),
           {kMenuKeys.name, NameOf(screen_), std::to_string(rowHeight - panel.List().h())});
       return;
     }
+    for (std::size_t i = 0; i < menu.items.size(); ++i)
+      CheckIcon(menu, menu.items[i], *panel.List().GetEntry(static_cast<int>(i)));
     for (const MenuSection& item : menu.items) {
-      CheckIcon(menu, item, rowHeight);
       CheckColor(menu, item, "Color");
     }
     CheckColor(menu, menu.General(), "BacklineColor");
     if (!CheckFontHeight(rowHeight)) return;
     CheckPanelTitles(menu, "MenuTitle", panel);
-    CheckTitles(menu, panel.List().w());
+    CheckTitles(menu, panel.List());
   }
 
   // The colour of an entry on the ground of the list.
@@ -249,8 +256,11 @@ class LayoutCheck {
     int r = 0, g = 0, b = 0;
     const bool isShown = section.Number("Separator") == 0 && section.Number("Disable") <= 0;
     if (!isShown || std::sscanf(section.Text(key).c_str(), "%d,%d,%d", &r, &g, &b) != 3) return;
-    const Color ground = MiddleOf(*CurrentSkin(), LIST, 0, kListStates);
-    if (!ground.IsSet()) return;
+    const MenuLook& look = CurrentSkin()->menu;
+    const Color ground =
+        look.IsFlat() ? look.ground : MiddleOf(*CurrentSkin(), LIST, 0, kListStates);
+    // A look that has a least contrast brings colours to it.
+    if (!ground.IsSet() || look.leastContrast > 0) return;
     if (const double contrast = Contrast(Color{r, g, b}, ground); contrast < kLeastContrast)
       findings_.Add(Msg::kContrast, menu.At(section.LineOf(key)),
                     {section.number > 0 ? '[' + section.name + ']' : key, Decimal(contrast)});
@@ -282,14 +292,12 @@ class LayoutCheck {
     int width, room;
   };
 
-  void CheckTitles(const MenuFile& menu, int rowWidth) {
+  void CheckTitles(const MenuFile& menu, const MenuList& list) {
     std::vector<WideTitle> wide;
     std::size_t count = 0;
-    for (const MenuSection& item : menu.items) {
-      MenuItem plain;
-      if (item.Has("Submenu")) plain.flags |= kItemSubmenu;
-      const int room = MenuEntry{plain}.TitleRoom(rowWidth);
-      for (const MenuLine& line : item.lines) {
+    for (std::size_t i = 0; i < menu.items.size(); ++i) {
+      const int room = list.GetEntry(static_cast<int>(i))->TitleRoom();
+      for (const MenuLine& line : menu.items[i].lines) {
         if (std::string_view{line.key->name} != "Title") continue;
         ++count;
         if (line.entry.value.size() > kLongestTitle) continue;  // which is said
@@ -310,10 +318,10 @@ class LayoutCheck {
           {line.entry.name, std::to_string(width), std::to_string(room), NameOf(screen_)});
   }
 
-  void CheckIcon(const MenuFile& menu, const MenuSection& item, int rowHeight) {
+  void CheckIcon(const MenuFile& menu, const MenuSection& item, const MenuEntry& entry) {
     const MenuLine* icon = item.Find("Icon");
     BITMAP* picture = icon ? pictures_.Get(icon->entry.value) : nullptr;
-    const Size iconRoom = MenuEntry::IconRoom(rowHeight);
+    const Size iconRoom = entry.IconRoom();
     const double zoom = CurrentZoom();
     if (picture && (picture->w * zoom > iconRoom.w || picture->h * zoom > iconRoom.h))
       findings_.Add(
@@ -323,7 +331,7 @@ class LayoutCheck {
   }
 
   void CheckPanelTitles(const MenuFile& menu, const char* key, const TitledPanel& panel) {
-    const Font& font = panel.GetFont(kNormal);
+    const Font& font = panel.TitleFont();
     for (const MenuLine& line : menu.General().lines) {
       if (std::string_view{line.key->name} != key) continue;
       if (const int width = font.TextLength(line.entry.value.c_str()); width > panel.TitleRoom())
@@ -389,10 +397,12 @@ class LayoutCheck {
     if (Overlap(area, panel))
       findings_.Add(Msg::kOverlap, PlaceOf(menu, top.c_str()),
                     {key, kMenuKeys.name, NameOf(screen_)});
-    CheckLabelContrast(menu, key, text, area);
+    const MenuLook& look = CurrentSkin()->menu;
+    const Color said = key == "Heading" ? look.heading : look.keyHelp;
+    if (look.picture != 0) CheckLabelContrast(menu, key, said.IsSet() ? said : text.color, area);
   }
 
-  void CheckLabelContrast(const MenuFile& menu, const std::string& key, const ScreenText& text,
+  void CheckLabelContrast(const MenuFile& menu, const std::string& key, Color color,
                           const Rect& area) {
     const MenuLine* line = Background(menu);
     BITMAP* picture = line ? pictures_.Get(line->entry.value) : nullptr;
@@ -400,7 +410,7 @@ class LayoutCheck {
     // Smaller pictures are centred.
     const Rect inPicture{area.x - std::max(0, (screen_.w - picture->w) / 2),
                          area.y - std::max(0, (screen_.h - picture->h) / 2), area.w, area.h};
-    const double contrast = Contrast(text.color, MeanOf(picture, inPicture));
+    const double contrast = Contrast(color, MeanOf(picture, inPicture));
     if (contrast < kLeastContrast)
       findings_.Add(Msg::kContrast, PlaceOf(menu, (key + "Color").c_str()),
                     {key, Decimal(contrast)});

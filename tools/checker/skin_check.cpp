@@ -251,9 +251,12 @@ class SkinCheck {
   void CheckContrast(const Skin& skin) {
     const auto color = [&skin](TextSet set, DrawState state) { return skin.fontColor[set][state]; };
     Compare("COLORS", "fontface", skin.colors[kFontFace], skin.colors[kFace]);
-    Compare("LIST", "f_col1", color(kListText, kNormal), MiddleOf(skin, LIST, 0, kListStates));
-    Compare("LIST", "f_col2", color(kListText, kSelected), MiddleOf(skin, LIST, 5, kListStates));
-    Compare("TEXT", "f_col1", color(kEditText, kNormal), MiddleOf(skin, PANEL_SUNKEN, 0, 1));
+    // Otherwise the look sees to it.
+    if (skin.menu.leastContrast <= 0) {
+      Compare("LIST", "f_col1", color(kListText, kNormal), MiddleOf(skin, LIST, 0, kListStates));
+      Compare("LIST", "f_col2", color(kListText, kSelected), MiddleOf(skin, LIST, 5, kListStates));
+      Compare("TEXT", "f_col1", color(kEditText, kNormal), MiddleOf(skin, PANEL_SUNKEN, 0, 1));
+    }
     Compare("TOOLTIP", "f_col1", color(kTooltipText, kNormal), skin.tooltipBackColor);
     const char* keys[] = {"f_col1", "f_col2", "f_col3", "f_col4"};
     for (int state = 0; state < kDrawStates; ++state)
