@@ -58,12 +58,12 @@ class CheckTest(unittest.TestCase):
         shutil.rmtree(self.tree, ignore_errors=True)
         shutil.copytree(HERE / "checked", self.tree)
         shutil.copy(ROOT / "data/skin/fonts/DejaVuSans.ttf", self.tree / "skin/sans.ttf")
-        shutil.copy(ROOT / "data/skin/skin.dat", self.tree / "skin")
         for name, size in {"icons/disk.bmp": (22, 22), "icons/desktop.bmp": (22, 22), "icons/large.bmp": (22, 90),
                            "wide.bmp": (800, 600), "small.bmp": (640, 480), "large.bmp": (700, 700), "pic/progress.bmp": (8, 20)}.items():
             (self.tree / name).parent.mkdir(exist_ok=True)
             (self.tree / name).write_bytes(picture(*size))
-        (self.tree / "skin/odd.dat").write_bytes(datafile(BUTTON=(30, 101), LIST=(30, 240), BUTON=(30, 100)))
+        (self.tree / "skin/skin.dat").write_bytes(datafile(BUTTON=(24, 104), LIST=(64, 208)))
+        (self.tree / "skin/odd.dat").write_bytes(datafile(BUTTON=(24, 101), LIST=(64, 208), BUTON=(30, 100)))
 
     def plant(self, file, lines):
         """Makes the change that lines with - and + describe. Answers the new text, for its place."""

@@ -73,14 +73,17 @@ std::vector<Finding> CheckTree() {
   Pictures pictures;
   settings = {};
   paths.languageFile = "";
-  const int skinLine = CheckSettings(findings);
+  const SkinLines lines = CheckSettings(findings);
   if (!EngineInit()) return findings.Finish();
   constexpr int kDepth = 32;
   set_color_depth(kDepth);
   RecomputeNamedColors();
   set_color_conversion(PictureConversion());
   SetZoom(1);
-  const bool isLook = skinLine > 0 && CheckSkin(findings, {kSettingsFile, skinLine});
+  const std::string skin{settings.skinPath};
+  const bool isLook = lines.isRead && CheckSkin(findings, {kSettingsFile, lines.skinPath}, skin);
+  for (const std::string& look : ListParts(settings.looks))
+    if (look != skin) CheckSkin(findings, {kSettingsFile, lines.looks}, look);
   SetCurrentSkin(std::make_unique<Skin>(settings.skinPath));
   if (CurrentSkin()->GetError().IsError()) CurrentSkin()->Reset();
   const std::vector<MenuFile> menus = ReadMenus(findings, pictures);

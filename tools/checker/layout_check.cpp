@@ -15,6 +15,7 @@
 #include "launcher/state.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/base/zoom.h"
+#include "toolkit/draw/contrast.h"
 #include "toolkit/skin/skin.h"
 #include "tools/checker/lines.h"
 #include "tools/checker/skin_check.h"
@@ -308,8 +309,11 @@ class LayoutCheck {
     // Where most titles are too wide, it is the menu that is too narrow.
     constexpr std::size_t kFew = 3;
     if (wide.size() > kFew && 2 * wide.size() > count) {
-      findings_.Add(Msg::kMenuNarrow, PlaceOf(menu, "MenuWidth"),
-                    {std::to_string(wide.size()), std::to_string(count), NameOf(screen_)});
+      // A submenu has it from the main menu.
+      const LayoutValues& at = layoutValues;
+      if (IsNew("narrow", {at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight}))
+        findings_.Add(Msg::kMenuNarrow, PlaceOf(menu, "MenuWidth"),
+                      {std::to_string(wide.size()), std::to_string(count), NameOf(screen_)});
       return;
     }
     for (const auto& [line, width, room] : wide)

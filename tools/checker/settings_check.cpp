@@ -66,15 +66,17 @@ class SettingsCheck {
     for (const KeyInfo& key : keys_) names_.emplace_back(key.name);
   }
 
-  // Answers the line that names the skin.
-  int Run() {
+  SkinLines Run() {
     std::string text;
-    if (!ReadChecked(findings_, kSettingsFile, kLongestFile, &text)) return 0;
+    if (!ReadChecked(findings_, kSettingsFile, kLongestFile, &text)) return {.isRead = false};
     const SectionFile content = CheckLines(findings_, kSettingsFile, std::move(text), kToolkit);
     for (const Section& section : content.Sections()) CheckSection(section);
     CheckMode(content);
-    const auto* skin = content.Find(settings.Section().c_str()).Find("skinPath");
-    return skin ? skin->line : 1;
+    SkinLines lines;
+    const Section& section = content.Find(settings.Section().c_str());
+    if (const auto* entry = section.Find("skinPath")) lines.skinPath = entry->line;
+    if (const auto* entry = section.Find("looks")) lines.looks = entry->line;
+    return lines;
   }
 
  private:
@@ -114,9 +116,6 @@ class SettingsCheck {
       return;
     }
     if (value.empty() || CheckQuotes(findings_, place, value)) return;
-    if (key->kind == KeyInfo::kFiles)
-      for (const std::string& file : ListParts(value.c_str()))
-        if (file != "default") CheckFile(findings_, place, file);
     if (key->kind == KeyInfo::kZoom) CheckZoom(findings_, place, entry.name, value, true);
     const bool isNumber = key->kind == KeyInfo::kNumber || key->kind == KeyInfo::kSwitch;
     if (!isNumber || !CheckNumber(findings_, place, entry.name, value, false)) return;
@@ -159,12 +158,12 @@ class SettingsCheck {
 
 }  // namespace
 
-int CheckSettings(Findings& findings) {
+SkinLines CheckSettings(Findings& findings) {
   if (!FileExists(kSettingsFile)) {
     findings.Add(Msg::kMissingSettings, {kSettingsFile});
-    return 1;
+    return {};
   }
-  if (!CheckFile(findings, {kSettingsFile}, kSettingsFile)) return 0;
+  if (!CheckFile(findings, {kSettingsFile}, kSettingsFile)) return {.isRead = false};
   settings.Load(kSettingsFile);
   return SettingsCheck{findings}.Run();
 }

@@ -7,8 +7,13 @@ namespace zel {
 
 inline constexpr const char* kSettingsFile = "zel.cfg";
 
-// Says what is wrong with the file of settings, and loads it. Answers the line that names the skin,
-// 1 where none does, or 0 where the file cannot be read.
-int CheckSettings(Findings& findings);
+// The lines that name skins; 1 where none does.
+struct SkinLines {
+  bool isRead = true;  // the file is sound, or there is none
+  int skinPath = 1, looks = 1;
+};
+
+// Says what is wrong with the file of settings, and loads it.
+SkinLines CheckSettings(Findings& findings);
 
 }  // namespace zel

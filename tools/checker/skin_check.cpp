@@ -1,7 +1,6 @@
 #include "tools/checker/skin_check.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <iterator>
 #include <map>
@@ -11,9 +10,9 @@
 #include <vector>
 
 #include "toolkit/base/bytes.h"
-#include "toolkit/base/settings.h"
 #include "toolkit/base/text.h"
 #include "toolkit/base/zoom.h"
+#include "toolkit/draw/contrast.h"
 #include "toolkit/draw/datafile.h"
 #include "toolkit/draw/skin_values.h"
 #include "toolkit/skin/skin_file.h"
@@ -29,21 +28,13 @@ namespace {
 using Section = SectionFile::Section;
 using Object = Datafile::Object;
 
-double Luminance(Color color) {
-  const auto linear = [](int component) {
-    const double share = component / 255.0;
-    return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
-  };
-  return 0.2126 * linear(color.r()) + 0.7152 * linear(color.g()) + 0.0722 * linear(color.b());
-}
-
 bool IsFontSection(const std::string& section) {
   return section.size() == 5 && Upper(section).starts_with("FONT");
 }
 
 class SkinCheck {
  public:
-  explicit SkinCheck(Findings& findings) : findings_{findings}, name_{settings.skinPath} {
+  SkinCheck(Findings& findings, const std::string& name) : findings_{findings}, name_{name} {
     for (SkinKey& key : SkinKeys()) {
       const std::string section = Upper(key.section);
       names_[section].push_back(key.key);
@@ -285,16 +276,9 @@ Color MiddleOf(const Skin& skin, int element, int frame, int frames) {
   return color;
 }
 
-double Contrast(Color text, Color ground) {
-  constexpr double kStray = 0.05;  // light that any screen sends back
-  const double a = Luminance(text) + kStray, b = Luminance(ground) + kStray;
-  return std::max(a, b) / std::min(a, b);
-}
-
-bool CheckSkin(Findings& findings, const Place& named) {
-  const std::string name{settings.skinPath};
+bool CheckSkin(Findings& findings, const Place& named, const std::string& name) {
   if (name.empty() || name == "default") return true;
-  return CheckFile(findings, named, name) && SkinCheck{findings}.Run();
+  return CheckFile(findings, named, name) && SkinCheck{findings, name}.Run();
 }
 
 }  // namespace zel
