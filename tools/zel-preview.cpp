@@ -5,10 +5,13 @@
 #include <unistd.h>
 
 #include <cctype>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <iterator>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -20,6 +23,7 @@
 #include "toolkit/base/settings.h"
 #include "toolkit/base/zoom.h"
 #include "toolkit/testing/offscreen.h"
+#include "tools/support/options.h"
 
 namespace zel {
 namespace {
@@ -55,14 +59,11 @@ struct Options {
   std::filesystem::path png;
   Size size;                   // (0, 0): as the settings say
   int depth = 0;               // likewise
-  const char* zoom = nullptr;  // likewise
+  std::optional<double> zoom;  // likewise
   std::vector<Key> keys;
 };
 
-[[noreturn]] void Fail(const std::string& message) {
-  std::fprintf(stderr, "zel-preview: %s\n", message.c_str());
-  std::exit(EXIT_FAILURE);
-}
+constexpr OptionReader kReader{"zel-preview"};
 
 [[noreturn]] void ExplainUsage() {
   std::fputs(
@@ -81,7 +82,7 @@ Key FindKey(const std::string& name) {
   const int character = name.size() == 1 ? std::tolower(static_cast<unsigned char>(name[0])) : 0;
   if (character >= 'a' && character <= 'z') return {"", KEY_A + character - 'a', name[0]};
   if (character >= '0' && character <= '9') return {"", KEY_0 + character - '0', name[0]};
-  Fail("there is no key " + name);
+  kReader.Reject("--keys: there is no key " + name);
 }
 
 std::vector<Key> ReadKeys(const char* text) {
@@ -100,14 +101,14 @@ Options ReadOptions(int argc, char** argv) {
   Options options;
   for (int letter; (letter = getopt_long(argc, argv, "", kOptions, nullptr)) != -1;) {
     if (letter == 'o') options.png = std::filesystem::absolute(optarg);
-    if (letter == 'd') options.depth = std::atoi(optarg);
-    if (letter == 'z') options.zoom = optarg;
+    if (letter == 'd') options.depth = kReader.ReadDepth(optarg);
+    if (letter == 's') options.size = kReader.ReadSize(optarg);
+    if (letter == 'z') options.zoom = kReader.ReadZoom(optarg);
     if (letter == 'k') options.keys = ReadKeys(optarg);
-    if (letter == '?' || (letter == 'd' && options.depth == 0) ||
-        (letter == 's' && !ParseSize(optarg, &options.size)))
-      ExplainUsage();
+    if (letter == '?') ExplainUsage();
   }
-  if (options.png.empty() || argc - optind > 1) ExplainUsage();
+  if (options.png.empty()) kReader.Reject("--png is missing");
+  if (argc - optind > 1) kReader.Reject(std::string{argv[optind + 1]} + ": one directory only");
   if (optind < argc) options.directory = argv[optind];
   return options;
 }
@@ -121,22 +122,25 @@ void SetUp(Offscreen& offscreen, const Options& options) {
       options.size.w ? options.size : Size{settings.screenWidth, settings.screenHeight};
   const int usual = settings.colorDepth < 1 ? kDepthWithoutDesktop : settings.colorDepth;
   const int depth = options.depth ? options.depth : usual;
-  if (!offscreen.SetMode(size, depth)) Fail("there is no such screen");
-  if (options.zoom) settings.zoom = ParseZoom(options.zoom);
+  if (!offscreen.SetMode(size, depth))
+    kReader.Reject("there is no screen of " + std::to_string(size.w) + 'x' +
+                   std::to_string(size.h) + " with " + std::to_string(depth) + " bits");
+  if (options.zoom) settings.zoom = *options.zoom;
   launcherState.layout = FitLayout(kMainMenu, size, settings.zoom);
   const std::string complaint = Offscreen::LoadSkin(settings.skinPath);
-  if (!complaint.empty()) Fail(complaint);
+  if (!complaint.empty()) kReader.Reject(complaint);
 }
 
 [[noreturn]] void Finish(const Offscreen& offscreen, const Options& options) {
   if (!SavePng(options.png.c_str(), offscreen.Frame()))
-    Fail("cannot write " + options.png.string());
+    kReader.Reject("--png " + options.png.string() + ": cannot be written");
   std::fflush(nullptr);
   _exit(EXIT_SUCCESS);  // perhaps with a window open over the menu
 }
 
 [[noreturn]] void Run(const Options& options) {
-  if (chdir(options.directory.c_str()) != 0) Fail("there is no directory " + options.directory);
+  if (chdir(options.directory.c_str()) != 0)
+    kReader.Reject(options.directory + ": " + std::strerror(errno));
   Offscreen offscreen;
   SetUp(offscreen, options);
   MenuScreen screen;

@@ -125,10 +125,18 @@ class CheckTest(unittest.TestCase):
             self.assertEqual(explain(name), MAN.split(f".It Cm {name}\n")[1].split("\n.")[0])
 
     def test_a_wrong_command_line_says_what_is_wrong_with_it(self):
-        for options, complaint in ((["--explain", "octla"], "did you mean octal?"), (["/none"], "/none: No such file"),
-                                   (["a", "b"], "b: one directory only"), (["--strikt"], "'--strikt'")):
-            result = subprocess.run([BUILD / "bin/zel-check", *options], check=False, capture_output=True, text=True)
-            self.assertEqual((result.returncode, result.stdout), (2, ""))
+        picture_of = ("zel-preview", ROOT / "data", "--png", "/none/a.png")
+        for program, *options, complaint in (
+                ("zel-check", "--explain", "octla", "did you mean octal?"), ("zel-check", "/none", "/none: No such file"),
+                ("zel-check", "a", "b", "b: one directory only"), ("zel-check", "--strikt", "'--strikt'"),
+                ("zel-preview", "--size", "0x9", "--size 0x9: "), ("zel-preview", "--depth", "7", "--depth 7: "),
+                ("zel-preview", "--zoom", "9", "--zoom 9: "), ("zel-preview", "--keys", "Dwon", "--keys: there is no key Dwon"),
+                ("zel-preview", ROOT / "data", "--png is missing"), (*picture_of, "--png /none/a.png: "),
+                ("zel-preview", "/none", "--png", "a", "/none: No such file"),
+                ("zel-gallery", "--page", "none", "--page none: "), ("zel-gallery", "--depth", "x", "--depth x: "),
+                ("zel-gallery", "--png", "/none/a", "--skin", "/none/b", "/none/b: "), ("zel-gallery", "x", "x: ")):
+            result = subprocess.run([BUILD / "bin" / program, *options], check=False, capture_output=True, text=True)
+            self.assertEqual((result.returncode, result.stdout), (2, ""), (program, *options))
             self.assertIn(complaint, result.stderr)
 
     def test_files_that_are_none_neither_crash_nor_hang_it(self):

@@ -148,6 +148,32 @@ void CheckNumbers(Findings& findings, const MenuFile& menu) {
   if (menu.items.empty() && menu.isRead) findings.Add(Msg::kEmptyMenu, menu.At(1));
 }
 
+// What is to be chosen by itself.
+void CheckDefault(Findings& findings, const MenuFile& menu) {
+  const MenuSection& general = menu.General();
+  const auto add = [&](Msg id, const char* key, std::vector<std::string> words) {
+    findings.Add(id, menu.At(general.LineOf(key)), std::move(words));
+  };
+  if (!general.Has("Default")) {
+    for (const char* key : {"DefaultTimeout", "DefaultAfterReturn"})
+      if (general.Has(key)) return add(Msg::kNoEffect, key, {key, "without Default"});
+    return;
+  }
+  const int number = general.Number("Default");
+  const bool isThere =
+      std::any_of(menu.items.begin(), menu.items.end(), [number](const MenuSection& item) {
+        return item.number == number && !IsSeparator(item) && !IsDisabled(item);
+      });
+  if (!isThere && number != 0) add(Msg::kNoDefault, "Default", {general.Text("Default")});
+  constexpr int kLongest = 86400;
+  const int seconds = general.Number("DefaultTimeout");
+  if (number != 0 && !general.Has("DefaultTimeout"))
+    add(Msg::kNoEffect, "Default", {"Default", "without DefaultTimeout"});
+  else if (number != 0 && (seconds < 1 || seconds > kLongest))
+    add(Msg::kRange, "DefaultTimeout",
+        {"DefaultTimeout", general.Text("DefaultTimeout"), "1", std::to_string(kLongest)});
+}
+
 // An item that can be chosen, and the menu that it is in.
 struct Choice {
   const MenuFile* menu;
@@ -160,6 +186,7 @@ struct Choice {
 
 void CheckItems(Findings& findings, const MenuFile& menu) {
   CheckNumbers(findings, menu);
+  CheckDefault(findings, menu);
   for (const MenuSection& item : menu.items) ItemCheck{findings, menu, item}.Run();
 }
 

@@ -54,6 +54,9 @@ constexpr MenuKey kScreenKeys[] = {
     {"HintFile", MenuKey::kFile, true},
     {"LinesNumber", MenuKey::kNumber},
     {"BacklineColor", MenuKey::kColor},
+    {"Default", MenuKey::kNumber},
+    {"DefaultTimeout", MenuKey::kNumber},
+    {"DefaultAfterReturn", MenuKey::kNumber},
 };
 constexpr Keys kGeneralKeys = kScreenKeys;
 constexpr Keys kSizeKeys = kGeneralKeys.first(21);  // what a section for one size may have

@@ -87,6 +87,8 @@ constexpr Message kMessages[] = {
     {Msg::kCircle, "circle", kW, "{0} leads back here",
      "end the circle: each menu has its way back"},
 
+    {Msg::kNoDefault, "no-default", kE, "[LINE{0}] is no item that can be chosen by itself",
+     "write the number of one that can"},
     {Msg::kStatusCut, "status-cut", kE, "scripts see {0} as {1}", "write a number from 2 to 125"},
     {Msg::kStatusFailure, "status-failure", kW, "scripts take the status {0} for {1}",
      "write a number from 2 to 125"},

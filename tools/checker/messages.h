@@ -56,6 +56,7 @@ enum class Msg {
   kNotInEnglish,
   kCircle,
   // Choices
+  kNoDefault,
   kStatusCut,
   kStatusFailure,
   kStatusZero,

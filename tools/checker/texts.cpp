@@ -191,11 +191,7 @@ struct Hints {
 };
 
 std::string Decoded(const std::string& bytes, const LanguageRow& language) {
-  if (!language.codePage) return bytes;
-  const unsigned short* page = language.codePage();
-  std::string text;
-  for (const char c : bytes) text += IsAscii(c) ? std::string{c} : Utf8(page[c & 0xFF]);
-  return text;
+  return HintsInUtf8(bytes, language.code);
 }
 
 std::string Encoded(const std::string& text, const LanguageRow& language) {

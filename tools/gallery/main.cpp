@@ -11,6 +11,7 @@
 #include "toolkit/core/startup.h"
 #include "toolkit/testing/offscreen.h"
 #include "tools/gallery/gallery.h"
+#include "tools/support/options.h"
 
 namespace zel {
 namespace {
@@ -26,10 +27,7 @@ struct Options {
   const Page* page = nullptr;
 };
 
-[[noreturn]] void Fail(const std::string& message) {
-  std::fprintf(stderr, "zel-gallery: %s\n", message.c_str());
-  std::exit(EXIT_FAILURE);
-}
+constexpr OptionReader kReader{"zel-gallery"};
 
 [[noreturn]] void ExplainUsage() {
   std::fputs(
@@ -55,17 +53,18 @@ Options ReadOptions(int argc, char** argv) {
   };
   Options options;
   for (int letter; (letter = getopt_long(argc, argv, "", kOptions, nullptr)) != -1;) {
-    bool good = true;
     if (letter == 'o') options.png = optarg;
-    if (letter == 's') good = ParseSize(optarg, &options.size);
-    if (letter == 'd') options.depth = std::atoi(optarg);
-    if (letter == 'z') settings.zoom = ParseZoom(optarg);
+    if (letter == 's') options.size = kReader.ReadSize(optarg);
+    if (letter == 'd') options.depth = kReader.ReadDepth(optarg);
+    if (letter == 'z') settings.zoom = kReader.ReadZoom(optarg);
     if (letter == 'k') options.skin = optarg;
-    if (letter == 'p') good = (options.page = FindPage(optarg)) != nullptr;
+    if (letter == 'p' && !(options.page = FindPage(optarg)))
+      kReader.Reject(std::string{"--page "} + optarg + ": there is no such page; --list names all");
     if (letter == 'l') ListPages();
-    if (!good || letter == '?') ExplainUsage();
+    if (letter == '?') ExplainUsage();
   }
-  if (optind != argc || (options.page && options.png.empty())) ExplainUsage();
+  if (optind != argc) kReader.Reject(std::string{argv[optind]} + ": there is no such option");
+  if (options.page && options.png.empty()) kReader.Reject("--page needs --png");
   return options;
 }
 
@@ -84,7 +83,7 @@ class PageScreen : public Dialog {
 };
 
 void SetMode(Offscreen& offscreen, Size size, int depth) {
-  if (!offscreen.SetMode(size, depth)) Fail("there is no such screen");
+  if (!offscreen.SetMode(size, depth)) kReader.Reject("--size: there is no such screen");
 }
 
 std::string SkinFile(const std::string& name) { return name == "default" ? "" : name; }
@@ -99,7 +98,7 @@ int MakePicture(const Options& options) {
   const Size given = options.size.w ? options.size : options.page ? room : kUsualSize;
   SetMode(offscreen, given, options.depth);
   const std::string complaint = Offscreen::LoadSkin(options.skin.c_str());
-  if (!complaint.empty()) Fail(complaint);
+  if (!complaint.empty()) kReader.Reject(complaint);
   if (options.page && !options.size.w)
     SetMode(offscreen, BuildPage(*options.page, given)->Extent(), options.depth);
   if (options.page) {
@@ -109,7 +108,8 @@ int MakePicture(const Options& options) {
     Gallery gallery{SkinFile(options.skin)};
     offscreen.Run(gallery, kFrames);
   }
-  if (!SavePng(options.png.c_str(), offscreen.Frame())) Fail("cannot write " + options.png);
+  if (!SavePng(options.png.c_str(), offscreen.Frame()))
+    kReader.Reject("--png " + options.png + ": cannot be written");
   return EXIT_SUCCESS;
 }
 

@@ -1,0 +1,43 @@
+#include "tools/support/options.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "toolkit/base/zoom.h"
+#include "toolkit/testing/offscreen.h"
+
+namespace zel {
+namespace {
+
+constexpr int kRejected = 2;
+
+}  // namespace
+
+void OptionReader::Reject(const std::string& complaint) const {
+  std::fprintf(stderr, "%s: %s\n", program_, complaint.c_str());
+  std::exit(kRejected);
+}
+
+Size OptionReader::ReadSize(const char* value) const {
+  Size size;
+  if (!ParseSize(value, &size))
+    Reject(std::string{"--size "} + value + ": no size; write it as 800x600");
+  return size;
+}
+
+int OptionReader::ReadDepth(const char* value) const {
+  for (const char* known : {"8", "15", "16", "24", "32"})
+    if (std::string{value} == known) return std::atoi(value);
+  Reject(std::string{"--depth "} + value + ": no colour depth; write 8, 15, 16, 24 or 32");
+}
+
+double OptionReader::ReadZoom(const char* value) const {
+  char* end = nullptr;
+  const double number = std::strtod(value, &end);
+  const bool isZoom = *end == '\0' && number >= kLeastZoom && number <= kLargestZoom;
+  if (!isZoom && ParseZoom(value) != kZoomToFit)
+    Reject(std::string{"--zoom "} + value + ": no zoom; write a number from 1 to 8, or auto");
+  return ParseZoom(value);
+}
+
+}  // namespace zel

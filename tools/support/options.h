@@ -1,0 +1,27 @@
+// Options that several programs have.
+#pragma once
+
+#include <string>
+
+#include "toolkit/base/geometry.h"
+
+namespace zel {
+
+// Reads the values of options. One that is none ends the program with status 2, and a line that
+// names it.
+class OptionReader {
+ public:
+  constexpr explicit OptionReader(const char* program) : program_{program} {}
+
+  // "800x600".
+  Size ReadSize(const char* value) const;
+  int ReadDepth(const char* value) const;
+  // Also kZoomToFit, for "auto".
+  double ReadZoom(const char* value) const;
+  [[noreturn]] void Reject(const std::string& complaint) const;
+
+ private:
+  const char* program_;
+};
+
+}  // namespace zel
