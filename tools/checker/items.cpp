@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "launcher/default_start.h"
 #include "toolkit/base/text.h"
 
 namespace zel {
@@ -165,13 +166,13 @@ void CheckDefault(Findings& findings, const MenuFile& menu) {
         return item.number == number && !IsSeparator(item) && !IsDisabled(item);
       });
   if (!isThere && number != 0) add(Msg::kNoDefault, "Default", {general.Text("Default")});
-  constexpr int kLongest = 86400;
   const int seconds = general.Number("DefaultTimeout");
   if (number != 0 && !general.Has("DefaultTimeout"))
     add(Msg::kNoEffect, "Default", {"Default", "without DefaultTimeout"});
-  else if (number != 0 && (seconds < 1 || seconds > kLongest))
+  else if (number != 0 && (seconds < 1 || seconds > DefaultStart::kLongest))
     add(Msg::kRange, "DefaultTimeout",
-        {"DefaultTimeout", general.Text("DefaultTimeout"), "1", std::to_string(kLongest)});
+        {"DefaultTimeout", general.Text("DefaultTimeout"), "1",
+         std::to_string(DefaultStart::kLongest)});
 }
 
 // An item that can be chosen, and the menu that it is in.
