@@ -18,16 +18,20 @@
 #include "toolkit/draw/bitmap_guard.h"
 #include "tools/checker/check.h"
 #include "tools/checker/nearest.h"
+#include "tools/support/options.h"
 
 namespace {
 
 constexpr int kWarnings = 1, kErrors = 2;
 
+constexpr zel::OptionReader kReader{"zel-check"};
+constexpr const char* kUsage =
+    "usage: zel-check [--strict] [--json] [DIR]    DIR is /etc/zel by default\n"
+    "       zel-check --explain [NAME]\n"
+    "       zel-check --help | --version\n";
+
 [[noreturn]] void ExplainUsage(const std::string& complaint) {
-  std::fprintf(stderr,
-               "%susage: zel-check [--strict] [--json] [DIR]    DIR is /etc/zel by default\n"
-               "       zel-check --explain [NAME]\n",
-               complaint.c_str());
+  std::fputs((complaint + kUsage).c_str(), stderr);
   std::exit(kErrors);
 }
 
@@ -54,15 +58,17 @@ struct Options {
 };
 
 Options ReadOptions(int argc, char** argv) {
-  static const option kOptions[] = {{"strict", no_argument, nullptr, 's'},
-                                    {"json", no_argument, nullptr, 'j'},
-                                    {"explain", no_argument, nullptr, 'e'},
-                                    {nullptr, 0, nullptr, 0}};
+  static const option kOptions[] = {
+      {"strict", no_argument, nullptr, 's'},  {"json", no_argument, nullptr, 'j'},
+      {"explain", no_argument, nullptr, 'e'}, {"help", no_argument, nullptr, 'h'},
+      {"version", no_argument, nullptr, 'v'}, {nullptr, 0, nullptr, 0}};
   Options options;
   for (int letter; (letter = getopt_long(argc, argv, "", kOptions, nullptr)) != -1;) {
     if (letter == 's') options.isStrict = true;
     if (letter == 'j') options.isJson = true;
     if (letter == 'e') options.explains = true;
+    if (letter == 'h') kReader.Help(kUsage);
+    if (letter == 'v') kReader.ShowVersion();
     if (letter == '?') ExplainUsage({});
   }
   if (argc - optind > 1)

@@ -1,6 +1,6 @@
 // Makes a picture of what the launcher shows with a tree of menu files, after some keys.
 //
-// Needs no display and writes nothing but the picture.
+// Needs no display and leaves nothing behind but the picture.
 #include <getopt.h>
 #include <unistd.h>
 
@@ -10,15 +10,19 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <iterator>
+#include <list>
 #include <optional>
 #include <sstream>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "launcher/language.h"
 #include "launcher/menu_screen.h"
 #include "launcher/paths.h"
+#include "launcher/progress_file.h"
 #include "launcher/state.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/base/zoom.h"
@@ -29,7 +33,8 @@ namespace zel {
 namespace {
 
 constexpr int kUsageStatus = 2;
-constexpr int kFramesPerKey = 20;  // transitions end meanwhile
+constexpr int kFramesPerKey = 20;      // transitions end meanwhile
+constexpr int kFramesUntilBar = 2000;  // the launcher's first look is long over
 constexpr int kDepthWithoutDesktop = 16;
 constexpr const char* kNoFile = "";
 
@@ -57,23 +62,47 @@ constexpr Key kKeys[] = {
 struct Options {
   std::string directory = "/etc/zel";
   std::filesystem::path png;
-  Size size;                   // (0, 0): as the settings say
-  int depth = 0;               // likewise
-  std::optional<double> zoom;  // likewise
+  Size size;                       // (0, 0): as the settings say
+  int depth = 0;                   // likewise
+  std::optional<double> zoom;      // likewise
+  std::string look;                // likewise
+  const char* language = nullptr;  // null: that of the system
+  std::string progress;            // what the progress file says
   std::vector<Key> keys;
 };
 
 constexpr OptionReader kReader{"zel-preview"};
 
+std::string Usage() {
+  std::string usage =
+      "usage: zel-preview [DIR] --png FILE [--size WxH] [--depth N] [--zoom Z] [--look FILE]\n"
+      "                   [--lang CODE] [--progress STEP/STEPS] [--keys \"Down Return\"]\n"
+      "       zel-preview --help | --version\n"
+      "       DIR is /etc/zel by default; languages are";
+  for (const LanguageRow& language : Languages()) usage += std::string{" "} + language.code;
+  usage += ";\n       keys are";
+  for (const Key& key : kKeys) usage += std::string{" "} + key.name;
+  return usage + ", letters and digits\n";
+}
+
 [[noreturn]] void ExplainUsage() {
-  std::fputs(
-      "usage: zel-preview [DIR] --png FILE [--size WxH] [--depth N] [--zoom Z] [--keys \"Down "
-      "Return\"]\n"
-      "       DIR is /etc/zel by default; keys are",
-      stderr);
-  for (const Key& key : kKeys) std::fprintf(stderr, " %s", key.name);
-  std::fputs(", letters and digits\n", stderr);
+  std::fputs(Usage().c_str(), stderr);
   std::exit(kUsageStatus);
+}
+
+const char* ReadLanguage(const char* code) {
+  for (const LanguageRow& language : Languages())
+    if (std::strcmp(language.code, code) == 0) return language.code;
+  kReader.Reject(std::string{"--lang "} + code + ": no language of the menu; --help names them");
+}
+
+std::string ReadProgress(const char* value) {
+  int step = 0, steps = 0, end = 0;
+  if (std::sscanf(value, "%d/%d%n", &step, &steps, &end) != 2 || value[end] != '\0' || step < 0 ||
+      step > steps)
+    kReader.Reject(std::string{"--progress "} + value + ": no progress; write it as 3/12");
+  return "[Progress]\nProgressHide=0\nStepNumber=" + std::to_string(steps) +
+         "\nCurrentStep=" + std::to_string(step) + "\n";
 }
 
 Key FindKey(const std::string& name) {
@@ -94,9 +123,17 @@ std::vector<Key> ReadKeys(const char* text) {
 
 Options ReadOptions(int argc, char** argv) {
   static const option kOptions[] = {
-      {"png", required_argument, nullptr, 'o'},   {"size", required_argument, nullptr, 's'},
-      {"depth", required_argument, nullptr, 'd'}, {"zoom", required_argument, nullptr, 'z'},
-      {"keys", required_argument, nullptr, 'k'},  {nullptr, 0, nullptr, 0},
+      {"png", required_argument, nullptr, 'o'},
+      {"size", required_argument, nullptr, 's'},
+      {"depth", required_argument, nullptr, 'd'},
+      {"zoom", required_argument, nullptr, 'z'},
+      {"keys", required_argument, nullptr, 'k'},
+      {"look", required_argument, nullptr, 'f'},
+      {"lang", required_argument, nullptr, 'l'},
+      {"progress", required_argument, nullptr, 'p'},
+      {"help", no_argument, nullptr, 'h'},
+      {"version", no_argument, nullptr, 'v'},
+      {nullptr, 0, nullptr, 0},
   };
   Options options;
   for (int letter; (letter = getopt_long(argc, argv, "", kOptions, nullptr)) != -1;) {
@@ -105,6 +142,11 @@ Options ReadOptions(int argc, char** argv) {
     if (letter == 's') options.size = kReader.ReadSize(optarg);
     if (letter == 'z') options.zoom = kReader.ReadZoom(optarg);
     if (letter == 'k') options.keys = ReadKeys(optarg);
+    if (letter == 'f') options.look = optarg;
+    if (letter == 'l') options.language = ReadLanguage(optarg);
+    if (letter == 'p') options.progress = ReadProgress(optarg);
+    if (letter == 'h') kReader.Help(Usage());
+    if (letter == 'v') kReader.ShowVersion();
     if (letter == '?') ExplainUsage();
   }
   if (options.png.empty()) kReader.Reject("--png is missing");
@@ -113,9 +155,49 @@ Options ReadOptions(int argc, char** argv) {
   return options;
 }
 
+// Files of the system that the launcher reads, for as long as the program runs.
+class Scratch {
+ public:
+  ~Scratch() { Remove(); }
+
+  // Answers its name, which lives as long as this; kNoFile where there can be none.
+  const char* Write(const char* name, const std::string& text) {
+    if (directory_.empty()) {
+      std::string made = std::filesystem::temp_directory_path(ignored_) / "zel-preview.XXXXXX";
+      if (!mkdtemp(made.data())) return kNoFile;
+      directory_ = made;
+    }
+    names_.push_back(directory_ / name);
+    std::ofstream{names_.back()} << text;
+    return names_.back().c_str();
+  }
+  void Remove() {
+    if (!directory_.empty()) std::filesystem::remove_all(directory_, ignored_);
+  }
+
+ private:
+  std::error_code ignored_;
+  std::filesystem::path directory_;
+  std::list<std::filesystem::path> names_;
+};
+Scratch scratch;
+
+// Translations need a locale that exists on any machine, and are those of this build, if it was not
+// installed.
+void UseLanguage(const char* code) {
+  static std::filesystem::path own;
+  std::error_code ignored;
+  own = std::filesystem::read_symlink("/proc/self/exe", ignored).parent_path() / "../locale";
+  if (std::filesystem::is_directory(own, ignored)) paths.catalogues = own.c_str();
+  paths.languageFile = scratch.Write("i18n", std::string{"LANG="} + code + "\n");
+  setenv("LC_ALL", "C.UTF-8", 1);
+}
+
 // What the launcher does before its menu, but on a screen in memory.
 void SetUp(Offscreen& offscreen, const Options& options) {
   paths.outputFile = paths.positionFile = paths.progressFile = kNoFile;
+  if (!options.progress.empty()) paths.progressFile = scratch.Write("progress", options.progress);
+  if (options.language) UseLanguage(options.language);
   SetupEncoding();
   settings.Load(paths.settings);
   const Size size =
@@ -126,6 +208,7 @@ void SetUp(Offscreen& offscreen, const Options& options) {
     kReader.Reject("there is no screen of " + std::to_string(size.w) + 'x' +
                    std::to_string(size.h) + " with " + std::to_string(depth) + " bits");
   if (options.zoom) settings.zoom = *options.zoom;
+  if (!options.look.empty()) settings.skinPath.Assign(options.look.c_str());
   launcherState.layout = FitLayout(kMainMenu, size, settings.zoom);
   const std::string complaint = Offscreen::LoadSkin(settings.skinPath);
   if (!complaint.empty()) kReader.Reject(complaint);
@@ -135,6 +218,7 @@ void SetUp(Offscreen& offscreen, const Options& options) {
   if (!SavePng(options.png.c_str(), offscreen.Frame()))
     kReader.Reject("--png " + options.png.string() + ": cannot be written");
   std::fflush(nullptr);
+  scratch.Remove();
   _exit(EXIT_SUCCESS);  // perhaps with a window open over the menu
 }
 
@@ -147,7 +231,8 @@ void SetUp(Offscreen& offscreen, const Options& options) {
   std::size_t next = 0;
   int frames = 0;
   offscreen.onFrame = [&] {
-    if (++frames % kFramesPerKey != 0) return;
+    const bool awaitsBar = !options.progress.empty() && !progressValues.Shows();
+    if (++frames % kFramesPerKey != 0 || (awaitsBar && frames < kFramesUntilBar)) return;
     if (next == options.keys.size()) Finish(offscreen, options);
     const Key& key = options.keys[next++];
     screen.HandleKey(key.character, key.scancode);

@@ -124,6 +124,14 @@ class CheckTest(unittest.TestCase):
         for name in names:
             self.assertEqual(explain(name), MAN.split(f".It Cm {name}\n")[1].split("\n.")[0])
 
+    def test_a_preview_has_the_language_and_the_progress_that_it_is_asked_for(self):
+        seen = []
+        for options in ((), ("--lang", "de"), ("--lang", "ja"), ("--progress", "3/12"), ("--look", "skin/light.skin")):
+            with tempfile.NamedTemporaryFile() as picture:
+                subprocess.check_call([BUILD / "bin/zel-preview", ROOT / "data", "--png", picture.name, *options])
+                self.assertNotIn(content := picture.read(), seen)
+                seen.append(content)
+
     def test_a_wrong_command_line_says_what_is_wrong_with_it(self):
         picture_of = ("zel-preview", ROOT / "data", "--png", "/none/a.png")
         for program, *options, complaint in (
@@ -131,6 +139,7 @@ class CheckTest(unittest.TestCase):
                 ("zel-check", "a", "b", "b: one directory only"), ("zel-check", "--strikt", "'--strikt'"),
                 ("zel-preview", "--size", "0x9", "--size 0x9: "), ("zel-preview", "--depth", "7", "--depth 7: "),
                 ("zel-preview", "--zoom", "9", "--zoom 9: "), ("zel-preview", "--keys", "Dwon", "--keys: there is no key Dwon"),
+                ("zel-preview", "--lang", "xx", "--lang xx: "), ("zel-preview", "--progress", "4/3", "--progress 4/3: "),
                 ("zel-preview", ROOT / "data", "--png is missing"), (*picture_of, "--png /none/a.png: "),
                 ("zel-preview", "/none", "--png", "a", "/none: No such file"),
                 ("zel-gallery", "--page", "none", "--page none: "), ("zel-gallery", "--depth", "x", "--depth x: "),

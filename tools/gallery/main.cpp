@@ -29,13 +29,14 @@ struct Options {
 
 constexpr OptionReader kReader{"zel-gallery"};
 
+constexpr const char* kUsage =
+    "usage: zel-gallery [--size WxH] [--depth N] [--zoom Z] [--skin FILE]\n"
+    "       zel-gallery --png FILE [--page NAME] [--size WxH] [--depth N] [--zoom Z] "
+    "[--skin FILE]\n"
+    "       zel-gallery --list | --help | --version\n";
+
 [[noreturn]] void ExplainUsage() {
-  std::fputs(
-      "usage: zel-gallery [--size WxH] [--depth N] [--zoom Z] [--skin FILE]\n"
-      "       zel-gallery --png FILE [--page NAME] [--size WxH] [--depth N] [--zoom Z] "
-      "[--skin FILE]\n"
-      "       zel-gallery --list\n",
-      stderr);
+  std::fputs(kUsage, stderr);
   std::exit(kUsageStatus);
 }
 
@@ -49,7 +50,8 @@ Options ReadOptions(int argc, char** argv) {
       {"png", required_argument, nullptr, 'o'},   {"size", required_argument, nullptr, 's'},
       {"depth", required_argument, nullptr, 'd'}, {"skin", required_argument, nullptr, 'k'},
       {"zoom", required_argument, nullptr, 'z'},  {"page", required_argument, nullptr, 'p'},
-      {"list", no_argument, nullptr, 'l'},        {nullptr, 0, nullptr, 0},
+      {"list", no_argument, nullptr, 'l'},        {"help", no_argument, nullptr, 'h'},
+      {"version", no_argument, nullptr, 'v'},     {nullptr, 0, nullptr, 0},
   };
   Options options;
   for (int letter; (letter = getopt_long(argc, argv, "", kOptions, nullptr)) != -1;) {
@@ -61,6 +63,8 @@ Options ReadOptions(int argc, char** argv) {
     if (letter == 'p' && !(options.page = FindPage(optarg)))
       kReader.Reject(std::string{"--page "} + optarg + ": there is no such page; --list names all");
     if (letter == 'l') ListPages();
+    if (letter == 'h') kReader.Help(kUsage);
+    if (letter == 'v') kReader.ShowVersion();
     if (letter == '?') ExplainUsage();
   }
   if (optind != argc) kReader.Reject(std::string{argv[optind]} + ": there is no such option");

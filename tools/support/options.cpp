@@ -18,6 +18,13 @@ void OptionReader::Reject(const std::string& complaint) const {
   std::exit(kRejected);
 }
 
+void OptionReader::ShowVersion() const { Help(std::string{program_} + " " ZEL_VERSION "\n"); }
+
+void OptionReader::Help(const std::string& usage) const {
+  std::fputs(usage.c_str(), stdout);
+  std::exit(EXIT_SUCCESS);
+}
+
 Size OptionReader::ReadSize(const char* value) const {
   Size size;
   if (!ParseSize(value, &size))

@@ -19,6 +19,9 @@ class OptionReader {
   // Also kZoomToFit, for "auto".
   double ReadZoom(const char* value) const;
   [[noreturn]] void Reject(const std::string& complaint) const;
+  // What --version and --help say, on standard output, and status 0.
+  [[noreturn]] void ShowVersion() const;
+  [[noreturn]] void Help(const std::string& usage) const;
 
  private:
   const char* program_;
