@@ -61,7 +61,8 @@ class Paragraph {
 }  // namespace
 
 HintFile::HintFile(const char* fileName) {
-  const std::string text = InTextFormat(ReadWhole(fileName).c_str());  // a zero byte ends it
+  const std::string content = ReadWhole(fileName);
+  const std::string text = InTextFormat(content.substr(0, content.find('\0')));
   for (std::size_t start = 0; start < text.size();) {
     const std::string whole{NextLine(text, start)};
     std::string line = CutToBytes(Trimmed(whole.c_str()).c_str(), kHintLineBytes);

@@ -54,7 +54,8 @@ std::vector<std::string> CharactersOf(const std::string& word) {
 
 // The words of a text in lines that are no wider than the room, with a blank behind each word.
 // Where long words are to be cut, none is wider.
-std::vector<std::string> Wrapped(std::string text, const Font& font, int room, bool cuts) {
+std::vector<std::string> Wrapped(const std::string& text, const Font& font, int room, bool cuts) {
+  std::string words{text};
   const int space = font.TextLength(" ");
   std::vector<std::string> lines;
   std::string line;
@@ -68,7 +69,7 @@ std::vector<std::string> Wrapped(std::string text, const Font& font, int room, b
     width += partWidth;
   };
   char* position = nullptr;
-  for (char* word = ustrtok_r(text.data(), kWordEnds, &position); word;
+  for (char* word = ustrtok_r(words.data(), kWordEnds, &position); word;
        word = ustrtok_r(nullptr, kWordEnds, &position)) {
     for (const std::string& part : PartsOf(word, font)) {
       const int partWidth = font.TextLength(part.c_str());
