@@ -91,7 +91,8 @@ Terminal::Terminal() {
   if (!before.hasModes) return;
   termios modes = before.modes;
   modes.c_lflag &= static_cast<tcflag_t>(~ISIG);
-  modes.c_cc[VEOF] = _POSIX_VDISABLE;
+  // None of them in the moment either in which curses takes signals from keys again.
+  for (const int key : {VINTR, VQUIT, VSUSP, VEOF}) modes.c_cc[key] = _POSIX_VDISABLE;
   // Serial terminals may need it that Ctrl+S stops what is shown. Who presses it by mistake presses
   // any key then.
   modes.c_iflag |= IXANY;
