@@ -50,11 +50,19 @@ int TypeAhead::FindNumber(const MenuSession& session, int digit) {
 
 int TypeAhead::Find(const MenuSession& session, int character, std::int64_t now) {
   if (character <= kSpace || character == kDelete || session.Count() == 0) return -1;
-  if (now - last_ > kPause) {
+  const bool isElsewhere = session.Depth() != depth_ || session.Current() != entry_;
+  if (now - last_ > kPause || isElsewhere) {
     typed_.clear();
     number_ = 0;
   }
+  const int found = FindTyped(session, character);
   last_ = now;
+  depth_ = session.Depth();
+  entry_ = found >= 0 ? found : session.Current();
+  return found;
+}
+
+int TypeAhead::FindTyped(const MenuSession& session, int character) {
   typed_ += Lower(static_cast<wchar_t>(character));
   const bool isNumber = std::all_of(typed_.begin(), typed_.end(), IsDigit);
   if (isNumber)

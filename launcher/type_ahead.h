@@ -9,8 +9,8 @@
 namespace zel {
 
 // What is typed with no more than a second between two keys is the beginning of an entry's title,
-// in any case of letters, or its number. One letter again and again goes round the entries that
-// begin with it.
+// in any case of letters, or its number, as long as nothing else leads away from there. One letter
+// again and again goes round the entries that begin with it.
 class TypeAhead {
  public:
   static constexpr std::int64_t kPause = 1000;  // milliseconds
@@ -23,6 +23,7 @@ class TypeAhead {
   int Find(const MenuSession& session, int character, std::int64_t now);
 
  private:
+  int FindTyped(const MenuSession& session, int character);
   int FindTitle(const MenuSession& session, const std::wstring& start) const;
   int FindNumber(const MenuSession& session, int digit);
 
@@ -30,6 +31,7 @@ class TypeAhead {
   std::wstring typed_;
   int number_ = 0;
   std::int64_t last_ = -kPause;
+  int depth_ = 0, entry_ = -1;  // where what was typed has led
 };
 
 // A text in Allegro's current format, character by character.
