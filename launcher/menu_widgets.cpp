@@ -74,6 +74,9 @@ std::vector<std::string> Wrapped(const std::string& text, const Font& font, int 
     for (const std::string& part : PartsOf(word, font)) {
       const int partWidth = font.TextLength(part.c_str());
       if (cuts && space + partWidth > room) {
+        // The rest of a line would hold a piece that nobody can read.
+        if (!line.empty()) lines.push_back(std::exchange(line, {}));
+        width = 0;
         for (const std::string& piece : CharactersOf(part))
           add(piece, font.TextLength(piece.c_str()));
       } else {
