@@ -37,10 +37,11 @@ std::string ValueOf(const std::string& line, const std::string& name) {
   return value;
 }
 
-// A name without its directories and its extension.
-std::string StemOf(const std::string& name) {
+// Whether the skin is meant by its name, which may lack its directories, or these and its
+// extension.
+bool IsNamed(const std::string& name, const std::string& said) {
   const std::string file = name.substr(name.rfind('/') + 1);
-  return file.substr(0, file.rfind('.'));
+  return name == said || file == said || file.substr(0, file.rfind('.')) == said;
 }
 
 // Any file could be read as a skin, but would be no look.
@@ -68,8 +69,7 @@ std::string TextOf(double zoom) { return zoom == kZoomToFit ? "auto" : std::to_s
 
 void Looks::TakeSkin(const std::string& said) {
   for (const std::string& name : names_)
-    if ((name == said || StemOf(name) == said) && IsSkin(name))
-      return settings.skinPath.Assign(name.c_str());
+    if (IsNamed(name, said) && IsSkin(name)) return settings.skinPath.Assign(name.c_str());
 }
 
 void Looks::TakeSize(const std::string& said) {
