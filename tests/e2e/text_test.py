@@ -238,8 +238,8 @@ class TextTest(unittest.TestCase):
                                         ("de", "C.UTF-8", "Rettungsmenü\nWas möchten Sie tun?"),
                                         ("ru", "C", "Menyu spaseniya\nChto vy khotite sdelat'?"),
                                         ("ja", "C", "Rescue menu\nWhat do you want to do?"),
-                                        ("ja", "C.UTF-8", "レスキューメニュー\n何をしますか?"),
-                                        ("ru", "C.UTF-8", "Меню спасения\nЧто вы хотите сделать?")):
+                                        ("ja", "C.UTF-8", "レスキューメニュー\n何をしますか？"),
+                                        ("ru", "C.UTF-8", "Меню восстановления\nЧто вы хотите сделать?")):
             (self.state / "etc/sysconfig/i18n").write_text(f"LANG={language}\n")
             self.assertIn(f"\n{title}\n", self.start("--plain", letters=letters).type("", ":"))
 
