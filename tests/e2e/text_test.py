@@ -236,7 +236,7 @@ class TextTest(unittest.TestCase):
     def test_letters_that_a_terminal_lacks_come_as_near_as_they_can(self):
         for language, letters, title in (("de", "C", "Rettungsmenue\nWas moechten Sie tun?"),
                                         ("de", "C.UTF-8", "Rettungsmenü\nWas möchten Sie tun?"),
-                                        ("ru", "C", "Menyu spaseniya\nChto vy khotite sdelat'?"),
+                                        ("ru", "C", "Menyu vosstanovleniya\nChto vy khotite sdelat'?"),
                                         ("ja", "C", "Rescue menu\nWhat do you want to do?"),
                                         ("ja", "C.UTF-8", "レスキューメニュー\n何をしますか？"),
                                         ("ru", "C.UTF-8", "Меню восстановления\nЧто вы хотите сделать?")):
