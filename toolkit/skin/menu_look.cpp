@@ -124,10 +124,10 @@ MenuLook::Names MenuLook::ColorKeys() {
   return names;
 }
 
-MenuLook::Names MenuLook::MeasureKeys() {
-  Names names;
-  for (const MeasureKey& row : kMeasures) names.emplace_back(row.section, row.key);
-  return names;
+std::vector<MenuLook::Measure> MenuLook::MeasureKeys() {
+  std::vector<Measure> measures;
+  for (const MeasureKey& row : kMeasures) measures.push_back({row.section, row.key, row.highest});
+  return measures;
 }
 
 void MenuLook::Read(const SectionFile& file) {

@@ -68,7 +68,12 @@ struct MenuLook {
   // The sections and keys of colours and of measures.
   using Names = std::vector<std::pair<const char*, const char*>>;
   static Names ColorKeys();
-  static Names MeasureKeys();
+  struct Measure {
+    const char* section;
+    const char* key;
+    int highest;  // and 0 is the lowest
+  };
+  static std::vector<Measure> MeasureKeys();
 
   void Read(const SectionFile& file);
   // Calls it with every colour that there is room for.

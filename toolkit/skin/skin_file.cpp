@@ -111,6 +111,7 @@ constexpr TextKeys kTextKeys[kDrawStates] = {
 constexpr const char* kNoShadow = "-1";
 constexpr const char* kList = "LIST";
 constexpr const char* kLabel = "LABEL";
+constexpr int kHighestRow = 400;
 
 constexpr const char* kSkin = "Skin";
 
@@ -180,8 +181,7 @@ void ReadBoxTextSet(Skin& skin, const SectionFile& file) {
 // A row is at least as high as its text. Where nobody has drawn pictures for it, the built-in ones
 // are drawn so large that a title bar is as high as a row, and what belongs to its place follows.
 int ReadRowHeight(Skin& skin, const SectionFile& file) {
-  constexpr int kHighest = 400;
-  const int said = ReadSkinInt(file, kList, "height", 0, 0, kHighest);
+  const int said = ReadSkinInt(file, kList, "height", 0, 0, kHighestRow);
   if (said < 1) return 0;
   int height = Zoomed(said);
   for (const int font : skin.fontIndex[kListText])
@@ -242,12 +242,15 @@ std::vector<SkinKey> SkinKeys() {
   };
   for (const TextSection& text : kTextSections) addTextSection(text.section);
   addTextSection(kLabel);
-  keys.push_back({kList, "height", SkinKey::kNumber});
+  keys.push_back({kList, "height", SkinKey::kNumber, kHighestRow});
   keys.push_back({"COLORS", "contrast", SkinKey::kText});
   for (const auto& [section, key] : MenuLook::ColorKeys())
     keys.push_back({section, key, SkinKey::kColor});
-  for (const auto& [section, key] : MenuLook::MeasureKeys())
-    keys.push_back({section, key, SkinKey::kNumber});
+  for (const auto& [section, key, highest] : MenuLook::MeasureKeys())
+    if (highest == Skin::kFonts - 1)
+      keys.push_back({section, key, SkinKey::kFont});
+    else
+      keys.push_back({section, key, SkinKey::kNumber, highest});
   for (const char* key : {"f_col1", "f_col2", "s_col1", "s_col2", "backColor"})
     keys.push_back({"BOX", key, SkinKey::kColor});
   for (const char* key : {"backColor", "borderColor"})

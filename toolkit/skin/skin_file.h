@@ -20,6 +20,7 @@ struct SkinKey {
   enum Kind { kText, kFile, kFiles, kNumber, kColor, kFont };
   std::string section, key;
   Kind kind;
+  int highest = -1;  // of a number that counts as absent when it is larger, or below 0
 };
 std::vector<SkinKey> SkinKeys();
 

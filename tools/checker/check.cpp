@@ -35,7 +35,7 @@ constexpr const char* kProgressPicture = "pic/progress.bmp";
 // menu.cfg first, then in the order in which they are named.
 std::vector<MenuFile> ReadMenus(Findings& findings, Pictures& pictures) {
   std::vector<MenuFile> menus;
-  if (!FileExists(kMainMenu)) {
+  if (!IsThere(kMainMenu)) {
     findings.Add(Msg::kMissingMenu, {kMainMenu});
     return menus;
   }
@@ -50,6 +50,14 @@ std::vector<MenuFile> ReadMenus(Findings& findings, Pictures& pictures) {
         menus.push_back(ReadMenuFile(findings, pictures, link.value, takesSizes));
   }
   return menus;
+}
+
+void CheckProgressPicture(Findings& findings, Pictures& pictures) {
+  if (!IsThere(kProgressPicture))
+    findings.Add(Msg::kMissingProgress, {kMainMenu}, {kProgressPicture});
+  else if (CheckFile(findings, {kProgressPicture}, kProgressPicture) &&
+           !pictures.Get(kProgressPicture))
+    findings.Add(Msg::kBadPicture, {kProgressPicture}, {kProgressPicture});
 }
 
 std::vector<Size> Screens(const std::vector<MenuFile>& menus) {
@@ -87,11 +95,7 @@ std::vector<Finding> CheckTree() {
   SetCurrentSkin(std::make_unique<Skin>(settings.skinPath));
   if (CurrentSkin()->GetError().IsError()) CurrentSkin()->Reset();
   const std::vector<MenuFile> menus = ReadMenus(findings, pictures);
-  if (!FileExists(kProgressPicture))
-    findings.Add(Msg::kMissingProgress, {kMainMenu}, {kProgressPicture});
-  else if (CheckFile(findings, {kProgressPicture}, kProgressPicture) &&
-           !pictures.Get(kProgressPicture))
-    findings.Add(Msg::kBadPicture, {kProgressPicture}, {kProgressPicture});
+  if (!menus.empty()) CheckProgressPicture(findings, pictures);
   for (const MenuFile& menu : menus) CheckItems(findings, menu);
   CheckChoices(findings, menus);
   CheckCircles(findings, menus);

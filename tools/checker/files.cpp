@@ -58,16 +58,25 @@ const char* KindOf(mode_t mode) {
 
 }  // namespace
 
+bool IsThere(const std::string& name) {
+  struct stat status;
+  return lstat(name.c_str(), &status) == 0;
+}
+
 bool CheckFile(Findings& findings, const Place& place, const std::string& name) {
   if (!std::all_of(name.begin(), name.end(), IsAscii)) findings.Add(Msg::kNameAscii, place, {name});
   struct stat status;
   if (stat(name.c_str(), &status) != 0) {
-    if (errno == ENOENT || errno == ENOTDIR)
+    const int error = errno;
+    if (IsThere(name) && (error == ENOENT || error == ENOTDIR || error == ELOOP))
+      findings.Add(Msg::kNotAFile, place,
+                   {name, error == ELOOP ? "a link that leads in a circle" : "a link to nothing"});
+    else if (error == ENOENT || error == ENOTDIR)
       findings.Add(
           Msg::kMissingFile, place, {name},
           findings.IsFull(Msg::kMissingFile, place.file) ? std::string{} : NearestFile(name));
     else
-      findings.Add(Msg::kUnreadable, place, {name, std::strerror(errno)});
+      findings.Add(Msg::kUnreadable, place, {name, std::strerror(error)});
     return false;
   }
   if (!S_ISREG(status.st_mode)) {
@@ -93,6 +102,7 @@ bool ReadChecked(Findings& findings, const std::string& name, std::size_t limit,
         {std::to_string(limit / (isLarge ? kMegabyte : 1024)) + (isLarge ? " MB" : " KB")});
     return false;
   }
+  if (access(name.c_str(), R_OK) != 0) return false;  // which has been said
   *text = ReadText(name.c_str(), limit);
   if (text->find('\0') != std::string::npos) {
     findings.Add(Msg::kBinary, {name});

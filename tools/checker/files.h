@@ -8,6 +8,9 @@
 
 namespace zel {
 
+// True also for a link that leads nowhere.
+bool IsThere(const std::string& name);
+
 // Says what keeps a file, which is named in that place, from being read. True when nothing does.
 bool CheckFile(Findings& findings, const Place& place, const std::string& name);
 

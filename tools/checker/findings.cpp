@@ -64,9 +64,11 @@ void Findings::Add(Msg id, const Place& place, std::vector<std::string> words,
   if (++counts_[{place.file, id}] > kMostAlike) return;
   for (std::string& word : words) word = Readable(word);
   const Message& message = MessageOf(id);
+  // What differs in bytes that do not show is no help.
+  const std::string meant = Readable(nearest);
+  const bool isHelp = !meant.empty() && meant != words.front();
   findings_.push_back({place, id, Filled(message.what, words),
-                       nearest.empty() ? Filled(message.advice, words)
-                                       : "did you mean " + Readable(nearest) + "?"});
+                       isHelp ? "did you mean " + meant + "?" : Filled(message.advice, words)});
 }
 
 bool Findings::IsFull(Msg id, const std::string& file) const {

@@ -8,7 +8,9 @@
 #include <utility>
 
 #include "launcher/default_start.h"
+#include "toolkit/base/bytes.h"
 #include "toolkit/base/text.h"
+#include "tools/checker/values.h"
 
 namespace zel {
 namespace {
@@ -46,6 +48,9 @@ class ItemCheck {
 
   void Run() const {
     CheckShown();
+    if (const std::string name = item_.Text("ShowIfFileExists");
+        !name.empty() && name.front() != '/' && !FileExists(name.c_str()))
+      Add(Msg::kWaitRelative, "ShowIfFileExists", {name, "ShowIfFileExists"});
     if (IsSeparator(item_))
       CheckEffect({"Title", "Icon", "Submenu", "ExCode", "ExString", "HintSection", "WaitForFile",
                    "WaitWhileFile", "Timeout", "WaitText", "Disable"},
@@ -66,6 +71,7 @@ class ItemCheck {
 
   void CheckShown() const {
     if (IsSeparator(item_) || item_.Has("Icon") || item_.Has("Title")) return;
+    if (item_.Has("Separator") && !IsNumber(item_.Text("Separator"))) return;  // which is said
     if (HasTitle(item_))
       Add(Msg::kNotInEnglish, "", {item_.name, "Title"});
     else
@@ -86,8 +92,8 @@ class ItemCheck {
   void CheckStatus() const {
     const int code = item_.Number("ExCode");
     const int seen = code & kLargestStatus;
-    // A number that is too large is said to be.
-    if (code == INT_MAX || code == INT_MIN) return;
+    // A number that is none or too large is said to be.
+    if (!IsNumber(item_.Text("ExCode")) || code == INT_MAX || code == INT_MIN) return;
     if (code != seen)
       Add(Msg::kStatusCut, "ExCode", {std::to_string(code), std::to_string(seen)});
     else if (code == 1)
@@ -142,7 +148,8 @@ void CheckNumbers(Findings& findings, const MenuFile& menu) {
     if (item.number > menu.linesNumber && (!beyond || item.number < beyond->number)) beyond = &item;
     largest = std::max(largest, item.number);
   }
-  if (beyond)
+  const std::string said = menu.General().Text("LinesNumber");
+  if (beyond && (said.empty() || IsNumber(said)))
     findings.Add(
         Msg::kLinesNumber, menu.At(std::max(1, menu.General().LineOf("LinesNumber"))),
         {std::to_string(menu.linesNumber), '[' + beyond->name + ']', std::to_string(largest)});
@@ -196,7 +203,7 @@ void CheckChoices(Findings& findings, const std::vector<MenuFile>& menus) {
   std::map<int, std::vector<Choice>> byStatus;
   for (const MenuFile& menu : menus)
     for (const MenuSection& item : menu.items) {
-      if (!IsChoice(item) || !item.Has("ExCode")) continue;
+      if (!IsChoice(item) || !IsNumber(item.Text("ExCode"))) continue;
       const Choice choice{&menu, &item};
       const auto key = std::pair{item.Number("ExCode"), item.Text("ExString")};
       const auto [first, isNew] = choices.try_emplace(key, choice);

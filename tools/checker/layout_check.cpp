@@ -48,9 +48,10 @@ bool Fits(int from, int length, int room) {
 
 bool Overlap(const Rect& a, const Rect& b) {
   const auto common = [](double from, double extent, double other, double otherExtent) {
-    return std::min(from + extent, other + otherExtent) - std::max(from, other);
+    const double touch = std::min({1.0 * kTouch, extent / 2, otherExtent / 2});
+    return std::min(from + extent, other + otherExtent) - std::max(from, other) - touch;
   };
-  return common(a.x, a.w, b.x, b.w) > kTouch && common(a.y, a.h, b.y, b.h) > kTouch;
+  return common(a.x, a.w, b.x, b.w) > 0 && common(a.y, a.h, b.y, b.h) > 0;
 }
 
 Color MeanOf(BITMAP* picture, const Rect& area) {
@@ -82,6 +83,23 @@ class LayoutCheck {
     for (const MenuFile& menu : menus) places_.emplace(menu.name, &menu);
   }
 
+  // Where many icons are too large alike, it is the rows that are too low.
+  void Finish() {
+    constexpr std::size_t kFew = 3;
+    for (const auto& [sizes, icons] : largeIcons_) {
+      const auto& [size, room] = sizes;
+      for (const auto& [place, name] : icons) {
+        const bool areMany = icons.size() > kFew;
+        findings_.Add(
+            Msg::kIconLarge, place,
+            {areMany ? name + " and " + std::to_string(icons.size() - 1) + " others" : name, size,
+             room, areMany ? "are" : "is",
+             areMany ? "take a skin with larger rows, or smaller icons" : "make it smaller"});
+        if (areMany) break;
+      }
+    }
+  }
+
   void Run(Size screen) {
     settings.screenWidth = screen.w;
     settings.screenHeight = screen.h;
@@ -96,7 +114,9 @@ class LayoutCheck {
     section_ = !fitted.section.empty() ? fitted.section
                : IsUsual(screen)       ? SectionFor(screen)
                                        : kGeneralSection;
-    if (menus_.empty() || !menus_.front().isLayoutKnown || !HasLayout(screen)) return;
+    if (menus_.empty() || !menus_.front().isRead || !menus_.front().isLayoutKnown ||
+        !HasLayout(screen))
+      return;
     MenuConfig config;
     std::set<std::string> seen;
     Walk(config, menus_.front(), seen);
@@ -184,8 +204,9 @@ class LayoutCheck {
   }
 
   // A place that a menu has from the one that led to it has been looked at there.
-  bool IsNew(const char* what, const Rect& place) {
-    return seen_.insert({what, screen_.w, screen_.h, place.x, place.y, place.w, place.h}).second;
+  bool IsNew(const char* what, const Rect& place) { return IsNew(what, place, screen_); }
+  bool IsNew(const char* what, const Rect& place, Size screen) {
+    return seen_.insert({what, screen.w, screen.h, place.x, place.y, place.w, place.h}).second;
   }
 
   bool CheckPanel(const MenuFile& menu, const PanelKeys& keys, const Rect& panel) {
@@ -327,11 +348,12 @@ class LayoutCheck {
     BITMAP* picture = icon ? pictures_.Get(icon->entry.value) : nullptr;
     const Size iconRoom = entry.IconRoom();
     const double zoom = CurrentZoom();
-    if (picture && (picture->w * zoom > iconRoom.w || picture->h * zoom > iconRoom.h))
-      findings_.Add(
-          Msg::kIconLarge, menu.At(icon->entry.line),
-          {icon->entry.value, NameOf({picture->w, picture->h}),
-           NameOf({static_cast<int>(iconRoom.w / zoom), static_cast<int>(iconRoom.h / zoom)})});
+    if (!picture || (picture->w * zoom <= iconRoom.w && picture->h * zoom <= iconRoom.h)) return;
+    const Place place = menu.At(icon->entry.line);
+    if (!IsNew(("icon" + place.file).c_str(), {place.line, 0, 0, 0}, {})) return;
+    const Size room{static_cast<int>(iconRoom.w / zoom), static_cast<int>(iconRoom.h / zoom)};
+    largeIcons_[{NameOf({picture->w, picture->h}), NameOf(room)}].emplace_back(place,
+                                                                               icon->entry.value);
   }
 
   void CheckPanelTitles(const MenuFile& menu, const char* key, const TitledPanel& panel) {
@@ -382,7 +404,9 @@ class LayoutCheck {
   }
 
   void CheckLabel(const MenuFile& menu, const std::string& key, const ScreenText& text) {
-    if (text.text.IsEmpty() || text.font < 0 || text.font >= Skin::kFonts) return;
+    if (text.text.IsEmpty()) return;
+    CheckLabelFont(menu, key, text.font);
+    if (text.font < 0 || text.font >= Skin::kFonts) return;
     const Font& font = *CurrentSkin()->fonts[static_cast<std::size_t>(text.font)];
     const double scale = launcherState.layout.section.empty() ? 1 : launcherState.layout.scale;
     Rect area{text.left, text.top, static_cast<int>(font.TextLength(text.text) / scale),
@@ -395,15 +419,31 @@ class LayoutCheck {
                     {key, NameOf(screen_)});
       return;
     }
-    area.w = std::min(area.w, screen_.w - area.x);
+    // What is too long for a line wraps.
+    const int room = screen_.w - area.x;
+    area.h *= 1 + std::max(0, area.w - 1) / room;
+    area.w = std::min(area.w, room);
     const LayoutValues& at = layoutValues;
     const Rect panel{at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight};
-    if (Overlap(area, panel))
+    const Rect hints{at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight};
+    const bool isOnMenu = Overlap(area, panel);
+    if (isOnMenu || (menu.General().Find("HintFile") && Overlap(area, hints)))
       findings_.Add(Msg::kOverlap, PlaceOf(menu, top.c_str()),
-                    {key, kMenuKeys.name, NameOf(screen_)});
+                    {key, isOnMenu ? kMenuKeys.name : kHintKeys.name, NameOf(screen_)});
     const MenuLook& look = CurrentSkin()->menu;
     const Color said = key == "Heading" ? look.heading : look.keyHelp;
     if (look.picture != 0) CheckLabelContrast(menu, key, said.IsSet() ? said : text.color, area);
+  }
+
+  // One that the skin does not have is Allegro's own, which is small.
+  void CheckLabelFont(const MenuFile& menu, const std::string& key, int font) {
+    const std::string section = "FONT" + std::to_string(font), fontKey = key + "Font";
+    if (!CurrentSkin()->skinFile || font == 0 || !menu.General().Has(key.c_str()) ||
+        !CurrentSkin()->File().Find(section.c_str()).Heads().empty())
+      return;
+    const bool isSaid = menu.General().Find(fontKey.c_str());
+    findings_.Add(Msg::kNoFont, PlaceOf(menu, isSaid ? fontKey.c_str() : key.c_str()),
+                  {fontKey, std::to_string(font)});
   }
 
   void CheckLabelContrast(const MenuFile& menu, const std::string& key, Color color,
@@ -427,6 +467,8 @@ class LayoutCheck {
   bool isLook_;
   Size screen_;  // in the pixels of the file
   std::string section_;
+  using Icon = std::pair<Place, std::string>;
+  std::map<std::pair<std::string, std::string>, std::vector<Icon>> largeIcons_;  // by size and room
   bool hasGeneral_ = false;  // a screen for the general section was found
   std::map<std::string, const MenuFile*> places_;
   std::set<std::tuple<std::string, int, int, int, int, int, int>> seen_;
@@ -438,6 +480,7 @@ void CheckLayouts(Findings& findings, Pictures& pictures, const std::vector<Menu
                   const std::vector<Size>& screens, Size own, bool isLook) {
   LayoutCheck check{findings, pictures, menus, own, isLook};
   for (const Size& screen : screens) check.Run(screen);
+  check.Finish();
   settings.screenWidth = own.w;
   settings.screenHeight = own.h;
 }

@@ -23,13 +23,17 @@ bool IsComment(const std::string& stripped) {
   return stripped.empty() || stripped.front() == '#' || stripped.front() == ';';
 }
 
-// "[NAME]" for a line that begins like a head but is none; empty for any other line.
+// "[NAME]" for a line that is meant as a head but is none; empty for any other line.
 std::string MeantHead(const std::string& stripped) {
-  if (stripped.front() != '[') return {};
+  if (stripped.front() != '[') {
+    const bool hasEnd = stripped.find_first_of(" \t=[]") == stripped.size() - 1;
+    return hasEnd && stripped.back() == ']' ? '[' + stripped : std::string{};
+  }
   const std::size_t end = std::min(stripped.find(']'), stripped.size());
   std::string name = stripped.substr(1, end - 1);
   const bool isHead =
-      end < stripped.size() && name.find_first_of(" \t=#") == std::string::npos && !name.empty();
+      end < stripped.size() && !name.empty() && name.find_first_of(" \t=#") == std::string::npos &&
+      std::string{"\0 \t\v\f=#", 7}.find(stripped.c_str()[end + 1]) != std::string::npos;
   if (isHead) return {};
   std::erase_if(name, [](char c) { return c == ' ' || c == '\t' || c == '=' || c == '#'; });
   return '[' + name + ']';
@@ -60,6 +64,8 @@ SectionFile CheckLines(Findings& findings, const std::string& file, std::string 
       if (head == "[]") head = kNobody;
     } else if (stripped.front() == '[') {
       head = stripped.substr(0, stripped.find(']') + 1);
+      const std::string rest = Strip(stripped.substr(head.size()));
+      if (!IsComment(rest)) findings.Add(Msg::kBehindHead, place, {rest, head});
     }
     if (!head.empty()) {
       section = Upper(head);
@@ -84,7 +90,8 @@ SectionFile CheckLines(Findings& findings, const std::string& file, std::string 
       continue;
     }
     if (sign == std::string::npos || stripped[sign] != '=') {
-      findings.Add(Msg::kNoEquals, place, {stripped});
+      const bool isBehind = stripped.find('=') != std::string::npos;
+      findings.Add(Msg::kNoEquals, place, {isBehind ? name : stripped, isBehind ? "behind" : "in"});
       continue;
     }
     const auto [first, isNew] = keys.try_emplace(Upper(name), number);

@@ -113,6 +113,11 @@ class Reader {
     std::string text;
     file_.isRead = ReadChecked(findings_, file_.name, kLongestFile, &text);
     if (!file_.isRead) return std::move(file_);
+    if (!IsMenu(text)) {
+      findings_.Add(Msg::kEmptyMenu, file_.At(1));
+      file_.isRead = false;
+      return std::move(file_);
+    }
     CheckEncoding(text);
     FindNames(text);
     const SectionFile content = CheckLines(findings_, file_.name, std::move(text), kGeneralSection);
@@ -122,6 +127,19 @@ class Reader {
   }
 
  private:
+  // False for another file, of which each line would be wrong.
+  bool IsMenu(const std::string& text) const {
+    const SectionFile content = SectionFile::FromUtf8("[all]\n" + text);
+    return std::any_of(content.Sections().begin(), content.Sections().end(), [this](const auto& s) {
+      return IsKnown(s.Name()) ||
+             std::any_of(s.Entries().begin(), s.Entries().end(), [](const Entry& entry) {
+               MenuLine line;
+               return FindKey(kItemKeys, entry.name, line) ||
+                      FindKey(kGeneralKeys, entry.name, line);
+             });
+    });
+  }
+
   void CheckEncoding(const std::string& text) {
     int number = 0;
     for (std::size_t position = 0; position < text.size();) {

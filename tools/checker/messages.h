@@ -31,6 +31,7 @@ enum class Msg {
   kSizeUnread,
   kUnknownKey,
   kBadHead,
+  kBehindHead,
   kNoEquals,
   kSectionTwice,
   kKeyTwice,

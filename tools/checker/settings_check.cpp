@@ -159,7 +159,7 @@ class SettingsCheck {
 }  // namespace
 
 SkinLines CheckSettings(Findings& findings) {
-  if (!FileExists(kSettingsFile)) {
+  if (!IsThere(kSettingsFile)) {
     findings.Add(Msg::kMissingSettings, {kSettingsFile});
     return {};
   }

@@ -38,7 +38,7 @@ class SkinCheck {
     for (SkinKey& key : SkinKeys()) {
       const std::string section = Upper(key.section);
       names_[section].push_back(key.key);
-      keys_.emplace(std::pair{section, Upper(key.key)}, key.kind);
+      keys_.emplace(std::pair{section, Upper(key.key)}, key);
       sections_.insert(key.section);
     }
   }
@@ -86,7 +86,8 @@ class SkinCheck {
     }
   }
 
-  void CheckEntry(SkinKey::Kind kind, const SectionFile::Entry& entry) {
+  void CheckEntry(const SkinKey& key, const SectionFile::Entry& entry) {
+    const SkinKey::Kind kind = key.kind;
     const Place place = At(entry.line);
     const std::string value = WithoutComment(entry.value, kind >= SkinKey::kNumber);
     if (value.empty() || CheckQuotes(findings_, place, value)) return;
@@ -102,6 +103,8 @@ class SkinCheck {
     const auto section = "FONT" + value;
     if (std::abs(1.0 * number) > kLargestSkinValue)
       findings_.Add(Msg::kLargeNumber, place, {entry.name, value, "absent"});
+    else if (key.highest >= 0 && (number < 0 || number > key.highest))
+      findings_.Add(Msg::kRange, place, {entry.name, value, "0", std::to_string(key.highest)});
     else if (kind == SkinKey::kFont && content_.Find(section.c_str()).Heads().empty() &&
              number != 0)
       findings_.Add(Msg::kNoFont, place, {entry.name, value});
@@ -259,7 +262,7 @@ class SkinCheck {
   Findings& findings_;
   std::string name_;
   SectionFile content_;
-  std::map<std::pair<std::string, std::string>, SkinKey::Kind> keys_;
+  std::map<std::pair<std::string, std::string>, SkinKey> keys_;
   std::map<std::string, std::vector<std::string>> names_;
   std::set<std::string> sections_;
 };

@@ -7,6 +7,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "launcher/hint_file.h"
 #include "launcher/language.h"
@@ -74,7 +75,10 @@ class Letters {
   Letters(Findings& findings, const Skin* skin) : findings_{findings}, skin_{skin} {}
 
   void Check(const Place& place, const std::string& text, const LanguageRow& language, int font) {
-    const bool isFont = skin_ && 0 <= font && font < Skin::kFonts;
+    // Of a font that the skin does not have it is said.
+    const std::string section = "FONT" + std::to_string(font);
+    const bool isFont = skin_ && 0 <= font && font < Skin::kFonts &&
+                        (font == 0 || !skin_->File().Find(section.c_str()).Heads().empty());
     const Font* drawn = isFont ? skin_->fonts[static_cast<std::size_t>(font)].get() : nullptr;
     std::vector<std::string> lost;
     ForEachCharacter(text, [&](int character) {
@@ -165,7 +169,7 @@ void CheckTranslation(Findings& findings, const MenuFile& menu, const std::strin
   // Where most are missing, that is one thing and not many.
   if (!found.empty() && 2 * found.size() < titled.size()) {
     findings.Add(Msg::kFewTranslated, menu.At(found.front()->entry.line),
-                 {language, std::to_string(found.size()), std::to_string(titled.size())});
+                 {language, std::to_string(found.size()), std::to_string(titled.size()), "titles"});
     return;
   }
   const auto add = [&](const MenuSection& section, const char* key) {
@@ -225,6 +229,7 @@ class HintsCheck {
   }
 
   void Finish() {
+    CheckTranslations();
     for (auto& [name, hints] : files_) {
       if (!hints.isRead) continue;
       std::map<std::string, int> seen;
@@ -235,7 +240,7 @@ class HintsCheck {
         const auto [first, isNew] = seen.try_emplace(section.name, section.line);
         const bool isUsed = used_.contains(shown);
         // One that is to close another text is none.
-        if (!isUsed && Upper(shown).starts_with("END")) continue;
+        if (!isUsed && (Upper(shown).starts_with("END") || shown.starts_with('/'))) continue;
         if (!isNew)
           findings_.Add(Msg::kHintTwice, place, {shown, std::to_string(first->second)});
         else if (areAll_ && !isUsed)
@@ -308,28 +313,66 @@ class HintsCheck {
       findings_.Add(Msg::kNoHintFile, place, {wanted});
       return;
     }
+    // Looking for names takes its time.
+    constexpr std::size_t kMostGuessed = 1000;
+    const bool guesses = !findings_.IsFull(Msg::kHintMissing, menu.name);
     std::vector<std::string> with, without;
     std::string nearest;
     for (const auto& [name, hints] : files) {
       const bool has = hints->names.contains(Encoded(wanted, hints->language));
       (has ? with : without).push_back(name);
-      if (!has && nearest.empty())
+      if (!has && nearest.empty() && guesses && hints->names.size() <= kMostGuessed)
         nearest = Nearest(wanted, {hints->names.begin(), hints->names.end()});
     }
+    // What is missing where is one thing, however many items name it.
+    if (!wanted_.emplace(wanted, Listed(without)).second) return;
+    if (!with.empty())
+      for (const auto& [name, hints] : files) ++counts_[name];
     if (without.empty()) return;
     used_.insert(nearest);
     if (with.empty())
       findings_.Add(Msg::kHintMissing, place, {wanted, Listed(without)}, nearest);
     else
-      findings_.Add(Msg::kHintUntranslated, place, {wanted, Listed(without), Listed(with)});
+      untranslated_.push_back({place, wanted, std::move(without), std::move(with)});
   }
+
+  // Where a file lacks most, that is one thing and not many.
+  void CheckTranslations() {
+    std::map<std::string, std::size_t> lacking;
+    for (const Untranslated& text : untranslated_)
+      for (const std::string& name : text.without) ++lacking[name];
+    std::erase_if(lacking, [this](const auto& file) {
+      constexpr std::size_t kFew = 3;
+      return file.second <= kFew || 2 * file.second <= counts_[file.first];
+    });
+    for (const auto& [name, count] : lacking)
+      findings_.Add(Msg::kFewTranslated, {name, 1},
+                    {name, std::to_string(counts_[name] - count), std::to_string(counts_[name]),
+                     "explanations"});
+    for (Untranslated& text : untranslated_) {
+      std::erase_if(text.without, [&](const std::string& name) { return lacking.contains(name); });
+      if (!text.without.empty())
+        findings_.Add(Msg::kHintUntranslated, text.place,
+                      {text.name, Listed(text.without), Listed(text.with)});
+    }
+  }
+
+  // A text that some files have and some lack.
+  struct Untranslated {
+    Place place;
+    std::string name;
+    std::vector<std::string> without, with;
+  };
 
   Findings& findings_;
   Letters& letters_;
   const Skin* skin_;
   bool areAll_;
   std::map<std::string, Hints> files_;
-  std::set<std::string> used_;  // texts that items name, or mean
+  std::set<std::string> used_;                            // texts that items name, or mean
+  std::set<std::pair<std::string, std::string>> wanted_;  // texts, and the files without them
+  std::map<std::string, std::size_t> counts_;  // of texts that a file or its translations have
+  std::vector<Untranslated> untranslated_;
 };
 
 }  // namespace

@@ -33,6 +33,12 @@ BITMAP* Pictures::Get(const std::string& name) {
   return found->second.get();
 }
 
+bool IsNumber(const std::string& text) {
+  char* end = nullptr;
+  std::strtoll(text.c_str(), &end, 0);
+  return !text.empty() && *end == '\0';
+}
+
 int ParsedNumber(const std::string& text) {
   return static_cast<int>(
       std::clamp<long long>(std::strtoll(text.c_str(), nullptr, 0), INT_MIN, INT_MAX));

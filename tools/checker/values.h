@@ -20,7 +20,10 @@ class Pictures {
   std::map<std::string, BitmapPtr> pictures_;
 };
 
+// True for digits as C writes a number, and nothing else.
+bool IsNumber(const std::string& text);
 // The number that the launcher takes a text for.
+bool IsNumber(const std::string& text);
 int ParsedNumber(const std::string& text);
 
 // Say what is wrong with a value that is to be a number, decimal or as C writes it, a colour or a
