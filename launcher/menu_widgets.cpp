@@ -27,6 +27,11 @@ constexpr int kTextMargin = 16;
 // A font has no picture of a tab and its like.
 constexpr const char* kWordEnds = " \n\t\v\f";
 
+// What a skin says of a margin, as far as it leaves room on a panel of this size.
+int Padding(int said, int usual, int size) {
+  return std::min(OrElse(said, usual), std::max(usual, size / 6));
+}
+
 // What of a word stays on one line.
 std::vector<std::string> PartsOf(const char* word, const Font& font) {
   std::vector<std::string> parts;
@@ -222,16 +227,14 @@ int TitledPanel::TitleRoom() const {
 
 int TitledPanel::TitleHeight() const {
   const int usual = TitleFont().TextHeight() * 5 / 4;
-  return skin ? std::max(TitleFont().TextHeight(), OrElse(skin->menu.titleHeight, usual)) : usual;
+  if (!skin) return usual;
+  const int height = std::min(OrElse(skin->menu.titleHeight, usual), std::max(usual, h() / 4));
+  return std::max(TitleFont().TextHeight(), height);
 }
 
 void TitledPanel::MsgInitSkin() {
   Dialog::MsgInitSkin();
-  if (IsFlat()) {
-    const int border = OrElse(skin->menu.borderWidth, Zoomed(1));
-    horizontalMargin = border + OrElse(skin->menu.paddingX, 0);
-    verticalMargin = border + OrElse(skin->menu.paddingY, 0);
-  } else if (skin) {
+  if (skin && !IsFlat()) {
     // The tile as it is stored: here -1 does not stand for a third.
     const SkinBitmap& ridge = *skin->bitmaps[PANEL_RIDGE];
     const Size tile = ridge.GetTileSize();
@@ -243,6 +246,11 @@ void TitledPanel::MsgInitSkin() {
 
 void TitledPanel::UpdateLayout() {
   Dialog::UpdateLayout();
+  if (IsFlat()) {
+    const int border = OrElse(skin->menu.borderWidth, Zoomed(1));
+    horizontalMargin = border + Padding(skin->menu.paddingX, 0, w());
+    verticalMargin = border + Padding(skin->menu.paddingY, 0, h());
+  }
   const int titleHeight = title.IsEmpty() ? 0 : TitleHeight();
   child.Shape(horizontalMargin, verticalMargin + titleHeight, w() - 2 * horizontalMargin,
               h() - titleHeight - 2 * verticalMargin);
@@ -254,7 +262,7 @@ void TitledPanel::DrawTitle(Bitmap& band, Color ground) const {
   const MenuLook& look = skin->menu;
   const Font& font = TitleFont();
   const int width = font.TextLength(title);
-  const int inset = OrElse(look.titleX, 0);
+  const int inset = Padding(look.titleX, 0, band.Width());
   int x = (band.Width() - width) / 2;
   if (look.titleAlignment == kAlignLeft) x = inset;
   if (look.titleAlignment == kAlignRight) x = band.Width() - inset - width;
@@ -361,8 +369,8 @@ void HintPanel::MsgInitSkin() {
 
 void HintPanel::UpdateLayout() {
   if (const MenuLook* look = skin ? &skin->menu : nullptr; look && HasHintMargins()) {
-    const int x = OrElse(look->hintX, Zoomed(kHintInset));
-    const int y = OrElse(look->hintY, Zoomed(kHintInset));
+    const int x = Padding(look->hintX, Zoomed(kHintInset), w());
+    const int y = Padding(look->hintY, Zoomed(kHintInset), h());
     view_.SetMargins(x, y, x, y);
     return TitledPanel::UpdateLayout();
   }
@@ -384,8 +392,8 @@ void HintPanel::ShowHint(const MenuEntry* entry, const Font& font) {
   const char* hint = entry->Item().hintText;
   if (!HasHintMargins())
     return view_.SetLines(Wrapped(hint, font, view_.w() - Zoomed(kHintMargin), false));
-  const int x = OrElse(skin->menu.hintX, Zoomed(kHintInset));
-  const int y = OrElse(skin->menu.hintY, Zoomed(kHintInset));
+  const int x = Padding(skin->menu.hintX, Zoomed(kHintInset), w());
+  const int y = Padding(skin->menu.hintY, Zoomed(kHintInset), h());
   const int room = view_.w() - 2 * x;
   auto lines = Wrapped(hint, font, room, true);
   const auto height = static_cast<int>(lines.size()) * font.TextHeight();

@@ -45,20 +45,21 @@ const char* MenuEntry::Title() const {
 }
 
 Rect MenuEntry::Field(const MenuLook& look, Size canvas) const {
-  const int left = OrElse(look.fieldX, Zoomed(kFieldLeft));
-  const int right = OrElse(look.fieldX, Zoomed(kFieldRight));
-  const int top = OrElse(look.fieldY, 0);
+  const int left = std::min(OrElse(look.fieldX, Zoomed(kFieldLeft)), canvas.w / 4);
+  const int right = std::min(OrElse(look.fieldX, Zoomed(kFieldRight)), canvas.w / 4);
+  const int top = std::min(OrElse(look.fieldY, 0), canvas.h / 4);
   return {left, top, std::max(0, canvas.w - left - right), std::max(0, canvas.h - 2 * top)};
 }
 
 // Up to the mark, or as far from the right end as the icon is from the left one.
 Rect MenuEntry::TitlePlace(const MenuLook& look, Size canvas) const {
-  int right = canvas.w - std::min(IconX(look), TextX(look));
+  const int left = std::min(TextX(look), canvas.w / 2);
+  int right = canvas.w - std::min(std::min(IconX(look), left), canvas.w / 4);
   if (HasMark() && owner->GetParent()) {
     const int mark = 2 * HalfMark(owner->GetParent()->GetFont(kNormal));
     right = canvas.w - MarkX(look) - mark - Zoomed(kMarkGap);
   }
-  return {TextX(look), 0, std::max(1, right - TextX(look)), canvas.h};
+  return {left, 0, std::max(1, right - left), canvas.h};
 }
 
 int MenuEntry::TitleHeight(const MenuLook& look, int width) const {

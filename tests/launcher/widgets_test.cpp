@@ -106,6 +106,10 @@ TEST_F(LauncherWidgetsTest, PanelsAndEntriesLookAsTheSkinWantsThem) {
   ExpectShown("menu_of_a_look_moved", {0, 0, 138, 200});
   root.ChangeFocus(&panel.List(), nullptr);
   ExpectShown("menu_of_a_look_idle", {0, 0, 138, 200});
+  MenuLook& look = CurrentSkin()->menu;
+  look.paddingX = look.paddingY = look.titleHeight = look.titleX = look.textX = look.fieldX = 400;
+  panel.MsgInitSkin(), panel.Redraw();
+  ExpectShown("menu_of_a_look_too_far", {0, 0, 138, 200});
 }
 
 TEST_F(LauncherWidgetsTest, WaitingAndProgressLookAsTheSkinWantsThem) {
