@@ -201,7 +201,8 @@ void MenuScreen::Choose(const MenuItem& item) {
 
 // True when nothing keeps the item from being chosen any longer, false when the user gave up.
 bool MenuScreen::WaitFor(const MenuItem& item) {
-  WaitDialog dialog{item};
+  const MenuItem kept = item;  // the entry that holds it goes when the look changes
+  WaitDialog dialog{kept};
   return dialog.Check() || dialog.Run(*this);
 }
 

@@ -297,7 +297,8 @@ TEST_F(MenuScreenTest, LooksAndSizesChangeAtOnceEverywhereAndAreKept) {
   timers_.onSleep = [&] {
     if (++slept == 1) ExpectShown("menu_screen_waiting", "");
     if (slept == 3) ExpectShown("menu_screen_waiting_smaller", "");
-    TypeKey(slept == 4 ? 27 : 0, slept == 2 ? KEY_F3 : slept == 4 ? KEY_ESC : 0);
+    TypeKey(slept == 5 ? 27 : 0, slept == 2 ? KEY_F3 : slept == 5 ? KEY_ESC : 0);
+    for (int i = 0; slept == 4 && i < timers_.Count(); ++i) timers_.Tick(i);  // is the file there?
     timers_.Tick(1);
   };
   EXPECT_EQ(Play("enter"), "1/5/0");
