@@ -201,8 +201,8 @@ void MenuScreen::Choose(const MenuItem& item) {
 
 // True when nothing keeps the item from being chosen any longer, false when the user gave up.
 bool MenuScreen::WaitFor(const MenuItem& item) {
-  const MenuItem kept = item;  // the entry that holds it goes when the look changes
-  WaitDialog dialog{kept};
+  const auto kept = std::make_unique<MenuItem>(item);  // its entry goes when the look changes
+  WaitDialog dialog{*kept};
   return dialog.Check() || dialog.Run(*this);
 }
 

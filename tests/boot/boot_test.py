@@ -98,12 +98,12 @@ class ModeTest(MachineTest):
         modes = ("0x301 0x311 0x312 0x342", "0x303 0x314 0x315 0x343", "0x305 0x317 0x318 0x344",
                  "0x37a", "0x307", "0x392")
         for size, numbers in zip(PLACES, modes):
-            for vga, colours in zip(numbers.split(), (40, 400, 400, 400)):
+            for vga, colours in zip(numbers.split(), (40, 300, 300, 300)):
                 with self.subTest(vga=vga):
                     self.check(size, colours, vga=vga)
 
     def test_a_processor_of_1999(self):
-        self.check((640, 480), 400, vga="0x311", program="qemu-system-i386", cpu="pentium3")
+        self.check((640, 480), 300, vga="0x311", program="qemu-system-i386", cpu="pentium3")
 
     def test_a_driver_takes_the_screen_over(self):
         for adapter, driver in (("std", "bochs"), ("virtio", "virtio-gpu")):
