@@ -40,8 +40,8 @@ std::string Nearest(const std::string& name, const std::vector<std::string>& kno
   std::size_t least = std::max<std::size_t>(1, name.size() / 3) + 1;
   for (const std::string& candidate : known) {
     if (candidate.size() > kLongest) continue;
-    const auto [less, more] = std::minmax(name.size(), candidate.size());
-    if (more - less >= least) continue;  // so many letters are missing
+    const std::size_t less = std::min(name.size(), candidate.size());
+    if (std::max(name.size(), candidate.size()) - less >= least) continue;  // so many are missing
     const std::size_t distance = Distance(name, candidate);
     if (distance < least) {
       least = distance;
