@@ -26,8 +26,8 @@ ItemWait::ItemWait(const MenuItem& item) : item_{item} {
 }
 
 bool ItemWait::FilesAreReady() const {
-  if (!item_.waitWhileFile.IsEmpty()) return !FileExists(item_.waitWhileFile);
-  return FileExists(item_.waitForFile);
+  if (!item_.waitWhileFile.IsEmpty()) return !ItemFileExists(item_.waitWhileFile);
+  return ItemFileExists(item_.waitForFile);
 }
 
 bool ItemWait::Check() {

@@ -7,6 +7,7 @@
 
 #include "launcher/hint_file.h"
 #include "launcher/language.h"
+#include "launcher/paths.h"
 #include "launcher/state.h"
 #include "launcher/texts.h"
 #include "launcher/whole_file.h"
@@ -119,7 +120,7 @@ std::unique_ptr<MenuItem> ReadItem(const Section& section, bool translates) {
 
 bool IsKept(const MenuItem& item) {
   const bool shows = !item.title.IsEmpty() || !item.icon.IsEmpty() || (item.flags & kItemSeparator);
-  return shows && (item.showIfFile.IsEmpty() || FileExists(item.showIfFile));
+  return shows && (item.showIfFile.IsEmpty() || ItemFileExists(item.showIfFile));
 }
 
 }  // namespace
@@ -127,6 +128,11 @@ bool IsKept(const MenuItem& item) {
 bool FileExists(const char* name) {
   struct stat status;
   return *name != '\0' && stat(name, &status) == 0;
+}
+
+bool ItemFileExists(const char* name) {
+  const auto assumed = paths.assumed.find(name);
+  return assumed == paths.assumed.end() ? FileExists(name) : assumed->second;
 }
 
 LayoutValues ReadLayout(const SectionFile& file, const char* section, LayoutValues values) {

@@ -124,5 +124,7 @@ class MenuConfig {
 
 // True when something of that name exists; false for an empty name.
 bool FileExists(const char* name);
+// The same of a file that an item asks about, of which paths may assume something.
+bool ItemFileExists(const char* name);
 
 }  // namespace zel

@@ -3,6 +3,9 @@
 // The launcher itself never changes it; tests and tools point it at places of their own.
 #pragma once
 
+#include <map>
+#include <string>
+
 namespace zel {
 
 struct Paths {
@@ -16,6 +19,9 @@ struct Paths {
   const char* positionFile = "/tmp/menupos.txt";       // the way through the submenus
   const char* lookFile = "/tmp/menulook.txt";          // the look that was chosen last
   const char* kernelCommandLine = "/proc/cmdline";
+
+  // Whether files that items ask about are to count as existing, whatever there is.
+  std::map<std::string, bool> assumed = {};
 };
 
 inline Paths paths;

@@ -3,6 +3,7 @@
 The trees are copies of `checked`; `mistakes.txt` says what is changed in them, and what is said of it.
 """
 
+import base64
 import json
 import os
 import pathlib
@@ -17,6 +18,7 @@ import unittest
 from harness import BUILD, ROOT
 
 HERE = pathlib.Path(__file__).parent
+READY = "/tmp/services.ready"  # what the first item of data/ waits for
 MAN = (ROOT / "man/zel-check.1").read_text(encoding="utf-8")
 
 
@@ -124,13 +126,30 @@ class CheckTest(unittest.TestCase):
         for name in names:
             self.assertEqual(explain(name), MAN.split(f".It Cm {name}\n")[1].split("\n.")[0])
 
-    def test_a_preview_has_the_language_and_the_progress_that_it_is_asked_for(self):
-        seen = []
-        for options in ((), ("--lang", "de"), ("--lang", "ja"), ("--progress", "3/12"), ("--look", "skin/light.skin")):
-            with tempfile.NamedTemporaryFile() as picture:
-                subprocess.check_call([BUILD / "bin/zel-preview", ROOT / "data", "--png", picture.name, *options])
-                self.assertNotIn(content := picture.read(), seen)
-                seen.append(content)
+    def preview(self, *options):
+        with tempfile.NamedTemporaryFile() as picture:
+            subprocess.check_call([BUILD / "bin/zel-preview", ROOT / "data", "--png", picture.name, *options])
+            return picture.read()
+
+    def test_a_preview_has_what_it_is_asked_for(self):
+        wait = ("--keys", "Return")
+        options = [(), ("--lang", "de"), ("--lang", "ja"), ("--progress", "3/12"), ("--look", "skin/light.skin"), wait,
+                   (*wait, "--after", "3"), ("--select", "3,2"), ("--keys", "F1")]
+        seen = [self.preview(*each) for each in options]
+        self.assertEqual(len(set(seen)), len(seen))
+        self.assertEqual(self.preview("--keys", "Down Down Return Down Down"), seen[7])
+        self.assertEqual(self.preview("--assume", READY, *wait), seen[0])  # as it was when that was chosen
+
+    def test_a_contact_sheet_has_every_menu_and_stays_when_it_is_sent(self):
+        subprocess.check_call([BUILD / "bin/zel-preview", ROOT / "data", "--all", self.tree, "--size", "320x240",
+                               "--lang", "fr", "--assume", "/proc/mdstat"])
+        page = (self.tree / "index.html").read_text(encoding="utf-8")
+        menus = re.findall(r"<h2>(\w+)\.cfg <span>(.*)</span>", page)
+        self.assertEqual(len(menus), len(list((ROOT / "data").glob("*.cfg"))) - 1)  # zel.cfg is none
+        self.assertIn(("menu", "Que voulez-vous faire ?"), menus)
+        for name, _ in menus:
+            picture = base64.b64encode((self.tree / f"{name}-320x240-fr.png").read_bytes()).decode()
+            self.assertEqual(page.count(f'"data:image/png;base64,{picture}"'), 1, name)
 
     def test_a_wrong_command_line_says_what_is_wrong_with_it(self):
         picture_of = ("zel-preview", ROOT / "data", "--png", "/none/a.png")
@@ -140,6 +159,9 @@ class CheckTest(unittest.TestCase):
                 ("zel-preview", "--size", "0x9", "--size 0x9: "), ("zel-preview", "--depth", "7", "--depth 7: "),
                 ("zel-preview", "--zoom", "9", "--zoom 9: "), ("zel-preview", "--keys", "Dwon", "--keys: there is no key Dwon"),
                 ("zel-preview", "--lang", "xx", "--lang xx: "), ("zel-preview", "--progress", "4/3", "--progress 4/3: "),
+                ("zel-preview", "--select", "3,,2", "--select 3,,2: "), ("zel-preview", "--after", "3s", "--after 3s: "),
+                ("zel-preview", ROOT / "data", "--select", "9,1", "--png", "a", "--select 9: entry 9 of menu.cfg opens no menu"),
+                ("zel-preview", ROOT / "data", "--all", "/dev/null/x", "--all /dev/null/x: "),
                 ("zel-preview", ROOT / "data", "--png is missing"), (*picture_of, "--png /none/a.png: "),
                 ("zel-preview", "/none", "--png", "a", "/none: No such file"),
                 ("zel-gallery", "--page", "none", "--page none: "), ("zel-gallery", "--depth", "x", "--depth x: "),

@@ -1,0 +1,47 @@
+#include "tools/preview/picture.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "tools/preview/options.h"
+#include "tools/preview/rehearsal.h"
+
+namespace zel {
+namespace {
+
+constexpr int kFailed = 2;
+
+// Perhaps with a window open over the menu.
+[[noreturn]] void End(Scratch& scratch, int status) {
+  std::fflush(nullptr);
+  scratch.Remove();
+  _exit(status);
+}
+
+[[noreturn]] void Complain(Scratch& scratch, const std::string& complaint) {
+  std::fprintf(stderr, "zel-preview: %s\n", complaint.c_str());
+  End(scratch, kFailed);
+}
+
+}  // namespace
+
+void MakePicture(const Scene& scene, Scratch& scratch, const std::filesystem::path& png) {
+  Rehearsal rehearsal{scene, scratch};
+  const std::string complaint = rehearsal.SetUp();
+  if (!complaint.empty()) Complain(scratch, complaint);
+  const auto finish = [&] {
+    if (!SavePng(png.c_str(), rehearsal.Frame()))
+      Complain(scratch, "--png " + png.string() + ": cannot be written");
+    End(scratch, EXIT_SUCCESS);
+  };
+  rehearsal.Run([&finish](bool isReady) {
+    if (isReady) finish();
+  });
+  finish();  // an item was chosen
+  std::abort();
+}
+
+}  // namespace zel

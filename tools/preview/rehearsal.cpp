@@ -1,0 +1,147 @@
+#include "tools/preview/rehearsal.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+#include "launcher/language.h"
+#include "launcher/menu_session.h"
+#include "launcher/paths.h"
+#include "launcher/progress_file.h"
+#include "launcher/state.h"
+#include "toolkit/base/settings.h"
+#include "toolkit/testing/hands.h"
+
+namespace zel {
+namespace {
+
+constexpr int kFramesPerKey = 20;      // transitions end meanwhile
+constexpr int kFramesUntilBar = 2000;  // the launcher's first look is long over
+constexpr int kDepthWithoutDesktop = 16;
+
+// Translations are those of this build, if it was not installed.
+std::string OwnCatalogues() {
+  std::error_code error;
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+  const std::filesystem::path own = program.parent_path() / "../locale";
+  return std::filesystem::is_directory(own, error) ? own.string() : paths.catalogues;
+}
+
+// Position files count entries as the list shows them.
+std::string PositionOf(const MenuSession& session) {
+  std::string text;
+  for (const auto& level : session.Config().levels)
+    text += (text.empty() ? "" : ",") + std::to_string(level->index);
+  return text;
+}
+
+}  // namespace
+
+Rehearsal::Rehearsal(const Scene& scene, Scratch& scratch) : scene_{scene}, scratch_{scratch} {
+  install_keyboard();
+  install_mouse();
+}
+
+Rehearsal::~Rehearsal() = default;
+
+void Rehearsal::SetUpPaths() {
+  outputFile_ = scratch_.NameOf("output");
+  positionFile_ = scratch_.Write("position", scene_.position);
+  if (scene_.position.empty()) std::filesystem::remove(positionFile_);
+  lookFile_ = scratch_.NameOf("look");
+  paths.outputFile = outputFile_.c_str();
+  paths.positionFile = positionFile_.c_str();
+  paths.lookFile = lookFile_.c_str();
+  paths.progressFile = paths.kernelCommandLine = paths.mouseServerPid = kNoFile;
+  paths.assumed = scene_.assumed;
+  if (!scene_.progress.empty()) {
+    progressFile_ = scratch_.Write("progress", scene_.progress);
+    paths.progressFile = progressFile_.c_str();
+  }
+  if (!scene_.language) return;
+  catalogues_ = OwnCatalogues();
+  paths.catalogues = catalogues_.c_str();
+  languageFile_ = scratch_.Write("i18n", std::string{"LANG="} + scene_.language + "\n");
+  paths.languageFile = languageFile_.c_str();
+  // Translations need a locale that exists on any machine.
+  setenv("LC_ALL", "C.UTF-8", 1);
+}
+
+std::string Rehearsal::SetUp() {
+  SetUpPaths();
+  SetupEncoding();
+  settings.Load(paths.settings);
+  if (scene_.zoom) settings.zoom = *scene_.zoom;
+  if (!scene_.look.empty()) settings.skinPath.Assign(scene_.look.c_str());
+  launcherState.looks.Begin();
+  const Size size = scene_.size.w ? scene_.size : Size{settings.screenWidth, settings.screenHeight};
+  const int usual = settings.colorDepth < 1 ? kDepthWithoutDesktop : settings.colorDepth;
+  const int depth = scene_.depth ? scene_.depth : usual;
+  if (!offscreen_.SetMode(size, depth))
+    return "there is no screen of " + std::to_string(size.w) + 'x' + std::to_string(size.h) +
+           " with " + std::to_string(depth) + " bits";
+  settings.useKeyboard = true;
+  if (depth == 8) settings.mouseShadow = false;
+  launcherState.layout = launcherState.looks.Fit();
+  std::string complaint = Offscreen::LoadSkin(settings.skinPath);
+  return complaint.empty() ? Select() : complaint;
+}
+
+std::string Rehearsal::Select() {
+  if (scene_.select.empty()) return {};
+  MenuSession session;
+  session.Open(kMainMenu);
+  std::string asked = "--select ";
+  for (std::size_t i = 0; i < scene_.select.size(); ++i) {
+    const std::string number = std::to_string(scene_.select[i]);
+    asked += (i ? "," : "") + number;
+    const std::string menu = session.Level().fileName.c_str();
+    const int index = session.EntryOfNumber(scene_.select[i]);
+    if (index < 0) return asked + ": " + menu + " shows no entry " + number;
+    session.Select(index);
+    const bool isLast = i + 1 == scene_.select.size();
+    const MenuItem& item = session.Entry(index);
+    const bool opens = (item.flags & kItemSubmenu) && !(item.flags & kItemDisabled);
+    if (!isLast && !opens) return asked + ": entry " + number + " of " + menu + " opens no menu";
+    if (!isLast) session.Choose(item);
+  }
+  scratch_.Write("position", PositionOf(session));
+  // As if no menu had been read.
+  layoutValues = {};
+  launcherState.exitCode = 0;
+  launcherState.outputString.Clear();
+  return {};
+}
+
+bool Rehearsal::Advance() {
+  ++frames_;
+  const bool awaitsBar = !scene_.progress.empty() && !progressValues.Shows();
+  if (awaitsBar && frames_ < kFramesUntilBar) nextAt_ = frames_ + kFramesPerKey;
+  if (frames_ < nextAt_) return false;
+  const auto pauseBeforeNext = [this] {
+    const bool isLast = pressed_ == scene_.keys.size();
+    const int after = isLast ? scene_.after * settings.UsableFrameRate() : 0;
+    nextAt_ = frames_ + std::max(kFramesPerKey, after);
+  };
+  if (nextAt_ == 0) {
+    pauseBeforeNext();
+    return false;
+  }
+  if (pressed_ == scene_.keys.size()) return true;
+  const KeyStroke& key = scene_.keys[pressed_++];
+  PressKey(key.character, key.scancode);
+  ReleaseKey(key.scancode);
+  pauseBeforeNext();
+  return false;
+}
+
+void Rehearsal::Run(const std::function<void(bool isReady)>& onFrame) {
+  offscreen_.onFrame = [this, &onFrame] { onFrame(Advance()); };
+  screen_ = std::make_unique<MenuScreen>();
+  launcherState.runningScreen = screen_.get();
+  offscreen_.Run(*screen_);
+  launcherState.runningScreen = nullptr;
+}
+
+}  // namespace zel
