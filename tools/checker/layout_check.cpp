@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <map>
 #include <memory>
 #include <set>
@@ -20,6 +19,7 @@
 #include "tools/checker/lines.h"
 #include "tools/checker/skin_check.h"
 #include "tools/checker/texts.h"
+#include "tools/checker/values.h"
 
 namespace zel {
 namespace {
@@ -67,12 +67,6 @@ Color MeanOf(BITMAP* picture, const Rect& area) {
   if (count == 0) return Color{0, 0, 0};
   return {static_cast<int>(sums[0] / count), static_cast<int>(sums[1] / count),
           static_cast<int>(sums[2] / count)};
-}
-
-std::string Decimal(double number) {
-  char text[16];
-  std::snprintf(text, sizeof text, "%.1f", number);
-  return text;
 }
 
 class LayoutCheck {

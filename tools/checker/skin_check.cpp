@@ -1,7 +1,6 @@
 #include "tools/checker/skin_check.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <iterator>
 #include <map>
 #include <set>
@@ -233,13 +232,7 @@ class SkinCheck {
     const double contrast = Contrast(text, ground);
     if (contrast >= kLeastContrast) return;
     findings_.Add(Msg::kContrast, At(LineOf(section, key)),
-                  {std::string{"["} + section + "] " + key, TextOf(contrast)});
-  }
-
-  static std::string TextOf(double contrast) {
-    char text[16];
-    std::snprintf(text, sizeof text, "%.1f", contrast);
-    return text;
+                  {std::string{"["} + section + "] " + key, Decimal(contrast)});
   }
 
   void CheckContrast(const Skin& skin) {

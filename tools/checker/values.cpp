@@ -39,6 +39,12 @@ bool IsNumber(const std::string& text) {
   return !text.empty() && *end == '\0';
 }
 
+std::string Decimal(double number) {
+  char text[16];
+  std::snprintf(text, sizeof text, "%.1f", number);
+  return text;
+}
+
 int ParsedNumber(const std::string& text) {
   return static_cast<int>(
       std::clamp<long long>(std::strtoll(text.c_str(), nullptr, 0), INT_MIN, INT_MAX));

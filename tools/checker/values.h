@@ -25,6 +25,8 @@ bool IsNumber(const std::string& text);
 // The number that the launcher takes a text for.
 bool IsNumber(const std::string& text);
 int ParsedNumber(const std::string& text);
+// A number for messages, with one decimal.
+std::string Decimal(double number);
 
 // Say what is wrong with a value that is to be a number, decimal or as C writes it, a colour or a
 // zoom. False for something. `key` is the name for messages.
