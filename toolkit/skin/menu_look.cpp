@@ -124,6 +124,12 @@ MenuLook::Names MenuLook::ColorKeys() {
   return names;
 }
 
+std::vector<Color*> MenuLook::Colors() {
+  std::vector<Color*> colors;
+  for (const ColorKey& row : kColors) colors.push_back(&(this->*row.color));
+  return colors;
+}
+
 std::vector<MenuLook::Measure> MenuLook::MeasureKeys() {
   std::vector<Measure> measures;
   for (const MeasureKey& row : kMeasures) measures.push_back({row.section, row.key, row.highest});

@@ -59,7 +59,7 @@ struct MenuLook {
 
   // "LABEL" is there.
   bool hasLabels = false;
-  // A section of entries or the height of rows is there.
+  // "ENTRY" is there.
   bool hasEntries = false;
   // Of texts of menus to their ground.
   double leastContrast = 0;
@@ -76,20 +76,9 @@ struct MenuLook {
   static std::vector<Measure> MeasureKeys();
 
   void Read(const SectionFile& file);
-  // Calls it with every colour that there is room for.
-  template <class Called>
-  void ForEachColor(const Called& called);
+  // Every colour of this look, in the order of their keys.
+  std::vector<Color*> Colors();
 };
-
-template <class Called>
-void MenuLook::ForEachColor(const Called& called) {
-  for (Color* color : {&text,        &selectedText, &disabledText, &returnText,      &separator,
-                       &field,       &fieldBorder,  &idle,         &idleBorder,      &titleText,
-                       &titleGround, &titleLine,    &ground,       &border,          &focusBorder,
-                       &heading,     &keyHelp,      &countdown,    &countdownGround, &bar,
-                       &barGround,   &barBorder,    &windowBorder, &groupBorder})
-    called(*color);
-}
 
 // A measure that is not there has another value.
 inline int OrElse(int measure, int otherwise) {

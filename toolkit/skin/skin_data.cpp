@@ -128,7 +128,7 @@ void Skin::FollowPalette(const RGB* former) {
   for (auto* sets : {&fontColor, &shadowColor})
     for (auto& states : *sets) std::for_each(std::begin(states), std::end(states), move);
   for (Color* color : {&boxBackColor, &tooltipBackColor, &tooltipBorderColor}) move(*color);
-  menu.ForEachColor(move);
+  for (Color* color : menu.Colors()) move(*color);
 }
 
 Error Skin::LoadCursors(const char* path) {

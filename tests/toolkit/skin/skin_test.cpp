@@ -80,7 +80,7 @@ std::string ValuesOf(const Skin& s) {
 std::string MenuValuesOf(const Skin& skin) {
   MenuLook m = skin.menu;
   std::string text;
-  m.ForEachColor([&text](Color color) { text += Hex(color) + ' '; });
+  for (const Color* color : m.Colors()) text += Hex(*color) + ' ';
   return text +
          Join(m.iconX, m.textX, m.markX, m.fieldX, m.fieldY, m.fieldRadius, m.fieldBorderWidth,
               m.separatorHeight, m.wraps, m.icons, m.titleFont, m.titleHeight, m.titleX,
