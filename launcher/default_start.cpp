@@ -1,5 +1,7 @@
 #include "launcher/default_start.h"
 
+#include "launcher/texts.h"
+
 namespace zel {
 namespace {
 
@@ -12,10 +14,6 @@ int FindDefault(const MenuSession& session) {
     if (!(item.flags & kDead) && item.line == session.Config().defaultLine) return index;
   }
   return -1;
-}
-
-void Fill(std::string& text, const char* place, const std::string& value) {
-  if (const std::size_t at = text.find(place); at != std::string::npos) text.replace(at, 2, value);
 }
 
 }  // namespace
@@ -43,11 +41,7 @@ int DefaultStart::Look(std::int64_t now) {
 }
 
 std::string DefaultStart::Filled(const char* text) const {
-  std::string filled = text;
-  // A title may hold what stands for the seconds.
-  Fill(filled, "%2", std::to_string(seconds_));
-  Fill(filled, "%1", title_);
-  return filled;
+  return zel::Filled(text, title_, std::to_string(seconds_));
 }
 
 }  // namespace zel

@@ -13,14 +13,6 @@
 namespace zel {
 namespace {
 
-constexpr int kMoveText = 1609;
-constexpr int kChooseText = 1611;
-constexpr int kScrollText = 1612;
-constexpr int kLeaveText = 1614;
-constexpr int kTypeText = 1615;
-constexpr int kSkinText = 1616;
-constexpr int kSizeText = 1617;
-constexpr int kTitleText = 1618;
 constexpr const char* kButton = "OK";
 
 // In pixels without a zoom.
@@ -38,7 +30,7 @@ bool AnyKey::MsgXChar(int code) {
 }
 
 HelpDialog::HelpDialog(int scancode) : anyKey_{scancode} {
-  SetTitle(Text(kTitleText));
+  SetTitle(Text(kHelpTitleText));
   ClearFlag(kFlagSizeable);
   std::vector<std::uint32_t> texts{kMoveText, kChooseText};
   if (settings.typeAhead) texts.push_back(kTypeText);

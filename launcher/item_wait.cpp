@@ -9,7 +9,6 @@ namespace zel {
 namespace {
 
 constexpr int kSecond = 1000;  // milliseconds
-constexpr int kWaitingText = 1516;
 
 }  // namespace
 

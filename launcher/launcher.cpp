@@ -38,7 +38,6 @@ namespace zel {
 namespace {
 
 constexpr const char* kProgram = "zel";
-constexpr int kNoGraphicsText = 1513;
 
 constexpr int kAutodetectFullScreen = 1;
 

@@ -91,12 +91,13 @@ void Looks::Begin() {
   TakeSize(zoom);
   // A screen is only taken as it is before there is one.
   if (settings.zoom == 1) settings.zoom = zoom_;
+  if (!HasLooks() && !HasSizes()) return;
   const SectionFile file{ReadOwnFile(paths.lookFile, kLongestFile)};
   const SectionFile::Section& kept = file.Find(kSection);
   // Whoever starts with something else now wants that.
   if (kept.GetText("commandLine") != Trimmed(commandLine_.c_str())) return;
   TakeSkin(kept.GetText("skin"));
-  if (hasSizes_) TakeSize(kept.GetText("zoom"));
+  if (HasSizes()) TakeSize(kept.GetText("zoom"));
 }
 
 ScreenLayout Looks::Fit() const {

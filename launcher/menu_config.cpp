@@ -125,6 +125,10 @@ bool IsKept(const MenuItem& item) {
 
 }  // namespace
 
+const char* TitleOf(const MenuItem& item) {
+  return item.flags & kItemBack ? Text(kBackText) : item.title.c_str();
+}
+
 bool FileExists(const char* name) {
   struct stat status;
   return *name != '\0' && stat(name, &status) == 0;

@@ -39,12 +39,15 @@ struct MenuItem {
   Color color;             // of the title; none when not set
   FixedText<260> waitForFile;
   FixedText<260> waitWhileFile;
-  FixedText<1024> waitText;  // of the waiting window; empty for the usual one
   std::int32_t timeout = 0;  // seconds
   FixedText<260> showIfFile;
+  FixedText<1024> waitText;  // of the waiting window; empty for the usual one
   bool hasOwnColor = false;  // the menu file says it
   std::int32_t line = 0;     // the number of its section
 };
+
+// What an entry is called; the one that leads out of a submenu has a text of the program's.
+const char* TitleOf(const MenuItem& item);
 
 // A line of text on the background. A menu file that leaves something of it out has that of the
 // menu that led to it.
@@ -111,11 +114,11 @@ class MenuConfig {
   FixedText<1024> hintTitle;
   FixedText<260> hintFile;
   std::int32_t lineCount = 0;
-  std::int32_t defaultLine = 0;                  // of the item that is chosen by itself; 0 for none
-  std::int32_t defaultTimeout = 0;               // after so many seconds
-  bool defaultAfterReturn = false;               // also where an earlier choice was made
-  std::vector<std::unique_ptr<MenuItem>> items;  // in file order
+  std::vector<std::unique_ptr<MenuItem>> items;    // in file order
   std::vector<std::unique_ptr<MenuLevel>> levels;  // outermost first; the last is current
+  std::int32_t defaultLine = 0;     // of the item that is chosen by itself; 0 for none
+  std::int32_t defaultTimeout = 0;  // after so many seconds
+  bool defaultAfterReturn = false;  // also where an earlier choice was made
 
  private:
   void ReadScreen(const SectionFile& file, MenuLevel& level);

@@ -17,8 +17,6 @@ constexpr int kIconLeft = 3;
 constexpr int kMarkWidth = 8;  // of a submenu, to the right end
 constexpr int kSeparatorMargin = 15;
 
-constexpr int kBackText = 1515;
-
 struct Triangle {
   int x1, y1, x2, y2, x3, y3;
 };

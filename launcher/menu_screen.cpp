@@ -23,8 +23,6 @@ namespace {
 
 constexpr int kMousePollPeriod = 500;  // milliseconds
 
-constexpr int kDefaultText = 1619;
-
 // The place of the progress bar relative to the layout values.
 constexpr int kProgressInset = 4;
 constexpr int kProgressMargin = 5;

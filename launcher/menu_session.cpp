@@ -5,15 +5,10 @@
 #include "launcher/item_wait.h"
 #include "launcher/result_files.h"
 #include "launcher/state.h"
-#include "launcher/texts.h"
 #include "toolkit/base/console_guard.h"
 
 namespace zel {
-namespace {
-
-constexpr int kBackText = 1515;
-
-}  // namespace
+namespace {}  // namespace
 
 void MenuSession::Open(const char* menuFile) {
   configuration_.ReadWithoutHints(menuFile);
@@ -29,10 +24,7 @@ void MenuSession::Open(const char* menuFile) {
   current_ = entries_.empty() ? -1 : 0;
 }
 
-const char* MenuSession::Title(int index) const {
-  const MenuItem& item = Entry(index);
-  return item.flags & kItemBack ? Text(kBackText) : item.title.c_str();
-}
+const char* MenuSession::Title(int index) const { return TitleOf(Entry(index)); }
 
 int MenuSession::EntryOfNumber(int number) const {
   if (number == 0) return Depth() > 1 ? 0 : -1;

@@ -58,7 +58,6 @@ class MenuEntry : public ListItem {
   struct TextLook;
   // What the skin says of entries; null when it says nothing.
   const MenuLook* Look() const;
-  const char* Title() const;
   bool HasMark() const { return item_.flags & (kItemSubmenu | kItemBack); }
   Rect Field(const MenuLook& look, Size canvas) const;
   Rect TitlePlace(const MenuLook& look, Size canvas) const;

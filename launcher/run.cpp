@@ -17,7 +17,6 @@ namespace zel {
 namespace {
 
 constexpr const char* kDevices = "/dev";
-constexpr int kNotRootText = 174;
 
 void SaveDirectory() {
   auto& path = launcherState.savedDirectory;

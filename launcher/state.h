@@ -14,18 +14,19 @@ class MenuScreen;
 
 struct LauncherState {
   Color backLineColor{200, 100, 100};   // of the entry that leads out of a submenu
-  bool hasBackLineColor = false;        // the menu file says it
   char languageCode[3] = {};            // "de" from LANG=de_DE
-  bool isInEnglish = false;             // whatever the language file says
-  bool hintsNeedConversion = false;     // from the encoding of the language to the text format
   MenuScreen* runningScreen = nullptr;  // while it runs
   std::int32_t exitCode = 0;            // of the current item; what the process returns
   FixedText<256> outputString;          // of the current item
-  ScreenLayout layout;                  // of the screen there is
+  bool mousePending = false;            // no mouse driver yet: its server was not running at start
+  char savedDirectory[260] = {};        // the working directory at start, in raw bytes
+
+  bool hasBackLineColor = false;     // the menu file says it
+  bool isInEnglish = false;          // whatever the language file says
+  bool hintsNeedConversion = false;  // from the encoding of the language to the text format
+  int heldMouse = -1;                // a descriptor of the removed mouse's device, or -1
+  ScreenLayout layout;               // of the screen there is
   Looks looks;
-  bool mousePending = false;      // no mouse driver yet: its server was not running at start
-  int heldMouse = -1;             // a descriptor of the removed mouse's device, or -1
-  char savedDirectory[260] = {};  // the working directory at start, in raw bytes
 };
 
 inline LauncherState launcherState;

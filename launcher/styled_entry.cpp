@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "launcher/menu_widgets.h"
-#include "launcher/texts.h"
 #include "toolkit/base/zoom.h"
 #include "toolkit/draw/contrast.h"
 #include "toolkit/draw/smooth.h"
@@ -16,8 +15,6 @@ constexpr int kFieldLeft = 22, kFieldRight = 11;
 constexpr int kTextLeft = 25, kIconLeft = 3, kMarkRight = 3;
 constexpr int kSeparatorRight = 15;
 constexpr int kMarkGap = 8;  // between a title and the mark behind it
-
-constexpr int kBackText = 1515;
 
 // Read without strain; more than that is not wanted of what cannot be chosen.
 constexpr double kDisabledContrast = 4.5;
@@ -38,10 +35,6 @@ int HalfMark(const Font& font) { return static_cast<int>(font.TextHeight() * kMa
 const MenuLook* MenuEntry::Look() const {
   const Skin* skin = owner ? owner->GetSkin() : nullptr;
   return skin && (skin->menu.hasEntries || skin->listHeight > 0) ? &skin->menu : nullptr;
-}
-
-const char* MenuEntry::Title() const {
-  return item_.flags & kItemBack ? Text(kBackText) : item_.title.c_str();
 }
 
 Rect MenuEntry::Field(const MenuLook& look, Size canvas) const {
@@ -70,9 +63,9 @@ int MenuEntry::TitleHeight(const MenuLook& look, int width) const {
     return measured_.height;
   measured_ = now;
   const Rect place = TitlePlace(look, {width, 0});
-  measured_.height = font.TextLength(Title()) <= place.w
+  measured_.height = font.TextLength(TitleOf(item_)) <= place.w
                          ? now.lineHeight
-                         : std::max(now.lineHeight, font.MultilineHeight(Title(), place.w));
+                         : std::max(now.lineHeight, font.MultilineHeight(TitleOf(item_), place.w));
   return measured_.height;
 }
 
@@ -165,9 +158,9 @@ void MenuEntry::DrawStyled(Bitmap& canvas, const MenuLook& look, const SkinBitma
   const int height = look.wraps > 0 ? TitleHeight(look, size.w) : font.TextHeight();
   const int y = (size.h - height) / 2;
   if (height > font.TextHeight())
-    font.MultilineTextout(title, Title(), color, shadow, Color{}, 0, y, place.w, kAlignLeft);
+    font.MultilineTextout(title, TitleOf(item_), color, shadow, Color{}, 0, y, place.w, kAlignLeft);
   else
-    font.TextoutShadow(title, Title(), {0, y}, color, shadow, Color{}, kAlignLeft);
+    font.TextoutShadow(title, TitleOf(item_), {0, y}, color, shadow, Color{}, kAlignLeft);
 }
 
 // A hook to the right leads on; an arrow to the left, in the icon's place where there are icons,

@@ -23,51 +23,52 @@ constexpr const char* N_(const char* english) { return english; }
 }  // namespace
 
 const TextEntry TextTable[] = {
-    {174, N_("You must have root permissions to run this program")},
-    {1312, N_("Please wait")},
+    {kNotRootText, N_("You must have root permissions to run this program")},
+    {kWaitTitleText, N_("Please wait")},
     // TRANSLATORS: The key of this button is C in every language: mark a C with the ampersand.
-    {1320, N_("&Cancel")},
-    // TRANSLATORS: Shown on a text console of 80 columns.
-    {1513, N_("The program can not start due to incorrect BIOS settings\n"
-              "or a lack of video memory on your computer. Please inform our\n"
-              "support team and we can help you.\n"
-              "If you are an experienced PC user, you can try by yourself to increase,\n"
-              "for example, the <Frame Buffer Size> setting in the <Video configuration>\n"
-              "part of your BIOS. It may help.")},
-    {1515, N_("Back to the previous menu")},
-    {1516, N_("Waiting for services initialization...")},
+    {kCancelText, N_("&Cancel")},
+    {kNoGraphicsText,
+     // TRANSLATORS: Shown on a text console of 80 columns.
+     N_("The program can not start due to incorrect BIOS settings\n"
+        "or a lack of video memory on your computer. Please inform our\n"
+        "support team and we can help you.\n"
+        "If you are an experienced PC user, you can try by yourself to increase,\n"
+        "for example, the <Frame Buffer Size> setting in the <Video configuration>\n"
+        "part of your BIOS. It may help.")},
+    {kBackText, N_("Back to the previous menu")},
+    {kWaitingText, N_("Waiting for services initialization...")},
     // TRANSLATORS: The texts from here to "Progress:" are for terminals. The first two say in
     // brackets behind a menu entry what it is.
-    {1600, N_("submenu")},
-    {1601, N_("not available")},
+    {kSubmenuText, N_("submenu")},
+    {kNotAvailableText, N_("not available")},
     // TRANSLATORS: Asks for an answer, which is typed behind it.
-    {1602, N_("Number of an entry, or ? for help:")},
-    {1603, N_("Number of an entry, 0 to go back, or ? for help:")},
-    {1604, N_("Type the number of an entry and press Enter to choose it.\n"
-              "?3 explains entry 3.\n"
-              "0 goes back to the previous menu.\n"
-              "Enter alone shows the menu again.")},
-    {1605, N_("There is no such entry.")},
-    {1606, N_("There is no explanation.")},
-    {1607, N_("Enter cancels.")},
-    {1608, N_("Progress:")},
+    {kNumberText, N_("Number of an entry, or ? for help:")},
+    {kNumberOrBackText, N_("Number of an entry, 0 to go back, or ? for help:")},
+    {kPlainHelpText, N_("Type the number of an entry and press Enter to choose it.\n"
+                        "?3 explains entry 3.\n"
+                        "0 goes back to the previous menu.\n"
+                        "Enter alone shows the menu again.")},
+    {kNoEntryText, N_("There is no such entry.")},
+    {kNoHintText, N_("There is no explanation.")},
+    {kEnterCancelsText, N_("Enter cancels.")},
+    {kHowFarText, N_("Progress:")},
     // TRANSLATORS: These explain the keys, each in a line; shorter is better.
-    {1609, N_("Arrow keys, Page Up, Page Down, Home, End: move")},
-    {1610, N_("F1 or ?: help")},
-    {1611, N_("Enter or Space: choose, open a submenu, go back")},
-    {1612, N_("Tab: scroll the explanation, and back to the menu")},
-    {1613, N_("Ctrl+L: draw the screen again")},
-    {1614, N_("Any key leaves this help.")},
-    {1615, N_("Letters or a number: go to that entry")},
-    {1616, N_("F2: another look")},
-    {1617, N_("F3, F4: smaller or larger text")},
-    {1618, N_("Keys")},
+    {kMoveText, N_("Arrow keys, Page Up, Page Down, Home, End: move")},
+    {kKeysText, N_("F1 or ?: help")},
+    {kChooseText, N_("Enter or Space: choose, open a submenu, go back")},
+    {kScrollText, N_("Tab: scroll the explanation, and back to the menu")},
+    {kDrawAgainText, N_("Ctrl+L: draw the screen again")},
+    {kLeaveText, N_("Any key leaves this help.")},
+    {kTypeText, N_("Letters or a number: go to that entry")},
+    {kSkinText, N_("F2: another look")},
+    {kSizeText, N_("F3, F4: smaller or larger text")},
+    {kHelpTitleText, N_("Keys")},
     // TRANSLATORS: %1 is a menu entry, %2 a number of seconds, which counts down.
-    {1619, N_("%1 starts in %2 s. Any key stops it.")},
-    {1620, N_("%1 starts in %2 s. Enter stops it.")},
+    {kDefaultText, N_("%1 starts in %2 s. Any key stops it.")},
+    {kPlainDefaultText, N_("%1 starts in %2 s. Enter stops it.")},
     // TRANSLATORS: Spoken behind the name of a menu entry: which one it is, and of how many.
-    {1630, N_("%1 of %2")},
-    {1631, N_("Tab: say the entry and its explanation again")},
+    {kPlaceText, N_("%1 of %2")},
+    {kSpokenHelpText, N_("Tab: say the entry and its explanation again")},
     {0xFFFFFFFF, ""},
 };
 
@@ -140,6 +141,18 @@ void UseEncodingOfLocale() {
   OpenCatalogues();
   forAllegro.reset();
   SetEncoding(nl_langinfo(CODESET));
+}
+
+std::string Filled(const char* text, const std::string& first, const std::string& second) {
+  std::string filled = text;
+  const auto fill = [&filled](const char* place, const std::string& value) {
+    if (const std::size_t at = filled.find(place); at != std::string::npos)
+      filled.replace(at, 2, value);
+  };
+  // The first value may hold what stands for the second.
+  fill("%2", second);
+  fill("%1", first);
+  return filled;
 }
 
 // TRANSLATORS: The suffix of keys in menu files, such as Title.de: the code of the language.

@@ -11,9 +11,6 @@ namespace {
 
 constexpr int kCtrlC = 3;  // as a character
 
-constexpr int kTitleText = 1312;
-constexpr int kCancelText = 1320;
-
 enum ControlId : int { kNoId = -1, kCancelId = 14, kMessageId = 20, kCountdownId = 21 };
 
 constexpr ControlRecord kForm[] = {
@@ -46,7 +43,7 @@ void OpeningKey::MsgTick() {
 
 WaitDialog::WaitDialog(const MenuItem& menuItem)
     : units_{UnitsOf(GetFont(kNormal))}, wait_{menuItem}, form_{kForm} {
-  SetTitle(Text(kTitleText));
+  SetTitle(Text(kWaitTitleText));
   ClearFlag(kFlagSizeable);
   form_.Build(*this, units_, Text);
   SetUpControls();

@@ -11,12 +11,12 @@
 #include "launcher/item_wait.h"
 #include "launcher/progress_file.h"
 #include "launcher/texts.h"
+#include "text/keys.h"
 #include "text/movement.h"
 #include "text/repeated_key.h"
 #include "text/screen.h"
 #include "text/terminal.h"
 #include "text/terminal_text.h"
-#include "text/texts.h"
 #include "toolkit/base/settings.h"
 
 namespace zel {
@@ -27,10 +27,6 @@ constexpr int kMostHintRows = 8, kFewestHintRows = 2;
 constexpr int kMostBarColumns = 50;
 constexpr std::int64_t kBusyStep = 500;  // milliseconds
 constexpr wchar_t kBusySigns[] = L"|/-\\";
-
-constexpr int kCtrlC = 3, kTab = 9, kCtrlL = 12, kEscape = 27;
-// Beside the codes of keys.
-constexpr int kGone = -2, kResized = -3;
 
 struct Rows {
   int heading = -1, title = -1, list = 0, listCount = 0, hintTitle = -1, hint = 0, hintCount = 0;
@@ -405,22 +401,8 @@ bool FullScreen::WaitFor(const MenuItem& item) {
     DrawWait(wait, static_cast<std::size_t>((check - start) / kBusyStep));
     for (int key = kResized; key != kKeyNone;) {
       key = ReadKey(check);
-      switch (key) {
-        case kGone:
-        case '\r':
-        case '\n':
-        case ' ':
-        case kEscape:
-        case kCtrlC:
-        case 'c':
-        case 'C':
-          return false;
-        case kResized:
-          DrawWait(wait, 0);
-          break;
-        default:
-          break;
-      }
+      if (EndsWaiting(key)) return false;
+      if (key == kResized) DrawWait(wait, 0);
     }
     if (wait.Check()) return true;
   }

@@ -4,7 +4,7 @@
 #include <climits>
 
 #include "launcher/progress_file.h"
-#include "text/screen.h"
+#include "text/keys.h"
 #include "toolkit/base/settings.h"
 
 namespace zel {

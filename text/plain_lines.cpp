@@ -12,7 +12,6 @@
 #include "launcher/texts.h"
 #include "text/terminal.h"
 #include "text/terminal_text.h"
-#include "text/texts.h"
 
 namespace zel {
 namespace {
@@ -245,7 +244,7 @@ std::wstring PlainLines::NewProgress() {
     return {};
   told_ = progress_;
   toldAt_ = now;
-  return Shown(Text(kProgressText)) + L' ' + std::to_wstring(progress_.currentStep) + L'/' +
+  return Shown(Text(kHowFarText)) + L' ' + std::to_wstring(progress_.currentStep) + L'/' +
          std::to_wstring(progress_.stepNumber);
 }
 

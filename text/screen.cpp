@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "text/keys.h"
 #include "text/terminal.h"
 #include "text/terminal_text.h"
 

@@ -6,19 +6,6 @@
 
 namespace zel {
 
-// What Screen::Key answers beside characters, as bytes.
-enum Key : int {
-  kKeyNone = -1,
-  kKeyDown = 1000,
-  kKeyUp,
-  kKeyPageDown,
-  kKeyPageUp,
-  kKeyHome,
-  kKeyEnd,
-  kKeyHelp,
-  kKeyOther,
-};
-
 enum class Look { kPlain, kStrong, kTitle, kCurrent, kHint, kKeys };
 
 class Screen {
@@ -43,7 +30,7 @@ class Screen {
   // Shows what has been put since, with the cursor there.
   static void Show(int row, int column);
 
-  // What has been typed, without waiting.
+  // What has been typed, without waiting: a byte or a Key.
   static int Key();
 
  private:

@@ -11,12 +11,11 @@
 #include "launcher/item_wait.h"
 #include "launcher/progress_file.h"
 #include "launcher/texts.h"
+#include "text/keys.h"
 #include "text/movement.h"
 #include "text/repeated_key.h"
-#include "text/screen.h"
 #include "text/terminal.h"
 #include "text/terminal_text.h"
-#include "text/texts.h"
 #include "text/typed_keys.h"
 #include "toolkit/base/settings.h"
 
@@ -31,8 +30,6 @@ constexpr int kPage = 5;  // entries
 constexpr std::int64_t kRestDelay = 300;
 constexpr std::int64_t kProgressPause = 10000;  // milliseconds between two lines that say how far
 constexpr int kCountdownStep = 10;              // seconds
-constexpr int kCtrlC = 3, kTab = 9, kCtrlL = 12, kEscape = 27;
-constexpr int kGone = -2;  // beside the codes of keys
 
 using Lines = std::vector<std::wstring>;
 
@@ -209,14 +206,8 @@ std::wstring SpokenLines::EntryText() const {
     text += L", " + Shown(Text(kNotAvailableText));
   else if (item.flags & kItemSubmenu)
     text += L", " + Shown(Text(kSubmenuText));
-  std::wstring place = Shown(Text(kPlaceText));
-  const auto replace = [&place](const wchar_t* what, int value) {
-    if (const std::size_t at = place.find(what); at != std::wstring::npos)
-      place.replace(at, 2, std::to_wstring(value));
-  };
-  replace(L"%2", count);
-  replace(L"%1", number);
-  return text + L", " + place;
+  const std::string place = Filled(Text(kPlaceText), std::to_string(number), std::to_string(count));
+  return text + L", " + Shown(place.c_str());
 }
 
 void SpokenLines::TellEntry() {
@@ -245,7 +236,7 @@ void SpokenLines::TellProgress() {
     return;
   told_ = progress_;
   toldAt_ = now;
-  PutBelow({Shown(Text(kProgressText)) + L' ' + std::to_wstring(progress_.currentStep) + L'/' +
+  PutBelow({Shown(Text(kHowFarText)) + L' ' + std::to_wstring(progress_.currentStep) + L'/' +
             std::to_wstring(progress_.stepNumber)});
 }
 
@@ -323,19 +314,7 @@ bool SpokenLines::WaitFor(const MenuItem& item) {
     }
     for (int key = kKeyOther; key != kKeyNone;) {
       key = ReadKey(check);
-      switch (key) {
-        case kGone:
-        case '\r':
-        case '\n':
-        case ' ':
-        case kEscape:
-        case kCtrlC:
-        case 'c':
-        case 'C':
-          return false;
-        default:
-          break;
-      }
+      if (EndsWaiting(key)) return false;
     }
     if (wait.Check()) return true;
     TellProgress();

@@ -65,7 +65,6 @@ Options ReadOptions(int argc, char** argv) {
 
 // A terminal without the letters of Chinese or Japanese would show question marks.
 void ChooseReadableLanguage() {
-  constexpr int kBackText = 1515;
   if (Shown(Text(kBackText)).find(L'?') != std::wstring::npos) UseEnglish();
 }
 

@@ -1,11 +1,9 @@
 #include "text/typed_keys.h"
 
-#include "text/screen.h"
+#include "text/keys.h"
 
 namespace zel {
 namespace {
-
-constexpr char kEscape = 27;
 
 // Sequences behind an escape, as the Linux console and the usual terminals send them.
 struct Row {

@@ -11,7 +11,7 @@ class TypedKeys {
   static constexpr std::int64_t kEscapeDelay = 100;  // milliseconds for the rest of a key's bytes
 
   void Add(const char* bytes, std::size_t count, std::int64_t now);
-  // A character as its byte, a Key of text/screen.h, or kKeyNone as long as nothing more is whole.
+  // A character as its byte, a Key of text/keys.h, or kKeyNone as long as nothing more is whole.
   int Take(std::int64_t now);
   bool IsEmpty() const { return bytes_.empty(); }
 
