@@ -1,0 +1,81 @@
+"""The guide and the manual: their examples are without mistakes, their pictures current, their pages readable."""
+
+import pathlib
+import re
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+from harness import BUILD, ROOT
+
+GUIDE = ROOT / "docs/guide"
+TREES = sorted(path.parent for path in GUIDE.glob("examples/*/menu.cfg"))
+PAGES = [ROOT / "README.md", *ROOT.glob("docs/*.md"), *GUIDE.glob("*.md")]
+MANUAL = sorted((ROOT / "man").iterdir())
+# What programs read is in files of these names, by the section that an example begins with.
+FILES = {"MENU_CONFIGURATION": "menu.cfg", "Toolkit": "zel.cfg", "desktop": "hints.txt"}
+
+
+def run(*command, **options):
+    ran = subprocess.run(command, check=False, text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, **options)
+    return ran.returncode, ran.stdout
+
+
+class GuideTest(unittest.TestCase):
+    maxDiff = None
+
+    def setUp(self):
+        place = tempfile.TemporaryDirectory()
+        self.addCleanup(place.cleanup)
+        self.place = pathlib.Path(place.name)
+
+    def check(self, tree):
+        self.assertEqual(run(BUILD / "bin/zel-check", "--strict", tree), (0, ""), tree)
+
+    def test_the_examples_have_no_mistakes_and_the_pages_quote_them(self):
+        for tree in TREES:
+            self.check(tree)
+        for page in PAGES:
+            for name, block in re.findall(r"^```\w+ (\S+)\n(.*?)^```$", page.read_text(), re.MULTILINE | re.DOTALL):
+                self.assertIn("\n" + block, "\n" + (GUIDE / "examples" / name).read_text(), page.name)
+
+    def test_the_examples_of_the_manual_are_a_menu_without_mistakes(self):
+        shutil.copytree(TREES[0], self.place / "menu", symlinks=False)
+        for page in MANUAL:
+            for block, section in re.findall(r"^\.Bd -literal.*\n(\[(\w+)\](?s:.*?))^\.Ed", page.read_text(), re.MULTILINE):
+                if section in FILES:
+                    (self.place / "menu" / FILES[section]).write_text(block)
+        self.check(self.place / "menu")
+
+    def test_the_tables_have_every_key(self):
+        for page, source, pattern, others in (
+                ("keys-menu.md", "tools/checker/menu_file.cpp", r'{"(\w+)", MenuKey::', set()),
+                ("keys-settings.md", "toolkit/base/settings.cpp", r'(?:Int|Bool|Driver)\("(\w+)"',
+                 {"skinPath", "zoom", "looks", "unicode"})):
+            listed = re.findall(r"^\| `(\w+)` \|", (GUIDE / page).read_text(), re.MULTILINE)
+            self.assertEqual(sorted(listed), sorted({*re.findall(pattern, (ROOT / source).read_text()), *others}))
+
+    def test_the_pictures_are_what_their_commands_make(self):
+        self.assertEqual(run(GUIDE / "draw", self.place), (0, ""))
+        made = sorted(path.name for path in self.place.iterdir())
+        self.assertEqual(made, sorted(path.name for path in (GUIDE / "pictures").iterdir()))
+        for name in made:
+            # Pixels that differ by more than another choice of 255 colours can explain.
+            self.assertEqual(run("compare", "-metric", "AE", "-fuzz", "5%", self.place / name, GUIDE / "pictures" / name,
+                                 "null:"), (0, "0"), name)
+
+    def test_links_lead_somewhere(self):
+        for page in PAGES:
+            for link in re.findall(r"\]\(([^)#:]+)(?:#[^)]*)?\)", page.read_text()):
+                self.assertTrue((page.parent / link).exists(), f"{page.name}: {link}")
+
+    def test_the_manual_is_clean_and_fits_80_columns(self):
+        self.assertEqual(run("mandoc", "-T", "lint", "-W", "warning", *MANUAL), (0, ""))
+        for page in MANUAL:
+            lines = re.sub(".\b", "", run("mandoc", "-T", "utf8", page)[1]).splitlines()
+            self.assertEqual([line for line in lines if len(line) > 80], [], page.name)
+
+
+if __name__ == "__main__":
+    unittest.main()
