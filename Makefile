@@ -8,6 +8,8 @@
 #   make build    build the launcher, build/bin/zel
 #   make image    build a bootable rescue disc, build-image/zel-rescue.iso (as root)
 #   make boot-test  start it in a virtual machine and use it as a person would
+#   make live     build a live system of Debian with it, build-live/zel-live.iso (as root)
+#   make live-test  start that from BIOS and UEFI, and choose entries
 #   make dist     make the release's tarball, build/zel-VERSION.tar.xz, and Debian's source package
 #   make deb      build Debian's packages of it for amd64 and i386, build/*.deb (as root)
 #   make deb-test  install, run, upgrade and purge them in a minimal Debian
@@ -18,7 +20,7 @@ CONFIG ?= data
 SECONDS ?= 60
 TARGET ?=
 
-.PHONY: run test check bench fuzz image boot-test dist deb deb-test build install clean setup configure
+.PHONY: run test check bench fuzz image boot-test live live-test dist deb deb-test build install clean setup configure
 
 build: configure
 	cmake --build --preset release --target zel zel-check zel-gallery zel-preview zel-trial
@@ -53,6 +55,13 @@ boot-test: image
 	python3 -W ignore boot_test.py ConsoleTest ModeTest; rest=$$?; \
 	wait $$disc && exit $$rest
 	image/measure
+
+live: deb
+	tools/setup --live
+	live/build
+
+live-test: live
+	cd tests/live && python3 -B -W ignore live_test.py -v
 
 dist:
 	tools/setup --deb
