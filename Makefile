@@ -23,7 +23,7 @@ TARGET ?=
 .PHONY: run test check bench fuzz image boot-test live live-test dist deb deb-test build install clean setup configure
 
 build: configure
-	cmake --build --preset release --target zel zel-check zel-gallery zel-preview zel-trial
+	cmake --build --preset release --target zel zel-check zel-gallery zel-preview zel-skin zel-trial
 
 run: build
 	tools/run "$(CONFIG)"

@@ -25,8 +25,8 @@ FONT_LICENCES = [pathlib.Path(f"/usr/share/doc/{package}/copyright")
                  for package in ("fonts-dejavu-core", "fonts-droid-fallback")]
 
 
-def run(*command, directory=None):
-    subprocess.run([str(part) for part in command], check=True, cwd=directory, stdout=subprocess.DEVNULL)
+def run(*command):
+    subprocess.run([str(part) for part in command], check=True, stdout=subprocess.DEVNULL)
 
 
 def render(svg, target, scale=1):
@@ -52,54 +52,28 @@ def to_bmp(png, bmp, ground, masked):
         run(*over, "-type", "TrueColor", f"BMP3:{bmp}")
 
 
-def build_datafile(target, pictures, scale, palette_bmp=None):
-    """Objects named as the skin wants them, with their properties; without dates, so that the same pictures
-    give the same file. The largest ones are compressed: they would take megabytes of an initramfs. dat finds
-    pictures only in the current directory."""
-    target.unlink(missing_ok=True)
-    if palette_bmp:
-        add_palette(target, palette_bmp)  # first, while its bytes are still to be seen
-    packed = ("-c0",) if scale < 3 else ("-c1",)
-    for name, bmp, properties in pictures:
-        kept = [f"-s-{key}" for key in properties]
-        values = [f"{key}={value}" for key, value in properties.items()]
-        run("dat", "-a", "-k", *packed, "-s1", *kept, "-t", "BMP", "-bpp", "24", f"NAME={name}", *values, target.resolve(),
-            bmp.name, directory=bmp.parent)
-
-
-def add_palette(target, bmp):
-    run("dat", "-a", "-k", "-c0", "-s1", "-t", "PAL", "NAME=XTRA_PALETTE", target.resolve(), bmp.name,
-        directory=bmp.parent)
-    clear_fillers(target)
-
-
-def clear_fillers(target):
-    """dat leaves the fourth byte of each colour as it finds it in its memory."""
-    data = bytearray(target.read_bytes())
-    start = data.index(b"PAL ") + 12  # behind the type and two sizes
-    data[start + 3:start + 1024:4] = bytes(256)
-    target.write_bytes(data)
-
-
-def build_elements(work, target, scale, palette_bmp=None):
-    pictures = []
+def draw_elements(work):
+    """Answers the lines of the project that are about them."""
+    lines = []
     for name, element in ELEMENTS.items():
-        png, bmp = work / f"{at_scale(name, scale)}.png", work / f"{at_scale(name, scale)}.bmp"
-        render(element.svg(), png, scale)
-        to_bmp(png, bmp, palette.css(palette.FACE), element.masked)
-        pictures.append((name, bmp, {"TCKX": scale * element.tile[0], "TCKY": scale * element.tile[1]}))
-    build_datafile(target, pictures, scale, palette_bmp)
+        for scale in SCALES:
+            png, bmp = work / f"{at_scale(name, scale)}.png", work / f"{at_scale(name, scale)}.bmp"
+            render(element.svg(), png, scale)
+            to_bmp(png, bmp, palette.css(palette.FACE), element.masked)
+        lines.append(f"{name} = {name}.bmp {element.tile[0]} {element.tile[1]}\n")
+    return lines
 
 
-def build_cursors(work, target, scale):
-    pictures = []
+def draw_cursors(work):
+    """Likewise; all looks have them."""
+    lines = []
     for name, (hotspot, frames, duration) in cursors.CURSORS.items():
-        png, bmp = work / f"{at_scale(name, scale)}.png", work / f"{at_scale(name, scale)}.bmp"
-        render(cursors.svg(frames), png, scale)
-        to_bmp(png, bmp, palette.css(palette.WHITE), True)
-        pictures.append((name, bmp, {"FCSX": scale * hotspot[0], "FCSY": scale * hotspot[1],
-                                     "FRMS": len(frames), "FDUR": duration}))
-    build_datafile(target, pictures, scale)
+        for scale in SCALES:
+            png, bmp = work / f"{at_scale(name, scale)}.png", work / f"{at_scale(name, scale)}.bmp"
+            render(cursors.svg(frames), png, scale)
+            to_bmp(png, bmp, palette.css(palette.WHITE), True)
+        lines.append(f"{name} = {bmp.parent / name}.bmp {hotspot[0]} {hotspot[1]} {len(frames)} {duration}\n")
+    return lines
 
 
 def build_icons(work, target, scale):
@@ -132,43 +106,45 @@ LOOKS = (("zel", "skin", "Calm night", palette.NIGHT, True), ("light", "light", 
          ("contrast", None, "High contrast", palette.CONTRAST, False))
 
 
-def build_look(work, skin_directory, look, backgrounds_seen, other_pictures):
+# The datafiles of the largest pictures are packed: they would take megabytes of an initramfs.
+PACKED_FROM = 3
+
+
+def build_look(work, skin_directory, look, pointers, backgrounds_seen, other_pictures):
     name, data, title, colors, has_picture = look
     palette.use(colors)
-    (skin_directory / f"{name}.skin").write_text(skin.description(title, data and f"{data}.dat", has_picture))
-    if not data:
-        return
     work = work / name
     work.mkdir()
-    first = skin_directory / f"{data}.dat"
-    build_elements(work, first, 1)
-    palette_bmp = work / "palette.bmp"
-    pictures = [*sorted(work.glob("*.bmp")), *other_pictures]
-    palette8.write_bmp(palette_bmp, palette8.colors(backgrounds_seen if has_picture else [], pictures))
-    add_palette(first, palette_bmp)
-    for scale in SCALES[1:]:
-        build_elements(work, skin_directory / f"{at_scale(data, scale)}.dat", scale, palette_bmp)
+    elements = draw_elements(work) if data else []
+    if data:
+        pictures = [*sorted(file for file in work.glob("*.bmp") if "@" not in file.name), *other_pictures]
+        palette8.write_bmp(work / "palette.bmp", palette8.colors(backgrounds_seen if has_picture else [], pictures))
+        elements = ["\n[ELEMENTS]\n", *elements, "XTRA_PALETTE = palette.bmp\n"]
+    (work / "skin.ini").write_text("".join((
+        skin.description(title, data and f"{data}.dat", has_picture),
+        f"\n[PACK]\nname = {name}.skin\npacked = {PACKED_FROM}\n", *elements, "\n[POINTERS]\n", *pointers)))
+    run("build/bin/zel-skin", "pack", work, "--to", skin_directory)
 
 
 def main(data):
     skin_directory = data / "skin"
     for directory in (skin_directory / "fonts", data / "icons", data / "pic"):
         directory.mkdir(parents=True, exist_ok=True)
+    for file in sorted({file for file, _ in skin.FONTS} | {skin.FALLBACK}):
+        (source,) = FONT_DIRECTORY.glob(f"*/{file}")
+        shutil.copyfile(source, skin_directory / "fonts" / file)
+    (skin_directory / "fonts" / "LICENSE").write_text("\n".join(file.read_text() for file in FONT_LICENCES))
     with tempfile.TemporaryDirectory() as name:
         work = pathlib.Path(name)
+        pointers = draw_cursors(work)
         for scale in SCALES:
-            build_cursors(work, skin_directory / f"{at_scale('cursors', scale)}.dat", scale)
             build_icons(work, data / "icons", scale)
         build_backgrounds(work, data / "pic")
         build_progress(work, data / "pic")
         plain = [file for directory in (work, data / "icons") for file in sorted(directory.glob("*.bmp"))
                  if "@" not in file.name]
         for look in LOOKS:
-            build_look(work, skin_directory, look, sorted(work.glob("back*[0-9].png")), plain)
-    for file in sorted({file for file, _ in skin.FONTS} | {skin.FALLBACK}):
-        (source,) = FONT_DIRECTORY.glob(f"*/{file}")
-        shutil.copyfile(source, skin_directory / "fonts" / file)
-    (skin_directory / "fonts" / "LICENSE").write_text("\n".join(file.read_text() for file in FONT_LICENCES))
+            build_look(work, skin_directory, look, pointers, sorted(work.glob("back*[0-9].png")), plain)
 
 
 if __name__ == "__main__":

@@ -165,7 +165,10 @@ class CheckTest(unittest.TestCase):
                 ("zel-preview", ROOT / "data", "--png is missing"), (*picture_of, "--png /none/a.png: "),
                 ("zel-preview", "/none", "--png", "a", "/none: No such file"),
                 ("zel-gallery", "--page", "none", "--page none: "), ("zel-gallery", "--depth", "x", "--depth x: "),
-                ("zel-gallery", "--png", "/none/a", "--skin", "/none/b", "/none/b: "), ("zel-gallery", "x", "x: ")):
+                ("zel-gallery", "--png", "/none/a", "--skin", "/none/b", "/none/b: "), ("zel-gallery", "x", "x: "),
+                ("zel-skin", "paint", "paint: "), ("zel-skin", "unpack", "a", "unpack: DIR is missing"),
+                ("zel-skin", "pack", "a", "b", "b: one too many"), ("zel-skin", "unpack", "a", "b", "--to", "c", "--to: not for"),
+                ("zel-skin", "pack", "/none", "/none/skin.ini: there is no such file"), ("zel-skin", "--too", "'--too'")):
             result = subprocess.run([BUILD / "bin" / program, *options], check=False, capture_output=True, text=True)
             self.assertEqual((result.returncode, result.stdout), (2, ""), (program, *options))
             self.assertIn(complaint, result.stderr)

@@ -164,10 +164,11 @@ class Amd64Test(PackageTest, unittest.TestCase):
     def test_the_programs_for_authors_run(self):
         self.system.do("apt-get", "install", "-qy", "--no-install-recommends", "liballegro4.4")
         self.system.install(package("zel-tools", "amd64"))
-        programs = [self.system.root / "usr/bin" / name for name in ("zel-check", "zel-preview", "zel-gallery")]
+        programs = [self.system.root / "usr/bin" / name for name in ("zel-check", "zel-preview", "zel-gallery", "zel-skin")]
         subprocess.check_call([ROOT / "tools/check-hardening", *programs])
         for command in ("zel-check /etc/zel", "zel-preview /etc/zel --png /tmp/menu.png",
-                        "zel-gallery --skin /etc/zel/skin/zel.skin --png /tmp/gallery.png"):
+                        "zel-gallery --skin /etc/zel/skin/zel.skin --png /tmp/gallery.png",
+                        "zel-skin unpack /etc/zel/skin/zel.skin /tmp/skin", "zel-skin pack /tmp/skin"):
             self.assertEqual(self.system.run(*command.split()), (0, ""), command)
         self.assertEqual(self.system.run("sh", "-c", "head -qc 4 /tmp/*.png | tr -d '\\211'"), (0, "PNG" * 2))
 

@@ -33,6 +33,8 @@ class Datafile {
   bool Load(const char* path);
 
   const std::vector<Object>& Objects() const { return objects_; }
+  // Whether any of it had to be unpacked.
+  bool IsPacked() const { return !unpacked_.empty(); }
   // The first object of that name, whatever the case of its letters; null when there is none or it
   // is of another type.
   const Object* Find(const char* name, int type) const;

@@ -1,0 +1,53 @@
+#include "tools/skin/files.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <system_error>
+
+#include "toolkit/base/bytes.h"
+
+namespace zel {
+
+bool MakeEmptyDirectory(const std::string& directory, Complaints& complaints) {
+  std::error_code error;
+  std::filesystem::create_directories(directory, error);
+  if (!error && !std::filesystem::is_empty(directory, error) && !error) {
+    complaints.Add(directory, 0, "is there already, and not empty");
+    return false;
+  }
+  if (error) complaints.Add(directory, 0, error.message());
+  return !error;
+}
+
+bool MakeDirectoryOf(const std::string& file, Complaints& complaints) {
+  std::error_code error;
+  const std::filesystem::path directory = std::filesystem::path{file}.parent_path();
+  if (!directory.empty()) std::filesystem::create_directories(directory, error);
+  if (error) complaints.Add(directory, 0, error.message());
+  return !error;
+}
+
+void WriteNew(const std::string& path, std::span<const char> bytes, Complaints& complaints) {
+  if (!MakeDirectoryOf(path, complaints)) return;
+  errno = 0;
+  if (!WriteBytes(path.c_str(), bytes))
+    complaints.Add(path, 0, errno ? std::strerror(errno) : "cannot be written");
+}
+
+void CopyFiles(const std::vector<std::string>& files, const std::string& from,
+               const std::string& to, Complaints& complaints) {
+  for (const std::string& file : files) {
+    const std::string source = std::filesystem::path{from} / file;
+    const std::string target = std::filesystem::path{to} / file;
+    std::error_code error;
+    if (!IsFile(source.c_str()) || std::filesystem::equivalent(source, target, error)) continue;
+    if (!MakeDirectoryOf(target, complaints)) return;
+    error.clear();
+    std::filesystem::copy_file(source, target, std::filesystem::copy_options::overwrite_existing,
+                               error);
+    if (error) complaints.Add(target, 0, error.message());
+  }
+}
+
+}  // namespace zel

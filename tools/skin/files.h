@@ -1,0 +1,26 @@
+// Files that a tool makes.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "tools/skin/complaints.h"
+
+namespace zel {
+
+// Makes a directory, or takes one that is empty. False for anything else, which is said.
+bool MakeEmptyDirectory(const std::string& directory, Complaints& complaints);
+
+// Makes the directory that a file belongs into; false when that fails, which is said.
+bool MakeDirectoryOf(const std::string& file, Complaints& complaints);
+
+// Writes a file and, where it is missing, its directory.
+void WriteNew(const std::string& path, std::span<const char> bytes, Complaints& complaints);
+
+// Copies files below a directory to the same places below another one. Those that are not there are
+// left out.
+void CopyFiles(const std::vector<std::string>& files, const std::string& from,
+               const std::string& to, Complaints& complaints);
+
+}  // namespace zel

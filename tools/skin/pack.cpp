@@ -1,0 +1,199 @@
+#include "tools/skin/pack.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <set>
+#include <utility>
+
+#include "toolkit/base/bytes.h"
+#include "toolkit/base/zoom.h"
+#include "toolkit/draw/bitmap_guard.h"
+#include "toolkit/draw/color.h"
+#include "toolkit/draw/engine_font.h"
+#include "toolkit/skin/elements.h"
+#include "tools/checker/findings.h"
+#include "tools/checker/skin_check.h"
+#include "tools/skin/datafile_writer.h"
+#include "tools/skin/files.h"
+#include "tools/skin/pictures.h"
+#include "tools/skin/project.h"
+
+namespace zel {
+namespace {
+
+constexpr std::size_t kLargestDatafile = 64u << 20;  // what readers of skins take
+constexpr int kLargestSide = 32767;                  // a datafile has 16 bits for it
+
+class Packer {
+ public:
+  Packer(const std::string& directory, Complaints& complaints)
+      : directory_{directory},
+        file_{directory + '/' + kProjectFile},
+        complaints_{complaints},
+        project_{ReadProject(directory, complaints)} {
+    std::copy(std::begin(default_palette), std::end(default_palette), palette_.colors);
+  }
+
+  // What is to be written, by name; an empty file is to be removed.
+  std::vector<std::pair<std::string, Bytes>> Files() {
+    FindPalette();
+    std::vector<std::pair<std::string, Bytes>> files;
+    for (const SkinPart part : {kElementPart, kPointerPart}) {
+      if (!project_.List(part, 1).isThere) continue;
+      const std::string data = DataFileOf(project_.description, part);
+      for (int scale = 1; scale <= kSkinScales; ++scale)
+        files.emplace_back(AtScale(data, scale), MakeDatafile(part, scale));
+    }
+    const std::string& text = project_.description;
+    files.emplace_back(project_.name, Bytes{text.begin(), text.end()});
+    CheckNames(files);
+    return files;
+  }
+
+  std::vector<std::string> Fonts() const { return FontsOf(project_.description); }
+  const std::string& Name() const { return project_.name; }
+
+ private:
+  std::string PathOf(const ProjectPicture& picture) const {
+    return FileIn(directory_, picture.file);
+  }
+
+  void Complain(const ProjectPicture& picture, const std::string& text) {
+    complaints_.Add(file_, picture.line, picture.name + ": " + text);
+  }
+
+  // Pictures of 8 bits in this palette stay what they are.
+  void FindPalette() {
+    for (const ProjectPicture& picture : project_.List(kElementPart, 1).pictures)
+      if (picture.name == kPaletteName) LoadPalette(PathOf(picture), &palette_);
+  }
+
+  // Nothing that the project is made of may be written over.
+  void CheckNames(const std::vector<std::pair<std::string, Bytes>>& files) {
+    std::set<std::string> names{kProjectFile};
+    for (const auto& lists : project_.lists)
+      for (const PictureList& list : lists)
+        for (const ProjectPicture& picture : list.pictures) names.insert(picture.file);
+    for (const std::string& font : Fonts()) names.insert(font);
+    for (const auto& [name, bytes] : files)
+      if (!names.insert(std::filesystem::path{name}.lexically_normal()).second)
+        complaints_.Add(file_, 0, Readable(name) + " is to be written, and is something else");
+  }
+
+  Bytes MakeDatafile(SkinPart part, int scale) {
+    const PictureList& list = project_.List(part, scale);
+    if (!list.isThere) return {};
+    DatafileWriter data{project_.packedFrom > 0 && scale >= project_.packedFrom};
+    for (const ProjectPicture& picture : list.pictures) {
+      AddTo(data, part, picture);
+      if (data.Size() <= kLargestDatafile) continue;
+      Complain(picture, "with this picture the datafile is larger than 64 MB");
+      return {};
+    }
+    return data.Finish();
+  }
+
+  void AddTo(DatafileWriter& data, SkinPart part, const ProjectPicture& picture) {
+    const std::string path = PathOf(picture), shown = Readable(picture.file);
+    if (!IsFile(path.c_str())) return Complain(picture, "there is no file " + shown);
+    if (picture.name == kPaletteName) {
+      SkinPalette palette;
+      if (!LoadPalette(path, &palette))
+        return Complain(picture, shown + " is no BMP picture with a palette");
+      return data.AddPalette(picture.name, palette.colors);
+    }
+    const BitmapPtr bitmap = LoadForDatafile(path, palette_);
+    if (!bitmap) return Complain(picture, shown + " is no picture that can be read");
+    const Size size{bitmap->w, bitmap->h};
+    if (std::max(size.w, size.h) > kLargestSide)
+      return Complain(picture, shown + " is larger than a datafile can say");
+    if (part == kElementPart)
+      CheckElement(picture, size);
+    else
+      CheckPointer(picture, size);
+    DatafileWriter::Properties properties;
+    for (std::size_t i = 0; i < picture.numbers.size(); ++i)
+      properties.emplace_back(KindOf(part).numbers[i].property, std::to_string(picture.numbers[i]));
+    data.AddPicture(picture.name, std::move(properties), bitmap.get());
+  }
+
+  void CheckElement(const ProjectPicture& picture, Size size) {
+    const auto id = std::find(std::begin(kElementNames), std::end(kElementNames), picture.name) -
+                    std::begin(kElementNames);
+    const Size grid = kElementGrids[id];
+    if (size.w % grid.w != 0 || size.h % grid.h != 0)
+      return Complain(picture, Readable(picture.file) + " is " + NameOf(size) +
+                                   ", which is no whole number of pixels for each of " +
+                                   std::to_string(grid.w) + " columns and " +
+                                   std::to_string(grid.h) + " rows");
+    const Size frame{size.w / grid.w, size.h / grid.h};
+    for (std::size_t i = 0; i < picture.numbers.size(); ++i) {
+      const int tile = picture.numbers[i];
+      if (tile != -1 && (tile < 1 || tile > (i == 0 ? frame.w : frame.h)))
+        Complain(picture, "a tile of " + std::to_string(tile) + (i == 0 ? " across" : " down") +
+                              " does not fit its frames of " + NameOf(frame));
+    }
+  }
+
+  void CheckPointer(const ProjectPicture& picture, Size size) {
+    const std::vector<PartNumber>& kinds = KindOf(kPointerPart).numbers;
+    std::vector<int> numbers = picture.numbers;
+    for (std::size_t i = numbers.size(); i < kinds.size(); ++i)
+      numbers.push_back(kinds[i].fallback);
+    const int frames = numbers[2];
+    if (frames < 1 || size.w % frames != 0)
+      return Complain(picture, Readable(picture.file) + " is " + NameOf(size) + ", not " +
+                                   std::to_string(frames) + " frames side by side");
+    const Size frame{size.w / frames, size.h};
+    if (numbers[0] < 0 || numbers[0] >= frame.w || numbers[1] < 0 || numbers[1] >= frame.h)
+      Complain(picture, "the point that points, " + std::to_string(numbers[0]) + ' ' +
+                            std::to_string(numbers[1]) + ", lies outside of a frame of " +
+                            NameOf(frame));
+    if (numbers[3] < 1)
+      Complain(picture, "a frame of " + std::to_string(numbers[3]) + " milliseconds is none");
+  }
+
+  std::string directory_, file_;
+  Complaints& complaints_;
+  Project project_;
+  SkinPalette palette_;
+};
+
+// What zel-check says of a skin.
+void CheckPacked(const std::string& skin, Complaints& complaints) {
+  constexpr int kDepth = 32;
+  set_color_depth(kDepth);
+  SetZoom(1);
+  RecomputeNamedColors();
+  if (!EngineInit()) return;
+  Findings findings;
+  CheckSkin(findings, {skin}, skin);
+  for (const Finding& finding : findings.Finish()) {
+    const std::string text = finding.what + "; " + finding.advice;
+    if (MessageOf(finding.id).severity == Severity::kError)
+      complaints.Add(finding.place.file, finding.place.line, text);
+    else
+      complaints.Warn(finding.place.file, finding.place.line, text);
+  }
+}
+
+}  // namespace
+
+void PackSkin(const std::string& directory, const std::string& target, Complaints& complaints) {
+  Packer packer{directory, complaints};
+  if (packer.Name().empty()) return;
+  const auto files = packer.Files();
+  if (complaints.HasErrors()) return;
+  for (const auto& [name, bytes] : files) {
+    const std::string path = std::filesystem::path{target} / name;
+    std::error_code ignored;
+    if (bytes.empty() && name != packer.Name())
+      std::filesystem::remove(path, ignored);
+    else
+      WriteNew(path, {reinterpret_cast<const char*>(bytes.data()), bytes.size()}, complaints);
+  }
+  CopyFiles(packer.Fonts(), directory, target, complaints);
+  if (!complaints.HasErrors()) CheckPacked(target + '/' + packer.Name(), complaints);
+}
+
+}  // namespace zel
