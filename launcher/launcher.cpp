@@ -130,7 +130,7 @@ void BringUpGraphics() {
       InstallToolkit(paths.settings, PrepareMenu, [] { launcherState.looks.Begin(); }));
   if (!result.IsError()) return;
   if (result == Error{kGraphicsError}) EndWithoutGraphics();
-  // The usual skin, where it is the one that was chosen that cannot be used.
+  // Another skin, where it is the one that was chosen that cannot be used.
   if (CurrentSkin() && launcherState.looks.FallBack()) return;
   ChangeDirectory(Directory::kSaved);
   result.Report();

@@ -107,9 +107,17 @@ ScreenLayout Looks::Fit() const {
 }
 
 bool Looks::FallBack() {
-  if (names_.empty() || usual_ == settings.skinPath.c_str()) return false;
-  settings.skinPath.Assign(usual_.c_str());
-  return Load(usual_);
+  if (!HasLooks()) return false;
+  std::vector<std::string> others{usual_};
+  others.insert(others.end(), names_.begin(), names_.end());
+  others.emplace_back(kBuiltin);
+  const std::string broken = settings.skinPath.c_str();
+  const auto usable = std::find_if(others.begin(), others.end(), [&broken](const auto& name) {
+    return name != broken && IsSkin(name) && Load(name);
+  });
+  if (usable == others.end()) return false;
+  settings.skinPath.Assign(usable->c_str());
+  return true;
 }
 
 void Looks::Keep() const {

@@ -17,7 +17,8 @@ class Looks {
   void Begin();
   // The layout of the main menu for the screen that there is. Sets the zoom.
   ScreenLayout Fit() const;
-  // Makes the usual skin the current one where that of the start cannot be used. True when it is.
+  // Makes the usual skin the current one where that of the start cannot be used, or else the first
+  // of the others, or what is built in. False without looks.
   bool FallBack();
 
   bool HasLooks() const { return !names_.empty(); }

@@ -119,8 +119,8 @@ void MenuScreen::ShowTexts() {
 
 void MenuScreen::ChangeLook(LookStep step) {
   Looks& looks = launcherState.looks;
-  const int first = List().GetFirst();
-  const int row = List().GetCurrent() - first;
+  if (ShownPart() != partAfterChange_) partBeforeChange_ = ShownPart();
+  const int row = List().GetCurrent() - List().GetFirst();
   const bool isVisible = row >= 0 && row < List().PageSize();
   const bool isSkin = step == LookStep::kNextSkin;
   const bool isChanged = isSkin ? looks.ChangeSkin() : looks.ChangeSize(step == LookStep::kLarger);
@@ -128,9 +128,10 @@ void MenuScreen::ChangeLook(LookStep step) {
   // For a skin it has seen itself whether there is to be one; a palette is another one for all.
   if (isChanged && (!isSkin || settings.colorDepth == 8))
     wallpaper_.SetPicture(Config().background);
-  List().SetFirst(first);
+  List().SetFirst(partBeforeChange_.first);
   if (isVisible) List().SetCurrent(session_.Current());
   menuPanel_.UpdateLayout();
+  partAfterChange_ = ShownPart();
 }
 
 void MenuScreen::FollowLook() {

@@ -54,6 +54,11 @@ class MenuScreen final : public Dialog {
   void PlaceProgress();
   void ShowTexts();
   void ChangeLook(LookStep step);
+  struct Part {
+    int first = -1, current = -1;
+    bool operator==(const Part&) const = default;
+  };
+  Part ShownPart() { return {List().GetFirst(), session_.Current()}; }
   // Widgets take over the new skin and the new layout; what was selected and in view stays so.
   void FollowLook();
   void UpdateProgress();
@@ -83,6 +88,8 @@ class MenuScreen final : public Dialog {
   int writeError_ = 0;
   Accelerator helpKey_;
   LookKeys lookKeys_;
+  // Of the list, before changes of the look and after the last one: the way back ends there.
+  Part partBeforeChange_, partAfterChange_;
   TypeAhead typeAhead_{WideText};
   std::int64_t ticks_ = 0;
   DefaultStart default_;

@@ -371,8 +371,10 @@ void HintPanel::UpdateLayout() {
   if (const MenuLook* look = skin ? &skin->menu : nullptr; look && HasHintMargins()) {
     const int x = Padding(look->hintX, Zoomed(kHintInset), w());
     const int y = Padding(look->hintY, Zoomed(kHintInset), h());
-    view_.SetMargins(x, y, x, y);
-    return TitledPanel::UpdateLayout();
+    TitledPanel::UpdateLayout();
+    // Whole lines only.
+    const int rest = std::max(0, view_.h() - 2 * y) % view_.GetFont(kNormal).TextHeight();
+    return view_.SetMargins(x, y, x, y + rest);
   }
   // Beside a wide scroll bar no line may need another one.
   const int left = std::clamp(Zoomed(kHintMargin) - view_.BarThickness(), 0, Zoomed(kHintInset));

@@ -312,6 +312,12 @@ TEST_F(MenuScreenTest, LooksAndSizesChangeAtOnceEverywhereAndAreKept) {
   EXPECT_EQ(begin(), "default 2.000000");
   WriteFile("cmdline", "zel.look=none zel.zoom=nan");
   EXPECT_EQ(begin(), "default 2.000000");
+  for (const char* skin : {"gone.skin", "blue.skin"}) {
+    settings.skinPath.Assign(skin);
+    launcherState.looks.Begin();
+    EXPECT_TRUE(launcherState.looks.FallBack());
+    EXPECT_EQ(settings.skinPath.c_str() == std::string{"default"}, skin[0] == 'b') << skin;
+  }
 }
 
 // Menus of different heights, whose lists have other pages than the one shown before.
