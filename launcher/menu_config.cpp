@@ -171,8 +171,6 @@ void MenuConfig::ReadWithoutHints(const char* menuFile) {
     levels.pop_back();
   }
   lineCount = 0;
-  launcherState.backLineColor = DefaultBackLineColor();
-  launcherState.hasBackLineColor = false;
   items.clear();
 
   const SectionFile file = SectionFile::FromUtf8(ReadWhole(CurrentLevel().fileName));
@@ -213,7 +211,7 @@ void MenuConfig::ReadScreen(const SectionFile& file, MenuLevel& level) {
   defaultTimeout = general.GetInt("DefaultTimeout");
   defaultAfterReturn = general.GetInt("DefaultAfterReturn") != 0;
   const Color backLine = ParseColor(general.GetText("BacklineColor"));
-  if (backLine.IsSet()) launcherState.backLineColor = backLine;
+  launcherState.backLineColor = backLine.IsSet() ? backLine : DefaultBackLineColor();
   launcherState.hasBackLineColor = backLine.IsSet();
 }
 
