@@ -33,7 +33,8 @@ class MenuConfigTest : public LauncherFixture {
     WriteFile("menu.cfg", content);
     config_.Read("menu.cfg");
     const LayoutValues& at = layoutValues;
-    return Words({config_.background, config_.menuTitle, config_.hintTitle},
+    return Words({config_.background, config_.menuTitle, config_.hintTitle,
+                  launcherState.hasBackLineColor ? "own" : ""},
                  {at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight, at.hintLeft, at.hintTop,
                   at.hintWidth, at.hintHeight, at.progressX, at.progressY, at.progressW},
                  launcherState.backLineColor);
@@ -70,10 +71,10 @@ TEST_F(MenuConfigTest, LevelsInheritPlacesWhichAreThoseOfTheResolution) {
       "[MENU_CONFIGURATION_1024x768]\nMenuLeft=1024\nMenuTop=-1\nHintTop=0\nBackground=own\n";
   EXPECT_EQ(Screen(""), "79 180 340 297 413 180 287 297 82 490 614 200,100,100");
   for (const auto& [width, height, screen] :
-       {std::tuple{640, 480, "all M H 640 2 3 4 5 6 7 8 9 10 11 1,2,3"},
-        {800, 600, "all M H 800 2 3 4 5 6 7 8 9 10 11 1,2,3"},
-        {1024, 768, "own M H 1024 2 3 4 5 0 7 8 9 10 11 1,2,3"},
-        {800, 480, "all M H 1 2 3 4 5 6 7 8 9 10 11 1,2,3"}}) {
+       {std::tuple{640, 480, "all M H own 640 2 3 4 5 6 7 8 9 10 11 1,2,3"},
+        {800, 600, "all M H own 800 2 3 4 5 6 7 8 9 10 11 1,2,3"},
+        {1024, 768, "own M H own 1024 2 3 4 5 0 7 8 9 10 11 1,2,3"},
+        {800, 480, "all M H own 1 2 3 4 5 6 7 8 9 10 11 1,2,3"}}) {
     settings.screenWidth = width;
     settings.screenHeight = height;
     EXPECT_EQ(Screen(outer), screen);
@@ -191,7 +192,7 @@ TEST_F(MenuConfigTest, AHintIsTheJoinedLinesOfASection) {
       {"before\n [a]\t\n  one \n\ttwo\n[End: whatever\nthree\n", "one two"},
       {"[A]\nno\n[end:A]\n[a ]\nno\n[end:]\n[a]\nyes\n[END:A]", "yes"},
       {"[a]\nfirst\n[end:a]\n[a]\nsecond\n[end:a]\n", "first"},
-      {"[a]\n[b]\n[end\nend:a]\n[eNd:\n", "[b] [end end:a]"},
+      {"[a]\n[b]\n[ending\nend:a]\n[eNd:\n", "[b] [ending end:a]"},
       {"[a]\n\n\none\n\n\n[end:a]\n", "\n\n one"},
       {"[a]\rone\r\ntwo\n\rthree\r\n\r\nfour\n[end:a]\n", "one two three\n four"},
       {"[a]\none\ntwo", "one"},
@@ -237,6 +238,7 @@ class ResultFilesTest : public LauncherFixture {
       config.CurrentLevel().index = index;
     }
     EXPECT_EQ(WriteResultFiles(config), 0);
+    EXPECT_EQ(std::filesystem::status("output.txt").permissions(), std::filesystem::perms{0644});
     return ReadFile("output.txt") + ReadFile("menupos.txt");
   }
   static int Files() { return std::distance(std::filesystem::directory_iterator{"."}, {}); }

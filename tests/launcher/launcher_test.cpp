@@ -74,13 +74,17 @@ constexpr std::uint32_t kNoTexts[] = {0, 1, 28, 173, 175, 1517, 9999, 0xFFFFFFFF
   for (const TextEntry* entry = TextTable; *entry->english != '\0'; ++entry)
     for (const char* next = Text(entry->id); const int letter = ugetxc(&next);)
       if (letter >= ' ' && !font.Has(letter)) shown += "lacking";
+  std::string all;
+  for (std::uint32_t id = 0; id < 2000; ++id)
+    if (*Text(id) != '\0') all += Join(id) + Converted(Text(id), U_CURRENT, U_UTF8) + '\n';
+  if (code == "it") ExpectText("texts_in_italian", all);
   for (const std::uint32_t id : kTexts) shown += Converted(Text(id), U_CURRENT, U_UTF8);
   UseEncodingOfLocale();
   for (const std::uint32_t id : kTexts) written += Text(id);
   for (const std::uint32_t id : kNoTexts) written += Text(id);
   const bool hasPage = get_uformat() == U_ASCII_CP && !uisok(0x100);  // letters lose no accent
   std::fprintf(stderr, "%s %s %s %s", LanguageSuffix(), hasPage ? "letters" : "signs", Text(1515),
-               shown == written ? "" : "differs");
+               shown == written && !testing::Test::HasFailure() ? "" : "differs");
   std::_Exit(EXIT_SUCCESS);
 }
 

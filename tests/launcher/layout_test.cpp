@@ -27,7 +27,8 @@ class LayoutTest : public LauncherFixture {
 TEST_F(LayoutTest, FillsTheScreenBestWhereItHasNoneOfItsOwn) {
   WriteFile("menu.cfg",
             "[MENU_CONFIGURATION]\nMenuWidth=700\n[menu_configuration_640X480]\n"
-            "[MENU_CONFIGURATION_1920x1080]\nZoom=1.5\n[MENU_CONFIGURATION_500x800]\n"
+            "[MENU_CONFIGURATION_1920x1080]\nZoom=1.5\n[MENU_CONFIGURATION_960x540]\n[MENU_"
+            "CONFIGURATION_500x800]\n"
             "[MENU_CONFIGURATION_0x5]\n[MENU_CONFIGURATION_5x5x]\n[MENU_CONFIGURATION_99999x5]\n");
   const Size screens[] = {{640, 480},   {800, 600},   {1024, 768},  {1280, 1024}, {1366, 768},
                           {1920, 1080}, {3840, 2160}, {1000, 1800}, {320, 200},   {16, 16}};
@@ -46,6 +47,7 @@ TEST_F(LayoutTest, AGeneralSectionHasTheSizeThatItsPanelsNeed) {
       {"", "1.28 0 0 "},
       {"MenuLeft=20\nHintLeft=300\nProgressX=0\n", "1.6 0 0 "},
       {"HintWidth=600\n", "1 0 0 "},
+      {"HintWidth=387\nHintHeight=420\n", "1.28 0 0 "},
       {"ProgressW=2000\n", "1 0 267 "},
       {"MenuHeight=900\nMenuLeft=-4\n", "1 263 0 "},
       {"HintTop=2147483647\n", "1 162 0 "}};

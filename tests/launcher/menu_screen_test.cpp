@@ -82,6 +82,10 @@ class MenuScreenTest : public LauncherFixture {
         NoteReturn(), screen_->MsgTick();
       else if (word == "ring")  // all timers do
         for (int id = 0; id < kTimerSlots; ++id) screen_->MsgTimer(id);
+      else if (word == "click")
+        Hold(1), Hold(0);
+      else if (word == "wheel")
+        mouse_z = mouse_z - 1, screen_->MsgTick();
       else if (word == "move")
         PutMouse({9, 9}), screen_->MsgTick();
       else if (word == "again")
@@ -110,10 +114,11 @@ class MenuScreenTest : public LauncherFixture {
   void Press(int below) {
     Widget& list = screen_->List();
     PutMouse({list.x() + 9, list.y() + below});
-    for (const int buttons : {1, 0}) {
-      HoldButtons(buttons);
-      screen_->MsgTick();
-    }
+    Hold(1), Hold(0);
+  }
+  void Hold(int buttons) {
+    HoldButtons(buttons);
+    screen_->MsgTick();
   }
   // What the screen shows after the script is the reference picture.
   void ExpectShown(const std::string& picture, const std::string& script) {
@@ -154,6 +159,7 @@ TEST_F(MenuScreenTest, LooksAsTheFilesSayAndAllOfItIsZoomed) {
   Start("");
   ExpectShown("menu_screen_counting", "tick");
   ExpectShown("menu_screen_counting_down", "second");
+  ExpectShown("menu_screen_not_counting", "+f1 -f1 tick");
 
   const std::string zoomed =
       "[MENU_CONFIGURATION]\nMenuTitle=M\nHintTitle=H\nBackground=ground.bmp\nHeading=Head\n"
@@ -225,7 +231,7 @@ TEST_F(MenuScreenTest, LettersAndNumbersGoToEntriesAndF1ExplainsWhereTheSettings
        {"Alpha", "", "album", "Жук", "жаба", "5 zip", "b", "Bee", "9th", "b", "b", "bea", "Last"})
     menu += "[LINE" + std::to_string(++line) + (title.empty() ? "]\nSeparator=1" : "]\nTitle=") +
             title + "\n";
-  WriteFile("menu.cfg", menu);
+  WriteFile("menu.cfg", menu + "Submenu=inner.cfg\n");
   Play("0");
   EXPECT_EQ(Play("'b f1"), "1/0/0");
   settings.typeAhead = settings.help = true;
@@ -233,11 +239,13 @@ TEST_F(MenuScreenTest, LettersAndNumbersGoToEntriesAndF1ExplainsWhereTheSettings
       {"0 'a", 2},         {"0 'aa", 0},        {"0 'aL", 2},          {"2 'alp", 0},
       {"0 'жА", 4},        {"3 'ж", 4},         {"0 'be", 7},          {"7 'b", 9},
       {"7 'be", 11},       {"0 'x", 0},         {"0 '6", 6},           {"0 '12", 12},
-      {"0 '13", 3},        {"0 '5z", 5},        {"0 '0", 0},           {"0 'bx", 6},
+      {"0 '13", 3},        {"0 '5z", 5},        {"2 '0", 2},           {"0 'bx", 6},
       {"0 'b3", 3},        {"3 '9", 9},         {"0 'a second 'l", 2}, {"0 'a second tick 'l", 12},
       {"4 help enter", 4}, {"0 'a down 'l", 12}};
   for (const auto& [script, index] : rows)
     EXPECT_EQ(Play(script), "1/" + std::to_string(index) + "/0") << script;
+  EXPECT_EQ(Play("12,2 '0"), "2/0/0");
+  EXPECT_EQ(Play("12,2 'bac"), "2/0/0");
 }
 
 TEST_F(MenuScreenTest, ADefaultIsChosenByItselfWhereNobodyIsThere) {
@@ -248,6 +256,9 @@ TEST_F(MenuScreenTest, ADefaultIsChosenByItselfWhereNobodyIsThere) {
       {"6\nDefaultTimeout=3", "", "move " + seconds, "1/1/11"},
       {"6\nDefaultTimeout=3", "", "@27 " + seconds, "1/2/12"},
       {"6\nDefaultTimeout=3", "", "tab " + seconds, "1/1/11"},
+      {"6\nDefaultTimeout=3", "", "down " + seconds, "1/2/12"},
+      {"6\nDefaultTimeout=3", "", "click " + seconds, "1/1/11"},
+      {"6\nDefaultTimeout=3", "", "wheel " + seconds, "1/1/11"},
       {"6\nDefaultTimeout=3", "", "+f1 -f1 " + seconds, "1/1/11"},
       {"6\nDefaultTimeout=3", "0", seconds, "1/0/0"},
       {"6\nDefaultTimeout=3\nDefaultAfterReturn=1", "2", seconds, "1/5/0 closed"},
@@ -270,13 +281,24 @@ TEST_F(MenuScreenTest, ADefaultIsChosenByItselfWhereNobodyIsThere) {
 }
 
 TEST_F(MenuScreenTest, LooksAndSizesChangeAtOnceEverywhereAndAreKept) {
-  WriteFile("menu.cfg",
-            "[MENU_CONFIGURATION]\nHeading=Head\n[MENU_CONFIGURATION_120x80]\n"
-            "HeadingLeft=4\nHeadingTop=2\nMenuLeft=4\nMenuTop=16\nMenuWidth=70\n"
-            "MenuHeight=36\nHintLeft=76\nHintTop=16\nHintWidth=40\nHintHeight=36\n" +
-                kMain + "WaitForFile=missing\nIcon=icon.bmp\nHintSection=a\n");
+  WriteFile(
+      "menu.cfg",
+      "[MENU_CONFIGURATION]\nHeading=Head\nKeyHelp=keys and words\nKeyHelpLeft=70\nKeyHelpTop=2\n"
+      "Background=ground.bmp\nProgressX=2\nProgressY=54\nProgressW=100\n"
+      "[MENU_CONFIGURATION_160x90]\nHeadingLeft=9\nMenuLeft=9\nMenuTop=20\nMenuWidth=90\n"
+      "MenuHeight=40\nHintLeft=104\nHintTop=22\nHintWidth=50\nHintHeight=40\nProgressX=9\n"
+      "ProgressY=60\n[MENU_CONFIGURATION_120x80]\n"
+      "HeadingLeft=4\nHeadingTop=2\nMenuLeft=4\nMenuTop=16\nMenuWidth=70\n"
+      "MenuHeight=36\nHintLeft=76\nHintTop=16\nHintWidth=40\nHintHeight=36\n" +
+          kMain + "WaitForFile=missing\nIcon=icon.bmp\nHintSection=a\n");
   save_bitmap("icon.bmp", Paint({"ggg", "b.b", "ggg"}).get(), nullptr);
-  WriteFile("blue.skin", "[Skin]\n[COLORS]\nface=0,0,255\nfontface=255,255,255\n");
+  save_bitmap("ground.bmp", Paint(Rows(80, "r" + std::string(118, 'g') + 'y')).get(), nullptr);
+  std::filesystem::create_directory("pic");
+  save_bitmap("pic/progress.bmp", Paint({"r", "y"}).get(), nullptr);
+  WriteFile("progress", "[Progress]\nStepNumber=10\nCurrentStep=4\n");
+  WriteFile("blue.skin",
+            "[Skin]\n[COLORS]\nface=0,0,255\nfontface=255,255,255\nback=255,0,255\ncontrast=7\n"
+            "[SCREEN]\npicture=0\nheadingColor=0,255,255\n");
   WriteFile("junk.skin", "face");
   const auto begin = [] {
     settings.looks.Assign("none.skin, blue.skin, junk.skin, default");
@@ -288,11 +310,12 @@ TEST_F(MenuScreenTest, LooksAndSizesChangeAtOnceEverywhereAndAreKept) {
   };
   EXPECT_EQ(begin(), "default 2.000000");
   CurrentSkin()->Reload();
-  Play("5");
+  Play("5 ring");
   const int first = screen_->List().GetFirst();
   EXPECT_EQ(Play("f4"), "1/5/0") << "there is no room for more";
   EXPECT_FALSE(std::filesystem::exists("menulook.txt"));
   ExpectShown("menu_screen_in_blue", "f2");
+  EXPECT_EQ(ReadFile("menulook.txt"), "[Look]\ncommandLine =  \nskin = blue.skin\nzoom = auto\n");
   int slept = 0;
   timers_.onSleep = [&] {
     if (++slept == 1) ExpectShown("menu_screen_waiting", "");
@@ -310,6 +333,13 @@ TEST_F(MenuScreenTest, LooksAndSizesChangeAtOnceEverywhereAndAreKept) {
   EXPECT_EQ(begin(), "blue.skin 1.300000");
   ExpectShown("menu_screen_as_before", "f2 f4 f4 f4 f4");
   EXPECT_EQ(begin(), "default 2.000000");
+  ExpectShown("menu_screen_of_another_layout", "f3 f3");
+  screen_->List().SetFirst(0);
+  Play("f2");
+  EXPECT_EQ(screen_->List().GetFirst(), 0) << "the current entry is out of view";
+  settings.zoom = 1;
+  launcherState.looks.Begin();
+  EXPECT_EQ(settings.zoom, 1.3);
   WriteFile("cmdline", "zel.look=none zel.zoom=nan");
   EXPECT_EQ(begin(), "default 2.000000");
   for (const char* skin : {"gone.skin", "blue.skin"}) {
@@ -318,6 +348,24 @@ TEST_F(MenuScreenTest, LooksAndSizesChangeAtOnceEverywhereAndAreKept) {
     EXPECT_TRUE(launcherState.looks.FallBack());
     EXPECT_EQ(settings.skinPath.c_str() == std::string{"default"}, skin[0] == 'b') << skin;
   }
+  settings.looks.Assign("junk.skin");
+  launcherState.looks.Begin();
+  EXPECT_FALSE(launcherState.looks.ChangeSkin());
+}
+
+TEST_F(MenuScreenTest, SizesGoUpAndDownInStepsThatTheScreenHasRoomFor) {
+  Start("");
+  settings.screenWidth = 8 * 800;
+  settings.screenHeight = 8 * 600;
+  std::string seen;
+  for (const auto& [zoom, isLarger] : {std::pair{1.1, true}, {1.6, false}}) {
+    settings.zoom = zoom;
+    launcherState.looks.Begin();
+    launcherState.layout = launcherState.looks.Fit();
+    while (launcherState.looks.ChangeSize(isLarger)) seen += Join(CurrentZoom());
+    std::filesystem::remove("menulook.txt");
+  }
+  EXPECT_EQ(seen, "1.25 1.5 1.75 2 2.5 3 3.5 4 5 6 7 8 1.5 1.25 1 ");
 }
 
 // Menus of different heights, whose lists have other pages than the one shown before.

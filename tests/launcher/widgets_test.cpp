@@ -3,6 +3,7 @@
 #include "launcher/wait_dialog.h"
 #include "tests/support/launcher_fixture.h"
 #include "tests/support/widget_fixture.h"
+#include "toolkit/base/zoom.h"
 
 namespace zel {
 namespace {
@@ -17,9 +18,32 @@ class LauncherWidgetsTest : public InLauncherDirectory<WidgetFixture> {
     panel.ShowHint(&entry, panel.GetFont(kNormal));
     Tick();
   }
-  void UseLook() {
-    SetCurrentSkin(std::make_unique<Skin>(ZEL_PICTURES "/../launcher/samples/look.skin"));
+  void UseLook(const char* file = ZEL_PICTURES "/../launcher/samples/look.skin") {
+    SetCurrentSkin(std::make_unique<Skin>(file));
     root.SetSkin(nullptr);
+  }
+  void UseSkinOf(const std::string& keys) {
+    WriteFile("own.skin", keys);
+    UseLook("own.skin");
+  }
+  // Entries of all kinds in a menu with the focus, and a hint.
+  void ShowMenu(MenuPanel& panel, HintPanel& hints) {
+    panel.SetTitle("Title");
+    for (const std::string_view kind : {"One", "-", "Much too long", "Own", ">Sub", "<", "!Off"}) {
+      item = {};
+      item.title.Assign(kind.data());
+      item.icon.Assign("icon.bmp");
+      item.color = black;
+      item.hasOwnColor = kind == "Own";
+      if (kind[0] == '-') item.flags = kItemSeparator;
+      if (kind[0] == '>') item.flags = kItemSubmenu;
+      if (kind[0] == '<') item.flags = kItemBack;
+      if (kind[0] == '!') item.flags = kItemDisabled;
+      panel.List().InsertItem(std::make_unique<MenuEntry>(item, icons));
+    }
+    ShowHint(hints, {140, 4}, "a word-of-no-end and more");
+    Show(panel, {4, 4, 130, 192});
+    root.SetFocus(&panel.List());
   }
   WaitDialog& Wait(int timeout) {
     item.timeout = timeout;
@@ -31,6 +55,7 @@ class LauncherWidgetsTest : public InLauncherDirectory<WidgetFixture> {
   }
 
   MenuItem item;
+  IconCache icons;
   std::unique_ptr<WaitDialog> dialog;
 };
 
@@ -86,21 +111,7 @@ TEST_F(LauncherWidgetsTest, PanelsAndEntriesLookAsTheSkinWantsThem) {
   UseLook();
   MenuPanel panel;
   HintPanel hints;
-  panel.SetTitle("Title");
-  for (const std::string_view kind : {"One", "-", "Much too long", "Own", ">Sub", "<", "!Off"}) {
-    item = {};
-    item.title.Assign(kind.data());
-    item.color = black;
-    item.hasOwnColor = kind == "Own";
-    if (kind[0] == '-') item.flags = kItemSeparator;
-    if (kind[0] == '>') item.flags = kItemSubmenu;
-    if (kind[0] == '<') item.flags = kItemBack;
-    if (kind[0] == '!') item.flags = kItemDisabled;
-    panel.List().InsertItem(std::make_unique<MenuEntry>(item));
-  }
-  ShowHint(hints, {140, 4}, "a word-of-no-end and more");
-  Show(panel, {4, 4, 130, 192});
-  root.SetFocus(&panel.List());
+  ShowMenu(panel, hints);
   ExpectShown("menu_of_a_look", {0, 0, 260, 200});
   panel.List().SetCurrent(2);
   ExpectShown("menu_of_a_look_moved", {0, 0, 138, 200});
@@ -110,6 +121,42 @@ TEST_F(LauncherWidgetsTest, PanelsAndEntriesLookAsTheSkinWantsThem) {
   look.paddingX = look.paddingY = look.titleHeight = look.titleX = look.textX = look.fieldX = 400;
   panel.MsgInitSkin(), panel.Redraw();
   ExpectShown("menu_of_a_look_too_far", {0, 0, 138, 200});
+}
+
+// Each with the room that there is for titles and pictures.
+TEST_F(LauncherWidgetsTest, SkinsThatSayLittleChangeNoMore) {
+  save_bitmap("icon.bmp", Paint({"ggg", "b.b", "ggg"}).get(), nullptr);
+  const std::string flat = "[LIST_BOX]\n[PANEL]\nbackColor=0,0,128\n";
+  const std::tuple<const char*, double, std::string, int> skins[] = {
+      {"of_frames", 1, "", 6},
+      {"of_frames_zoomed", 1.5, "[TITLE]\nfont=1\nalignment=0\ntextX=7\n", 5},
+      {"of_rows", 1, "[LIST]\nheight=17\n[TITLE]\nbackColor=0,0,255\nalignment=1\ntextX=7\n", 6},
+      {"of_fields", 2,
+       flat + "[ENTRY]\nfieldX=5\nfieldY=2\nicons=0\nwrap=1\n[TITLE]\nlineColor=0,255,0\n", 2},
+      {"of_idle_fields", 1.5,
+       flat + "[ENTRY]\nfieldColor=255,255,0\nidleColor=0,255,255\nmarkX=9\n[HINT]\npaddingX=0\n",
+       3}};
+  std::string rooms;
+  for (const auto& [name, zoom, keys, current] : skins) {
+    SetZoom(zoom);
+    UseSkinOf("[Skin]\ndottedRect=1\n" + keys);
+    Dress(LIST, Rows(8 * Zoomed(15), std::string(9, 'b')));
+    Dress(PANEL_RIDGE, Rows(6, std::string(7, 'r')));
+    MenuPanel panel;
+    HintPanel hints;
+    ShowMenu(panel, hints);
+    panel.List().SetCurrent(current);
+    if (current == 3) root.ChangeFocus(&panel.List(), nullptr);
+    ExpectShown(std::string{"menu_"} + name, {0, 0, 260, 200});
+    panel.SetTitle("Other");
+    EXPECT_TRUE(DrawsEnough()) << name;
+    rooms += name + (' ' + Join(panel.TitleRoom(), hints.TitleRoom(), hints.LineRoom())) + '\n';
+    for (int i = 0; i < panel.List().Count(); ++i) {
+      const MenuEntry& entry = *panel.List().GetEntry(i);
+      rooms += Join(' ', entry.TitleRoom(), entry.IconRoom().w, entry.IconRoom().h) + '\n';
+    }
+  }
+  ExpectText("rooms_of_menus", rooms);
 }
 
 TEST_F(LauncherWidgetsTest, WaitingAndProgressLookAsTheSkinWantsThem) {
@@ -126,6 +173,9 @@ TEST_F(LauncherWidgetsTest, WaitingAndProgressLookAsTheSkinWantsThem) {
     bar.ShowSteps(done, 10);
     EXPECT_TRUE(DrawsEnough()) << done;
   }
+  Copied();
+  bar.ShowSteps(6, 10);
+  EXPECT_EQ(Copied(), 20 * 36);
   ExpectShown("step_bar_of_a_look", {0, 0, 110, 38});
 }
 
@@ -176,6 +226,15 @@ TEST_F(LauncherWidgetsTest, OnlyLinksOfTheLaunchersOwnUserLeadToTheProgressFile)
   const int seen = lchown("links/second", 65534, 65534) == 0 ? 0 : 4;
   EXPECT_EQ(ReadProgressFile().currentStep, seen);
   std::filesystem::remove("progress");
+  std::string next = "real", reached;
+  for (int links = 1; links < 10; ++links) {
+    const std::string link = "link" + std::to_string(links);
+    std::filesystem::create_symlink(std::exchange(next, link), link);
+    paths.progressFile = next.c_str();
+    reached += std::to_string(ReadProgressFile().currentStep);
+  }
+  EXPECT_EQ(reached, "444444440");
+  paths.progressFile = "progress";
   for (const char* target : {"/dev/zero", "progress", "links"}) {
     std::filesystem::create_symlink(target, "progress");
     EXPECT_EQ(ReadProgressFile().progressHide, 1) << target;
@@ -290,8 +349,39 @@ TEST_F(LauncherWidgetsTest, ItsTimerEndsTheWaitAndTheButtonAndShortcutsCancelIt)
   key[KEY_ENTER] = 0;
 }
 
+TEST_F(LauncherWidgetsTest, KeysForLooksAskOnceUpToTheirRelease) {
+  LookKeys keys;
+  Show(keys, {});
+  std::string seen;
+  root.onEvent = [&](Widget*, int msg, int step) {
+    if (msg == MSG_LOOK_WANTED) seen += std::to_string(step);
+  };
+  const auto press = [&](int shifts, int character, int scancode) {
+    HoldShifts(shifts);
+    key[scancode] = 1;
+    for (int i = 0; i < 2; ++i) seen += keys.MsgXChar(scancode << 8 | character) ? '+' : '-';
+    keyboard_lowlevel_callback(scancode | 0x80);
+    seen += ' ';
+  };
+  settings.zoom = kZoomToFit;
+  for (const char* looks : {"", "blue, red"}) {
+    settings.looks.Assign(looks);
+    launcherState.looks.Begin();
+    for (const int shifts : {0, +KB_SHIFT_FLAG, +KB_CTRL_FLAG, KB_ALT_FLAG | KB_CTRL_FLAG}) {
+      press(shifts, 0, KEY_F2), press(shifts, 0, KEY_F3), press(shifts, 0, KEY_F4);
+      press(shifts, '+', KEY_A), press(shifts, '-', KEY_B), press(shifts, 0, KEY_EQUALS);
+      press(shifts, 0, KEY_PLUS_PAD), press(shifts, 0, KEY_MINUS), press(shifts, 0, KEY_MINUS_PAD);
+      seen += '\n';
+    }
+  }
+  ExpectText("look_keys", seen);
+}
+
 TEST_F(LauncherWidgetsTest, AnyKeyLeavesTheHelpButTheOneThatHasOpenedItAndIsHeld) {
   settings.typeAhead = true;
+  settings.looks.Assign("default");
+  settings.zoom = 2;
+  launcherState.looks.Begin();
   bool isUp = false;
   HelpDialog help{KEY_F1};
   steps = {{"wait", [] {}},
