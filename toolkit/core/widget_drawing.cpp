@@ -85,6 +85,11 @@ void Widget::RepaintBehind() {
   if (parent) parent->RedrawBehind(this, {0, 0, w(), h()});
 }
 
+void Widget::RedrawWithGround() {
+  RepaintBehind();
+  Redraw();
+}
+
 void Widget::ForgetRedraw() {
   dirtyParts_.Clear();
   ClearFlag(kFlagDirty);

@@ -76,10 +76,9 @@ void Label::Disable() {
 }
 
 void Label::SetText(const char* newText) {
-  RepaintBehind();
   text = newText ? std::make_unique<std::string>(newText) : nullptr;
+  RedrawWithGround();
   UpdateSize();
-  Redraw();
 }
 
 void Label::SetNumber(int n) { SetText(Ascii(std::to_string(n).c_str())); }
@@ -105,10 +104,9 @@ double Label::GetDouble() const {
 }
 
 void Label::SetAlignment(int alignment) {
-  RepaintBehind();
   align = alignment;
+  RedrawWithGround();
   UpdateSize();
-  Redraw();
 }
 
 int Label::GetAlignment() const { return align; }
@@ -117,9 +115,8 @@ void Label::AlignRight() { SetAlignment(kAlignRight); }
 void Label::AlignCentre() { SetAlignment(kAlignCentre); }
 
 void Label::SetVAlignment(int alignment) {
-  RepaintBehind();
   valign = alignment;
-  Redraw();
+  RedrawWithGround();
 }
 
 int Label::GetVAlignment() const { return valign; }
@@ -127,10 +124,9 @@ bool Label::IsMultiline() const { return multiline; }
 
 void Label::SetMultiline(bool wrap) {
   if (wrap == multiline) return;
-  RepaintBehind();
   multiline = wrap;
+  RedrawWithGround();
   UpdateSize();
-  Redraw();
 }
 
 int Label::TextHeight() const {

@@ -53,10 +53,8 @@ void EditBox::Setup(int px, int py, int width, int height, int shortcut, std::ui
 
 void EditBox::MsgInitSkin() {
   SetBitmap(PANEL_SUNKEN);
-  ClearFlag(kFlagAutoSize);
   TakeTextSet(kEditText);
   SetTextBackColor(Color{});
-  UpdateSize();
   Label::MsgInitSkin();
 }
 

@@ -69,25 +69,22 @@ void Image::UpdateSize() {
 }
 
 void Image::SetBitmap(int element) {
-  RepaintBehind();
   bitmap.Destroy();
   Widget::SetBitmap(element);
+  RedrawWithGround();
   UpdateSize();
-  Redraw();
 }
 
 void Image::SetBitmap(const SkinBitmap& picture) {
-  RepaintBehind();
   bitmap.Set(picture, true, kNoBitmap);
+  RedrawWithGround();
   UpdateSize();
-  Redraw();
 }
 
 void Image::SetBitmap(const char* fileName) {
-  RepaintBehind();
+  RedrawWithGround();
   if (!fileName) {
     bitmap.Destroy();
-    Redraw();
     return;
   }
   if (IsZoomed())
@@ -95,43 +92,41 @@ void Image::SetBitmap(const char* fileName) {
   else if (bitmap.Load(fileName, kMemoryBitmap).IsError())
     bitmap.Destroy();
   UpdateSize();
-  Redraw();
 }
 
 void Image::SetMasked(bool mask) {
-  RepaintBehind();
   masked = mask;
-  Redraw();
+  RedrawWithGround();
 }
 
 void Image::SetBackColor(Color color) {
-  RepaintBehind();
   backColor = color;
-  Redraw();
+  RedrawWithGround();
+}
+
+void Image::SetupFrame(const Rect& place, int shortcut, std::uint32_t mask, bool isMasked,
+                       Color back) {
+  Widget::Setup(place.x, place.y, place.w, place.h, shortcut, mask);
+  masked = isMasked;
+  backColor = back;
 }
 
 void Image::Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask,
                   int element, bool isMasked, Color back) {
-  Widget::Setup(px, py, width, height, shortcut, mask);
+  SetupFrame({px, py, width, height}, shortcut, mask, isMasked, back);
   SetBitmap(element);
-  masked = isMasked;
-  backColor = back;
 }
 
 void Image::Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask,
                   const char* fileName, bool isMasked, Color back) {
-  Widget::Setup(px, py, width, height, shortcut, mask);
+  SetupFrame({px, py, width, height}, shortcut, mask, isMasked, back);
   SetBitmap(fileName);
-  masked = isMasked;
-  backColor = back;
 }
 
 void Image::Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask,
                   const SkinBitmap& picture, bool isMasked, Color back) {
-  Widget::Setup(px, py, width, height, shortcut, mask);
+  SetupFrame({px, py, width, height}, shortcut, mask, isMasked, back);
   SetBitmap(picture);
-  masked = isMasked;
-  backColor = back;
 }
 
 void Image::Draw(Bitmap& canvas) {

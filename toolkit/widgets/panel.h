@@ -91,6 +91,7 @@ class Image : public Widget {
  protected:
   // What is shown; null when there is nothing.
   const SkinBitmap* Source() const;
+  void SetupFrame(const Rect& place, int shortcut, std::uint32_t mask, bool isMasked, Color back);
 
   SkinBitmap bitmap;
   bool masked = false;

@@ -67,6 +67,9 @@ TEST_F(ButtonTest, TextLiesWhereItIsAligned) {
 TEST_F(ButtonTest, LooksSayTheState) {
   CurrentSkin()->dottedRect = 1, CurrentSkin()->buttonDisplacement = 3;
   Dress(RADIO, {"rry", "rry", "ggk", "ggk", "bb.", "bb.", "wwc", "wwc"});  // lower than a text
+  Rows box(32, "rb");                                                      // as high as a text
+  box[8] = box[15] = "gy";
+  Dress(CHECKBOX, box);
   std::array<Button, 5> buttons;
   std::array<CheckBox, 6> boxes;
   std::array<RadioButton, 6> radios;
@@ -89,8 +92,10 @@ TEST_F(ButtonTest, OldTextsAndIconsGoWithTheChange) {
   label.AlignRight(), Check();
   label.SetMultiline(true), Check();
   label.SetVAlignment(kAlignBottom), Check();
+  label.SetFontColor(red, white, kNormal), Frame();
   label.SetFontColor(red, Color{}, kDisabled), label.Disable(), Check();
-  label.Enable(), Check();
+  label.SetFontColor(red, white, kDisabled), label.SetFontColor(blue, Color{}, kNormal);
+  label.Redraw(), Frame(), label.Enable(), Check();
   label.SetTextBackColor(white), label.SetText("longer"), Frame();
   label.SetFlag(kFlagAutoSize), label.SetText("x"), Check();
   label.SetText(nullptr), Check();

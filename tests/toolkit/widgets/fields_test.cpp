@@ -18,6 +18,8 @@ class EditBoxTest : public WidgetFixture {
   EditBoxTest() {
     Show(edit, {20, 30, 120, 24});
     steps["all"] = [this] { edit.Select(); };
+    steps["one"] = [this] { root.SetFocus(&edit), edit.SetText("", 1); };
+    steps["full"] = [this] { edit.Setup(20, 30, 120, 24, 0, 0, "ab", 0); };
     for (const std::string text : {"", "abcdef", "12345678", "longer-than-its-box"})
       steps['=' + text] = [this, text] {
         Tick(50);  // no double click together with the last press
@@ -47,7 +49,8 @@ TEST_F(EditBoxTest, KeysEditAndSelectWholeCharactersAndScrollNoFurtherThanTheCur
   steps["narrow"] = [this] { edit.Resize(0, 24), root.Redraw(); };
   ExpectPlays(
       "texts_edited",
-      {"=+aébüc left+left backspace delete+delete delete backspace backspace",
+      {"one x y left z full c",
+       "=+aébüc left+left backspace delete+delete delete backspace backspace",
        "=+é home left end right z all ü all backspace", "=abcdef+shift+right shift+left shift+left",
        "=abcdef+shift+left shift+right shift+right", "=abcdef+shift+left shift+home left x",
        "=abcdef+shift+right shift+end delete g h", "=abcdef+shift+home end shift+left right",
@@ -155,7 +158,8 @@ class ComboBoxTest : public WidgetFixture {
     Show(covered, {10, 34, 120, 100});
     look = [this] {
       return combo.GetEdit().GetText() + std::string{combo.IsOpen() ? " open at " : " closed at "} +
-             std::to_string(combo.GetListBox().GetCurrent());
+             std::to_string(combo.GetListBox().GetCurrent()) + " from " +
+             std::to_string(combo.GetListBox().GetList().GetFirst());
     };
   }
 
@@ -175,6 +179,9 @@ TEST_F(ComboBoxTest, TheListLiesAboveTheDialogUntilTheMouseChoosesOrLeaves) {
               {"press+release 110,60+press 200,150 release 110,20+press+release 200,150",
                // the second press goes to what the list covered
                "110,20+press+release 100,66+press+release press+release"});
+  combo.Resize(140, 24), root.Redraw(), Play("150,20 press release");
+  ExpectShown("combo_box_wider", {16, 8, 148, 104});
+  Play("press release"), combo.Resize(100, 24), root.Redraw();
   Play("110,20 press release");
   for (const int msg : {MSG_RESIZE, MSG_SHAPE}) {
     combo.SetH(12, true), combo.SendMessage(msg);
@@ -188,10 +195,12 @@ TEST_F(ComboBoxTest, TheListLiesAboveTheDialogUntilTheMouseChoosesOrLeaves) {
 
 TEST_F(ComboBoxTest, KeyboardOpensChoosesAndCancels) {
   root.SetFocus(&combo.GetEdit());
-  ExpectPlays("combo_box_keys", {"x enter down+down escape space+wait20 down enter"});
+  ExpectPlays("combo_box_keys", {"x enter down+down escape space+wait20 down enter",
+                                 "space+wait20 end enter space+wait20 up+enter space+wait20+home"
+                                 " enter space+wait20 escape"});
   EXPECT_FALSE(root.IsClosed());
   combo.GetListBox().GetList().Clear();
-  EXPECT_EQ(Play("110,20+press+release"), " open at -1");
+  EXPECT_EQ(Play("110,20+press+release"), " open at -1 from 0");
   EXPECT_TRUE(combo.HasFocus()) << "an empty list leaves it to the button";
 }
 

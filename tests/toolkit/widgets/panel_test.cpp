@@ -2,6 +2,7 @@
 
 #include "tests/support/temp_files.h"
 #include "tests/support/widget_fixture.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/widgets/value_range.h"
 
 namespace zel {
@@ -24,6 +25,13 @@ TEST_F(PanelTest, EachFrameAndLineHasItsOwnElement) {
   int x = -14;
   for (Widget* widget : all) Show(*widget, {x += 14, 2, 12, 10});
   EXPECT_EQ(back.Bounds(), root.Bounds());
+  Patch under{{16, 4, 2, 2}};
+  root.Add(&under), root.BringToFront(&plain);
+  plain.SetPlain(red), plain.SetPlain({}), Frame();
+  EXPECT_EQ(under.draws, 0) << "under the frame";
+  plain.SetBitmap(-1), root.Redraw(), Frame();
+  EXPECT_EQ(under.draws, 1);
+  root.Remove(&under), plain.SetBitmap(PANEL_RAISED);
   ExpectShown("panels", {0, 0, 128, 16});
 }
 
@@ -43,7 +51,8 @@ TEST_F(PanelTest, AnImageLiesInTheMiddleAndIsCutAtItsEdges) {
   Show(image, {20, 20, 6, 4});
   Frame();
   image.SetMasked(false), Check();
-  image.SetMasked(true), image.SetBackColor({}), Check();
+  image.SetMasked(true), Check();
+  image.SetBackColor({}), Check();
   image.SetFlag(kFlagAutoSize), image.SetBitmap(SkinBitmap{art.get()}), Check();
   Dress(ICONEXIT, {"r"});
   image.SetBitmap(ICONEXIT), Check();
@@ -56,6 +65,11 @@ TEST_F(PanelTest, AnImageLiesInTheMiddleAndIsCutAtItsEdges) {
   EXPECT_EQ(Shown(image), Rows({"r"}));
   image.SetBitmap(file.Path()), image.SetBitmap("/no/such/file"), Check();
   EXPECT_EQ(image.Bounds(), Rect(20, 20, 1, 1));
+  SetZoom(2);
+  image.SetBitmap(file.Path()), Check();
+  EXPECT_EQ(Shown(image), Rows({"rrggggbb", "rrggggbb", "yyggccbb", "yyggccbb"}));
+  image.SetBitmap(nullptr), Check();
+  EXPECT_EQ(Shown(image)[1], "gggrgggg");
 }
 
 }  // namespace
