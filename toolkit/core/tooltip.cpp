@@ -117,7 +117,6 @@ void Tooltip::Show() {
 }
 
 void Tooltip::HideTip() {
-  waitCount = 0;
   Hide();
   ResetAnimation();
   if (parent) parent->Redraw();
@@ -163,7 +162,6 @@ void Tooltip::TickShown(Widget* under, Point pointer) {
   if (settings.tooltipAutohideDelay > 0 &&
       ++hideCount >= settings.Ticks(settings.tooltipAutohideDelay)) {
     Loop().tipState = TipState::kLeaving;
-    hideCount = 0;
   }
   if (under == source) return;
   lastPos = pointer;
@@ -181,7 +179,6 @@ void Tooltip::TickLeaving(Widget* under, Point pointer) {
     ShowFor(under);
   } else if (--waitCount < 1) {
     HideTip();
-    source = under;
   }
 }
 

@@ -125,6 +125,17 @@ TEST_F(DialogTest, FramesAreDrawnAfterTicksAndInputAndWhenTheDisplayComesBack) {
     Tick();
     EXPECT_EQ(At(2, 2), loses ? int{below.color} : 0);
   }
+  UseSkin();
+  Skin own{"default"};
+  for (const bool inVideo : {false, true}) {
+    settings.useVideoMemory = inVideo;
+    root.SetSkin(&own);
+    for (Skin* skin : {CurrentSkin(), &own}) skin->bitmaps[0]->Destroy();
+    machine.switchesInBackground = false, ChangeMode(16), machine.SwitchIn(), Tick();
+    for (Skin* skin : {CurrentSkin(), &own})
+      EXPECT_EQ(skin->bitmaps[0]->IsEmpty(), !inVideo) << "what may be lost is loaded anew";
+  }
+  root.SetSkin(nullptr);
 }
 
 TEST_F(DialogTest, ADialogTakesWhatIsInItAlong) {

@@ -145,6 +145,13 @@ TEST_F(TooltipTest, FollowsThePointerAndLeavesWithIt) {
   root.BringToFront(&b);
   MoveTo(25, 5);  // another text, at once, and above what came meanwhile
   ExpectLook("tooltip_beside", screen, {0, 24, 90, 30});
+  const Rect place = tip.Bounds();
+  Dialog panel;
+  root.Add(&panel), panel.Place(20, 10), panel.Add(&tip), tip.PlaceNearPointer();
+  EXPECT_EQ(tip.Bounds(), place) << "wherever it is in";
+  root.Add(&tip), root.Remove(&panel), tip.PlaceNearPointer();
+  tip.SetBackColor(green), tip.SetBorderColor(white), Tick();
+  EXPECT_TRUE(At(place.x, place.y) == white && At(place.x + 1, place.y + 1) == green);
   for (const int x : {50, 5, 50}) MoveTo(x, 5);
   EXPECT_EQ(TicksUntil(false), 10);
   MoveTo(5, 5);

@@ -194,6 +194,9 @@ TEST_F(Startup, AWindowThatIsTheRootFillsANewModeWithItsFrame) {
     ChangeScreenMode(0, true, width, 200, 16, &root);
     root.MsgTick();
     EXPECT_TRUE(root.Bounds() == Rect(0, 0, width, 200) && root.Client().w() == width - 8);
+    root.Resize(50, 50), root.Maximize(), root.MsgTick();
+    EXPECT_EQ(root.Bounds(), Rect(0, 0, width, 200));
+    root.Maximize();
   }
   root.MsgEnd();
 }

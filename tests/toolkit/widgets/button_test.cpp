@@ -110,6 +110,24 @@ TEST_F(ButtonTest, OldTextsAndIconsGoWithTheChange) {
   icon.SetBitmap(ICONMIN), Mouse(51, 50, 1), Frame(), Tick(30), Check();
 }
 
+// Its four rows, tick by tick: of a transition that wipes downward for four ticks.
+TEST_F(ButtonTest, EachChangeOfTheLookBeginsATransition) {
+  Dress(BUTTON, {"r", "g", "b", "w"});
+  CurrentSkin()->buttonAnimationType = 6, CurrentSkin()->buttonAnimationLength = 80;
+  Button button;
+  Show(button, {10, 10, 4, 4});
+  button.SetKey('A');
+  look = [this] {
+    const Rows rows = Frame();
+    return std::string{rows[10][10], rows[11][10], rows[12][10], rows[13][10]};
+  };
+  ExpectPlays(
+      "button_transitions",
+      {"11,11+press wait1 wait4 release wait1 wait4 leave wait1 wait4",
+       "11,11+press wait1 wait5 leave+200,150 wait1 wait5 release wait1",
+       "a wait1 wait5 wait12 wait1 wait5", "leave wait1 wait5 a wait1 wait5 11,11+press+release"});
+}
+
 TEST_F(ButtonTest, APressActivatesWhenItEndsWhereItBegan) {
   std::string seen;
   for (const char* script :

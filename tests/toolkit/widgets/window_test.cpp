@@ -112,7 +112,11 @@ TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
     sizes += std::to_string(window.w()) + 'x' + std::to_string(window.h()) + ' ';
   }
   EXPECT_EQ(sizes, "108x26 108x86 320x200 320x200 108x86 ");
-  root.SetFocus(&other);
+  Dress(WINTEXT, Rows(20, "wkkkkw"), {4, 1});
+  CurrentSkin()->windowTextBack = 1, root.SetSkin(nullptr), Frame();
+  window.Hide(), window.Unhide(), Check();
+  CurrentSkin()->windowTextBack = 0, root.SetSkin(nullptr), window.Hide(), window.Unhide();
+  root.SetFocus(&other), Check();
   ExpectShown("window_inactive", {40, 36, 130, 50});
   window.ClearFlag(kFlagSizeable), window.Enable();
   root.SetFocus(&content);
