@@ -86,7 +86,7 @@ class ModeTest(MachineTest):
         self.assertGreater(picture.colours(), colours)
         self.machine.press_and_see("down")
         self.machine.press("ret")
-        self.machine.read_until(SCREEN, "There is no scan on this disc.")
+        self.machine.read_until(SCREEN, "There is no disk.")
         self.machine.read_until(SCREEN, "Press Enter to get back to the menu.")
         self.assertEqual(self.machine.run("/test/console_state"), USABLE)
         wait_until(lambda: self.machine.look().colours() == 2, "the text console's colours")

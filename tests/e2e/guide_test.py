@@ -40,6 +40,16 @@ class GuideTest(unittest.TestCase):
             for name, block in re.findall(r"^```\w+ (\S+)\n(.*?)^```$", page.read_text(), re.MULTILINE | re.DOTALL):
                 self.assertIn("\n" + block, "\n" + (GUIDE / "examples" / name).read_text(), page.name)
 
+    def test_each_entry_of_the_shipped_menu_has_something_that_does_it_or_is_there_only_with_its_program(self):
+        act = (ROOT / "data/rescue-menu").read_text().split("\nact() {")[1].split("\n}")[0]
+        menus = {path.name: path.read_text().split("\n[LINE")[1:] for path in (ROOT / "data").glob("*.cfg")}
+        conditional = {name for entries in menus.values() for entry in entries if "ShowIfFileExists" in entry
+                       for name in re.findall(r"^Submenu = (.*)", entry, re.MULTILINE)}
+        for name, entries in menus.items():
+            for word in (word for entry in entries if "ShowIfFileExists" not in entry and "Disable" not in entry
+                         for word in re.findall(r"^ExString = (\S+)", entry, re.MULTILINE)):
+                self.assertTrue(name in conditional or f":{word})" in act or (ROOT / "data/actions" / word).exists(), word)
+
     def test_the_examples_of_the_manual_are_a_menu_without_mistakes(self):
         shutil.copytree(TREES[0], self.place / "menu", symlinks=False)
         for page in MANUAL:

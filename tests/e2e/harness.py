@@ -5,6 +5,7 @@ Everything is waited for by looking: at the screen's picture, at the process, at
 
 import os
 import pathlib
+import re
 import resource
 import shutil
 import signal
@@ -30,6 +31,13 @@ def need_sandbox():
             sys.exit(SKIPPED)
 
 
+def copy_menu(source, directory):
+    """A menu as on a disc with all programs that it knows."""
+    shutil.copytree(source, directory, dirs_exist_ok=True)
+    for menu in directory.glob("*.cfg"):
+        menu.write_text(re.sub(r"ShowIfFileExists = /(usr/)?s?bin/.*\n", "", menu.read_text()))
+
+
 class Launcher:
     """One launcher with files of its own; `start` it as often as needed.
 
@@ -44,7 +52,7 @@ class Launcher:
         for directory in ("etc/zel", "root", "run", "tmp"):
             (self.state / directory).mkdir(parents=True)
         if not isinstance(config, dict):
-            shutil.copytree(config, self.state / "etc/zel", dirs_exist_ok=True)
+            copy_menu(config, self.state / "etc/zel")
             config = {}
         for name, text in config.items():
             (self.state / "etc/zel" / name).write_text(text)

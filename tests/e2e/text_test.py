@@ -18,7 +18,7 @@ import unittest
 
 import pyte
 
-from harness import BUILD, ROOT, SANDBOX, SKIPPED, need_sandbox, text_of, wait_until
+from harness import BUILD, ROOT, SANDBOX, SKIPPED, copy_menu, need_sandbox, text_of, wait_until
 
 QUESTION = "or ? for help: "
 
@@ -93,7 +93,7 @@ class TextTest(unittest.TestCase):
     def setUp(self):
         self.state = pathlib.Path(tempfile.mkdtemp(prefix="zel-text-"))
         self.addCleanup(shutil.rmtree, self.state)
-        shutil.copytree(ROOT / "data", self.state / "etc/zel")
+        copy_menu(ROOT / "data", self.state / "etc/zel")
         shutil.copytree(BUILD / "locale", self.state / "usr/local/share/locale")
         (self.state / "tmp").mkdir()
         (self.state / "etc/sysconfig").mkdir()
