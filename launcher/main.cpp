@@ -1,12 +1,23 @@
 #include <cstring>
 
+#include "launcher/about.h"
 #include "launcher/launcher.h"
 #include "launcher/little_memory.h"
 #include "launcher/result_files.h"
 #include "launcher/run.h"
 #include "toolkit/base/console_guard.h"
 
+namespace {
+
+constexpr const char* kUsage =
+    "usage: zel                shows the menu of /etc/zel until something is chosen\n"
+    "       zel --has-choice   answers whether there is something to choose\n"
+    "       zel --help | --version\n";
+
+}  // namespace
+
 int main(int argc, char** argv) {
+  if (zel::TellsAbout("zel", kUsage, argc, argv)) return 0;
   zel::EndWithoutMemory();
   zel::LimitLauncher();
   // Guarded for the sake of a console that an earlier run could not put right.

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <string>
 
+#include "launcher/about.h"
 #include "launcher/language.h"
 #include "launcher/paths.h"
 #include "launcher/run.h"
@@ -25,6 +26,9 @@ namespace zel {
 namespace {
 
 constexpr const char* kProgram = "zel-text";
+constexpr const char* kUsage =
+    "usage: zel-text [--plain | --speak] [--output FILE] [--position FILE]\n"
+    "       zel-text --help | --version\n";
 constexpr int kUsageStatus = 2;
 
 enum class Face { kScreen, kPlain, kSpoken };
@@ -79,10 +83,10 @@ bool Show(MenuSession& session, Face face) {
 }  // namespace
 
 int RunTextLauncher(int argc, char** argv) {
+  if (TellsAbout(kProgram, kUsage, argc, argv)) return EXIT_SUCCESS;
   const Options options = ReadOptions(argc, argv);
   if (!options.isUsable) {
-    std::fprintf(stderr, "usage: %s [--plain | --speak] [--output FILE] [--position FILE]\n",
-                 kProgram);
+    std::fputs(kUsage, stderr);
     return kUsageStatus;
   }
   LimitLauncher();

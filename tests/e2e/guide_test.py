@@ -80,6 +80,16 @@ class GuideTest(unittest.TestCase):
             for link in re.findall(r"\]\(([^)#:]+)(?:#[^)]*)?\)", page.read_text()):
                 self.assertTrue((page.parent / link).exists(), f"{page.name}: {link}")
 
+    def test_each_program_of_the_manual_tells_its_options_and_its_version(self):
+        version = re.search(r"project\(zel VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text())[1]
+        own = {"rescue-progress": ROOT / "startup/rescue-progress"}
+        environment = {"PATH": f"{BUILD}/bin:/usr/bin:/bin"}
+        for name in (page.stem for page in MANUAL if page.suffix in (".1", ".8") and page.stem != "rescue-menu"):
+            program = own.get(name, BUILD / "bin" / name)
+            self.assertEqual(run(program, "--version", env=environment), (0, f"{name} {version}\n"))
+            status, usage = run(program, "--help", env=environment)
+            self.assertRegex(f"{status} {usage}", f"^0 usage: {name} (?s:.*)--help")
+
     def test_the_manual_is_clean_and_fits_80_columns(self):
         self.assertEqual(run("mandoc", "-T", "lint", "-W", "warning", *MANUAL), (0, ""))
         for page in MANUAL:
