@@ -51,6 +51,9 @@ class ItemCheck {
     if (const std::string name = item_.Text("ShowIfFileExists");
         !name.empty() && name.front() != '/' && !FileExists(name.c_str()))
       Add(Msg::kWaitRelative, "ShowIfFileExists", {name, "ShowIfFileExists"});
+    for (const char* key : {"ShowIfFileExists", "WaitForFile", "WaitWhileFile"})
+      if (const std::string name = item_.Text(key); name.find_first_of("*?$~") != std::string::npos)
+        Add(Msg::kWildcard, key, {name, key});
     if (IsSeparator(item_))
       CheckEffect({"Title", "Icon", "Submenu", "ExCode", "ExString", "HintSection", "WaitForFile",
                    "WaitWhileFile", "Timeout", "WaitText", "Disable"},
@@ -156,6 +159,17 @@ void CheckNumbers(Findings& findings, const MenuFile& menu) {
   if (menu.items.empty() && menu.isRead) findings.Add(Msg::kEmptyMenu, menu.At(1));
 }
 
+void CheckTitles(Findings& findings, const MenuFile& menu) {
+  std::map<std::string, const MenuSection*> titles;
+  for (const MenuSection& item : menu.items) {
+    const std::string title = item.Text("Title");
+    if (title.empty() || IsSeparator(item) || item.Has("ShowIfFileExists")) continue;
+    if (const auto [first, isNew] = titles.try_emplace(title, &item); !isNew)
+      findings.Add(Msg::kSameTitle, menu.At(item.LineOf("Title")),
+                   {item.name, first->second->name});
+  }
+}
+
 // What is to be chosen by itself.
 void CheckDefault(Findings& findings, const MenuFile& menu) {
   const MenuSection& general = menu.General();
@@ -194,6 +208,7 @@ struct Choice {
 
 void CheckItems(Findings& findings, const MenuFile& menu) {
   CheckNumbers(findings, menu);
+  CheckTitles(findings, menu);
   CheckDefault(findings, menu);
   for (const MenuSection& item : menu.items) ItemCheck{findings, menu, item}.Run();
 }

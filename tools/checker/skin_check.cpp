@@ -212,6 +212,8 @@ class SkinCheck {
       for (const std::string& file : ListParts(section.GetText("fallback")))
         areSound = CheckFont(At(LineOf(name, "fallback")), Beside(file)) && areSound;
       const std::string file = FileOf(name, "file");
+      if (file.empty() && !section.Entries().empty() && names_.contains(Upper(section.Name())))
+        findings_.Add(Msg::kNoFontFile, At(section.Heads().front()), {section.Name()});
       if (!file.empty()) areSound = CheckFont(At(LineOf(name, "file")), file) && areSound;
       if (const auto* size = section.Find("size")) CheckSize(*size);
     }

@@ -126,6 +126,36 @@ int FontOf(const Skin* skin, const MenuFile& menu, const std::string& key) {
   return key == "KeyHelp" ? menu.General().Number("KeyHelpFont") : 0;
 }
 
+// The first letters that are UTF-8 in UTF-8; empty for none. No word has such signs behind such a
+// letter.
+std::string EncodedTwice(const std::string& text) {
+  std::string letters, bytes;
+  ForEachCharacter(text, [&](int character) {
+    constexpr int kLead = 0xC2, kFirst = 0x80, kEnd = 0xC0, kLargest = 0xF4;
+    if (!letters.empty()) return;
+    const bool goesOn = !bytes.empty() && kFirst <= character && character < kEnd;
+    if (!goesOn) bytes.clear();
+    if (goesOn || (kLead <= character && character <= kLargest))
+      bytes += static_cast<char>(character);
+    if (goesOn && Sound(bytes, U_UTF8) == bytes) letters = Converted(bytes, U_ASCII, U_UTF8);
+  });
+  return letters;
+}
+
+// What looks like an entity, a tag or an escape; empty for none.
+std::string Markup(const std::string& text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const std::size_t end = text.find_first_not_of(
+        "#/abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789", i + 1);
+    const char close = text[i] == '&' ? ';' : text[i] == '<' ? '>' : '\0';
+    if (close != '\0' && end < text.size() && end > i + 1 && text[end] == close)
+      return text.substr(i, end + 1 - i);
+    if (text[i] == '\\' && i + 1 < text.size() && (text[i + 1] == 'n' || text[i + 1] == 't'))
+      return text.substr(i, 2);
+  }
+  return {};
+}
+
 bool IsShown(const std::string& key) { return key != "ExString" && key != "HintSection"; }
 
 void CheckSectionTexts(Findings& findings, Letters& letters, const MenuFile& menu,
@@ -140,6 +170,12 @@ void CheckSectionTexts(Findings& findings, Letters& letters, const MenuFile& men
       continue;
     }
     if (line.key->kind != MenuKey::kText || !IsShown(line.key->name)) continue;
+    if (const std::string twice = EncodedTwice(line.entry.value); !twice.empty()) {
+      findings.Add(Msg::kEncodedTwice, place, {twice});
+      continue;
+    }
+    if (const std::string markup = Markup(line.entry.value); !markup.empty())
+      findings.Add(Msg::kMarkup, place, {markup});
     letters.Check(place, line.entry.value, RowOf(line.language),
                   FontOf(skin, menu, line.key->name));
   }
@@ -219,9 +255,11 @@ class HintsCheck {
     std::map<std::string, Hints*> files;  // that show the texts of this menu
     for (const std::string& language : LanguagesOf(menu))
       if (const MenuLine* line = Said(menu.General(), "HintFile", language);
-          line && IsFile(line->entry.value.c_str()))
+          line && IsFile(line->entry.value.c_str())) {
+        if (line->language == language) CheckLanguage(menu, *line);
         if (Hints& hints = Open(line->entry.value, RowOf(language)); hints.isRead)
           files.emplace(line->entry.value, &hints);
+      }
     for (const MenuSection& item : menu.items)
       if (const MenuLine* line = item.Find("HintSection"); line && !line->entry.value.empty())
         CheckItem(menu, *line, files);
@@ -272,6 +310,15 @@ class HintsCheck {
     return hints;
   }
 
+  // "hints.ru.txt" for German, where there is Russian.
+  void CheckLanguage(const MenuFile& menu, const MenuLine& line) const {
+    const std::string& name = line.entry.value;
+    for (const std::string& other : Suffixes())
+      if (other != line.language && name.find('.' + other + '.') != std::string::npos)
+        findings_.Add(Msg::kOtherLanguage, menu.At(line.entry.line),
+                      {line.entry.name, name, other});
+  }
+
   // False for another encoding than that of the language, which is said of the first such line.
   bool IsWellEncoded(const std::string& name, const std::string& text,
                      const LanguageRow& language) {
@@ -300,8 +347,11 @@ class HintsCheck {
       const std::string read = Decoded(stored, language);
       ++line;
       if (stored.size() > kHintLineBytes) findings_.Add(Msg::kHintLineLong, {name, line});
-      if (!std::all_of(read.begin(), read.end(), IsAscii))
-        letters_.Check({name, line}, read, language, font);
+      if (std::all_of(read.begin(), read.end(), IsAscii)) continue;
+      // The others are written alike.
+      if (const std::string twice = EncodedTwice(read); !twice.empty())
+        return findings_.Add(Msg::kEncodedTwice, {name, line}, {twice});
+      letters_.Check({name, line}, read, language, font);
     }
   }
 

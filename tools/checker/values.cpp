@@ -8,6 +8,7 @@
 
 #include "imageformats/load.h"
 #include "toolkit/base/allegro.h"
+#include "toolkit/base/bytes.h"
 #include "toolkit/base/text.h"
 #include "toolkit/base/zoom.h"
 #include "tools/checker/files.h"
@@ -121,6 +122,9 @@ void CheckValue(Findings& findings, Pictures& pictures, const Place& place, cons
   }
   if (!isName && ustrlen(plain.c_str()) > kLongestText)
     findings.Add(Msg::kTextLong, place, {entry.name});
+  if (key.kind >= MenuKey::kFile && (plain.front() == '/' || plain.starts_with("../")) &&
+      IsFile(plain.c_str()))
+    findings.Add(Msg::kNameOutside, place, {plain});
   switch (key.kind) {
     case MenuKey::kNumber:
       CheckNumber(findings, place, entry.name, plain, false);
