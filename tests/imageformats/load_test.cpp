@@ -5,6 +5,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <tuple>
 
 #include "imageformats/library_formats.h"
 #include "imageformats/picture.h"
@@ -29,6 +30,8 @@ namespace {
 //   runs_of_8_bits.bmp       with a move and pixels one by one
 //   from_the_top.bmp         of 16 bits
 //   bytes.lbm, planes.lbm    with runs, of an odd width; with a plane of the mask, without runs
+//   os2.bmp, masks_*.bmp     of 4 bits with a short header; masks_of_32_bits.bmp from the top
+//   grey.tga, packed_*.tga   with an id; with runs
 const std::string kSamples = "tests/imageformats/samples/";
 
 using Loader = BITMAP* (*)(const Bytes&, RGB*);
@@ -106,6 +109,16 @@ TEST_F(LoadTest, PngComesInTheDepthOfTheScreenWithMaskedPixelsAndAPalette) {
   EXPECT_EQ(bitmap_color_depth(Sample("rgb_and_alpha.png").get()), 24);
 }
 
+TEST_F(LoadTest, JpegComesInTheOrderThatChannelsHaveOnTheScreen) {
+  UseDepth(32);
+  for (const auto& [r, g, b] : {std::tuple{16, 0, 8}, {8, 16, 24}, {16, 8, 0}, {0, 8, 16}}) {
+    _rgb_r_shift_32 = r, _rgb_g_shift_32 = g, _rgb_b_shift_32 = b;
+    const BitmapPtr picture = Sample("rgb.jpeg");
+    EXPECT_EQ(getpixel(picture.get(), 0, 0), 254 << r);
+    EXPECT_EQ(getpixel(picture.get(), 15, 7), 254 << b);
+  }
+}
+
 // Much of what is not meant would make Allegro write past a row, a bitmap or a palette where there
 // is enough behind it in the file. By bytes from the start: with these values there the file is
 // refused (x), or the picture is the same (.), of another size (s) or of other colours (o).
@@ -119,7 +132,7 @@ TEST_F(LoadTest, WhatDoesNotFitInAHeaderIsRefused) {
     file.resize(file.size() + 20000);
     const BitmapPtr whole{loader->second(file, nullptr)};
     seen += name + '\n';
-    for (const int value : {0, 1, 2, 9, 0x10, 0x20, 0x86, 0xFF}) {
+    for (const int value : {0, 1, 2, 3, 9, 0xC, 0xF, 0x10, 0x20, 0x80, 0x86, 0xFF}) {
       for (std::size_t at = 0; at < end; ++at) {
         Bytes other = file;
         other[at] = static_cast<std::uint8_t>(value);

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <climits>
+#include <cmath>
 #include <random>
 #include <string>
 #include <tuple>
@@ -11,6 +12,7 @@
 #include "toolkit/base/text.h"
 #include "toolkit/draw/bitmap_guard.h"
 #include "toolkit/draw/color.h"
+#include "toolkit/draw/contrast.h"
 #include "toolkit/draw/cursor.h"
 #include "toolkit/draw/datafile.h"
 #include "toolkit/draw/screen_update.h"
@@ -54,6 +56,22 @@ TEST_F(PictureTest, NamedColoursBelongToTheCurrentPixelFormat) {
     EXPECT_EQ(magenta, bitmap_mask_color(BitmapPtr{create_bitmap(1, 1)}.get())) << depth;
     EXPECT_EQ(Color{-1000000}.r() & ~255, 0) << "read within the palette";
   }
+}
+
+TEST_F(PictureTest, TextsLeaveTheirGroundUntilTheyHaveTheContrastThatIsWanted) {
+  std::string seen;
+  for (const Color ground : {Color{white}, {black}, {96, 112, 128}, {200, 200, 0}})
+    for (const Color text : {Color{0, 0, 64}, {255, 10, 11}, {100, 90, 110}, {5, 128, 250}}) {
+      for (const double least : {1.0, 4.5, 7.0, 22.0}) {
+        const Color found = WithContrast(text, ground, least);
+        seen += Join(found.r(), found.g(), found.b()) +
+                std::to_string(std::lround(100 * Contrast(found, ground))) + "  ";
+      }
+      seen += '\n';
+    }
+  ExpectText("contrasts", seen);
+  EXPECT_FALSE(WithContrast({}, white, 7).IsSet());
+  EXPECT_EQ(WithContrast(green, {}, 7), green);
 }
 
 TEST_F(PictureTest, TintsMixesAndChannelsAreCountedToTheRightNumber) {
