@@ -28,7 +28,7 @@ constexpr char kEasternFont[] = "data/skin/fonts/DroidSansFallbackFull.ttf";
 //                         likewise, without the last byte, with characters of 65535 x 65535 pixels,
 //                         from 200 to 100, and without height
 //   GRID.TGA, deep.tga    60 cells of 4 x 6 pixels in 8 and 24 bits
-//   nomarks.bmp           no cells
+//   cell.bmp              one without pixels; nomarks.bmp, row.bmp, column.bmp, block.bmp: none
 const std::string kSamples = "tests/toolkit/draw/samples/";
 
 std::unique_ptr<EngineFont> Open(std::string_view bytes) {
@@ -58,24 +58,42 @@ struct FontTest : AllegroFixture {
   Font font;
 };
 
-// By the file, or the script: the code, the height, and the width of "A". The refused ones have the
-// built-in font.
+// By the file, or the script: the code, the height, the width of "A", whether it has the first, "A"
+// and another, and what "A" looks like. The refused ones have the built-in font.
 TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
   std::string seen;
   const auto load = [&](const std::string& what, const std::string& file) {
     EXPECT_EQ(font.Load(kOutlineFont), kNoError);
     const int code = Load(file).code;
-    seen += what + ": " + Join(code, font.TextHeight(), font.TextLength("A")) + '\n';
+    seen += what + ": " +
+            Join(code, font.TextHeight(), font.TextLength("A"), font.Has(' '), font.Has('A'),
+                 font.Has(0x11000)) +
+            '\n';
+    SkinBitmap out = Blank(12, 9);
+    font.Textout(out, "A", 0, 0, red, -1, kAlignLeft);
+    if (code == 0) seen += Describe(out.GetBitmap(), {0, 0, 12, 9});
     EXPECT_TRUE(!font.IsEngine() && !font.GetFixedSizes() && font.SetSize(12) == -1) << what;
     EXPECT_EQ(get_color_conversion(), PictureConversion());
   };
   dir.Write("bios.fnt", std::string(2048, 'x'));
   dir.Write("large.fnt", std::string(4096, 'x'));
   dir.Write("short.itf", std::string(2047, 'x'));
+  dir.Write("raw.itf", std::string(2048, 'x'));
+  const auto grx = [this](const char* name, int w, int h, int first, int last) {
+    std::string bytes{"\x14\x02\x59\x19    ", 8};
+    for (const int word : {w, h, first, last, 1})
+      bytes += {static_cast<char>(word), static_cast<char>(word >> 8)};
+    dir.Write(name, bytes.append(38 + (w + 7) / 8 * h * (last - first + 1), '\xB7'));
+  };
+  grx("many.fnt", 1, 1, 0, 0xFFFF);
+  grx("largest.fnt", 4096, 4096, 0x41, 0x44);
+  grx("wide.fnt", 4097, 1, 0x41, 0x41);
+  grx("high.fnt", 1, 4097, 0x41, 0x41);
   dir.Write("random.ttf", "no font");
   for (const char* file :
        {"GRID.TGA", "bios.fnt", "large.fnt", "proportional.fnt", "deep.tga", "nomarks.bmp",
-        "short.itf", "cut.fnt", "huge.fnt", "backward.fnt", "flat.fnt", "random.ttf"})
+        "short.itf", "cut.fnt", "huge.fnt", "backward.fnt", "flat.fnt", "random.ttf", "raw.itf",
+        "cell.bmp", "row.bmp", "column.bmp", "block.bmp", "wide.fnt", "high.fnt"})
     load(file, file);
   const std::string good = "bios.fnt 0x41 0x41\n";
   std::string letters = "bios.fnt 0x20 0x20\n", files;
@@ -86,6 +104,8 @@ TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
         letters + "proportional.fnt 0x42 0x42\n- 0x41 0x41\nGRID.TGA 0x100 0x110\n- 0x200\n",
         std::string{"bios.fnt 0x10FF00 -1\n- 0x41\nproportional.fnt 1\nlarge.fnt 0x30 0x10FFFF"},
         good + "proportional.fnt 0x41 0x41", std::string{"deep.tga 0x20"}, files,
+        std::string{"many.fnt 1"}, std::string{"many.fnt 1\nbios.fnt 0x11000 0x11000"},
+        std::string{"largest.fnt 0x41"}, std::string{"largest.fnt 0x41\nbios.fnt 0x20 0x20"},
         files + "bios.fnt 0x20 0x20\n", good + "bios.fnt", std::string{"- 0x20"},
         good + "bios.fnt 0 0x20", good + "- 0x21 0x20", good + "bios.fnt 0x110000",
         good + "bios.fnt 0x10FFFF 0x110000", good + "script.TXT 0x20 0x7F\n"})
