@@ -16,12 +16,12 @@ constexpr int kShadowDepth = 32;  // with an alpha channel
 constexpr int kFullAlpha = 255;
 constexpr int kLargestHotspot = 32767;
 
-// Replaces each value of a line by the sum of the values no further than `radius` from it.
+// Replaces each value of a line, which begins with `radius` zeros, by the sum of the values no
+// further than that from it.
 void SumAlongLine(int* line, int count, int stride, int radius, std::vector<int>& copy) {
   copy.resize(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) copy[i] = line[i * stride];
   int sum = 0;
-  for (int i = 0; i < std::min(radius, count); ++i) sum += copy[i];
   for (int i = 0; i < count; ++i) {
     if (i + radius < count) sum += copy[i + radius];
     if (i - radius > 0) sum -= copy[i - radius - 1];

@@ -1,6 +1,7 @@
 #include "tests/support/reference.h"
 #include "tests/support/stage.h"
 #include "toolkit/core/event_loop.h"
+#include "toolkit/testing/random_player.h"
 
 namespace zel {
 namespace {
@@ -329,6 +330,28 @@ TEST_F(DialogInputTest, TheFocusMovesDownAndUpTheContainers) {
   c.Hide();
   Focus(&c);
   EXPECT_EQ(root.Events(), "b, panel: LostFocus");
+}
+
+// What widgets are told first, with the argument, where the pointer, the wheel and the buttons are
+// then, and how often the program's own acts came.
+TEST_F(DialogInputTest, ARandomPlayerWithTheSameSeedDoesTheSameUntilTheEnd) {
+  remove_mouse();
+  settings.yield = true;
+  RandomPlayer player{clock, 7};
+  std::string seen, last;
+  int often = 0, seldom = 0;
+  player.eventsLeft = 200;
+  player.Also(80, [&] { ++often; });
+  player.Also(20, [&] { ++seldom; });
+  Watch({MSG_XCHAR, MSG_MOUSEMOVE, MSG_WHEEL, MSG_LPRESS, MSG_LRELEASE, MSG_MPRESS, MSG_RPRESS});
+  root.onEvent = [&](Widget*, int, int argument) {
+    const std::string now = Join(argument, mouse_x, mouse_y, mouse_z, mouse_b, often, seldom);
+    const std::string told = root.Events();
+    if (!told.empty() && std::exchange(last, now) != now) seen += told + ' ' + now + '\n';
+  };
+  root.closes = false;
+  EXPECT_TRUE(player.Run(root, [this] { root.closes = true, root.Close(); }));
+  ExpectText("random_events", seen);
 }
 
 }  // namespace

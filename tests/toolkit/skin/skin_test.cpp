@@ -166,7 +166,7 @@ TEST_F(SkinTest, TilesAndShapesAreTakenFromKeysOrElseFromPropertiesOrElseFromDef
       {15, "shadowColor=88,24,120\nshadowSize=64\nshadowOffsetX=-256\nshadowOffsetY=256"},
       {16, "shadowColor=-1\nshadowSize=65\nshadowOffsetX=-257"},
       {24, "shadowSize=-1\nshadowOffsetX=257\nshadowOffsetY=-257"},
-      {32, "shadowSize = 5\nshadowColor = 1,2,3"}};
+      {32, "shadowSize = 0\nshadowColor = 1,2,3"}};
   for (const auto& [depth, shadow] : rows) {
     UseDepth(depth);
     const auto skin = MakeWith("elements.dat", "cursors.dat", std::string{text} + shadow);
