@@ -17,6 +17,7 @@
 #include "toolkit/draw/datafile.h"
 #include "toolkit/draw/screen_update.h"
 #include "toolkit/draw/skin_bitmap.h"
+#include "toolkit/draw/smooth.h"
 #include "toolkit/testing/fake_machine.h"
 #include "toolkit/testing/picture.h"
 
@@ -237,6 +238,36 @@ TEST_F(PictureTest, MarksPaintWithinTheBitmap) {
   canvas.DottedRect(INT_MIN + 1, 4, INT_MAX, 4, red);  // dots at odd x
   EXPECT_EQ(Picture(canvas.GetBitmap()),
             Rows({".r.r.r.", ".......", ".r...r.", ".r.r.r.", ".r.r.r."}));
+}
+
+// Boxes with all kinds of corners and lines, some without the inside or the line, and strokes that
+// leave the clip rectangle.
+TEST_F(PictureTest, RoundBoxesAndStrokesAreSmoothWhereThereIsNoPalette) {
+  set_palette(desktop_palette);
+  for (const int depth : {8, 32}) {
+    UseDepth(depth);
+    SkinBitmap out{72, 44, kMemoryBitmap};
+    out.clear_to_color(white);
+    for (int i = 0; i < 18; ++i)
+      DrawRoundBox(out.GetBitmap(), {.area = {i % 6 * 12, i / 6 * 10, 3 + i % 8, 9 - i % 5},
+                                     .radius = i * 3 % 7 - 1,
+                                     .fill = i % 6 == 4 ? Color{} : Color{red},
+                                     .borderColor = i % 5 == 2 ? Color{} : Color{black},
+                                     .border = i * 5 % 4 - i % 2});
+    for (const int none : {0, -1}) {
+      DrawRoundBox(out.GetBitmap(), {.area = {0, 31, none, 9}, .borderColor = red, .border = 1});
+      DrawRoundBox(out.GetBitmap(), {.area = {0, 31, 9, none}, .borderColor = red, .border = 1});
+    }
+    out.set_clip_rect(2, 31, 69, 42);
+    for (const auto& [width, points] :
+         {std::pair{2.5, std::vector<StrokePoint>{{-3, 30}, {15, 50}, {20, 34}, {30, 34}}},
+          {6, {{40.25, 37}}},
+          {3, {{60, 20}, {80, 40}}},
+          {4, {{50, 33}, {50, 33}, {56, 36}}}})
+      DrawStroke(out.GetBitmap(), points, width, blue);
+    DrawStroke(out.GetBitmap(), {}, 9, red);
+    ExpectLook("smooth_" + std::to_string(depth), out.GetBitmap(), {0, 0, 72, 44});
+  }
 }
 
 TEST_F(PictureTest, CopiesWhatAllegroCopies) {
