@@ -37,8 +37,21 @@ class GuideTest(unittest.TestCase):
         for tree in TREES:
             self.check(tree)
         for page in PAGES:
-            for name, block in re.findall(r"^```\w+ (\S+)\n(.*?)^```$", page.read_text(), re.MULTILINE | re.DOTALL):
+            for name, block in re.findall(r"^```\w+ (\S+/\S+)\n(.*?)^```$", page.read_text(), re.MULTILINE | re.DOTALL):
                 self.assertIn("\n" + block, "\n" + (GUIDE / "examples" / name).read_text(), page.name)
+
+    def test_what_the_pages_have_one_type_works(self):
+        environment = {"PATH": f"{BUILD}/bin:/usr/bin:/bin"}
+        for page in PAGES:
+            for block in re.findall(r"^```sh run\n(.*?)^```$", page.read_text(), re.MULTILINE | re.DOTALL):
+                shutil.rmtree(self.place / "mymenu", ignore_errors=True)
+                shutil.copytree(TREES[0], self.place / "mymenu")
+                self.assertEqual(run("bash", "-e", "-c", block, cwd=self.place, env=environment), (0, ""), page.name)
+
+    def test_the_menu_of_the_live_system_has_no_mistakes(self):
+        for part in ("data", "live/config/includes.chroot/etc/zel"):
+            shutil.copytree(ROOT / part, self.place / "menu", dirs_exist_ok=True)
+        self.check(self.place / "menu")
 
     def test_each_entry_of_the_shipped_menu_has_something_that_does_it_or_is_there_only_with_its_program(self):
         act = (ROOT / "data/rescue-menu").read_text().split("\nact() {")[1].split("\n}")[0]
