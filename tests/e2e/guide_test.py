@@ -13,45 +13,39 @@ GUIDE = ROOT / "docs/guide"
 TREES = sorted(path.parent for path in GUIDE.glob("examples/*/menu.cfg"))
 PAGES = [ROOT / "README.md", *ROOT.glob("docs/*.md"), *GUIDE.glob("*.md")]
 MANUAL = sorted((ROOT / "man").iterdir())
+PROGRAMS = {"PATH": f"{BUILD}/bin:{ROOT}/startup:/usr/bin:/bin"}
 # What programs read is in files of these names, by the section that an example begins with.
 FILES = {"MENU_CONFIGURATION": "menu.cfg", "Toolkit": "zel.cfg", "desktop": "hints.txt"}
 
 
-def run(*command, **options):
-    ran = subprocess.run(command, check=False, text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, **options)
+def run(*command, cwd=None):
+    ran = subprocess.run(command, check=False, text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, env=PROGRAMS, cwd=cwd)
     return ran.returncode, ran.stdout
 
 
 class GuideTest(unittest.TestCase):
-    maxDiff = None
-
     def setUp(self):
-        place = tempfile.TemporaryDirectory()
-        self.addCleanup(place.cleanup)
-        self.place = pathlib.Path(place.name)
+        self.place = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
 
     def check(self, tree):
-        self.assertEqual(run(BUILD / "bin/zel-check", "--strict", tree), (0, ""), tree)
+        self.assertEqual(run("zel-check", "--strict", tree), (0, ""), tree)
+
+    def blocks(self, kind):
+        for page in PAGES:
+            yield from re.findall(rf"^```{kind}\n(.*?)^```$", page.read_text(), re.MULTILINE | re.DOTALL)
 
     def test_the_examples_have_no_mistakes_and_the_pages_quote_them(self):
-        for tree in TREES:
+        for part in ("data", "live/config/includes.chroot/etc/zel"):
+            shutil.copytree(ROOT / part, self.place / "live", dirs_exist_ok=True)
+        for tree in (*TREES, self.place / "live"):
             self.check(tree)
-        for page in PAGES:
-            for name, block in re.findall(r"^```\w+ (\S+/\S+)\n(.*?)^```$", page.read_text(), re.MULTILINE | re.DOTALL):
-                self.assertIn("\n" + block, "\n" + (GUIDE / "examples" / name).read_text(), page.name)
+        for name, block in self.blocks(r"\w+ (\S+/\S+)"):
+            self.assertIn("\n" + block, "\n" + (GUIDE / "examples" / name).read_text(), name)
 
     def test_what_the_pages_have_one_type_works(self):
-        environment = {"PATH": f"{BUILD}/bin:/usr/bin:/bin"}
-        for page in PAGES:
-            for block in re.findall(r"^```sh run\n(.*?)^```$", page.read_text(), re.MULTILINE | re.DOTALL):
-                shutil.rmtree(self.place / "mymenu", ignore_errors=True)
-                shutil.copytree(TREES[0], self.place / "mymenu")
-                self.assertEqual(run("bash", "-e", "-c", block, cwd=self.place, env=environment), (0, ""), page.name)
-
-    def test_the_menu_of_the_live_system_has_no_mistakes(self):
-        for part in ("data", "live/config/includes.chroot/etc/zel"):
-            shutil.copytree(ROOT / part, self.place / "menu", dirs_exist_ok=True)
-        self.check(self.place / "menu")
+        shutil.copytree(TREES[0], self.place / "mymenu")
+        for block in self.blocks("sh run"):
+            self.assertEqual(run("bash", "-e", "-c", block, cwd=self.place), (0, ""))
 
     def test_each_entry_of_the_shipped_menu_has_something_that_does_it_or_is_there_only_with_its_program(self):
         act = (ROOT / "data/rescue-menu").read_text().split("\nact() {")[1].split("\n}")[0]
@@ -64,7 +58,7 @@ class GuideTest(unittest.TestCase):
                 self.assertTrue(name in conditional or f":{word})" in act or (ROOT / "data/actions" / word).exists(), word)
 
     def test_the_examples_of_the_manual_are_a_menu_without_mistakes(self):
-        shutil.copytree(TREES[0], self.place / "menu", symlinks=False)
+        shutil.copytree(TREES[0], self.place / "menu")
         for page in MANUAL:
             for block, section in re.findall(r"^\.Bd -literal.*\n(\[(\w+)\](?s:.*?))^\.Ed", page.read_text(), re.MULTILINE):
                 if section in FILES:
@@ -95,13 +89,9 @@ class GuideTest(unittest.TestCase):
 
     def test_each_program_of_the_manual_tells_its_options_and_its_version(self):
         version = re.search(r"project\(zel VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text())[1]
-        own = {"rescue-progress": ROOT / "startup/rescue-progress"}
-        environment = {"PATH": f"{BUILD}/bin:/usr/bin:/bin"}
         for name in (page.stem for page in MANUAL if page.suffix in (".1", ".8") and page.stem != "rescue-menu"):
-            program = own.get(name, BUILD / "bin" / name)
-            self.assertEqual(run(program, "--version", env=environment), (0, f"{name} {version}\n"))
-            status, usage = run(program, "--help", env=environment)
-            self.assertRegex(f"{status} {usage}", f"^0 usage: {name} (?s:.*)--help")
+            self.assertEqual(run(name, "--version"), (0, f"{name} {version}\n"))
+            self.assertRegex("{} {}".format(*run(name, "--help")), f"^0 usage: {name} (?s:.*)--help")
 
     def test_the_manual_is_clean_and_fits_80_columns(self):
         self.assertEqual(run("mandoc", "-T", "lint", "-W", "warning", *MANUAL), (0, ""))

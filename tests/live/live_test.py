@@ -10,25 +10,20 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "image"))
 import machine  # noqa: E402
 
 machine.PATIENCE = 600.0  # a whole system starts, without acceleration
-ISO = machine.ROOT / "build-live/zel-live.iso"
-COLOURS_OF_TEXT = 16
 
 
 class LiveTest(unittest.TestCase):
-    def start(self, uefi):
-        disk = tempfile.NamedTemporaryFile()
-        disk.truncate(64 << 20)
-        self.machine = machine.Machine(disc=ISO, uefi=uefi, devices=["-m", "1024", "-drive", f"file={disk.name},format=raw,if=ide"])
-        self.addCleanup(disk.close)
-        self.addCleanup(self.machine.stop)
-
     def see(self, is_menu, what):
-        self.machine.see(lambda seen: (seen.colours() > COLOURS_OF_TEXT) == is_menu and seen.size != (720, 400), what)
+        self.machine.see(lambda seen: (seen.colours() > 16) == is_menu and seen.size != (720, 400), what)
 
     def test_each_entry_starts_its_program_whatever_firmware_started_the_disc(self):
+        disk = self.enterContext(tempfile.NamedTemporaryFile())
+        disk.truncate(64 << 20)
         for uefi in (None, "64, Secure Boot"):
             with self.subTest(uefi=uefi):
-                self.start(uefi)
+                self.machine = machine.Machine(disc=machine.ROOT / "build-live/zel-live.iso", uefi=uefi, devices=[
+                    "-m", "1024", "-drive", f"file={disk.name},format=raw,if=ide"])
+                self.addCleanup(self.machine.stop)
                 serial = self.machine.serial
                 serial.expect(rb"> Recover lost files")  # the same menu as text
                 self.see(True, "the menu")
