@@ -51,7 +51,9 @@ class WidgetFixture : public StageTest {
     root.names.try_emplace(&widget);
     widget.Shape(place);
     root.Add(&widget);
+    widget.SetSkin(nullptr);
     Tick();
+    EXPECT_FALSE(widget.TestFlag(kFlagSkinChanged)) << "it would be dressed with every tick";
   }
   // Draws nothing, unlike the loop's.
   void Tick(int times = 1) {

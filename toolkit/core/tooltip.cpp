@@ -52,7 +52,6 @@ void Tooltip::SetBorderColor(Color color) {
 void Tooltip::MsgInitSkin() {
   Widget::MsgInitSkin();
   TakeTextSet(kTooltipText);
-  SetTextBackColor(Color{});
   if (!skin) return;
   SetBackColor(skin->tooltipBackColor);
   SetBorderColor(skin->tooltipBorderColor);

@@ -2,6 +2,7 @@
 
 #include "tests/support/reference.h"
 #include "tests/support/stage.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/core/tooltip.h"
 
 namespace zel {
@@ -106,6 +107,7 @@ class TooltipTest : public StageTest {
   TooltipTest() {
     settings.tooltipAutohideDelay = 0;
     UseSkin();
+    CurrentSkin()->focus = 2;  // stays where it is
     a.SetTooltip("a");
     b.SetTooltip("wider");
     root.Add(&tip);
@@ -150,8 +152,10 @@ TEST_F(TooltipTest, FollowsThePointerAndLeavesWithIt) {
   root.Add(&panel), panel.Place(20, 10), panel.Add(&tip), tip.PlaceNearPointer();
   EXPECT_EQ(tip.Bounds(), place) << "wherever it is in";
   root.Add(&tip), root.Remove(&panel), tip.PlaceNearPointer();
-  tip.SetBackColor(green), tip.SetBorderColor(white), Tick();
-  EXPECT_TRUE(At(place.x, place.y) == white && At(place.x + 1, place.y + 1) == green);
+  tip.SetBackColor(green), Tick();
+  EXPECT_EQ(At(place.x + 1, place.y + 1), green);
+  tip.SetBorderColor(white), Tick();
+  EXPECT_EQ(At(place.x, place.y), white);
   for (const int x : {50, 5, 50}) MoveTo(x, 5);
   EXPECT_EQ(TicksUntil(false), 10);
   MoveTo(5, 5);
@@ -168,6 +172,18 @@ TEST_F(TooltipTest, KeepsOnTheScreenAndWrapsLongTexts) {
   MoveTo(kWidth - 3, kHeight - 5);
   TicksUntil(true);
   ExpectLook("tooltip_wrapped", screen, {40, 60, 120, 60});
+  MoveTo(150, 5), TicksUntil(false);
+  Skin& skin = *CurrentSkin();
+  skin.tooltipBorderColor = red, skin.tooltipAnimationLength = 80, skin.tooltipAnimationType = 6;
+  SetZoom(2);
+  tip.MsgInitSkin();
+  MoveTo(0, 5), TicksUntil(true);
+  ExpectLook("tooltip_zoomed", screen, {0, 40, 60, 40});
+  int ticks = 1;
+  for (; tip.InTransition() && ticks < 99; ++ticks) Tick();
+  EXPECT_EQ(ticks, 4);
+  ExpectLook("tooltip_zoomed_whole", screen, {0, 40, 60, 40});
+  SetZoom(1);
   tip.SetText("two\nlines");
   tip.FitText();
   EXPECT_EQ(Point(tip.w(), tip.h()), Point(5 * 8 + 12, 2 * 8 + 6));

@@ -1,12 +1,18 @@
 // Forms of many controls, and what an application does with them.
+#include <tuple>
+
 #include "tests/support/widget_fixture.h"
 #include "toolkit/base/zoom.h"
+#include "toolkit/core/tooltip.h"
 #include "toolkit/widgets/accelerator.h"
 #include "toolkit/widgets/combo_box.h"
 #include "toolkit/widgets/dialog_template.h"
+#include "toolkit/widgets/group_frame.h"
 #include "toolkit/widgets/panel.h"
+#include "toolkit/widgets/scroll_view.h"
 #include "toolkit/widgets/slider.h"
 #include "toolkit/widgets/spin_box.h"
+#include "toolkit/widgets/window.h"
 
 namespace zel {
 namespace {
@@ -50,6 +56,37 @@ TEST_F(DialogTemplateTest, MakesAControlForEachRecordThatHasOne) {
     root.SetFocus(zoomed.Find(id)), Play("42");
   Tick();
   ExpectShown("form_zoomed", {0, 0, 320, 200});
+}
+
+using EveryWidgetTest = WidgetFixture;
+
+// What each tells its parent of the messages that there are, and its flags after them.
+TEST_F(EveryWidgetTest, HandlesAllMessagesAndTellsItsParent) {
+  std::tuple<Label, Button, CheckBox, RadioButton, EditBox, Slider, ScrollBar, ListView, ListBox,
+             ComboBox, SpinBox, TextView, Window, Panel, ClearScreen, Image, Separator, ProgressBar,
+             GroupFrame, Accelerator, Tooltip>
+      widgets;
+  for (int msg = 0; msg <= 40; ++msg) root.watched.insert(msg);
+  std::string seen;
+  std::istringstream names{
+      "Label Button CheckBox RadioButton EditBox Slider ScrollBar ListView ListBox ComboBox "
+      "SpinBox TextView Window Panel ClearScreen Image Separator ProgressBar GroupFrame "
+      "Accelerator Tooltip"};
+  const auto play = [&](Widget& widget) {
+    std::string name;
+    names >> name, seen += name + ": ";
+    Show(widget, {10, 10, 60, 24});
+    root.Events();
+    for (int msg = 0; msg <= 40; ++msg) {
+      widget.SendMessage(msg, 1);
+      const std::string events = root.Events();
+      if (!events.empty()) seen += events + '/' + std::to_string(widget.GetFlags()) + ' ';
+    }
+    seen += '\n';
+    root.Remove(&widget);
+  };
+  std::apply([&play](auto&... widget) { (play(widget), ...); }, widgets);
+  ExpectText("messages_of_widgets", seen);
 }
 
 using AcceleratorTest = StageTest;
