@@ -212,6 +212,7 @@ TEST_F(MenuConfigTest, LongHintsAreCutAtAWholeCharacter) {
   EXPECT_EQ(Hint("[a]\n" + almost + "0\n1\n[end:]").size(), 4096u);
   // With 4095 characters there is room for one more, but not for the space before it.
   EXPECT_EQ(Hint("[a]\n" + almost + "\nyz\nz\n[end:]").substr(4090), "xxxxxy");
+  EXPECT_EQ(Hint("[a]\n" + std::string(4000, '\n') + line + "\n1\n[end:]").size(), 4096u);
   EXPECT_EQ(Hint("[a]\n" + line + line + "\n1\n[end:]"), line + line.substr(0, 47) + " 1");
 
   std::string umlauts, content = "[a]\n";

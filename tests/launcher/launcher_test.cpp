@@ -158,6 +158,8 @@ TEST_F(LauncherTest, TriesTheModeOfItsSettingsAndThenTheFixedOnes) {
             "[Toolkit]\nscreenWidth=320\nscreenHeight=200\ncolorDepth=32\nfullscreen=0\n");
   Expect({}, 7, "^320x200x32w 1 1 0 1 1 usual-done\n4$");
   Expect({32, 24}, 7, "^320x200x32w 320x200x24w 640x480x16 1 1 0 1 1 usual-done\n4$");
+  Expect({32, 24, 16, 15}, 7,
+         "^320x200x32w 320x200x24w 640x480x16 640x480x15 800x600x8 0 1 0 1 1 usual-done\n4$");
   Expect({32, 24, 16, 15, 800}, 7,
          "^320x200x32w 320x200x24w 640x480x16 640x480x15 800x600x8 640x480x8 0 1 0 1 1 "
          "usual-done\n4$");

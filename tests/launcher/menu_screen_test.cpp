@@ -218,6 +218,7 @@ TEST_F(MenuScreenTest, AKeyChoosesOnceUpToItsReleaseAndNotAtAllFromBeforeTheMenu
       {"1 +enter tick @27 -enter tick", "1/2/12"},
       {"2 early tick", "1/2/12"},
       {"2 second back +enter tick -enter tick", "2/0/0"},
+      {"2 second back second second +enter tick", "2/0/0"},
       {"2 second back +enter tick +enter tick -enter tick", "1/2/12"},
       {"4 second +enter -enter tick up back +enter tick", "1/2/12"},
       {"2 +enter tick +enter tick -enter tick +enter -enter tick", "2/0/0"}};
@@ -310,6 +311,7 @@ TEST_F(MenuScreenTest, LooksAndSizesChangeAtOnceEverywhereAndAreKept) {
   };
   EXPECT_EQ(begin(), "default 2.000000");
   CurrentSkin()->Reload();
+  settings.help = true;
   Play("5 ring");
   const int first = screen_->List().GetFirst();
   EXPECT_EQ(Play("f4"), "1/5/0") << "there is no room for more";
@@ -317,18 +319,28 @@ TEST_F(MenuScreenTest, LooksAndSizesChangeAtOnceEverywhereAndAreKept) {
   ExpectShown("menu_screen_in_blue", "f2");
   EXPECT_EQ(ReadFile("menulook.txt"), "[Look]\ncommandLine =  \nskin = blue.skin\nzoom = auto\n");
   int slept = 0;
+  const auto press = [](int scancode) {
+    TypeKey(0, scancode), keyboard_lowlevel_callback(scancode | 0x80);
+  };
   timers_.onSleep = [&] {
     if (++slept == 1) ExpectShown("menu_screen_waiting", "");
     if (slept == 3) ExpectShown("menu_screen_waiting_smaller", "");
-    TypeKey(slept == 5 ? 27 : 0, slept == 2 ? KEY_F3 : slept == 5 ? KEY_ESC : 0);
+    for (int i = 0; i < (slept == 2 ? 3 : 0); ++i) press(KEY_F3);
+    if (slept == 5) TypeKey(27, KEY_ESC);
     for (int i = 0; slept == 4 && i < timers_.Count(); ++i) timers_.Tick(i);  // is the file there?
     timers_.Tick(1);
   };
   EXPECT_EQ(Play("enter"), "1/5/0");
   EXPECT_EQ(screen_->List().GetFirst(), first);
+  timers_.onSleep = [&] {
+    if (++slept == 7) press(KEY_F4);
+    if (slept == 8) ExpectShown("menu_screen_helping", ""), TypeKey(27, KEY_ESC);
+    timers_.Tick(1);
+  };
+  Play("f1");
   EXPECT_EQ(ReadFile("menulook.txt"),
-            "[Look]\ncommandLine =  \nskin = blue.skin\nzoom = 1.750000\n");
-  EXPECT_EQ(begin(), "blue.skin 1.750000");
+            "[Look]\ncommandLine =  \nskin = blue.skin\nzoom = 1.500000\n");
+  EXPECT_EQ(begin(), "blue.skin 1.500000");
   WriteFile("cmdline", "quiet zel.look=junk zel.look=blue zel.zoom=1.3\n");
   EXPECT_EQ(begin(), "blue.skin 1.300000");
   ExpectShown("menu_screen_as_before", "f2 f4 f4 f4 f4");

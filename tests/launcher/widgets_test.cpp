@@ -132,9 +132,10 @@ TEST_F(LauncherWidgetsTest, SkinsThatSayLittleChangeNoMore) {
       {"of_frames_zoomed", 1.5, "[TITLE]\nfont=1\nalignment=0\ntextX=7\n", 5},
       {"of_rows", 1, "[LIST]\nheight=17\n[TITLE]\nbackColor=0,0,255\nalignment=1\ntextX=7\n", 6},
       {"of_fields", 2,
-       flat + "[ENTRY]\nfieldX=5\nfieldY=2\nicons=0\nwrap=1\n[TITLE]\nlineColor=0,255,0\n", 2},
+       flat + "[ENTRY]\nfieldX=5\nfieldY=2\nicons=0\nwrap=1\n[TITLE]\nlineColor=0,255,0\n", 5},
       {"of_idle_fields", 1.5,
-       flat + "[ENTRY]\nfieldColor=255,255,0\nidleColor=0,255,255\nmarkX=9\n[HINT]\npaddingX=0\n",
+       flat + "[ENTRY]\nfieldColor=255,255,0\nidleColor=0,255,255\nmarkX=9\nicons=1\n[COLORS]"
+              "\ncontrast=7\n[HINT]\npaddingX=0\n",
        3}};
   std::string rooms;
   for (const auto& [name, zoom, keys, current] : skins) {
