@@ -31,12 +31,12 @@ class LiveTest(unittest.TestCase):
                 serial.expect(rb"> Open a shell")
                 serial.socket.sendall(b"\r")
                 serial.expect(rb"# $")
-                for keys, command in ((["home"], "pidof testdisk"), (["down"], "grep -a PASSED /dev/vcs1"),
-                                      (["down"], "pidof Xorg && pidof icewm && pidof xfe")):
-                    self.machine.press(*keys, "ret")
+                for key, command, back in (("home", "pidof testdisk", ["ret"]), ("down", "grep -a PASSED /dev/vcs1", ["ret"]),
+                                           ("down", "pidof Xorg && pidof icewm && pidof xfe", [])):
+                    self.machine.press(key, "ret")
                     serial.send(f"until {command}; do sleep 1; done; sleep 5; echo =$?=; pkill 'testdisk|icewm-session'")
                     serial.expect(rb"=0=")
-                    self.machine.press("ret")
+                    self.machine.press(*back)
                     self.see(True, "the menu again")
                 self.machine.press("end", "ret")
                 self.assertEqual(self.machine.process.wait(machine.PATIENCE), 0)
