@@ -37,6 +37,8 @@ class LiveTest(unittest.TestCase):
                     serial.send(f"until {command}; do sleep 1; done; sleep 5; echo =$?=; pkill 'testdisk|icewm-session'")
                     serial.expect(rb"=0=")
                     self.machine.press(*back)
+                    serial.send("until pidof zel; do sleep 1; done; sleep 5; echo =$?=")
+                    serial.expect(rb"=0=")
                     self.see(True, "the menu again")
                 self.machine.press("end", "ret")
                 self.assertEqual(self.machine.process.wait(machine.PATIENCE), 0)
