@@ -34,7 +34,7 @@ class LiveTest(unittest.TestCase):
                 for key, command, back in (("home", "pidof testdisk", ["ret"]), ("down", "grep -a PASSED /dev/vcs1", ["ret"]),
                                            ("down", "pidof Xorg && pidof icewm && pidof xfe", [])):
                     self.machine.press(key, "ret")
-                    serial.send(f"until {command}; do sleep 1; done; sleep 5; echo =$?=; pkill 'testdisk|icewm-session'")
+                    serial.send(f"until {command}; do sleep 1; done; pkill 'testdisk|icewm-session'; sleep 5; echo =$?=")
                     serial.expect(rb"=0=")
                     self.machine.press(*back)
                     serial.send("until pidof zel; do sleep 1; done; sleep 5; echo =$?=")
