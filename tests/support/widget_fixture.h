@@ -53,7 +53,7 @@ class WidgetFixture : public StageTest {
     root.Add(&widget);
     widget.SetSkin(nullptr);
     Tick();
-    EXPECT_FALSE(widget.TestFlag(kFlagSkinChanged)) << "it would be dressed with every tick";
+    EXPECT_TRUE(IsDressed(widget)) << "it would be dressed with every tick";
   }
   // Draws nothing, unlike the loop's.
   void Tick(int times = 1) {
@@ -145,6 +145,12 @@ class WidgetFixture : public StageTest {
   bool isTransposed = false;  // scripts are played as if the screen were turned over
 
  private:
+  static bool IsDressed(Widget& widget) {
+    bool isDressed = !widget.TestFlag(kFlagSkinChanged);
+    if (const Dialog* dialog = AsDialog(&widget))
+      for (Widget* child : dialog->Children()) isDressed = isDressed && IsDressed(*child);
+    return isDressed;
+  }
   // Left and up change places, right and down as well.
   int Turned(int key) const {
     return isTransposed && key >= KEY_LEFT && key <= KEY_DOWN ? KEY_LEFT + (key - KEY_LEFT + 2) % 4

@@ -104,7 +104,6 @@ int TitleBack::Thickness() const {
 WindowButton::WindowButton(int element) : icon_{element} {
   SetFlag(kFlagAutoSize);
   SetBitmap(icon_);
-  Disable();
 }
 
 void WindowButton::SetIcon(int element) {
@@ -266,9 +265,7 @@ void Window::TakeTitleLook() {
   take(kActiveTitle, kNormal);
   take(kInactiveTitle, kDisabled);
   title.SetTextBackColor(Color{});
-  title.SetAlignment(skin->windowAlignment);
   title.SetFlag(kFlagAutoSize);
-  title.UpdateSize();
   if (skin->windowTextBack != 0)
     textBack.Unhide();
   else
@@ -288,8 +285,8 @@ void Window::MsgInitSkin() {
   Dialog::MsgInitSkin();
   TakeTitleLook();
   FitToClient();
-  UpdateLayout();
   UpdateButtons();
+  UpdateLayout();
 }
 
 void Window::PlaceFrame() {

@@ -46,7 +46,12 @@ TEST_F(WidgetTest, OperationsSetAndClearTheirFlags) {
     (widget.*operation)();
     seen += Join(widget.GetFlags());
   }
-  EXPECT_EQ(seen, "65 64 66 64 68 64 8 0 16 64 96 64 64 ");
+  for (const auto setter : {&Widget::SetX, &Widget::SetY, &Widget::SetW, &Widget::SetH}) {
+    widget.ClearFlag(~0u);
+    (widget.*setter)(3, false);
+    seen += Join(widget.GetFlags());
+  }
+  EXPECT_EQ(seen, "65 64 66 64 68 64 8 0 16 64 96 64 64 320 320 576 576 ");
   widget.SetFlag(~4096u);
   widget.MsgEnd();
   EXPECT_EQ(widget.GetFlags(), ~4096u & ~1804u);
@@ -127,6 +132,10 @@ TEST_F(TransitionTest, ATransitionRunsFromTheOldLookToTheNew) {
   patch.SetAnimationProperties(80, 0);
   patch.StartAnimation();
   EXPECT_FALSE(patch.InTransition()) << "type 0 is none";
+  patch.SetAnimationProperties(80, 6), patch.SendMessage(MSG_START);
+  EXPECT_TRUE(patch.InTransition()) << "from what lay there before";
+  patch.PlayAnimation(0);
+  EXPECT_FALSE(patch.InTransition());
   patch.draws = 0;
   patch.PlayAnimation(6);  // a wipe downward, of four ticks
   patch.color = green;

@@ -13,7 +13,7 @@ class WindowTest : public WidgetFixture {
  protected:
   WindowTest() {
     Rows stacked(kGrip, std::string(20, 'r'));
-    stacked.resize(2 * kGrip, std::string(20, 'b'));
+    stacked.resize(2 * kGrip, "b.bbbbbbbbbbbbbbbb.b");
     const Rows thin(stacked.begin() + kGrip - kBorder, stacked.begin() + kGrip + kBorder);
     for (const int part : {WINLEFT, WINRIGHT}) Dress(part, Rows(20, "rrrrbbbb"), {4, 4});
     for (const int part : {WINTOP, WINBOTTOM}) Dress(part, thin, {4, 4});
@@ -78,9 +78,15 @@ TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
   EXPECT_EQ(root.FocusWidget(), &content) << "it can be seen and used again";
   steps["auto"] = [this] { window.SetAutoRollup(true); };
   steps["manual"] = [this] { window.SetAutoRollup(false); };
-  look = [this] { return std::to_string(Change().h); };
-  EXPECT_EQ(Play("auto 100,70 310,190 100,70 310,190 manual leave auto auto manual"),
-            "10, 10, -60, 10, -60, 10, 10, -60, -60, 10");
+  steps["roll"] = [this] { window.Minimize(); };
+  steps["fixed"] = [this] { window.ClearFlag(kFlagSizeable); };
+  look = [this] {  // and which of the buttons can be used
+    std::string seen = std::to_string(Change().h);
+    for (int i = 7; i < 10; ++i) seen += window.Children()[i]->Disabled() ? '-' : '+';
+    return seen;
+  };
+  ExpectPlays("window_rolled", {"auto 100,70 310,190 100,70 310,190 manual leave auto auto manual",
+                                "310,190+roll roll auto+310,190 100,60 310,190 manual fixed+roll"});
 }
 
 TEST_F(WindowTest, TheSkinPlacesTitleAndButtons) {
@@ -95,12 +101,15 @@ TEST_F(WindowTest, TheSkinPlacesTitleAndButtons) {
     Tick();
     ExpectShown(picture, {50, 40, 108, 30});
   }
+  window.SetTitle("too long a title"), Frame();
+  ExpectShown("window_title_too_long", {50, 40, 108, 30});
 }
 
 TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
   Button other;
   Show(other, {0, 0, 20, 20});
   CurrentSkin()->Reset();
+  Dress(ICONRESTORE, Rows(40, "yyyyyyyyyy"));
   root.SetSkin(nullptr);
   window.SetTitle("ab");
   Tick();
@@ -109,6 +118,7 @@ TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
   std::string sizes;
   for (const Point& button : {min, min, max, min, max}) {
     Click(window.x() + window.w() + button.x + 5, window.y() + button.y + 5);
+    if (sizes.ends_with("86 ")) ExpectShown("window_maximised", {220, 0, 100, 30});
     sizes += std::to_string(window.w()) + 'x' + std::to_string(window.h()) + ' ';
   }
   EXPECT_EQ(sizes, "108x26 108x86 320x200 320x200 108x86 ");
@@ -138,6 +148,12 @@ TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
   window.SetClientArea(&other);
   EXPECT_EQ(Change(), Rect(0, 0, 40, 0));
   EXPECT_EQ(other.Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 140, 60));
+  Watch({MSG_CLOSE});
+  other.Close();
+  EXPECT_EQ(root.Events(), "Close");
+  window.Minimize(), window.SetClientArea(nullptr), window.SetClientArea(&other);
+  window.Minimize(), Tick();
+  EXPECT_EQ(Change(), Rect(0, 0, 40, 0));
   window.SetClientArea(nullptr);
   Play("90,55 press release press 95,60 release");  // a double click on the title
   Tick(20);
