@@ -140,7 +140,8 @@ TEST_F(SkinTest, EveryValueIsReadFromItsKey) {
 
 TEST_F(SkinTest, WhatItSaysOfMenusCountsUnlessItIsNonsense) {
   std::string seen = MenuValuesOf(Skin{"default"});
-  for (const char* sample : {"menu_keys.cfg", "menu_nonsense.cfg"})
+  for (const char* sample :
+       {"menu_keys.cfg", "menu_nonsense.cfg", "menu_highest.cfg", "menu_too_high.cfg"})
     seen += MenuValuesOf(*Make(ReadFile(kSamples + sample)));
   SetZoom(2);
   ExpectText("skin_of_menus", seen + MenuValuesOf(*Make(ReadFile(kSamples + "menu_keys.cfg"))));
