@@ -74,6 +74,7 @@ int (*programUnderTest)();
 
 // What a program with a display does to its console.
 int SpoilAndRun() {
+  if (IsGuarded() && (fakeConsole->mode != KD_TEXT || fakeConsole->switching != VT_AUTO)) return 99;
   fakeConsole->mode = KD_GRAPHICS;
   fakeConsole->keyboard = K_MEDIUMRAW;
   fakeConsole->switching = VT_PROCESS;
@@ -131,6 +132,24 @@ TEST(ConsoleGuard, PutsTheConsoleRightWhateverEndsTheProgram) {
       << "elsewhere it is just a call";
   munmap(std::exchange(fakeConsole, nullptr), sizeof(FakeConsole));
   prctl(PR_SET_CHILD_SUBREAPER, 0, 0, 0, 0);
+}
+
+TEST(SignalKeeper, HoldsSignalsAndPutsBackHowTheyWereHandled) {
+  static int heard = 0;
+  static constexpr int kTaken[] = {SIGABRT, SIGFPE, SIGILL, SIGSEGV, SIGTERM, SIGINT, SIGQUIT};
+  const auto handle = [](void (*handler)(int)) {
+    for (const int signal : kTaken) std::signal(signal, handler);
+  };
+  handle([](int) { ++heard; });
+  {
+    SignalKeeper keeper;
+    handle(SIG_IGN);
+    keeper.PutBack();
+    for (const int signal : kTaken) raise(signal);
+    EXPECT_EQ(heard, 0);
+  }
+  EXPECT_EQ(heard, 7);
+  handle(SIG_DFL);
 }
 
 // What cannot be taken back is done in a process of its own.
