@@ -6,16 +6,26 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
+#include <string>
+#include <system_error>
 
 #include "tools/preview/contact_sheet.h"
 #include "tools/preview/options.h"
 #include "tools/preview/picture.h"
+#include "tools/preview/server.h"
+#include "tools/preview/window.h"
 
 int main(int argc, char** argv) {
   const zel::PreviewOptions options = zel::ReadPreviewOptions(argc, argv);
   if (chdir(options.directory.c_str()) != 0)
     zel::kPreview.Reject(options.directory + ": " + std::strerror(errno));
-  if (!options.sheet.empty()) return zel::MakeContactSheet(options.scene, options.sheet);
+  const zel::Scene& scene = options.scene;
+  if (!options.sheet.empty()) return zel::MakeContactSheet(scene, options.sheet);
   zel::Scratch scratch;
-  zel::MakePicture(options.scene, scratch, options.png);
+  if (!options.png.empty()) zel::MakePicture(scene, scratch, options.png);
+  std::error_code error;
+  const std::string directory = std::filesystem::current_path(error);
+  return options.serves ? zel::ServePage(directory, scene, scratch, options.port)
+                        : zel::ShowInWindow(directory, scene, scratch);
 }

@@ -47,10 +47,12 @@ constexpr NamedKey kKeys[] = {
 
 std::string Usage() {
   std::string usage =
-      "usage: zel-preview [DIR] --png FILE [--size WxH] [--depth N] [--zoom Z] [--look FILE]\n"
+      "usage: zel-preview [DIR] [--size WxH] [--depth N] [--zoom Z] [--look FILE]\n"
       "                   [--lang CODE] [--progress STEP/STEPS] [--assume FILE]\n"
       "                   [--assume-missing FILE] [--select 4,2] [--keys \"Down Return\"]\n"
       "                   [--after SECONDS]\n"
+      "       zel-preview [DIR] --serve[=PORT] [the same]\n"
+      "       zel-preview [DIR] --png FILE [the same]\n"
       "       zel-preview [DIR] --all DIR [the same]\n"
       "       zel-preview --help | --version\n"
       "       DIR is /etc/zel by default; languages are";
@@ -111,6 +113,16 @@ std::vector<int> ReadSelection(const char* text) {
   return numbers;
 }
 
+int ReadPort(const char* value) {
+  constexpr int kLast = 65535;
+  int port = 0, end = 0;
+  if (!value) return 0;
+  if (std::sscanf(value, "%d%n", &port, &end) != 1 || value[end] != '\0' || port < 0 ||
+      port > kLast)
+    kPreview.Reject(std::string{"--serve="} + value + ": no port; write a number up to 65535");
+  return port;
+}
+
 int ReadSeconds(const char* value) {
   int seconds = 0, end = 0;
   if (std::sscanf(value, "%d%n", &seconds, &end) != 1 || value[end] != '\0' || seconds < 0 ||
@@ -124,6 +136,7 @@ int ReadSeconds(const char* value) {
 PreviewOptions ReadPreviewOptions(int argc, char** argv) {
   static const option kOptions[] = {
       {"png", required_argument, nullptr, 'o'},
+      {"serve", optional_argument, nullptr, 'w'},
       {"all", required_argument, nullptr, 'a'},
       {"size", required_argument, nullptr, 's'},
       {"depth", required_argument, nullptr, 'd'},
@@ -145,6 +158,8 @@ PreviewOptions ReadPreviewOptions(int argc, char** argv) {
   for (int letter; (letter = getopt_long(argc, argv, "", kOptions, nullptr)) != -1;) {
     if (letter == 'o') options.png = std::filesystem::absolute(optarg);
     if (letter == 'a') options.sheet = std::filesystem::absolute(optarg);
+    if (letter == 'w') options.serves = true;
+    if (letter == 'w') options.port = ReadPort(optarg);
     if (letter == 'd') scene.depth = kPreview.ReadDepth(optarg);
     if (letter == 's') scene.size = kPreview.ReadSize(optarg);
     if (letter == 'z') scene.zoom = kPreview.ReadZoom(optarg);
@@ -159,8 +174,8 @@ PreviewOptions ReadPreviewOptions(int argc, char** argv) {
     if (letter == 'v') kPreview.ShowVersion();
     if (letter == '?') ExplainUsage();
   }
-  if (options.png.empty() == options.sheet.empty())
-    kPreview.Reject(options.png.empty() ? "--png is missing" : "--png and --all are two things");
+  if (!options.png.empty() + !options.sheet.empty() + options.serves > 1)
+    kPreview.Reject("of --png, --all and --serve only one goes");
   if (argc - optind > 1) kPreview.Reject(std::string{argv[optind + 1]} + ": one directory only");
   if (optind < argc) options.directory = argv[optind];
   return options;

@@ -15,7 +15,9 @@ struct PreviewOptions {
   std::string directory = "/etc/zel";
   std::filesystem::path png;    // a picture
   std::filesystem::path sheet;  // or a directory for pictures of everything
-  Scene scene;
+  bool serves = false;          // or a page
+  int port = 0;                 // of it; 0 for any
+  Scene scene;                  // without all of them: in a window
 };
 
 // Ends the program where they are wrong, and for those that only ask.

@@ -20,6 +20,17 @@ constexpr int kFramesPerKey = 20;      // transitions end meanwhile
 constexpr int kFramesUntilBar = 2000;  // the launcher's first look is long over
 constexpr int kDepthWithoutDesktop = 16;
 
+// Blue lies lowest in the pixels of displays; how texts are blended depends on it.
+void UsePixelsOfDisplays() {
+  constexpr int kByte = 8;
+  _rgb_b_shift_15 = _rgb_b_shift_16 = _rgb_b_shift_24 = _rgb_b_shift_32 = 0;
+  _rgb_g_shift_15 = _rgb_g_shift_16 = 5;
+  _rgb_r_shift_15 = 10;
+  _rgb_r_shift_16 = 11;
+  _rgb_g_shift_24 = _rgb_g_shift_32 = kByte;
+  _rgb_r_shift_24 = _rgb_r_shift_32 = 2 * kByte;
+}
+
 // Translations are those of this build, if it was not installed.
 std::string OwnCatalogues() {
   std::error_code error;
@@ -39,6 +50,7 @@ std::string PositionOf(const MenuSession& session) {
 }  // namespace
 
 Rehearsal::Rehearsal(const Scene& scene, Scratch& scratch) : scene_{scene}, scratch_{scratch} {
+  UsePixelsOfDisplays();
   install_keyboard();
   install_mouse();
 }

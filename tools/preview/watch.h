@@ -1,0 +1,34 @@
+// Changes of files, as soon as they are there.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "tools/preview/poll_loop.h"
+
+namespace zel {
+
+// Watches the files in a directory and all those in it, and what links among them lead to. The
+// directory may go and come back. Several changes that belong together, as an editor makes them,
+// are told once.
+class Watch {
+ public:
+  Watch(PollLoop& loop, std::string directory, std::function<void()> onChange);
+  ~Watch();
+  Watch(const Watch&) = delete;
+  Watch& operator=(const Watch&) = delete;
+
+ private:
+  // Directories that are new; those that there are stay.
+  void Add();
+  void TakeEvents();
+  void Settle();
+
+  PollLoop& loop_;
+  const std::string directory_;
+  const std::function<void()> onChange_;
+  int events_ = -1;
+  int addedAt_ = -1;  // the watch of the directory itself
+};
+
+}  // namespace zel
