@@ -319,7 +319,10 @@ TEST_F(DialogInputTest, TheFocusMovesDownAndUpTheContainers) {
   EXPECT_EQ(
       root.Events(),
       "b, panel: GotFocus; b, panel: LostFocus; c: GotFocus; c: LostFocus; b, panel: GotFocus");
-  Focus(nullptr);
+  Focus(&c), root.Events();
+  panel.ChangeFocus(nullptr, &a);
+  EXPECT_EQ(root.Events(), "a: GotFocus; c: LostFocus; panel: GotFocus");
+  Focus(&b), Focus(nullptr);
   root.Events();
   root.SetFocus(&panel);
   EXPECT_EQ(root.Events(), "panel, b: GotFocus") << "the one that lost it last has it again";

@@ -292,6 +292,8 @@ TEST_F(DamageTest, NoMoreIsDrawnThanWhatIsDirtyAndWhatLiesAboveIt) {
   EXPECT_EQ(Drawn(), Rows({".rrrr...", ".rrrb...", "........", "........"}));
   root.Redraw();
   EXPECT_EQ(Drawn(), Rows({"rrrrrrkk", "rrrrbbbb", "rrrrbbbb", "kkkkbbbb"}));
+  root.BringToFront(&red1);
+  EXPECT_EQ(Drawn(), Rows({"rrrrrr..", "rrrrrr..", "rrrrrr..", "........"}));
 }
 
 TEST_F(DamageTest, WhatIsCoveredIsNotDrawnAndForgets) {

@@ -164,6 +164,24 @@ TEST_F(TransitionTest, ATransitionRunsFromTheOldLookToTheNew) {
   End();
 }
 
+// The dialog, tick by tick: a wipe downward, in which a widget inside changes its colour.
+TEST_F(TransitionTest, WhatLiesInADialogGoesOnChangingInItsNewLook) {
+  Dialog panel, inner;
+  Patch patch{{1, 1, 3, 3}, blue};
+  root.Add(&panel), panel.Add(&inner), inner.Add(&patch);
+  panel.Shape(10, 10, 8, 5), inner.Shape(2, 0, 6, 5);
+  Start();
+  Tick();
+  panel.SetAnimationProperties(100, 6), panel.StartAnimation(), panel.Redraw();
+  std::string seen;
+  for (const Color color : {red, red, green, green, green, yellow}) {
+    patch.color = color, patch.Redraw();
+    Tick();
+    seen += Describe(screen, {9, 9, 10, 7}) + '\n';
+  }
+  ExpectText("dialog_in_transition", seen, "pictures");
+}
+
 class AnimatorTest : public AllegroFixture {
  protected:
   static constexpr int kWidth = 13, kHeight = 9;
