@@ -1,6 +1,7 @@
 #include "toolkit/skin/skin.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "toolkit/base/bytes.h"
@@ -84,6 +85,11 @@ void Skin::GenerateDefaultBitmap(int id) {
   ZoomElement(id, 1 / pictureScale_);
 }
 
+void Skin::GenerateMissingBitmaps() {
+  for (int id = 0; id < kElementCount; ++id)
+    if (!isBrought_[id]) GenerateDefaultBitmap(id);
+}
+
 void Skin::ZoomElement(int id, double scale) {
   SkinBitmap& element = *bitmaps[id];
   const double factor = CurrentZoom() / scale;
@@ -160,6 +166,7 @@ void Skin::Unload() {
 
 void Skin::Reset() {
   pictureScale_ = 1;
+  std::fill(std::begin(isBrought_), std::end(isBrought_), false);
   Unload();
   ResetColors();
   ResetControls();

@@ -62,6 +62,8 @@ class Skin {
   // The built-in look.
   virtual void Reset();
 
+  // Draws the elements that no datafile brought again, with the current colours.
+  void GenerateMissingBitmaps();
   // What skinFile said when it was loaded last.
   const SectionFile& File() const { return file_; }
   // How many times its usual size the built-in look is to be drawn from now on.
@@ -126,8 +128,9 @@ class Skin {
   void FollowPalette(const RGB* former);
 
   SectionFile file_;
-  double pictureScale_ = 1;    // of the built-in look
-  bool isBuiltinYet_ = false;  // a file is being loaded, and nothing of it was taken
+  double pictureScale_ = 1;             // of the built-in look
+  bool isBrought_[kElementCount] = {};  // by a datafile
+  bool isBuiltinYet_ = false;           // a file is being loaded, and nothing of it was taken
 };
 
 // The skin that every new widget draws with: made at start-up, null before and after.

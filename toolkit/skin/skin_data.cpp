@@ -109,6 +109,7 @@ Error Skin::LoadData(const char* path) {
     const Datafile::Object* object = datafile.Find(name, DAT_BITMAP);
     if (!object) continue;
     bitmaps[id]->Take(MakePicture(*object));
+    isBrought_[id] = true;
     bitmaps[id]->SetTileSize({Read(file_, kTileWidth, name, *object, art.scale),
                               Read(file_, kTileHeight, name, *object, art.scale)});
     ZoomElement(id, art.scale);

@@ -114,6 +114,7 @@ constexpr const char* kLabel = "LABEL";
 constexpr int kHighestRow = 400;
 
 constexpr const char* kSkin = "Skin";
+constexpr const char* kColors = "COLORS";
 
 // A value of the section "Skin"; null when it is absent.
 const char* SkinText(const SectionFile& file, const char* key) {
@@ -230,7 +231,7 @@ std::vector<SkinKey> SkinKeys() {
                             {kSkin, "main_data", SkinKey::kFile},
                             {kSkin, "cursors", SkinKey::kFile},
                             {"BOX", "font1", SkinKey::kFont}};
-  for (const auto& [key, value] : kNamedColors) keys.push_back({"COLORS", key, SkinKey::kColor});
+  for (const auto& [key, value] : kNamedColors) keys.push_back({kColors, key, SkinKey::kColor});
   for (const NumberKey& number : kNumbers)
     keys.push_back({number.section, number.key, SkinKey::kNumber});
   const auto addTextSection = [&keys](const char* section) {
@@ -243,7 +244,8 @@ std::vector<SkinKey> SkinKeys() {
   for (const TextSection& text : kTextSections) addTextSection(text.section);
   addTextSection(kLabel);
   keys.push_back({kList, "height", SkinKey::kNumber, kHighestRow});
-  keys.push_back({"COLORS", "contrast", SkinKey::kText});
+  keys.push_back({kColors, "contrast", SkinKey::kText});
+  keys.push_back({kColors, "builtin", SkinKey::kNumber});
   for (const auto& [section, key] : MenuLook::ColorKeys())
     keys.push_back({section, key, SkinKey::kColor});
   for (const auto& [section, key, highest] : MenuLook::MeasureKeys())
@@ -279,9 +281,12 @@ Error ReadSkinFile(Skin& skin, const SectionFile& file, const char* path) {
     if (result.IsError()) return result;
   }
   for (int i = 0; i < kSkinColorCount; ++i)
-    skin.colors[i] = ReadSkinColor(file, "COLORS", kNamedColors[i].key, kNamedColors[i].value);
+    skin.colors[i] = ReadSkinColor(file, kColors, kNamedColors[i].key, kNamedColors[i].value);
   // The built-in pictures again, in the colours of the file.
-  if (!data) skin.GenerateDefaultBitmaps();
+  if (!data)
+    skin.GenerateDefaultBitmaps();
+  else if (ReadSkinInt(file, kColors, "builtin", 0) != 0)
+    skin.GenerateMissingBitmaps();
   if (const char* shapes = SkinText(file, "cursors")) {
     const Error result = skin.LoadCursors(Beside(path, shapes).c_str());
     if (result.IsError()) return result;
