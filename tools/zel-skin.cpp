@@ -1,4 +1,4 @@
-// Makes skins from pictures, and takes them apart: zel-skin pack DIR, and so on.
+// Makes skins of pictures, and takes them apart: zel-skin new DIR, and so on.
 //
 // Needs no display.
 #include <getopt.h>
@@ -13,22 +13,32 @@
 #include "imageformats/register.h"
 #include "toolkit/base/allegro.h"
 #include "toolkit/draw/bitmap_guard.h"
+#include "tools/checker/findings.h"
+#include "tools/skin/new_skin.h"
 #include "tools/skin/pack.h"
+#include "tools/skin/sheet.h"
 #include "tools/support/options.h"
 
 namespace zel {
 namespace {
 
 constexpr int kRejected = 2;
+constexpr int kDepth = 32;
 
 constexpr OptionReader kReader{"zel-skin"};
 constexpr const char* kUsage =
-    "usage: zel-skin pack DIR [--to DIR]\n"
+    "usage: zel-skin new DIR [--from SKIN] [--ground COLOR] [--text COLOR] [--accent COLOR]\n"
+    "                        [--font FILE] [--size PIXELS] [--title TEXT]\n"
+    "       zel-skin pack DIR [--to DIR]\n"
     "       zel-skin unpack SKIN DIR\n"
-    "       zel-skin --help | --version\n";
+    "       zel-skin sheet SKIN --png FILE\n"
+    "       zel-skin --help | --version\n"
+    "       a COLOR is written as 37,45,59 or #252d3b\n";
 
 struct Options {
   std::string target;  // of "pack"; empty: the project's directory
+  std::string png;     // of "sheet"
+  SkinWishes wishes;   // of "new"
 };
 
 struct Command {
@@ -40,6 +50,12 @@ struct Command {
 };
 
 const Command kCommands[] = {
+    {"new",
+     {"DIR"},
+     "rgxafsn",
+     [](const auto& operands, const Options& options, Complaints& complaints) {
+       NewSkin(operands[0], options.wishes, complaints);
+     }},
     {"pack",
      {"DIR"},
      "t",
@@ -52,18 +68,45 @@ const Command kCommands[] = {
      [](const auto& operands, const Options&, Complaints& complaints) {
        UnpackSkin(operands[0], operands[1], complaints);
      }},
+    {"sheet",
+     {"SKIN"},
+     "o",
+     [](const auto& operands, const Options& options, Complaints& complaints) {
+       if (options.png.empty()) kReader.Reject("sheet: --png is missing");
+       DrawSkinSheet(operands[0], options.png, complaints);
+     }},
 };
 
 constexpr option kOptions[] = {
-    {"to", required_argument, nullptr, 't'},
-    {"help", no_argument, nullptr, 'h'},
-    {"version", no_argument, nullptr, 'v'},
-    {nullptr, 0, nullptr, 0},
+    {"to", required_argument, nullptr, 't'},    {"png", required_argument, nullptr, 'o'},
+    {"from", required_argument, nullptr, 'r'},  {"ground", required_argument, nullptr, 'g'},
+    {"text", required_argument, nullptr, 'x'},  {"accent", required_argument, nullptr, 'a'},
+    {"font", required_argument, nullptr, 'f'},  {"size", required_argument, nullptr, 's'},
+    {"title", required_argument, nullptr, 'n'}, {"help", no_argument, nullptr, 'h'},
+    {"version", no_argument, nullptr, 'v'},     {nullptr, 0, nullptr, 0},
 };
 
 [[noreturn]] void ExplainUsage() {
   std::fputs(kUsage, stderr);
   std::exit(kRejected);
+}
+
+std::string CheckColor(const char* option, const char* value) {
+  set_color_depth(kDepth);
+  if (!ReadColor(value).IsSet())
+    kReader.Reject(std::string{option} + ' ' + value +
+                   ": no colour; write it as 37,45,59 or #252d3b");
+  return value;
+}
+
+int ReadTextSize(const char* value) {
+  char* end = nullptr;
+  const long size = std::strtol(value, &end, 10);
+  if (end == value || *end != '\0' || size < kSmallestText || size > kLargestText)
+    kReader.Reject(std::string{"--size "} + value + ": no size; write " +
+                   std::to_string(kSmallestText) + " to " + std::to_string(kLargestText) +
+                   ", the height of a line in pixels");
+  return static_cast<int>(size);
 }
 
 const Command& FindCommand(int argc, char** argv) {
@@ -75,9 +118,18 @@ const Command& FindCommand(int argc, char** argv) {
 
 int Run(int argc, char** argv) {
   Options options;
+  SkinWishes& wishes = options.wishes;
   std::string given;
   for (int letter; (letter = getopt_long(argc, argv, "", kOptions, nullptr)) != -1;) {
     if (letter == 't') options.target = optarg;
+    if (letter == 'o') options.png = optarg;
+    if (letter == 'r') wishes.from = optarg;
+    if (letter == 'g') wishes.ground = CheckColor("--ground", optarg);
+    if (letter == 'x') wishes.text = CheckColor("--text", optarg);
+    if (letter == 'a') wishes.accent = CheckColor("--accent", optarg);
+    if (letter == 'f') wishes.font = optarg;
+    if (letter == 's') wishes.size = ReadTextSize(optarg);
+    if (letter == 'n') wishes.title = Readable(optarg);
     if (letter == 'h') kReader.Help(kUsage);
     if (letter == 'v') kReader.ShowVersion();
     if (letter == '?') ExplainUsage();

@@ -169,7 +169,12 @@ class CheckTest(unittest.TestCase):
                 ("zel-gallery", "--png", "/none/a", "--skin", "/none/b", "/none/b: "), ("zel-gallery", "x", "x: "),
                 ("zel-skin", "paint", "paint: "), ("zel-skin", "unpack", "a", "unpack: DIR is missing"),
                 ("zel-skin", "pack", "a", "b", "b: one too many"), ("zel-skin", "unpack", "a", "b", "--to", "c", "--to: not for"),
-                ("zel-skin", "pack", "/none", "/none/skin.ini: there is no such file"), ("zel-skin", "--too", "'--too'")):
+                ("zel-skin", "pack", "/none", "/none/skin.ini: there is no such file"), ("zel-skin", "--too", "'--too'"),
+                ("zel-skin", "new", "/none/a", "--ground", "1,2", "--ground 1,2: "), ("zel-skin", "new", "a", "--size", "7", "--size 7: "),
+                ("zel-skin", "new", "a", "--from", "/none", "--from /none: "), ("zel-skin", "new", "a", "--font", "/none", "--font /none: "),
+                ("zel-skin", "new", ROOT, "is there already"), ("zel-skin", "sheet", "a", "--png is missing"),
+                ("zel-skin", "sheet", "/none", "--png", "a", "/none: there is no"),
+                ("zel-skin", "sheet", ROOT / "data/skin/zel.skin", "--png", "/none/a", "--png /none/a: ")):
             result = subprocess.run([BUILD / "bin" / program, *options], check=False, capture_output=True, text=True)
             self.assertEqual((result.returncode, result.stdout), (2, ""), (program, *options))
             self.assertIn(complaint, result.stderr)

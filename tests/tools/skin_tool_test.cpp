@@ -6,9 +6,13 @@
 #include "tests/support/reference.h"
 #include "toolkit/base/zoom.h"
 #include "toolkit/draw/bitmap_guard.h"
+#include "toolkit/draw/contrast.h"
 #include "toolkit/draw/engine_font.h"
 #include "toolkit/skin/skin.h"
+#include "tools/skin/look.h"
+#include "tools/skin/new_skin.h"
 #include "tools/skin/pack.h"
+#include "tools/skin/sheet.h"
 
 namespace zel {
 namespace {
@@ -143,7 +147,7 @@ TEST_F(SkinToolTest, EveryKindOfElementComesBackToThePixel) {
   place.Write("my.dat", Datafile(pointers));
   ASSERT_EQ(Unpack("my.skin", "project"), "");
   ExpectText("skin_project", place.Read("project/skin.ini"));
-  EXPECT_EQ(Pack("project", "packed").find("warning"), std::string::npos);
+  EXPECT_NE(Pack("project", "packed").find("40 elements are missing"), std::string::npos);
   for (const int depth : {8, 16, 24, 32})
     for (const double zoom : {1.0, 2.0, 3.0})
       EXPECT_TRUE(Seen(skin, depth, zoom) == Seen(place.Path("packed/my.skin"), depth, zoom))
@@ -181,6 +185,102 @@ TEST_F(SkinToolTest, MistakesAreNamedInTheirPlace) {
   said +=
       "---\n" + Unpack("packed/plain.skin", "mine") + Unpack("packed/plain.skin", "mine/odd.bmp");
   ExpectText("skin_mistakes", said);
+}
+
+TEST_F(SkinToolTest, MissingElementsTakeTheColorsThatTheyAreToldTo) {
+  place.Write("my.dat", Datafile({Object("BMP ", Picture(24, 8, 32), "BUTTON")}));
+  const std::string colors = "[COLORS]\nface = 200,0,0\n", data = "[Skin]\nmain_data = my.dat\n";
+  const auto seen = [&](const std::string& text, int id) {
+    UseDepth(32);
+    return Pixels(Skin{place.Write("some.skin", text).c_str()}.bitmaps[id]->GetBitmap());
+  };
+  for (const int id : {CHECKBOX, WINTOP}) {
+    EXPECT_EQ(seen(colors + "builtin = 1\n" + data, id), seen(colors, id));
+    EXPECT_EQ(seen(colors + data, id), seen("", id));
+    EXPECT_NE(seen(colors, id), seen("", id));
+  }
+  EXPECT_EQ(seen(colors + "builtin = 1\n" + data, BUTTON), seen(data, BUTTON));
+}
+
+// The mean colour of each of a picture's frames.
+std::string FrameColors(BITMAP* picture, Size grid) {
+  std::string text;
+  const int w = picture->w / grid.w, h = picture->h / grid.h;
+  for (int i = 0; i < grid.w * grid.h; ++i) {
+    int sums[4] = {};
+    for (int y = 0; y < h; ++y)
+      for (int x = 0; x < w; ++x) {
+        const int color = getpixel(picture, i % grid.w * w + x, i / grid.w * h + y);
+        if (color == bitmap_mask_color(picture)) continue;
+        sums[0] += getr(color), sums[1] += getg(color), sums[2] += getb(color), ++sums[3];
+      }
+    const int count = std::max(1, sums[3]);
+    text += ' ' + Join(sums[3], sums[0] / count, sums[1] / count, sums[2] / count);
+  }
+  return text + '\n';
+}
+
+TEST_F(SkinToolTest, NewLooksAreCompleteAndFollowWhatIsWished) {
+  SkinWishes wishes;
+  wishes.font = std::filesystem::absolute("data/skin/fonts/DejaVuSans.ttf");
+  Complaints complaints;
+  NewSkin(place.Path("dark"), wishes, complaints);
+  wishes = {place.Path("dark/dark.skin"), "Mine", "", "#F2efE9", "", "179,84, 30", 27};
+  NewSkin(place.Path("light/"), wishes, complaints);
+  EXPECT_EQ(Said(complaints, place.Path()), "");
+  for (const std::string name : {"dark", "light"}) {
+    UseDepth(32);
+    std::string text = place.Read(name + "/skin.ini");
+    const Skin skin{place.Path(name + '/' + name + ".skin").c_str()};
+    for (int id = 0; id < kElementCount; ++id)
+      text += kElementNames[id] + FrameColors(skin.bitmaps[id]->GetBitmap(), kElementGrids[id]);
+    for (int i = 0; i < kCursorCount; ++i)
+      for (const SkinBitmap& frame : skin.cursors[i]->GetFrames())
+        text += kCursorNames[i] + FrameColors(frame.GetBitmap(), {1, 1});
+    ExpectText("skin_new_" + name, text);
+    EXPECT_EQ(Pack(name, "packed"), "");
+    ASSERT_EQ(Unpack("packed/" + name + ".skin", name + "2"), "");
+    const auto files = FilesOf(name);
+    for (const auto& [file, bytes] : FilesOf(name + "2"))
+      EXPECT_TRUE(files.contains(file) && files.at(file) == bytes) << file;
+  }
+}
+
+TEST_F(SkinToolTest, TextsOfLooksCanBeReadWhateverTheColors) {
+  UseDepth(32);
+  const Color colors[] = {{0, 0, 0},   {255, 255, 255}, {128, 128, 128},
+                          {255, 0, 0}, {0, 0, 90},      {255, 230, 0}};
+  for (const Color ground : colors)
+    for (const Color text : colors)
+      for (const Color accent : colors) {
+        const LookColors look{{ground, text, accent}};
+        for (const Color below : {look.face, look.sunken, look.panel, look.button})
+          for (const Color above : {look.text, look.quiet, look.disabled, look.mark})
+            EXPECT_GE(Contrast(above, below), 4.4) << Join(ground, text, accent);
+        for (const Color below :
+             {look.select, look.focus, look.idle, look.tooltip, look.bar, look.back})
+          EXPECT_GE(Contrast(look.text, below), 4.4) << Join(ground, text, accent);
+        EXPECT_GE(Contrast(look.onAccent, look.accent), 4.4) << Join(ground, text, accent);
+      }
+  for (const char* text : {"", "1,2", "1,2,256", "1,2,3,4", "-1,2,3", "#12345", "#12345g", "red"})
+    EXPECT_FALSE(ReadColor(text).IsSet()) << text;
+}
+
+TEST_F(SkinToolTest, SheetsMarkWhatCannotBeRead) {
+  const auto redLines = [this](const std::string& more) {
+    Complaints complaints;
+    const std::string text = "[Skin]\n[FONT0]\nfile=none\n[TOOLTIP]\n" + more;
+    DrawSkinSheet(place.Write("my.skin", text), place.Path("all.png"), complaints);
+    EXPECT_TRUE(complaints.Lines().empty());
+    UseDepth(32);
+    const BitmapPtr sheet{load_bitmap(place.Path("all.png").c_str(), nullptr)};
+    const std::vector<int> pixels = Pixels(sheet.get());
+    return std::pair{std::count(pixels.begin(), pixels.end(), red) / 3 / 200, sheet->h};
+  };
+  const auto plain = redLines("");
+  EXPECT_EQ(redLines("f_col1 = 255,255,0\nf_col3 = 255,255,0\n"),
+            std::pair(plain.first + 2, plain.second));
+  EXPECT_GT(redLines("[FONT1]\n[ENTRY]\ncolor=1,2,3\n").second, plain.second);
 }
 
 TEST_F(SkinToolTest, DamageDoesNoHarm) {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "toolkit/base/bytes.h"
+#include "toolkit/base/section_file.h"
 #include "toolkit/base/zoom.h"
 #include "toolkit/draw/bitmap_guard.h"
 #include "toolkit/draw/color.h"
@@ -32,6 +33,20 @@ class Packer {
         complaints_{complaints},
         project_{ReadProject(directory, complaints)} {
     std::copy(std::begin(default_palette), std::end(default_palette), palette_.colors);
+  }
+
+  // What the pictures lack is drawn by the toolkit.
+  void WarnOfMissing() {
+    const PictureList& list = project_.List(kElementPart, 1);
+    const auto count =
+        std::count_if(list.pictures.begin(), list.pictures.end(),
+                      [](const ProjectPicture& picture) { return picture.name != kPaletteName; });
+    const SectionFile content = SectionFile::FromUtf8(project_.description);
+    if (list.isThere && count < kElementCount && !content.Find("COLORS").Find("builtin"))
+      complaints_.Warn(file_, list.line,
+                       std::to_string(kElementCount - count) +
+                           " elements are missing and have the built-in look's own colours; with "
+                           "builtin = 1 in [COLORS] they have those of the skin");
   }
 
   // What is to be written, by name; an empty file is to be removed.
@@ -184,6 +199,7 @@ void PackSkin(const std::string& directory, const std::string& target, Complaint
   if (packer.Name().empty()) return;
   const auto files = packer.Files();
   if (complaints.HasErrors()) return;
+  packer.WarnOfMissing();
   for (const auto& [name, bytes] : files) {
     const std::string path = std::filesystem::path{target} / name;
     std::error_code ignored;

@@ -103,9 +103,7 @@ class Reader {
         complaints_.Add(
             file_, entry.line,
             "[PACK] has no key " + Readable(entry.name) + "; there are name and packed");
-    std::error_code ignored;
-    const std::string own =
-        std::filesystem::weakly_canonical(directory_, ignored).filename().string();
+    const std::string own = DirectoryName(directory_);
     project_.name = pack.GetText(kNameKey, ((own.empty() ? "my" : own) + ".skin").c_str());
     const SectionFile::Entry* name = pack.Find(kNameKey);
     if (name && (project_.name.find('/') != std::string::npos || project_.name == kProjectFile ||
@@ -243,6 +241,12 @@ bool IsSame(const ProjectPicture& a, const ProjectPicture& b) {
 
 std::string FileIn(const std::string& directory, const std::string& file) {
   return file.starts_with('/') ? file : directory + '/' + file;
+}
+
+std::string DirectoryName(const std::string& directory) {
+  std::error_code ignored;
+  const std::filesystem::path path = std::filesystem::absolute(directory, ignored) / ".";
+  return path.lexically_normal().parent_path().filename();
 }
 
 std::string AtScale(const std::string& path, int scale) {

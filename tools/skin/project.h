@@ -14,6 +14,8 @@ inline constexpr const char* kProjectFile = "skin.ini";
 inline constexpr const char* kPaletteName = "XTRA_PALETTE";
 inline constexpr int kSkinScales = 3;  // pictures at their size, at twice and at three times that
 
+// What a directory itself is called; nothing for that of the system.
+std::string DirectoryName(const std::string& directory);
 // "disk@2x.bmp" for "disk.bmp" at the scale 2.
 std::string AtScale(const std::string& path, int scale);
 
