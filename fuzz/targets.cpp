@@ -39,6 +39,7 @@
 #include "toolkit/skin/skin.h"
 #include "toolkit/testing/offscreen.h"
 #include "tools/checker/check.h"
+#include "tools/skin/project.h"
 
 namespace zel {
 namespace {
@@ -264,6 +265,16 @@ void TryTree(const char* file) {
   CheckTree();
 }
 
+// A project of a skin that is read without complaint is written so that it reads the same.
+void TryProject(const char* file) {
+  const FormatGuard format{U_UTF8};
+  Complaints complaints;
+  const std::string once = ProjectText(ReadProject(".", complaints));
+  if (complaints.HasErrors()) return;
+  WriteBytes(file, once);
+  Require(ProjectText(ReadProject(".", complaints)) == once, "reads as it was written");
+}
+
 constexpr std::size_t kText = 4096, kPicture = 4096;
 
 constexpr FuzzTarget kTargets[] = {
@@ -280,6 +291,7 @@ constexpr FuzzTarget kTargets[] = {
     {"datafile", "a.dat", 1 << 14, TryElements, "toolkit/skin/elements.cpp"},
     {"cursors", "a.dat", 1 << 16, TryCursors, "toolkit/draw/cursor.cpp toolkit/skin/skin_data.cpp"},
     {"skin", "a.skin", kText, TrySkin, "toolkit/skin/*.cpp toolkit/draw/cursor.cpp"},
+    {"project", "skin.ini", kText, TryProject, "tools/skin/project.cpp toolkit/skin/elements.cpp"},
     {"settings", "a.cfg", kText, TrySettings, "toolkit/base/settings.cpp"},
     {"menu", "a.cfg", kText, TryMenu, "launcher/menu_*.cpp"},
     {"hints", "a.txt", 8192, TryHints, "launcher/hint_file.cpp"},

@@ -173,7 +173,7 @@ class CheckTest(unittest.TestCase):
                 ("zel-skin", "new", "/none/a", "--ground", "1,2", "--ground 1,2: "), ("zel-skin", "new", "a", "--size", "7", "--size 7: "),
                 ("zel-skin", "new", "a", "--from", "/none", "--from /none: "), ("zel-skin", "new", "a", "--font", "/none", "--font /none: "),
                 ("zel-skin", "new", ROOT, "is there already"), ("zel-skin", "sheet", "a", "--png is missing"),
-                ("zel-skin", "sheet", "/none", "--png", "a", "/none: there is no"),
+                ("zel-skin", "sheet", "/dev", "--png", "a", "/dev: is no file"),
                 ("zel-skin", "sheet", ROOT / "data/skin/zel.skin", "--png", "/none/a", "--png /none/a: ")):
             result = subprocess.run([BUILD / "bin" / program, *options], check=False, capture_output=True, text=True)
             self.assertEqual((result.returncode, result.stdout), (2, ""), (program, *options))

@@ -9,6 +9,9 @@
 
 namespace zel {
 
+// What keeps a file from being read: there is none, or it is no file.
+std::string WhyNoFile(const std::string& path);
+
 // Makes a directory, or takes one that is empty. False for anything else, which is said.
 bool MakeEmptyDirectory(const std::string& directory, Complaints& complaints);
 

@@ -73,7 +73,7 @@ class Maker {
     SectionFile skin;
     if (!wishes_.from.empty()) {
       if (!IsFile(wishes_.from.c_str())) {
-        complaints_.Add("--from " + Readable(wishes_.from), 0, "there is no such file");
+        complaints_.Add("--from " + Readable(wishes_.from), 0, WhyNoFile(wishes_.from));
         return false;
       }
       skin = SectionFile::FromUtf8(ReadText(wishes_.from.c_str(), kLargestSkin));

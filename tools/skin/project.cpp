@@ -17,6 +17,7 @@
 #include "tools/checker/findings.h"
 #include "tools/checker/lines.h"
 #include "tools/checker/nearest.h"
+#include "tools/skin/files.h"
 
 namespace zel {
 namespace {
@@ -77,7 +78,7 @@ class Reader {
 
   Project Read() {
     if (!IsFile(file_.c_str())) {
-      complaints_.Add(file_, 0, "there is no such file; zel-skin new and unpack make one");
+      complaints_.Add(file_, 0, WhyNoFile(file_) + "; zel-skin new and unpack make one");
       return {};
     }
     const Bytes bytes = ReadBytes(file_.c_str(), kLargestText);
@@ -86,8 +87,14 @@ class Reader {
       return {};
     }
     const std::string text{bytes.begin(), bytes.end()};
+    if (text.find('\0') != std::string::npos) {
+      complaints_.Add(file_, 1, "has zero bytes and is no text");
+      return {};
+    }
     content_ = SectionFile::FromUtf8(text);
     project_.description = WithoutProject(text);
+    if (SectionFile::FromUtf8(project_.description).Sections().empty())
+      complaints_.Add(file_, 1, "holds no description of a skin");
     if (project_.description.size() > kLargestDescription)
       complaints_.Add(file_, 1, "the description is larger than 128 KB");
     ReadPack();

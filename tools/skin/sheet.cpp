@@ -12,6 +12,7 @@
 #include "toolkit/testing/offscreen.h"
 #include "tools/checker/findings.h"
 #include "tools/checker/skin_check.h"
+#include "tools/skin/files.h"
 
 namespace zel {
 namespace {
@@ -293,10 +294,10 @@ void DrawSkinSheet(const std::string& skin, const std::string& png, Complaints& 
   constexpr Size kScreen{64, 64};
   constexpr int kDepth = 32;
   Offscreen offscreen;
-  if (!IsFile(skin.c_str())) return complaints.Add(skin, 0, "there is no such file");
+  if (!IsFile(skin.c_str())) return complaints.Add(skin, 0, WhyNoFile(skin));
   if (!offscreen.SetMode(kScreen, kDepth)) return;
   const std::string complaint = Offscreen::LoadSkin(skin.c_str());
-  if (!complaint.empty()) return complaints.Add(complaint, 0, "");
+  if (!complaint.empty()) return complaints.Add(skin, 0, complaint.substr(skin.size() + 2));
   const SkinBitmap sheet = SkinSheet{*CurrentSkin()}.Draw();
   if (!SavePng(png.c_str(), sheet.GetBitmap()))
     complaints.Add("--png " + png, 0, "cannot be written");

@@ -84,7 +84,7 @@ class Unpacker {
   }
 
   void Run() {
-    if (!IsFile(skin_.c_str())) return complaints_.Add(skin_, 0, "there is no such file");
+    if (!IsFile(skin_.c_str())) return complaints_.Add(skin_, 0, WhyNoFile(skin_));
     const Bytes bytes = ReadBytes(skin_.c_str(), kLargestDescription);
     project_.description = WithoutProject({bytes.begin(), bytes.end()});
     if (bytes.empty() || DescribesNothing())
