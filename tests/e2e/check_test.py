@@ -163,7 +163,7 @@ class CheckTest(unittest.TestCase):
                 ("zel-preview", "--select", "3,,2", "--select 3,,2: "), ("zel-preview", "--after", "3s", "--after 3s: "),
                 ("zel-preview", ROOT / "data", "--select", "9,1", "--png", "a", "--select 9: entry 9 of menu.cfg opens no menu"),
                 ("zel-preview", ROOT / "data", "--all", "/dev/null/x", "--all /dev/null/x: "),
-                ("zel-preview", "--serve=x", "--serve=x: "), ("zel-preview", "--png", "a", "--serve", "only one goes"), (*picture_of, "--png /none/a.png: "),
+                ("zel-preview", "--serve", "65536", "--serve=65536: "), ("zel-preview", "--png", "a", "--serve", "only one goes"), (*picture_of, "--png /none/a.png: "),
                 ("zel-preview", "/none", "--png", "a", "/none: No such file"),
                 ("zel-gallery", "--page", "none", "--page none: "), ("zel-gallery", "--depth", "x", "--depth x: "),
                 ("zel-gallery", "--png", "/none/a", "--skin", "/none/b", "/none/b: "), ("zel-gallery", "x", "x: "),

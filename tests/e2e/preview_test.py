@@ -6,6 +6,7 @@ import http.client
 import json
 import os
 import pathlib
+import random
 import re
 import shutil
 import subprocess
@@ -13,6 +14,7 @@ import sys
 import tempfile
 import time
 import unittest
+import urllib.request
 
 from harness import BUILD, ROOT, Display, Launcher, copy_menu, need_sandbox, wait_until
 
@@ -184,6 +186,31 @@ class PreviewTest(unittest.TestCase):
                 ("POST", secret + "input", {**ours, "Content-Length": "9" * 9}, None, 400), ("GET", secret, {}, None, 200)):
             with self.subTest(method=method, path=path, headers=headers, body=body):
                 self.assertEqual(status(method, path, headers, body), expected)
+
+    def test_whatever_the_files_are_nothing_crashes_or_hangs(self):
+        server = self.start("--serve")
+        address = server.stdout.readline().strip()
+        picture = self.place / "a.png"
+        for name in ("menu.cfg", "zel.cfg", "hints.txt", "skin/zel.skin", "skin/skin.dat", "pic/back800.jpg"):
+            file = self.tree / name
+            whole = file.read_bytes()
+            for put in (lambda: file.write_bytes(random.Random(name).randbytes(100000)), lambda: os.mkfifo(file),
+                        lambda: file.symlink_to(file.name), lambda: (file.touch(), os.truncate(file, 3 << 30))):
+                file.unlink()
+                put()
+                result = subprocess.run([PREVIEW, self.tree, "--png", picture], check=False, capture_output=True, timeout=30)
+                self.assertIn((result.returncode, result.stderr == b""), ((0, True), (2, False)))
+            file.unlink()
+            file.write_bytes(whole)
+        expected = colours(self.tree)
+
+        def served():
+            with urllib.request.urlopen(address + "picture", timeout=10) as answer:
+                picture.write_bytes(answer.read())
+            return subprocess.check_output(["/usr/bin/convert", picture, "-depth", "8", "rgb:-"])
+
+        wait_until(lambda: served() == expected, "the picture of before")
+        self.assertIsNone(server.poll())
 
     @unittest.skipUnless(CHROMIUM, "there is no chromium")
     def test_the_page_works_as_the_menu_does(self):

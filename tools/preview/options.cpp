@@ -51,7 +51,7 @@ std::string Usage() {
       "                   [--lang CODE] [--progress STEP/STEPS] [--assume FILE]\n"
       "                   [--assume-missing FILE] [--select 4,2] [--keys \"Down Return\"]\n"
       "                   [--after SECONDS]\n"
-      "       zel-preview [DIR] --serve[=PORT] [the same]\n"
+      "       zel-preview [DIR] --serve [PORT] [the same]\n"
       "       zel-preview [DIR] --png FILE [the same]\n"
       "       zel-preview [DIR] --all DIR [the same]\n"
       "       zel-preview --help | --version\n"
@@ -154,12 +154,18 @@ PreviewOptions ReadPreviewOptions(int argc, char** argv) {
       {nullptr, 0, nullptr, 0},
   };
   PreviewOptions options;
+  // The port may also be a word of its own.
+  const auto takeNumber = [&argc, argv]() -> const char* {
+    const char* next = optind < argc ? argv[optind] : "";
+    const std::size_t digits = std::strspn(next, "0123456789");
+    return digits > 0 && next[digits] == '\0' ? argv[optind++] : nullptr;
+  };
   Scene& scene = options.scene;
   for (int letter; (letter = getopt_long(argc, argv, "", kOptions, nullptr)) != -1;) {
     if (letter == 'o') options.png = std::filesystem::absolute(optarg);
     if (letter == 'a') options.sheet = std::filesystem::absolute(optarg);
     if (letter == 'w') options.serves = true;
-    if (letter == 'w') options.port = ReadPort(optarg);
+    if (letter == 'w') options.port = ReadPort(optarg ? optarg : takeNumber());
     if (letter == 'd') scene.depth = kPreview.ReadDepth(optarg);
     if (letter == 's') scene.size = kPreview.ReadSize(optarg);
     if (letter == 'z') scene.zoom = kPreview.ReadZoom(optarg);
