@@ -147,7 +147,7 @@ class CheckTest(unittest.TestCase):
         page = (self.tree / "index.html").read_text(encoding="utf-8")
         menus = re.findall(r"<h2>(\w+)\.cfg <span>(.*)</span>", page)
         self.assertEqual(len(menus), len(list((ROOT / "data").glob("*.cfg"))) - 1)  # zel.cfg is none
-        self.assertIn(("menu", "Que voulez-vous faire ?"), menus)
+        self.assertIn(("menu", "Que voulez-vous faire\xa0?"), menus)
         for name, _ in menus:
             picture = base64.b64encode((self.tree / f"{name}-320x240-fr.png").read_bytes()).decode()
             self.assertEqual(page.count(f'"data:image/png;base64,{picture}"'), 1, name)
