@@ -238,7 +238,17 @@ void ListView::ScrollToCurrent() {
     SetFirst(target);
   else if (target >= first + page)
     SetFirst(target - page + 1);
+  ShowWhole(target);
   Redraw();
+}
+
+void ListView::ShowWhole(int index) {
+  int bottom = 0;
+  for (int i = first; i <= index && i < Count(); ++i) bottom += HeightOf(i);
+  while (IsCut(index, bottom)) {
+    bottom -= HeightOf(first);
+    SetFirst(first + 1);
+  }
 }
 
 void ListView::Sort() {
@@ -463,6 +473,7 @@ void ListBox::FollowCurrent() {
   } else {
     const int page = list->PageSize();
     if (page != 0 && list->GetFirst() + page <= current) list->SetFirst(current - page + 1);
+    list->ShowWhole(current);
   }
   scrollBar.SetPosition(list->GetFirst());
 }

@@ -103,6 +103,9 @@ class ListView : public Widget {
   // How many items fit; moves the first visible item back where there is room below.
   int PageSize();
   void ScrollToCurrent();
+  // Scrolls on until an item is not cut: rows above it may be higher than those that a page was
+  // counted with. Only where the skin says how high rows are.
+  void ShowWhole(int index);
   // Sorts by text, byte by byte; the current item stays current.
   void Sort();
 
