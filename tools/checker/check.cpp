@@ -96,6 +96,7 @@ std::vector<Finding> CheckTree() {
   if (CurrentSkin()->GetError().IsError()) CurrentSkin()->Reset();
   const std::vector<MenuFile> menus = ReadMenus(findings, pictures);
   if (!menus.empty()) CheckProgressPicture(findings, pictures);
+  if (!menus.empty()) CheckAnyChoice(findings, menus.front());
   for (const MenuFile& menu : menus) CheckItems(findings, menu);
   CheckChoices(findings, menus);
   CheckCircles(findings, menus);

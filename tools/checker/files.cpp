@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <string_view>
 #include <vector>
 
 #include "toolkit/base/bytes.h"
@@ -25,8 +26,21 @@ std::string Directory(const std::string& name) {
   return slash == 0 ? "/" : name.substr(0, slash);
 }
 
+// The file that a name means which is not written as launchers read it: with backslashes, with the
+// place on the disc, without its directory; empty for none.
+std::string MeantFile(std::string name) {
+  std::replace(name.begin(), name.end(), '\\', '/');
+  for (const std::string_view place : {"/etc/zel/", "./"})
+    if (name.starts_with(place)) name.erase(0, place.size());
+  if (IsFile(name.c_str())) return name;
+  for (const char* directory : {"icons/", "pic/", "skin/"})
+    if (const std::string there = directory + name; IsFile(there.c_str())) return there;
+  return {};
+}
+
 // The name of another file in the same directory that may be meant.
 std::string NearestFile(const std::string& name) {
+  if (std::string meant = MeantFile(name); !meant.empty()) return meant;
   std::vector<std::string> names;
   const std::string directory = Directory(name);
   std::error_code error;
@@ -36,7 +50,10 @@ std::string NearestFile(const std::string& name) {
     names.push_back(entry->path().filename());
   std::sort(names.begin(), names.end());
   const std::string base = name.substr(name.rfind('/') + 1);
-  const std::string nearest = Nearest(base, names);
+  const auto whole = std::find_if(names.begin(), names.end(), [&](const std::string& known) {
+    return !base.empty() && known.starts_with(base + '.');
+  });
+  const std::string nearest = whole == names.end() ? Nearest(base, names) : *whole;
   return nearest.empty() ? nearest : name.substr(0, name.size() - base.size()) + nearest;
 }
 

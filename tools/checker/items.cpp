@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <climits>
 #include <initializer_list>
+#include <iterator>
 #include <map>
 #include <string>
 #include <utility>
@@ -18,6 +19,9 @@ namespace {
 constexpr int kLargestStatus = 255;  // what a process can end with
 constexpr int kLeastFailure = 126, kKilled = 137;
 constexpr std::size_t kLongestOutput = 255;  // bytes
+constexpr int kLongestWait = 3600;           // seconds that make sense
+
+constexpr const char* kBetween[] = {" /", ",/", ";/", ":/"};  // two names of a list
 
 // One of the keys that the item has; null for none.
 const MenuLine* FirstOf(const MenuSection& item, std::initializer_list<const char*> keys) {
@@ -28,9 +32,28 @@ const MenuLine* FirstOf(const MenuSection& item, std::initializer_list<const cha
   return first;
 }
 
+// A pattern, a condition or a list of files.
+bool IsMoreThanAName(const std::string& name) {
+  const bool isList = std::any_of(std::begin(kBetween), std::end(kBetween), [&](const char* sign) {
+    return name.find(sign) != std::string::npos;
+  });
+  return isList || name.find_first_of("*?$~") != std::string::npos || name.starts_with('!');
+}
+
+bool IsRelative(const std::string& name) {
+  return !name.empty() && name.front() != '/' && !IsMoreThanAName(name);
+}
+
 bool HasTitle(const MenuSection& item) {
   return std::any_of(item.lines.begin(), item.lines.end(), [](const MenuLine& line) {
     return std::string_view{line.key->name} == "Title" && !line.entry.value.empty();
+  });
+}
+
+// The English title has a suffix, as if that were a language like the others.
+bool IsEnglishMarked(const MenuSection& item) {
+  return std::any_of(item.lines.begin(), item.lines.end(), [](const MenuLine& line) {
+    return std::string_view{line.key->name} == "Title" && line.language.starts_with("en");
   });
 }
 
@@ -49,10 +72,10 @@ class ItemCheck {
   void Run() const {
     CheckShown();
     if (const std::string name = item_.Text("ShowIfFileExists");
-        !name.empty() && name.front() != '/' && !FileExists(name.c_str()))
+        IsRelative(name) && !FileExists(name.c_str()))
       Add(Msg::kWaitRelative, "ShowIfFileExists", {name, "ShowIfFileExists"});
     for (const char* key : {"ShowIfFileExists", "WaitForFile", "WaitWhileFile"})
-      if (const std::string name = item_.Text(key); name.find_first_of("*?$~") != std::string::npos)
+      if (const std::string name = item_.Text(key); IsMoreThanAName(name))
         Add(Msg::kWildcard, key, {name, key});
     if (IsSeparator(item_))
       CheckEffect({"Title", "Icon", "Submenu", "ExCode", "ExString", "HintSection", "WaitForFile",
@@ -75,6 +98,7 @@ class ItemCheck {
   void CheckShown() const {
     if (IsSeparator(item_) || item_.Has("Icon") || item_.Has("Title")) return;
     if (item_.Has("Separator") && !IsNumber(item_.Text("Separator"))) return;  // which is said
+    if (IsEnglishMarked(item_)) return;                                        // which is said
     if (HasTitle(item_))
       Add(Msg::kNotInEnglish, "", {item_.name, "Title"});
     else
@@ -128,7 +152,7 @@ class ItemCheck {
   void CheckWaiting() const {
     if (item_.Has("WaitForFile") && item_.Has("WaitWhileFile")) Add(Msg::kBothWaits, "WaitForFile");
     for (const char* key : {"WaitForFile", "WaitWhileFile"})
-      if (const std::string name = item_.Text(key); !name.empty() && name.front() != '/')
+      if (const std::string name = item_.Text(key); IsRelative(name))
         Add(Msg::kWaitRelative, key, {name, key});
     const bool waits = item_.Has("WaitForFile") || item_.Has("WaitWhileFile");
     if (!waits) CheckEffect({"WaitText"}, "without a file to wait for");
@@ -137,6 +161,8 @@ class ItemCheck {
       Add(Msg::kTimeoutAlone, "Timeout");
     else if (item_.Number("Timeout") < 1 && item_.Text("Timeout").find_first_of("0123456789") == 0)
       Add(Msg::kTimeoutEndless, "Timeout", {item_.Text("Timeout")});
+    else if (item_.Number("Timeout") > kLongestWait)
+      Add(Msg::kTimeoutLong, "Timeout", {item_.Text("Timeout")});
   }
 
   Findings& findings_;
@@ -205,6 +231,15 @@ struct Choice {
 };
 
 }  // namespace
+
+void CheckAnyChoice(Findings& findings, const MenuFile& menu) {
+  const auto& items = menu.items;
+  if (items.empty() || std::any_of(items.begin(), items.end(), [](const MenuSection& item) {
+        return !IsSeparator(item) && !IsDisabled(item);
+      }))
+    return;
+  findings.Add(Msg::kAllDisabled, menu.At(std::max(1, menu.General().line)));
+}
 
 void CheckItems(Findings& findings, const MenuFile& menu) {
   CheckNumbers(findings, menu);

@@ -8,6 +8,9 @@
 
 namespace zel {
 
+// Says that nothing of the main menu can be chosen.
+void CheckAnyChoice(Findings& findings, const MenuFile& menu);
+
 // Says which items of a menu do not show, and which keys of them do not do what they seem to.
 void CheckItems(Findings& findings, const MenuFile& menu);
 

@@ -88,7 +88,10 @@ class LayoutCheck {
             Msg::kIconLarge, place,
             {areMany ? name + " and " + std::to_string(icons.size() - 1) + " others" : name, size,
              room, areMany ? "are" : "is",
-             areMany ? "take a skin with larger rows, or smaller icons" : "make it smaller"});
+             room == "0x" + room.substr(room.find('x') + 1)
+                 ? "write a textX that is larger than iconX into [ENTRY] of the skin"
+             : areMany ? "take a skin with larger rows, or smaller icons"
+                       : "make it smaller"});
         if (areMany) break;
       }
     }
@@ -345,7 +348,8 @@ class LayoutCheck {
     if (!picture || (picture->w * zoom <= iconRoom.w && picture->h * zoom <= iconRoom.h)) return;
     const Place place = menu.At(icon->entry.line);
     if (!IsNew(("icon" + place.file).c_str(), {place.line, 0, 0, 0}, {})) return;
-    const Size room{static_cast<int>(iconRoom.w / zoom), static_cast<int>(iconRoom.h / zoom)};
+    const Size room{std::max(0, static_cast<int>(iconRoom.w / zoom)),
+                    static_cast<int>(iconRoom.h / zoom)};
     largeIcons_[{NameOf({picture->w, picture->h}), NameOf(room)}].emplace_back(place,
                                                                                icon->entry.value);
   }

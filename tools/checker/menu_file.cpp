@@ -93,12 +93,38 @@ bool FindKey(Keys keys, const std::string& name, MenuLine& line) {
   return false;
 }
 
-std::string NearestKey(Keys keys, const std::string& name) {
+// "Title_de" and "Title[de]" mean "Title.de".
+std::string WithPoint(std::string name) {
+  const std::size_t end = name.find_last_not_of("])");
+  const std::size_t sign = name.find_last_of("_-[(", end);
+  if (sign == std::string::npos || end - sign != 2) return name;
+  name.erase(end + 1);
+  name[sign] = '.';
+  return name;
+}
+
+std::string NearestKey(Keys keys, const std::string& said) {
+  const std::string name = WithPoint(said);
+  MenuLine line;
+  if (name != said && FindKey(keys, name, line))
+    return line.key->name + name.substr(name.find('.'));
   std::vector<std::string> names;
   for (const MenuKey& key : keys) names.emplace_back(key.name);
   const std::size_t point = name.find('.');
   const std::string nearest = Nearest(name.substr(0, point), names);
   return nearest.empty() || point == std::string::npos ? nearest : nearest + name.substr(point);
+}
+
+// The one key that begins with the name, which may have another value; empty for none.
+std::string LongerKey(Keys keys, const std::string& name) {
+  constexpr std::size_t kShort = 4;
+  std::string longer;
+  for (const MenuKey& key : keys) {
+    if (name.size() < kShort || !Upper(key.name).starts_with(Upper(name))) continue;
+    if (!longer.empty()) return {};
+    longer = key.name;
+  }
+  return longer;
 }
 
 // Reads one file.
@@ -183,6 +209,8 @@ class Reader {
     for (const Size usual : kUsualScreens) missing.push_back(SectionFor(usual));
     missing.push_back(kGeneralSection);
     std::string meant = Nearest(name, missing);
+    if (meant.empty() && name.size() > 4 && std::string{kGeneralSection}.starts_with(Upper(name)))
+      meant = kGeneralSection;
     const bool isFree = !meant.empty() && !names_.contains(Upper(meant));
     if (meant.empty()) meant = Nearest(name, there);
     findings_.Add(Msg::kUnknownSection, file_.At(line), {name}, meant);
@@ -216,13 +244,18 @@ class Reader {
     MenuLine line{nullptr, {}, entry};
     if (!FindKey(keys, entry.name, line)) {
       const std::string nearest = NearestKey(keys, entry.name);
-      findings_.Add(Msg::kUnknownKey, place, {entry.name}, nearest);
+      findings_.Add(Msg::kUnknownKey, place, {entry.name},
+                    nearest.empty() ? LongerKey(keys, entry.name) : nearest);
       if (section.number == 0) file_.isLayoutKnown = false;
       if (nearest.empty() || !FindKey(keys, nearest, line)) return;
       if (section.Find(line.key->name, line.language)) return;
       line.entry.name = nearest;
     }
     CheckValue(findings_, pictures_, place, *line.key, line.entry);
+    // A place that is no number says nothing of where things lie.
+    if (section.number == 0 && line.key->kind == MenuKey::kNumber && !line.entry.value.empty() &&
+        !IsNumber(line.entry.value))
+      file_.isLayoutKnown = false;
     section.lines.push_back(std::move(line));
   }
 

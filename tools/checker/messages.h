@@ -54,6 +54,7 @@ enum class Msg {
   // Items
   kLinesNumber,
   kEmptyMenu,
+  kAllDisabled,
   kNeverShown,
   kNotInEnglish,
   kSameTitle,
@@ -76,6 +77,7 @@ enum class Msg {
   kWildcard,
   kTimeoutAlone,
   kTimeoutEndless,
+  kTimeoutLong,
   // Texts
   kMenuEncoding,
   kHintEncoding,
@@ -87,6 +89,7 @@ enum class Msg {
   kUntranslated,
   kFewTranslated,
   kTextLong,
+  kWaitTextLong,
   kOtherLanguage,
   kNoHintFile,
   kHintMissing,
@@ -106,6 +109,7 @@ enum class Msg {
   kMenuNarrow,
   kPanelTitleWide,
   kFontHigh,
+  kTitleBarLow,
   kIconLarge,
   kBackgroundLarge,
   kContrast,

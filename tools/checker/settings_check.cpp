@@ -73,6 +73,8 @@ class SettingsCheck {
     for (const Section& section : content.Sections()) CheckSection(section);
     CheckMode(content);
     SkinLines lines;
+    // Without a section no key is read, which is said, and nothing of the look is meant so.
+    lines.isRead = !content.Sections().empty();
     const Section& section = content.Find(settings.Section().c_str());
     if (const auto* entry = section.Find("skinPath")) lines.skinPath = entry->line;
     if (const auto* entry = section.Find("looks")) lines.looks = entry->line;

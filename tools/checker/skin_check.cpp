@@ -1,6 +1,7 @@
 #include "tools/checker/skin_check.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <iterator>
 #include <map>
 #include <set>
@@ -53,7 +54,10 @@ class SkinCheck {
     isSound = CheckDatafile("cursors") && isSound;
     isSound = CheckFonts() && isSound;
     const Skin skin{name_.c_str()};
-    if (!skin.GetError().IsError()) CheckContrast(skin);
+    if (!skin.GetError().IsError()) {
+      if (areColors_) CheckContrast(skin);
+      CheckTitleBar(skin);
+    }
     return isSound;
   }
 
@@ -93,9 +97,11 @@ class SkinCheck {
     if (kind == SkinKey::kColor) {
       std::string commas = value;
       std::replace(commas.begin(), commas.end(), ';', ',');
-      if (value != "-1") CheckColor(findings_, place, entry.name, commas);
+      if (value != "-1" && !CheckColor(findings_, place, entry.name, commas))
+        areColors_ = areColors_ && Upper(key.section) != "COLORS";
       return;
     }
+    if (Upper(key.key) == "CONTRAST") CheckLeastContrast(place, entry.name, value);
     if (kind != SkinKey::kNumber && kind != SkinKey::kFont) return;
     if (!CheckNumber(findings_, place, entry.name, value, true)) return;
     const int number = ParsedNumber(value);
@@ -107,6 +113,16 @@ class SkinCheck {
     else if (kind == SkinKey::kFont && content_.Find(section.c_str()).Heads().empty() &&
              number != 0)
       findings_.Add(Msg::kNoFont, place, {entry.name, value});
+  }
+
+  void CheckLeastContrast(const Place& place, const std::string& key, const std::string& value) {
+    char* end = nullptr;
+    const double least = std::strtod(value.c_str(), &end);
+    const std::string taken = value.substr(0, static_cast<std::size_t>(end - value.c_str()));
+    if (*end != '\0')
+      findings_.Add(Msg::kNoNumber, place, {key, value, taken.empty() ? "0" : taken});
+    else if (least != 0 && (least < 1 || least > 21))
+      findings_.Add(Msg::kRange, place, {key, value, "1", "21"});
   }
 
   std::string Beside(const std::string& file) const {
@@ -246,7 +262,12 @@ class SkinCheck {
       Compare("LIST", "f_col2", color(kListText, kSelected), MiddleOf(skin, LIST, 5, kListStates));
       Compare("TEXT", "f_col1", color(kEditText, kNormal), MiddleOf(skin, PANEL_SUNKEN, 0, 1));
     }
+    const MenuLook& look = skin.menu;
+    const Color darkBlue{0, 0, 128};  // where the skin says none
+    Compare("WAIT", "countdownColor", look.countdown.IsSet() ? look.countdown : darkBlue,
+            look.countdownGround.IsSet() ? look.countdownGround : skin.colors[kBack]);
     Compare("TOOLTIP", "f_col1", color(kTooltipText, kNormal), skin.tooltipBackColor);
+    Compare("WINDOW", "f_col2", color(kWindowText, kSelected), MiddleOf(skin, WINGRIP, 0, 2));
     const char* keys[] = {"f_col1", "f_col2", "f_col3", "f_col4"};
     for (int state = 0; state < kDrawStates; ++state)
       if (state != kDisabled)
@@ -254,8 +275,24 @@ class SkinCheck {
                 MiddleOf(skin, BUTTON, state, kDrawStates));
   }
 
+  // A bar that the skin does not draw as high as its font cuts the titles.
+  void CheckTitleBar(const Skin& skin) {
+    const int font = skin.fontIndex[kWindowText][kSelected];
+    if (font < 0 || font >= Skin::kFonts) return;
+    const auto height = [&skin](int element) {
+      return skin.bitmaps[static_cast<std::size_t>(element)]->Height() / 2;
+    };
+    const int bar = height(WINTOP) + height(WINGRIP), top = skin.windowTextPos.y;
+    const int text = skin.fonts[static_cast<std::size_t>(font)]->TextHeight();
+    // Few letters reach down into the last of it. One that is too high for anything is said to be.
+    if (top + text - bar > text / 5 && text < 2 * bar)
+      findings_.Add(Msg::kTitleBarLow, At(LineOf("WINDOW", "textY")),
+                    {std::to_string(text), std::to_string(top), std::to_string(bar)});
+  }
+
   Findings& findings_;
   std::string name_;
+  bool areColors_ = true;  // that others stand on
   SectionFile content_;
   std::map<std::pair<std::string, std::string>, SkinKey> keys_;
   std::map<std::string, std::vector<std::string>> names_;
@@ -276,7 +313,14 @@ Color MiddleOf(const Skin& skin, int element, int frame, int frames) {
 
 bool CheckSkin(Findings& findings, const Place& named, const std::string& name) {
   if (name.empty() || name == "default") return true;
-  return CheckFile(findings, named, name) && SkinCheck{findings, name}.Run();
+  if (!CheckFile(findings, named, name)) return false;
+  if (Datafile data; data.Load(name.c_str())) {
+    const std::string skin = name.substr(0, name.rfind('.')) + ".skin";
+    findings.Add(Msg::kNotAFile, named, {name, "a datafile"},
+                 IsFile(skin.c_str()) ? skin : std::string{});
+    return false;
+  }
+  return SkinCheck{findings, name}.Run();
 }
 
 }  // namespace zel

@@ -15,6 +15,7 @@
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/text.h"
+#include "toolkit/widgets/dialog_template.h"
 #include "tools/checker/files.h"
 #include "tools/checker/lines.h"
 #include "tools/checker/nearest.h"
@@ -156,7 +157,51 @@ std::string Markup(const std::string& text) {
   return {};
 }
 
+// The same of an explanation, in which names in brackets and paths with backslashes may be meant.
+std::string MarkupOfHint(const std::string& text) {
+  constexpr std::string_view kTags[] = {"b",  "i",  "u",  "p",    "br",   "em",    "strong",
+                                        "li", "ul", "tt", "code", "font", "center"};
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const std::string found = Markup(text.substr(i));
+    if (found.empty()) break;
+    i = text.find(found, i);
+    std::string tag = found.substr(1, found.size() - 2);
+    std::erase(tag, '/');
+    const std::size_t end = i + found.size();
+    const bool isEscape = found == "\\n" && (end == text.size() || text[end] < 'a');
+    if (found.front() == '&' || isEscape ||
+        (found.front() == '<' &&
+         std::find(std::begin(kTags), std::end(kTags), tag) != std::end(kTags)))
+      return found;
+  }
+  return {};
+}
+
 bool IsShown(const std::string& key) { return key != "ExString" && key != "HintSection"; }
+
+// The window that waits has room for two lines.
+void CheckWaitText(Findings& findings, const Place& place, const MenuLine& line, const Skin& skin) {
+  constexpr int kLine = 120;  // dialog units
+  const auto fontOf = [&skin](TextSet set) -> const Font& {
+    const int number = std::clamp(skin.fontIndex[set][kNormal], 0, Skin::kFonts - 1);
+    return *skin.fonts[static_cast<std::size_t>(number)];
+  };
+  const int room = 2 * DialogUnits{fontOf(kWindowText)}.X(kLine);
+  const int width = fontOf(kPlainText).TextLength(line.entry.value.c_str());
+  if (width > room)
+    findings.Add(Msg::kWaitTextLong, place,
+                 {line.entry.name, std::to_string(width), std::to_string(room)});
+}
+
+// What is meant by a suffix that is none: a language, or the key without one; empty where it is not
+// plain.
+std::string MeantSuffix(const MenuLine& line) {
+  const std::string code = line.language.substr(0, line.language.find_first_of("_-@"));
+  if (code == "en") return line.key->name;
+  if (code == "zh") return "cn";
+  if (IsSuffix(code)) return code;
+  return line.language.size() > 1 ? Nearest(line.language, Suffixes()) : std::string{};
+}
 
 void CheckSectionTexts(Findings& findings, Letters& letters, const MenuFile& menu,
                        const MenuSection& section, const Skin* skin) {
@@ -164,9 +209,7 @@ void CheckSectionTexts(Findings& findings, Letters& letters, const MenuFile& men
     const Place place = menu.At(line.entry.line);
     if (!line.language.empty() && !IsSuffix(line.language)) {
       findings.Add(Msg::kNoLanguage, place, {line.entry.name, line.language, Listed(Suffixes())},
-                   line.language.size() > 1 && line.language != "en"
-                       ? Nearest(line.language, Suffixes())
-                       : std::string{});
+                   MeantSuffix(line));
       continue;
     }
     if (line.key->kind != MenuKey::kText || !IsShown(line.key->name)) continue;
@@ -176,6 +219,8 @@ void CheckSectionTexts(Findings& findings, Letters& letters, const MenuFile& men
     }
     if (const std::string markup = Markup(line.entry.value); !markup.empty())
       findings.Add(Msg::kMarkup, place, {markup});
+    if (skin && std::string_view{line.key->name} == "WaitText")
+      CheckWaitText(findings, place, line, *skin);
     letters.Check(place, line.entry.value, RowOf(line.language),
                   FontOf(skin, menu, line.key->name));
   }
@@ -230,6 +275,64 @@ struct Hints {
   bool isRead;
 };
 
+bool IsIn(char c, int first, int last) { return first <= (c & 0xFF) && (c & 0xFF) <= last; }
+
+// A letter of a code page, or a Latin one.
+bool IsLetter(char c) { return IsIn(c, 0xC0, 0xFF) || IsIn(c, 'a', 'z') || IsIn(c, 'A', 'Z'); }
+
+// Cyrillic in another code page has capitals within its words in KOI8-R, or signs before letters.
+const char* InsteadOfKoi8(const std::string& line) {
+  constexpr std::string_view kSigns = "\x95\x9A\x9C\x9D\x9E\xA3\xB3\xBF";  // that texts may have
+  const auto isSign = [kSigns](char c) {
+    return IsIn(c, 0x80, 0xBF) && kSigns.find(c) == std::string_view::npos;
+  };
+  const auto isSmall = [](char c) { return IsIn(c, 0xC0, 0xDF); };
+  const auto isCapital = [](char c) { return IsIn(c, 0xE0, 0xFF); };
+  const bool areCapitals = 2 * std::count_if(line.begin(), line.end(), isCapital) >
+                           std::count_if(line.begin(), line.end(), [](char c) { return c < 0; });
+  for (std::size_t i = 0; i + 2 < line.size(); ++i) {
+    const bool isFirst = i == 0 || !IsLetter(line[i - 1]);
+    if (isSign(line[i]) && IsIn(line[i + 1], 0xC0, 0xFF))
+      return std::any_of(line.begin(), line.end(), [](char c) { return IsIn(c, 0x80, 0xAF); })
+                 ? "CP866"
+                 : "ISO-8859-5";
+    if (areCapitals && isFirst && isSmall(line[i]) && isCapital(line[i + 1]) &&
+        isCapital(line[i + 2]))
+      return "WINDOWS-1251";
+  }
+  return nullptr;
+}
+
+// Umlauts and accents of another code page lie where Latin ones have nothing that shows.
+const char* InsteadOfLatin(const std::string& line) {
+  const char* instead = nullptr;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    if (!IsIn(line[i], 0x80, 0x9F)) continue;
+    // An apostrophe stands within words, too.
+    const bool isWithin = i > 0 && i + 1 < line.size() && IsLetter(line[i - 1]) &&
+                          IsLetter(line[i + 1]) && !IsIn(line[i], 0x91, 0x92);
+    constexpr char kNothing = '\x81';  // in Windows' code page
+    if (isWithin || line[i] == kNothing) return "CP850";
+    instead = "WINDOWS-1252";
+  }
+  return instead;
+}
+
+const char* InsteadOfPolish(const std::string& line) {
+  constexpr std::string_view kSigns = "\xA1\xA6\xAC\xB1\xB6\xBC";  // that are letters elsewhere
+  for (std::size_t i = line.find_first_of(kSigns); i < line.size();
+       i = line.find_first_of(kSigns, i + 1))
+    if ((i > 0 && IsLetter(line[i - 1])) || (i + 1 < line.size() && IsLetter(line[i + 1])))
+      return "ISO-8859-2";
+  return nullptr;
+}
+
+// The encoding that a line is likely to be in instead of its language's code page; null for none.
+const char* LikelyInstead(const std::string& line, const LanguageRow& language) {
+  if (language.language == kRussian) return InsteadOfKoi8(line);
+  return language.language == kPolish ? InsteadOfPolish(line) : InsteadOfLatin(line);
+}
+
 std::string Decoded(const std::string& bytes, const LanguageRow& language) {
   return HintsInUtf8(bytes, language.code);
 }
@@ -256,8 +359,12 @@ class HintsCheck {
     for (const std::string& language : LanguagesOf(menu))
       if (const MenuLine* line = Said(menu.General(), "HintFile", language);
           line && IsFile(line->entry.value.c_str())) {
-        if (line->language == language) CheckLanguage(menu, *line);
-        if (Hints& hints = Open(line->entry.value, RowOf(language)); hints.isRead)
+        // One that is called like that of another language is read as that, so that it is one
+        // fault.
+        const std::string other =
+            line->language == language ? CheckLanguage(menu, *line) : std::string{};
+        if (Hints& hints = Open(line->entry.value, RowOf(other.empty() ? language : other));
+            hints.isRead)
           files.emplace(line->entry.value, &hints);
       }
     for (const MenuSection& item : menu.items)
@@ -268,6 +375,7 @@ class HintsCheck {
 
   void Finish() {
     CheckTranslations();
+    std::map<std::string, std::vector<std::pair<Place, bool>>> unused;
     for (auto& [name, hints] : files_) {
       if (!hints.isRead) continue;
       std::map<std::string, int> seen;
@@ -282,11 +390,20 @@ class HintsCheck {
         if (!isNew)
           findings_.Add(Msg::kHintTwice, place, {shown, std::to_string(first->second)});
         else if (areAll_ && !isUsed)
-          findings_.Add(Msg::kHintUnused, place, {shown});
+          unused[shown].emplace_back(place, hints.language.language == kEnglish);
         if (!section.isClosed)
           findings_.Add(Msg::kHintOpen, place,
                         {shown, &section == &sections.back() ? ", and the last line is lost" : ""});
       }
+    }
+    // The text and its translations are one thing, which is said in the English file.
+    for (auto& [name, places] : unused) {
+      std::stable_partition(places.begin(), places.end(), [](const auto& at) { return at.second; });
+      std::vector<std::string> others;
+      for (const auto& [place, isEnglish] : places) others.push_back(place.file);
+      others.erase(others.begin());
+      findings_.Add(Msg::kHintUnused, places.front().first,
+                    {name, others.empty() ? "" : ", nor that in " + Listed(others)});
     }
   }
 
@@ -310,13 +427,16 @@ class HintsCheck {
     return hints;
   }
 
-  // "hints.ru.txt" for German, where there is Russian.
-  void CheckLanguage(const MenuFile& menu, const MenuLine& line) const {
+  // "hints.ru.txt" for German, where there is Russian. Answers that.
+  std::string CheckLanguage(const MenuFile& menu, const MenuLine& line) const {
     const std::string& name = line.entry.value;
     for (const std::string& other : Suffixes())
-      if (other != line.language && name.find('.' + other + '.') != std::string::npos)
+      if (other != line.language && name.find('.' + other + '.') != std::string::npos) {
         findings_.Add(Msg::kOtherLanguage, menu.At(line.entry.line),
                       {line.entry.name, name, other});
+        return other;
+      }
+    return {};
   }
 
   // False for another encoding than that of the language, which is said of the first such line.
@@ -329,10 +449,21 @@ class HintsCheck {
       if (std::all_of(line.begin(), line.end(), IsAscii)) continue;
       // Text in a code page is hardly ever UTF-8 by chance.
       const bool isUtf8 = Sound(line, U_UTF8) == line;
-      if (isUtf8 == !language.codePage) continue;
-      const char* likely = isUtf8 ? "UTF-8" : language.language == kChinese ? "GB18030" : "EUC-JP";
+      const char* instead = language.codePage && !isUtf8 ? LikelyInstead(line, language) : nullptr;
+      if (isUtf8 == !language.codePage && !instead) continue;
+      const bool isShifted = std::any_of(line.begin(), line.end(), [](char c) {
+        return IsIn(c, 0x81, 0x9F) && !IsIn(c, 0x8E, 0x8F);
+      });
+      const char* likely = instead                         ? instead
+                           : isUtf8                        ? "UTF-8"
+                           : language.language == kChinese ? "GB18030"
+                           : isShifted                     ? "SHIFT_JIS"
+                                                           : "EUC-JP";
+      const std::string seen = instead  ? std::string{"rather "} + instead
+                               : isUtf8 ? "UTF-8"
+                                        : "not UTF-8";
       findings_.Add(Msg::kHintEncoding, {name, number},
-                    {isUtf8 ? "UTF-8" : "not UTF-8", language.code, language.encoding, likely});
+                    {seen, language.code, language.encoding, likely});
       return false;
     }
     return true;
@@ -347,6 +478,8 @@ class HintsCheck {
       const std::string read = Decoded(stored, language);
       ++line;
       if (stored.size() > kHintLineBytes) findings_.Add(Msg::kHintLineLong, {name, line});
+      if (const std::string markup = MarkupOfHint(read); !markup.empty())
+        findings_.Add(Msg::kMarkup, {name, line}, {markup});
       if (std::all_of(read.begin(), read.end(), IsAscii)) continue;
       // The others are written alike.
       if (const std::string twice = EncodedTwice(read); !twice.empty())
