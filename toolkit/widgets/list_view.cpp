@@ -444,13 +444,15 @@ void ListBox::UpdateLayout() {
 
   panel.Resize(w(), h());
   list->Shape(edgeX, edgeY, w() - 2 * edgeX, h() - 2 * edgeY);
+  const int first = list->GetFirst();
   const int page = list->PageSize();
   if (page < Count()) {
     if (!panel.IsPlain()) panel.SetW(w() - barWidth);
     list->SetW(w() - 2 * edgeX - barWidth);
     scrollBar.Shape(std::max(0, w() - barWidth), 0, barWidth, h());
     scrollBar.SetOrientation(kVertical);
-    // Items may be higher beside the bar.
+    // Items may be higher beside the bar, and what was moved back cut.
+    list->SetFirst(first);
     scrollBar.SetRange(Count(), list->PageSize());
     scrollBar.SetPosition(list->GetFirst());
     if (!Hidden()) scrollBar.Unhide();
