@@ -34,15 +34,20 @@ TEST_F(ViewTest, BarsShowWhereTheContentDoesNotFit) {
   view.SetMargins(9, 5, 1, 2);
   EXPECT_EQ(view.VisibleWidth(), 190);
   EXPECT_EQ(view.VisibleHeight(), 100 - 16 - 7);
+  view.SetScrollModes(2, 2);
+  for (const int width : {190, 191}) {
+    view.SetContentSize(width, 9);
+    EXPECT_EQ(view.HorizontalShown(), width > 190);
+  }
 }
 
 TEST_F(ViewTest, ScrollsNoFurtherThanTheContentGoes) {
   view.SetContentSize(1000, 1000);
   view.Center();
-  std::string positions = look();
+  std::string positions = Play("50,50+wheel1");
   for (const auto& [at, size] : {std::pair{500, 10}, {10, 5}, {100, 500}, {5000, 1}})
     view.ScrollTo(at, at, size, size), positions += ", " + look();
-  EXPECT_EQ(positions, "408 458 , 408 458 , 10 10 , 416 516 , 816 916 ");
+  EXPECT_EQ(positions, "408 442 , 408 442 , 10 10 , 416 516 , 816 916 ");
   view.Resize(300, 200);
   // Over a bar the wheel turns by its own step.
   ExpectPlays("view_scrolled", {"wait1 302,20+press+release 20,202+press+release",
@@ -77,6 +82,10 @@ TEST_F(ViewTest, ShowsThePartOfTheTextThatIsScrolledTo) {
   view.SetContentSize(0, 0);
   view.ScrollTo(0, 0, 1, 1);
   ExpectShown("text_view_focused", {10, 10, 72, 62});
+  root.ChangeFocus(&view, nullptr);
+  EXPECT_TRUE(DrawsEnough());
+  view.SetContentSize(9, 200), view.ShowLine(3);
+  EXPECT_EQ(view.FirstLine(), 3);
 }
 
 TEST_F(ViewTest, AnotherTextRepaintsLinesAlone) {
