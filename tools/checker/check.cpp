@@ -90,8 +90,14 @@ std::vector<Finding> CheckTree() {
   SetZoom(1);
   const std::string skin{settings.skinPath};
   const bool isLook = lines.isRead && CheckSkin(findings, {kSettingsFile, lines.skinPath}, skin);
-  for (const std::string& look : ListParts(settings.looks))
-    if (look != skin) CheckSkin(findings, {kSettingsFile, lines.looks}, look);
+  for (const std::string& look : ListParts(settings.looks)) {
+    std::string commas = look;
+    std::replace(commas.begin(), commas.end(), ';', ',');
+    if (commas != look && !IsFile(look.c_str()))
+      findings.Add(Msg::kMissingFile, {kSettingsFile, lines.looks}, {look}, commas);
+    else if (look != skin)
+      CheckSkin(findings, {kSettingsFile, lines.looks}, look);
+  }
   SetCurrentSkin(std::make_unique<Skin>(settings.skinPath));
   if (CurrentSkin()->GetError().IsError()) CurrentSkin()->Reset();
   const std::vector<MenuFile> menus = ReadMenus(findings, pictures);

@@ -34,7 +34,7 @@ std::string MeantFile(std::string name) {
     if (name.starts_with(place)) name.erase(0, place.size());
   if (IsFile(name.c_str())) return name;
   for (const char* directory : {"icons/", "pic/", "skin/"})
-    if (const std::string there = directory + name; IsFile(there.c_str())) return there;
+    if (std::string there = directory + name; IsFile(there.c_str())) return there;
   return {};
 }
 

@@ -92,6 +92,7 @@ class SettingsCheck {
   void CheckSection(const Section& section) {
     const Place place{kSettingsFile, section.Heads().front()};
     const std::string name = Upper(section.Name());
+    if (name == kNoName) return;  // which is said
     const bool isSettings = name == Upper(settings.Section());
     const bool isAllegros = std::any_of(std::begin(kOfAllegro), std::end(kOfAllegro),
                                         [&name](const char* own) { return Upper(own) == name; });

@@ -74,6 +74,7 @@ class SkinCheck {
   void CheckSection(const Section& section) {
     const std::string name = Upper(section.Name());
     const int line = section.Heads().front();
+    if (name == kNoName) return;  // which is said
     if (!names_.contains(name)) {
       findings_.Add(Msg::kUnknownSection, At(line), {section.Name()},
                     Nearest(section.Name(), {sections_.begin(), sections_.end()}));

@@ -162,7 +162,7 @@ std::string MarkupOfHint(const std::string& text) {
   constexpr std::string_view kTags[] = {"b",  "i",  "u",  "p",    "br",   "em",    "strong",
                                         "li", "ul", "tt", "code", "font", "center"};
   for (std::size_t i = 0; i < text.size(); ++i) {
-    const std::string found = Markup(text.substr(i));
+    std::string found = Markup(text.substr(i));
     if (found.empty()) break;
     i = text.find(found, i);
     std::string tag = found.substr(1, found.size() - 2);
@@ -196,7 +196,7 @@ void CheckWaitText(Findings& findings, const Place& place, const MenuLine& line,
 // What is meant by a suffix that is none: a language, or the key without one; empty where it is not
 // plain.
 std::string MeantSuffix(const MenuLine& line) {
-  const std::string code = line.language.substr(0, line.language.find_first_of("_-@"));
+  std::string code = line.language.substr(0, line.language.find_first_of("_-@"));
   if (code == "en") return line.key->name;
   if (code == "zh") return "cn";
   if (IsSuffix(code)) return code;
@@ -288,8 +288,9 @@ const char* InsteadOfKoi8(const std::string& line) {
   };
   const auto isSmall = [](char c) { return IsIn(c, 0xC0, 0xDF); };
   const auto isCapital = [](char c) { return IsIn(c, 0xE0, 0xFF); };
-  const bool areCapitals = 2 * std::count_if(line.begin(), line.end(), isCapital) >
-                           std::count_if(line.begin(), line.end(), [](char c) { return c < 0; });
+  const bool areCapitals =
+      2 * std::count_if(line.begin(), line.end(), isCapital) >
+      std::count_if(line.begin(), line.end(), [](char c) { return !IsAscii(c); });
   for (std::size_t i = 0; i + 2 < line.size(); ++i) {
     const bool isFirst = i == 0 || !IsLetter(line[i - 1]);
     if (isSign(line[i]) && IsIn(line[i + 1], 0xC0, 0xFF))
