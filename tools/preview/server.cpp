@@ -131,39 +131,48 @@ void Server::Drop(int descriptor) {
 }
 
 void Server::Watch(int descriptor) {
+  // Who does not read is not read from either: what it says would pile up.
   const bool writes = !connections_[descriptor].out.empty();
-  loop_.Watch(descriptor, static_cast<short>(writes ? POLLIN | POLLOUT : POLLIN),
+  loop_.Watch(descriptor, static_cast<short>(writes ? POLLOUT : POLLIN),
               [this, descriptor] { Serve(descriptor); });
 }
 
 void Server::Serve(int descriptor) {
   Connection& connection = connections_[descriptor];
-  char block[1 << 14];
-  const ssize_t count = recv(descriptor, block, sizeof block, MSG_DONTWAIT);
-  if (count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR)) return Drop(descriptor);
-  if (count > 0) connection.in.append(block, static_cast<std::size_t>(count));
-  // One answer after the other, so that who does not read is not answered without end.
-  while (connection.out.empty() && !connection.isStream && !connection.endsAfter) {
-    HttpRequest request;
-    const HttpState state = TakeRequest(connection.in, request);
-    if (state == HttpState::kIncomplete) break;
-    connection.endsAfter = state == HttpState::kWrong;
-    connection.out = connection.endsAfter
-                         ? HttpAnswer("400 Bad Request", "", "", "Connection: close\r\n")
-                         : Answer(request, connection);
+  if (connection.out.empty()) {
+    char block[1 << 14];
+    const ssize_t count = recv(descriptor, block, sizeof block, MSG_DONTWAIT);
+    if (count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR)) return Drop(descriptor);
+    if (count > 0) connection.in.append(block, static_cast<std::size_t>(count));
   }
-  if (connection.isStream) connection.in.clear();
-  if (connection.isStream && connection.out.empty()) connection.out = Events(connection);
-  if (!connection.out.empty()) {
+  // One answer after the other.
+  while (PrepareAnswer(connection)) {
     const ssize_t sent =
         send(descriptor, connection.out.data(), connection.out.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
     if (sent < 0 && errno != EAGAIN && errno != EINTR) return Drop(descriptor);
     if (sent > 0) connection.out.erase(0, static_cast<std::size_t>(sent));
-    if (connection.out.empty() && connection.endsAfter) return Drop(descriptor);
-    // What has changed meanwhile.
-    if (connection.out.empty() && connection.isStream) connection.out = Events(connection);
+    if (!connection.out.empty()) break;
+    if (connection.endsAfter) return Drop(descriptor);
   }
   Watch(descriptor);
+}
+
+// False when there is nothing to be said.
+bool Server::PrepareAnswer(Connection& connection) {
+  if (!connection.out.empty()) return true;
+  if (connection.isStream) {
+    connection.in.clear();
+    connection.out = Events(connection);  // what has changed meanwhile
+    return !connection.out.empty();
+  }
+  HttpRequest request;
+  const HttpState state = TakeRequest(connection.in, request);
+  if (state == HttpState::kIncomplete) return false;
+  connection.endsAfter = state == HttpState::kWrong;
+  connection.out = connection.endsAfter
+                       ? HttpAnswer("400 Bad Request", "", "", "Connection: close\r\n")
+                       : Answer(request, connection);
+  return true;
 }
 
 void Server::TellAll() {

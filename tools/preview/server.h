@@ -36,6 +36,7 @@ class Server {
   void Drop(int descriptor);
   void Watch(int descriptor);
   void Serve(int descriptor);
+  bool PrepareAnswer(Connection& connection);
   std::string Answer(const HttpRequest& request, Connection& connection);
   std::string AnswerPost(const std::string& name, const std::string& body);
   // What a stream has not been told yet.
