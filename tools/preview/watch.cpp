@@ -47,34 +47,45 @@ void Watch::Add() {
       Add();
       if (addedAt_ >= 0) Settle();
     });
+  std::set<int> own{addedAt_};
   std::error_code error;
-  fs::recursive_directory_iterator entry{directory_, error};
+  fs::recursive_directory_iterator entry{directory_, fs::directory_options::skip_permission_denied,
+                                         error};
   for (int i = 0; !error && i < kMostEntries && entry != fs::recursive_directory_iterator{};
        ++i, entry.increment(error)) {
     if (entry.depth() >= kDeepest) entry.disable_recursion_pending();
     std::error_code ignored;
-    fs::path watched;
-    if (entry->is_symlink(ignored)) {
-      const fs::path target = fs::canonical(entry->path(), ignored);
-      watched = fs::is_directory(target, ignored) ? target : target.parent_path();
-    } else if (entry->is_directory(ignored)) {
-      watched = entry->path();
-    }
-    if (!watched.empty()) inotify_add_watch(events_, watched.c_str(), kChanges | IN_ONLYDIR);
+    const fs::path target =
+        entry->is_symlink(ignored) ? fs::canonical(entry->path(), ignored) : entry->path();
+    const auto watch = [this](const fs::path& directory) {
+      return inotify_add_watch(events_, directory.c_str(), kChanges | IN_ONLYDIR);
+    };
+    if (fs::is_directory(target, ignored))
+      own.insert(watch(target));
+    else if (entry->is_symlink(ignored) && fs::is_regular_file(target, ignored))
+      elsewhere_[watch(target.parent_path())].insert(target.filename());
   }
+  for (const int watch : own) elsewhere_.erase(watch);
+}
+
+bool Watch::Counts(const inotify_event& event) const {
+  const auto found = elsewhere_.find(event.wd);
+  return found == elsewhere_.end() || (event.len > 0 && found->second.contains(event.name));
 }
 
 void Watch::TakeEvents() {
   alignas(inotify_event) char block[1 << 14];
-  bool isGone = false;
+  bool isGone = false, hasChanged = false;
   for (ssize_t count = 0; (count = read(events_, block, sizeof block)) > 0;)
     for (ssize_t at = 0; at < count;) {
       const auto* event = reinterpret_cast<const inotify_event*>(block + at);
       constexpr unsigned kAway = IN_DELETE_SELF | IN_MOVE_SELF;
       isGone |= event->wd == addedAt_ && (event->mask & kAway) != 0;
+      hasChanged |= Counts(*event);
       at += static_cast<ssize_t>(sizeof *event + event->len);
     }
   if (isGone) inotify_rm_watch(events_, addedAt_);
+  if (!hasChanged) return;
   loop_.SetAlarm(kStill, kStandstill, [this] { Settle(); });
   if (!loop_.HasAlarm(kLate)) loop_.SetAlarm(kLate, kPatience, [this] { Settle(); });
 }

@@ -1,7 +1,11 @@
 // Changes of files, as soon as they are there.
 #pragma once
 
+#include <sys/inotify.h>
+
 #include <functional>
+#include <map>
+#include <set>
 #include <string>
 
 #include "tools/preview/poll_loop.h"
@@ -21,6 +25,7 @@ class Watch {
  private:
   // Directories that are new; those that there are stay.
   void Add();
+  bool Counts(const inotify_event& event) const;
   void TakeEvents();
   void Settle();
 
@@ -29,6 +34,8 @@ class Watch {
   const std::function<void()> onChange_;
   int events_ = -1;
   int addedAt_ = -1;  // the watch of the directory itself
+  // Directories that only links lead into, by their watch, and the files in them that count.
+  std::map<int, std::set<std::string>> elsewhere_;
 };
 
 }  // namespace zel
