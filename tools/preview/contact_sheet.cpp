@@ -1,10 +1,12 @@
 #include "tools/preview/contact_sheet.h"
 
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -86,6 +88,7 @@ bool MakePictures(const std::vector<Picture>& pictures, const Survey& survey, co
     for (; running >= atOnce; --running) isWell &= AwaitOne();
     const pid_t child = fork();
     if (child == 0) {
+      prctl(PR_SET_PDEATHSIG, SIGTERM);
       Scene own = scene;
       own.size = picture.size;
       own.language = picture.language;

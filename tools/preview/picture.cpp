@@ -29,6 +29,7 @@ constexpr int kFailed = 2;
 }  // namespace
 
 void MakePicture(const Scene& scene, Scratch& scratch, const std::filesystem::path& png) {
+  scratch.RemoveOnSignals();
   Rehearsal rehearsal{scene, scratch};
   const std::string complaint = rehearsal.SetUp();
   if (!complaint.empty()) Complain(scratch, complaint);

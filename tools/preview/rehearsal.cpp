@@ -60,7 +60,8 @@ Rehearsal::~Rehearsal() = default;
 void Rehearsal::SetUpPaths() {
   outputFile_ = scratch_.NameOf("output");
   positionFile_ = scratch_.Write("position", scene_.position);
-  if (scene_.position.empty()) std::filesystem::remove(positionFile_);
+  std::error_code ignored;
+  if (scene_.position.empty()) std::filesystem::remove(positionFile_, ignored);
   lookFile_ = scratch_.NameOf("look");
   paths.outputFile = outputFile_.c_str();
   paths.positionFile = positionFile_.c_str();
@@ -97,7 +98,9 @@ std::string Rehearsal::SetUp() {
   if (depth == 8) settings.mouseShadow = false;
   launcherState.layout = launcherState.looks.Fit();
   std::string complaint = Offscreen::LoadSkin(settings.skinPath);
-  return complaint.empty() ? Select() : complaint;
+  if (complaint.empty()) complaint = Select();
+  // Without the files it would be the picture of something else.
+  return complaint.empty() ? scratch_.Complaint() : complaint;
 }
 
 std::string Rehearsal::Select() {

@@ -24,9 +24,14 @@ class Scratch {
   std::string Write(const std::string& name, const std::string& text);
   // For who ends without destructors.
   void Remove();
+  // Also when a signal ends this process: at most one directory of a process.
+  void RemoveOnSignals();
+  // Empty while all could be made and written.
+  const std::string& Complaint() const { return complaint_; }
 
  private:
   std::filesystem::path directory_;
+  std::string complaint_;
   const pid_t owner_ = getpid();
 };
 

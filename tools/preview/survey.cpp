@@ -1,9 +1,11 @@
 #include "tools/preview/survey.h"
 
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <iterator>
 #include <set>
@@ -109,7 +111,9 @@ Survey SurveyMenus(const Scene& scene) {
   if (pipe(ends) != 0) return {"there is no pipe", {}, {}};
   const pid_t reader = fork();
   if (reader == 0) {
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
     Scratch scratch;
+    scratch.RemoveOnSignals();
     const std::string said = Read(scene, scratch);
     scratch.Remove();
     const ssize_t count = write(ends[1], said.data(), said.size());
