@@ -8,7 +8,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <sstream>
+#include <system_error>
 #include <vector>
 
 #include "launcher/language.h"
@@ -131,6 +133,13 @@ int ReadSeconds(const char* value) {
   return seconds;
 }
 
+std::string Absolute(const std::string& option, const char* value) {
+  std::error_code error;
+  const std::filesystem::path path = std::filesystem::absolute(value, error);
+  if (error) kPreview.Reject(option + ' ' + value + ": " + error.message());
+  return path;
+}
+
 }  // namespace
 
 PreviewOptions ReadPreviewOptions(int argc, char** argv) {
@@ -162,8 +171,8 @@ PreviewOptions ReadPreviewOptions(int argc, char** argv) {
   };
   Scene& scene = options.scene;
   for (int letter; (letter = getopt_long(argc, argv, "", kOptions, nullptr)) != -1;) {
-    if (letter == 'o') options.png = std::filesystem::absolute(optarg);
-    if (letter == 'a') options.sheet = std::filesystem::absolute(optarg);
+    if (letter == 'o') options.png = Absolute("--png", optarg);
+    if (letter == 'a') options.sheet = Absolute("--all", optarg);
     if (letter == 'w') options.serves = true;
     if (letter == 'w') options.port = ReadPort(optarg ? optarg : takeNumber());
     if (letter == 'd') scene.depth = kPreview.ReadDepth(optarg);
