@@ -198,17 +198,29 @@ void PackSkin(const std::string& directory, const std::string& target, Complaint
   Packer packer{directory, complaints};
   if (packer.Name().empty()) return;
   const auto files = packer.Files();
+  const auto isToGo = [&packer](const std::string& name, const Bytes& bytes) {
+    return bytes.empty() && name != packer.Name();
+  };
   if (complaints.HasErrors()) return;
   packer.WarnOfMissing();
+  // All or nothing: a full disk does not take the skin that is there.
+  constexpr const char* kUnfinished = ".new";
+  std::error_code error;
+  for (const auto& [name, bytes] : files)
+    if (!isToGo(name, bytes) && !complaints.HasErrors())
+      WriteNew(std::filesystem::path{target} / (name + kUnfinished),
+               {reinterpret_cast<const char*>(bytes.data()), bytes.size()}, complaints);
+  if (!complaints.HasErrors()) CopyFiles(packer.Fonts(), directory, target, complaints);
   for (const auto& [name, bytes] : files) {
-    const std::string path = std::filesystem::path{target} / name;
-    std::error_code ignored;
-    if (bytes.empty() && name != packer.Name())
-      std::filesystem::remove(path, ignored);
-    else
-      WriteNew(path, {reinterpret_cast<const char*>(bytes.data()), bytes.size()}, complaints);
+    const std::filesystem::path path = std::filesystem::path{target} / name;
+    const std::filesystem::path unfinished = path.string() + kUnfinished;
+    if (complaints.HasErrors())
+      std::filesystem::remove(unfinished, error);
+    else if (isToGo(name, bytes))
+      std::filesystem::remove(path, error);
+    else if (std::filesystem::rename(unfinished, path, error); error)
+      complaints.Add(path, 0, error.message());
   }
-  CopyFiles(packer.Fonts(), directory, target, complaints);
   if (!complaints.HasErrors()) CheckPacked(target + '/' + packer.Name(), complaints);
 }
 
