@@ -3,6 +3,7 @@
 // Needs no display.
 #include <getopt.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -141,6 +142,8 @@ int Run(int argc, char** argv) {
     if (known.name && given.find(static_cast<char>(known.val)) != std::string::npos &&
         command.options.find(static_cast<char>(known.val)) == std::string::npos)
       kReader.Reject(std::string{"--"} + known.name + ": not for " + command.name);
+  const auto nameless = std::find(operands.begin(), operands.end(), "");
+  if (nameless != operands.end()) kReader.Reject(std::string{command.name} + ": an empty name");
   if (operands.size() < command.operands.size())
     kReader.Reject(std::string{command.name} + ": " + command.operands[operands.size()] +
                    " is missing");
