@@ -466,7 +466,7 @@ void CenteredImage::Draw(Bitmap& canvas) {
   if (bitmap.IsEmpty()) return;
   const int left = std::max(0, (w() - bitmap.Width()) / 2);
   const int top = std::max(0, (h() - bitmap.Height()) / 2);
-  bitmap.blit(canvas.GetBitmap(), 0, 0, left, top, w(), h());
+  bitmap.blit(canvas.GetBitmap(), sourceX_, sourceY_, left, top, w(), h());
 }
 
 void CenteredImage::Take(BitmapPtr picture) {
@@ -500,6 +500,7 @@ void WallpaperPanel::MsgInitSkin() {
 void WallpaperPanel::SetPicture(const char* fileName) {
   file_ = fileName;
   hasPicture_ = WantsPicture();
+  image_.ResetSource();
   if (!hasPicture_) {
     image_.Take(nullptr);
     image_.Resize(w(), h());

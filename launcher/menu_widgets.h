@@ -225,11 +225,15 @@ class CenteredImage final : public Image {
   void Draw(Bitmap& canvas) override;
   void MsgResize() override;
   void MsgShape() override;
+  void ResetSource() { sourceX_ = sourceY_ = 0; }
   // Null for no picture.
   void Take(BitmapPtr picture);
 
  private:
   void UpdateOpacity();
+
+  int sourceX_ = 0;
+  int sourceY_ = 0;
 };
 
 // The background of the screen.

@@ -177,6 +177,7 @@ void ComboBox::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2
   } else if (sender == &listBox) {
     ShowCurrent();
     Close();
+    GiveFocus(button);
     Report(MSG_ACTIVATE, arg1);
   } else if (sender == &edit) {
     if (IsOpen())

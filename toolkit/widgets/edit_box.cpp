@@ -53,8 +53,10 @@ void EditBox::Setup(int px, int py, int width, int height, int shortcut, std::ui
 
 void EditBox::MsgInitSkin() {
   SetBitmap(PANEL_SUNKEN);
+  ClearFlag(kFlagAutoSize);
   TakeTextSet(kEditText);
   SetTextBackColor(Color{});
+  UpdateSize();
   Label::MsgInitSkin();
 }
 

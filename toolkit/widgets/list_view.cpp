@@ -403,7 +403,10 @@ ListBox::ListBox(std::unique_ptr<ListView> view) : list{std::move(view)} {
 }
 
 // The layout follows at the next tick: whoever is told of a new current item may destroy the box.
-void ListBox::AskForLayout() { SetFlag(kFlagResized); }
+void ListBox::AskForLayout() {
+  SetFlag(kFlagResized);
+  Redraw();
+}
 
 void ListBox::InsertItem(std::unique_ptr<ListItem> item, int index) {
   AskForLayout();
@@ -470,14 +473,17 @@ void ListBox::Unhide() {
 
 void ListBox::FollowCurrent() {
   const int current = list->GetCurrent();
-  if (current < list->GetFirst()) {
+  const int before = list->GetFirst();
+  if (current < before) {
     list->SetFirst(current);
   } else {
     const int page = list->PageSize();
     if (page != 0 && list->GetFirst() + page <= current) list->SetFirst(current - page + 1);
     list->ShowWhole(current);
   }
+  if (list->GetFirst() == before) return;
   scrollBar.SetPosition(list->GetFirst());
+  Redraw();
 }
 
 void ListBox::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
@@ -489,6 +495,7 @@ void ListBox::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2)
     Report(MSG_SCROLL, list->GetCurrent());
   } else if (msg == MSG_SCROLL && sender == &scrollBar) {
     list->SetFirst(scrollBar.GetPosition());
+    Redraw();
   } else if (msg == MSG_ACTIVATE && sender == list.get() && arg1 >= 0) {
     Report(MSG_ACTIVATE, arg1);
   }

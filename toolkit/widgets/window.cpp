@@ -104,6 +104,7 @@ int TitleBack::Thickness() const {
 WindowButton::WindowButton(int element) : icon_{element} {
   SetFlag(kFlagAutoSize);
   SetBitmap(icon_);
+  Disable();
 }
 
 void WindowButton::SetIcon(int element) {
@@ -265,7 +266,9 @@ void Window::TakeTitleLook() {
   take(kActiveTitle, kNormal);
   take(kInactiveTitle, kDisabled);
   title.SetTextBackColor(Color{});
+  title.SetAlignment(skin->windowAlignment);
   title.SetFlag(kFlagAutoSize);
+  title.UpdateSize();
   if (skin->windowTextBack != 0)
     textBack.Unhide();
   else
@@ -285,8 +288,8 @@ void Window::MsgInitSkin() {
   Dialog::MsgInitSkin();
   TakeTitleLook();
   FitToClient();
-  UpdateButtons();
   UpdateLayout();
+  UpdateButtons();
 }
 
 void Window::PlaceFrame() {
