@@ -152,7 +152,7 @@ void TrySettings(const char* file) {
 }
 
 void TryMenu(const char* file) {
-  layoutValues = {};
+  launcherState.layoutValues = {};
   MenuConfig menu;
   for (int depth = 1; depth <= 2; ++depth) {
     menu.Read(file);
@@ -218,7 +218,6 @@ void TryScreen(const char* file) {
   RecomputeNamedColors();
   Part(file, {"menu.cfg", "hints.txt", "progress", "menupos.txt"});
   paths = {.progressFile = "progress", .outputFile = "output.txt", .positionFile = "menupos.txt"};
-  layoutValues = {};
   launcherState = {};
   settings.screenWidth = kScreen.w;
   settings.screenHeight = kScreen.h;
@@ -240,7 +239,6 @@ void TryScreen(const char* file) {
 void TryAnswers(const char* file) {
   Part(file, {"menu.cfg", "hints.txt", "progress", "menupos.txt", "typed"});
   paths = {.progressFile = "progress", .outputFile = "output.txt", .positionFile = "menupos.txt"};
-  layoutValues = {};
   launcherState = {};
   Require(std::freopen("typed", "r", stdin) != nullptr, "it is there");
   // Standard output is closed, and the first file to be opened may take its place.

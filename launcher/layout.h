@@ -1,6 +1,7 @@
 // Which of a menu file's layouts is shown, how large and where, on screens that none is made for.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "toolkit/base/geometry.h"
@@ -17,6 +18,22 @@ struct ScreenLayout {
   // A place in the file's pixels, where it is on the screen. A negative position counts from the
   // layout's far edge.
   Rect OnScreen(const Rect& place) const;
+};
+
+// Where things lie on the screen, in pixels. A menu file that leaves a value out inherits it from
+// the file read before it.
+struct LayoutValues {
+  std::int32_t menuLeft = 79;
+  std::int32_t menuTop = 180;
+  std::int32_t menuWidth = 340;
+  std::int32_t menuHeight = 297;
+  std::int32_t hintLeft = 413;
+  std::int32_t hintTop = 180;
+  std::int32_t hintWidth = 287;
+  std::int32_t hintHeight = 297;
+  std::int32_t progressX = 82;
+  std::int32_t progressY = 490;
+  std::int32_t progressW = 614;
 };
 
 // The screens whose sections of a menu file count also without a zoom.

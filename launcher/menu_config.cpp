@@ -16,8 +16,6 @@
 
 namespace zel {
 
-LayoutValues layoutValues;
-
 namespace {
 
 using Section = SectionFile::Section;
@@ -179,7 +177,7 @@ void MenuConfig::ReadWithoutHints(const char* menuFile) {
 }
 
 void MenuConfig::ReadScreenAgain() {
-  layoutValues = {};
+  launcherState.layoutValues = {};
   const MenuLevel* outer = nullptr;
   for (const auto& level : levels) {
     const MenuLevel unread;
@@ -198,7 +196,7 @@ void MenuConfig::ReadScreen(const SectionFile& file, MenuLevel& level) {
   const bool translates = LanguageIndex() != 0;
   const std::string usual = Translated(general, "Background", translates);
   background.Assign(Translated(resolution, "Background", translates, usual.c_str()).c_str());
-  layoutValues = ReadLayout(file, own, layoutValues);
+  launcherState.layoutValues = ReadLayout(file, own, launcherState.layoutValues);
   menuTitle.Assign(Translated(general, "MenuTitle", translates).c_str());
   hintTitle.Assign(Translated(general, "HintTitle", translates).c_str());
   ReadScreenText(file, own, "Heading", translates, level.heading);

@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include "launcher/layout.h"
 #include "toolkit/base/text.h"
 #include "toolkit/draw/color.h"
 
@@ -66,23 +67,6 @@ struct MenuLevel {
   ScreenText heading{.text = {}, .top = 40, .font = 2, .color = {255, 255, 255}};
   ScreenText keyHelp{.text = {}, .top = 80, .color = {255, 255, 255}};
 };
-
-// Where things lie on the screen, in pixels. A menu file that leaves a value out inherits it from
-// the file read before it.
-struct LayoutValues {
-  std::int32_t menuLeft = 79;
-  std::int32_t menuTop = 180;
-  std::int32_t menuWidth = 340;
-  std::int32_t menuHeight = 297;
-  std::int32_t hintLeft = 413;
-  std::int32_t hintTop = 180;
-  std::int32_t hintWidth = 287;
-  std::int32_t hintHeight = 297;
-  std::int32_t progressX = 82;
-  std::int32_t progressY = 490;
-  std::int32_t progressW = 614;
-};
-extern LayoutValues layoutValues;
 
 // What a section says or, where it says nothing, the general one; else the value stays as it is.
 LayoutValues ReadLayout(const SectionFile& file, const char* section, LayoutValues values);

@@ -65,7 +65,7 @@ MenuScreen::~MenuScreen() {
 }
 
 void MenuScreen::PlaceProgress() {
-  const LayoutValues& at = layoutValues;
+  const LayoutValues& at = launcherState.layoutValues;
   const Rect bar =
       launcherState.layout.OnScreen({at.progressX, at.progressY, at.progressW, kProgressHeight});
   progressBar_.Setup(Moved(bar.x, Zoomed(kProgressInset)), bar.y,
@@ -74,23 +74,24 @@ void MenuScreen::PlaceProgress() {
 }
 
 void MenuScreen::SetUpProgress() {
-  progressValues = {};
+  launcherState.progressValues = {};
   PlaceProgress();
   progressBar_.Hide();
   Add(&progressBar_);
-  progressPeriod_ = progressValues.PollPeriod();
+  progressPeriod_ = launcherState.progressValues.PollPeriod();
   progressTimer_ = InstallTimer(progressPeriod_);
 }
 
 void MenuScreen::UpdateProgress() {
-  progressValues = progressFile_.Look(Milliseconds());
-  if (progressValues.Shows()) {
+  launcherState.progressValues = progressFile_.Look(Milliseconds());
+  if (launcherState.progressValues.Shows()) {
     if (progressBar_.Hidden()) progressBar_.Unhide();
-    if (const int period = progressValues.PollPeriod(); period != progressPeriod_) {
+    if (const int period = launcherState.progressValues.PollPeriod(); period != progressPeriod_) {
       progressPeriod_ = period;
       ReinstallTimer(progressTimer_, period);
     }
-    progressBar_.ShowSteps(progressValues.currentStep, progressValues.stepNumber);
+    progressBar_.ShowSteps(launcherState.progressValues.currentStep,
+                           launcherState.progressValues.stepNumber);
   } else if (!progressBar_.Hidden()) {
     progressBar_.Hide();
     Redraw();
@@ -158,7 +159,7 @@ void MenuScreen::FillList() {
 }
 
 void MenuScreen::PlacePanels() {
-  const LayoutValues& at = layoutValues;
+  const LayoutValues& at = launcherState.layoutValues;
   menuPanel_.SetTitle(Config().menuTitle);
   PutOnScreen(menuPanel_, {at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight});
   hintPanel_.SetTitle(Config().hintTitle);
@@ -274,8 +275,8 @@ void MenuScreen::ShowCountdown() {
   ScreenText text = session_.Level().keyHelp;
   const bool isBelow = text.text.IsEmpty();
   if (isBelow) {
-    text.left = layoutValues.progressX;
-    text.top = layoutValues.progressY;
+    text.left = launcherState.layoutValues.progressX;
+    text.top = launcherState.layoutValues.progressY;
   }
   text.text.Assign(default_.Filled(Text(kDefaultText)).c_str());
   wallpaper_.Uncover(keyHelp_);

@@ -19,7 +19,6 @@ struct ProgressValues {
   int PollPeriod() const;
   friend bool operator==(const ProgressValues&, const ProgressValues&) = default;
 };
-inline ProgressValues progressValues;
 
 // What the progress file says now. One that is missing, empty or no plain file hides the bar; a
 // link to one counts where root made it.

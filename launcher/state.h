@@ -2,15 +2,26 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
 
 #include "launcher/layout.h"
 #include "launcher/looks.h"
+#include "launcher/progress_file.h"
 #include "toolkit/base/text.h"
 #include "toolkit/draw/color.h"
 
 namespace zel {
 
 class MenuScreen;
+
+// Texts of the process's language.
+struct Catalogues {
+  bool areOpen = false;
+  // What Allegro gets for them, by the catalogue's text; none while they are for a terminal.
+  std::optional<std::map<const char*, std::string>> forAllegro;
+};
 
 struct LauncherState {
   Color backLineColor{200, 100, 100};   // of the entry that leads out of a submenu
@@ -26,7 +37,10 @@ struct LauncherState {
   bool hintsNeedConversion = false;  // from the encoding of the language to the text format
   int heldMouse = -1;                // a descriptor of the removed mouse's device, or -1
   ScreenLayout layout;               // of the screen there is
+  Catalogues catalogues;
+  LayoutValues layoutValues;  // of the menu files read so far
   Looks looks;
+  ProgressValues progressValues;
 };
 
 inline LauncherState launcherState;

@@ -7,11 +7,11 @@
 #include <clocale>
 #include <cstdlib>
 #include <iterator>
-#include <map>
-#include <memory>
 #include <string>
+#include <utility>
 
 #include "launcher/paths.h"
+#include "launcher/state.h"
 #include "toolkit/base/text.h"
 
 namespace zel {
@@ -82,9 +82,7 @@ constexpr std::uint32_t kLastBrandId = 28;
 constexpr char kMark = '\a';
 
 void OpenCatalogues() {
-  static bool open = false;
-  if (open) return;
-  open = true;
+  if (std::exchange(launcherState.catalogues.areOpen, true)) return;
   std::setlocale(LC_ALL, "");
   // Numbers keep their decimal point, in files as on the screen.
   std::setlocale(LC_NUMERIC, "C");
@@ -92,12 +90,8 @@ void OpenCatalogues() {
   bindtextdomain(kBrandDomain, paths.catalogues);
 }
 
-// What Allegro gets for the texts of the catalogues; null while they are for a terminal.
-using ConvertedTexts = std::map<const char*, std::string>;
-std::unique_ptr<ConvertedTexts> forAllegro;
-
 const char* InCurrentFormat(const char* utf8) {
-  const auto [place, isNew] = forAllegro->try_emplace(utf8);
+  const auto [place, isNew] = launcherState.catalogues.forAllegro->try_emplace(utf8);
   if (isNew) place->second = Converted(Sound(utf8, U_UTF8), U_UTF8, U_CURRENT);
   return place->second.c_str();
 }
@@ -106,7 +100,7 @@ const char* Translate(const char* domain, const char* english) {
   OpenCatalogues();
   const char* text = dcgettext(domain, english, LC_MESSAGES);
   while (*text == kMark) ++text;
-  return forAllegro ? InCurrentFormat(text) : text;
+  return launcherState.catalogues.forAllegro ? InCurrentFormat(text) : text;
 }
 
 void SetEncoding(const char* codeset) {
@@ -134,12 +128,12 @@ const char* Text(std::uint32_t id) {
 void SetTextLanguage(const char* catalogue) {
   setenv("LANGUAGE", catalogue, 1);
   SetEncoding("UTF-8");
-  forAllegro = std::make_unique<ConvertedTexts>();
+  launcherState.catalogues.forAllegro.emplace();
 }
 
 void UseEncodingOfLocale() {
   OpenCatalogues();
-  forAllegro.reset();
+  launcherState.catalogues.forAllegro.reset();
   SetEncoding(nl_langinfo(CODESET));
 }
 

@@ -32,7 +32,7 @@ class MenuConfigTest : public LauncherFixture {
   std::string Screen(const std::string& content) {
     WriteFile("menu.cfg", content);
     config_.Read("menu.cfg");
-    const LayoutValues& at = layoutValues;
+    const LayoutValues& at = launcherState.layoutValues;
     return Words({config_.background, config_.menuTitle, config_.hintTitle,
                   launcherState.hasBackLineColor ? "own" : ""},
                  {at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight, at.hintLeft, at.hintTop,

@@ -27,7 +27,6 @@ class InLauncherDirectory : public Base {
   }
   ~InLauncherDirectory() override {
     paths = {};
-    layoutValues = {};
     launcherState = {};
   }
 

@@ -32,7 +32,6 @@ struct LooksTest : AllegroFixture {
   ~LooksTest() override {
     std::filesystem::current_path("..");
     paths = {};
-    layoutValues = {};
     launcherState = {};
   }
 
@@ -74,7 +73,7 @@ struct LooksTest : AllegroFixture {
     const auto place = [](int x, int y, int w, int h) {
       return launcherState.layout.OnScreen({x, y, w, h});
     };
-    const LayoutValues& at = layoutValues;
+    const LayoutValues& at = launcherState.layoutValues;
     MenuList& list = screen.List();
     CheckRows(look, list);
     Check(look, "panel title", place(at.menuLeft + 12, at.menuTop + 4, at.menuWidth / 2, 36));

@@ -100,7 +100,7 @@ class LayoutCheck {
   void Run(Size screen) {
     settings.screenWidth = screen.w;
     settings.screenHeight = screen.h;
-    layoutValues = {};
+    launcherState.layoutValues = {};
     const double before = CurrentZoom();
     const double zoom = settings.zoom == 1 || IsUsual(screen) ? 1 : kZoomToFit;
     SetZoom(1);
@@ -145,8 +145,8 @@ class LayoutCheck {
     {
       MenuConfig config;
       config.ReadWithoutHints(kMainMenu);
-      at = layoutValues;
-      layoutValues = {};
+      at = launcherState.layoutValues;
+      launcherState.layoutValues = {};
     }
     const auto fitsOn = [&at](Size size) {
       return Fits(at.menuLeft, at.menuWidth, size.w) && Fits(at.menuTop, at.menuHeight, size.h) &&
@@ -183,7 +183,7 @@ class LayoutCheck {
   }
 
   void CheckMenu(const MenuConfig& config, const MenuFile& menu) {
-    const LayoutValues& at = layoutValues;
+    const LayoutValues& at = launcherState.layoutValues;
     const Rect menuPanel{at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight};
     const Rect hintPanel{at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight};
     const Rect bar{at.progressX, at.progressY, at.progressW, kProgressHeight};
@@ -328,7 +328,7 @@ class LayoutCheck {
     constexpr std::size_t kFew = 3;
     if (wide.size() > kFew && 2 * wide.size() > count) {
       // A submenu has it from the main menu.
-      const LayoutValues& at = layoutValues;
+      const LayoutValues& at = launcherState.layoutValues;
       if (IsNew("narrow", {at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight}))
         findings_.Add(Msg::kMenuNarrow, PlaceOf(menu, "MenuWidth"),
                       {std::to_string(wide.size()), std::to_string(count), NameOf(screen_)});
@@ -421,7 +421,7 @@ class LayoutCheck {
     const int room = screen_.w - area.x;
     area.h *= 1 + std::max(0, area.w - 1) / room;
     area.w = std::min(area.w, room);
-    const LayoutValues& at = layoutValues;
+    const LayoutValues& at = launcherState.layoutValues;
     const Rect panel{at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight};
     const Rect hints{at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight};
     const bool isOnMenu = Overlap(area, panel);

@@ -123,7 +123,7 @@ std::string Rehearsal::Select() {
   }
   scratch_.Write("position", PositionOf(session));
   // As if no menu had been read.
-  layoutValues = {};
+  launcherState.layoutValues = {};
   launcherState.exitCode = 0;
   launcherState.outputString.Clear();
   return {};
@@ -131,7 +131,7 @@ std::string Rehearsal::Select() {
 
 bool Rehearsal::Advance() {
   ++frames_;
-  const bool awaitsBar = !scene_.progress.empty() && !progressValues.Shows();
+  const bool awaitsBar = !scene_.progress.empty() && !launcherState.progressValues.Shows();
   if (awaitsBar && frames_ < kFramesUntilBar) nextAt_ = frames_ + kFramesPerKey;
   if (frames_ < nextAt_) return false;
   const auto pauseBeforeNext = [this] {
