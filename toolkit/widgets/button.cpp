@@ -75,10 +75,15 @@ void Label::Disable() {
   Widget::Disable();
 }
 
+void Label::FollowChange() {
+  RepaintBehind();
+  UpdateSize();
+  Redraw();
+}
+
 void Label::SetText(const char* newText) {
   text = newText ? std::make_unique<std::string>(newText) : nullptr;
-  RedrawWithGround();
-  UpdateSize();
+  FollowChange();
 }
 
 void Label::SetNumber(int n) { SetText(Ascii(std::to_string(n).c_str())); }
@@ -105,8 +110,7 @@ double Label::GetDouble() const {
 
 void Label::SetAlignment(int alignment) {
   align = alignment;
-  RedrawWithGround();
-  UpdateSize();
+  FollowChange();
 }
 
 int Label::GetAlignment() const { return align; }
@@ -125,8 +129,7 @@ bool Label::IsMultiline() const { return multiline; }
 void Label::SetMultiline(bool wrap) {
   if (wrap == multiline) return;
   multiline = wrap;
-  RedrawWithGround();
-  UpdateSize();
+  FollowChange();
 }
 
 int Label::TextHeight() const {

@@ -58,6 +58,10 @@ class Label : public Widget {
   int align = kAlignLeft;
   int valign = kAlignTop;
   bool multiline = false;
+
+ private:
+  // After a change of what gives it its size. What it covered before shows again.
+  void FollowChange();
 };
 
 // Sends MSG_ACTIVATE to its parent when it is pressed and released, or its key is typed. An "&" in

@@ -68,30 +68,34 @@ void Image::UpdateSize() {
   if (source && TestFlag(kFlagAutoSize)) Resize(source->Width(), source->Height());
 }
 
+void Image::FollowChange() {
+  RepaintBehind();
+  UpdateSize();
+  Redraw();
+}
+
 void Image::SetBitmap(int element) {
   bitmap.Destroy();
   Widget::SetBitmap(element);
-  RedrawWithGround();
-  UpdateSize();
+  FollowChange();
 }
 
 void Image::SetBitmap(const SkinBitmap& picture) {
   bitmap.Set(picture, true, kNoBitmap);
-  RedrawWithGround();
-  UpdateSize();
+  FollowChange();
 }
 
 void Image::SetBitmap(const char* fileName) {
-  RedrawWithGround();
   if (!fileName) {
     bitmap.Destroy();
+    RedrawWithGround();
     return;
   }
   if (IsZoomed())
     bitmap.Take(LoadArt(fileName, CurrentZoom()));
   else if (bitmap.Load(fileName, kMemoryBitmap).IsError())
     bitmap.Destroy();
-  UpdateSize();
+  FollowChange();
 }
 
 void Image::SetMasked(bool mask) {
@@ -104,29 +108,28 @@ void Image::SetBackColor(Color color) {
   RedrawWithGround();
 }
 
-void Image::SetupFrame(const Rect& place, int shortcut, std::uint32_t mask, bool isMasked,
-                       Color back) {
+template <class Picture>
+void Image::SetupWith(const Picture& picture, const Rect& place, int shortcut, std::uint32_t mask,
+                      bool isMasked, Color back) {
   Widget::Setup(place.x, place.y, place.w, place.h, shortcut, mask);
+  SetBitmap(picture);
   masked = isMasked;
   backColor = back;
 }
 
 void Image::Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask,
                   int element, bool isMasked, Color back) {
-  SetupFrame({px, py, width, height}, shortcut, mask, isMasked, back);
-  SetBitmap(element);
+  SetupWith(element, {px, py, width, height}, shortcut, mask, isMasked, back);
 }
 
 void Image::Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask,
                   const char* fileName, bool isMasked, Color back) {
-  SetupFrame({px, py, width, height}, shortcut, mask, isMasked, back);
-  SetBitmap(fileName);
+  SetupWith(fileName, {px, py, width, height}, shortcut, mask, isMasked, back);
 }
 
 void Image::Setup(int px, int py, int width, int height, int shortcut, std::uint32_t mask,
                   const SkinBitmap& picture, bool isMasked, Color back) {
-  SetupFrame({px, py, width, height}, shortcut, mask, isMasked, back);
-  SetBitmap(picture);
+  SetupWith(picture, {px, py, width, height}, shortcut, mask, isMasked, back);
 }
 
 void Image::Draw(Bitmap& canvas) {

@@ -91,11 +91,18 @@ class Image : public Widget {
  protected:
   // What is shown; null when there is nothing.
   const SkinBitmap* Source() const;
-  void SetupFrame(const Rect& place, int shortcut, std::uint32_t mask, bool isMasked, Color back);
 
   SkinBitmap bitmap;
   bool masked = false;
   Color backColor;
+
+ private:
+  // After a change of what gives it its size. What it covered before shows again.
+  void FollowChange();
+  // An heir's SetBitmap does not have the last word.
+  template <class Picture>
+  void SetupWith(const Picture& picture, const Rect& place, int shortcut, std::uint32_t mask,
+                 bool isMasked, Color back);
 };
 
 }  // namespace zel
