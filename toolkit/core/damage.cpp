@@ -58,6 +58,15 @@ bool IsCovered(const Dialog& dialog, std::size_t index) {
   return covered && !HasTransition(child);
 }
 
+// False for what does not show, which forgets that it was dirty where something covers it.
+bool NeedsDrawing(const Dialog& dialog, std::size_t index) {
+  Widget* child = dialog.Children()[index];
+  if (child->Hidden()) return false;
+  const bool isCovered = IsCovered(dialog, index);
+  if (isCovered) ForgetRedraws(child);
+  return !isCovered;
+}
+
 // Repaints what lies above a changed child, here and in all dialogs around.
 void MarkAbove(const Dialog& dialog, const Widget* changed, const Rect& area) {
   const std::vector<Widget*>& children = dialog.Children();
@@ -97,25 +106,16 @@ PixelArea ShownPart(const Dialog& dialog, Widget& child) {
 
 void DrawChildren(Dialog& dialog) {
   const std::vector<Widget*>& children = dialog.Children();
-  for (std::size_t i = 0; i < children.size(); ++i) {
-    if (children[i]->Hidden()) continue;
-    if (IsCovered(dialog, i))
-      ForgetRedraws(children[i]);
-    else
-      DrawWhole(children[i]);
-  }
+  for (std::size_t i = 0; i < children.size(); ++i)
+    if (NeedsDrawing(dialog, i)) DrawWhole(children[i]);
 }
 
 // This goes the way that the drawing will go, so that what is marked here is looked at in its turn.
 void PrepareDrawing(Dialog& dialog) {
   const std::vector<Widget*>& children = dialog.Children();
   for (std::size_t i = 0; i < children.size(); ++i) {
+    if (!NeedsDrawing(dialog, i)) continue;
     Widget* child = children[i];
-    if (child->Hidden()) continue;
-    if (IsCovered(dialog, i)) {
-      ForgetRedraws(child);
-      continue;
-    }
     if (child->Dirty()) MarkCovering(dialog, *child);
     if (Dialog* inner = AsDialog(child)) PrepareDrawing(*inner);
   }
@@ -129,11 +129,9 @@ void DrawTree(Dialog& dialog, bool redrawsAll) {
   }
   const std::vector<Widget*>& children = dialog.Children();
   for (std::size_t i = 0; i < children.size(); ++i) {
+    if (!NeedsDrawing(dialog, i)) continue;
     Widget* child = children[i];
-    if (child->Hidden()) continue;
-    if (IsCovered(dialog, i)) {
-      ForgetRedraws(child);
-    } else if (redrawsAll || child->Dirty()) {
+    if (redrawsAll || child->Dirty()) {
       redrawsAll ? DrawWhole(child) : child->MsgDraw();
       if (dialog.HasChild(child)) child->ClearFlag(kFlagDirty);
     } else if (Dialog* inner = AsDialog(child)) {
