@@ -1,12 +1,10 @@
 #include "launcher/language.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <string>
-#include <string_view>
+#include <vector>
 
 #include "launcher/code_pages.h"
 #include "launcher/paths.h"
@@ -14,6 +12,7 @@
 #include "launcher/texts.h"
 #include "launcher/whole_file.h"
 #include "toolkit/base/allegro.h"
+#include "toolkit/base/bytes.h"
 #include "toolkit/base/section_file.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/base/text.h"
@@ -36,48 +35,25 @@ constexpr LanguageRow kLanguages[] = {
     {"ja", kJapanese, "ja_JP", kUnicode, "UTF-8"},
 };
 
-constexpr std::string_view kWhite = " \t\v\f";
 constexpr std::size_t kLongestFile = 1 << 20;
 
-std::string ReadLanguageFile() {
-  const int file = open(paths.languageFile, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-  if (file < 0) return {};
-  std::string text;
-  char block[4096];
-  ssize_t count = 0;
-  while (text.size() < kLongestFile && (count = read(file, block, sizeof block)) > 0)
-    text.append(block, static_cast<std::size_t>(count));
-  close(file);
-  return text;
-}
-
-std::string_view TrimmedLine(std::string_view line) {
-  const std::size_t start = line.find_first_not_of(kWhite);
-  if (start == std::string_view::npos) return {};
-  return line.substr(start, line.find_last_not_of(kWhite) - start + 1);
-}
-
-// The value of a line "LANG = value"; empty for any other line. Quotes belong to the value.
-std::string_view LangValue(std::string_view line) {
-  line = TrimmedLine(line);
-  const std::size_t nameEnd = std::min(line.find_first_of(" \t\v\f=#"), line.size());
-  if (line.substr(0, nameEnd) != "LANG") return {};
-  const std::size_t start = line.find_first_not_of(" \t\v\f=", nameEnd);
-  return start == std::string_view::npos ? std::string_view{} : line.substr(start);
-}
-
+// From the first line that says one. The file is one of shell variables and has no sections: what
+// looks like the beginning of one means nothing. Quotes belong to the value.
 void ReadLanguageCode() {
   std::fill(std::begin(launcherState.languageCode), std::end(launcherState.languageCode), '\0');
-  const std::string text = ReadLanguageFile();
-  for (std::size_t start = 0; start < text.size();) {
-    const std::size_t end = std::min(text.find_first_of("\r\n", start), text.size());
-    const std::string_view value = LangValue({text.data() + start, end - start});
-    if (value.size() > 1) {
+  const Bytes bytes = ReadBytes(paths.languageFile, kLongestFile);
+  const FormatGuard asBytes{U_ASCII};
+  const SectionFile file{{bytes.begin(), bytes.end()}};
+  int first = std::numeric_limits<int>::max();
+  const auto look = [&first](const std::vector<SectionFile::Entry>& entries) {
+    for (const auto& [name, value, line] : entries) {
+      if (name != "LANG" || value.size() < 2 || line > first) continue;
       value.copy(launcherState.languageCode, 2);
-      return;
+      first = line;
     }
-    start = end + 1;
-  }
+  };
+  look(file.Loose());
+  for (const SectionFile::Section& section : file.Sections()) look(section.Entries());
 }
 
 const LanguageRow& FindLanguage(const char* code) {

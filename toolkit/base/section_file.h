@@ -8,8 +8,8 @@
 namespace zel {
 
 // A text in Allegro's configuration format: "[section]" begins a section, "key = value" is a line
-// of it, and what begins with "#" is a comment. The one reader of settings, skins, menus and
-// progress.
+// of it, and what begins with "#" is a comment. The one reader of settings, skins, menus, progress
+// and language.
 //
 // Says what Allegro's get_config_... would say after set_config_file, but at once: they walk the
 // whole file for every value, which takes seconds for a menu of thousands of items. White space is
