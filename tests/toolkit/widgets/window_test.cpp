@@ -36,7 +36,9 @@ class WindowTest : public WidgetFixture {
     Tick(20);  // no double click together with the next press
   }
 
-  Window window;
+  struct : Window {
+    using Window::closeButton, Window::maxButton, Window::minButton;
+  } window;
   Button content;
 };
 
@@ -82,7 +84,8 @@ TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
   steps["fixed"] = [this] { window.ClearFlag(kFlagSizeable); };
   look = [this] {  // and which of the buttons can be used
     std::string seen = std::to_string(Change().h);
-    for (int i = 7; i < 10; ++i) seen += window.Children()[i]->Disabled() ? '-' : '+';
+    for (const Widget* button : {&window.minButton, &window.maxButton, &window.closeButton})
+      seen += button->Disabled() ? '-' : '+';
     return seen;
   };
   ExpectPlays("window_rolled", {"auto 100,70 310,190 100,70 310,190 manual leave auto auto manual",
@@ -138,18 +141,15 @@ TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
 
 TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
   Window covering;
-  root.Add(&covering);
-  Tick();
+  root.Add(&covering), Tick();
   EXPECT_EQ(covering.Bounds(), root.Bounds());
   root.Remove(&covering);
   EXPECT_EQ(window.Client().Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 100, 60));
   Dialog other;
-  other.Resize(140, 10);
-  window.SetClientArea(&other);
+  other.Resize(140, 10), window.SetClientArea(&other);
   EXPECT_EQ(Change(), Rect(0, 0, 40, 0));
   EXPECT_EQ(other.Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 140, 60));
-  Watch({MSG_CLOSE});
-  other.Close();
+  Watch({MSG_CLOSE}), other.Close();
   EXPECT_EQ(root.Events(), "Close");
   window.Minimize(), window.SetClientArea(nullptr), window.SetClientArea(&other);
   window.Minimize(), Tick();
@@ -157,9 +157,7 @@ TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
   window.SetClientArea(nullptr);
   Play("90,55 press release press 95,60 release");  // a double click on the title
   Tick(20);
-  window.Minimize();
-  DragBy(0, 100, 10, 0);
-  DragBy(100, 22, 10, 10);
+  window.Minimize(), DragBy(0, 100, 10, 0), DragBy(100, 22, 10, 10);
   EXPECT_EQ(window.Bounds(), root.Bounds());
   window.Maximize();
   EXPECT_EQ(Change(), Rect());
