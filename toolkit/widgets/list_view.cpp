@@ -137,6 +137,7 @@ Rect ListView::PaintedPart() const {
   Rect painted{x(), y(), w(), 0};
   for (int i = first; i < Count() && painted.h < h(); ++i) {
     const int height = HeightOf(i);
+    if (IsCut(i, painted.h + height)) break;
     const Rect row = GetItem(i)->PaintedPart({w(), height});
     if (row.y != 0 || row.h != height) break;
     const int left = std::max(painted.x, x() + row.x);

@@ -75,7 +75,7 @@ TEST_F(ListTest, TheViewFollowsKeysWheelAndScrollBar) {
   steps["clear"] = [this] { root.SetFocus(&list), list.Clear(), box.ItemsChanged(); };
   ExpectPlays("list_scrolled",
               {"up down down up pagedown pagedown pageup pageup pageup end down",
-               "pagedown up+up+up+up up home end 30,30+wheel3 105,30+wheel-1",
+               "pagedown up+up+up+up up home end pageup 30,30+wheel3 105,30+wheel-1",
                "105,60+press+release clear up enter space home", "40,60+press+release"});
 }
 
@@ -86,10 +86,11 @@ TEST_F(ListTest, ItemsAreChosenByKeyAndPointer) {
     steps["clear" + std::to_string(i)] = [this, i] { list.DeselectItem(i); };
   }
   steps["none"] = [this] { list.SetCurrent(-1); };
+  steps["clear"] = [this] { list.DeselectAll(); };
   steps["many"] = [this] { list.SetMultiSelect(true), list.DeselectAll(); };
   ExpectPlays("list_choices",
               {"enter space 20,27+press+release press+release 20,50+press+release",
-               "many space space enter enter 20,15 press+release wait50+press+release",
+               "many space clear space space enter enter 20,15 press+release wait50+press+release",
                "mark0 mark2 mark-1+mark3 clear-1+clear3 clear0 none",
                // the last row of one item, and the first one of the next
                "wait50+20,22+press+release wait50+press+release wait50+20,23+press+release"
@@ -103,9 +104,34 @@ TEST_F(ListTest, DeletingKeepsACurrentAndAVisibleItem) {
   for (const int i : {0, 1, 4, 9})
     steps["delete" + std::to_string(i)] = [this, i] { box.DeleteItem(i); };
   look = [this, marks = look] { return std::to_string(list.GetFirst()) + ' ' + marks(); };
-  ExpectPlays("list_deletions",
-              {"end delete9 delete9 delete0 up delete4 down delete4 home+down insert0 delete1",
-               "delete1+delete0+delete0+delete0 delete0 delete0"});
+  ExpectPlays(
+      "list_deletions",
+      {"end delete9 delete9 delete0 up delete4 down delete4 home+insert0 down insert0 delete1",
+       "delete1+delete0+delete0+delete0+delete0 delete0 delete0"});
+}
+
+// Has margins of 2 and 4 pixels at its sides.
+struct Card : ListItem {
+  Rect PaintedPart(Size size) const override { return {2, 0, size.w - 6, size.h}; }
+  void Draw(Bitmap& canvas, const SkinBitmap*, int state) override {
+    canvas.rectfill(2, 0, canvas.Width() - 5, canvas.Height() - 1, state == 5 ? white : blue);
+  }
+};
+
+TEST_F(ListTest, RowsOfTheSkinsHeightShowWholeOrNotAtAll) {
+  CurrentSkin()->listHeight = 22;
+  box.SetGround(green);
+  for (int i = 0; i < 4; ++i) box.InsertItem(std::make_unique<Card>());
+  root.SetFocus(&list), Tick();
+  clear_to_color(CurrentScreenUpdate()->GetCanvas(), red);  // where nothing is painted
+  root.Redraw();
+  ExpectShown("list_of_cards", {8, 8, 104, 58});
+  look = [this, marks = look] { return std::to_string(list.GetFirst()) + ' ' + marks(); };
+  steps["lower"] = [this] { box.Resize(100, 20), root.Redraw(); };
+  steps["current"] = [this] { list.ScrollToCurrent(); };
+  ExpectPlays("list_of_cards",
+              {"20,56+press+release 20,53+press+release down down up pageup up end current home",
+               "lower+wait1 down 20,20+press+release end 105,20+wheel3 current"});
 }
 
 TEST_F(ListTest, TheApplicationMayFillTheListAnewWhileAnItemIsChosen) {
