@@ -127,6 +127,12 @@ TEST_F(DialogTest, FramesAreDrawnAfterTicksAndInputAndWhenTheDisplayComesBack) {
   }
   UseSkin();
   Skin own{"default"};
+  Patch dressed{{70, 0, 5, 5}}, plain;
+  dressed.SetSkin(&own);
+  root.Add(&dressed), root.Add(&plain), Tick();
+  EXPECT_TRUE(dressed.GetSkin() == &own && plain.GetSkin() == CurrentSkin());
+  root.Remove(&dressed), Tick(), root.Add(&dressed), Tick();
+  EXPECT_EQ(dressed.draws, 2);
   for (const bool inVideo : {false, true}) {
     settings.useVideoMemory = inVideo;
     root.SetSkin(&own);
@@ -333,6 +339,11 @@ TEST_F(DamageTest, ALargeWidgetIsDrawnOnlyWhereItShows) {
   large.Redraw();
   Tick();
   EXPECT_EQ(large.draws, 4) << "on each side of the cover";
+  cover.Shape(0, 0, 20, 20), Tick();
+  large.draws = 0;
+  large.Redraw();
+  Tick();
+  EXPECT_EQ(large.draws, 2) << "beside it and below";
 }
 
 // Drawn in full for each frame, or only where something has changed: it shows the same.

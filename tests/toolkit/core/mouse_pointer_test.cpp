@@ -71,13 +71,14 @@ TEST_F(MousePointerTest, PutsBackWhatLayBeneath) {
 }
 
 TEST_F(MousePointerTest, AChangeOfShapeOrDepthLeavesNoTrace) {
-  Cursor large, empty;
-  Fill(large, 20, 20, blue);
-  for (Cursor* other : {&large, &empty, static_cast<Cursor*>(nullptr), &shape}) {
+  Cursor large, tall, empty;
+  Fill(large, 20, 20, blue), Fill(tall, 4, 20, blue);
+  for (Cursor* other :
+       {&tall, &large, &tall, &shape, &empty, static_cast<Cursor*>(nullptr), &shape}) {
     MoveTo(20, 10);
     CurrentPointer()->SetCursor(other);
     Tick();
-    EXPECT_EQ(At(20, 10), other == &large ? blue : other == &shape ? red : white);
+    EXPECT_EQ(At(20, 10), !other || other == &empty ? white : other == &shape ? red : blue);
     EXPECT_TRUE(LeavesNoTrace());
   }
   for (const int depth : {16, 15, 24, 8, 32}) {

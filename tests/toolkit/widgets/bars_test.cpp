@@ -129,6 +129,9 @@ TEST_P(ScrollBarTest, TheGripLiesWhereTheValueIs) {
     Show(bars[i], isTransposed ? Rect{18 * i, 0, 16, length} : Rect{0, 18 * i, length, 16});
     bars[i].SetPosition(i == 1 ? 900 : 35);
   }
+  bars[0].SetPosition(0), bars[3].SetPosition(70);
+  for (const int i : {0, 3}) bars[i].SetIncrement(35);
+  bars[0].Increment(), bars[3].Decrement();
   bars[3].Disable();
   root.SetFocus(&bars[0]);
   Play("5,23 press");
@@ -139,10 +142,11 @@ TEST_P(ScrollBarTest, TheGripLiesWhereTheValueIs) {
 
 TEST_P(ScrollBarTest, HeldArrowsAndTracksScrollOnAndOn) {
   ShowBar(1030, 500);
-  ExpectPlays("scroll_bar_held",
-              {"145,25+press wait4 wait4 release",  // 60 ms are three ticks
-               "22,25+press wait4 release wait1", "120,25+press wait1 release wait1",
-               "40,25+press release", "120,25+press restart wait4"});
+  ExpectPlays(
+      "scroll_bar_held",
+      {"145,25+press wait4 wait4 release",  // 60 ms are three ticks
+       "22,25+press wait4 release wait1", "120,25+press wait1 release wait1", "40,25+press release",
+       "120,25+press restart wait4", "release 120,25+press 120,90 120,25 wait1 release"});
   for (const std::string at : {"120,25", "60,25"}) {
     Play("release " + at + " press wait100 release press release");
     EXPECT_TRUE(bar.Dialog::Contains(root.FocusWidget())) << at;
@@ -158,6 +162,8 @@ TEST_P(ScrollBarTest, KeysPointerAndWheelMoveTheGrip) {
                "38,25+press 48,90 199,90 0,90 43,90 43,25+release+wheel3 space+48,25"});
   EXPECT_TRUE(root.FocusWidget()->Selected());
   root.ChangeFocus(root.FocusWidget(), nullptr);
+  bar.Setup(20, 20, bar.w(), bar.h(), 0, 0, 910, 30, GetParam());
+  EXPECT_EQ(bar.GetPosition(), 0) << "it begins anew";
   for (const int total : {30, 31}) {
     bar.SetRange(total, 30);
     root.MoveFocus(FocusMove::kNext);

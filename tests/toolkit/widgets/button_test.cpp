@@ -66,6 +66,8 @@ TEST_F(ButtonTest, TextLiesWhereItIsAligned) {
 
 TEST_F(ButtonTest, LooksSayTheState) {
   CurrentSkin()->dottedRect = 1, CurrentSkin()->buttonDisplacement = 3;
+  CurrentSkin()->fontColor[kCheckBoxText][kNormal] = blue;
+  CurrentSkin()->fontColor[kRadioText][kNormal] = green;
   Dress(RADIO, {"rry", "rry", "ggk", "ggk", "bb.", "bb.", "wwc", "wwc"});  // lower than a text
   Rows box(32, "rb");                                                      // as high as a text
   box[8] = box[15] = "gy";
@@ -147,19 +149,20 @@ TEST_F(ButtonTest, APressActivatesWhenItEndsWhereItBegan) {
 
 TEST_F(ButtonTest, AKeyPressesForAsLongAsTheKeyboardTakesToRepeatIt) {
   Button button;
-  Show(button, {10, 10, 50, 20});
-  button.SetKey('A');
-  constexpr int kDelays[][2] = {{100, -1}, {100, 0}, {100, 1}, {100, 160}, {1, 0}, {100, INT_MAX}};
+  button.Setup(10, 10, 50, 20, 'A', 0, "x");
+  Show(button, button.Bounds());
+  constexpr int kDelays[][2] = {{1000, -1},  {1000, 0}, {1000, 1},
+                                {1000, 160}, {1, 0},    {1000, INT_MAX}};
   std::string ticks;
   for (const auto& [rate, delay] : kDelays) {
     settings.logicFrameRate = rate;
     settings.keyDelay = delay;
     root.HandleKey('a', KEY_A);
     int held = 0;
-    for (; button.Selected() && held < 99; ++held) Tick();
+    for (; button.Selected() && held < 999; ++held) Tick();
     ticks += Join(held, root.Events());
   }
-  EXPECT_EQ(ticks, "30 Activate 30 Activate 2 Activate 18 Activate 1 Activate 99  ");
+  EXPECT_EQ(ticks, "300 Activate 300 Activate 21 Activate 180 Activate 1 Activate 999  ");
 }
 
 TEST_F(ButtonTest, OneRadioButtonOfAGroupIsSelected) {

@@ -47,6 +47,12 @@ class EditBoxTest : public WidgetFixture {
 
 TEST_F(EditBoxTest, KeysEditAndSelectWholeCharactersAndScrollNoFurtherThanTheCursorNeeds) {
   steps["narrow"] = [this] { edit.Resize(0, 24), root.Redraw(); };
+  steps["password"] = [this] { edit.SetFilter(kFilterPassword); };
+  for (const int place : {0, 99})
+    steps["to" + std::to_string(place)] = [this, place] { edit.MoveCursor(place); };
+  steps["left13"] = [this] {
+    for (int i = 0; i < 13; ++i) Type(0, KEY_LEFT);
+  };
   ExpectPlays(
       "texts_edited",
       {"one x y left z full c",
@@ -55,6 +61,7 @@ TEST_F(EditBoxTest, KeysEditAndSelectWholeCharactersAndScrollNoFurtherThanTheCur
        "=abcdef+shift+left shift+right shift+right", "=abcdef+shift+left shift+home left x",
        "=abcdef+shift+right shift+end delete g h", "=abcdef+shift+home end shift+left right",
        "=abcdef+shift+end home shift+right enter", "=longer-than-its-box+end left home",
+       "=abcdef+delete to0 password", "=longer-than-its-box+to99 left13 backspace backspace",
        "narrow+end left home"});
 }
 
@@ -153,7 +160,10 @@ class ComboBoxTest : public WidgetFixture {
   ComboBoxTest() {
     for (const char* text : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"})
       combo.GetListBox().InsertItem(std::make_unique<TextListItem>(text));
-    combo.Setup(20, 10, 100, 24, 0, 0, 1);
+    for (const int i : {0, 8, 1}) {
+      steps['=' + std::to_string(i)] = [this, i] { combo.Setup(20, 10, 100, 24, 0, 0, i); };
+      combo.Setup(20, 10, 100, 24, 0, 0, i);
+    }
     Show(combo, {20, 10, 100, 24});
     Show(covered, {10, 34, 120, 100});
     look = [this] {
@@ -197,7 +207,8 @@ TEST_F(ComboBoxTest, KeyboardOpensChoosesAndCancels) {
   root.SetFocus(&combo.GetEdit());
   ExpectPlays("combo_box_keys", {"x enter down+down escape space+wait20 down enter",
                                  "space+wait20 end enter space+wait20 up+enter space+wait20+home"
-                                 " enter space+wait20 escape"});
+                                 " enter space+wait20 escape",
+                                 "=8 space+wait20 escape =0 space+wait20 escape"});
   EXPECT_FALSE(root.IsClosed());
   combo.GetListBox().GetList().Clear();
   EXPECT_EQ(Play("110,20+press+release"), " open at -1 from 0");

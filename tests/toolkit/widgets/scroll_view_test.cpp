@@ -19,6 +19,10 @@ class ViewTest : public WidgetFixture {
 
 TEST_F(ViewTest, BarsShowWhereTheContentDoesNotFit) {
   std::string bars;
+  const auto shown = [this] {
+    return std::string{view.HorizontalShown() ? "-" : ""} + (view.VerticalShown() ? "|" : "") +
+           (view.CornerShown() ? "+" : "") + ',';
+  };
   constexpr int kContents[][4] = {{2, 2, 200, 100}, {2, 2, 201, 84}, {2, 2, 201, 85},
                                   {2, 2, 185, 101}, {2, 2, 0, 0},    {2, 2, 184, 101},
                                   {1, 2, 9, 85},    {2, 1, 185, 9},  {2, 1, 184, 9},
@@ -26,18 +30,18 @@ TEST_F(ViewTest, BarsShowWhereTheContentDoesNotFit) {
   for (const auto& [horizontal, vertical, w, h] : kContents) {
     view.SetContentSize(w, h);
     view.SetScrollModes(horizontal, vertical);
+    bars += shown();
     view.Hide(), view.Unhide();
-    bars += std::string{view.HorizontalShown() ? "-" : ""} + (view.VerticalShown() ? "|" : "") +
-            (view.CornerShown() ? "+" : "") + ',';
+    EXPECT_TRUE(bars.ends_with(shown()));
   }
   EXPECT_EQ(bars, ",-,-|+,-|+,,|,-|+,-|+,|,|,-,");
   view.SetMargins(9, 5, 1, 2);
   EXPECT_EQ(view.VisibleWidth(), 190);
   EXPECT_EQ(view.VisibleHeight(), 100 - 16 - 7);
   view.SetScrollModes(2, 2);
-  for (const int width : {190, 191}) {
-    view.SetContentSize(width, 9);
-    EXPECT_EQ(view.HorizontalShown(), width > 190);
+  for (const auto& [width, height] : {std::pair{190, 93}, {191, 9}, {9, 94}}) {
+    view.SetContentSize(width, height);
+    EXPECT_EQ(shown(), width > 190 ? "-," : height > 93 ? "|," : ",");
   }
 }
 
@@ -75,9 +79,11 @@ TEST_F(ViewTest, ShowsThePartOfTheTextThatIsScrolledTo) {
   view.SetFontColor(red, green, kFocused);
   view.SetFontColor(blue, Color{}, kNormal);
   view.Resize(70, 60);
-  view.SetMargins(5, 3, 1, 2);
+  view.SetMargins(5, 3, 1, 2), Frame();
   view.ScrollTo(50, 30, 10, 15);
   ExpectShown("text_view", {10, 10, 72, 62});
+  view.Center(), Check();
+  view.ScrollTo(0, 0, 1, 1), view.ScrollTo(50, 30, 10, 15);
   root.SetFocus(&view);
   view.SetContentSize(0, 0);
   view.ScrollTo(0, 0, 1, 1);
@@ -86,9 +92,12 @@ TEST_F(ViewTest, ShowsThePartOfTheTextThatIsScrolledTo) {
   EXPECT_TRUE(DrawsEnough());
   view.SetContentSize(9, 200), view.ShowLine(3);
   EXPECT_EQ(view.FirstLine(), 3);
+  view.Resize(10, 10), Tick(), view.ScrollTo(999, 999, 1, 1);
+  EXPECT_EQ(look(), "9 200 ");
 }
 
 TEST_F(ViewTest, AnotherTextRepaintsLinesAlone) {
+  view.SetFontColor(red, green, kNormal), view.SetMargins(5, 3, 1, 2), Frame();
   for (const char* text : {"I\nI", "l\nl\nl", "I", ""}) {
     Copied();
     view.SetText(text);

@@ -57,6 +57,8 @@ TEST_F(WindowTest, EachZoneHasItsShapeAndDragsItsEdges) {
       Tick();
     }
   ExpectText("window_zones", zones);
+  for (const Point& place : {Point{50, 40}, {310, 190}, {50, 40}}) Mouse(place.x, place.y);
+  EXPECT_EQ(PointerShape(), MOUSE_SIZE_DIAGONAL1) << "also when it comes back";
   root.SetSkin(nullptr);
   Tick();
   EXPECT_EQ(Change(), Rect());
@@ -70,8 +72,17 @@ TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
   window.Hide(), window.Disable();
   window.Minimize(), window.Maximize();
   window.Unhide(), window.Enable(), window.Disable();
-  EXPECT_TRUE(window.Client().Disabled());
+  EXPECT_TRUE(window.Disabled() && window.Client().Disabled());
   window.Enable();
+  Button added;
+  window.Add(&added);
+  EXPECT_FALSE(window.Contains(&added)) << "it comes with the client area";
+  window.Remove(&added);
+  Skin other{"default"};
+  for (Skin* skin : {&other, CurrentSkin()}) {
+    window.SetSkin(skin);
+    EXPECT_EQ(window.Client().GetSkin(), skin);
+  }
   EXPECT_EQ(Change(), Rect(0, 0, 0, -60));
   DragBy(40, 22, 30, 10);
   window.Resize(110, 70);
@@ -106,6 +117,7 @@ TEST_F(WindowTest, TheSkinPlacesTitleAndButtons) {
   }
   window.SetTitle("too long a title"), Frame();
   ExpectShown("window_title_too_long", {50, 40, 108, 30});
+  root.ChangeFocus(&window, nullptr), Check();
 }
 
 TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
@@ -131,12 +143,15 @@ TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
   CurrentSkin()->windowTextBack = 0, root.SetSkin(nullptr), window.Hide(), window.Unhide();
   root.SetFocus(&other), Check();
   ExpectShown("window_inactive", {40, 36, 130, 50});
-  window.ClearFlag(kFlagSizeable), window.Enable();
+  window.ClearFlag(kFlagSizeable), window.Enable(), window.Hide(), window.Unhide();
   root.SetFocus(&content);
   ExpectShown("window_of_fixed_size", {40, 36, 130, 50});
   Watch({MSG_CLOSE});
   Click(window.x() + window.w() + CurrentSkin()->windowExitPos.x + 5, window.y() + 12);
   EXPECT_EQ(root.Events(), "Close");
+  root.onlyOfChildren = false, Watch({MSG_ACTIVATE});
+  Click(content.x() + 5, content.y() + 5);
+  EXPECT_EQ(root.Events(), "?: Activate") << "what lies in it reports to the root";
 }
 
 TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
@@ -161,6 +176,37 @@ TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
   EXPECT_EQ(window.Bounds(), root.Bounds());
   window.Maximize();
   EXPECT_EQ(Change(), Rect());
+}
+
+using WindowByItselfTest = StageTest;
+
+// In a wipe downward of four ticks, closed in its middle once.
+TEST_F(WindowByItselfTest, ComesUpInItsTransitionAndIsDragged) {
+  UseSkin();
+  CurrentSkin()->windowAnimationType = 6, CurrentSkin()->windowAnimationLength = 80;
+  Window window;
+  window.Shape(20, 10, 110, 30);
+  Start();
+  window.SetSkin(nullptr);
+  std::string seen;
+  steps["look"] = [&] { seen += Describe(screen, {10, 0, 140, 100}) + '\n'; };
+  steps["close"] = [&] { window.Close(); };
+  for (const char* script : {"wait wait look close", "wait look wait wait wait look close"}) {
+    Meanwhile(script);
+    window.Popup(&root, 20, 10, nullptr);
+    EXPECT_FALSE(window.InTransition());
+  }
+  ExpectText("window_popped_up", seen, "pictures");
+  End();
+  // As the root it stays at its place, and its edges follow the pointer.
+  seen.clear();
+  steps["size"] = [&] {
+    const Point place = window.GetRelativePos();
+    seen += Join(place.x, place.y, window.w(), window.h()) + '\n';
+  };
+  Meanwhile("size 1,1 L 4,6 size 10,11 size l 108,44 L 111,46 118,54 size l close");
+  window.Execute(nullptr);
+  EXPECT_EQ(seen, "20 10 118 56 \n23 15 115 51 \n29 20 109 46 \n29 20 119 56 \n");
 }
 
 }  // namespace
