@@ -81,7 +81,12 @@ bool IsThere(const std::string& name) {
 }
 
 bool CheckFile(Findings& findings, const Place& place, const std::string& name) {
-  if (!std::all_of(name.begin(), name.end(), IsAscii)) findings.Add(Msg::kNameAscii, place, {name});
+  // Of a directory it is said once, whatever is in it.
+  if (const auto letter = std::find_if_not(name.begin(), name.end(), IsAscii); letter != name.end())
+    if (const std::string part =
+            name.substr(0, name.find('/', static_cast<std::size_t>(letter - name.begin())));
+        findings.IsFirst(Msg::kNameAscii, part))
+      findings.Add(Msg::kNameAscii, place, {part});
   struct stat status;
   if (stat(name.c_str(), &status) != 0) {
     const int error = errno;

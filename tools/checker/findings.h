@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "toolkit/base/geometry.h"
@@ -36,6 +37,8 @@ class Findings {
            const std::string& nearest = {});
   // True where more of the same in a file would not be said.
   bool IsFull(Msg id, const std::string& file) const;
+  // True once for each thing of which one message is enough, wherever it is met.
+  bool IsFirst(Msg id, const std::string& about) { return once_.emplace(id, about).second; }
   // Takes the comments of a file to heart.
   void ReadComments(const std::string& file, const std::string& text);
 
@@ -54,6 +57,7 @@ class Findings {
 
   std::vector<Finding> findings_;
   std::set<std::tuple<std::string, int, Msg, std::string>> seen_;
+  std::set<std::pair<Msg, std::string>> once_;
   std::map<std::tuple<std::string, Msg>, int> counts_;
   std::map<std::string, int> order_;
   std::vector<Allowed> allowed_;

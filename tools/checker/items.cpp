@@ -6,9 +6,11 @@
 #include <iterator>
 #include <map>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "launcher/default_start.h"
+#include "launcher/menu_config.h"
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/text.h"
 #include "tools/checker/values.h"
@@ -44,6 +46,24 @@ bool IsRelative(const std::string& name) {
   return !name.empty() && name.front() != '/' && !IsMoreThanAName(name);
 }
 
+// What of a command is meant for a shell: signs between words, and the beginning of what it puts in
+// their place; empty for nothing.
+std::string ShellSign(const std::string& command) {
+  constexpr std::string_view kSigns[] = {"|", "||", "&", "&&", ";", "<", ">", ">>", "2>", "2>&1"};
+  for (std::size_t start = 0; start < command.size();) {
+    const std::size_t end = std::min(command.find(' ', start), command.size());
+    const std::string word = command.substr(start, end - start);
+    start = end + 1;
+    const bool isSign = std::find(std::begin(kSigns), std::end(kSigns), word) != std::end(kSigns);
+    const bool isRedirected = word.starts_with(">") || word.starts_with("2>");
+    const bool isEnd = word.size() > 1 && word.back() == ';';
+    if (isSign || isRedirected || isEnd || word.find("$(") != std::string::npos ||
+        word.find('`') != std::string::npos)
+      return isEnd ? ";" : word;
+  }
+  return {};
+}
+
 bool HasTitle(const MenuSection& item) {
   return std::any_of(item.lines.begin(), item.lines.end(), [](const MenuLine& line) {
     return std::string_view{line.key->name} == "Title" && !line.entry.value.empty();
@@ -77,6 +97,8 @@ class ItemCheck {
     for (const char* key : {"ShowIfFileExists", "WaitForFile", "WaitWhileFile"})
       if (const std::string name = item_.Text(key); IsMoreThanAName(name))
         Add(Msg::kWildcard, key, {name, key});
+      else if (name.size() > 1 && name.back() == '/')
+        Add(Msg::kWaitSlash, key, {name, key});
     if (IsSeparator(item_))
       CheckEffect({"Title", "Icon", "Submenu", "ExCode", "ExString", "HintSection", "WaitForFile",
                    "WaitWhileFile", "Timeout", "WaitText", "Disable"},
@@ -146,6 +168,8 @@ class ItemCheck {
     const std::string text = item_.Text("ExString");
     if (text.size() > kLongestOutput) Add(Msg::kStringLong, "ExString");
     if (!std::all_of(text.begin(), text.end(), IsAscii)) Add(Msg::kStringAscii, "ExString");
+    if (const std::string sign = ShellSign(text); !sign.empty())
+      Add(Msg::kStringShell, "ExString", {sign});
     CheckWaiting();
   }
 
@@ -178,7 +202,7 @@ void CheckNumbers(Findings& findings, const MenuFile& menu) {
     largest = std::max(largest, item.number);
   }
   const std::string said = menu.General().Text("LinesNumber");
-  if (beyond && (said.empty() || IsNumber(said)))
+  if (beyond && (said.empty() ? menu.isLayoutKnown : IsNumber(said)))
     findings.Add(
         Msg::kLinesNumber, menu.At(std::max(1, menu.General().LineOf("LinesNumber"))),
         {std::to_string(menu.linesNumber), '[' + beyond->name + ']', std::to_string(largest)});
@@ -196,7 +220,8 @@ void CheckTitles(Findings& findings, const MenuFile& menu) {
   }
 }
 
-// What is to be chosen by itself.
+// What is to be chosen by itself. Time is counted from the beginning only, and then a submenu is
+// open where an earlier choice was in it.
 void CheckDefault(Findings& findings, const MenuFile& menu) {
   const MenuSection& general = menu.General();
   const auto add = [&](Msg id, const char* key, std::vector<std::string> words) {
@@ -208,11 +233,16 @@ void CheckDefault(Findings& findings, const MenuFile& menu) {
     return;
   }
   const int number = general.Number("Default");
-  const bool isThere =
-      std::any_of(menu.items.begin(), menu.items.end(), [number](const MenuSection& item) {
+  if (number != 0 && menu.name != kMainMenu && general.Number("DefaultAfterReturn") == 0)
+    return add(Msg::kNoEffect, "Default", {"Default", "in a submenu without DefaultAfterReturn"});
+  const auto item =
+      std::find_if(menu.items.begin(), menu.items.end(), [number](const MenuSection& item) {
         return item.number == number && !IsSeparator(item) && !IsDisabled(item);
       });
-  if (!isThere && number != 0) add(Msg::kNoDefault, "Default", {general.Text("Default")});
+  if (item == menu.items.end() && number != 0)
+    add(Msg::kNoDefault, "Default", {general.Text("Default")});
+  if (item != menu.items.end() && item->Has("Submenu"))
+    add(Msg::kDefaultSubmenu, "Default", {general.Text("Default")});
   const int seconds = general.Number("DefaultTimeout");
   if (number != 0 && !general.Has("DefaultTimeout"))
     add(Msg::kNoEffect, "Default", {"Default", "without DefaultTimeout"});

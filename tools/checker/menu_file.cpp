@@ -9,6 +9,7 @@
 #include "launcher/layout.h"
 #include "launcher/menu_config.h"
 #include "toolkit/base/allegro.h"
+#include "toolkit/base/bytes.h"
 #include "toolkit/base/text.h"
 #include "tools/checker/files.h"
 #include "tools/checker/lines.h"
@@ -178,19 +179,47 @@ class Reader {
     }
   }
 
+  // What was written instead of a key, as far as that is plain: also "Hint" for the name of a file.
+  static std::string MeantKey(Keys keys, const Entry& entry) {
+    const bool isFile = Upper(entry.name).starts_with("HINT") && IsFile(entry.value.c_str());
+    if (isFile && keys.data() == kGeneralKeys.data() && keys.size() == kGeneralKeys.size())
+      return "HintFile";
+    return NearestKey(keys, entry.name);
+  }
+
   void FindNames(const std::string& text) {
     const SectionFile content = SectionFile::FromUtf8("[all]\n" + text);
     for (const Section& section : content.Sections())
       for (Entry entry : section.Entries()) {
         entry.value = WithoutComment(entry.value, false);
         --entry.line;
-        if (Upper(entry.name) == "HINTSECTION") file_.hints.insert(entry.value);
+        // Of a misspelt one it is said.
+        if (Upper(entry.name).starts_with("HINT")) file_.hints.insert(entry.value);
         if (Upper(entry.name) == "SUBMENU") file_.submenus.push_back(std::move(entry));
       }
   }
 
-  // What the section may be called; `name` is what it is called. Empty for nothing.
-  std::string Known(const std::string& name, int line) {
+  // What a section is meant for by the keys that it has; empty where that is not plain.
+  std::string MeantByKeys(const Section& section) const {
+    const auto has = [&section](Keys keys) {
+      return std::any_of(section.Entries().begin(), section.Entries().end(), [keys](const auto& e) {
+        MenuLine line;
+        return FindKey(keys, e.name, line);
+      });
+    };
+    if (has(kGeneralKeys)) return names_.contains(kGeneralSection) ? "" : kGeneralSection;
+    if (!has(kItemKeys)) return {};
+    const std::string& name = section.Name();
+    const std::string item = "LINE" + name.substr(name.find_last_not_of("0123456789") + 1);
+    if (ItemNumber(item) > 0) return names_.contains(item) ? std::string{} : item;
+    for (int n = 1; n <= kMostGuessed; ++n)
+      if (const std::string next = "LINE" + std::to_string(n); !names_.contains(next)) return next;
+    return {};
+  }
+
+  // What the section may be called; empty for nothing.
+  std::string Known(const Section& section, int line) {
+    const std::string& name = section.Name();
     if (IsKnown(name)) return name;
     if (name == kNoName) return {};
     Size size;
@@ -211,9 +240,14 @@ class Reader {
     std::string meant = Nearest(name, missing);
     if (meant.empty() && name.size() > 4 && std::string{kGeneralSection}.starts_with(Upper(name)))
       meant = kGeneralSection;
+    if (meant.empty()) meant = MeantByKeys(section);
     const bool isFree = !meant.empty() && !names_.contains(Upper(meant));
     if (meant.empty()) meant = Nearest(name, there);
-    findings_.Add(Msg::kUnknownSection, file_.At(line), {name}, meant);
+    // Of [ENTRY1], [ENTRY2] and so on it is said once.
+    const std::string stem = name.substr(0, name.find_last_not_of("0123456789") + 1);
+    if (stem == name || findings_.IsFirst(Msg::kUnknownSection, file_.name + stem))
+      findings_.Add(Msg::kUnknownSection, file_.At(line), {name}, meant);
+    if (isFree) names_.insert(Upper(meant));
     if (ItemNumber(meant) == 0) file_.isLayoutKnown = false;
     return isFree ? meant : std::string{};
   }
@@ -226,7 +260,7 @@ class Reader {
 
   void Take(const Section& section) {
     const int line = section.Heads().front();
-    const std::string name = Known(section.Name(), line);
+    const std::string name = Known(section, line);
     if (name.empty()) return;
     MenuSection taken{name, line, ItemNumber(name), {}};
     const bool isGeneral = Upper(name) == kGeneralSection;
@@ -243,7 +277,7 @@ class Reader {
     const Place place = file_.At(entry.line);
     MenuLine line{nullptr, {}, entry};
     if (!FindKey(keys, entry.name, line)) {
-      const std::string nearest = NearestKey(keys, entry.name);
+      const std::string nearest = MeantKey(keys, entry);
       findings_.Add(Msg::kUnknownKey, place, {entry.name},
                     nearest.empty() ? LongerKey(keys, entry.name) : nearest);
       if (section.number == 0) file_.isLayoutKnown = false;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "launcher/menu_config.h"
+#include "toolkit/base/allegro.h"
 #include "toolkit/base/geometry.h"
 #include "toolkit/base/section_file.h"
 #include "toolkit/base/settings.h"
@@ -43,6 +44,15 @@ constexpr Size kModes[] = {
     {4096, 2160}, {5120, 1440}, {5120, 2160}, {5120, 2880}, {7680, 4320}};
 
 constexpr int kDepths[] = {8, 15, 16, 24, 32};
+
+// Allegro's for Linux.
+constexpr int kDrivers[] = {GFX_XWINDOWS, GFX_XWINDOWS_FULLSCREEN,
+                            GFX_XDGA,     GFX_XDGA_FULLSCREEN,
+                            GFX_XDGA2,    GFX_XDGA2_SOFT,
+                            GFX_FBCON,    GFX_VGA,
+                            GFX_MODEX,    GFX_VBEAF,
+                            GFX_SVGALIB};
+constexpr int kMostFound = 2;  // from here on a number is a driver
 
 // Numbers that the launcher brings to a range.
 struct Range {
@@ -120,6 +130,9 @@ class SettingsCheck {
     }
     if (value.empty() || CheckQuotes(findings_, place, value)) return;
     if (key->kind == KeyInfo::kZoom) CheckZoom(findings_, place, entry.name, value, true);
+    if (Upper(key->name) == "GFXMODE" && settings.gfxMode > kMostFound &&
+        std::find(std::begin(kDrivers), std::end(kDrivers), settings.gfxMode) == std::end(kDrivers))
+      findings_.Add(Msg::kNoDriver, place, {value});
     const bool isNumber = key->kind == KeyInfo::kNumber || key->kind == KeyInfo::kSwitch;
     if (!isNumber || !CheckNumber(findings_, place, entry.name, value, false)) return;
     const int number = ParsedNumber(value);

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <map>
 #include <set>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -143,36 +144,49 @@ std::string EncodedTwice(const std::string& text) {
   return letters;
 }
 
-// What looks like an entity, a tag or an escape; empty for none.
-std::string Markup(const std::string& text) {
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const std::size_t end = text.find_first_not_of(
+// Whether "\\n" or "\\t" there are part of a path, as in "C:\\new", rather than an escape.
+bool IsInPath(const std::string& text, std::size_t sign) {
+  const std::size_t before = text.find_last_of(" \t(\"'", sign);
+  const std::size_t start = before == std::string::npos ? 0 : before + 1;
+  const std::string word = text.substr(start, text.find_first_of(" \t", sign) - start);
+  if (word.size() > 1 && (word[1] == ':' || word.starts_with("\\\\"))) return true;
+  for (std::size_t i = word.find('\\'); i < word.size(); i = word.find('\\', i + 1))
+    if (word[i + 1] != 'n' && word[i + 1] != 't' && word[i + 1] != 'r') return true;
+  // "dos\\net.exe", but not "Done.\\nnext."
+  const std::size_t point = word.find('.', sign - start);
+  return sign > start && text[sign - 1] >= '0' && point != std::string::npos &&
+         point + 1 < word.size();
+}
+
+// What looks like an entity, a tag or an escape, from `position` on, which then is behind it; empty
+// for none.
+std::string Markup(const std::string& text, std::size_t& position) {
+  for (std::size_t i = position; i < text.size(); ++i) {
+    std::size_t end = text.find_first_not_of(
         "#/abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789", i + 1);
     const char close = text[i] == '&' ? ';' : text[i] == '<' ? '>' : '\0';
-    if (close != '\0' && end < text.size() && end > i + 1 && text[end] == close)
-      return text.substr(i, end + 1 - i);
-    if (text[i] == '\\' && i + 1 < text.size() && (text[i + 1] == 'n' || text[i + 1] == 't'))
-      return text.substr(i, 2);
+    const bool isEscape = text[i] == '\\' && i + 1 < text.size() &&
+                          (text[i + 1] == 'n' || text[i + 1] == 't') && !IsInPath(text, i);
+    if (isEscape) end = i + 1;
+    if (!isEscape && (close == '\0' || end >= text.size() || end == i + 1 || text[end] != close))
+      continue;
+    position = end + 1;
+    return text.substr(i, position - i);
   }
+  position = text.size();
   return {};
 }
 
-// The same of an explanation, in which names in brackets and paths with backslashes may be meant.
+// The same of an explanation, in which names in brackets may be meant.
 std::string MarkupOfHint(const std::string& text) {
   constexpr std::string_view kTags[] = {"b",  "i",  "u",  "p",    "br",   "em",    "strong",
                                         "li", "ul", "tt", "code", "font", "center"};
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    std::string found = Markup(text.substr(i));
-    if (found.empty()) break;
-    i = text.find(found, i);
+  for (std::size_t i = 0; i < text.size();) {
+    std::string found = Markup(text, i);
+    if (found.empty() || found.front() != '<') return found;
     std::string tag = found.substr(1, found.size() - 2);
     std::erase(tag, '/');
-    const std::size_t end = i + found.size();
-    const bool isEscape = found == "\\n" && (end == text.size() || text[end] < 'a');
-    if (found.front() == '&' || isEscape ||
-        (found.front() == '<' &&
-         std::find(std::begin(kTags), std::end(kTags), tag) != std::end(kTags)))
-      return found;
+    if (std::find(std::begin(kTags), std::end(kTags), tag) != std::end(kTags)) return found;
   }
   return {};
 }
@@ -217,7 +231,8 @@ void CheckSectionTexts(Findings& findings, Letters& letters, const MenuFile& men
       findings.Add(Msg::kEncodedTwice, place, {twice});
       continue;
     }
-    if (const std::string markup = Markup(line.entry.value); !markup.empty())
+    std::size_t position = 0;
+    if (const std::string markup = Markup(line.entry.value, position); !markup.empty())
       findings.Add(Msg::kMarkup, place, {markup});
     if (skin && std::string_view{line.key->name} == "WaitText")
       CheckWaitText(findings, place, line, *skin);
@@ -239,6 +254,33 @@ bool HasStrayTitle(const MenuSection& item) {
   return std::any_of(item.lines.begin(), item.lines.end(), [](const MenuLine& line) {
     return !line.language.empty() && !IsSuffix(line.language);
   });
+}
+
+// Whether a title is hardly the same in two languages: no name, and no single word.
+bool IsSaying(const std::string& title, const LanguageRow& language) {
+  const bool isLatin = language.language != kRussian && language.language != kChinese &&
+                       language.language != kJapanese;
+  std::istringstream text{title};
+  int words = 0, small = 0;
+  for (std::string word; text >> word; ++words)
+    if (words > 0 && word.front() >= 'a' && word.front() <= 'z') ++small;
+  return small > 0 && words > (isLatin ? 2 : 1);
+}
+
+// Says which titles were copied and stayed as they are, where most others were translated.
+void CheckCopied(Findings& findings, const MenuFile& menu, const std::string& language) {
+  std::vector<const MenuLine*> copied;
+  int translated = 0;
+  for (const MenuSection* item : TitledItems(menu)) {
+    const MenuLine* line = item->Find("Title", language);
+    if (line && line->entry.value != item->Text("Title")) ++translated;
+    if (line && line->entry.value == item->Text("Title") &&
+        IsSaying(line->entry.value, RowOf(language)))
+      copied.push_back(line);
+  }
+  if (translated <= std::ssize(copied)) return;
+  for (const MenuLine* line : copied)
+    findings.Add(Msg::kLeftInEnglish, menu.At(line->entry.line), {line->entry.name});
 }
 
 // Reports what one language lacks that is there in English and, next to it, in the language.
@@ -364,7 +406,8 @@ class HintsCheck {
         // fault.
         const std::string other =
             line->language == language ? CheckLanguage(menu, *line) : std::string{};
-        if (Hints& hints = Open(line->entry.value, RowOf(other.empty() ? language : other));
+        if (Hints& hints = Open(line->entry.value, RowOf(other.empty() ? language : other), menu,
+                                menu.At(line->entry.line));
             hints.isRead)
           files.emplace(line->entry.value, &hints);
       }
@@ -409,7 +452,8 @@ class HintsCheck {
   }
 
  private:
-  Hints& Open(const std::string& name, const LanguageRow& language) {
+  Hints& Open(const std::string& name, const LanguageRow& language, const MenuFile& menu,
+              const Place& named) {
     const auto found = files_.find(name);
     if (found != files_.end()) return found->second;
     constexpr std::size_t kLongest = std::size_t{32} << 20;
@@ -419,13 +463,49 @@ class HintsCheck {
     Hints& hints =
         files_.emplace(name, Hints{language, HintFile{name.c_str()}, {}, isRead}).first->second;
     if (!isRead) return hints;
-    for (const HintFile::Section& section : hints.file.Sections()) {
+    const std::vector<HintFile::Section> sections = hints.file.Sections();
+    const bool isMenu = std::any_of(sections.begin(), sections.end(), [](const auto& section) {
+      return Upper(section.name) == kGeneralSection;
+    });
+    const bool isOther = std::none_of(sections.begin(), sections.end(), [&](const auto& section) {
+      return section.isClosed || menu.hints.contains(Decoded(section.name, language));
+    });
+    if (isMenu || isOther) {
+      findings_.Add(Msg::kNoHints, named, {name, isMenu ? "a menu" : "no file of explanations"});
+      hints.isRead = false;
+      return hints;
+    }
+    for (const HintFile::Section& section : sections) {
       hints.names.insert(section.name);
       if (ustrlen(hints.file.Fill(section.name.c_str()).c_str()) >= kHintCharacters)
         findings_.Add(Msg::kHintLong, {name, section.line}, {Decoded(section.name, language)});
     }
+    CheckOutside(name, text, hints);
     if (IsWellEncoded(name, text, language)) CheckHintLetters(name, text, language);
     return hints;
+  }
+
+  // Lines outside are comments, unless something closes them like a text.
+  void CheckOutside(const std::string& name, const std::string& text, Hints& hints) {
+    constexpr std::string_view kEnd = "[END:";
+    int number = 0, first = 0;  // outside
+    bool isInside = false;
+    for (std::size_t position = 0; position < text.size();) {
+      const std::string line = Trimmed(std::string{NextLine(text, position)}.c_str());
+      ++number;
+      const bool isEnd = Upper(line).starts_with(kEnd);
+      if (isEnd && !isInside && first > 0) {
+        const std::string meant = line.substr(kEnd.size(), line.find(']') - kEnd.size());
+        findings_.Add(Msg::kHintOutside, {name, first}, {Decoded(meant, hints.language)});
+        hints.names.insert(meant);  // which is missing for no other reason
+      }
+      if (!line.empty() && line.front() == '[') {
+        isInside = !isEnd;
+        first = 0;
+      } else if (!line.empty() && first == 0) {
+        first = number;
+      }
+    }
   }
 
   // "hints.ru.txt" for German, where there is Russian. Answers that.
@@ -494,7 +574,9 @@ class HintsCheck {
     const std::string& wanted = line.entry.value;
     const Place place = menu.At(line.entry.line);
     if (!menu.General().Find("HintFile")) {
-      findings_.Add(Msg::kNoHintFile, place, {wanted});
+      // A misspelt key may be meant for it, which is said.
+      if (menu.isLayoutKnown && findings_.IsFirst(Msg::kNoHintFile, menu.name))
+        findings_.Add(Msg::kNoHintFile, place, {wanted});
       return;
     }
     // Looking for names takes its time.
@@ -585,7 +667,10 @@ void CheckTexts(Findings& findings, const std::vector<MenuFile>& menus, const Sk
     for (const MenuSection& item : menu.items)
       CheckSectionTexts(findings, letters, menu, item, skin);
     for (const std::string& language : LanguagesOf(menu))
-      if (!language.empty()) CheckTranslation(findings, menu, language);
+      if (!language.empty()) {
+        CheckTranslation(findings, menu, language);
+        CheckCopied(findings, menu, language);
+      }
   }
   const bool areAll = std::all_of(menus.begin(), menus.end(), [](const MenuFile& menu) {
     return !menu.items.empty() &&
