@@ -151,6 +151,8 @@ class PreviewTest(unittest.TestCase):
         expect("--keys", "Down Down Return Down")
         self.edit("Heading = Rescue menu", "Heading = Changed")
         expect("--keys", "Down Down Return Down")
+        display.xdotool("mousemove", "700", "730", "click", "1")  # on "From the beginning"
+        expect()
         below = display.picture()[4 * 1024 * 600:]
         self.edit("LinesNumber", "NoNumber")
         expect()
@@ -230,6 +232,12 @@ class PreviewTest(unittest.TestCase):
 
         wait_until(lambda: browser.value("document.getElementById('menu').dataset.frame"), "a picture")
         expect()
+        browser.press("Enter", 13)
+        expect("--keys", "Return")
+        for place in ((415, 416), (1200, 700)):  # "Cancel", and beside the page's picture
+            browser.click(*place)
+        expect()
+        browser.value("document.getElementById('menu').focus()")
         browser.press("ArrowDown", 40)
         expect("--keys", "Down")
         browser.press("Enter", 13)
@@ -249,6 +257,14 @@ class PreviewTest(unittest.TestCase):
         frame = browser.value("document.getElementById('menu').dataset.frame")
         wait_until(lambda: browser.value("document.getElementById('menu').dataset.frame") != frame, "a change", poll=0.005)
         print(f"a change is seen after {1000 * (time.monotonic() - start):.0f} ms", file=sys.stderr)
+        expect()
+        for name, value in (("look", "skin/light.skin"), ("look", ""), ("zoom", "1.5"), ("zoom", "")):
+            browser.value(f"(e => {{ e.value = '{value}'; e.dispatchEvent(new Event('change')) }})(document.getElementById('{name}'))")
+            expect(*((f"--{name}", value) if value else ()))
+        skin = pathlib.Path(shutil.copytree(ROOT / "data/skin", self.place / "elsewhere")) / "zel.skin"
+        (self.tree / "zel.cfg").write_text(f"[Toolkit]\nskinPath = {skin}\nscreenWidth = 800\nscreenHeight = 600\n")
+        expect()
+        skin.write_bytes((ROOT / "data/skin/light.skin").read_bytes())
         expect()
         shutil.move(self.tree, self.place / "away")
         wait_until(lambda: "No such file" in text(), "that the directory is gone")

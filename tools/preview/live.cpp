@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <sstream>
@@ -15,9 +16,11 @@
 
 #include "imageformats/register.h"
 #include "launcher/language.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/draw/bitmap_guard.h"
 #include "toolkit/testing/offscreen.h"
 #include "tools/checker/check.h"
+#include "tools/preview/named_files.h"
 #include "tools/preview/player.h"
 
 namespace zel {
@@ -25,6 +28,7 @@ namespace {
 
 constexpr char kTextMessage = 't', kJsonMessage = 'j';  // which comes last
 constexpr int kPatience = 15000;                        // milliseconds for a menu or a check
+constexpr const char* kAuto = "auto";                   // a zoom
 constexpr int kLargestExtent = 8192;                    // of what is sent around
 constexpr const char *kSlowMenu = "live: the menu", *kSlowCheck = "live: the check";
 
@@ -49,8 +53,9 @@ Live::Live(PollLoop& loop, const std::string& directory, const Scene& scene, Scr
     : loop_{loop},
       directory_{directory},
       scene_{scene},
+      ownLook_{scene.look},
       scratch_{scratch},
-      watch_{loop, directory, [this] {
+      watch_{loop, directory, scene.look, [this] {
                Restart();
                Check();
              }} {
@@ -203,6 +208,15 @@ void Live::Begin() {
   Restart();
 }
 
+std::set<std::string> Live::Looks() const {
+  std::set<std::string> looks = SkinsIn(directory_);
+  if (!ownLook_.empty()) looks.insert(ownLook_);
+  return looks;
+}
+
+// What keys have chosen would win.
+void Live::ForgetLook() { std::remove(scratch_.NameOf("look").c_str()); }
+
 bool Live::Change(const std::string& what, const std::string& value) {
   if (what == "language") {
     const LanguageRow* chosen = nullptr;
@@ -219,6 +233,19 @@ bool Live::Change(const std::string& what, const std::string& value) {
     const std::vector<std::string> known{"", "8", "15", "16", "24", "32"};
     if (std::find(known.begin(), known.end(), value) == known.end()) return false;
     scene_.depth = std::atoi(value.c_str());
+  } else if (what == "zoom") {
+    char* end = nullptr;
+    const double zoom = std::strtod(value.c_str(), &end);
+    const bool isZoom =
+        value == kAuto || (*end == '\0' && kLeastZoom <= zoom && zoom <= kLargestZoom);
+    if (!value.empty() && !isZoom) return false;
+    scene_.zoom.reset();
+    if (!value.empty()) scene_.zoom = value == kAuto ? kZoomToFit : zoom;
+    ForgetLook();
+  } else if (what == "look") {
+    if (!value.empty() && !Looks().contains(value)) return false;
+    scene_.look = value;
+    ForgetLook();
   } else {
     return false;
   }

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 
 #include "toolkit/base/geometry.h"
@@ -38,10 +39,12 @@ class Live {
   void Act(const std::string& line);
   // Shows the menu from its beginning.
   void Begin();
-  // "language", "size" or "depth", and what it is from now on; empty for what the files say. False
-  // for what cannot be.
+  // "language", "size", "depth", "zoom" or "look", and what it is from now on; empty for what the
+  // files say. False for what cannot be.
   bool Change(const std::string& what, const std::string& value);
 
+  // The skins that there are to choose from.
+  std::set<std::string> Looks() const;
   const Scene& CurrentScene() const { return scene_; }
   // What is seen, three bytes a pixel, and how many such pictures there have been: 0 for none.
   int FrameNumber() const { return frameNumber_; }
@@ -74,10 +77,12 @@ class Live {
   void TakeChoice(const std::string& body);
   void Complain(const std::string& complaint);
   void TellNews();
+  void ForgetLook();
 
   PollLoop& loop_;
   const std::string directory_;
   Scene scene_;
+  const std::string ownLook_;  // that it was called with
   Scratch& scratch_;
   Process shown_, next_, checker_;
   std::string position_;    // where the person is

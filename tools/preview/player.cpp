@@ -13,6 +13,7 @@
 
 #include "launcher/paths.h"
 #include "launcher/state.h"
+#include "toolkit/base/input.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/core/event_loop.h"
 #include "toolkit/testing/hands.h"
@@ -117,6 +118,7 @@ class Player {
 
   // What is done meanwhile is answered at once; the clock makes up for it.
   void AwaitTick() {
+    Leave();
     next_ += period_;
     const Clock::time_point now = Clock::now();
     if (now - next_ > std::chrono::seconds{1}) next_ = now;
@@ -146,11 +148,16 @@ class Player {
     } else if (what == "wheel") {
       ShowMouse();
       TurnWheel(std::clamp(a, -kMostSteps, kMostSteps));
-    } else if (what == "leave" && settings.showMouse) {
-      if (MousePointer* pointer = CurrentPointer()) pointer->Hide();
-      settings.showMouse = false;
     }
+    if (what == "mouse" || what == "wheel" || what == "leave") hasLeft_ = what == "leave";
     hasActed_ = true;
+  }
+
+  // A pointer that is away does nothing, so that what it did before it left comes first.
+  void Leave() {
+    if (!hasLeft_ || !settings.showMouse || InputWaits()) return;
+    if (MousePointer* pointer = CurrentPointer()) pointer->Hide();
+    settings.showMouse = false;
   }
 
   // As when the launcher's mouse server has started.
@@ -166,7 +173,7 @@ class Player {
   std::chrono::nanoseconds period_{};
   Clock::time_point next_;
   std::string shown_, position_;
-  bool isShown_ = false, hasActed_ = false;
+  bool isShown_ = false, hasActed_ = false, hasLeft_ = false;
 };
 
 }  // namespace

@@ -20,6 +20,7 @@
 #include "launcher/language.h"
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/text.h"
+#include "toolkit/base/zoom.h"
 #include "tools/preview/markup.h"
 #include "tools/preview/options.h"
 
@@ -68,8 +69,9 @@ std::string AsPng(const std::string& pixels, Size size) {
 }
 
 std::string Option(const std::string& value, bool isChosen) {
-  return "<option value=\"" + value + '"' + (isChosen ? " selected>" : ">") +
-         (value.empty() ? "as set" : value) + "</option>";
+  const std::string shown = HtmlText(Sound(value, U_UTF8));
+  return "<option value=\"" + shown + '"' + (isChosen ? " selected>" : ">") +
+         (value.empty() ? "as set" : shown) + "</option>";
 }
 
 void Replace(std::string& text, const std::string& place, const std::string& value) {
@@ -223,7 +225,8 @@ std::string Server::AnswerPost(const std::string& name, const std::string& body)
     live_.Begin();
   } else if (name == "change") {
     std::string what, value;
-    lines >> what >> value;
+    lines >> what >> std::ws;
+    std::getline(lines, value);
     isRight = live_.Change(what, value);
   } else {
     return HttpAnswer("404 Not Found", "", "");
@@ -263,11 +266,21 @@ std::string Server::Page() const {
   for (const std::string& each : known) sizes += Option(each, each == size);
   for (const int depth : {0, 8, 15, 16, 24, 32})
     depths += Option(depth ? std::to_string(depth) : "", depth == scene.depth);
+  std::string looks = Option("", scene.look.empty()), zooms;
+  for (const std::string& look : live_.Looks()) looks += Option(look, look == scene.look);
+  std::ostringstream number;
+  if (scene.zoom) number << *scene.zoom;
+  const std::string zoom = scene.zoom == kZoomToFit ? "auto" : number.str();
+  std::vector<std::string> usual{"", "auto", "1", "1.5", "2", "3"};
+  if (std::find(usual.begin(), usual.end(), zoom) == usual.end()) usual.push_back(zoom);
+  for (const std::string& each : usual) zooms += Option(each, each == zoom);
   std::string page = kPage;
   Replace(page, "@NONCE@", secret_);
   Replace(page, "@LANGUAGES@", languages);
   Replace(page, "@SIZES@", sizes);
   Replace(page, "@DEPTHS@", depths);
+  Replace(page, "@ZOOMS@", zooms);
+  Replace(page, "@LOOKS@", looks);
   return page;
 }
 

@@ -8,6 +8,8 @@
 #include <system_error>
 #include <utility>
 
+#include "tools/preview/named_files.h"
+
 namespace zel {
 namespace {
 
@@ -23,9 +25,11 @@ constexpr const char* kGone = "watch: the directory is gone";
 
 }  // namespace
 
-Watch::Watch(PollLoop& loop, std::string directory, std::function<void()> onChange)
+Watch::Watch(PollLoop& loop, std::string directory, std::string look,
+             std::function<void()> onChange)
     : loop_{loop},
       directory_{std::move(directory)},
+      look_{std::move(look)},
       onChange_{std::move(onChange)},
       events_{inotify_init1(IN_NONBLOCK | IN_CLOEXEC)} {
   if (events_ < 0) return;
@@ -51,21 +55,23 @@ void Watch::Add() {
   std::error_code error;
   fs::recursive_directory_iterator entry{directory_, fs::directory_options::skip_permission_denied,
                                          error};
+  const auto watch = [this](const fs::path& directory) {
+    return inotify_add_watch(events_, directory.c_str(), kChanges | IN_ONLYDIR);
+  };
   for (int i = 0; !error && i < kMostEntries && entry != fs::recursive_directory_iterator{};
        ++i, entry.increment(error)) {
     if (entry.depth() >= kDeepest) entry.disable_recursion_pending();
     std::error_code ignored;
     const fs::path target =
         entry->is_symlink(ignored) ? fs::canonical(entry->path(), ignored) : entry->path();
-    const auto watch = [this](const fs::path& directory) {
-      return inotify_add_watch(events_, directory.c_str(), kChanges | IN_ONLYDIR);
-    };
     if (fs::is_directory(target, ignored))
       own.insert(watch(target));
     else if (entry->is_symlink(ignored) && fs::is_regular_file(target, ignored))
       elsewhere_[watch(target.parent_path())].insert(target.filename());
   }
-  for (const int watch : own) elsewhere_.erase(watch);
+  for (const fs::path& file : FilesNamedElsewhere(directory_, look_))
+    elsewhere_[watch(file.parent_path())].insert(file.filename());
+  for (const int ours : own) elsewhere_.erase(ours);
 }
 
 bool Watch::Counts(const inotify_event& event) const {

@@ -23,6 +23,7 @@
 #include "toolkit/core/event_loop.h"
 #include "toolkit/core/startup.h"
 #include "toolkit/draw/bitmap_guard.h"
+#include "toolkit/widgets/button.h"
 #include "toolkit/widgets/panel.h"
 #include "toolkit/widgets/scroll_view.h"
 #include "tools/preview/channel.h"
@@ -35,9 +36,11 @@ namespace {
 constexpr int kFailed = 2;
 constexpr int kX = AL_ID('X', 'W', 'I', 'N');
 constexpr int kWide = 94;  // stands for characters that a key code has no room for
-constexpr int kLeastWidth = 480, kNewsHeight = 132, kMargin = 6, kBarWidth = 18;
+constexpr int kLeastWidth = 480, kNewsHeight = 150, kMargin = 6, kBarWidth = 18;
+constexpr int kButtonWidth = 160, kButtonHeight = 26;
 constexpr int kMostDirectories = 20;
-constexpr char kNewsMessage = 'n';  // lines of text
+constexpr char kNewsMessage = 'n';   // lines of text
+constexpr char kBeginMessage = 'b';  // back
 constexpr const char* kNoDisplay =
     "zel-preview: there is no X display for a window; --serve shows the menu on a page, --png FILE "
     "makes a picture";
@@ -128,18 +131,34 @@ class MenuView final : public Widget {
   std::map<int, unsigned> pressed_;  // how often it had been let go of
 };
 
+// Leaves the keyboard to the menu.
+class MouseButton final : public Button {
+ public:
+  bool MsgWantFocus() override { return false; }
+};
+
 class PreviewScreen final : public Dialog {
  public:
-  PreviewScreen(PollLoop& loop, Channel& channel, Size menu) : loop_{loop}, view_{channel} {
+  PreviewScreen(PollLoop& loop, Channel& channel, Size menu)
+      : loop_{loop}, channel_{channel}, view_{channel} {
     Add(&ground_);
     Add(&view_);
     Add(&news_);
+    Add(&begin_);
     view_.Shape((settings.screenWidth - menu.w) / 2, 0, menu.w, menu.h);
-    news_.Shape(0, menu.h, settings.screenWidth, settings.screenHeight - menu.h);
+    news_.Shape(0, menu.h, settings.screenWidth,
+                settings.screenHeight - menu.h - kButtonHeight - 2 * kMargin);
+    begin_.Setup(settings.screenWidth - kMargin - kButtonWidth,
+                 settings.screenHeight - kMargin - kButtonHeight, kButtonWidth, kButtonHeight, 0, 0,
+                 "From the beginning");
     news_.SetMargins(kMargin, kMargin, kMargin, kMargin);
     SetEscapeCloses(false);
   }
 
+  void HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) override {
+    Dialog::HandleEvent(sender, msg, arg1, arg2);
+    if (msg == MSG_ACTIVATE && sender == &begin_) channel_.Send(kBeginMessage, "");
+  }
   void MsgStart() override {
     Dialog::MsgStart();
     SetFocus(&view_);
@@ -172,9 +191,11 @@ class PreviewScreen final : public Dialog {
 
  private:
   PollLoop& loop_;
+  Channel& channel_;
   ClearScreen ground_;
   MenuView view_;
   TextView news_;
+  MouseButton begin_;
 };
 
 // The look of what is not the menu: with Debian's usual letters, where they are installed.
@@ -282,7 +303,10 @@ class Front {
                                  [this](int window) { RunWindow(window, size_, title_, look_); });
     if (end < 0) return;
     channel_ = std::make_unique<Channel>(loop_, end);
-    channel_->onMessage = [this](char, const std::string& line) { live_.Act(line); };
+    channel_->onMessage = [this](char kind, const std::string& line) {
+      if (kind == kBeginMessage) live_.Begin();
+      if (kind == kInputMessage) live_.Act(line);
+    };
     channel_->onEnd = [this] {
       int status = 0;
       waitpid(process_, &status, 0);
