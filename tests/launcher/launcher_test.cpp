@@ -6,6 +6,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <functional>
+
 #include "launcher/code_pages.h"
 #include "launcher/language.h"
 #include "launcher/texts.h"
@@ -38,6 +40,8 @@ TEST_F(LanguageTest, IsThatOfTheFirstLangLineWithAValue) {
     WriteFile("i18n", content);
     EXPECT_EQ(Join(LanguageIndex(), launcherState.languageCode), Join(index, code)) << content;
   }
+  UseEnglish();
+  EXPECT_EQ(LanguageIndex(), kEnglish);
 }
 
 TEST(CodePage, IsTheOneOfItsStandard) {
@@ -101,7 +105,9 @@ class LauncherTest : public LauncherFixture {
               "[MENU_CONFIGURATION]\nLinesNumber=1\n[LINE1]\nTitle=x\nExCode=7\nExString=done\n"
               "WaitForFile=../ready\n");
   }
-  [[noreturn]] static void Run(const std::vector<int>& refusedModes) {
+  // `atTheEnd` happens when the item is about to be chosen, `afterwards` when the run has told its
+  // status, which it may change.
+  [[noreturn]] void Run(const std::vector<int>& refusedModes) {
     const std::string place = std::filesystem::current_path();
     const std::string output = place + "/output.txt", position = place + "/menupos.txt";
     paths.outputFile = output.c_str();
@@ -128,7 +134,7 @@ class LauncherTest : public LauncherFixture {
       }
       // When the first second is over Enter counts at once; then the item waits for the file.
       if (timers.sleeps == 60) simulate_ukeypress(0, KEY_ENTER);
-      if (timers.sleeps == 65) WriteFile(place + "/ready", "");
+      if (timers.sleeps == 65) atTheEnd(), WriteFile(place + "/ready", "");
       if (timers.sleeps == 199) std::_Exit(EXIT_FAILURE);
       for (int i = 0; i < timers.Count(); ++i) timers.Tick(i);
     };
@@ -136,9 +142,10 @@ class LauncherTest : public LauncherFixture {
       std::fprintf(stderr, "%s%zd", ReadFile("output.txt").c_str(),
                    std::distance(std::filesystem::directory_iterator{"."}, {}));
     });
-    const int status = RunForAnyone();
+    const int status = geteuid() == 0 ? RunLauncher() : RunForAnyone();
+    EXPECT_EQ(launcherState.runningScreen, nullptr);
     std::fputs(seen.c_str(), stderr);
-    std::exit(status);
+    std::exit(HasFailure() ? EXIT_FAILURE : afterwards(status));
   }
   static void ExpectSpoken(const char* code, const std::string& seen) {
     EXPECT_EXIT(Speak(code), testing::ExitedWithCode(EXIT_SUCCESS), "^" + seen + "$");
@@ -146,6 +153,9 @@ class LauncherTest : public LauncherFixture {
   void Expect(const std::vector<int>& refusedModes, int status, const char* seen) {
     EXPECT_EXIT(Run(refusedModes), testing::ExitedWithCode(status), seen);
   }
+
+  std::function<void()> atTheEnd = [] {};
+  std::function<int(int status)> afterwards = [](int status) { return status; };
 };
 
 // The modes that are tried, whether texts are smooth, whether there is a mouse, or is to be later,
@@ -163,15 +173,39 @@ TEST_F(LauncherTest, TriesTheModeOfItsSettingsAndThenTheFixedOnes) {
          "^320x200x32w 320x200x24w 640x480x16 640x480x15 800x600x8 640x480x8 0 1 0 1 1 "
          "usual-done\n4$");
   WriteFile("etc/i18n", "LANG=de\n");
-  Expect({32, 24, 16, 15, 8}, 0, "Erfahrene Anwender können versuchen, selbst");
+  Expect({32, 24, 16, 15, 8}, 0, "Erfahrene Anwender können versuchen, selbst.*\n1$");
   WriteFile("etc/zel.cfg", "[Toolkit]\nskinPath=none\n");
-  Expect({}, 1, "skin description file not found");
+  Expect({}, 1, "skin description file not found!\n+1$");
+  WriteFile("etc/zel.cfg", "[Toolkit]\nskinPath=none\nlooks=none,default\n");
+  Expect({}, 7, "^640x480x16 1 1 0 1 1 usual-done\n4$");
+}
+
+// What scripts find is the status of the choice with its output, or neither.
+TEST_F(LauncherTest, LeavesNoOutputWhereTheRunFails) {
+  const std::string place = std::filesystem::current_path(), beyond = place + std::string(300, 'x');
+  atTheEnd = [] { paths.outputFile = "none/file"; };
+  Expect({}, 1, "^zel: cannot write none/file: No such file or directory\n.*usual-3$");
+  atTheEnd = [] {};
+  afterwards = [](int status) { return process.onDisplayLost(), status; };
+  Expect({}, 7, "usual-3$");
+  afterwards = [](int status) { return status + 1; };
+  Expect({}, 8, "usual-3$");
+  paths.outputFile = beyond.c_str();
+  EXPECT_EXIT(std::exit(RunForAnyone()), testing::ExitedWithCode(1),
+              "^zel: cannot remove .*x: File name too long\n$");
 }
 
 TEST_F(LauncherTest, RunsForRootOnly) {
   launcherState.exitCode = 7;
-  EXPECT_EXIT(std::_Exit(seteuid(1) && geteuid() == 0 ? 1 : RunLauncher()),
-              testing::ExitedWithCode(0), "^You must have root permissions to run this program\n$");
+  launcherState.mousePending = true;
+  launcherState.outputString.Assign("old");
+  const auto run = [] {
+    const int status = seteuid(1) && geteuid() == 0 ? 1 : RunLauncher();
+    std::fprintf(stderr, "%d", launcherState.mousePending || !launcherState.outputString.IsEmpty());
+    std::_Exit(status);
+  };
+  EXPECT_EXIT(run(), testing::ExitedWithCode(0),
+              "^You must have root permissions to run this program\n0$");
 }
 
 TEST_F(LauncherTest, ShippedTranslationsShowInTheirEncoding) {
