@@ -64,9 +64,15 @@ TEST_F(LayoutTest, BackgroundsCoverTheScreen) {
   const std::pair<const char*, Rows> pictures[] = {
       {"as_large", {"rrrrrrrg", "bbbbbbbb", "bbbbbbbb", "yrrrrrrk"}},
       {"larger", {"crrrrrrrrc", "rggggggggr", "rggggggggr", "rggggggggr", "crrrrrrrrc"}},
-      {"smaller", {"rg", "by"}}};
+      {"as_wide_and_higher",
+       {"rrrrrrrg", "bbbbbbbb", "cccccccc", "gggggggg", "yrrrrrrk", "wwwwwwww"}},
+      {"narrower_and_higher", {"rrrrrg", "bbbbbb", "cccccc", "yrrrrk", "wwwwww", "gggggg"}},
+      {"of_the_screen", Rows(10, "rgbycwrgbycw")},
+      {"smaller", {"rg", "by"}},
+      {"of_twice_the_pixels", Rows(8, "rrggbbyyccwwrrgg")}};
   for (const auto& [name, rows] : pictures) {
-    save_bitmap("ground.bmp", Paint(rows).get(), nullptr);
+    const bool isFine = rows.size() == 8;
+    save_bitmap(isFine ? "ground@2x.bmp" : "ground.bmp", Paint(rows).get(), nullptr);
     const BitmapPtr made = LoadBackdrop("ground.bmp", layout, {12, 10});
     ExpectLook(std::string{"backdrop_"} + name, made.get(), {0, 0, made->w, made->h});
   }
