@@ -130,7 +130,10 @@ TEST_F(LauncherWidgetsTest, SkinsThatSayLittleChangeNoMore) {
   const std::tuple<const char*, double, std::string, int> skins[] = {
       {"of_frames", 1, "", 6},
       {"of_frames_zoomed", 1.5, "[TITLE]\nfont=1\nalignment=0\ntextX=7\n", 5},
-      {"of_rows", 1, "[LIST]\nheight=17\n[TITLE]\nbackColor=0,0,255\nalignment=1\ntextX=7\n", 6},
+      {"of_rows", 1,
+       "[COLORS]\ncontrast=7\n[LIST]\nheight=17\n[TITLE]\nbackColor=0,0,255\nalignment=1\ntextX="
+       "7\n",
+       6},
       {"of_fields", 2,
        flat + "[ENTRY]\nfieldX=5\nfieldY=2\nicons=0\nwrap=1\n[TITLE]\nlineColor=0,255,0\n", 5},
       {"of_idle_fields", 1.5,
@@ -141,7 +144,10 @@ TEST_F(LauncherWidgetsTest, SkinsThatSayLittleChangeNoMore) {
   for (const auto& [name, zoom, keys, current] : skins) {
     SetZoom(zoom);
     UseSkinOf("[Skin]\ndottedRect=1\n" + keys);
-    Dress(LIST, Rows(8 * Zoomed(15), std::string(9, 'b')));
+    Rows states;
+    for (const char state : {'b', 'k', 'w', 'g', 'b', 'y', 'c', 'r'})
+      states.insert(states.end(), Zoomed(15), std::string(8, state) + (state == 'k' ? 'w' : 'k'));
+    Dress(LIST, states);
     Dress(PANEL_RIDGE, Rows(6, std::string(7, 'r')));
     MenuPanel panel;
     HintPanel hints;
