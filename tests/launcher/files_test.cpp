@@ -283,6 +283,11 @@ TEST_F(ResultFilesTest, WhatWasPlantedIsReplacedAndNeverFollowed) {
     EXPECT_EQ(DeleteOutputFile(), 0) << path << " is no output of an earlier run";
     EXPECT_EQ(WriteResultFiles({}) != 0, path != std::string{"none"}) << path;
   }
+  const std::string beyond(300, 'x');
+  for (const char* path : {beyond.c_str(), "/proc/version"}) {
+    paths.outputFile = path;
+    EXPECT_NE(DeleteOutputFile(), 0) << path << " may be there still";
+  }
   EXPECT_EQ(Files(), 4) << "no temporary file";
 }
 

@@ -69,8 +69,9 @@ class MenuScreenTest : public LauncherFixture {
     for (std::string word; words >> word;)
       if (word.find_first_not_of("0123456789,-") == std::string::npos)
         Start(word);
-      else if (word == "tick" || word == "second")
-        for (int i = 0; i < (word == "tick" ? 1 : 50); ++i) screen_->MsgTick();
+      else if (word == "tick" || word == "almost" || word == "second")
+        for (int i = 0; i < (word == "tick" ? 1 : word == "almost" ? 49 : 50); ++i)
+          screen_->MsgTick();
       else if (word == "late")  // a repeat that comes after an end that nobody tells
         key[KEY_SPACE] = 0, simulate_ukeypress(' ', KEY_SPACE);
       else if (word == "early") {  // typed before there was a menu
@@ -213,6 +214,7 @@ TEST_F(MenuScreenTest, AKeyChoosesOnceUpToItsReleaseAndNotAtAllFromBeforeTheMenu
       {"2 +enter tick +enter tick +enter tick +enter -enter tick", "1/2/12"},
       {"2 +space again +space tick -space tick", "1/2/12"},
       {"2 +enter -enter tick", "2/0/0"},
+      {"2 almost +enter tick", "1/2/12"},
       {"2 +enter tick -enter tick", "2/0/0"},
       {"2 +enter tick +down tick -enter tick", "1/4/15"},
       {"1 +enter tick @27 -enter tick", "1/2/12"},
