@@ -62,6 +62,7 @@ class CheckTest(unittest.TestCase):
         shutil.copytree(HERE / "checked", self.tree)
         shutil.copy(ROOT / "data/skin/fonts/DejaVuSans.ttf", self.tree / "skin/sans.ttf")
         for name, size in {"icons/disk.bmp": (22, 22), "icons/desktop.bmp": (22, 22), "icons/large.bmp": (22, 90),
+                           "icons/large@2x.bmp": (44, 90), "actions/wipe": (1, 1),
                            "wide.bmp": (800, 600), "small.bmp": (640, 480), "large.bmp": (700, 700), "pic/progress.bmp": (8, 20)}.items():
             (self.tree / name).parent.mkdir(exist_ok=True)
             (self.tree / name).write_bytes(picture(*size))

@@ -5,6 +5,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "launcher/layout.h"
@@ -36,7 +37,7 @@ constexpr const char* kProgressPicture = "pic/progress.bmp";
 std::vector<MenuFile> ReadMenus(Findings& findings, Pictures& pictures) {
   std::vector<MenuFile> menus;
   if (!IsThere(kMainMenu)) {
-    findings.Add(Msg::kMissingMenu, {kMainMenu});
+    findings.Add(Msg::kMissingMenu, {kMainMenu}, {kMainMenu}, NearestFile(kMainMenu));
     return menus;
   }
   if (!CheckFile(findings, {kMainMenu}, kMainMenu)) return menus;
@@ -93,6 +94,9 @@ std::vector<Finding> CheckTree() {
   for (const std::string& look : ListParts(settings.looks)) {
     std::string commas = look;
     std::replace(commas.begin(), commas.end(), ';', ',');
+    constexpr std::string_view kEnd = ".skin";
+    for (std::size_t i = commas.find(kEnd); i != std::string::npos; i = commas.find(kEnd, i + 1))
+      if (commas.substr(i + kEnd.size(), 1) == " ") commas.insert(i + kEnd.size(), 1, ',');
     if (commas != look && !IsFile(look.c_str()))
       findings.Add(Msg::kMissingFile, {kSettingsFile, lines.looks}, {look}, commas);
     else if (look != skin)

@@ -38,25 +38,6 @@ std::string MeantFile(std::string name) {
   return {};
 }
 
-// The name of another file in the same directory that may be meant.
-std::string NearestFile(const std::string& name) {
-  if (std::string meant = MeantFile(name); !meant.empty()) return meant;
-  std::vector<std::string> names;
-  const std::string directory = Directory(name);
-  std::error_code error;
-  std::filesystem::directory_iterator entry{directory, error};
-  for (int i = 0; !error && i < kMostNames && entry != std::filesystem::directory_iterator{};
-       ++i, entry.increment(error))
-    names.push_back(entry->path().filename());
-  std::sort(names.begin(), names.end());
-  const std::string base = name.substr(name.rfind('/') + 1);
-  const auto whole = std::find_if(names.begin(), names.end(), [&](const std::string& known) {
-    return !base.empty() && known.starts_with(base + '.');
-  });
-  const std::string nearest = whole == names.end() ? Nearest(base, names) : *whole;
-  return nearest.empty() ? nearest : name.substr(0, name.size() - base.size()) + nearest;
-}
-
 void CheckRights(Findings& findings, const std::string& name) {
   struct stat status;
   const std::string directory = Directory(name);
@@ -74,6 +55,24 @@ const char* KindOf(mode_t mode) {
 }
 
 }  // namespace
+
+std::string NearestFile(const std::string& name) {
+  if (std::string meant = MeantFile(name); !meant.empty()) return meant;
+  std::vector<std::string> names;
+  const std::string directory = Directory(name);
+  std::error_code error;
+  std::filesystem::directory_iterator entry{directory, error};
+  for (int i = 0; !error && i < kMostNames && entry != std::filesystem::directory_iterator{};
+       ++i, entry.increment(error))
+    names.push_back(entry->path().filename());
+  std::sort(names.begin(), names.end());
+  const std::string base = name.substr(name.rfind('/') + 1);
+  const auto whole = std::find_if(names.begin(), names.end(), [&](const std::string& known) {
+    return !base.empty() && known.starts_with(base + '.');
+  });
+  const std::string nearest = whole == names.end() ? Nearest(base, names) : *whole;
+  return nearest.empty() ? nearest : name.substr(0, name.size() - base.size()) + nearest;
+}
 
 bool IsThere(const std::string& name) {
   struct stat status;

@@ -11,6 +11,9 @@ namespace zel {
 // True also for a link that leads nowhere.
 bool IsThere(const std::string& name);
 
+// The name of another file in the same directory that may be meant; empty for none.
+std::string NearestFile(const std::string& name);
+
 // Says what keeps a file, which is named in that place, from being read. True when nothing does.
 bool CheckFile(Findings& findings, const Place& place, const std::string& name);
 

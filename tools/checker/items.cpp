@@ -1,5 +1,7 @@
 #include "tools/checker/items.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <climits>
 #include <initializer_list>
@@ -170,6 +172,10 @@ class ItemCheck {
     if (!std::all_of(text.begin(), text.end(), IsAscii)) Add(Msg::kStringAscii, "ExString");
     if (const std::string sign = ShellSign(text); !sign.empty())
       Add(Msg::kStringShell, "ExString", {sign});
+    // A script of the disc's own, beside those of the example.
+    const std::string script = "actions/" + text.substr(0, text.find(' '));
+    if (IsFile(script.c_str()) && access(script.c_str(), X_OK) != 0)
+      Add(Msg::kNotExecutable, "ExString", {script});
     CheckWaiting();
   }
 

@@ -259,13 +259,11 @@ class LayoutCheck {
           {kMenuKeys.name, NameOf(screen_), std::to_string(rowHeight - panel.List().h())});
       return;
     }
-    for (std::size_t i = 0; i < menu.items.size(); ++i)
-      CheckIcon(menu, menu.items[i], *panel.List().GetEntry(static_cast<int>(i)));
-    for (const MenuSection& item : menu.items) {
-      CheckColor(menu, item, "Color");
-    }
+    for (const MenuSection& item : menu.items) CheckColor(menu, item, "Color");
     CheckColor(menu, menu.General(), "BacklineColor");
     if (!CheckFontHeight(rowHeight)) return;
+    for (std::size_t i = 0; i < menu.items.size(); ++i)
+      CheckIcon(menu, menu.items[i], *panel.List().GetEntry(static_cast<int>(i)));
     CheckPanelTitles(menu, "MenuTitle", panel);
     CheckTitles(menu, panel.List());
   }
@@ -285,6 +283,9 @@ class LayoutCheck {
                     {section.number > 0 ? '[' + section.name + ']' : key, Decimal(contrast)});
   }
 
+  // Of a line of text, with some air.
+  static int RowFor(int text) { return text * 3 / 2; }
+
   // A font that is too high is said once, and not that all titles are too wide.
   bool CheckFontHeight(int rowHeight) {
     const int number = CurrentSkin()->fontIndex[kListText][kNormal];
@@ -294,10 +295,14 @@ class LayoutCheck {
         CurrentSkin()->File().Find(("FONT" + std::to_string(number)).c_str());
     const auto* size = font.Find("size");
     const bool isInSkin = CurrentSkin()->skinFile != nullptr;
+    const std::string advice = HasLowRows(*CurrentSkin())
+                                   ? "write height = " + std::to_string(RowFor(height)) +
+                                         " into [LIST], with which windows grow, too"
+                                   : "take a smaller size, or higher rows";
     findings_.Add(
         Msg::kFontHigh,
         {isInSkin ? *CurrentSkin()->skinFile : std::string{kMainMenu}, size ? size->line : 1},
-        {std::to_string(height), std::to_string(rowHeight)});
+        {std::to_string(height), std::to_string(rowHeight), advice});
     return false;
   }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 #include <vector>
 
 #include "toolkit/base/allegro.h"
@@ -39,6 +40,23 @@ std::string MeantHead(const std::string& stripped) {
   return '[' + name + ']';
 }
 
+// A key that its section has already.
+struct TwiceKey {
+  std::string name;
+  int line, first;
+};
+
+// Where many keys come again, they are those of a section whose head is missing.
+void AddTwice(Findings& findings, const std::string& file, const std::vector<TwiceKey>& keys) {
+  constexpr std::size_t kFew = 2;
+  if (keys.size() > kFew)
+    findings.Add(Msg::kHeadMissing, {file, keys.front().line},
+                 {keys.front().name, std::to_string(keys.size() - 1)});
+  else
+    for (const TwiceKey& key : keys)
+      findings.Add(Msg::kKeyTwice, {file, key.line}, {key.name, std::to_string(key.first)});
+}
+
 }  // namespace
 
 std::string Upper(std::string text) {
@@ -51,7 +69,8 @@ SectionFile CheckLines(Findings& findings, const std::string& file, std::string 
                        const char* home) {
   std::string mended, section;
   std::map<std::string, int> heads, keys;
-  bool isLoose = false;  // which is said once
+  std::vector<TwiceKey> twice;  // in the section so far
+  bool isLoose = false;         // which is said once
   int number = 0;
   for (std::size_t position = 0; position < text.size(); mended += '\n') {
     const std::string line{NextLine(text, position)};
@@ -70,6 +89,7 @@ SectionFile CheckLines(Findings& findings, const std::string& file, std::string 
     if (!head.empty()) {
       section = Upper(head);
       keys.clear();
+      AddTwice(findings, file, std::exchange(twice, {}));
       const auto [first, isNew] = heads.try_emplace(section, number);
       if (!isNew)
         findings.Add(Msg::kSectionTwice, place,
@@ -96,12 +116,13 @@ SectionFile CheckLines(Findings& findings, const std::string& file, std::string 
     }
     const auto [first, isNew] = keys.try_emplace(Upper(name), number);
     if (!isNew) {
-      findings.Add(Msg::kKeyTwice, place, {name, std::to_string(first->second)});
+      twice.push_back({name, number, first->second});
       continue;
     }
     if (sign + 1 == stripped.size()) findings.Add(Msg::kEmptyValue, place, {name});
     mended += line;
   }
+  AddTwice(findings, file, twice);
   return SectionFile::FromUtf8(std::move(mended));
 }
 

@@ -25,6 +25,7 @@ enum class Msg {
   kNameLong,
   kNameOutside,
   kBadPicture,
+  kScaledSize,
   // Lines and sections
   kLooseKey,
   kUnknownSection,
@@ -36,6 +37,7 @@ enum class Msg {
   kNoEquals,
   kSectionTwice,
   kKeyTwice,
+  kHeadMissing,
   kEmptyValue,
   kQuotes,
   kComment,
@@ -52,6 +54,7 @@ enum class Msg {
   kNoDepth,
   kNoMode,
   kNoDriver,
+  kNoKeyboard,
   // Items
   kLinesNumber,
   kEmptyMenu,
@@ -73,6 +76,7 @@ enum class Msg {
   kStringLong,
   kStringAscii,
   kStringShell,
+  kNotExecutable,
   kSubmenuChoice,
   kNoEffect,
   kBothWaits,
@@ -128,6 +132,8 @@ enum class Msg {
   kUnknownElement,
   kElementFrames,
   kElementTile,
+  kElementMask,
+  kElementMissing,
   kCount,
 };
 

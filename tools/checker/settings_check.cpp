@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <iterator>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "launcher/menu_config.h"
@@ -136,6 +137,8 @@ class SettingsCheck {
     const bool isNumber = key->kind == KeyInfo::kNumber || key->kind == KeyInfo::kSwitch;
     if (!isNumber || !CheckNumber(findings_, place, entry.name, value, false)) return;
     const int number = ParsedNumber(value);
+    if (number == 0 && std::string_view{key->name} == "useKeyboard")
+      findings_.Add(Msg::kNoKeyboard, place);
     if (key->kind == KeyInfo::kSwitch && number != 0 && number != 1)
       findings_.Add(Msg::kNoSwitch, place, {entry.name, value});
     for (const Range& range : kRanges)
@@ -176,7 +179,8 @@ class SettingsCheck {
 
 SkinLines CheckSettings(Findings& findings) {
   if (!IsThere(kSettingsFile)) {
-    findings.Add(Msg::kMissingSettings, {kSettingsFile});
+    findings.Add(Msg::kMissingSettings, {kSettingsFile}, {kSettingsFile},
+                 NearestFile(kSettingsFile));
     return {};
   }
   if (!CheckFile(findings, {kSettingsFile}, kSettingsFile)) return {.isRead = false};

@@ -12,6 +12,7 @@
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/text.h"
 #include "toolkit/base/zoom.h"
+#include "toolkit/draw/art.h"
 #include "toolkit/draw/contrast.h"
 #include "toolkit/draw/datafile.h"
 #include "toolkit/draw/skin_values.h"
@@ -203,7 +204,40 @@ class SkinCheck {
       const Size frame{size.w / grid.w, size.h / grid.h};
       CheckTile(name, "TCKX", *object, frame, frame.w);
       CheckTile(name, "TCKY", *object, frame, frame.h);
+      CheckMask(id, *picture, place);
     }
+    std::map<std::string, std::string> files;  // by what they lack
+    for (const int scale : {2, 3})
+      if (const Art art = FindArt(file.c_str(), scale); art.scale == scale) {
+        std::string& names = files[Missing(data, art.path)];
+        names += (names.empty() ? "" : ", ") + art.path;
+      }
+    for (const auto& [missing, names] : files)
+      if (!missing.empty()) findings_.Add(Msg::kElementMissing, place, {names, missing});
+  }
+
+  // What shows magenta where its picture is transparent.
+  void CheckMask(int id, BITMAP& picture, const Place& place) {
+    constexpr int kOpaque[] = {BUTTON,       LIST,         PANEL_RAISED, PANEL_SUNKEN,
+                               PANEL_RIDGE,  PANEL_GROOVE, BOX_SHADDOW,  WINDOW,
+                               SCROLL_HBACK, SCROLL_VBACK, SCROLL_HGRIP, SCROLL_VGRIP};
+    if (std::find(std::begin(kOpaque), std::end(kOpaque), id) == std::end(kOpaque)) return;
+    const int mask = bitmap_mask_color(&picture);
+    for (int y = 0; y < picture.h; ++y)
+      for (int x = 0; x < picture.w; ++x)
+        if (getpixel(&picture, x, y) == mask)
+          return findings_.Add(Msg::kElementMask, place, {kElementNames[id]});
+  }
+
+  // The elements that the datafile for a larger screen lacks, where it stands for the whole one.
+  static std::string Missing(const Datafile& data, const std::string& file) {
+    Datafile scaled;
+    std::string missing;
+    if (!scaled.Load(file.c_str())) return missing;
+    for (const char* name : kElementNames)
+      if (data.Find(name, DAT_BITMAP) && !scaled.Find(name, DAT_BITMAP))
+        missing += (missing.empty() ? "" : ", ") + std::string{name};
+    return missing;
   }
 
   void CheckTile(const char* name, const char* property, const Object& object, Size frame,
@@ -236,6 +270,11 @@ class SkinCheck {
       const std::string file = FileOf(name, "file");
       if (file.empty() && !section.Entries().empty() && names_.contains(Upper(section.Name())))
         findings_.Add(Msg::kNoFontFile, At(section.Heads().front()), {section.Name()});
+      // Texts are in font 0 that no skin says otherwise.
+      if (!file.empty() && content_.Find("FONT0").Heads().empty() && areSound) {
+        findings_.Add(Msg::kNoFontFile, At(section.Heads().front()), {"FONT0"});
+        areSound = false;
+      }
       if (!file.empty()) areSound = CheckFont(At(LineOf(name, "file")), file) && areSound;
       if (const auto* size = section.Find("size")) CheckSize(*size);
     }
@@ -284,7 +323,9 @@ class SkinCheck {
   // A bar that the skin does not draw as high as its font cuts the titles.
   void CheckTitleBar(const Skin& skin) {
     const int font = skin.fontIndex[kWindowText][kSelected];
-    if (font < 0 || font >= Skin::kFonts) return;
+    // Bars grow with the rows, of which it is said.
+    const int list = skin.fontIndex[kListText][kNormal];
+    if (font < 0 || font >= Skin::kFonts || (list == font && HasLowRows(skin))) return;
     const auto height = [&skin](int element) {
       return skin.bitmaps[static_cast<std::size_t>(element)]->Height() / 2;
     };
@@ -316,6 +357,11 @@ Color MiddleOf(const Skin& skin, int element, int frame, int frames) {
   Color color;
   if (pixel >= 0 && pixel != magenta) color = Color{getr(pixel), getg(pixel), getb(pixel)};
   return color;
+}
+
+bool HasLowRows(const Skin& skin) {
+  const SectionFile& file = skin.File();
+  return skin.skinFile && !file.Find("Skin").Find("main_data") && !file.Find("LIST").Find("height");
 }
 
 bool CheckSkin(Findings& findings, const Place& named, const std::string& name) {

@@ -4,6 +4,7 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
 #include <utility>
 
 #include "imageformats/load.h"
@@ -11,6 +12,7 @@
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/text.h"
 #include "toolkit/base/zoom.h"
+#include "toolkit/draw/art.h"
 #include "tools/checker/files.h"
 
 namespace zel {
@@ -24,6 +26,21 @@ void CheckPicture(Findings& findings, Pictures& pictures, const Place& place,
                   const std::string& name) {
   if (CheckFile(findings, place, name) && !pictures.Get(name))
     findings.Add(Msg::kBadPicture, place, {name});
+}
+
+// The pictures for larger screens beside an icon.
+void CheckScaled(Findings& findings, Pictures& pictures, const Place& place,
+                 const std::string& name) {
+  const BITMAP* icon = IsFile(name.c_str()) ? pictures.Get(name) : nullptr;
+  for (const int scale : {2, 3}) {
+    const Art art = FindArt(name.c_str(), scale);
+    const BITMAP* picture = icon && art.scale == scale ? pictures.Get(art.path) : nullptr;
+    if (!picture) continue;
+    const Size size{picture->w, picture->h}, meant{scale * icon->w, scale * icon->h};
+    if (size != meant)
+      findings.Add(Msg::kScaledSize, place,
+                   {art.path, NameOf(size), std::to_string(scale), name, NameOf(meant)});
+  }
 }
 
 }  // namespace
@@ -137,6 +154,7 @@ void CheckValue(Findings& findings, Pictures& pictures, const Place& place, cons
       return;
     case MenuKey::kPicture:
       CheckPicture(findings, pictures, place, plain);
+      if (key.name == std::string_view{"Icon"}) CheckScaled(findings, pictures, place, plain);
       return;
     case MenuKey::kFile:
       CheckFile(findings, place, plain);
