@@ -52,6 +52,7 @@ void Tooltip::SetBorderColor(Color color) {
 void Tooltip::MsgInitSkin() {
   Widget::MsgInitSkin();
   TakeTextSet(kTooltipText);
+  SetTextBackColor(Color{});
   if (!skin) return;
   SetBackColor(skin->tooltipBackColor);
   SetBorderColor(skin->tooltipBorderColor);
@@ -116,6 +117,7 @@ void Tooltip::Show() {
 }
 
 void Tooltip::HideTip() {
+  waitCount = 0;
   Hide();
   ResetAnimation();
   if (parent) parent->Redraw();
@@ -161,6 +163,7 @@ void Tooltip::TickShown(Widget* under, Point pointer) {
   if (settings.tooltipAutohideDelay > 0 &&
       ++hideCount >= settings.Ticks(settings.tooltipAutohideDelay)) {
     Loop().tipState = TipState::kLeaving;
+    hideCount = 0;
   }
   if (under == source) return;
   lastPos = pointer;
@@ -178,6 +181,7 @@ void Tooltip::TickLeaving(Widget* under, Point pointer) {
     ShowFor(under);
   } else if (--waitCount < 1) {
     HideTip();
+    source = under;
   }
 }
 
