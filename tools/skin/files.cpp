@@ -49,9 +49,14 @@ void CopyFiles(const std::vector<std::string>& files, const std::string& from,
     if (!IsFile(source.c_str()) || std::filesystem::equivalent(source, target, error)) continue;
     if (!MakeDirectoryOf(target, complaints)) return;
     error.clear();
-    std::filesystem::copy_file(source, target, std::filesystem::copy_options::overwrite_existing,
-                               error);
-    if (error) complaints.Add(target, 0, error.message());
+    // A full disk does not take the file that is there.
+    const std::string unfinished = target + kUnfinished;
+    std::filesystem::copy_file(source, unfinished,
+                               std::filesystem::copy_options::overwrite_existing, error);
+    if (!error) std::filesystem::rename(unfinished, target, error);
+    if (!error) continue;
+    complaints.Add(target, 0, error.message());
+    std::filesystem::remove(unfinished, error);
   }
 }
 

@@ -9,6 +9,9 @@
 
 namespace zel {
 
+// Behind the name of a file that is not written to its end yet.
+inline constexpr const char* kUnfinished = ".new";
+
 // What keeps a file from being read: there is none, or it is no file.
 std::string WhyNoFile(const std::string& path);
 

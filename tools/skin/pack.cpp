@@ -205,7 +205,6 @@ void PackSkin(const std::string& directory, const std::string& target, Complaint
   if (complaints.HasErrors()) return;
   packer.WarnOfMissing();
   // All or nothing: a full disk does not take the skin that is there.
-  constexpr const char* kUnfinished = ".new";
   std::error_code error;
   for (const auto& [name, bytes] : files)
     if (!isToGo(name, bytes) && !complaints.HasErrors())
