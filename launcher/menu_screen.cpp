@@ -106,7 +106,6 @@ void MenuScreen::Load(const char* menuFile) {
 void MenuScreen::ShowLevel() {
   session_.ReadHints();
   FillList();
-  icons_.Clear();
   PlacePanels();
   wallpaper_.SetPicture(Config().background);
   ShowTexts();
@@ -139,9 +138,7 @@ void MenuScreen::FollowLook() {
   SetSkin(nullptr);
   InitChangedSkins();
   session_.ReadScreenAgain();
-  icons_.Clear();
   FillList();
-  icons_.Clear();
   List().SelectItem(session_.Current());
   progressBar_.ReadPicture();
   PlacePanels();
@@ -154,8 +151,9 @@ void MenuScreen::FollowLook() {
 
 void MenuScreen::FillList() {
   List().Clear();
+  IconCache icons;
   for (int i = 0; i < session_.Count(); ++i)
-    List().InsertItem(std::make_unique<MenuEntry>(session_.Entry(i), icons_));
+    List().InsertItem(std::make_unique<MenuEntry>(session_.Entry(i), icons));
 }
 
 void MenuScreen::PlacePanels() {

@@ -84,7 +84,6 @@ class MenuScreen final : public Dialog {
   int progressPeriod_ = 0;  // of the timer, in milliseconds
   int mouseTimer_ = kNoTimer;
   MenuSession session_;
-  IconCache icons_;
   int writeError_ = 0;
   Accelerator helpKey_;
   LookKeys lookKeys_;

@@ -22,12 +22,11 @@ inline constexpr int MSG_ITEM_SELECTED = kFirstApplicationMessage;
 // An entry was chosen; the first argument is the MenuEntry, or null.
 inline constexpr int MSG_ITEM_CHOSEN = kFirstApplicationMessage + 1;
 
-// Pictures by file name, each read once for all entries that show it.
+// Pictures by file name, each read once for all entries that show it. The entries keep them.
 class IconCache {
  public:
   // Null when the file cannot be read.
   std::shared_ptr<BITMAP> Get(const char* fileName);
-  void Clear() { icons_.clear(); }
 
  private:
   std::unordered_map<std::string, std::shared_ptr<BITMAP>> icons_;
