@@ -42,7 +42,6 @@ std::string LayoutSection() {
   return IsUsual(screen) ? SectionFor(screen) : kGeneralSection;
 }
 
-Color DefaultBackLineColor() { return {200, 100, 100}; }
 Color SeparatorColor() { return {140, 140, 140}; }
 Color DisabledColor() { return {150, 150, 150}; }
 

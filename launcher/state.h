@@ -23,8 +23,12 @@ struct Catalogues {
   std::optional<std::map<const char*, std::string>> forAllegro;
 };
 
+// Where the menu file says none.
+inline Color DefaultBackLineColor() { return {200, 100, 100}; }
+
 struct LauncherState {
-  Color backLineColor{200, 100, 100};   // of the entry that leads out of a submenu
+  // Of the entry that leads out of a submenu.
+  Color backLineColor = DefaultBackLineColor();
   char languageCode[3] = {};            // "de" from LANG=de_DE
   MenuScreen* runningScreen = nullptr;  // while it runs
   std::int32_t exitCode = 0;            // of the current item; what the process returns
