@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <sstream>
 #include <string>
@@ -39,7 +40,10 @@ inline void ExpectText(const std::string& name, const std::string& seen,
                        const std::string& folder = "texts") {
   const std::string path = std::string{ZEL_PICTURES} + "/../" + folder + '/' + name + ".txt";
   if (std::getenv("ZEL_DRAW_PICTURES")) WriteFile(path, seen);
-  EXPECT_EQ(seen, ReadFile(path)) << name;
+  const std::string meant = ReadFile(path);
+  const auto at = std::mismatch(seen.begin(), seen.end(), meant.begin(), meant.end()).first;
+  EXPECT_TRUE(seen == meant) << path << ':' << 1 + std::count(seen.begin(), at, '\n') << ": it is "
+                             << std::string{at, seen.end()}.substr(0, 200);
 }
 
 // The part of the bitmap looks like the reference picture of that name.

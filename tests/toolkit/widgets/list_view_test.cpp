@@ -162,8 +162,7 @@ TEST_F(ListTest, WhatIsRepaintedInPartLooksAsIfItWereRepaintedWhole) {
   Dress(PANEL_SUNKEN, {"rrr", "rrr", "rrr"});
   Rows cursor(80, ".");  // on a ground that shows
   cursor[30] = "r";
-  Dress(LIST, cursor);
-  Fill(1), box.Redraw(), check();
+  Dress(LIST, cursor), Fill(1), box.Redraw(), check();
   Play("leave"), root.SetFocus(&list), Play("wait1 enter");
 }
 
