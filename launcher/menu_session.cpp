@@ -8,7 +8,6 @@
 #include "toolkit/base/console_guard.h"
 
 namespace zel {
-namespace {}  // namespace
 
 void MenuSession::Open(const char* menuFile) {
   configuration_.ReadWithoutHints(menuFile);

@@ -47,8 +47,8 @@ class MenuSession {
   void Select(int index);
   // The first that is no separator.
   void SelectFirst();
-  // Goes on from the first entry to where the position file says, as far as that fits. The last
-  // level has no hints yet if it is another one than before.
+  // Selects the first entry that is no separator, and goes on to where the position file says, as
+  // far as that fits. The last level has no hints yet if it is another one than before.
   void Restore();
   // Whether there was such a file.
   bool HasReturned() const { return hasReturned_; }

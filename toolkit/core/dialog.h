@@ -84,9 +84,10 @@ class Dialog : public Widget {
   // either: null at once, as for both of these, with a message on standard error, before Allegro is
   // installed.
   virtual Widget* Execute(Widget* focusWidget);
-  // Runs the dialog on top of the root of `over`, if that runs, else of the root that does, else of
-  // what is on the screen, until it is taken out or it or that root is closed. The root itself is
-  // not run again.
+  // Runs the dialog, modally, on top of the root of `over`, if that runs, else of the root that
+  // does, else of what is on the screen, until it is taken out or it or that root is closed. The
+  // root itself is not run again; the widget that had its focus has it again afterwards, if it can.
+  // The answer is as that of Execute.
   virtual Widget* Popup(Dialog* over, int px, int py, Widget* focusWidget);
   virtual Widget* Popup(Dialog* over, Point pos, Widget* focusWidget);
   // Puts the dialog in the middle of its parent; a root pops up in that of the screen.
@@ -181,7 +182,8 @@ class Dialog : public Widget {
   bool TakeOut(Widget* child);
   CanvasBase FindCanvasBase(bool ownDrawing) const;
 
-  DialogRun& Run();
+  // Made when they are first asked for.
+  DialogRun& RunParts();
   Widget* RunPopup(Dialog& root, int px, int py, Widget* focusWidget);
   void PutTooltipAway();
 

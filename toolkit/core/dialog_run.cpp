@@ -91,8 +91,7 @@ void Dialog::Close() {
     closed = true;
 }
 
-// What a dialog needs that runs by itself.
-DialogRun& Dialog::Run() {
+DialogRun& Dialog::RunParts() {
   if (!run_) run_ = std::make_unique<DialogRun>();
   return *run_;
 }
@@ -107,7 +106,7 @@ Widget* Dialog::Execute(Widget* focusWidget) {
   // A second root would take timer, screen update and pointer away from the first.
   if (Dialog* root = Loop().Root()) return Popup(root, kKeepPosition, kKeepPosition, focusWidget);
   if (!IsRoot() || !CanRun()) return nullptr;
-  Dialog::Add(&Run().tooltip);
+  Dialog::Add(&RunParts().tooltip);
   SetFocus(focusWidget);
   closed = false;
   MsgStart();
@@ -125,7 +124,7 @@ Widget* Dialog::RunPopup(Dialog& root, int px, int py, Widget* focusWidget) {
   const bool rootWasClosed = root.closed;
   const HandledInput nothing;
   // What opened the popup may still be held; so may what closes it.
-  Run().joystick = InputRouter{root}.Target().Run().joystick;
+  RunParts().joystick = InputRouter{root}.Target().RunParts().joystick;
   if (Dialog* around = Around()) around->Dialog::Remove(this);
   parent = &root;
   if (px != kKeepPosition) SetX(px);
@@ -135,7 +134,7 @@ Widget* Dialog::RunPopup(Dialog& root, int px, int py, Widget* focusWidget) {
   // Unseen, it could not be closed.
   if (Hidden()) Unhide();
   SetFlag(kFlagPoppedUp);
-  Dialog::Add(&Run().tooltip);
+  Dialog::Add(&RunParts().tooltip);
   root.Dialog::Add(this);
   SetFocus(focusWidget);
   while (!closed && root.closed == rootWasClosed && root.HasChild(this)) root.MsgIdle();
@@ -147,7 +146,7 @@ Widget* Dialog::RunPopup(Dialog& root, int px, int py, Widget* focusWidget) {
   // A popup below this one stays the one that the input is for.
   if (!root.focus && root.Contains(outerChild)) root.SetFocus(outerChild);
   Dialog& below = InputRouter{root}.Target();
-  below.Run().joystick = Run().joystick;
+  below.RunParts().joystick = RunParts().joystick;
   MousePath{below}.TakeBack();
   return last;
 }
@@ -159,7 +158,7 @@ Widget* Dialog::Popup(Dialog* over, int px, int py, Widget* focusWidget) {
   if (root) return RunPopup(*root, px, py, focusWidget);
   if (!CanRun()) return nullptr;
   ScreenRoot temporaryRoot;
-  temporaryRoot.Dialog::Add(&temporaryRoot.Run().tooltip);
+  temporaryRoot.Dialog::Add(&temporaryRoot.RunParts().tooltip);
   temporaryRoot.MsgStart();
   Widget* last = RunPopup(temporaryRoot, px, py, focusWidget);
   temporaryRoot.MsgEnd();

@@ -125,7 +125,7 @@ void InputRouter::TellMouse(const MouseState& before, bool inTick) {
 void InputRouter::LookAtKeyboard() {
   Dialog& target = Target();
   if (target.IsClosed()) return;
-  if (const int scancode = target.Run().joystick.Poll()) {
+  if (const int scancode = target.RunParts().joystick.Poll()) {
     target.HandleKey(0, scancode);
     return;
   }

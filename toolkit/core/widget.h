@@ -217,7 +217,7 @@ class Widget : public Rect {
   // Before the look changes, in a widget that does not paint its whole area: what lies behind it
   // shows again.
   void RepaintBehind();
-  // The widget, too. What it covers afterwards need not be the same area.
+  // The same, and the widget as a whole.
   void RedrawWithGround();
   // Sets or clears a flag and repaints.
   void ChangeFlag(std::uint32_t mask, bool set);
