@@ -17,12 +17,13 @@ Size SeenSize() {
 
 // A black bitmap of the screen's size to draw on, in video memory where the settings want it and
 // there is enough of it.
-void CreateBackBuffer(SkinBitmap& canvas) {
-  if (!screen) return;
+Error CreateBackBuffer(SkinBitmap& canvas) {
+  if (!screen) return kMemoryError;
   const Size size = SeenSize();
   if (settings.useVideoMemory) canvas.Create(size.w, size.h, kVideoBitmap);
   if (canvas.IsEmpty()) canvas.Create(size.w, size.h, kMemoryBitmap);
   canvas.clear_bitmap();
+  return canvas.IsEmpty() ? kMemoryError : kNoError;
 }
 
 }  // namespace
@@ -64,8 +65,7 @@ DoubleBuffer::~DoubleBuffer() = default;
 
 Error DoubleBuffer::Create() {
   Destroy();
-  CreateBackBuffer(canvas);
-  return canvas.IsEmpty() ? kMemoryError : kNoError;
+  return CreateBackBuffer(canvas);
 }
 
 void DoubleBuffer::Redraw() {
@@ -81,8 +81,7 @@ DirtyRectangles::~DirtyRectangles() = default;
 
 Error DirtyRectangles::Create() {
   Destroy();
-  CreateBackBuffer(canvas);
-  return canvas.IsEmpty() ? kMemoryError : kNoError;
+  return CreateBackBuffer(canvas);
 }
 
 void DirtyRectangles::Redraw() {
