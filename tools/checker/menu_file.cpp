@@ -61,6 +61,7 @@ constexpr MenuKey kScreenKeys[] = {
 };
 constexpr Keys kGeneralKeys = kScreenKeys;
 constexpr Keys kSizeKeys = kGeneralKeys.first(21);  // what a section for one size may have
+static_assert(std::string_view{kSizeKeys.back().name} == "Zoom");
 constexpr MenuKey kItemKeys[] = {
     {"Title", MenuKey::kText, true}, {"Icon", MenuKey::kPicture},
     {"Submenu", MenuKey::kFile},     {"ExCode", MenuKey::kNumber},
