@@ -127,6 +127,7 @@ const char* Text(std::uint32_t id) {
 
 void SetTextLanguage(const char* catalogue) {
   setenv("LANGUAGE", catalogue, 1);
+  textdomain(kDomain);  // has texts looked up anew that were found in another language
   SetEncoding("UTF-8");
   launcherState.catalogues.forAllegro.emplace();
 }

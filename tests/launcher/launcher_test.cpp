@@ -40,8 +40,6 @@ TEST_F(LanguageTest, IsThatOfTheFirstLangLineWithAValue) {
     WriteFile("i18n", content);
     EXPECT_EQ(Join(LanguageIndex(), launcherState.languageCode), Join(index, code)) << content;
   }
-  UseEnglish();
-  EXPECT_EQ(LanguageIndex(), kEnglish);
 }
 
 TEST(CodePage, IsTheOneOfItsStandard) {
@@ -86,8 +84,11 @@ constexpr std::uint32_t kNoTexts[] = {0, 1, 28, 173, 175, 1517, 9999, 0xFFFFFFFF
   for (const std::uint32_t id : kTexts) written += Text(id);
   for (const std::uint32_t id : kNoTexts) written += Text(id);
   const bool hasPage = get_uformat() == U_ASCII_CP && !uisok(0x100);  // letters lose no accent
-  std::fprintf(stderr, "%s %s %s %s", LanguageSuffix(), hasPage ? "letters" : "signs", Text(1515),
-               shown == written && !testing::Test::HasFailure() ? "" : "differs");
+  std::fprintf(stderr, "%s %s %s ", LanguageSuffix(), hasPage ? "letters" : "signs", Text(1515));
+  UseEnglish();
+  if (Text(1515) != std::string{"Back to the previous menu"} || LanguageIndex() != kEnglish ||
+      shown != written || testing::Test::HasFailure())
+    std::fputs("differs", stderr);
   std::_Exit(EXIT_SUCCESS);
 }
 
