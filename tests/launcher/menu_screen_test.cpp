@@ -153,7 +153,8 @@ TEST_F(MenuScreenTest, LooksAsTheFilesSayAndAllOfItIsZoomed) {
   ExpectShown("menu_screen", "ring");
   ExpectShown("menu_screen_moved", "down ring");
   std::filesystem::remove("progress");
-  ExpectShown("menu_screen_below", "enter ring");
+  ExpectShown("menu_screen_without_progress", "ring");
+  ExpectShown("menu_screen_below", "enter");
   ExpectShown("menu_screen_again", "enter");
 
   WriteFile("menu.cfg", layout + "small.bmp\nDefault=2\nDefaultTimeout=10\n" + kMain);
@@ -192,6 +193,10 @@ TEST_F(MenuScreenTest, KeysGoOnFromTheLastPositionAsFarAsItFits) {
   Play("2,0");
   WriteFile("menu.cfg", kMain + "[LINE3]\nSeparator=1\n");
   EXPECT_EQ(Play("enter"), "1/2/12") << "going back to a separator does not choose it";
+  settings.typeAhead = true;
+  launcherState.exitCode = 0;
+  WriteFile("menu.cfg", "[MENU_CONFIGURATION]\nDefault=1\nDefaultTimeout=1\n");
+  EXPECT_EQ(Play("1,1 'a1 down pad enter space home @3 click second tick"), "1/-1/0");
 }
 
 TEST_F(MenuScreenTest, KeysAndPressesPassOverSeparatorsAndDoNotTakeThoseAtAnEnd) {
@@ -267,6 +272,8 @@ TEST_F(MenuScreenTest, ADefaultIsChosenByItselfWhereNobodyIsThere) {
       {"6\nDefaultTimeout=3\nDefaultAfterReturn=1", "2", seconds, "1/5/0 closed"},
       {"3\nDefaultTimeout=1", "", seconds, "2/0/0"},
       {"1\nDefaultTimeout=1", "", seconds, "1/1/11"},
+      {"1\nDefaultTimeout=1\n[LINE1]\nTitle=Top\nExCode=10\nSeparator=0", "", seconds,
+       "1/0/10 closed"},
       {"5\nDefaultTimeout=1", "", seconds, "1/1/11"},
       {"9\nDefaultTimeout=1", "", seconds, "1/1/11"},
       {"0\nDefaultTimeout=1", "2,0", seconds, "2/0/0"},
@@ -348,9 +355,22 @@ TEST_F(MenuScreenTest, LooksAndSizesChangeAtOnceEverywhereAndAreKept) {
   ExpectShown("menu_screen_as_before", "f2 f4 f4 f4 f4");
   EXPECT_EQ(begin(), "default 2.000000");
   ExpectShown("menu_screen_of_another_layout", "f3 f3");
-  screen_->List().SetFirst(0);
-  Play("f2");
-  EXPECT_EQ(screen_->List().GetFirst(), 0) << "the current entry is out of view";
+  // The first entry in view, how many are, and the current one, while the size changes.
+  std::string parts, menu = ReadFile("menu.cfg");
+  WriteFile("menu.cfg", menu.replace(menu.find("MenuHeight=40"), 13, "MenuHeight=66"));
+  for (int current = 0; current < 6; ++current)
+    for (int before = 0; before < 6; before += 2) {
+      Play("f4 f4 f4 f4 " + std::to_string(current));
+      screen_->List().SetFirst(before);
+      for (const char* key : {"tick", "f3", "f3", "f3", "f2", "f4", "f4", "f4"}) {
+        Play(key);
+        parts += Join(screen_->List().GetFirst(), screen_->List().PageSize(),
+                      screen_->List().GetCurrent()) +
+                 "; ";
+      }
+      parts += '\n';
+    }
+  ExpectText("parts_of_menus", parts);
   settings.zoom = 1;
   launcherState.looks.Begin();
   EXPECT_EQ(settings.zoom, 1.3);

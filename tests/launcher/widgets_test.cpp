@@ -119,6 +119,7 @@ TEST_F(LauncherWidgetsTest, PanelsAndEntriesLookAsTheSkinWantsThem) {
   ExpectShown("menu_of_a_look_idle", {0, 0, 138, 200});
   MenuLook& look = CurrentSkin()->menu;
   look.paddingX = look.paddingY = look.titleHeight = look.titleX = look.textX = look.fieldX = 400;
+  look.fieldY = look.iconX = 400;
   panel.MsgInitSkin(), panel.Redraw();
   ExpectShown("menu_of_a_look_too_far", {0, 0, 138, 200});
 }
@@ -126,7 +127,7 @@ TEST_F(LauncherWidgetsTest, PanelsAndEntriesLookAsTheSkinWantsThem) {
 // Each with the room that there is for titles and pictures.
 TEST_F(LauncherWidgetsTest, SkinsThatSayLittleChangeNoMore) {
   save_bitmap("icon.bmp", Paint({"ggg", "b.b", "ggg"}).get(), nullptr);
-  const std::string flat = "[LIST_BOX]\n[PANEL]\nbackColor=0,0,128\n";
+  const std::string flat = "[LIST_BOX]\n[PANEL]\nbackColor=0,0,128\nborderColor=255,0,0\n";
   const std::tuple<const char*, double, std::string, int> skins[] = {
       {"of_frames", 1, "", 6},
       {"of_frames_zoomed", 1.5, "[TITLE]\nfont=1\nalignment=0\ntextX=7\n", 5},
@@ -272,7 +273,13 @@ TEST_F(LauncherWidgetsTest, TheProgressBarIsARowOfPicturesOfWhichOnlyTheNewOnesA
   Show(ground, {});
   std::filesystem::create_directory("pic");
   std::string name = "step_bar";
-  for (const Rows& rows : {Rows{"r"}, Rows{"..g.", "b.r.", "....", ".k.r"}, Rows(40, "rgb.bb")}) {
+  // The last but one fills what its track leaves, the last does not.
+  for (const auto& [zoom, rows] : {std::pair{1, Rows{"r"}},
+                                   {1, {"..g.", "b.r.", "....", ".k.r"}},
+                                   {1, Rows(40, "rgb.bb")},
+                                   {2, Rows(7, "rb")},
+                                   {2, Rows(6, "rb")}}) {
+    SetZoom(zoom);
     save_bitmap("pic/progress.bmp", Paint(rows).get(), nullptr);
     StepBar bar;
     bar.Setup(0, 0, 200, 30, 0, 0, kHorizontal);
@@ -284,7 +291,10 @@ TEST_F(LauncherWidgetsTest, TheProgressBarIsARowOfPicturesOfWhichOnlyTheNewOnesA
     ExpectShown(name += '_', {0, 0, 202, 38});
     Copied();
     bar.ShowSteps(42, 100);
-    EXPECT_EQ(Copied(), (10 + static_cast<int>(rows[0].size()) - 1) * (36 - 3));
+    const int width = zoom * static_cast<int>(rows[0].size());
+    EXPECT_EQ(Copied(), (10 + width - 1) * (36 - 3 * zoom));
+    bar.ShowSteps(85, 200);
+    EXPECT_TRUE(DrawsEnough()) << "by a pixel";
   }
 }
 
@@ -305,6 +315,8 @@ TEST_F(LauncherWidgetsTest, FilesEndTheWaitAndOneThatMustGoDecidesAlone) {
 
 TEST_F(LauncherWidgetsTest, TimePassesInItsWindowAndOnlyWhatMovesIsCopied) {
   item.waitForFile.Assign("/missing");
+  Wait(1);
+  for (int checks = 1; checks <= 40; ++checks) EXPECT_EQ(dialog->Check(), checks == 40);
   Wait(3);
   ExpectShown("wait_window", {0, 0, 320, 200});
   std::string changes;
