@@ -103,7 +103,7 @@ def large_menu_sections():
 def description(title, data, has_picture):
     """Without `data` that of large print and contrast."""
     own_colors = {} if data else LARGE_TEXT_COLORS
-    text = "# A look of the example menu. Made by tools/build-art from image/art; change it there.\n"
+    text = "# A look of the example menu, which tools/build-art makes from image/art in the sources of Zel.\n"
     elements = [("main_data", data)] if data else []
     text += section("Skin", [("title", title), *elements, ("cursors", "cursors.dat"), ("dottedRect", int(not data)),
                              ("focus", 2)])

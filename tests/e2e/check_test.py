@@ -161,7 +161,7 @@ class CheckTest(unittest.TestCase):
                 ("zel-preview", "--size", "0x9", "--size 0x9: "), ("zel-preview", "--depth", "7", "--depth 7: "),
                 ("zel-preview", "--zoom", "9", "--zoom 9: "), ("zel-preview", "--keys", "Dwon", "--keys: there is no key Dwon"),
                 ("zel-preview", "--lang", "xx", "--lang xx: "), ("zel-preview", "--progress", "4/3", "--progress 4/3: "),
-                ("zel-preview", "--select", "3,,2", "--select 3,,2: "), ("zel-preview", "--after", "3s", "--after 3s: "),
+                ("zel-preview", "--select", "3,,2", "--select 3,,2: "), ("zel-preview", "--after", "3s", "--after 3s: "), ("zel-preview", "--serve= 80", "--serve= 80: "),
                 ("zel-preview", ROOT / "data", "--select", "9,1", "--png", "a", "--select 9: entry 9 of menu.cfg opens no menu"),
                 ("zel-preview", ROOT / "data", "--all", "/dev/null/x", "--all /dev/null/x: "),
                 ("zel-preview", "--serve", "65536", "--serve=65536: "), ("zel-preview", "--png", "a", "--serve", "only one goes"), (*picture_of, "--png /none/a.png: "),
@@ -173,6 +173,8 @@ class CheckTest(unittest.TestCase):
                 ("zel-skin", "pack", "/none", "/none/skin.ini: there is no such file"), ("zel-skin", "--too", "'--too'"),
                 ("zel-skin", "new", "/none/a", "--ground", "1,2", "--ground 1,2: "), ("zel-skin", "new", "a", "--size", "7", "--size 7: "),
                 ("zel-skin", "new", "a", "--from", "/none", "--from /none: "), ("zel-skin", "new", "a", "--font", "/none", "--font /none: "),
+                ("zel-skin", "new", "a", "--from", ROOT / "data/menu.cfg", "menu.cfg: is no description of a skin"),
+                ("zel-skin", "sheet", ROOT / "data/menu.cfg", "--png", "a", "menu.cfg: is no description of a skin"),
                 ("zel-skin", "new", ROOT, "is there already"), ("zel-skin", "sheet", "a", "--png is missing"),
                 ("zel-skin", "sheet", "/dev", "--png", "a", "/dev: is no file"),
                 ("zel-skin", "sheet", ROOT / "data/skin/zel.skin", "--png", "/none/a", "--png /none/a: ")):

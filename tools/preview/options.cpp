@@ -75,10 +75,22 @@ const char* ReadLanguage(const char* code) {
   kPreview.Reject(std::string{"--lang "} + code + ": no language of the menu; --help names them");
 }
 
+// Of digits alone; -1 for any other text.
+int Number(const std::string& text, int most) {
+  constexpr std::size_t kMostDigits = 6;
+  const bool isNumber = !text.empty() && text.size() <= kMostDigits &&
+                        text.find_first_not_of("0123456789") == std::string::npos;
+  const int number = isNumber ? std::atoi(text.c_str()) : -1;
+  return number <= most ? number : -1;
+}
+
 std::string ReadProgress(const char* value) {
-  int step = 0, steps = 0, end = 0;
-  if (std::sscanf(value, "%d/%d%n", &step, &steps, &end) != 2 || value[end] != '\0' || step < 0 ||
-      step > steps)
+  constexpr int kMost = 100000;
+  const std::string text = value;
+  const std::size_t stroke = std::min(text.find('/'), text.size());
+  const int step = Number(text.substr(0, stroke), kMost);
+  const int steps = stroke < text.size() ? Number(text.substr(stroke + 1), kMost) : -1;
+  if (step < 0 || step > steps)
     kPreview.Reject(std::string{"--progress "} + value + ": no progress; write it as 3/12");
   return "[Progress]\nProgressHide=0\nStepNumber=" + std::to_string(steps) +
          "\nCurrentStep=" + std::to_string(step) + "\n";
@@ -117,18 +129,16 @@ std::vector<int> ReadSelection(const char* text) {
 
 int ReadPort(const char* value) {
   constexpr int kLast = 65535;
-  int port = 0, end = 0;
   if (!value) return 0;
-  if (std::sscanf(value, "%d%n", &port, &end) != 1 || value[end] != '\0' || port < 0 ||
-      port > kLast)
+  const int port = Number(value, kLast);
+  if (port < 0)
     kPreview.Reject(std::string{"--serve="} + value + ": no port; write a number up to 65535");
   return port;
 }
 
 int ReadSeconds(const char* value) {
-  int seconds = 0, end = 0;
-  if (std::sscanf(value, "%d%n", &seconds, &end) != 1 || value[end] != '\0' || seconds < 0 ||
-      seconds > kLongestWait)
+  const int seconds = Number(value, kLongestWait);
+  if (seconds < 0)
     kPreview.Reject(std::string{"--after "} + value + ": no time; write seconds, 0 to 3600");
   return seconds;
 }

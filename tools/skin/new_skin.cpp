@@ -76,8 +76,9 @@ class Maker {
         complaints_.Add("--from " + Readable(wishes_.from), 0, WhyNoFile(wishes_.from));
         return false;
       }
-      skin = SectionFile::FromUtf8(ReadText(wishes_.from.c_str(), kLargestSkin));
-      if (skin.Sections().empty()) {
+      const std::string text = ReadText(wishes_.from.c_str(), kLargestSkin);
+      skin = SectionFile::FromUtf8(text);
+      if (!DescribesSkin(text)) {
         complaints_.Add("--from " + Readable(wishes_.from), 0, "is no description of a skin");
         return false;
       }
@@ -131,10 +132,10 @@ class Maker {
 
   void CopyFont(const std::string& font) {
     const std::string target = directory_ + '/' + Placed(font);
-    if (!MakeDirectoryOf(target, complaints_) || IsFile(target.c_str())) return;
-    std::error_code error;
-    std::filesystem::copy_file(font, target, error);
-    if (error) complaints_.Add(target, 0, error.message());
+    // Where one file cannot be written, as on a full disk, no other can.
+    if (complaints_.HasErrors() || IsFile(target.c_str())) return;
+    CopyFiles({std::filesystem::path{font}.filename()}, std::filesystem::path{font}.parent_path(),
+              directory_ + "/fonts", complaints_);
   }
 
   // A list of a part at all sizes. `draw` gets the picture's number and scale.
@@ -147,6 +148,7 @@ class Maker {
       first.isThere = true;
       first.pictures.push_back({kind.names[i], file, {}});
       for (int scale = 1; scale <= kSkinScales; ++scale) {
+        if (complaints_.HasErrors()) return;
         const BitmapPtr picture = draw(i, scale, first.pictures.back().numbers);
         const std::string path = directory_ + '/' + AtScale(file, scale);
         if (scale == 1) Count(picture.get());
@@ -230,8 +232,10 @@ class Maker {
 
   void SaveProject(const Look& look) {
     const std::string palette = std::string{KindOf(kElementPart).directory} + "/palette.bmp";
+    if (complaints_.HasErrors()) return;
     if (!SavePalette(directory_ + '/' + palette, MakePalette(look)))
       complaints_.Add(directory_ + '/' + palette, 0, "cannot be written");
+    if (complaints_.HasErrors()) return;
     project_.List(kElementPart, 1).pictures.push_back({kPaletteName, palette, {}});
     std::string name = DirectoryName(directory_);
     const bool isPlain = std::all_of(name.begin(), name.end(), [](unsigned char c) {

@@ -14,6 +14,7 @@
 #include "toolkit/base/text.h"
 #include "toolkit/draw/cursor.h"
 #include "toolkit/skin/elements.h"
+#include "toolkit/skin/skin_file.h"
 #include "tools/checker/findings.h"
 #include "tools/checker/lines.h"
 #include "tools/checker/nearest.h"
@@ -40,6 +41,13 @@ bool IsProjectSection(const std::string& name) {
     for (int scale = 1; scale <= kSkinScales; ++scale)
       if (upper == Upper(SectionOf(part, scale))) return true;
   return false;
+}
+
+bool IsSkinSection(const SectionFile::Section& section) {
+  const std::vector<SkinKey> keys = SkinKeys();
+  return std::any_of(keys.begin(), keys.end(), [name = Upper(section.Name())](const SkinKey& key) {
+    return Upper(key.section) == name;
+  });
 }
 
 // A word that is a whole number, of a size that makes sense.
@@ -93,16 +101,31 @@ class Reader {
     }
     content_ = SectionFile::FromUtf8(text);
     project_.description = WithoutProject(text);
-    if (SectionFile::FromUtf8(project_.description).Sections().empty())
+    if (!DescribesSkin(project_.description))
       complaints_.Add(file_, 1, "holds no description of a skin");
     if (project_.description.size() > kLargestDescription)
       complaints_.Add(file_, 1, "the description is larger than 128 KB");
+    FindMisspelt();
     ReadPack();
     for (const SkinPart part : {kElementPart, kPointerPart}) ReadPart(part);
     return std::move(project_);
   }
 
  private:
+  // Sections that are neither the project's nor a skin's, but nearly the former.
+  void FindMisspelt() {
+    std::vector<std::string> names{kPack};
+    for (const SkinPart part : {kElementPart, kPointerPart})
+      for (int scale = 1; scale <= kSkinScales; ++scale) names.push_back(SectionOf(part, scale));
+    for (const SectionFile::Section& section : content_.Sections()) {
+      if (IsProjectSection(section.Name()) || IsSkinSection(section)) continue;
+      if (const std::string nearest = Nearest(section.Name(), names); !nearest.empty())
+        complaints_.Add(file_, section.Heads().front(),
+                        "there is no section [" + Readable(section.Name()) + "]; did you mean [" +
+                            nearest + "]?");
+    }
+  }
+
   void ReadPack() {
     const SectionFile::Section& pack = content_.Find(kPack);
     for (const SectionFile::Entry& entry : pack.Entries())
@@ -334,6 +357,12 @@ std::string ProjectText(const Project& project) {
     }
   }
   return text;
+}
+
+bool DescribesSkin(const std::string& text) {
+  const SectionFile content = SectionFile::FromUtf8(text);
+  return std::any_of(content.Sections().begin(), content.Sections().end(),
+                     [](const SectionFile::Section& section) { return IsSkinSection(section); });
 }
 
 bool StaysBelow(const std::string& file) {

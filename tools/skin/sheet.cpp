@@ -13,6 +13,7 @@
 #include "tools/checker/findings.h"
 #include "tools/checker/skin_check.h"
 #include "tools/skin/files.h"
+#include "tools/skin/project.h"
 
 namespace zel {
 namespace {
@@ -295,6 +296,9 @@ void DrawSkinSheet(const std::string& skin, const std::string& png, Complaints& 
   constexpr int kDepth = 32;
   Offscreen offscreen;
   if (!IsFile(skin.c_str())) return complaints.Add(skin, 0, WhyNoFile(skin));
+  constexpr std::size_t kLargest = 128u << 10;  // that skins have
+  if (!DescribesSkin(ReadText(skin.c_str(), kLargest)))
+    return complaints.Add(skin, 0, "is no description of a skin");
   if (!offscreen.SetMode(kScreen, kDepth)) return;
   const std::string complaint = Offscreen::LoadSkin(skin.c_str());
   if (!complaint.empty()) return complaints.Add(skin, 0, complaint.substr(skin.size() + 2));

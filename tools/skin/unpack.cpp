@@ -87,7 +87,7 @@ class Unpacker {
     if (!IsFile(skin_.c_str())) return complaints_.Add(skin_, 0, WhyNoFile(skin_));
     const Bytes bytes = ReadBytes(skin_.c_str(), kLargestDescription);
     project_.description = WithoutProject({bytes.begin(), bytes.end()});
-    if (bytes.empty() || DescribesNothing())
+    if (!DescribesSkin(project_.description))
       return complaints_.Add(skin_, 1, "is no description of a skin");
     project_.name = std::filesystem::path{skin_}.filename();
     for (const SkinPart part : {kElementPart, kPointerPart})
@@ -101,14 +101,11 @@ class Unpacker {
         return complaints_.Add(path, 0, "cannot be written");
     const std::string from = std::filesystem::path{skin_}.parent_path();
     CopyFiles(FontsOf(project_.description), from.empty() ? "." : from, directory_, complaints_);
-    WriteNew(directory_ + '/' + kProjectFile, ProjectText(project_), complaints_);
+    if (!complaints_.HasErrors())
+      WriteNew(directory_ + '/' + kProjectFile, ProjectText(project_), complaints_);
   }
 
  private:
-  bool DescribesNothing() const {
-    return SectionFile::FromUtf8(project_.description).Sections().empty();
-  }
-
   int LineOf(const char* key) const {
     const SectionFile file = SectionFile::FromUtf8(project_.description);
     const SectionFile::Entry* entry = file.Find("Skin").Find(key);
