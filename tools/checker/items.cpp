@@ -216,13 +216,17 @@ void CheckNumbers(Findings& findings, const MenuFile& menu) {
 }
 
 void CheckTitles(Findings& findings, const MenuFile& menu) {
-  std::map<std::string, const MenuSection*> titles;
+  std::map<std::pair<std::string, std::string>, const MenuSection*> titles;  // with the language
   for (const MenuSection& item : menu.items) {
-    const std::string title = item.Text("Title");
-    if (title.empty() || IsSeparator(item) || item.Has("ShowIfFileExists")) continue;
-    if (const auto [first, isNew] = titles.try_emplace(title, &item); !isNew)
-      findings.Add(Msg::kSameTitle, menu.At(item.LineOf("Title")),
-                   {item.name, first->second->name});
+    if (IsSeparator(item) || item.Has("ShowIfFileExists")) continue;
+    for (const MenuLine& line : item.lines) {
+      if (std::string_view{line.key->name} != "Title" || line.entry.value.empty()) continue;
+      const auto [first, isNew] = titles.try_emplace({line.language, line.entry.value}, &item);
+      // What is alike in English is likely to be so in others.
+      const MenuSection& other = *first->second;
+      if (!isNew && (line.language.empty() || other.Text("Title") != item.Text("Title")))
+        findings.Add(Msg::kSameTitle, menu.At(line.entry.line), {item.name, other.name});
+    }
   }
 }
 

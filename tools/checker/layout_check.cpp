@@ -102,7 +102,7 @@ class LayoutCheck {
     settings.screenHeight = screen.h;
     launcherState.layoutValues = {};
     const double before = CurrentZoom();
-    const double zoom = settings.zoom == 1 || IsUsual(screen) ? 1 : kZoomToFit;
+    const double zoom = settings.zoom == 1 ? 1 : kZoomToFit;
     SetZoom(1);
     launcherState.layout = FitLayout(kMainMenu, screen, zoom);
     if (before != CurrentZoom()) CurrentSkin()->Reload();

@@ -209,8 +209,12 @@ class Reader {
       });
     };
     if (has(kGeneralKeys)) return names_.contains(kGeneralSection) ? "" : kGeneralSection;
-    if (!has(kItemKeys)) return {};
     const std::string& name = section.Name();
+    // [LINE1.de] is none of its own.
+    const std::size_t point = name.find('.');
+    if (!has(kItemKeys) ||
+        (point != std::string::npos && names_.contains(Upper(name.substr(0, point)))))
+      return {};
     const std::string item = "LINE" + name.substr(name.find_last_not_of("0123456789") + 1);
     if (ItemNumber(item) > 0) return names_.contains(item) ? std::string{} : item;
     for (int n = 1; n <= kMostGuessed; ++n)

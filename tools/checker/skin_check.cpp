@@ -49,6 +49,12 @@ class SkinCheck {
     std::string text;
     if (!ReadChecked(findings_, name_, kLongest, &text)) return false;
     content_ = CheckLines(findings_, name_, std::move(text), "Skin");
+    if (const Section& project = content_.Find("PACK"); !project.Heads().empty()) {
+      const std::string skin = Beside(project.GetText("name"));
+      findings_.Add(Msg::kNotAFile, At(1), {name_, "the project of a skin"},
+                    IsFile(skin.c_str()) ? skin : std::string{});
+      return false;
+    }
     for (const Section& section : content_.Sections()) CheckSection(section);
     bool isSound = CheckDatafile("main_data");
     if (isSound) CheckElements();

@@ -430,7 +430,8 @@ class HintsCheck {
         const auto [first, isNew] = seen.try_emplace(section.name, section.line);
         const bool isUsed = used_.contains(shown);
         // One that is to close another text is none.
-        if (!isUsed && (Upper(shown).starts_with("END") || shown.starts_with('/'))) continue;
+        const std::string start = Upper(Trimmed(shown.c_str()));
+        if (!isUsed && (start.starts_with("END") || start.starts_with('/'))) continue;
         if (!isNew)
           findings_.Add(Msg::kHintTwice, place, {shown, std::to_string(first->second)});
         else if (areAll_ && !isUsed)
@@ -499,7 +500,8 @@ class HintsCheck {
         findings_.Add(Msg::kHintOutside, {name, first}, {Decoded(meant, hints.language)});
         hints.names.insert(meant);  // which is missing for no other reason
       }
-      if (!line.empty() && line.front() == '[') {
+      const bool isHead = line.starts_with('[') && line.find(']') == line.size() - 1;
+      if (isEnd || isHead) {
         isInside = !isEnd;
         first = 0;
       } else if (!line.empty() && first == 0) {
