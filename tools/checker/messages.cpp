@@ -195,6 +195,8 @@ constexpr Message kMessages[] = {
 
     {Msg::kHintLineLong, "hint-line-long", kW, "the line is cut to 2047 bytes",
      "break it into several lines"},
+    {Msg::kHintList, "hint-list", kW, "the lines of this list are joined to one",
+     "write sentences"},
     {Msg::kNoLayout, "no-layout", kW, "there is no layout for a screen of {0}",
      "write a section [MENU_CONFIGURATION_{0}]{1}"},
     {Msg::kOutside, "outside", kE, "{0} does not fit a screen of {1}", "correct its place or size"},

@@ -110,6 +110,7 @@ enum class Msg {
   kHintOutside,
   kHintLong,
   kHintLineLong,
+  kHintList,
   // Layout
   kNoLayout,
   kOutside,

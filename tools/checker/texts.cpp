@@ -555,11 +555,14 @@ class HintsCheck {
   void CheckHintLetters(const std::string& name, const std::string& text,
                         const LanguageRow& language) {
     const int font = skin_ ? skin_->fontIndex[kEditText][kNormal] : 0;
-    int line = 0;
+    int line = 0, first = 0;  // of a list
     for (std::size_t position = 0; position < text.size();) {
       const std::string stored{NextLine(text, position)};
       const std::string read = Decoded(stored, language);
       ++line;
+      const bool isInList = read.starts_with("- ") || read.starts_with("* ");
+      if (isInList && first > 0) findings_.Add(Msg::kHintList, {name, first});
+      if (isInList != (first > 0)) first = isInList ? line : 0;
       if (stored.size() > kHintLineBytes) findings_.Add(Msg::kHintLineLong, {name, line});
       if (const std::string markup = MarkupOfHint(read); !markup.empty())
         findings_.Add(Msg::kMarkup, {name, line}, {markup});
