@@ -35,7 +35,7 @@ constexpr LanguageRow kLanguages[] = {
     {"ja", kJapanese, "ja_JP", kUnicode, "UTF-8"},
 };
 
-constexpr std::size_t kLongestFile = 1 << 20;
+constexpr std::size_t kLongestFile = std::size_t{32} << 20;  // as of all that is read whole
 
 // From the first line that says one. The file is one of shell variables and has no sections: what
 // looks like the beginning of one means nothing. Quotes belong to the value.
