@@ -93,6 +93,7 @@ TEST_F(DialogTest, ExecuteRunsUntilItIsClosedAndAnswersTheFocus) {
   EXPECT_EQ(clock.Count(), 1);
   EXPECT_TRUE(!CurrentPointer() && !CurrentScreenUpdate() && !below.HasFocus());
   EXPECT_EQ(root.Children().size(), 1u) << "the tooltip left again";
+  EXPECT_EQ(machine.closeButton, nullptr);
 }
 
 TEST_F(DialogTest, FramesAreDrawnAfterTicksAndInputAndWhenTheDisplayComesBack) {
@@ -135,11 +136,12 @@ TEST_F(DialogTest, FramesAreDrawnAfterTicksAndInputAndWhenTheDisplayComesBack) {
   EXPECT_EQ(dressed.draws, 2);
   for (const bool inVideo : {false, true}) {
     settings.useVideoMemory = inVideo;
-    root.SetSkin(&own);
+    root.SetSkin(&own), Tick(), Watch({MSG_INITSKIN});
     for (Skin* skin : {CurrentSkin(), &own}) skin->bitmaps[0]->Destroy();
     machine.switchesInBackground = false, ChangeMode(16), machine.SwitchIn(), Tick();
     for (Skin* skin : {CurrentSkin(), &own})
       EXPECT_EQ(skin->bitmaps[0]->IsEmpty(), !inVideo) << "what may be lost is loaded anew";
+    EXPECT_EQ(root.Events().empty(), !inVideo) << "and taken anew";
   }
   root.SetSkin(nullptr);
 }
@@ -181,6 +183,7 @@ TEST_F(DialogTest, APopupTakesTheInputAndGivesItBack) {
   EXPECT_EQ(popup.Popup(&root, 20, 20, &inside), &inside);
   ExpectText("popped_up", root.Events() + '\n');
   EXPECT_EQ(popup.GetFlags() & (kFlagPoppedUp | kFlagFocus | kFlagMouse), 0u);
+  EXPECT_EQ(popup.Children().size(), 1u) << "without its tooltip";
 }
 
 TEST_F(DialogTest, AReleaseThatAPopupSawIsMadeUpForButNoPressAndNotTheWheel) {

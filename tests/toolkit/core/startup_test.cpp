@@ -152,18 +152,21 @@ TEST_F(Startup, AVideoPageStandsForTheScreenUntilTheNextMode) {
 
 TEST_F(Startup, ARunningRootFollowsANewModeOrKeepsTheOld) {
   InstallToolkit(nullptr);
+  Skin own{"default"};
   Recorder root;
   Widget child;
+  root.SetSkin(&own);
   root.names = {{&child, "child"}};
   root.Add(&child);
   root.MsgStart();
   root.watched = {MSG_INITSKIN};
   settings.mouseSpeed = 5;
   for (const int depth : {32, 8}) {
-    const auto expect = [&root, depth](const char* events) {
+    const auto expect = [&root, &own, depth](const char* events) {
       const BITMAP* canvas = CurrentScreenUpdate()->GetCanvas();
       EXPECT_TRUE(canvas && canvas->w == 800 && bitmap_color_depth(screen) == depth);
-      EXPECT_EQ(bitmap_color_depth(CurrentSkin()->bitmaps[0]->GetBitmap()), depth);
+      for (const Skin* skin : {&own, CurrentSkin()})
+        EXPECT_EQ(bitmap_color_depth(skin->bitmaps[0]->GetBitmap()), depth);
       EXPECT_TRUE(root.w() == 800 && settings.screenWidth == 800 && root.Dirty());
       EXPECT_EQ(root.Events(), events);
       root.ForgetRedraw();
@@ -173,8 +176,9 @@ TEST_F(Startup, ARunningRootFollowsANewModeOrKeepsTheOld) {
     expect("child: InitSkin");
     EXPECT_EQ(machine.mouseSpeeds.back(), Pair(5, 5)) << "which the library resets";
     machine.refusedModes = {16, 15};
-    Tried();
+    Tried(), machine.switchModes.clear();
     EXPECT_EQ(Change(16, &root), kGraphicsError);
+    EXPECT_EQ(machine.switchModes, std::vector({SWITCH_BACKGROUND}));
     EXPECT_EQ(Tried(),
               " screen 640x480x16 screen 640x480x15 screen 800x600x" + std::to_string(depth));
     expect(depth == 8 ? "child: InitSkin" : "");  // whose colours are places in the palette

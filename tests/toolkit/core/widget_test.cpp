@@ -5,6 +5,7 @@
 #include "tests/support/reference.h"
 #include "tests/support/stage.h"
 #include "toolkit/core/animator.h"
+#include "toolkit/core/tooltip.h"
 
 namespace zel {
 namespace {
@@ -110,6 +111,13 @@ TEST_F(WidgetTest, TooltipsComeFromTheParentAndFontsFromTheSkin) {
   for (const auto& [font, bitmap, seen] :
        {std::tuple{0, 3, 3}, {-1, -1, 1}, {Skin::kFonts, Skin::kBitmaps, 1}, {0, 0, 3}})
     EXPECT_EQ(look(font, bitmap), seen) << font;
+  Tooltip tip;
+  tip.SetSkin(nullptr);
+  for (const int font : {1, 0}) {
+    CurrentSkin()->fontIndex[kTooltipText][kNormal] = font;
+    tip.MsgInitSkin();
+    EXPECT_EQ(&tip.GetFont(kNormal), CurrentSkin()->fonts[font].get());
+  }
 }
 
 using TransitionTest = StageTest;

@@ -19,8 +19,8 @@ INSTANTIATE_TEST_SUITE_P(, BarTest, kOrientations);
 TEST_P(BarTest, IsFilledInProportionToItsValue) {
   Dress(PROGRESSH, {"rgb", "wy."});  // the track above the fill
   Dress(PROGRESSV, {"rw", "gy", "b."});
-  const std::tuple<int, int, double> rows[] = {{0, 100, -7},   {0, 100, 9.9}, {0, 100, 37},
-                                               {0, 100, 99.9}, {0, 100, 900}, {100, 200, 150},
+  const std::tuple<int, int, double> rows[] = {{0, 100, -7},   {0, 100, 9.9}, {0, 100, 10},
+                                               {0, 100, 99.9}, {0, 100, 900}, {100, 101, 100.5},
                                                {5, 5, 5}};
   std::array<ProgressBar, 7> bars;
   for (int i = 0; i < 7; ++i) {
@@ -34,6 +34,8 @@ TEST_P(BarTest, IsFilledInProportionToItsValue) {
   for (const int position : {0, 50, 20}) bars[4].SetPosition(position), Play("wait1");
   bars[4].Increment(), Play("wait1");
   EXPECT_EQ(bars[4].GetValue(), 21);
+  bars[4].Setup(0, 0, 0, 0, 0, 0, GetParam());
+  EXPECT_EQ(bars[4].GetValue(), 0);
 }
 
 // A grip of 10 pixels on a track of 110 pixels for the values -50 to 150: a pixel is 2.
@@ -83,6 +85,7 @@ TEST_P(SliderTest, TheGripComesToThePointerAndStaysUnderIt) {
 
 TEST_P(SliderTest, KeysAndWheelMoveWithinTheRange) {
   ShowSlider();
+  ExpectShown(isTransposed ? "slider_thin" : "slider_thin_lying", {18, 18, 114, 114});
   root.SetFocus(&slider);
   Mouse(25, 25);
   root.onEvent = [](Widget*, int msg, int) {

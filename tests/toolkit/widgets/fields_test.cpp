@@ -120,6 +120,17 @@ TEST_F(EditBoxLookTest, SaysTheState) {
   ExpectShown("edit_boxes", {0, 0, 104, 72});
 }
 
+// Usable, disabled, pressed.
+TEST_F(EditBoxLookTest, ArrowsSayTheState) {
+  std::array<ComboBox, 3> combos;
+  std::array<SpinBox, 2> spins;
+  for (int i = 0; i < 3; ++i) Show(combos[i], {0, 26 * i, 50, 24});
+  for (int i = 0; i < 2; ++i) Show(spins[i], {52, 26 * i, 50, 24});
+  combos[1].Disable(), spins[1].Disable();
+  Play("44,64 press");
+  ExpectShown("arrows_of_fields", {0, 0, 104, 78});
+}
+
 // The arrows at (90, 34) and (90, 50) are those of the built-in look, 16 pixels wide.
 class SpinBoxTest : public WidgetFixture {
  protected:
@@ -200,7 +211,15 @@ TEST_F(ComboBoxTest, TheListLiesAboveTheDialogUntilTheMouseChoosesOrLeaves) {
   combo.Hide();
   EXPECT_TRUE(!combo.IsOpen() && combo.h() == 24);
   combo.Unhide();
-  EXPECT_FALSE(combo.IsOpen());
+  EXPECT_FALSE(combo.IsOpen() || combo.Hidden());
+  // In a wipe downward of four ticks, which closing it ends.
+  CurrentSkin()->comboAnimationType = 6, CurrentSkin()->comboAnimationLength = 80;
+  root.SetSkin(nullptr);
+  for (int time = 0; time < 2; ++time) {
+    Mouse(110, 20, 1), Mouse(110, 20), Frame(), Tick();
+    ExpectShown("combo_box_opening", {16, 8, 108, 108});
+    Mouse(110, 20, 1), Mouse(110, 20), Frame();
+  }
 }
 
 TEST_F(ComboBoxTest, KeyboardOpensChoosesAndCancels) {
@@ -208,7 +227,7 @@ TEST_F(ComboBoxTest, KeyboardOpensChoosesAndCancels) {
   ExpectPlays("combo_box_keys", {"x enter down+down escape space+wait20 down enter",
                                  "space+wait20 end enter space+wait20 up+enter space+wait20+home"
                                  " enter space+wait20 escape",
-                                 "=8 space+wait20 escape =0 space+wait20 escape"});
+                                 "=8 space+wait20 =0 space+wait20 escape"});
   EXPECT_FALSE(root.IsClosed());
   combo.GetListBox().GetList().Clear();
   EXPECT_EQ(Play("110,20+press+release"), " open at -1 from 0");

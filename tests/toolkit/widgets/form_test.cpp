@@ -56,6 +56,10 @@ TEST_F(DialogTemplateTest, MakesAControlForEachRecordThatHasOne) {
     root.SetFocus(zoomed.Find(id)), Play("42");
   Tick();
   ExpectShown("form_zoomed", {0, 0, 320, 200});
+  zoomed.Place(root, units);
+  EXPECT_EQ(root.Bounds(), Rect(0, 0, 318, 201));
+  for (const int id : {kControlEditBox, kControlLabel, kControlButton})
+    EXPECT_EQ(zoomed.Find(id)->Bounds(), form.Find(id)->Bounds()) << id;
 }
 
 using EveryWidgetTest = WidgetFixture;

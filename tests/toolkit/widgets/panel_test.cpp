@@ -25,6 +25,7 @@ TEST_F(PanelTest, EachFrameAndLineHasItsOwnElement) {
   int x = -14;
   for (Widget* widget : all) Show(*widget, {x += 14, 2, 12, 10});
   EXPECT_EQ(back.Bounds(), root.Bounds());
+  EXPECT_EQ(lying.h() + standing.w(), 2 + 2) << "as thick as their elements";
   Patch under{{16, 4, 2, 2}};
   root.Add(&under), root.BringToFront(&plain);
   plain.SetPlain(red), plain.SetPlain({}), Frame();
