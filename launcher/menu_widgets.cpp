@@ -212,7 +212,7 @@ TitledPanel::TitledPanel(Widget& childWidget) : child{childWidget} {}
 
 void TitledPanel::SetTitle(const char* text) {
   title.Assign(text);
-  Redraw();
+  IsFlat() ? RedrawWithGround() : Redraw();
 }
 
 const Font& TitledPanel::TitleFont() const {

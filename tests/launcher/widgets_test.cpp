@@ -113,6 +113,7 @@ TEST_F(LauncherWidgetsTest, PanelsAndEntriesLookAsTheSkinWantsThem) {
   HintPanel hints;
   ShowMenu(panel, hints);
   ExpectShown("menu_of_a_look", {0, 0, 260, 200});
+  panel.SetTitle("Title"), Check();
   panel.List().SetCurrent(2);
   ExpectShown("menu_of_a_look_moved", {0, 0, 138, 200});
   root.ChangeFocus(&panel.List(), nullptr);
