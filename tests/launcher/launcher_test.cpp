@@ -42,6 +42,12 @@ TEST_F(LanguageTest, IsThatOfTheFirstLangLineWithAValue) {
   }
 }
 
+TEST_F(LanguageTest, HintsAreInTheEncodingOfTheirLanguage) {
+  const std::tuple<const char*, const char*, const char*> rows[] = {
+      {"ru", "\xD1", "я"}, {"pl", "\xEA", "ę"}, {"??", "\xA4", "€"}, {"ja", "日\xD1", "日^"}};
+  for (const auto& [code, hints, seen] : rows) EXPECT_EQ(HintsInUtf8(hints, code), seen) << code;
+}
+
 TEST(CodePage, IsTheOneOfItsStandard) {
   for (const auto& [name, page] : {std::pair{"ISO-8859-15", WesternCodePage()},
                                    {"KOI8-R", RussianCodePage()},
@@ -175,6 +181,11 @@ TEST_F(LauncherTest, TriesTheModeOfItsSettingsAndThenTheFixedOnes) {
          "usual-done\n4$");
   WriteFile("etc/i18n", "LANG=de\n");
   Expect({32, 24, 16, 15, 8}, 0, "Erfahrene Anwender können versuchen, selbst.*\n1$");
+  unsetenv("LC_ALL");
+  setenv("LC_MESSAGES", "C.UTF-8", 1);
+  setenv("LC_CTYPE", "C", 1);  // without umlauts
+  Expect({32, 24, 16, 15, 8}, 0, "Erfahrene Anwender k(\\?|o|oe)nnen versuchen, selbst");
+  setenv("LC_ALL", "C.UTF-8", 1);
   WriteFile("etc/zel.cfg", "[Toolkit]\nskinPath=none\n");
   Expect({}, 1, "skin description file not found!\n+1$");
   WriteFile("etc/zel.cfg", "[Toolkit]\nskinPath=none\nlooks=none,default\n");
@@ -194,6 +205,14 @@ TEST_F(LauncherTest, LeavesNoOutputWhereTheRunFails) {
   paths.outputFile = beyond.c_str();
   EXPECT_EXIT(std::exit(RunForAnyone()), testing::ExitedWithCode(1),
               "^zel: cannot remove .*x: File name too long\n$");
+}
+
+TEST_F(LauncherTest, AnswersWhetherThereIsAChoiceInItsLanguage) {
+  WriteFile("etc/menu.cfg", "[MENU_CONFIGURATION]\nLinesNumber=1\n[LINE1]\nTitle.de=x\n");
+  for (const auto& [language, status] : {std::pair{"de", 0}, {"fr", kNoChoiceStatus}}) {
+    WriteFile("etc/i18n", std::string{"LANG="} + language);
+    EXPECT_EXIT(std::exit(AnswerHasChoice()), testing::ExitedWithCode(status), "^$");
+  }
 }
 
 TEST_F(LauncherTest, RunsForRootOnly) {

@@ -176,6 +176,9 @@ TEST_F(MenuScreenTest, LooksAsTheFilesSayAndAllOfItIsZoomed) {
   WriteFile("progress", "[Progress]\nStepNumber=10\nCurrentStep=4\n");
   launcherState.layout = FitLayout("menu.cfg", {kWidth, kHeight}, kZoomToFit);
   CurrentSkin()->Reload();
+  CurrentSkin()->fonts[2]->Load(ZEL_PICTURES "/../../data/skin/fonts/DejaVuSans.ttf");
+  CurrentSkin()->fonts[2]->SetSize(Zoomed(15));
+  settings.antialiasing = false;
   ExpectShown("menu_screen_zoomed", "2,1 ring");
 }
 

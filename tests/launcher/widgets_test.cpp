@@ -4,6 +4,7 @@
 #include "tests/support/launcher_fixture.h"
 #include "tests/support/widget_fixture.h"
 #include "toolkit/base/zoom.h"
+#include "toolkit/draw/engine_font.h"
 
 namespace zel {
 namespace {
@@ -20,6 +21,10 @@ class LauncherWidgetsTest : public InLauncherDirectory<WidgetFixture> {
   }
   void UseLook(const char* file = ZEL_PICTURES "/../launcher/samples/look.skin") {
     SetCurrentSkin(std::make_unique<Skin>(file));
+    settings.antialiasing = false;
+    EngineInit();
+    CurrentSkin()->fonts[1]->Load(ZEL_PICTURES "/../../data/skin/fonts/DejaVuSans.ttf");
+    CurrentSkin()->fonts[1]->SetSize(Zoomed(13));
     root.SetSkin(nullptr);
   }
   void UseSkinOf(const std::string& keys) {
