@@ -84,7 +84,7 @@ class Cursor {
   std::vector<SkinBitmap> shadows_;
   Point hotspot_;
   int frameCount_ = 0;
-  float position_ = 0;  // of the current frame, with a fraction; less than frameCount
+  float position_ = 0;  // of the current frame, with a fraction; less than frameCount_
   float step_ = 1.0f;   // frames by logic tick
   CursorShadow shadowLook_;
 };
