@@ -218,7 +218,7 @@ class Reader {
     const std::string item = "LINE" + name.substr(name.find_last_not_of("0123456789") + 1);
     if (ItemNumber(item) > 0) return names_.contains(item) ? std::string{} : item;
     for (int n = 1; n <= kMostGuessed; ++n)
-      if (const std::string next = "LINE" + std::to_string(n); !names_.contains(next)) return next;
+      if (std::string next = "LINE" + std::to_string(n); !names_.contains(next)) return next;
     return {};
   }
 
