@@ -39,6 +39,7 @@
 #include "toolkit/skin/skin.h"
 #include "toolkit/testing/offscreen.h"
 #include "tools/checker/check.h"
+#include "tools/preview/http.h"
 #include "tools/skin/project.h"
 
 namespace zel {
@@ -273,6 +274,35 @@ void TryProject(const char* file) {
   Require(ProjectText(ReadProject(".", complaints)) == once, "reads as it was written");
 }
 
+// What has come over a connection so far, all at once and in pieces: it is the same requests.
+void TryRequests(const char* file) {
+  constexpr std::size_t kLargest = (1 << 15) + 4;  // head, body and what parts them
+  constexpr std::size_t kPiece = 61;
+  const std::string bytes = ReadAll(file);
+  std::vector<HttpRequest> requests;
+  std::string left = bytes;
+  HttpRequest request;
+  HttpState end = TakeRequest(left, request);
+  for (; end == HttpState::kComplete; end = TakeRequest(left, request)) {
+    Require(request.Header("transfer-encoding").empty(), "has its length");
+    requests.push_back(request);
+  }
+  Require(left.size() <= kLargest || end == HttpState::kWrong, "nothing piles up");
+  std::size_t next = 0;
+  left.clear();
+  end = HttpState::kIncomplete;
+  for (std::size_t at = 0; at < bytes.size() && end != HttpState::kWrong; at += kPiece) {
+    left += bytes.substr(at, kPiece);
+    while ((end = TakeRequest(left, request)) == HttpState::kComplete) {
+      Require(next < requests.size() && request.target == requests[next].target &&
+                  request.body == requests[next].body && request.headers == requests[next].headers,
+              "is the same request");
+      ++next;
+    }
+  }
+  Require(next == requests.size(), "are as many requests");
+}
+
 constexpr std::size_t kText = 4096, kPicture = 4096;
 
 constexpr FuzzTarget kTargets[] = {
@@ -299,6 +329,7 @@ constexpr FuzzTarget kTargets[] = {
     {"screen", "files", 2 * kText, TryScreen, "launcher/*.cpp"},
     {"text", "a.txt", 2048, TryText, ""},
     {"answers", "files", kText / 2, TryAnswers, "launcher/menu_*.cpp"},
+    {"http", "requests", 4 * kText, TryRequests, "tools/preview/http.cpp tools/preview/server.cpp"},
     {"tree", "files", 2 * kText, TryTree,
      "tools/checker/*.cpp launcher/menu_*.cpp toolkit/base/settings.cpp"},
 };
