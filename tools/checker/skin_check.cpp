@@ -29,6 +29,8 @@ namespace {
 using Section = SectionFile::Section;
 using Object = Datafile::Object;
 
+constexpr std::size_t kLongestFile = 128 << 10;  // that readers of skins take
+
 bool IsFontSection(const std::string& section) {
   return section.size() == 5 && Upper(section).starts_with("FONT");
 }
@@ -45,9 +47,8 @@ class SkinCheck {
   }
 
   bool Run() {
-    constexpr std::size_t kLongest = 128 << 10;
     std::string text;
-    if (!ReadChecked(findings_, name_, kLongest, &text)) return false;
+    if (!ReadChecked(findings_, name_, kLongestFile, &text)) return false;
     content_ = CheckLines(findings_, name_, std::move(text), "Skin");
     if (const Section& project = content_.Find("PACK"); !project.Heads().empty()) {
       const std::string skin = Beside(project.GetText("name"));
@@ -353,7 +354,29 @@ class SkinCheck {
   std::set<std::string> sections_;
 };
 
+// A file with sections, none of which is one of a skin's or nearly so.
+bool IsMeantOtherwise(const std::string& text) {
+  std::vector<std::string> known{"PACK"};  // of a project, which has a message of its own
+  for (const SkinKey& key : SkinKeys()) known.push_back(key.section);
+  const SectionFile content = SectionFile::FromUtf8(text);
+  return !content.Sections().empty() &&
+         std::none_of(content.Sections().begin(), content.Sections().end(),
+                      [&known](const Section& s) { return !Nearest(s.Name(), known).empty(); });
+}
+
 }  // namespace
+
+bool IsSkinSection(const std::string& name) {
+  const std::vector<SkinKey> keys = SkinKeys();
+  return std::any_of(keys.begin(), keys.end(),
+                     [&name](const SkinKey& key) { return Upper(key.section) == Upper(name); });
+}
+
+bool DescribesSkin(const std::string& text) {
+  const SectionFile content = SectionFile::FromUtf8(text);
+  return std::any_of(content.Sections().begin(), content.Sections().end(),
+                     [](const Section& section) { return IsSkinSection(section.Name()); });
+}
 
 Color MiddleOf(const Skin& skin, int element, int frame, int frames) {
   const SkinBitmap& picture = *skin.bitmaps[static_cast<std::size_t>(element)];
@@ -377,6 +400,10 @@ bool CheckSkin(Findings& findings, const Place& named, const std::string& name) 
     const std::string skin = name.substr(0, name.rfind('.')) + ".skin";
     findings.Add(Msg::kNotAFile, named, {name, "a datafile"},
                  IsFile(skin.c_str()) ? skin : std::string{});
+    return false;
+  }
+  if (IsMeantOtherwise(ReadText(name.c_str(), kLongestFile))) {
+    findings.Add(Msg::kNotAFile, named, {name, "no description of a skin"});
     return false;
   }
   return SkinCheck{findings, name}.Run();

@@ -18,6 +18,7 @@
 #include "toolkit/draw/font.h"
 #include "toolkit/skin/elements.h"
 #include "tools/checker/findings.h"
+#include "tools/checker/skin_check.h"
 #include "tools/skin/files.h"
 #include "tools/skin/look.h"
 #include "tools/skin/look_description.h"

@@ -14,10 +14,10 @@
 #include "toolkit/base/text.h"
 #include "toolkit/draw/cursor.h"
 #include "toolkit/skin/elements.h"
-#include "toolkit/skin/skin_file.h"
 #include "tools/checker/findings.h"
 #include "tools/checker/lines.h"
 #include "tools/checker/nearest.h"
+#include "tools/checker/skin_check.h"
 #include "tools/skin/files.h"
 
 namespace zel {
@@ -41,13 +41,6 @@ bool IsProjectSection(const std::string& name) {
     for (int scale = 1; scale <= kSkinScales; ++scale)
       if (upper == Upper(SectionOf(part, scale))) return true;
   return false;
-}
-
-bool IsSkinSection(const SectionFile::Section& section) {
-  const std::vector<SkinKey> keys = SkinKeys();
-  return std::any_of(keys.begin(), keys.end(), [name = Upper(section.Name())](const SkinKey& key) {
-    return Upper(key.section) == name;
-  });
 }
 
 // A word that is a whole number, of a size that makes sense.
@@ -118,7 +111,7 @@ class Reader {
     for (const SkinPart part : {kElementPart, kPointerPart})
       for (int scale = 1; scale <= kSkinScales; ++scale) names.push_back(SectionOf(part, scale));
     for (const SectionFile::Section& section : content_.Sections()) {
-      if (IsProjectSection(section.Name()) || IsSkinSection(section)) continue;
+      if (IsProjectSection(section.Name()) || IsSkinSection(section.Name())) continue;
       if (const std::string nearest = Nearest(section.Name(), names); !nearest.empty())
         complaints_.Add(file_, section.Heads().front(),
                         "there is no section [" + Readable(section.Name()) + "]; did you mean [" +
@@ -357,12 +350,6 @@ std::string ProjectText(const Project& project) {
     }
   }
   return text;
-}
-
-bool DescribesSkin(const std::string& text) {
-  const SectionFile content = SectionFile::FromUtf8(text);
-  return std::any_of(content.Sections().begin(), content.Sections().end(),
-                     [](const SectionFile::Section& section) { return IsSkinSection(section); });
 }
 
 bool StaysBelow(const std::string& file) {

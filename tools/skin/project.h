@@ -96,9 +96,6 @@ Project ReadProject(const std::string& directory, Complaints& complaints);
 // where they cannot be derived.
 std::string ProjectText(const Project& project);
 
-// Whether a text has a section that skins have.
-bool DescribesSkin(const std::string& text);
-
 // A file name in a description that stays below the description's directory.
 bool StaysBelow(const std::string& file);
 

@@ -13,7 +13,6 @@
 #include "tools/checker/findings.h"
 #include "tools/checker/skin_check.h"
 #include "tools/skin/files.h"
-#include "tools/skin/project.h"
 
 namespace zel {
 namespace {

@@ -11,6 +11,7 @@
 #include "toolkit/draw/skin_values.h"
 #include "tools/checker/findings.h"
 #include "tools/checker/lines.h"
+#include "tools/checker/skin_check.h"
 #include "tools/skin/files.h"
 #include "tools/skin/pack.h"
 #include "tools/skin/pictures.h"
