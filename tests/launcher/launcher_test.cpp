@@ -8,6 +8,7 @@
 
 #include <functional>
 
+#include "launcher/about.h"
 #include "launcher/code_pages.h"
 #include "launcher/language.h"
 #include "launcher/texts.h"
@@ -46,6 +47,22 @@ TEST_F(LanguageTest, HintsAreInTheEncodingOfTheirLanguage) {
   const std::tuple<const char*, const char*, const char*> rows[] = {
       {"ru", "\xD1", "я"}, {"pl", "\xEA", "ę"}, {"??", "\xA4", "€"}, {"ja", "日\xD1", "日^"}};
   for (const auto& [code, hints, seen] : rows) EXPECT_EQ(HintsInUtf8(hints, code), seen) << code;
+}
+
+TEST(About, IsToldWhereNothingElseIsAskedFor) {
+  const std::pair<std::vector<const char*>, const char*> rows[] = {{{}, "0 "},
+                                                                   {{"--help"}, "1 usage"},
+                                                                   {{"--version"}, "1 program 0"},
+                                                                   {{"--other"}, "0 "},
+                                                                   {{"--help", "more"}, "0 "}};
+  for (auto [arguments, told] : rows) {
+    arguments.insert(arguments.begin(), "program");
+    testing::internal::CaptureStdout();
+    const bool tells = TellsAbout("program", "usage", static_cast<int>(arguments.size()),
+                                  const_cast<char**>(arguments.data()));
+    const std::string seen = Join(tells) + testing::internal::GetCapturedStdout();
+    EXPECT_EQ(seen.substr(0, seen.find('.')), told);
+  }
 }
 
 TEST(CodePage, IsTheOneOfItsStandard) {

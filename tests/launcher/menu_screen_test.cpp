@@ -265,6 +265,7 @@ TEST_F(MenuScreenTest, ADefaultIsChosenByItselfWhereNobodyIsThere) {
       {"6\nDefaultTimeout=3", "", "second second", "1/1/11"},
       {"6\nDefaultTimeout=3", "", seconds, "1/5/0 closed"},
       {"6\nDefaultTimeout=3", "", "move " + seconds, "1/1/11"},
+      {"6\nDefaultTimeout=3", "", "ring move " + seconds, "1/5/0 closed"},  // the mouse is new
       {"6\nDefaultTimeout=3", "", "@27 " + seconds, "1/2/12"},
       {"6\nDefaultTimeout=3", "", "tab " + seconds, "1/1/11"},
       {"6\nDefaultTimeout=3", "", "down " + seconds, "1/2/12"},
@@ -283,11 +284,13 @@ TEST_F(MenuScreenTest, ADefaultIsChosenByItselfWhereNobodyIsThere) {
       {"6\nDefaultTimeout=-1", "", seconds, "1/1/11"},
       {"6\nDefaultTimeout=4294967297", "", seconds, "1/1/11"},
       {"6", "", seconds, "1/1/11"}};
+  WriteFile("gpm.pid", "");
   for (const auto& [keys, position, script, where] : rows) {
     const std::string named = "[MENU_CONFIGURATION]\nDefault=" + keys + "\n";
     WriteFile("menu.cfg", named + kMain);
     WriteFile("inner.cfg", named + kInner);
     PutMouse({kWidth, kHeight});
+    launcherState.mousePending = true;
     Start(position);
     EXPECT_EQ(Play(script), where) << keys << ' ' << script;
   }

@@ -385,7 +385,7 @@ TEST_F(LauncherWidgetsTest, KeysForLooksAskOnceUpToTheirRelease) {
     HoldShifts(shifts);
     key[scancode] = 1;
     for (int i = 0; i < 2; ++i) seen += keys.MsgXChar(scancode << 8 | character) ? '+' : '-';
-    keyboard_lowlevel_callback(scancode | 0x80);
+    keyboard_lowlevel_callback(scancode | 0x80), Tick();
     seen += ' ';
   };
   settings.zoom = kZoomToFit;
