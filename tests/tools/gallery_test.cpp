@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <set>
 
 #include "tests/support/allegro_fixture.h"
@@ -42,6 +43,10 @@ TEST_F(GalleryTest, PictureFileReadsBack) {
     EXPECT_EQ(Pixels(read.get()), Pixels(offscreen.Frame())) << depth;
   }
   EXPECT_FALSE(SavePng(directory.Path("none/picture.png").c_str(), offscreen.Frame()));
+  const std::string full = directory.Path("full.png");
+  std::filesystem::create_symlink("/dev/full", full);
+  EXPECT_FALSE(SavePng(full.c_str(), offscreen.Frame()));
+  EXPECT_TRUE(std::filesystem::is_symlink(full)) << "what cannot be written is deleted";
 }
 
 TEST_F(GalleryTest, SizesHaveTwoNumbers) {

@@ -138,7 +138,11 @@ bool SavePng(const char* path, BITMAP* bitmap, Size part) {
   image.format = PNG_FORMAT_RGB;
   image.width = static_cast<png_uint_32>(size.w);
   image.height = static_cast<png_uint_32>(size.h);
-  return png_image_write_to_file(&image, path, 0, pixels.data(), 0, nullptr) != 0;
+  // The library's own way to a file deletes one that it cannot write, a device, too.
+  std::FILE* file = std::fopen(path, "wb");
+  if (!file) return false;
+  const bool isWritten = png_image_write_to_stdio(&image, file, 0, pixels.data(), 0, nullptr) != 0;
+  return std::fclose(file) == 0 && isWritten;
 }
 
 bool ParseSize(const char* text, Size* size) {
