@@ -26,6 +26,7 @@ class ListTest : public WidgetFixture {
   void Fill(int count) {
     while (count-- > 0) box.InsertItem(std::make_unique<ListItem>());
     root.SetFocus(&list);
+    EXPECT_TRUE(list.HasFocus());
     Tick();
   }
 
@@ -58,12 +59,13 @@ TEST_F(ListLookTest, ItemsLookLikeTheirState) {
 TEST_F(ListTest, SortingKeepsTheCurrentItem) {
   for (const char* text : {"b", "a", "c", "a"})
     list.InsertItem(std::make_unique<TextListItem>(text, list.Count()), 9);
-  list.InsertItem(std::make_unique<ListItem>(4), 9);
+  list.InsertItem(std::make_unique<TextListItem>("b", 4), 0);
+  list.InsertItem(std::make_unique<ListItem>(5), 9);
   list.SetCurrent(2);
   list.Sort();
   std::string order;
   for (int i = 0; i < list.Count(); ++i) order += std::to_string(list.GetItem(i)->data);
-  EXPECT_EQ(order + look(), "41302---->x");
+  EXPECT_EQ(order + look(), "513402->x----");
 }
 
 TEST_F(ListTest, TheViewFollowsKeysWheelAndScrollBar) {
@@ -104,10 +106,10 @@ TEST_F(ListTest, DeletingKeepsACurrentAndAVisibleItem) {
   for (const int i : {0, 1, 4, 9})
     steps["delete" + std::to_string(i)] = [this, i] { box.DeleteItem(i); };
   look = [this, marks = look] { return std::to_string(list.GetFirst()) + ' ' + marks(); };
-  ExpectPlays(
-      "list_deletions",
-      {"end delete9 delete9 delete0 up delete4 down delete4 home+insert0 down insert0 delete1",
-       "delete1+delete0+delete0+delete0+delete0 delete0 delete0"});
+  ExpectPlays("list_deletions",
+              {"end delete9 delete9 delete0 up delete4 down delete4 home+insert0 down insert0 "
+               "delete1 end insert0",
+               "delete1+delete0+delete0+delete0+delete0+delete0 delete0 delete0"});
 }
 
 // Has margins of 2 and 4 pixels at its sides.

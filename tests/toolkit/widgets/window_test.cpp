@@ -132,7 +132,7 @@ TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
   const Point min = CurrentSkin()->windowMinPos, max = CurrentSkin()->windowMaxPos;
   std::string sizes;
   for (const Point& button : {min, min, max, min, max}) {
-    Click(window.x() + window.w() + button.x + 5, window.y() + button.y + 5);
+    Click(window.x() + window.w() + button.x + 5, window.y() + button.y + 5), Check();
     if (sizes.ends_with("86 ")) ExpectShown("window_maximised", {220, 0, 100, 30});
     sizes += std::to_string(window.w()) + 'x' + std::to_string(window.h()) + ' ';
   }
@@ -146,6 +146,9 @@ TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
   window.ClearFlag(kFlagSizeable), window.Enable(), window.Hide(), window.Unhide();
   root.SetFocus(&content);
   ExpectShown("window_of_fixed_size", {40, 36, 130, 50});
+  CurrentSkin()->menu.windowBorder = yellow, CurrentSkin()->menu.windowBorderWidth = 3;
+  root.Redraw();
+  ExpectShown("window_with_lines", {40, 36, 130, 110});
   Watch({MSG_CLOSE});
   Click(window.x() + window.w() + CurrentSkin()->windowExitPos.x + 5, window.y() + 12);
   EXPECT_EQ(root.Events(), "Close");
@@ -158,6 +161,8 @@ TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
   Window covering;
   root.Add(&covering), Tick();
   EXPECT_EQ(covering.Bounds(), root.Bounds());
+  covering.Resize(50, 25, true), Tick();
+  EXPECT_EQ(covering.Bounds(), Rect(0, 0, 160, 50)) << "a share of the screen, with the frame";
   root.Remove(&covering);
   EXPECT_EQ(window.Client().Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 100, 60));
   Dialog other;
