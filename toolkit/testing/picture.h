@@ -49,12 +49,21 @@ inline Rows Picture(BITMAP* bitmap) {
   return rows;
 }
 
+// The letter of the colour that comes after one with that letter, beginning with 'A': the printable
+// ones that stand for no other colour, and then Latin ones with accents, in UTF-8.
+inline int NextLetter(int letter) {
+  do letter = letter == '~' ? 0xC0 : letter + 1;
+  while (letter < 0x80 && kLetters.find(static_cast<char>(letter)) != kLetters.npos);
+  return letter;
+}
+
 // A part of a bitmap of any colours as text: first the colours that have no letter, lettered from
 // 'A' on in the order in which they come; then each line is a row of pixels behind the number of
 // times that it comes in a row.
 inline std::string Describe(BITMAP* bitmap, const Rect& part) {
-  std::map<int, char> letters;
+  std::map<int, std::string> letters;
   for (const char letter : kLetters) letters[PixelOf(bitmap, letter)] = letter;
+  int code = static_cast<int>('A' - 1 + letters.size() - kLetters.size());
   std::string colors, rows, last;
   int times = 0;
   const auto endRun = [&] {
@@ -64,12 +73,16 @@ inline std::string Describe(BITMAP* bitmap, const Rect& part) {
     std::string row;
     for (int x = part.x; x < part.x + part.w; ++x) {
       const int pixel = getpixel(bitmap, x, y), depth = bitmap_color_depth(bitmap);
-      const auto next = static_cast<char>('A' + letters.size() - kLetters.size());
-      const auto [known, isNew] = letters.try_emplace(pixel, next);
-      if (isNew)
-        colors += std::string{next} + " = " + std::to_string(getr_depth(depth, pixel)) + ',' +
+      const auto [known, isNew] = letters.try_emplace(pixel);
+      if (isNew) {
+        code = NextLetter(code);
+        known->second = code < 0x80 ? std::string(1, static_cast<char>(code))
+                                    : std::string{static_cast<char>(0xC0 | code >> 6),
+                                                  static_cast<char>(0x80 | (code & 0x3F))};
+        colors += known->second + " = " + std::to_string(getr_depth(depth, pixel)) + ',' +
                   std::to_string(getg_depth(depth, pixel)) + ',' +
                   std::to_string(getb_depth(depth, pixel)) + '\n';
+      }
       row += known->second;
     }
     if (row != last) {
