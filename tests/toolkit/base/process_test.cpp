@@ -5,6 +5,7 @@
 #include <linux/landlock.h>
 #include <linux/vt.h>
 #include <poll.h>
+#include <sched.h>
 #include <sys/ioctl.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
@@ -72,18 +73,27 @@ namespace {
 const std::string kCleared = "\033[0m\033[H\033[J";
 int (*programUnderTest)();
 
+void SetEcho(bool isOn) {
+  termios line{};
+  tcgetattr(STDIN_FILENO, &line);
+  line.c_lflag = (line.c_lflag & ~tcflag_t{ECHO}) | (isOn ? ECHO : 0);
+  tcsetattr(STDIN_FILENO, TCSANOW, &line);
+}
+
 // What a program with a display does to its console.
 int SpoilAndRun() {
   if (IsGuarded() && (fakeConsole->mode != KD_TEXT || fakeConsole->switching != VT_AUTO)) return 99;
   fakeConsole->mode = KD_GRAPHICS;
   fakeConsole->keyboard = K_MEDIUMRAW;
   fakeConsole->switching = VT_PROCESS;
+  SetEcho(true);
   return programUnderTest();
 }
 
-// Runs it on a console or elsewhere: how the guard and what it leaves behind end, how often was
-// cleaned up, and the console after that.
-std::string Outcome(int (*program)(), int keyboard, bool onConsole = true) {
+// Runs it on a console, which does not echo, or elsewhere, with a guard that is the first process
+// of a system or not: how the guard and what it leaves behind end, how often was cleaned up, and
+// the console after that.
+std::string Outcome(int (*program)(), int keyboard, bool onConsole = true, bool isFirst = false) {
   programUnderTest = program;
   const int master = posix_openpt(O_RDWR | O_NOCTTY);
   *fakeConsole = {.keyboard = keyboard};
@@ -91,9 +101,12 @@ std::string Outcome(int (*program)(), int keyboard, bool onConsole = true) {
   unlockpt(master);
   ptsname_r(master, fakeConsole->path, sizeof fakeConsole->path);
   std::fflush(stdout);  // or the program's end would do it
-  if (fork() == 0) {
+  const long guard = isFirst ? syscall(SYS_clone, CLONE_NEWPID | SIGCHLD, 0, 0, 0, 0) : fork();
+  if (guard < 0) return close(master), "not permitted";
+  if (guard == 0) {
     setsid();
     dup2(open(onConsole ? "/dev/tty1" : "/dev/null", O_RDWR | O_NOCTTY), STDIN_FILENO);
+    SetEcho(false);
     _exit(RunGuarded(SpoilAndRun, [] { ++fakeConsole->cleanUps; }));
   }
   std::string text;
@@ -102,6 +115,9 @@ std::string Outcome(int (*program)(), int keyboard, bool onConsole = true) {
                               : "signal " + Join(WTERMSIG(status));
   text += Join(fakeConsole->cleanUps, fakeConsole->mode, fakeConsole->keyboard, fakeConsole->leds,
                fakeConsole->switching);
+  termios line{};
+  tcgetattr(master, &line);
+  if (line.c_lflag & ECHO) text += "echoes ";
   char shown[64] = {};
   pollfd output{master, POLLIN, 0};
   if (poll(&output, 1, onConsole ? 1000 : 0) > 0 && read(master, shown, sizeof shown - 1) > 0)
@@ -128,8 +144,10 @@ TEST(ConsoleGuard, PutsTheConsoleRightWhateverEndsTheProgram) {
     for (const auto& [before, after] :
          {std::pair{K_XLATE, " 0 1 8 0 cleared"}, {K_RAW, " 0 3 8 0 cleared"}})
       EXPECT_EQ(Outcome(program, before), std::string{ends} + after);
-  EXPECT_EQ(Outcome([] { return IsGuarded() ? 4 : 3; }, K_RAW, false), "exit 3 0 1 2 0 1 ")
+  EXPECT_EQ(Outcome([] { return IsGuarded() ? 4 : 3; }, K_RAW, false), "exit 3 0 1 2 0 1 echoes ")
       << "elsewhere it is just a call";
+  const std::string first = Outcome([] { return raise(SIGKILL); }, K_RAW, true, true);
+  EXPECT_TRUE(first == "exit 137 1 0 3 8 0 cleared" || first == "not permitted") << first;
   munmap(std::exchange(fakeConsole, nullptr), sizeof(FakeConsole));
   prctl(PR_SET_CHILD_SUBREAPER, 0, 0, 0, 0);
 }
