@@ -221,8 +221,8 @@ TEST_F(SkinTest, LoadingStopsAtTheFirstFileThatIsMissingOrUnreadable) {
 }
 
 TEST_F(SkinTest, ReloadRepeatsTheLoadInTheNewDepthAndAnotherFileForgetsTheFirst) {
-  const auto skin =
-      MakeWith("both.dat", "both.dat", "[COLORS]\nselect = 255,0,0\n[MENU]\nheight = 44\n");
+  const auto skin = MakeWith("both.dat", "both.dat",
+                             "[COLORS]\nselect = 255,0,0\nbuiltin = 1\n[MENU]\nheight = 44\n");
   UseDepth(16);
   skin->Reload();
   ExpectText("skin_reloaded", ValuesOf(*skin));
@@ -236,6 +236,21 @@ TEST_F(SkinTest, ReloadRepeatsTheLoadInTheNewDepthAndAnotherFileForgetsTheFirst)
   EXPECT_TRUE(skin->bitmaps[BOX]->IsEmpty() && !skin->cursors[MOUSE_NORMAL]->GetFrame());
 }
 
+TEST_F(SkinTest, AShapeAndAFontAreReplacedByThoseOfFilesAndAreZoomed) {
+  SetZoom(2);
+  Skin skin("default");
+  const std::string shape = files.Path("shape.bmp");
+  save_bitmap(shape.c_str(), Paint({"rrggbbb"}).get(), nullptr);
+  EXPECT_EQ(skin.SetCursorBitmap(shape.c_str(), MOUSE_MOVE, 3, 150), kNoError);
+  EXPECT_EQ(skin.SetFontFile("data/skin/fonts/DejaVuSans.ttf", 3, 14), kNoError);
+  Cursor& cursor = *skin.cursors[MOUSE_MOVE];
+  std::string shown;
+  for (int tick = 0; tick < 10; ++tick, cursor.Update())
+    shown += Picture(cursor.GetFrame()->GetBitmap()).back().back();
+  EXPECT_EQ(Join(skin.fonts[3]->TextHeight(), cursor.GetFrame()->Width(), shown),
+            "28 4 rrrrrrrrgg ");
+}
+
 TEST_F(SkinTest, EveryBuiltinElementLooksAsInTheReferencePicture) {
   const WorkingDir here;
   Skin skin("default");
@@ -245,9 +260,18 @@ TEST_F(SkinTest, EveryBuiltinElementLooksAsInTheReferencePicture) {
                                          {250, 130, 60}, {60, 190, 120}};
   std::copy(std::begin(colors), std::end(colors), skin.colors);
   skin.GenerateDefaultBitmaps();
-  skin.DumpBitmaps();
-  const SkinBitmap sheet{"log.bmp"};
-  ExpectLook("builtin_look", sheet.GetBitmap(), {0, 0, sheet.Width(), sheet.Height()});
+  const auto expectSheet = [&skin](const char* name) {
+    skin.DumpBitmaps();
+    const SkinBitmap sheet{"log.bmp"};
+    ExpectLook(name, sheet.GetBitmap(), {0, 0, sheet.Width(), sheet.Height()});
+  };
+  expectSheet("builtin_look");
+  skin.Colorize({0, 60, 120}, 200);  // begins anew
+  expectSheet("builtin_look_tinted");
+  SetZoom(1.27);
+  skin.Reload();
+  expectSheet("builtin_look_zoomed");
+  SetZoom(1);
   UseDepth(8);
   skin.GenerateDefaultBitmap(COMBO_BUTTON);
   EXPECT_EQ(skin.bitmaps[COMBO_BUTTON]->getpixel(0, 0), MASK_COLOR_8) << "transparent";
