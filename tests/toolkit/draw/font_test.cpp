@@ -23,6 +23,7 @@ constexpr char kEasternFont[] = "data/skin/fonts/DroidSansFallbackFull.ttf";
 //                         wide in a line of 3, two pixels over one, which is the left one in "B",
 //                         "D" and so on; in the second, which is called by another size, "j" lies
 //                         one pixel to the left of the others and below
+//   grey.bdf              for the engine: an A of 3 x 2 pixels in 8 bits
 //   proportional.fnt      for the library: A and B, 5 and 11 pixels wide, 7 high
 //   cut.fnt, huge.fnt, backward.fnt, flat.fnt
 //                         likewise, without the last byte, with characters of 65535 x 65535 pixels,
@@ -152,7 +153,7 @@ TEST_P(FaceTest, TextIsAlignedOverItsShadow) {
 TEST_P(FaceTest, HotkeyIsUnderlined) {
   SkinBitmap out = Blank(32, 96), none;
   int y = 0;
-  for (const char* text : {"Save &As", "R&&D", "Quit&", "&&&x", "&a&b", "\u00E9&\u00E9"}) {
+  for (const char* text : {"Save &As", "RD&&", "Quit&", "&&&x", "&a&b", "\u00E9&\u00E9"}) {
     for (const int align : {kAlignLeft, kAlignRight, kAlignCentre}) {
       const int width = font.HotkeyTextout(out, text, 16, y, white, red, blue, align);
       EXPECT_EQ(width, font.HotkeyTextout(none, text, 0, 0, white, -1, -1, align));
@@ -172,7 +173,7 @@ TEST_P(FaceTest, LinesEndBeforeSeparatorThatDoesNotFit) {
   const std::tuple<const char*, int, int, int> cases[] = {
       {"one two", 7, 7, 7},  {"one two", 6, 3, 3},  {"one two", 2, 3, 3},
       {"one  two", 4, 4, 4}, {"one\ntwo", 9, 4, 3}, {"one two\nx", 5, 3, 3},
-      {"\ntwo", 9, 1, 0},    {"one\ttwo", 3, 3, 3}, {"one", -5, 3, 3},
+      {"\ntwo", 9, 1, 0},    {"one\1two", 3, 3, 3}, {"one", -5, 3, 3},
       {"", 5, 0, 0},         {"ab\xF0", 9, 3, 3},   {"ab\xE2\x82 cd", 3, 4, 3},
       {"éé x", 3, 4, 2}};
   for (const auto& [text, columns, bytes, taken] : cases) {
@@ -202,7 +203,8 @@ TEST_F(FontTest, SizeIsTheLargestPixelSizeWhoseLineIsNotHigher) {
     const FT_Size_Metrics& metrics = face->ftFace->size->metrics;
     for (int px = first; px <= 60; ++px) {
       ASSERT_EQ(EngineSetSize(*face, px), 0) << px;
-      EXPECT_EQ(Join(EngineTextHeight(*face), face->ascent), Join(px, metrics.ascender / 64));
+      EXPECT_EQ(Join(EngineTextHeight(*face), face->ascent, face->pixelSize),
+                Join(px, metrics.ascender / 64, metrics.y_ppem));
       const auto line = (metrics.ascender - metrics.descender) / 64;
       EXPECT_LE(line, px);
       FT_Set_Pixel_Sizes(face->ftFace, 0, static_cast<FT_UInt>(face->pixelSize + 1));
@@ -241,6 +243,14 @@ TEST_F(FontTest, PlacesGlyphsByOffsetsAdvancesAndSpacingOnTheirBackground) {
   }
 }
 
+TEST_F(FontTest, PicturesInShadesCoverAsMuchOrInTwoTonesWhatIsHalfCovered) {
+  const auto face = Open(ReadFile(kSamples + "grey.bdf"));
+  SkinBitmap out = Blank(8, 3);
+  EngineTextout(out.GetBitmap(), *face, "A", 0, 0, black, kAlignLeft);
+  EngineTextoutAA(out.GetBitmap(), *face, "A", 4, 0, black, kAlignLeft);
+  ExpectLook("text_in_grey", out.GetBitmap(), {0, 0, 8, 3});
+}
+
 TEST_F(FontTest, LettersInTwoTonesAreMovedOntoTheGridAndOthersLeadFromBackgroundToColour) {
   const auto face = Open(outlines);
   font.Set(face.get());
@@ -261,6 +271,12 @@ TEST_F(FontTest, LettersInTwoTonesAreMovedOntoTheGridAndOthersLeadFromBackground
     font.HotkeyTextout(mixed, "n中&国", 0, 0, {248, 8, 96}, -1, {16, 200, 96}, kAlignLeft);
     ExpectLook(std::string{picture} + "_mixed", mixed.GetBitmap(), {0, 0, 32, 16});
   }
+  std::string widths;
+  for (const int size : {13, 26, 13}) {
+    font.SetSize(size);
+    widths += Join(font.TextLength("中"));
+  }
+  EXPECT_EQ(widths, "10 21 10 ");
 }
 
 TEST_F(FontTest, LettersThatAFaceLacksAreThoseOfTheFirstFallbackThatCanDrawThem) {

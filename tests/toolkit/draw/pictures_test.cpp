@@ -381,16 +381,22 @@ TEST_F(PictureTest, APictureIsCutIntoStripsThatTakeTurns) {
 TEST_F(PictureTest, ShadowIsTheBlurredOutlineOfTheFrame) {
   const BitmapPtr picture = Paint({"yyyyy.yy", "yyyyy.yy", "yyyyy.yy", "........"});
   const std::string ninths = "123332222124666444423699966663246664444212333222210000000000";
-  for (const bool isShown : {true, false}) {
+  const std::string sharp =
+      "99999099"
+      "99999099"
+      "99999099"
+      "00000000";
+  for (const auto& [isShown, size, wanted] :
+       {std::tuple{true, 1, ninths}, {true, 0, sharp}, {false, 1, std::string{"0"}}}) {
     settings.mouseShadow = isShown;
     Cursor cursor;
-    cursor.SetShadow({.size = 1});
+    cursor.SetShadow({.size = size});
     cursor.Create(SkinBitmap(picture.get()), 1);
     const SkinBitmap& shadow = *cursor.GetShadow();
     std::string found;
-    for (int i = 0; i < shadow.Width() * shadow.Height(); ++i)
-      found += std::to_string((Color{shadow.getpixel(i % 10, i / 10)}.a() + 5) * 9 / 255);
-    EXPECT_EQ(found, isShown ? ninths : "0");
+    for (int i = 0, w = shadow.Width(); i < w * shadow.Height(); ++i)
+      found += std::to_string((Color{shadow.getpixel(i % w, i / w)}.a() + 5) * 9 / 255);
+    EXPECT_EQ(found, wanted);
     EXPECT_EQ(shadow.getpixel(0, 0) & 0xFFFFFF, isShown ? 0x606060 : 0);
   }
 }

@@ -101,8 +101,9 @@ TEST_F(ZoomTest, PointersAndBitmapFontsAreZoomed) {
   EXPECT_EQ(Join(cursor.GetFrame()->Width(), cursor.GetFrame()->Height(),
                  cursor.GetShadow()->Width(), look.size, look.offset.x, look.offset.y),
             "6 4 18 6 2 -4 ");
-  cursor.Create(SkinBitmap{Paint({"rrrr"}).get()}, 1, 2);
-  EXPECT_EQ(cursor.GetFrame()->Width(), 4) << "drawn at twice its size already";
+  cursor.Create(SkinBitmap{Paint({"rrrrrr"}).get()}, 1, 8);
+  EXPECT_EQ(Picture(cursor.GetFrame()->GetBitmap()), Rows({"rr"}))
+      << "drawn at eight times its size";
   Font font;
   SkinBitmap canvas(60, 56, kMemoryBitmap);
   canvas.clear_to_color(white);
