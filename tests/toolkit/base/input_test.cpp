@@ -116,5 +116,32 @@ TEST_F(InputTest, KeysBeforeAndAfterTheLoopAreNotLost) {
   keyboard_ucallback = nullptr;
 }
 
+TEST_F(InputTest, WhoWasCalledBackBeforeIsCalledBackStillAndMayChangeKeys) {
+  static std::string told;
+  keyboard_callback = [](int key) {
+    told += Join("key", key & 0xFF, key >> 8);
+    return key == ('b' | KEY_B << 8) ? 'x' | KEY_X << 8 : key == ('c' | KEY_C << 8) ? 0 : key;
+  };
+  keyboard_lowlevel_callback = [](int code) { told += Join("code", code); };
+  mouse_callback = [](int changes) { told += Join("mouse", changes); };
+  StartInput();
+  for (const auto& [character, scancode] :
+       {std::pair{int{'a'}, KEY_A}, {'b', KEY_B}, {'c', KEY_C}, {0x436, KEY_D}})
+    _handle_key_press(character, scancode);
+  _handle_key_release(KEY_A);
+  mouse_callback(MOUSE_FLAG_MOVE | MOUSE_FLAG_MOVE_W);
+  HoldButtons(2);
+  told += '\n';
+  for (InputRecord record; TakeInput(record);)
+    told += Join(record.kind, record.character, record.scancode, record.mouse.buttons) + '\n';
+  EndInput();
+  ExpectText("called_back", told);
+  EXPECT_TRUE(keyboard_lowlevel_callback && mouse_callback && !keyboard_ucallback);
+  keyboard_callback = nullptr;
+  keyboard_lowlevel_callback = nullptr;
+  mouse_callback = nullptr;
+  HoldButtons(0);
+}
+
 }  // namespace
 }  // namespace zel
