@@ -36,7 +36,7 @@ class MenuScreenTest : public LauncherFixture {
   MenuScreenTest() {
     WriteFile("menu.cfg", kMain);
     WriteFile("inner.cfg", kInner);
-    WriteFile("hints", "[a]\nsome words\n[end:a]\n[b]\nother words\n[end:b]\n");
+    WriteFile("hints", "[a]\nso few words\n[end:a]\n[b]\nother words\n[end:b]\n");
     settings.screenWidth = kWidth;
     settings.screenHeight = kHeight;
     InstallToolkit(nullptr);

@@ -128,6 +128,8 @@ TEST_F(LauncherWidgetsTest, PanelsAndEntriesLookAsTheSkinWantsThem) {
   look.fieldY = look.iconX = 400;
   panel.MsgInitSkin(), panel.Redraw();
   ExpectShown("menu_of_a_look_too_far", {0, 0, 138, 200});
+  root.SetFocus(&panel.List());
+  EXPECT_TRUE(DrawsEnough());
 }
 
 // Each with the room that there is for titles and pictures.
