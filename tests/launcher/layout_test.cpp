@@ -67,6 +67,7 @@ TEST_F(LayoutTest, BackgroundsCoverTheScreen) {
       {"as_wide_and_higher",
        {"rrrrrrrg", "bbbbbbbb", "cccccccc", "gggggggg", "yrrrrrrk", "wwwwwwww"}},
       {"narrower_and_higher", {"rrrrrg", "bbbbbb", "cccccc", "yrrrrk", "wwwwww", "gggggg"}},
+      {"nearly_square", Rows(9, "rgbycwrgb")},
       {"of_the_screen", Rows(10, "rgbycwrgbycw")},
       {"smaller", {"rg", "by"}},
       {"of_twice_the_pixels", Rows(8, "rrggbbyyccwwrrgg")}};
