@@ -192,7 +192,7 @@ TEST_F(MenuConfigTest, AHintIsTheJoinedLinesOfASection) {
       {"before\n [a]\t\n  one \n\ttwo\n[End: whatever\nthree\n", "one two"},
       {"[A]\nno\n[end:A]\n[a ]\nno\n[end:]\n[a]\nyes\n[END:A]", "yes"},
       {"[a]\nfirst\n[end:a]\n[a]\nsecond\n[end:a]\n", "first"},
-      {"[a]\n[b]\n[ending\nend:a]\n[eNd:\n", "[b] [ending end:a]"},
+      {"[a]\n[b]\n[ending\nend:a]\n[eNd:\nmore\nlast", "[b] [ending end:a]"},
       {"[a]\n\n\none\n\n\n[end:a]\n", "\n\n one"},
       {"[a]\rone\r\ntwo\n\rthree\r\n\r\nfour\n[end:a]\n", "one two three\n four"},
       {"[a]\none\ntwo", "one"},

@@ -418,6 +418,14 @@ TEST_F(LauncherWidgetsTest, AnyKeyLeavesTheHelpButTheOneThatHasOpenedItAndIsHeld
   Meanwhile("f1 wait look let_go f1");
   help.Run(root);
   EXPECT_TRUE(isUp);
+  HelpDialog clicked{KEY_F1};
+  steps = {{"press",
+            [&] {
+              PutMouse({160, clicked.y() + clicked.h() - 26}), HoldButtons(1);
+            }},
+           {"release", [] { HoldButtons(0); }}};
+  Meanwhile("press release");
+  clicked.Run(root);
 }
 
 }  // namespace
