@@ -113,12 +113,17 @@ std::string Rehearsal::Select() {
     asked += (i ? "," : "") + number;
     const std::string menu = session.Level().fileName.c_str();
     const int index = session.EntryOfNumber(scene_.select[i]);
-    if (index < 0) return asked + ": " + menu + " shows no entry " + number;
+    if (index < 0) return asked.append(": ").append(menu).append(" shows no entry ").append(number);
     session.Select(index);
     const bool isLast = i + 1 == scene_.select.size();
     const MenuItem& item = session.Entry(index);
     const bool opens = (item.flags & kItemSubmenu) && !(item.flags & kItemDisabled);
-    if (!isLast && !opens) return asked + ": entry " + number + " of " + menu + " opens no menu";
+    if (!isLast && !opens)
+      return asked.append(": entry ")
+          .append(number)
+          .append(" of ")
+          .append(menu)
+          .append(" opens no menu");
     if (!isLast) session.Choose(item);
   }
   scratch_.Write("position", PositionOf(session));
