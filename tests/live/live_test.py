@@ -17,10 +17,9 @@ class LiveTest(unittest.TestCase):
         self.machine.see(lambda seen: (seen.colours() > 16) == is_menu and seen.size != (720, 400), what)
 
     def test_each_entry_starts_its_program_whatever_firmware_started_the_disc(self):
-        disk = self.enterContext(tempfile.NamedTemporaryFile())
-        disk.truncate(64 << 20)
         for uefi in (None, "64, Secure Boot"):
-            with self.subTest(uefi=uefi):
+            with self.subTest(uefi=uefi), tempfile.NamedTemporaryFile() as disk:
+                disk.truncate(64 << 20)
                 self.machine = machine.Machine(disc=machine.ROOT / "build-live/zel-live.iso", uefi=uefi, devices=[
                     "-m", "1024", "-drive", f"file={disk.name},format=raw,if=ide"])
                 self.addCleanup(self.machine.stop)
