@@ -134,13 +134,17 @@ TEST_F(InputTest, WhoWasCalledBackBeforeIsCalledBackStillAndMayChangeKeys) {
   told += '\n';
   for (InputRecord record; TakeInput(record);)
     told += Join(record.kind, record.character, record.scancode, record.mouse.buttons) + '\n';
-  EndInput();
   ExpectText("called_back", told);
+  HoldButtons(0);
+  _handle_key_press('e', KEY_E);
+  EndInput();
+  int scancode = 0;
+  EXPECT_EQ(ureadkey(&scancode), 'e');
+  EXPECT_EQ(Join(scancode, keypressed()), Join(KEY_E, 0)) << "what nobody took, and keys alone";
   EXPECT_TRUE(keyboard_lowlevel_callback && mouse_callback && !keyboard_ucallback);
   keyboard_callback = nullptr;
   keyboard_lowlevel_callback = nullptr;
   mouse_callback = nullptr;
-  HoldButtons(0);
 }
 
 }  // namespace

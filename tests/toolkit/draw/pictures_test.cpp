@@ -398,6 +398,8 @@ TEST_F(PictureTest, ShadowIsTheBlurredOutlineOfTheFrame) {
       found += std::to_string((Color{shadow.getpixel(i % w, i / w)}.a() + 5) * 9 / 255);
     EXPECT_EQ(found, wanted);
     EXPECT_EQ(shadow.getpixel(0, 0) & 0xFFFFFF, isShown ? 0x606060 : 0);
+    cursor.SetShadow({.size = 2});
+    EXPECT_EQ(cursor.GetShadow()->Width(), isShown ? 12 : 1) << "as it is said to be from now on";
   }
 }
 
