@@ -10,6 +10,7 @@
 
 #include "launcher/about.h"
 #include "launcher/code_pages.h"
+#include "launcher/command.h"
 #include "launcher/language.h"
 #include "launcher/texts.h"
 #include "tests/support/launcher_fixture.h"
@@ -224,12 +225,19 @@ TEST_F(LauncherTest, LeavesNoOutputWhereTheRunFails) {
               "^zel: cannot remove .*x: File name too long\n$");
 }
 
-TEST_F(LauncherTest, AnswersWhetherThereIsAChoiceInItsLanguage) {
+TEST_F(LauncherTest, AnswersWhetherThereIsAChoiceInItsLanguageAndRunsWithAnyOtherArgument) {
+  const auto command = [](const char* argument) {
+    const char* arguments[] = {"zel", argument};
+    std::exit(RunCommand(2, const_cast<char**>(arguments)));
+  };
   WriteFile("etc/menu.cfg", "[MENU_CONFIGURATION]\nLinesNumber=1\n[LINE1]\nTitle.de=x\n");
   for (const auto& [language, status] : {std::pair{"de", 0}, {"fr", kNoChoiceStatus}}) {
     WriteFile("etc/i18n", std::string{"LANG="} + language);
-    EXPECT_EXIT(std::exit(AnswerHasChoice()), testing::ExitedWithCode(status), "^$");
+    EXPECT_EXIT(command("--has-choice"), testing::ExitedWithCode(status), "^$");
   }
+  EXPECT_EXIT(command("--version"), testing::ExitedWithCode(0), "^$");
+  EXPECT_EXIT(if (seteuid(1) == 0 || geteuid() != 0) command("--other"), testing::ExitedWithCode(0),
+              "^You must have root permissions");
 }
 
 TEST_F(LauncherTest, RunsForRootOnly) {

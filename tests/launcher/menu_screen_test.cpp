@@ -8,6 +8,7 @@
 #include "tests/support/launcher_fixture.h"
 #include "tests/support/reference.h"
 #include "toolkit/base/zoom.h"
+#include "toolkit/core/event_loop.h"
 #include "toolkit/core/startup.h"
 #include "toolkit/draw/screen_update.h"
 #include "toolkit/skin/skin.h"
@@ -356,7 +357,7 @@ TEST_F(MenuScreenTest, LooksAndSizesChangeAtOnceEverywhereAndAreKept) {
   EXPECT_EQ(ReadFile("menulook.txt"),
             "[Look]\ncommandLine =  \nskin = blue.skin\nzoom = 1.500000\n");
   EXPECT_EQ(begin(), "blue.skin 1.500000");
-  WriteFile("cmdline", "quiet zel.look=junk zel.look=blue zel.zoom=1.3\n");
+  WriteFile("cmdline", "quiet zel.look=junk zel.look=blue zel.zoom=1.3 xzel.look=default\n");
   EXPECT_EQ(begin(), "blue.skin 1.300000");
   ExpectShown("menu_screen_as_before", "f2 f4 f4 f4 f4");
   EXPECT_EQ(begin(), "default 2.000000");
@@ -391,6 +392,7 @@ TEST_F(MenuScreenTest, LooksAndSizesChangeAtOnceEverywhereAndAreKept) {
   settings.looks.Assign("junk.skin");
   launcherState.looks.Begin();
   EXPECT_FALSE(launcherState.looks.ChangeSkin());
+  EXPECT_FALSE(launcherState.looks.FallBack()) << "there is no other";
 }
 
 TEST_F(MenuScreenTest, SizesGoUpAndDownInStepsThatTheScreenHasRoomFor) {
@@ -429,12 +431,45 @@ TEST_F(MenuScreenTest, TheCurrentEntryIsVisibleAfterEachChangeOfTheMenu) {
   }
 }
 
+TEST_F(MenuScreenTest, AClickBringsTheFocusAndTheWheelMovesWhatIsUnderThePointer) {
+  WriteFile("menu.cfg",
+            "[MENU_CONFIGURATION]\nMenuLeft=0\nMenuTop=0\nMenuWidth=90\nHintLeft=100\nHintTop="
+            "0\nHintWidth=90\n"
+            "HintHeight=60\n" +
+                kMain);
+  EXPECT_EQ(Play("1 @27 down"), "1/4/15");
+  Play("1 @27");
+  const int before = screen_->List().GetFirst();
+  Play("wheel");
+  EXPECT_GT(screen_->List().GetFirst(), before);
+  PutMouse({140, 30});
+  EXPECT_EQ(Play("click down"), "1/2/12") << "the hint has the focus";
+}
+
+TEST_F(MenuScreenTest, APaletteIsAnotherOneForThePictureWhenTheLookChanges) {
+  ExitToolkit();
+  settings.colorDepth = 8;
+  InstallToolkit(nullptr);
+  save_bitmap("ground.bmp",
+              Paint(Rows(kHeight, std::string(120, 'g') + std::string(120, 'y'))).get(), nullptr);
+  WriteFile("menu.cfg",
+            "[MENU_CONFIGURATION]\nBackground=ground.bmp\nMenuLeft=80\nMenuTop=30\nMenuWidth=80\n" +
+                kMain);
+  WriteFile("blue.skin",
+            "[Skin]\nmain_data=palette.dat\n[COLORS]\nface=0,0,255\nfontface=255,255,255\n");
+  std::filesystem::copy(ZEL_PICTURES "/../toolkit/skin/samples/palette.dat", ".");
+  settings.looks.Assign("blue.skin, default");
+  launcherState.looks.Begin();
+  ExpectShown("menu_screen_of_few_colors", "1 f2");
+}
+
 TEST_F(MenuScreenTest, ItsTimersLookForTheMouseServerAndTheProgressFile) {
   remove_mouse();
   launcherState.mousePending = true;
   launcherState.heldMouse = dup(STDERR_FILENO);
   settings.showMouse = false;
   settings.mouseSpeed = 5;
+  settings.doubleClickDelay = 740;
   Start("");
   std::string seen;
   for (const int timer : {1, 1, 0}) {
@@ -448,6 +483,7 @@ TEST_F(MenuScreenTest, ItsTimersLookForTheMouseServerAndTheProgressFile) {
   }
   EXPECT_EQ(seen, "0 1 -1 1000ms 500ms 20ms 1 0 -1 1000ms 20ms 1 0 -1 250ms 20ms ");
   EXPECT_EQ(machine_.mouseSpeeds.back(), FakeMachine::Pair(5, 5));
+  EXPECT_EQ(DoubleClickWindow(), 37);
 }
 
 }  // namespace

@@ -107,9 +107,13 @@ TEST_F(LauncherWidgetsTest, ItsKeysPassOverSeparatorsAndThePadChoosesAndMarks) {
                         KEY_9_PAD, KEY_2_PAD, KEY_7_PAD, KEY_DOWN})
     press(key);
   press(KEY_TAB);
+  list.MsgStart();
+  key[KEY_ENTER_PAD] = 1;
+  press(KEY_ENTER_PAD), press(KEY_ENTER_PAD);  // one that may be old, and its repeat
+  key[KEY_ENTER_PAD] = 0;
   EXPECT_EQ(seen,
             ", -1 , -1 , 3 Scroll 3, 1 Scroll 2; Scroll 1, 0 Scroll 0, 3 Scroll 3, 3+ , "
-            "3+ Activate 3, 0 Scroll 0, 1 Scroll 1, 0 Scroll 0, 1 Scroll 1, unused 1 ");
+            "3+ Activate 3, 0 Scroll 0, 1 Scroll 1, 0 Scroll 0, 1 Scroll 1, unused 1 , 1 , 1 ");
 }
 
 TEST_F(LauncherWidgetsTest, PanelsAndEntriesLookAsTheSkinWantsThem) {
@@ -193,6 +197,22 @@ TEST_F(LauncherWidgetsTest, WaitingAndProgressLookAsTheSkinWantsThem) {
   bar.ShowSteps(6, 10);
   EXPECT_EQ(Copied(), 20 * 36);
   ExpectShown("step_bar_of_a_look", {0, 0, 110, 38});
+}
+
+TEST_F(LauncherWidgetsTest, APictureIsInTheMiddleAndHidesTheGroundWhereItFillsItsPlace) {
+  CenteredImage image;
+  image.Take(Paint(Rows(20, std::string(20, 'y'))));
+  std::string hidden;
+  Show(image, {5, 5, 9, 9});
+  for (const Size& size : {Size{20, 20}, {30, 20}, {20, 20}, {20, 30}, {16, 12}}) {
+    image.Shape(4 + size.w / 10, 5, size.w, size.h);
+    Tick();
+    root.Redraw();
+    hidden += Join(image.IsOpaque());
+    ExpectShown("picture_in_" + std::to_string(size.w) + 'x' + std::to_string(size.h),
+                {0, 0, 40, 40});
+  }
+  EXPECT_EQ(hidden, "1 0 1 0 1 ");
 }
 
 TEST_F(LauncherWidgetsTest, WrapsHintsBetweenTheirWords) {
