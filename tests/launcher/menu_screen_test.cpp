@@ -205,8 +205,10 @@ TEST_F(MenuScreenTest, KeysGoOnFromTheLastPositionAsFarAsItFits) {
 
 TEST_F(MenuScreenTest, KeysAndPressesPassOverSeparatorsAndDoNotTakeThoseAtAnEnd) {
   const std::pair<const char*, const char*> rows[] = {
-      {"2 down", "1/4/15"}, {"4 up", "1/2/12"}, {"1 up", "1/0/11"},  {"2 home", "1/0/12"},
-      {"2 @15", "1/1/11"},  {"2 @3", "1/2/12"}, {"2 @27", "1/2/12"}, {"2,1 @40", "2/1/21"}};
+      {"2 down", "1/4/15"},        {"4 up", "1/2/12"},    {"1 up", "1/0/11"},
+      {"2 home", "1/0/12"},        {"2 @15", "1/1/11"},   {"2 @3", "1/2/12"},
+      {"2 @27", "1/2/12"},         {"2,1 @40", "2/1/21"}, {"1 escape down", "1/2/12"},
+      {"1 tab tab down", "1/2/12"}};
   for (const auto& [script, where] : rows) EXPECT_EQ(Play(script), where) << script;
   EXPECT_EQ(Play("1 escape down tab down"), "1/2/12") << "the hint has the focus";
 }
