@@ -77,12 +77,22 @@ TEST_F(ListTest, TheViewFollowsKeysWheelAndScrollBar) {
   steps["clear"] = [this] { root.SetFocus(&list), list.Clear(), box.ItemsChanged(); };
   ExpectPlays("list_scrolled",
               {"up down down up pagedown pagedown pageup pageup pageup end down",
-               "pagedown up+up+up+up up home end pageup 30,30+wheel3 105,30+wheel-1",
+               "pagedown up+up+up+up up home pagedown end pageup 30,30+wheel3 105,30+wheel-1",
                "105,60+press+release clear up enter space home", "40,60+press+release"});
+  Fill(9), box.Resize(100, 12), Tick(), list.SelectItem(6), list.ScrollToCurrent();
+  EXPECT_EQ(list.GetFirst(), 6) << "also in a list that is lower than an item";
+  EXPECT_FALSE(box.scrollBar.Hidden());
+  CurrentSkin()->bitmaps[SCROLL_VBACK]->Destroy(), box.Unhide();
+  EXPECT_TRUE(box.scrollBar.Hidden()) << "it would only take the mouse";
 }
 
 TEST_F(ListTest, ItemsAreChosenByKeyAndPointer) {
-  Fill(3);
+  for (const int count : {0, 1}) {
+    root.ChangeFocus(root.FocusWidget(), nullptr), root.MoveFocus(FocusMove::kNext);
+    EXPECT_EQ(list.HasFocus(), count > 0) << "Tab goes to a list with something to choose";
+    EXPECT_EQ(root.HandleKey(0, KEY_ENTER), count > 0) << "others may use the key";
+    Fill(count > 0 ? 2 : 1);
+  }
   for (const int i : {-1, 0, 2, 3}) {
     steps["mark" + std::to_string(i)] = [this, i] { list.SelectItem(i); };
     steps["clear" + std::to_string(i)] = [this, i] { list.DeselectItem(i); };
@@ -136,6 +146,25 @@ TEST_F(ListTest, RowsOfTheSkinsHeightShowWholeOrNotAtAll) {
                "lower+wait1 down 20,20+press+release end 105,20+wheel3 current"});
 }
 
+// Of 10, 10, 10, 10, 35 and 5 pixels, in 50.
+TEST_F(ListTest, RowsOfTheirOwnHeightsShowWholeAsWell) {
+  struct Row : Card {
+    int GetHeight() const override { return static_cast<int>(data); }
+  };
+  CurrentSkin()->listHeight = 10;
+  for (const int height : {10, 10, 10, 10, 35, 5}) {
+    box.InsertItem(std::make_unique<Row>());
+    list.GetItem(list.Count() - 1)->data = height;
+  }
+  root.SetFocus(&list), Tick();
+  look = [this, marks = look] { return std::to_string(list.GetFirst()) + ' ' + marks(); };
+  steps["top"] = [this] { list.SetFirst(0); };
+  steps["current"] = [this] { list.ScrollToCurrent(); };
+  for (const int i : {0, 4}) steps["delete" + std::to_string(i)] = [this, i] { box.DeleteItem(i); };
+  ExpectPlays("list_of_rows", {"pagedown up down top current down top home+end up+up+up home",
+                               "end delete0 delete4+wait1 delete0 delete0"});
+}
+
 TEST_F(ListTest, TheApplicationMayFillTheListAnewWhileAnItemIsChosen) {
   Fill(5);
   root.onEvent = [&](Widget*, int msg, int index) {
@@ -155,6 +184,7 @@ TEST_F(ListTest, WhatIsRepaintedInPartLooksAsIfItWereRepaintedWhole) {
   box.InsertItem(std::make_unique<ListItem>()), check();
   list.InsertItem(std::make_unique<TextListItem>("text"), 1), box.ItemsChanged(), check();
   static_cast<TextListItem*>(list.GetItem(1))->SetText("new"), check();
+  list.Sort(), check();
   for (const int last : {6, 5, 4}) box.DeleteItem(last), check();
   list.SetFirst(99);
   EXPECT_EQ(list.GetFirst(), list.Count() - 1);
