@@ -14,7 +14,10 @@ class ViewTest : public WidgetFixture {
     look = [this] { return Join(view.ScrollX(), view.ScrollY()); };
   }
 
-  TextView view;
+  struct : TextView {
+    void Scrolled() override { told += Join(ScrollX(), ScrollY()); }
+    std::string told;
+  } view;
 };
 
 TEST_F(ViewTest, BarsShowWhereTheContentDoesNotFit) {
@@ -56,6 +59,8 @@ TEST_F(ViewTest, ScrollsNoFurtherThanTheContentGoes) {
   // Over a bar the wheel turns by its own step.
   ExpectPlays("view_scrolled", {"wait1 302,20+press+release 20,202+press+release",
                                 "50,50+wheel2 302,100+wheel1 100,202+wheel1"});
+  view.told.clear();
+  EXPECT_EQ(Play("50,50+wheel-1"), view.told) << "its heirs are told";
 }
 
 TEST_F(ViewTest, LinesComeFromTextsAndFiles) {

@@ -146,6 +146,9 @@ TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
   window.ClearFlag(kFlagSizeable), window.Enable(), window.Hide(), window.Unhide();
   root.SetFocus(&content);
   ExpectShown("window_of_fixed_size", {40, 36, 130, 50});
+  window.SetFlag(kFlagSizeable), window.Enable();
+  EXPECT_FALSE(window.maxButton.Hidden());
+  window.ClearFlag(kFlagSizeable), window.Enable();
   CurrentSkin()->menu.windowBorder = yellow, CurrentSkin()->menu.windowBorderWidth = 3;
   root.Redraw();
   ExpectShown("window_with_lines", {40, 36, 130, 110});
@@ -163,6 +166,9 @@ TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
   EXPECT_EQ(covering.Bounds(), root.Bounds());
   covering.Resize(50, 25, true), Tick();
   EXPECT_EQ(covering.Bounds(), Rect(0, 0, 160, 50)) << "a share of the screen, with the frame";
+  CurrentSkin()->windowAnimationType = 6, CurrentSkin()->windowAnimationLength = 80;
+  covering.SetSkin(nullptr), Tick(), covering.SendMessage(MSG_START);
+  EXPECT_TRUE(covering.InTransition()) << "it comes up like one that is popped up";
   root.Remove(&covering);
   EXPECT_EQ(window.Client().Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 100, 60));
   Dialog other;
@@ -171,10 +177,12 @@ TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
   EXPECT_EQ(other.Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 140, 60));
   Watch({MSG_CLOSE}), other.Close();
   EXPECT_EQ(root.Events(), "Close");
-  window.Minimize(), window.SetClientArea(nullptr), window.SetClientArea(&other);
+  window.Minimize(), window.SetClientArea(nullptr);
+  other.Resize(130, 10), window.SetClientArea(&other);
   window.Minimize(), Tick();
-  EXPECT_EQ(Change(), Rect(0, 0, 40, 0));
+  EXPECT_EQ(Change(), Rect(0, 0, 30, 0));
   window.SetClientArea(nullptr);
+  root.Resize(300, 190);
   Play("90,55 press release press 95,60 release");  // a double click on the title
   Tick(20);
   window.Minimize(), DragBy(0, 100, 10, 0), DragBy(100, 22, 10, 10);
