@@ -90,7 +90,7 @@ TEST_F(ButtonTest, OldTextsAndIconsGoWithTheChange) {
   Show(label, {10, 10, 40, 40});
   label.ClearFlag(kFlagAutoSize);
   label.SetText("before"), Frame();
-  label.SetText("now"), Check();
+  label.SetText("now it is"), Check();
   label.AlignRight(), Check();
   label.SetMultiline(true), Check();
   label.SetVAlignment(kAlignBottom), Check();
@@ -101,6 +101,7 @@ TEST_F(ButtonTest, OldTextsAndIconsGoWithTheChange) {
   label.SetTextBackColor(white), label.SetText("longer"), Frame();
   label.SetFlag(kFlagAutoSize), label.SetText("x"), Check();
   label.SetText(nullptr), Check();
+  EXPECT_EQ(label.TextHeight(), 0);
   Dress(ICONMIN, {"r..", ".g.", "...", "..b"});
   Button icon;
   Show(icon, {50, 50, 3, 1});

@@ -82,12 +82,16 @@ TEST_F(EditBoxTest, FiltersWhatIsTyped) {
 
 TEST_F(EditBoxTest, TheMouseSelectsWhileItIsHeld) {
   steps["off"] = [] { CurrentSkin()->cursors[MOUSE_TEXTSELECT]->SetHotspot(2, 0); };
-  ExpectPlays("texts_selected", {"=abcdef+65,40+press+release press+wait1 35,40 release",
-                                 "=abcdef+56,40+press 35,90 43,90 67,90 release 35,90",
-                                 "=abcdef+56,40+press 35,90+leave 67,40 release",
-                                 "=abcdef+56,40+press leave+35,90 67,40 release",
-                                 "=abcdef+56,40+press 43,40+restart 67,40 release",
-                                 "=abcdef+off+66,40+press release"});
+  ExpectPlays("texts_selected",
+              {"=abcdef+65,40+press+release press+wait1 35,40 release",
+               "=abcdef+56,40+press 35,90 43,90 67,90 release 35,90",
+               "=abcdef+56,40+press 35,90+leave 67,40 release",
+               "=abcdef+56,40+press leave+35,90 67,40 release",
+               "=abcdef+56,40+press 43,40+restart 67,40 release", "=abcdef+off+66,40+press release",
+               "=longer-than-its-box+end+46,40+press release 130,40+press"});
+  EXPECT_EQ(PointerShape(), MOUSE_TEXTSELECT);
+  Play("200,150+release");
+  EXPECT_EQ(PointerShape(), MOUSE_NORMAL);
 }
 
 TEST_F(EditBoxTest, SurvivesDamagedTextAndAMissingSkin) {
@@ -109,10 +113,11 @@ TEST_F(EditBoxLookTest, SaysTheState) {
   CurrentSkin()->fontColor[kEditText][kSelected] = white;
   std::array<EditBox, 6> boxes;
   for (int i = 0; i < 6; ++i) {
-    boxes[i].Setup(0, 0, 0, 0, 0, 0, i == 2 ? "abcdefgh" : "abcd", 9);
-    Show(boxes[i], {i % 2 * 52, i / 2 * 24, i == 5 ? 9 : 50, i == 5 ? 9 : 22});
+    boxes[i].Setup(i % 2 * 52, i / 2 * 24, i == 5 ? 9 : 50, i == 5 ? 9 : 22, 0, 0,
+                   i == 2 ? "abcdefgh" : "abcd", 9);
+    Show(boxes[i], boxes[i].Bounds());
     boxes[i].SetFilter(i == 3 ? kFilterPassword : 0);
-    boxes[i].ScrollToCursor();
+    boxes[i].MoveCursor(i == 3 ? 0 : 99);
     boxes[i].SetFlag(i == 4 ? kFlagDisabled : i == 1 ? kFlagDirty : kFlagFocus);
   }
   for (EditBox* box : {&boxes[1], &boxes[0]})
@@ -171,7 +176,7 @@ class ComboBoxTest : public WidgetFixture {
   ComboBoxTest() {
     for (const char* text : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"})
       combo.GetListBox().InsertItem(std::make_unique<TextListItem>(text));
-    for (const int i : {0, 6, 1}) {
+    for (const int i : {0, 6, 99, 1}) {
       steps['=' + std::to_string(i)] = [this, i] { combo.Setup(20, 10, 100, 24, 0, 0, i); };
       combo.Setup(20, 10, 100, 24, 0, 0, i);
     }
@@ -224,10 +229,11 @@ TEST_F(ComboBoxTest, TheListLiesAboveTheDialogUntilTheMouseChoosesOrLeaves) {
 
 TEST_F(ComboBoxTest, KeyboardOpensChoosesAndCancels) {
   root.SetFocus(&combo.GetEdit());
-  ExpectPlays("combo_box_keys", {"x enter down+down escape space+wait20 down enter",
-                                 "space+wait20 end enter space+wait20 up+enter space+wait20+home"
-                                 " enter space+wait20 escape",
-                                 "=6 space+wait20 =0 space+wait20 escape"});
+  ExpectPlays("combo_box_keys",
+              {"x enter enter enter down+down escape space+wait20 down enter",
+               "space+wait20 end enter space+wait20 up+enter space+wait20+home"
+               " enter space+wait20 escape",
+               "=6 space+wait20 =0 space+wait20 escape", "=99 space+wait20 leave+wait1"});
   EXPECT_FALSE(root.IsClosed());
   combo.GetListBox().GetList().Clear();
   EXPECT_EQ(Play("110,20+press+release"), " open at -1 from 0");
