@@ -71,6 +71,16 @@ TEST_F(TextTest, TrimmedLosesTheWhiteSpaceOfTheFormat) {
   EXPECT_EQ(std::memcmp(Ascii{"ab"}, u"ab", 6), 0);
 }
 
+TEST_F(TextTest, TextsOfTwoByteCharactersAreConvertedToTheirEnd) {
+  const std::string wide{"a\0\xE9\0 \0\x2D\x4E\0", 9};  // with the second byte of a terminator
+  const std::string whole = wide.substr(0, 8);
+  EXPECT_EQ(Converted(wide, U_UNICODE, U_UTF8), "a\u00E9 \u4E2D");
+  EXPECT_EQ(Converted("a\u00E9 \u4E2D", U_UTF8, U_UNICODE), whole);
+  set_uformat(U_UNICODE);
+  EXPECT_EQ(Converted("a\u00E9 \u4E2D", U_UTF8, U_CURRENT), whole);
+  EXPECT_EQ(Converted(wide, U_CURRENT, U_UTF8), "a\u00E9 \u4E2D");
+}
+
 using BytesTest = AllegroFixture;
 
 TEST_F(BytesTest, RegularFilesOfAnyNameAreReadUpToALimit) {

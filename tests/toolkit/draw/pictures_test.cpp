@@ -254,9 +254,9 @@ TEST_F(PictureTest, RoundBoxesAndStrokesAreSmoothWhereThereIsNoPalette) {
                                      .fill = i % 6 == 4 ? Color{} : Color{red},
                                      .borderColor = i % 5 == 2 ? Color{} : Color{black},
                                      .border = i * 5 % 4 - i % 2});
-    for (const int none : {0, -1}) {
-      DrawRoundBox(out.GetBitmap(), {.area = {0, 31, none, 9}, .borderColor = red, .border = 1});
-      DrawRoundBox(out.GetBitmap(), {.area = {0, 31, 9, none}, .borderColor = red, .border = 1});
+    for (const int thin : {1, 0, -1}) {
+      DrawRoundBox(out.GetBitmap(), {.area = {0, 31, thin, 9}, .fill = green, .borderColor = red});
+      DrawRoundBox(out.GetBitmap(), {.area = {0, 43, 9, thin}, .fill = green, .border = 1});
     }
     out.set_clip_rect(2, 31, 69, 42);
     for (const auto& [width, points] :
