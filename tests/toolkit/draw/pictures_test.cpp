@@ -258,6 +258,7 @@ TEST_F(PictureTest, RoundBoxesAndStrokesAreSmoothWhereThereIsNoPalette) {
       DrawRoundBox(out.GetBitmap(), {.area = {0, 31, thin, 9}, .fill = green, .borderColor = red});
       DrawRoundBox(out.GetBitmap(), {.area = {0, 43, 9, thin}, .fill = green, .border = 1});
     }
+    DrawRoundBox(out.GetBitmap(), {.area = {62, 38, 8, 4}, .borderColor = red, .border = 9});
     out.set_clip_rect(2, 31, 69, 42);
     for (const auto& [width, points] :
          {std::pair{2.5, std::vector<StrokePoint>{{-3, 30}, {15, 50}, {20, 34}, {30, 34}}},
