@@ -234,6 +234,16 @@ TEST_F(SkinTest, ReloadRepeatsTheLoadInTheNewDepthAndAnotherFileForgetsTheFirst)
   EXPECT_EQ(ValuesOf(*skin), ValuesOf(*Make("")));
   skin->Unload();
   EXPECT_TRUE(skin->bitmaps[BOX]->IsEmpty() && !skin->cursors[MOUSE_NORMAL]->GetFrame());
+  const std::string colors = "[COLORS]\nface=1,1,90\nshad1=90,1,1\nshad2=1,90,1\nback=90,90,1\n";
+  const auto plain = Make(colors), old = MakeWith("cursors.dat", "cursors.dat", colors),
+             bare = MakeWith("cursors.dat", "cursors.dat", colors + "builtin=1\n");
+  int same = 0;  // of the first element, which the datafile does not bring
+  for (int i = 0; i < 64; ++i) {
+    const int wanted = plain->bitmaps[BOX]->getpixel(i, i);
+    EXPECT_EQ(bare->bitmaps[BOX]->getpixel(i, i), wanted) << i;
+    same += old->bitmaps[BOX]->getpixel(i, i) == wanted;
+  }
+  EXPECT_LT(same, 64);
 }
 
 TEST_F(SkinTest, AShapeAndAFontAreReplacedByThoseOfFilesAndAreZoomed) {
