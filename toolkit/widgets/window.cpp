@@ -194,11 +194,12 @@ void Window::UpdateButtons() {
     else
       widget->Disable();
   }
-  for (Widget* button : {&minButton, &maxButton}) {
-    if (TestFlag(kFlagSizeable))
-      button->Unhide();
-    else
-      button->Hide();
+  if (TestFlag(kFlagSizeable)) {
+    maxButton.Unhide();
+    maxButton.Redraw();
+  } else {
+    maxButton.Hide();
+    minButton.Hide();
   }
   title.UpdateSize();
   if (IsDressed()) PlaceTitle();

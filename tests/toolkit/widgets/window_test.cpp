@@ -147,7 +147,7 @@ TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
   root.SetFocus(&content);
   ExpectShown("window_of_fixed_size", {40, 36, 130, 50});
   window.SetFlag(kFlagSizeable), window.Enable();
-  EXPECT_FALSE(window.maxButton.Hidden());
+  EXPECT_TRUE(window.minButton.Hidden() && !window.maxButton.Hidden());
   window.ClearFlag(kFlagSizeable), window.Enable();
   CurrentSkin()->menu.windowBorder = yellow, CurrentSkin()->menu.windowBorderWidth = 3;
   root.Redraw();
