@@ -104,6 +104,7 @@ std::string Outcome(int (*program)(), int keyboard, bool onConsole = true, bool 
   const long guard = isFirst ? syscall(SYS_clone, CLONE_NEWPID | SIGCHLD, 0, 0, 0, 0) : fork();
   if (guard < 0) return close(master), "not permitted";
   if (guard == 0) {
+    std::signal(SIGHUP, SIG_DFL);  // nohup has it ignored
     setsid();
     dup2(open(onConsole ? "/dev/tty1" : "/dev/null", O_RDWR | O_NOCTTY), STDIN_FILENO);
     SetEcho(false);
