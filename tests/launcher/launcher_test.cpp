@@ -40,7 +40,8 @@ TEST_F(LanguageTest, IsThatOfTheFirstLangLineWithAValue) {
       {"", kEnglish, ""}};
   for (const auto& [content, index, code] : rows) {
     WriteFile("i18n", content);
-    EXPECT_EQ(Join(LanguageIndex(), launcherState.languageCode), Join(index, code)) << content;
+    EXPECT_EQ(Join(LanguageIndex(), launcherState.languageCode), Join(index, code))
+        << testing::PrintToString(content.substr(0, 99));
   }
 }
 

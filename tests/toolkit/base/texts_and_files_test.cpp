@@ -142,7 +142,8 @@ TEST_F(ConfigFileTest, ReadsWhatMaintainersWriteAsAllegroDoes) {
       {"[A]\nkey=12abc", "12abc"},
       {"[A]\nkey=fb", "fb"},
       {"[A]\nkey=x\u00E4\u0436yz", "x\u00E4\u0436yz"}};
-  for (const auto& [content, value] : rows) EXPECT_EQ(Value(content), value) << content;
+  for (const auto& [content, value] : rows)
+    EXPECT_EQ(Value(content), value) << testing::PrintToString(content);
   for (std::size_t length = 210; length < 270; ++length) {  // the end of Allegro's first buffer
     const std::string value = std::string(length, 'x') + "\xE2\x82\xAC";
     EXPECT_EQ(Value("# comment\r\n[A]\r\n\r\nkey = " + value), value);
