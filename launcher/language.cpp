@@ -35,13 +35,11 @@ constexpr LanguageRow kLanguages[] = {
     {"ja", kJapanese, "ja_JP", kUnicode, "UTF-8"},
 };
 
-constexpr std::size_t kLongestFile = std::size_t{32} << 20;  // as of all that is read whole
-
 // From the first line that says one. The file is one of shell variables and has no sections: what
 // looks like the beginning of one means nothing. Quotes belong to the value.
 void ReadLanguageCode() {
   std::fill(std::begin(launcherState.languageCode), std::end(launcherState.languageCode), '\0');
-  const Bytes bytes = ReadBytes(paths.languageFile, kLongestFile);
+  const Bytes bytes = ReadBytes(paths.languageFile, kLongestWholeFile);
   const FormatGuard asBytes{U_ASCII};
   const SectionFile file{{bytes.begin(), bytes.end()}};
   int first = std::numeric_limits<int>::max();

@@ -4,9 +4,6 @@
 
 namespace zel {
 
-std::string ReadWhole(const char* fileName) {
-  constexpr std::size_t kLongestFile = std::size_t{32} << 20;
-  return ReadText(fileName, kLongestFile);
-}
+std::string ReadWhole(const char* fileName) { return ReadText(fileName, kLongestWholeFile); }
 
 }  // namespace zel

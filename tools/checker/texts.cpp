@@ -13,6 +13,7 @@
 #include "launcher/hint_file.h"
 #include "launcher/language.h"
 #include "launcher/menu_config.h"
+#include "launcher/whole_file.h"
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/text.h"
@@ -457,9 +458,8 @@ class HintsCheck {
               const Place& named) {
     const auto found = files_.find(name);
     if (found != files_.end()) return found->second;
-    constexpr std::size_t kLongest = std::size_t{32} << 20;
     std::string text;
-    const bool isRead = ReadChecked(findings_, name, kLongest, &text);
+    const bool isRead = ReadChecked(findings_, name, kLongestWholeFile, &text);
     const FormatGuard format{language.codePage ? U_ASCII : U_UTF8};
     Hints& hints =
         files_.emplace(name, Hints{language, HintFile{name.c_str()}, {}, isRead}).first->second;

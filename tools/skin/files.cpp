@@ -8,11 +8,6 @@
 #include "toolkit/base/bytes.h"
 
 namespace zel {
-namespace {
-
-constexpr std::size_t kLargestFile = 256u << 20;  // that is copied
-
-}  // namespace
 
 std::string WhyNoFile(const std::string& path) {
   std::error_code ignored;
@@ -53,16 +48,16 @@ void CopyFiles(const std::vector<std::string>& files, const std::string& from,
     std::error_code error;
     if (!IsFile(source.c_str()) || std::filesystem::equivalent(source, target, error)) continue;
     if (!MakeDirectoryOf(target, complaints)) return;
-    const Bytes bytes = ReadBytes(source.c_str(), kLargestFile);
-    // A full disk does not take the file that is there, and another one neither.
+    // What cannot be read, and a full disk, do not take the file that is there.
     const std::string unfinished = target + kUnfinished;
-    WriteNew(unfinished, {reinterpret_cast<const char*>(bytes.data()), bytes.size()}, complaints);
     error.clear();
-    if (!complaints.HasErrors()) std::filesystem::rename(unfinished, target, error);
-    if (error) complaints.Add(target, 0, error.message());
-    if (!complaints.HasErrors()) continue;
+    std::filesystem::copy_file(source, unfinished,
+                               std::filesystem::copy_options::overwrite_existing, error);
+    if (!error) std::filesystem::rename(unfinished, target, error);
+    if (!error) continue;
+    complaints.Add(target, 0, error.message());
     std::filesystem::remove(unfinished, error);
-    return;
+    return;  // where one file cannot be written, no other can
   }
 }
 
