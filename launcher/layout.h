@@ -35,6 +35,9 @@ struct LayoutValues {
   std::int32_t progressY = 490;
   std::int32_t progressW = 614;
 };
+inline constexpr int kProgressHeight = 30;
+// The top of a countdown without a place of its own, from the progress bar's, while that shows.
+inline constexpr int kCountdownBelow = 32;
 
 // The screens whose sections of a menu file count also without a zoom.
 inline constexpr Size kUsualScreens[] = {{640, 480}, {800, 600}, {1024, 768}};

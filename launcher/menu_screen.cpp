@@ -26,9 +26,7 @@ constexpr int kMousePollPeriod = 500;  // milliseconds
 // The place of the progress bar relative to the layout values.
 constexpr int kProgressInset = 4;
 constexpr int kProgressMargin = 5;
-constexpr int kProgressHeight = 30;
-// The countdown's, from the top of the bar's, while there is none and below it.
-constexpr int kCountdownTop = 6, kCountdownBelow = 32;
+constexpr int kCountdownTop = 6;  // while there is no bar
 
 // A layout value, which may be any number, moved by some pixels.
 int Moved(std::int32_t value, int pixels) {

@@ -10,7 +10,6 @@
 namespace zel {
 namespace {
 
-constexpr std::size_t kLongestFile = 128 << 10;
 constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
 
 // Whether Allegro's own reader sees in a file of this content what SectionFile sees.
@@ -84,7 +83,7 @@ class StoredLines {
 }  // namespace
 
 SectionFile UseConfigFile(const char* path) {
-  const Bytes bytes = ReadBytes(path, kLongestFile);
+  const Bytes bytes = ReadBytes(path, kLongestConfigFile);
   const std::string stored{bytes.begin(), bytes.end()};
   SectionFile file = SectionFile::FromUtf8(stored);
   // Before Allegro is installed it takes every file for empty, and a "#" leads into datafiles.

@@ -1,6 +1,7 @@
 // Configuration files of any content, as Allegro's current configuration and on the disc.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -8,8 +9,10 @@
 
 namespace zel {
 
+inline constexpr std::size_t kLongestConfigFile = 128u << 10;  // bytes that are read
+
 // Reads a file and makes it Allegro's current configuration under its name, as set_config_file
-// does. A missing file is empty, and so is one of more than 128 KB.
+// does. A missing file is empty, and so is one that is longer than that.
 //
 // Allegro's own reader gets lost in damaged files: it writes past its buffer where a character
 // meets the buffer's end, takes minutes for a line of a million spaces, and some bytes hold it up

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "toolkit/base/bytes.h"
+#include "toolkit/base/config_file.h"
 #include "toolkit/base/text.h"
 #include "toolkit/base/zoom.h"
 #include "toolkit/draw/art.h"
@@ -29,8 +30,6 @@ namespace {
 using Section = SectionFile::Section;
 using Object = Datafile::Object;
 
-constexpr std::size_t kLongestFile = 128 << 10;  // that readers of skins take
-
 bool IsFontSection(const std::string& section) {
   return section.size() == 5 && Upper(section).starts_with("FONT");
 }
@@ -48,7 +47,7 @@ class SkinCheck {
 
   bool Run() {
     std::string text;
-    if (!ReadChecked(findings_, name_, kLongestFile, &text)) return false;
+    if (!ReadChecked(findings_, name_, kLongestConfigFile, &text)) return false;
     content_ = CheckLines(findings_, name_, std::move(text), "Skin");
     if (const Section& project = content_.Find("PACK"); !project.Heads().empty()) {
       const std::string skin = Beside(project.GetText("name"));
@@ -402,7 +401,7 @@ bool CheckSkin(Findings& findings, const Place& named, const std::string& name) 
                  IsFile(skin.c_str()) ? skin : std::string{});
     return false;
   }
-  if (IsMeantOtherwise(ReadText(name.c_str(), kLongestFile))) {
+  if (IsMeantOtherwise(ReadText(name.c_str(), kLongestConfigFile))) {
     findings.Add(Msg::kNotAFile, named, {name, "no description of a skin"});
     return false;
   }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "toolkit/base/bytes.h"
+#include "toolkit/base/config_file.h"
 #include "toolkit/base/section_file.h"
 #include "toolkit/base/text.h"
 #include "toolkit/draw/cursor.h"
@@ -32,7 +33,6 @@ namespace {
 constexpr int kDepth = 32;
 constexpr int kTrueColor = 24;
 constexpr int kUsualSize = 18;
-constexpr std::size_t kLargestSkin = 128u << 10;
 
 std::string Lower(std::string name) {
   std::transform(name.begin(), name.end(), name.begin(),
@@ -77,7 +77,7 @@ class Maker {
         complaints_.Add("--from " + Readable(wishes_.from), 0, WhyNoFile(wishes_.from));
         return false;
       }
-      const std::string text = ReadText(wishes_.from.c_str(), kLargestSkin);
+      const std::string text = ReadText(wishes_.from.c_str(), kLongestConfigFile);
       skin = SectionFile::FromUtf8(text);
       if (!DescribesSkin(text)) {
         complaints_.Add("--from " + Readable(wishes_.from), 0, "is no description of a skin");

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "toolkit/base/bytes.h"
+#include "toolkit/base/config_file.h"
 #include "toolkit/base/section_file.h"
 #include "toolkit/base/text.h"
 #include "toolkit/draw/cursor.h"
@@ -24,7 +25,6 @@ namespace zel {
 namespace {
 
 constexpr std::size_t kLargestText = 256u << 10;
-constexpr std::size_t kLargestDescription = 128u << 10;  // what readers of skins take
 constexpr const char* kPack = "PACK";
 constexpr const char* kNameKey = "name";
 constexpr const char* kPackedKey = "packed";
@@ -96,7 +96,7 @@ class Reader {
     project_.description = WithoutProject(text);
     if (!DescribesSkin(project_.description))
       complaints_.Add(file_, 1, "holds no description of a skin");
-    if (project_.description.size() > kLargestDescription)
+    if (project_.description.size() > kLongestConfigFile)
       complaints_.Add(file_, 1, "the description is larger than 128 KB");
     FindMisspelt();
     ReadPack();

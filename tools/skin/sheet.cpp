@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "toolkit/base/bytes.h"
+#include "toolkit/base/config_file.h"
 #include "toolkit/draw/contrast.h"
 #include "toolkit/skin/skin.h"
 #include "toolkit/skin/skin_file.h"
@@ -295,8 +296,7 @@ void DrawSkinSheet(const std::string& skin, const std::string& png, Complaints& 
   constexpr int kDepth = 32;
   Offscreen offscreen;
   if (!IsFile(skin.c_str())) return complaints.Add(skin, 0, WhyNoFile(skin));
-  constexpr std::size_t kLargest = 128u << 10;  // that skins have
-  if (!DescribesSkin(ReadText(skin.c_str(), kLargest)))
+  if (!DescribesSkin(ReadText(skin.c_str(), kLongestConfigFile)))
     return complaints.Add(skin, 0, "is no description of a skin");
   if (!offscreen.SetMode(kScreen, kDepth)) return;
   const std::string complaint = Offscreen::LoadSkin(skin.c_str());

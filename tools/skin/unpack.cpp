@@ -7,6 +7,7 @@
 #include <set>
 
 #include "toolkit/base/bytes.h"
+#include "toolkit/base/config_file.h"
 #include "toolkit/draw/datafile.h"
 #include "toolkit/draw/skin_values.h"
 #include "tools/checker/findings.h"
@@ -20,7 +21,6 @@
 namespace zel {
 namespace {
 
-constexpr std::size_t kLargestDescription = 128u << 10;
 constexpr int kTrueColor = 24;
 
 std::string Lower(std::string name) {
@@ -86,7 +86,7 @@ class Unpacker {
 
   void Run() {
     if (!IsFile(skin_.c_str())) return complaints_.Add(skin_, 0, WhyNoFile(skin_));
-    const Bytes bytes = ReadBytes(skin_.c_str(), kLargestDescription);
+    const Bytes bytes = ReadBytes(skin_.c_str(), kLongestConfigFile);
     project_.description = WithoutProject({bytes.begin(), bytes.end()});
     if (!DescribesSkin(project_.description))
       return complaints_.Add(skin_, 1, "is no description of a skin");
