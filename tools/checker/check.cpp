@@ -43,12 +43,14 @@ std::vector<MenuFile> ReadMenus(Findings& findings, Pictures& pictures) {
   if (!CheckFile(findings, {kMainMenu}, kMainMenu)) return menus;
   const bool takesSizes = settings.zoom != 1;
   std::set<std::string> seen{kMainMenu};
-  menus.push_back(ReadMenuFile(findings, pictures, kMainMenu, takesSizes));
+  menus.push_back(ReadMenuFile(findings, pictures, nullptr, kMainMenu, takesSizes));
   for (std::size_t i = 0; i < menus.size(); ++i) {
     const std::vector<SectionFile::Entry> links = menus[i].submenus;
     for (const SectionFile::Entry& link : links)
-      if (IsFile(link.value.c_str()) && seen.insert(link.value).second)
-        menus.push_back(ReadMenuFile(findings, pictures, link.value, takesSizes));
+      if (IsFile(link.value.c_str()) && seen.insert(link.value).second) {
+        const Place place = menus[i].At(link.line);
+        menus.push_back(ReadMenuFile(findings, pictures, &place, link.value, takesSizes));
+      }
   }
   return menus;
 }

@@ -66,6 +66,14 @@ std::string ShellSign(const std::string& command) {
   return {};
 }
 
+// The system looks for an interpreter whose name ends with the carriage return.
+bool EndsForeign(const char* script) {
+  constexpr std::size_t kLongest = std::size_t{1} << 20;  // bytes; others are programs
+  const std::string text = ReadText(script, kLongest);
+  const std::size_t end = text.find("\r\n");
+  return text.starts_with("#!") && end < text.find('\n');
+}
+
 bool HasTitle(const MenuSection& item) {
   return std::any_of(item.lines.begin(), item.lines.end(), [](const MenuLine& line) {
     return std::string_view{line.key->name} == "Title" && !line.entry.value.empty();
@@ -176,6 +184,8 @@ class ItemCheck {
     const std::string script = "actions/" + text.substr(0, text.find(' '));
     if (IsFile(script.c_str()) && access(script.c_str(), X_OK) != 0)
       Add(Msg::kNotExecutable, "ExString", {script});
+    if (IsFile(script.c_str()) && EndsForeign(script.c_str()))
+      Add(Msg::kScriptEnds, "ExString", {script});
     CheckWaiting();
   }
 

@@ -24,7 +24,6 @@
 namespace zel {
 namespace {
 
-constexpr int kProgressHeight = 30;
 constexpr std::size_t kLongestTitle = 1023;  // bytes
 constexpr int kTouch = 8;  // pixels by which panels may lie one over the other: no more than frames
 
@@ -404,6 +403,19 @@ class LayoutCheck {
   void CheckLabels(const MenuFile& menu, const MenuLevel& level) {
     CheckLabel(menu, "Heading", level.heading);
     CheckLabel(menu, "KeyHelp", level.keyHelp);
+    if (&menu == &menus_.front() && level.keyHelp.text.IsEmpty()) CheckCountdown(menu);
+  }
+
+  // While the progress bar shows, the countdown is below it.
+  void CheckCountdown(const MenuFile& menu) {
+    const MenuSection& general = menu.General();
+    if (general.Number("Default") == 0 || general.Number("DefaultTimeout") < 1) return;
+    const int top = launcherState.layoutValues.progressY;
+    const int height = static_cast<int>(CurrentSkin()->fonts[0]->TextHeight() / CurrentZoom());
+    if (Fits(top, kProgressHeight, screen_.h) && !Fits(top, kCountdownBelow + height, screen_.h) &&
+        IsNew("countdown", {top, 0, 0, 0}))
+      findings_.Add(Msg::kOutside, PlaceOf(menu, "ProgressY"),
+                    {"the countdown below the progress bar", NameOf(screen_)});
   }
 
   void CheckLabel(const MenuFile& menu, const std::string& key, const ScreenText& text) {

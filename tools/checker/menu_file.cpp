@@ -8,6 +8,7 @@
 
 #include "launcher/layout.h"
 #include "launcher/menu_config.h"
+#include "launcher/whole_file.h"
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/text.h"
@@ -23,8 +24,7 @@ using Entry = SectionFile::Entry;
 using Section = SectionFile::Section;
 using Keys = std::span<const MenuKey>;
 
-constexpr std::size_t kLongestFile = std::size_t{32} << 20;  // that the launcher reads
-constexpr int kMostGuessed = 500;                            // numbers of items
+constexpr int kMostGuessed = 500;  // numbers of items
 
 constexpr MenuKey kScreenKeys[] = {
     {"Background", MenuKey::kPicture, true},
@@ -129,6 +129,15 @@ std::string LongerKey(Keys keys, const std::string& name) {
   return longer;
 }
 
+// False for comments alone.
+bool HoldsText(const std::string& text) {
+  for (std::size_t position = 0; position < text.size();)
+    if (const std::string line = Trimmed(std::string{NextLine(text, position)}.c_str());
+        !line.empty() && line.front() != '#' && line.front() != ';')
+      return true;
+  return false;
+}
+
 // Reads one file.
 class Reader {
  public:
@@ -137,12 +146,15 @@ class Reader {
     file_.name = name;
   }
 
-  MenuFile Read() {
+  MenuFile Read(const Place* link) {
     std::string text;
-    file_.isRead = ReadChecked(findings_, file_.name, kLongestFile, &text);
+    file_.isRead = ReadChecked(findings_, file_.name, kLongestWholeFile, &text);
     if (!file_.isRead) return std::move(file_);
     if (!IsMenu(text)) {
-      findings_.Add(Msg::kEmptyMenu, file_.At(1));
+      if (link && HoldsText(text))
+        findings_.Add(Msg::kNoMenu, *link, {file_.name});
+      else
+        findings_.Add(Msg::kEmptyMenu, file_.At(1));
       file_.isRead = false;
       return std::move(file_);
     }
@@ -332,9 +344,9 @@ const MenuSection& MenuFile::General() const {
   return found == screens.end() ? kNone : found->second;
 }
 
-MenuFile ReadMenuFile(Findings& findings, Pictures& pictures, const std::string& name,
-                      bool takesSizes) {
-  return Reader{findings, pictures, name, takesSizes}.Read();
+MenuFile ReadMenuFile(Findings& findings, Pictures& pictures, const Place* link,
+                      const std::string& name, bool takesSizes) {
+  return Reader{findings, pictures, name, takesSizes}.Read(link);
 }
 
 }  // namespace zel

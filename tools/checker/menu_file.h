@@ -59,9 +59,10 @@ struct MenuFile {
 
 // Reads a menu file and says what is wrong with its lines, sections, keys and values. Where it is
 // plain what a misspelt name means, that is taken, so that nothing more is said about it.
-// `takesSizes` says whether the launcher reads sections of any size.
-MenuFile ReadMenuFile(Findings& findings, Pictures& pictures, const std::string& name,
-                      bool takesSizes);
+// `link` is where a submenu is named, null for the main menu; `takesSizes` says whether the
+// launcher reads sections of any size.
+MenuFile ReadMenuFile(Findings& findings, Pictures& pictures, const Place* link,
+                      const std::string& name, bool takesSizes);
 
 // The value of a key up to a comment. Behind numbers and colours, which end before it, there may be
 // any; elsewhere it is hardly meant to be part of the text.

@@ -9,6 +9,7 @@
 
 #include "launcher/menu_config.h"
 #include "toolkit/base/allegro.h"
+#include "toolkit/base/config_file.h"
 #include "toolkit/base/geometry.h"
 #include "toolkit/base/section_file.h"
 #include "toolkit/base/settings.h"
@@ -23,7 +24,6 @@ namespace {
 
 using Section = SectionFile::Section;
 
-constexpr std::size_t kLongestFile = 128 << 10;  // that the launcher reads
 constexpr const char* kToolkit = "Toolkit";
 
 // Sections that Allegro itself reads from its configuration.
@@ -79,7 +79,7 @@ class SettingsCheck {
 
   SkinLines Run() {
     std::string text;
-    if (!ReadChecked(findings_, kSettingsFile, kLongestFile, &text)) return {.isRead = false};
+    if (!ReadChecked(findings_, kSettingsFile, kLongestConfigFile, &text)) return {.isRead = false};
     const SectionFile content = CheckLines(findings_, kSettingsFile, std::move(text), kToolkit);
     for (const Section& section : content.Sections()) CheckSection(section);
     CheckMode(content);
@@ -139,6 +139,8 @@ class SettingsCheck {
     const int number = ParsedNumber(value);
     if (number == 0 && std::string_view{key->name} == "useKeyboard")
       findings_.Add(Msg::kNoKeyboard, place);
+    if (number == 0 && std::string_view{key->name} == "fullscreen")
+      findings_.Add(Msg::kNoWindow, place);
     if (key->kind == KeyInfo::kSwitch && number != 0 && number != 1)
       findings_.Add(Msg::kNoSwitch, place, {entry.name, value});
     for (const Range& range : kRanges)

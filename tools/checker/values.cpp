@@ -28,15 +28,15 @@ void CheckPicture(Findings& findings, Pictures& pictures, const Place& place,
     findings.Add(Msg::kBadPicture, place, {name});
 }
 
-// The pictures for larger screens beside an icon.
+// The pictures for larger screens beside it.
 void CheckScaled(Findings& findings, Pictures& pictures, const Place& place,
                  const std::string& name) {
-  const BITMAP* icon = IsFile(name.c_str()) ? pictures.Get(name) : nullptr;
+  const BITMAP* usual = IsFile(name.c_str()) ? pictures.Get(name) : nullptr;
   for (const int scale : {2, 3}) {
     const Art art = FindArt(name.c_str(), scale);
-    const BITMAP* picture = icon && art.scale == scale ? pictures.Get(art.path) : nullptr;
+    const BITMAP* picture = usual && art.scale == scale ? pictures.Get(art.path) : nullptr;
     if (!picture) continue;
-    const Size size{picture->w, picture->h}, meant{scale * icon->w, scale * icon->h};
+    const Size size{picture->w, picture->h}, meant{scale * usual->w, scale * usual->h};
     if (size != meant)
       findings.Add(Msg::kScaledSize, place,
                    {art.path, NameOf(size), std::to_string(scale), name, NameOf(meant)});
@@ -154,7 +154,7 @@ void CheckValue(Findings& findings, Pictures& pictures, const Place& place, cons
       return;
     case MenuKey::kPicture:
       CheckPicture(findings, pictures, place, plain);
-      if (key.name == std::string_view{"Icon"}) CheckScaled(findings, pictures, place, plain);
+      CheckScaled(findings, pictures, place, plain);
       return;
     case MenuKey::kFile:
       CheckFile(findings, place, plain);
