@@ -163,6 +163,7 @@ class CheckTest(unittest.TestCase):
                 ("zel-preview", "--lang", "xx", "--lang xx: "), ("zel-preview", "--progress", "4/3", "--progress 4/3: "),
                 ("zel-preview", "--select", "3,,2", "--select 3,,2: "), ("zel-preview", "--after", "3s", "--after 3s: "), ("zel-preview", "--serve= 80", "--serve= 80: "),
                 ("zel-preview", ROOT / "data", "--select", "9,1", "--png", "a", "--select 9: entry 9 of menu.cfg opens no menu"),
+                ("zel-preview", ROOT / "data", "--look", "menu.cfg", "--png", "a", "menu.cfg: is no description of a skin"),
                 ("zel-preview", ROOT / "data", "--all", "/dev/null/x", "--all /dev/null/x: "),
                 ("zel-preview", "--serve", "65536", "--serve=65536: "), ("zel-preview", "--png", "a", "--serve", "only one goes"), (*picture_of, "--png /none/a.png: "),
                 ("zel-preview", "/none", "--png", "a", "/none: No such file"),

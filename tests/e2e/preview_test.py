@@ -264,6 +264,8 @@ class PreviewTest(unittest.TestCase):
         skin = pathlib.Path(shutil.copytree(ROOT / "data/skin", self.place / "elsewhere")) / "zel.skin"
         (self.tree / "zel.cfg").write_text(f"[Toolkit]\nskinPath = {skin}\nscreenWidth = 800\nscreenHeight = 600\n")
         expect()
+        shutil.copy(skin, self.tree / "skin/new.skin")
+        wait_until(lambda: "skin/new.skin" in browser.value("document.getElementById('look').innerText"), "a new look to choose")
         skin.write_bytes((ROOT / "data/skin/light.skin").read_bytes())
         expect()
         shutil.move(self.tree, self.place / "away")

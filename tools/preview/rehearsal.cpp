@@ -10,8 +10,11 @@
 #include "launcher/paths.h"
 #include "launcher/progress_file.h"
 #include "launcher/state.h"
+#include "toolkit/base/bytes.h"
+#include "toolkit/base/config_file.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/testing/hands.h"
+#include "tools/checker/skin_check.h"
 
 namespace zel {
 namespace {
@@ -98,6 +101,10 @@ std::string Rehearsal::SetUp() {
   if (depth == 8) settings.mouseShadow = false;
   launcherState.layout = launcherState.looks.Fit();
   std::string complaint = Offscreen::LoadSkin(settings.skinPath);
+  // Settings may name one that says nothing; who asks for a look means one.
+  if (complaint.empty() && IsFile(scene_.look.c_str()) &&
+      !DescribesSkin(ReadText(scene_.look.c_str(), kLongestConfigFile)))
+    complaint = scene_.look + ": is no description of a skin";
   if (complaint.empty()) complaint = Select();
   // Without the files it would be the picture of something else.
   return complaint.empty() ? scratch_.Complaint() : complaint;

@@ -241,7 +241,7 @@ std::string Server::News() const {
          (choice ? "{\"status\":" + text(choice->status) + ",\"position\":" +
                        text(choice->position) + ",\"string\":" + text(choice->text) + "}"
                  : "null") +
-         ",\"findings\":" + live_.Findings() + "}";
+         ",\"looks\":" + text(Looks()) + ",\"findings\":" + live_.Findings() + "}";
 }
 
 std::string Server::Events(Connection& connection) const {
@@ -252,6 +252,13 @@ std::string Server::Events(Connection& connection) const {
   connection.news = live_.NewsNumber();
   connection.frame = live_.FrameNumber();
   return events;
+}
+
+std::string Server::Looks() const {
+  const std::string& chosen = live_.CurrentScene().look;
+  std::string looks = Option("", chosen.empty());
+  for (const std::string& look : live_.Looks()) looks += Option(look, look == chosen);
+  return looks;
 }
 
 std::string Server::Page() const {
@@ -266,8 +273,7 @@ std::string Server::Page() const {
   for (const std::string& each : known) sizes += Option(each, each == size);
   for (const int depth : {0, 8, 15, 16, 24, 32})
     depths += Option(depth ? std::to_string(depth) : "", depth == scene.depth);
-  std::string looks = Option("", scene.look.empty()), zooms;
-  for (const std::string& look : live_.Looks()) looks += Option(look, look == scene.look);
+  std::string zooms;
   std::ostringstream number;
   if (scene.zoom) number << *scene.zoom;
   const std::string zoom = scene.zoom == kZoomToFit ? "auto" : number.str();
@@ -280,7 +286,7 @@ std::string Server::Page() const {
   Replace(page, "@SIZES@", sizes);
   Replace(page, "@DEPTHS@", depths);
   Replace(page, "@ZOOMS@", zooms);
-  Replace(page, "@LOOKS@", looks);
+  Replace(page, "@LOOKS@", Looks());
   return page;
 }
 

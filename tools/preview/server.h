@@ -42,6 +42,7 @@ class Server {
   // What a stream has not been told yet.
   std::string Events(Connection& connection) const;
   std::string News() const;
+  std::string Looks() const;  // as options of a list in HTML
   std::string Page() const;
   const std::string& Picture();
   void TellAll();
