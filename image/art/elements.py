@@ -171,9 +171,10 @@ def frame_strip(w, h, active, horizontal, first, bar_side=False):
 
 
 def window_side(active, first):
-    """Beside the title bar it is of the bar's colour."""
+    """Beside the title bar it is of the bar's colour. Its ends close the window's line at the corners."""
     bar_part = frame_strip(4, 32, active, False, first, True)
-    return frame_strip(4, 96, active, False, first) + bar_part
+    ends = "".join(f'<rect x="0" y="{y}" width="4" height="1" fill="{css(ACCENT if active else DARK)}"/>' for y in (0, 95))
+    return frame_strip(4, 96, active, False, first) + bar_part + ends
 
 
 def panel(color, edge, radius=3.0, outside=FACE):
