@@ -11,6 +11,7 @@
 #include <new>
 
 #include "launcher/result_files.h"
+#include "text/state.h"
 #include "toolkit/base/console_guard.h"
 
 namespace zel {
@@ -19,34 +20,25 @@ namespace {
 constexpr int kEnding[] = {SIGHUP,  SIGINT,  SIGQUIT, SIGTERM, SIGPIPE, SIGALRM, SIGUSR1, SIGUSR2,
                            SIGSEGV, SIGABRT, SIGBUS,  SIGFPE,  SIGILL,  SIGXCPU, SIGXFSZ, SIGSYS};
 
-// What a signal handler has to know.
-struct Before {
-  bool hasModes = false;
-  termios modes{};
-  const char* leaving = "";
-  std::size_t leavingSize = 0;
-};
-Before before;
-volatile std::sig_atomic_t isResized = 0;
-
 // Says that the full screen is left, unless the terminal takes nothing: the end must not wait for
 // it.
 void Leave() {
   constexpr int kLongest = 1000;  // milliseconds
   pollfd output{STDOUT_FILENO, POLLOUT, 0};
   if (poll(&output, 1, kLongest) < 1) return;
-  [[maybe_unused]] const ssize_t count = write(STDOUT_FILENO, before.leaving, before.leavingSize);
+  [[maybe_unused]] const ssize_t count =
+      write(STDOUT_FILENO, textState.leaving, textState.leavingSize);
 }
 
 void PutBack() {
-  if (before.hasModes) {
+  if (textState.hasModes) {
     // What Ctrl+S has stopped goes on.
-    termios modes = before.modes;
+    termios modes = textState.modes;
     modes.c_iflag &= ~static_cast<tcflag_t>(IXON);
     tcsetattr(STDIN_FILENO, TCSANOW, &modes);
   }
-  if (before.leavingSize != 0) Leave();
-  if (before.hasModes) tcsetattr(STDIN_FILENO, TCSANOW, &before.modes);
+  if (textState.leavingSize != 0) Leave();
+  if (textState.hasModes) tcsetattr(STDIN_FILENO, TCSANOW, &textState.modes);
 }
 
 [[noreturn]] void EndForLackOfMemory() {
@@ -78,18 +70,18 @@ void Handle(int signal, void (*handler)(int)) {
 }  // namespace
 
 Terminal::Terminal() {
-  before = {};
-  before.hasModes = tcgetattr(STDIN_FILENO, &before.modes) == 0;
+  textState.leavingSize = 0;
+  textState.hasModes = tcgetattr(STDIN_FILENO, &textState.modes) == 0;
   for (const int signal : kEnding) Handle(signal, EndBySignal);
   std::set_new_handler(EndForLackOfMemory);
   // Only Wait may be interrupted.
   const sigset_t resize = ResizeOnly();
   sigprocmask(SIG_BLOCK, &resize, nullptr);
-  Handle(SIGWINCH, [](int) { isResized = 1; });
+  Handle(SIGWINCH, [](int) { textState.isResized = 1; });
   // A background process that has a console of its own to write to must not stop.
   std::signal(SIGTTOU, SIG_IGN);
-  if (!before.hasModes) return;
-  termios modes = before.modes;
+  if (!textState.hasModes) return;
+  termios modes = textState.modes;
   modes.c_lflag &= static_cast<tcflag_t>(~ISIG);
   // None of them in the moment either in which curses takes signals from keys again.
   for (const int key : {VINTR, VQUIT, VSUSP, VEOF}) modes.c_cc[key] = _POSIX_VDISABLE;
@@ -100,14 +92,14 @@ Terminal::Terminal() {
 }
 
 Terminal::~Terminal() {
-  before.leavingSize = 0;
+  textState.leavingSize = 0;
   PutBack();
 }
 
 void Terminal::LeaveWith(const std::string& text) {
-  before.leavingSize = 0;
-  before.leaving = text.c_str();
-  before.leavingSize = text.size();
+  textState.leavingSize = 0;
+  textState.leaving = text.c_str();
+  textState.leavingSize = text.size();
 }
 
 Terminal::Event Terminal::Wait(std::int64_t milliseconds) {
@@ -120,8 +112,8 @@ Terminal::Event Terminal::Wait(std::int64_t milliseconds) {
   sigdelset(&mask, SIGWINCH);
   pollfd input{STDIN_FILENO, POLLIN, 0};
   const int count = ppoll(&input, 1, &limit, &mask);
-  if (isResized != 0) {
-    isResized = 0;
+  if (textState.isResized != 0) {
+    textState.isResized = 0;
     return Event::kResized;
   }
   if (count == 0 || (count < 0 && errno == EINTR)) return Event::kNone;
@@ -129,7 +121,7 @@ Terminal::Event Terminal::Wait(std::int64_t milliseconds) {
   // What was typed before a hang-up is nothing that somebody could still see the answer of; from a
   // pipe it is.
   if (input.revents & (POLLERR | POLLNVAL)) return Event::kGone;
-  if (before.hasModes && (input.revents & POLLHUP)) return Event::kGone;
+  if (textState.hasModes && (input.revents & POLLHUP)) return Event::kGone;
   return Event::kInput;
 }
 

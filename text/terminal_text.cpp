@@ -8,6 +8,7 @@
 #include <cwchar>
 #include <cwctype>
 
+#include "text/state.h"
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/text.h"
 
@@ -16,8 +17,6 @@ namespace {
 
 constexpr wchar_t kUnknown = L'?';
 constexpr wchar_t kFirstLetter = 0x80;  // that may be missing
-
-std::vector<bool> inFont;  // by character; empty where the locale alone decides
 
 // clang-format off
 constexpr wchar_t kFirstLatin = 0xA0;
@@ -69,8 +68,9 @@ bool CanShow(wchar_t letter) {
   std::mbstate_t state{};
   if (wcwidth(letter) < 0 || std::wcrtomb(bytes, letter, &state) == static_cast<std::size_t>(-1))
     return false;
-  return inFont.empty() || (static_cast<std::size_t>(letter) < inFont.size() &&
-                            inFont[static_cast<std::size_t>(letter)]);
+  const std::vector<bool>& known = textState.lettersOfFont;
+  const auto number = static_cast<std::size_t>(letter);
+  return known.empty() || (number < known.size() && known[number]);
 }
 
 void Append(std::wstring& shown, wchar_t letter) {
@@ -102,8 +102,8 @@ void KeepToFontOf(int terminal) {
   std::vector<unipair> pairs(map.entry_ct);
   map.entries = pairs.data();
   if (ioctl(terminal, GIO_UNIMAP, &map) != 0) return;
-  inFont.assign(std::size_t{1} << 16, false);
-  for (const unipair& pair : pairs) inFont[pair.unicode] = true;
+  textState.lettersOfFont.assign(std::size_t{1} << 16, false);
+  for (const unipair& pair : pairs) textState.lettersOfFont[pair.unicode] = true;
 }
 
 std::wstring Shown(const char* text) {

@@ -17,6 +17,7 @@
 #include "text/full_screen.h"
 #include "text/plain_lines.h"
 #include "text/spoken_lines.h"
+#include "text/state.h"
 #include "text/terminal.h"
 #include "text/terminal_text.h"
 #include "toolkit/base/confinement.h"
@@ -46,7 +47,6 @@ std::string Absolute(const char* path) {
 }
 
 Options ReadOptions(int argc, char** argv) {
-  static std::string output, position;  // what the paths point into
   Options options;
   for (int i = 1; i < argc; ++i) {
     const bool hasValue = i + 1 < argc && *argv[i + 1] != '\0';
@@ -55,11 +55,11 @@ Options ReadOptions(int argc, char** argv) {
     } else if (std::strcmp(argv[i], "--speak") == 0) {
       options.face = Face::kSpoken;
     } else if (std::strcmp(argv[i], "--output") == 0 && hasValue) {
-      output = Absolute(argv[++i]);
-      paths.outputFile = output.c_str();
+      textState.outputFile = Absolute(argv[++i]);
+      paths.outputFile = textState.outputFile.c_str();
     } else if (std::strcmp(argv[i], "--position") == 0 && hasValue) {
-      position = Absolute(argv[++i]);
-      paths.positionFile = position.c_str();
+      textState.positionFile = Absolute(argv[++i]);
+      paths.positionFile = textState.positionFile.c_str();
     } else {
       options.isUsable = false;
     }

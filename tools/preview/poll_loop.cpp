@@ -4,10 +4,23 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 #include <utility>
 #include <vector>
 
 namespace zel {
+namespace {
+
+volatile std::sig_atomic_t hasEndSignal = 0;
+
+}  // namespace
+
+void PollLoop::CatchSignals() {
+  for (const int number : {SIGINT, SIGTERM, SIGHUP})
+    std::signal(number, [](int) { hasEndSignal = 1; });
+}
+
+bool PollLoop::IsOver() { return hasEndSignal != 0; }
 
 void PollLoop::Watch(int descriptor, short events, Callback onReady) {
   watched_[descriptor] = std::make_shared<Watched>(Watched{events, std::move(onReady)});

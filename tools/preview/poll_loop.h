@@ -26,6 +26,10 @@ class PollLoop {
   void CancelAlarm(const std::string& name) { alarms_.erase(name); }
   bool HasAlarm(const std::string& name) const { return alarms_.count(name) != 0; }
 
+  // From here on SIGINT, SIGTERM and SIGHUP end a wait and not the process, and IsOver says so.
+  static void CatchSignals();
+  static bool IsOver();
+
   // Waits for something to happen, no longer than so many milliseconds; -1 is for ever.
   void Pass(int milliseconds);
 

@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -297,8 +296,7 @@ const std::string& Server::Picture() {
 }
 
 int ServePage(const std::string& directory, const Scene& scene, Scratch& scratch, int port) {
-  static volatile std::sig_atomic_t isOver = 0;
-  for (const int number : {SIGINT, SIGTERM, SIGHUP}) std::signal(number, [](int) { isOver = 1; });
+  PollLoop::CatchSignals();
   set_uformat(U_UTF8);
   PollLoop loop;
   Live live{loop, directory, scene, scratch};
@@ -309,7 +307,7 @@ int ServePage(const std::string& directory, const Scene& scene, Scratch& scratch
   }
   std::printf("%s\n", server.Address().c_str());
   std::fflush(stdout);
-  while (!isOver) loop.Pass(-1);
+  while (!PollLoop::IsOver()) loop.Pass(-1);
   return EXIT_SUCCESS;
 }
 

@@ -350,13 +350,12 @@ int ShowInWindow(const std::string& directory, const Scene& scene, Scratch& scra
     std::fprintf(stderr, "%s\n", kNoDisplay);
     return kFailed;
   }
-  static volatile std::sig_atomic_t isOver = 0;
-  for (const int number : {SIGINT, SIGTERM, SIGHUP}) std::signal(number, [](int) { isOver = 1; });
+  PollLoop::CatchSignals();
   PollLoop loop;
   Live live{loop, directory, scene, scratch};
   const Front front{loop, live, "zel-preview " + directory,
                     scratch.Write("window.skin", OwnLook())};
-  while (!isOver && front.Status() < 0) loop.Pass(-1);
+  while (!PollLoop::IsOver() && front.Status() < 0) loop.Pass(-1);
   return front.Status() < 0 ? EXIT_SUCCESS : front.Status();
 }
 

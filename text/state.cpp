@@ -1,0 +1,7 @@
+#include "text/state.h"
+
+namespace zel {
+
+TextState textState;
+
+}  // namespace zel
