@@ -120,12 +120,11 @@ void ListView::Clear() {
   Redraw();
 }
 
-bool ListView::MarkCurrent(int index) {
-  if (!IsValid(index)) return false;
+void ListView::MarkCurrent(int index) {
+  if (!IsValid(index)) return;
   if (ListItem* before = GetItem(current)) before->selected = false;
   current = index;
   GetItem(current)->selected = true;
-  return true;
 }
 
 void ListView::Redraw() {

@@ -130,7 +130,7 @@ class ListView : public Widget {
   // Where the skin says how high rows are, one that does not fit does not show.
   bool IsCut(int index, int bottom) const;
   void ChooseByKey(int scancode);
-  bool MarkCurrent(int index);
+  void MarkCurrent(int index);
 };
 
 // A list with a frame and a scroll bar.
