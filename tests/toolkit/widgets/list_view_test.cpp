@@ -16,12 +16,18 @@ class ListTest : public WidgetFixture {
       frames.insert(frames.end(), 10, state);
     Dress(LIST, frames);
     Show(box, {10, 10, 100, 54});
-    look = [this] {  // 'x' for marked items, the current one behind a '>'
-      std::string seen;
-      for (int i = 0; i < list.Count(); ++i)
-        seen += (i == list.GetCurrent() ? ">" : "") + std::string{list.IsSelected(i) ? 'x' : '-'};
-      return seen;
-    };
+    look = [this] { return Marks(list); };
+  }
+  // 'x' for marked items, the current one behind a '>'.
+  static std::string Marks(const ListView& shown) {
+    std::string seen;
+    for (int i = 0; i < shown.Count(); ++i)
+      seen += (i == shown.GetCurrent() ? ">" : "") + std::string{shown.IsSelected(i) ? 'x' : '-'};
+    return seen;
+  }
+  // Lets the scripts say what is first as well.
+  void LookAt(const ListView& shown) {
+    look = [&shown] { return std::to_string(shown.GetFirst()) + ' ' + Marks(shown); };
   }
   void Fill(int count) {
     while (count-- > 0) box.InsertItem(std::make_unique<ListItem>());
@@ -41,6 +47,10 @@ using ListLookTest = WidgetFixture;
 // Single selection; with the focus; disabled; then the same where any number may be marked.
 TEST_F(ListLookTest, ItemsLookLikeTheirState) {
   CurrentSkin()->dottedRect = 1;
+  Rows frames;
+  for (const char* state : {"rgw", "gbw", "bcw", "cyw", "ykw", "krw", "rww", "www"})
+    frames.insert(frames.end(), 12, state);
+  Dress(LIST, frames);
   std::array<ListBox, 6> boxes;
   for (int i = 0; i < 6; ++i) {
     for (const char* text : {"aa", "b", "c", "dd"})
@@ -82,7 +92,7 @@ TEST_F(ListTest, TheViewFollowsKeysWheelAndScrollBar) {
   Fill(9), box.Resize(100, 12), Tick(), list.SelectItem(6), list.ScrollToCurrent();
   EXPECT_EQ(list.GetFirst(), 6) << "also in a list that is lower than an item";
   EXPECT_FALSE(box.scrollBar.Hidden());
-  CurrentSkin()->bitmaps[SCROLL_VBACK]->Destroy(), box.Unhide();
+  CurrentSkin()->bitmaps[SCROLL_VBACK]->Destroy(), box.SetSkin(nullptr), Tick();
   EXPECT_TRUE(box.scrollBar.Hidden()) << "it would only take the mouse";
 }
 
@@ -115,11 +125,37 @@ TEST_F(ListTest, DeletingKeepsACurrentAndAVisibleItem) {
   steps["insert0"] = [this] { list.InsertItem(std::make_unique<ListItem>(), 0); };
   for (const int i : {0, 1, 4, 9})
     steps["delete" + std::to_string(i)] = [this, i] { box.DeleteItem(i); };
-  look = [this, marks = look] { return std::to_string(list.GetFirst()) + ' ' + marks(); };
+  LookAt(list);
   ExpectPlays("list_deletions",
               {"end delete9 delete9 delete0 up delete4 down delete4 home+insert0 down insert0 "
                "delete1 end insert0",
-               "delete1+delete0+delete0+delete0+delete0+delete0 delete0 delete0"});
+               "delete1+delete0+delete0+delete0+delete0+delete0 delete0 delete0 insert0"});
+}
+
+// Without a box, in room for five items.
+TEST_F(ListTest, ByItselfItShowsAsManyAsItCan) {
+  ListView alone;
+  alone.InsertItem(std::make_unique<ListItem>());
+  EXPECT_EQ(alone.PageSize(), 0) << "before it is dressed";
+  Show(alone, {200, 10, 50, 50});
+  root.SetFocus(&alone);
+  LookAt(alone);
+  steps["insert"] = [&] { alone.InsertItem(std::make_unique<ListItem>(), 0); };
+  steps["delete"] = [&] { alone.DeleteItem(alone.Count() - 1); };
+  steps["last"] = [&] { alone.SetFirst(9); };
+  steps["low"] = [&] { alone.SetH(8), root.Redraw(); };
+  steps["many"] = [&] { alone.SetMultiSelect(true); };
+  steps["behind"] = [&] { alone.SetCurrent(alone.Count()), alone.SetMultiSelect(false); };
+  ExpectPlays("list_alone", {"last insert insert insert insert insert+insert+last delete delete",
+                             "low+last delete delete+delete many+down delete insert delete+delete",
+                             "insert behind insert home"});
+  while (alone.Count() < 9) Play("insert");
+  alone.SetH(45), alone.SetFirst(0), root.Redraw();
+  for (const auto& [index, pixels] :
+       {std::pair{1, 50 * 20}, {4, 50 * 15}, {8, 50 * 5}, {7, 50 * 45}}) {
+    Copied(), alone.SelectItem(index);
+    EXPECT_EQ(Copied(), pixels) << "the rows that change, or all where none of them shows";
+  }
 }
 
 // Has margins of 2 and 4 pixels at its sides.
@@ -138,7 +174,7 @@ TEST_F(ListTest, RowsOfTheSkinsHeightShowWholeOrNotAtAll) {
   clear_to_color(CurrentScreenUpdate()->GetCanvas(), red);  // where nothing is painted
   root.Redraw();
   ExpectShown("list_of_cards", {8, 8, 104, 58});
-  look = [this, marks = look] { return std::to_string(list.GetFirst()) + ' ' + marks(); };
+  LookAt(list);
   steps["lower"] = [this] { box.Resize(100, 20), root.Redraw(); };
   steps["current"] = [this] { list.ScrollToCurrent(); };
   ExpectPlays("list_of_cards",
@@ -157,7 +193,7 @@ TEST_F(ListTest, RowsOfTheirOwnHeightsShowWholeAsWell) {
     list.GetItem(list.Count() - 1)->data = height;
   }
   root.SetFocus(&list), Tick();
-  look = [this, marks = look] { return std::to_string(list.GetFirst()) + ' ' + marks(); };
+  LookAt(list);
   steps["top"] = [this] { list.SetFirst(0); };
   steps["current"] = [this] { list.ScrollToCurrent(); };
   for (const int i : {0, 4}) steps["delete" + std::to_string(i)] = [this, i] { box.DeleteItem(i); };
@@ -169,9 +205,9 @@ TEST_F(ListTest, TheApplicationMayFillTheListAnewWhileAnItemIsChosen) {
   Fill(5);
   root.onEvent = [&](Widget*, int msg, int index) {
     if (msg != MSG_SCROLL || index != 4) return;
-    for (list.Clear(); list.Count() < 2;) list.InsertItem(std::make_unique<ListItem>());
+    for (list.Clear(); list.Count() < 4;) list.InsertItem(std::make_unique<ListItem>());
   };
-  EXPECT_EQ(Play("20,60+press release"), ">x- (Scroll 4; Scroll 0), >x-");
+  EXPECT_EQ(Play("20,60+press release"), ">x--- (Scroll 4; Scroll 0), >x---");
 }
 
 TEST_F(ListTest, WhatIsRepaintedInPartLooksAsIfItWereRepaintedWhole) {
