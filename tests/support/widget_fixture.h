@@ -133,6 +133,11 @@ class WidgetFixture : public StageTest {
     widget.Draw(canvas);
     return Picture(canvas.GetBitmap());
   }
+  // Letters of 2 x 3 pixels for the texts of a set in one state.
+  static void TakeSmallFont(int set, int state) {
+    CurrentSkin()->fonts[2]->Load(ZEL_PICTURES "/../toolkit/draw/samples/small.fnt");
+    CurrentSkin()->fontIndex[set][state] = 2;
+  }
   // Dresses an element of the skin in a picture of letters.
   static void Dress(int element, const Rows& rows, Size tile = {1, 1}) {
     SkinBitmap& bitmap = *CurrentSkin()->bitmaps[element];

@@ -20,6 +20,7 @@ class WindowTest : public WidgetFixture {
     Dress(WINGRIP, stacked, {4, 4});
     content.Shape(0, 0, 30, 20);
     window.Add(&content);
+    window.minWidth = 30;  // without the frame
     Show(window, {50, 40, 100, 60});
     root.SetFocus(&content);
   }
@@ -37,7 +38,7 @@ class WindowTest : public WidgetFixture {
   }
 
   struct : Window {
-    using Window::closeButton, Window::maxButton, Window::minButton;
+    using Window::closeButton, Window::maxButton, Window::minButton, Window::minWidth;
   } window;
   Button content;
 };
@@ -57,15 +58,16 @@ TEST_F(WindowTest, EachZoneHasItsShapeAndDragsItsEdges) {
       Tick();
     }
   ExpectText("window_zones", zones);
-  for (const Point& place : {Point{50, 40}, {310, 190}, {50, 40}}) Mouse(place.x, place.y);
-  EXPECT_EQ(PointerShape(), MOUSE_SIZE_DIAGONAL1) << "also when it comes back";
   root.SetSkin(nullptr);
   Tick();
   EXPECT_EQ(Change(), Rect());
-  DragBy(right - 1, bottom - 1, -500, -500);
-  EXPECT_EQ(Change(), Rect(0, 0, 32 - right, 8 + kBar - bottom));
+  look = [] { return std::to_string(PointerShape()); };
+  EXPECT_EQ(Play("50,40 310,190 50,40 157,127+press 0,0 release 87,75+wait20"),
+            "6, 4, 6, 6, 4, 4, 6")
+      << "also when it comes back";
+  EXPECT_EQ(Change(), Rect(0, 0, 38 - right, 8 + kBar - bottom));
   DragBy(14, kBorder + 18, -300, -300);
-  EXPECT_EQ(Change(), Rect(-50, -40, 32 - right, 8 + kBar - bottom));
+  EXPECT_EQ(Change(), Rect(-50, -40, 38 - right, 8 + kBar - bottom));
 }
 
 TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
@@ -106,6 +108,7 @@ TEST_F(WindowTest, RollsUpToItsTitleBarAndBack) {
 TEST_F(WindowTest, TheSkinPlacesTitleAndButtons) {
   Dress(WINTEXT, Rows(20, "wkkkkw"), {4, 1});
   CurrentSkin()->windowTextBack = 1, CurrentSkin()->windowMinPos = {-60, 6};
+  TakeSmallFont(kWindowText, kDisabled);
   window.SetTitle("ab");
   for (const auto& [alignment, picture] : {std::pair{kAlignLeft, "window_title_left"},
                                            {kAlignRight, "window_title_right"},
@@ -117,7 +120,13 @@ TEST_F(WindowTest, TheSkinPlacesTitleAndButtons) {
   }
   window.SetTitle("too long a title"), Frame();
   ExpectShown("window_title_too_long", {50, 40, 108, 30});
+  CurrentSkin()->windowAlignment = kAlignLeft, root.SetSkin(nullptr), window.SetTitle("ab"), Tick();
   root.ChangeFocus(&window, nullptr), Check();
+  ExpectShown("window_title_inactive", {50, 40, 108, 30});
+  for (const int part : {WINLEFT, WINRIGHT, WINTOP, WINBOTTOM, WINGRIP, WINTEXT})
+    CurrentSkin()->bitmaps[part]->Destroy();
+  root.SetSkin(nullptr), Tick();
+  EXPECT_EQ(window.Bounds(), Rect(50, 40, 100, 60)) << "the skin has no frame";
 }
 
 TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
@@ -143,14 +152,15 @@ TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
   CurrentSkin()->windowTextBack = 0, root.SetSkin(nullptr), window.Hide(), window.Unhide();
   root.SetFocus(&other), Check();
   ExpectShown("window_inactive", {40, 36, 130, 50});
-  window.ClearFlag(kFlagSizeable), window.Enable(), window.Hide(), window.Unhide();
-  root.SetFocus(&content);
+  window.ClearFlag(kFlagSizeable), window.Enable(), root.SetFocus(&content);
+  window.Hide(), window.Unhide(), root.SetFocus(&content);
   ExpectShown("window_of_fixed_size", {40, 36, 130, 50});
   window.SetFlag(kFlagSizeable), window.Enable();
   EXPECT_TRUE(window.minButton.Hidden() && !window.maxButton.Hidden());
   window.ClearFlag(kFlagSizeable), window.Enable();
-  CurrentSkin()->menu.windowBorder = yellow, CurrentSkin()->menu.windowBorderWidth = 3;
-  root.Redraw();
+  CurrentSkin()->menu.windowBorder = yellow, root.Redraw();
+  ExpectShown("window_with_thin_lines", {40, 36, 130, 110});
+  CurrentSkin()->menu.windowBorderWidth = 3, root.Redraw();
   ExpectShown("window_with_lines", {40, 36, 130, 110});
   Watch({MSG_CLOSE});
   Click(window.x() + window.w() + CurrentSkin()->windowExitPos.x + 5, window.y() + 12);
@@ -173,6 +183,7 @@ TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
   EXPECT_EQ(window.Client().Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 100, 60));
   Dialog other;
   other.Resize(140, 10), window.SetClientArea(&other);
+  EXPECT_FALSE(window.Contains(&content)) << "it goes with the area that it is in";
   EXPECT_EQ(Change(), Rect(0, 0, 40, 0));
   EXPECT_EQ(other.Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 140, 60));
   Watch({MSG_CLOSE}), other.Close();
