@@ -11,7 +11,16 @@ namespace {
 // Scripts and places are those of a lying bar.
 class BarTest : public WidgetFixture, public testing::WithParamInterface<int> {
  protected:
-  BarTest() { isTransposed = GetParam() == kVertical; }
+  BarTest() {
+    isTransposed = GetParam() == kVertical;
+    steps["typing"] = [this] {  // what is typed while it scrolls is forgotten
+      Watch({MSG_SCROLL, MSG_UCHAR});
+      root.onEvent = [](Widget*, int msg, int) {
+        if (msg == MSG_SCROLL) TypeKey('k', 0);
+      };
+    };
+    steps["quiet"] = [this] { Watch({MSG_SCROLL}), root.onEvent = nullptr; };
+  }
 };
 const auto kOrientations = testing::Values(kVertical, kHorizontal);
 INSTANTIATE_TEST_SUITE_P(, BarTest, kOrientations);
@@ -88,15 +97,11 @@ TEST_P(SliderTest, KeysAndWheelMoveWithinTheRange) {
   ExpectShown(isTransposed ? "slider_thin" : "slider_thin_lying", {18, 18, 114, 114});
   root.SetFocus(&slider);
   Mouse(25, 25);
-  root.onEvent = [](Widget*, int msg, int) {
-    if (msg == MSG_SCROLL) TypeKey('k', 0);
-  };
-  Watch({MSG_SCROLL, MSG_UCHAR});
-  steps["quiet"] = [this] { root.onEvent = nullptr; };
-  ExpectPlays("slider_keys",  // what was typed meanwhile is forgotten
-              {"right+wait1 left+wait1 left+wait1 up+wait1 down+wait1 pageup+wait1 home+wait1",
-               "pagedown+wait1 pageup+wait1 end+wait1 right+wait1 pagedown+wait1",
-               "quiet+wheel3 wheel-200 wheel-1"});
+  ExpectPlays(
+      "slider_keys",
+      {"typing+right+wait1 left+wait1 left+wait1 up+wait1 down+wait1 pageup+wait1 home+wait1",
+       "pagedown+wait1 pageup+wait1 end+wait1 right+wait1 pagedown+wait1",
+       "quiet+wheel3 wheel-200 wheel-1"});
   for (const double end : {1e308, -1e308, 50.0}) {  // an endless, a reversed and no range
     slider.SetRange(50, end);
     Play("100,25 press release");
@@ -124,10 +129,16 @@ class ScrollBarTest : public BarTest {
 INSTANTIATE_TEST_SUITE_P(, ScrollBarTest, kOrientations);
 
 TEST_P(ScrollBarTest, TheGripLiesWhereTheValueIs) {
-  Dress(isTransposed ? SCROLL_VGRIPOVERLAY : SCROLL_HGRIPOVERLAY, {"rgb", "www", "kkk", "yyy"});
-  std::array<ScrollBar, 4> bars;  // in the middle, at the end, without room, disabled
-  for (int i = 0; i < 4; ++i) {
-    bars[i].Setup(0, 0, 0, 0, 0, 0, 100, 30, GetParam());
+  Rows marks;  // as large as the grip of a standing bar
+  for (const char letter : {'r', 'w', 'k', 'y'}) {
+    marks.emplace_back(16, letter);
+    marks.resize(marks.size() + 11, "g.............." + std::string{letter});
+  }
+  Dress(isTransposed ? SCROLL_VGRIPOVERLAY : SCROLL_HGRIPOVERLAY, marks);
+  // In the middle, at the end, without room, disabled, for all of it and for one step.
+  std::array<ScrollBar, 6> bars;
+  for (int i = 0; i < 6; ++i) {
+    bars[i].Setup(0, 0, 0, 0, 0, 0, i < 4 ? 100 : i - 3, i < 4 ? 30 : 1, GetParam());
     const int length = i == 2 ? 44 : 70;
     Show(bars[i], isTransposed ? Rect{18 * i, 0, 16, length} : Rect{0, 18 * i, length, 16});
     bars[i].SetPosition(i == 1 ? 900 : 35);
@@ -138,7 +149,7 @@ TEST_P(ScrollBarTest, TheGripLiesWhereTheValueIs) {
   bars[3].Disable();
   root.SetFocus(&bars[0]);
   Play("5,23 press");
-  ExpectShown(isTransposed ? "scroll_bars" : "scroll_bars_lying", {0, 0, 72, 72});
+  ExpectShown(isTransposed ? "scroll_bars" : "scroll_bars_lying", {0, 0, 108, 108});
   bars[1].SetRange(50, 30);
   EXPECT_EQ(bars[1].GetPosition(), 20) << "the end of the shorter range";
 }
@@ -159,14 +170,17 @@ TEST_P(ScrollBarTest, HeldArrowsAndTracksScrollOnAndOn) {
 
 TEST_P(ScrollBarTest, KeysPointerAndWheelMoveTheGrip) {
   ShowBar(910, 0);  // ten units a pixel
+  steps["blind"] = [this] { bar.SetRange(910, 0); };
+  steps["sighted"] = [this] { bar.SetRange(910, 30); };
   Play("40,25 press release");
   ExpectPlays("scroll_bar_moved",
               {"pagedown right right left pagedown pageup up down x pageup pageup end right home",
+               "typing+right+wait1 quiet blind+pagedown sighted+home",
                "38,25+press 48,90 199,90 0,90 43,90 43,25+release+wheel3 space+48,25"});
   EXPECT_TRUE(root.FocusWidget()->Selected());
   root.ChangeFocus(root.FocusWidget(), nullptr);
-  bar.Setup(20, 20, bar.w(), bar.h(), 0, 0, 910, 30, GetParam());
-  EXPECT_EQ(bar.GetPosition(), 0) << "it begins anew";
+  bar.Setup(20, 20, bar.w(), bar.h(), 'b', kFlagExit, 910, 30, GetParam());
+  EXPECT_EQ(Join(bar.GetPosition(), bar.GetKey(), bar.TestFlag(kFlagExit)), "0 98 1 ");
   for (const int total : {30, 31}) {
     bar.SetRange(total, 30);
     root.MoveFocus(FocusMove::kNext);

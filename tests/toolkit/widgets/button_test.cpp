@@ -95,7 +95,7 @@ TEST_F(ButtonTest, OldTextsAndIconsGoWithTheChange) {
   label.SetMultiline(true), Check();
   label.SetVAlignment(kAlignBottom), Check();
   label.SetFontColor(red, white, kNormal), Frame();
-  label.SetFontColor(red, Color{}, kDisabled), label.Disable(), Check();
+  label.SetFontColor(red, Color{}, kDisabled), Frame(), label.Disable(), Check();
   label.SetFontColor(red, white, kDisabled), label.SetFontColor(blue, Color{}, kNormal);
   label.Redraw(), Frame(), label.Enable(), Check();
   label.SetTextBackColor(white), label.SetText("longer"), Frame();
@@ -128,7 +128,9 @@ TEST_F(ButtonTest, EachChangeOfTheLookBeginsATransition) {
       "button_transitions",
       {"11,11+press wait1 wait4 release wait1 wait4 leave wait1 wait4",
        "11,11+press wait1 wait5 leave+200,150 wait1 wait5 release wait1",
-       "a wait1 wait5 wait12 wait1 wait5", "leave wait1 wait5 a wait1 wait5 11,11+press+release"});
+       "a wait1 wait5 wait12 wait1 wait5", "leave wait1 wait5 a wait1 wait5 11,11+press+release",
+       "11,11+press wait1 wait5 leave wait1 wait5 200,150 wait1 wait5 release",
+       "11,11+press wait1 wait5 200,150 release wait1 wait5"});
 }
 
 TEST_F(ButtonTest, APressActivatesWhenItEndsWhereItBegan) {
@@ -163,7 +165,8 @@ TEST_F(ButtonTest, AKeyPressesForAsLongAsTheKeyboardTakesToRepeatIt) {
     for (; button.Selected() && held < 999; ++held) Tick();
     ticks += Join(held, root.Events());
   }
-  EXPECT_EQ(ticks, "300 Activate 300 Activate 21 Activate 180 Activate 1 Activate 999  ");
+  EXPECT_EQ(ticks + button.GetText(),
+            "300 Activate 300 Activate 21 Activate 180 Activate 1 Activate 999  x");
 }
 
 TEST_F(ButtonTest, OneRadioButtonOfAGroupIsSelected) {

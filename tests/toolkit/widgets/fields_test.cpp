@@ -16,7 +16,7 @@ class EditBoxTest : public WidgetFixture {
   // takes four of them, or as many as it has. To be seen are the text, with the cursor, the ends of
   // the selection and a '<' before the first character that shows.
   EditBoxTest() {
-    Show(edit, {20, 30, 120, 24});
+    Show(edit, {20, 30, 118, 24});
     steps["all"] = [this] { edit.Select(); };
     steps["one"] = [this] { root.SetFocus(&edit), edit.SetText("", 1); };
     steps["full"] = [this] { edit.Setup(20, 30, 120, 24, 0, 0, "ab", 0); };
@@ -55,7 +55,7 @@ TEST_F(EditBoxTest, KeysEditAndSelectWholeCharactersAndScrollNoFurtherThanTheCur
   };
   ExpectPlays(
       "texts_edited",
-      {"one x y left z full c",
+      {"one x y left z full c all one",
        "=+aébüc left+left backspace delete+delete delete backspace backspace",
        "=+é home left end right z all ü all backspace", "=abcdef+shift+right shift+left shift+left",
        "=abcdef+shift+left shift+right shift+right", "=abcdef+shift+left shift+home left x",
@@ -82,13 +82,15 @@ TEST_F(EditBoxTest, FiltersWhatIsTyped) {
 
 TEST_F(EditBoxTest, TheMouseSelectsWhileItIsHeld) {
   steps["off"] = [] { CurrentSkin()->cursors[MOUSE_TEXTSELECT]->SetHotspot(2, 0); };
-  ExpectPlays("texts_selected",
-              {"=abcdef+65,40+press+release press+wait1 35,40 release",
-               "=abcdef+56,40+press 35,90 43,90 67,90 release 35,90",
-               "=abcdef+56,40+press 35,90+leave 67,40 release",
-               "=abcdef+56,40+press leave+35,90 67,40 release",
-               "=abcdef+56,40+press 43,40+restart 67,40 release", "=abcdef+off+66,40+press release",
-               "=longer-than-its-box+end+46,40+press release 130,40+press"});
+  ExpectPlays("texts_selected", {"=abcdef+65,40+press+release press+wait1 35,40 release",
+                                 "=abcdef+56,40+press 35,90 43,90 67,90 release 35,90",
+                                 "=abcdef+56,40+press 35,90+leave 67,40 release",
+                                 "=abcdef+56,40+press leave+35,90 67,40 release",
+                                 "=abcdef+56,40+press 43,40+restart 67,40 release",
+                                 "=abcdef+65,40+press home+delete+delete 43,40 release",
+                                 "=longer-than-its-box+home+35,40+press 230,40 release",
+                                 "=abcdef+off+66,40+press release",
+                                 "=longer-than-its-box+end+46,40+press release 130,40+press"});
   EXPECT_EQ(PointerShape(), MOUSE_TEXTSELECT);
   Play("200,150+release");
   EXPECT_EQ(PointerShape(), MOUSE_NORMAL);

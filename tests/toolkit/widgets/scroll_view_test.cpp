@@ -103,12 +103,14 @@ TEST_F(ViewTest, ShowsThePartOfTheTextThatIsScrolledTo) {
 
 TEST_F(ViewTest, AnotherTextRepaintsLinesAlone) {
   view.SetFontColor(red, green, kNormal), view.SetMargins(5, 3, 1, 2), Frame();
-  for (const char* text : {"I\nI", "l\nl\nl", "I", ""}) {
+  for (const char* text : {"I\nI", "lil\nl\nl", "I", ""}) {
     Copied();
     view.SetText(text);
     EXPECT_LT(Copied(), 200 * 100 / 2) << text;
     EXPECT_TRUE(DrawsEnough()) << text;
   }
+  view.SetText(std::string(25, 'x').c_str());
+  EXPECT_TRUE(view.HorizontalShown()) << "the margins leave room for 24";
 }
 
 }  // namespace
