@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdint>
 #include <cwchar>
 #include <cwctype>
 
@@ -69,7 +70,7 @@ bool CanShow(wchar_t letter) {
   if (wcwidth(letter) < 0 || std::wcrtomb(bytes, letter, &state) == static_cast<std::size_t>(-1))
     return false;
   const std::vector<bool>& known = textState.lettersOfFont;
-  const auto number = static_cast<std::size_t>(letter);
+  const std::size_t number = static_cast<std::uint32_t>(letter);
   return known.empty() || (number < known.size() && known[number]);
 }
 
