@@ -1,6 +1,7 @@
 // Every absolute path that the launcher knows, in one record.
 //
-// The launcher itself never changes it; tests and tools point it at places of their own.
+// The launcher itself never changes it. The options of zel-text, tests and tools point it at places
+// of their own.
 #pragma once
 
 #include <map>

@@ -1,6 +1,7 @@
 // Runs the launcher with its files below a directory, where a sandbox is not permitted and for
 // users who are not root: DIR/etc/zel, DIR/etc/sysconfig/i18n, DIR/root/output.txt,
-// DIR/run/gpm.pid, DIR/tmp/menupos.txt and DIR/tmp/progress. Its exit status is the launcher's.
+// DIR/run/gpm.pid, DIR/tmp/menupos.txt, DIR/tmp/menulook.txt and DIR/tmp/progress. Its exit status
+// is the launcher's.
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -26,8 +27,6 @@ constexpr Place kPlaces[] = {
     {&zel::Paths::lookFile, "tmp/menulook.txt"},
     {&zel::Paths::progressFile, "tmp/progress"},
 };
-std::string places[std::size(kPlaces)];  // what the paths point into
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -38,6 +37,7 @@ int main(int argc, char** argv) {
     std::fputs("usage: zel-trial DIR (holds etc/zel, root, run and tmp)\n", stderr);
     return kUsageStatus;
   }
+  std::string places[std::size(kPlaces)];  // what the paths point into
   for (std::size_t i = 0; i < std::size(kPlaces); ++i) {
     places[i] = directory / kPlaces[i].below;
     zel::paths.*kPlaces[i].path = places[i].c_str();
