@@ -229,6 +229,7 @@ TEST_F(MenuScreenTest, AKeyChoosesOnceUpToItsReleaseAndNotAtAllFromBeforeTheMenu
       {"2 +enter tick -enter tick", "2/0/0"},
       {"2 +enter tick +down tick -enter tick", "1/4/15"},
       {"1 +enter tick @27 -enter tick", "1/2/12"},
+      {"1 +enter tick @27 +enter tick -enter tick", "1/2/12"},
       {"2 early tick", "1/2/12"},
       {"2 second back +enter tick -enter tick", "2/0/0"},
       {"2 second back second second +enter tick", "2/0/0"},

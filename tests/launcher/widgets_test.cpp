@@ -11,11 +11,11 @@ namespace {
 
 class LauncherWidgetsTest : public InLauncherDirectory<WidgetFixture> {
  protected:
-  void ShowHint(HintPanel& panel, const Point& at, const char* hint) {
+  void ShowHint(HintPanel& panel, const Point& at, const char* hint, int height = 50) {
     MenuItem item;
     item.hintText.Assign(hint);
     const MenuEntry entry{item};
-    Show(panel, {at.x, at.y, 28 + 10 * 8, 50});  // lines of ten characters
+    Show(panel, {at.x, at.y, 28 + 10 * 8, height});  // lines of ten characters
     panel.ShowHint(&entry, panel.GetFont(kNormal));
     Tick();
   }
@@ -49,6 +49,24 @@ class LauncherWidgetsTest : public InLauncherDirectory<WidgetFixture> {
     ShowHint(hints, {140, 4}, "a word-of-no-end and more");
     Show(panel, {4, 4, 130, 192});
     root.SetFocus(&panel.List());
+  }
+  // Panels without their content, which have less and less room for their titles.
+  void ExpectBare(const std::string& picture) {
+    SkinBitmap sheet(320, 48, kMemoryBitmap);
+    sheet.clear_to_color(magenta);
+    MenuPanel panel;
+    panel.SetTitle("T");
+    Show(panel, {});
+    int x = 0;
+    for (const Size& size : {Size{60, 48}, {9, 48}, {8, 48}, {7, 48}, {6, 48}, {5, 48}, {4, 48},
+                             {30, 8}, {30, 7}, {30, 6}, {30, 5}, {30, 4}, {30, 3}}) {
+      panel.Resize(size);
+      Tick();
+      SubCanvas place{sheet, x, 0, size.w, size.h};
+      panel.Draw(place);
+      x += size.w + 1;
+    }
+    ExpectLook(picture, sheet.GetBitmap(), {0, 0, x, 48});
   }
   WaitDialog& Wait(int timeout) {
     item.timeout = timeout;
@@ -109,11 +127,11 @@ TEST_F(LauncherWidgetsTest, ItsKeysPassOverSeparatorsAndThePadChoosesAndMarks) {
   press(KEY_TAB);
   list.MsgStart();
   key[KEY_ENTER_PAD] = 1;
-  press(KEY_ENTER_PAD), press(KEY_ENTER_PAD);  // one that may be old, and its repeat
+  for (int i = 0; i < 3; ++i) press(KEY_ENTER_PAD);  // one that may be old, and its repeats
   key[KEY_ENTER_PAD] = 0;
   EXPECT_EQ(seen,
             ", -1 , -1 , 3 Scroll 3, 1 Scroll 2; Scroll 1, 0 Scroll 0, 3 Scroll 3, 3+ , "
-            "3+ Activate 3, 0 Scroll 0, 1 Scroll 1, 0 Scroll 0, 1 Scroll 1, unused 1 , 1 , 1 ");
+            "3+ Activate 3, 0 Scroll 0, 1 Scroll 1, 0 Scroll 0, 1 Scroll 1, unused 1 , 1 , 1 , 1 ");
 }
 
 TEST_F(LauncherWidgetsTest, PanelsAndEntriesLookAsTheSkinWantsThem) {
@@ -134,6 +152,43 @@ TEST_F(LauncherWidgetsTest, PanelsAndEntriesLookAsTheSkinWantsThem) {
   ExpectShown("menu_of_a_look_too_far", {0, 0, 138, 200});
   root.SetFocus(&panel.List());
   EXPECT_TRUE(DrawsEnough());
+  EXPECT_TRUE(panel.MsgXChar(KEY_TAB << 8)) << "nobody else may move the focus once more";
+}
+
+TEST_F(LauncherWidgetsTest, OnlyAHintThatDoesNotFitHasABarBesideIt) {
+  UseLook();
+  HintPanel fits, doesNot;
+  const int height = 14 + 2 * CurrentSkin()->fonts[0]->TextHeight();
+  ShowHint(fits, {}, "1 3 5 7 9 1 3 5 7 9", height);
+  ShowHint(doesNot, {110, 0}, "1 3 5 7 9 1 3 5 7 9", height - 1);
+  ExpectShown("hints_of_two_lines", {0, 0, 220, height});
+}
+
+TEST_F(LauncherWidgetsTest, TextsOnTheGroundHaveTheirLookAndEndWhereTheLayoutDoes) {
+  UseLook();
+  ScreenLabel label{&MenuLook::heading};
+  ScreenText text{.text = {}, .left = 10, .top = 4, .color = red};
+  text.text.Assign("some words");
+  Show(label, {});
+  label.Show(text);
+  ExpectShown("text_on_the_ground", {0, 0, 160, 40});
+  std::string sizes;
+  for (const char* section : {"", "of 300 x 50 pixels"}) {
+    launcherState.layout = {section, {300, 50}, 1, {0, 0}};
+    for (text.left = 200; text.left < 306; ++text.left) {
+      label.Show(text), Tick();
+      sizes += Join(label.x(), label.w(), label.h()) + '\n';
+    }
+  }
+  ExpectText("texts_at_the_end", sizes);
+  launcherState.layout = {};
+  text.left = 215;
+  text.font = 1;
+  text.color = yellow;
+  label.Show(text);
+  CurrentSkin()->fonts[1]->SetSize(20);
+  label.SetSkin(nullptr), Tick();
+  ExpectShown("text_on_the_ground_larger", {160, 0, 160, 60});
 }
 
 // Each with the room that there is for titles and pictures.
@@ -148,10 +203,12 @@ TEST_F(LauncherWidgetsTest, SkinsThatSayLittleChangeNoMore) {
        "7\n",
        6},
       {"of_fields", 2,
-       flat + "[ENTRY]\nfieldX=5\nfieldY=2\nicons=0\nwrap=1\n[TITLE]\nlineColor=0,255,0\n", 5},
+       flat + "[ENTRY]\nfieldX=5\nfieldY=2\nicons=0\nwrap=1\n[TITLE]\nlineColor=0,255,0\nalignment=2\n"
+              "textX=7\n",
+       5},
       {"of_idle_fields", 1.5,
        flat + "[ENTRY]\nfieldColor=255,255,0\nidleColor=0,255,255\nmarkX=9\nicons=1\n[COLORS]"
-              "\ncontrast=7\n[HINT]\npaddingX=0\n",
+              "\ncontrast=7\n[HINT]\npaddingX=0\n[TITLE]\nalignment=0\n",
        3}};
   std::string rooms;
   for (const auto& [name, zoom, keys, current] : skins) {
@@ -170,6 +227,7 @@ TEST_F(LauncherWidgetsTest, SkinsThatSayLittleChangeNoMore) {
     ExpectShown(std::string{"menu_"} + name, {0, 0, 260, 200});
     panel.SetTitle("Other");
     EXPECT_TRUE(DrawsEnough()) << name;
+    ExpectBare(std::string{"bare_"} + name);
     rooms += name + (' ' + Join(panel.TitleRoom(), hints.TitleRoom(), hints.LineRoom())) + '\n';
     for (int i = 0; i < panel.List().Count(); ++i) {
       const MenuEntry& entry = *panel.List().GetEntry(i);
@@ -212,7 +270,12 @@ TEST_F(LauncherWidgetsTest, APictureIsInTheMiddleAndHidesTheGroundWhereItFillsIt
     ExpectShown("picture_in_" + std::to_string(size.w) + 'x' + std::to_string(size.h),
                 {0, 0, 40, 40});
   }
-  EXPECT_EQ(hidden, "1 0 1 0 1 ");
+  image.Resize(30, 12), Tick();
+  hidden += Join(image.IsOpaque());
+  EXPECT_EQ(hidden, "1 0 1 0 1 0 ");
+  root.Redraw(), Drawn();
+  image.Take(Paint(Rows(20, std::string(20, 'r'))));
+  EXPECT_TRUE(DrawsEnough());
 }
 
 TEST_F(LauncherWidgetsTest, WrapsHintsBetweenTheirWords) {
@@ -222,6 +285,15 @@ TEST_F(LauncherWidgetsTest, WrapsHintsBetweenTheirWords) {
   for (int i = 0; i < static_cast<int>(std::size(kHints)); ++i)
     ShowHint(panels[i], {i % 2 * 110, i / 2 * 52}, kHints[i]);
   ExpectShown("hints", {0, 0, 220, 156});
+  item.hintText.Assign("1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 25 26");
+  HintPanel& panel = panels.back();
+  ShowHint(panel, {0, 104}, item.hintText);
+  Mouse(20, 120, 0, -1);
+  const MenuEntry entry{item};
+  panel.SetW(80), Tick();
+  panel.WrapAgain(&entry, panel.GetFont(kNormal));
+  root.Redraw();
+  ExpectShown("hints_wrapped_again", {0, 104, 110, 50});
 }
 
 TEST_F(LauncherWidgetsTest, NeedsNoLyingScrollBarBesideAWideStandingOne) {
