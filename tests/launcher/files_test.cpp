@@ -49,7 +49,7 @@ class MenuConfigTest : public LauncherFixture {
                      item->waitForFile, item->waitWhileFile, item->waitText, item->showIfFile,
                      item->flags & kItemSeparator ? "separator" : "",
                      item->flags & kItemSubmenu ? "menu" : "",
-                     item->flags & kItemDisabled ? "off" : ""},
+                     item->flags & kItemDisabled ? "off" : "", item->hasOwnColor ? "own" : ""},
                     {item->exitCode, item->timeout}, item->color);
     return text;
   }
@@ -102,14 +102,19 @@ TEST_F(MenuConfigTest, TextsOfTheScreenAreThoseOfTheOuterMenuWhereThereIsNone) {
       seen += Words({text->text}, {text->left, text->top, text->font}, text->color) + "; ";
     return seen;
   };
-  EXPECT_EQ(read(""), "79 40 2 255,255,255; 79 80 0 255,255,255; ");
+  EXPECT_EQ(read("[MENU_CONFIGURATION]\nKeyHelpFont=1\n"),
+            "79 40 2 255,255,255; 79 80 1 255,255,255; ");
   EXPECT_EQ(read("[MENU_CONFIGURATION]\nHeading=H\nHeading.en=T\nHeadingLeft=1\nHeadingTop=2\n"
                  "HeadingFont=3\nHeadingColor=4,5,6\nKeyHelp=K\nKeyHelpTop=7\nHintTitle.en=t\n"
                  "[MENU_CONFIGURATION_640x480]\nHeadingTop=8\nKeyHelpColor=9,9,9\n"),
-            "H 1 8 3 4,5,6; K 79 7 0 9,9,9; ");
+            "H 1 8 3 4,5,6; K 79 7 1 9,9,9; ");
   WriteFile("i18n", "LANG=de\n");
   EXPECT_EQ(read("[MENU_CONFIGURATION]\nHeading=H\nHeading.en=T\nKeyHelp=-\nHeadingLeft=0\n"),
-            "T 0 8 3 4,5,6; 79 7 0 9,9,9; ");
+            "T 0 8 3 4,5,6; 79 7 1 9,9,9; ");
+  config_.Read("/no/such/file");
+  config_.ReadScreenAgain();
+  EXPECT_STREQ(config_.CurrentLevel().heading.text, "T");
+  config_.Read(nullptr);
   EXPECT_EQ(Screen("[MENU_CONFIGURATION]\nMenuTitle=M\nMenuTitle.en=m\nHintTitle.en=h\n"
                    "Background=b\nBackground.en=c\n[MENU_CONFIGURATION_640x480]\nBackground=d\n")
                 .substr(0, 5),
@@ -126,10 +131,10 @@ TEST_F(MenuConfigTest, ItemsAreWhatTheirKeysSayAndKeptWhereTheyShow) {
       {"Title=t\nIcon=i\nSubmenu=s\nExCode=7\nExString=e\nHintSection=h\nWaitForFile=f\n"
        "WaitWhileFile=w\nTimeout=9\nShowIfFileExists=.\n",
        "t i s e plain f w . menu 7 9 0,0,0"},
-      {"Title=t\nColor=10, 20,30\nDisable=-1\n", "t 0 0 10,20,30"},
+      {"Title=t\nColor=10, 20,30\nDisable=-1\n", "t own 0 0 10,20,30"},
       {"Icon=i\nColor=10,-1,30\n", "i 0 0 0,0,0"},
       {"Separator=-1\n", "separator 0 0 140,140,140"},
-      {"Separator=1\nColor=1,2,3\n", "separator 0 0 1,2,3"},
+      {"Separator=1\nColor=1,2,3\n", "separator own 0 0 1,2,3"},
       {"Separator=1\nSubmenu=s\n", "s separator menu 0 0 140,140,140"},
       {"Title=t\nDisable=1\nColor=1,2,3\nSubmenu=s\n", "t s menu off 0 0 150,150,150"},
       {"Separator=0\nSubmenu=s\n", ""},

@@ -37,7 +37,7 @@ class MenuScreenTest : public LauncherFixture {
   MenuScreenTest() {
     WriteFile("menu.cfg", kMain);
     WriteFile("inner.cfg", kInner);
-    WriteFile("hints", "[a]\nso few words\n[end:a]\n[b]\nother words\n[end:b]\n");
+    WriteFile("hints", "[a]\nso few words as fit in it\n[end:a]\n[b]\nother words\n[end:b]\n");
     settings.screenWidth = kWidth;
     settings.screenHeight = kHeight;
     InstallToolkit(nullptr);
@@ -89,7 +89,7 @@ class MenuScreenTest : public LauncherFixture {
       else if (word == "wheel")
         mouse_z = mouse_z - 1, screen_->MsgTick();
       else if (word == "move")
-        PutMouse({9, 9}), screen_->MsgTick();
+        PutMouse({mouse_x - 1, 9}), screen_->MsgTick();
       else if (word == "again")
         screen_->MsgEnd(), screen_->MsgStart();
       else if (word[0] == '@')
@@ -98,6 +98,7 @@ class MenuScreenTest : public LauncherFixture {
         for (const char* at = &word[1]; const int letter = ugetxc(&at);)
           screen_->HandleKey(letter, 0);
       else if (word == "help") {  // which Enter leaves
+        Play("second");
         timers_.onSleep = [this] { key[KEY_ENTER] = 1, TypeKey(0, KEY_ENTER), timers_.Tick(1); };
         screen_->HandleKey(0, KEY_F1);
       } else if (word == "close")
@@ -147,9 +148,13 @@ TEST_F(MenuScreenTest, LooksAsTheFilesSayAndAllOfItIsZoomed) {
   save_bitmap("large.bmp", Paint(Rows(170, std::string(260, 'y'))).get(), nullptr);
   save_bitmap("icon.bmp", Paint({"ggg", "b.b", "ggg"}).get(), nullptr);
   WriteFile("menu.cfg", layout + "small.bmp\n" + kMain + "Icon=icon.bmp\nColor=0,0,255\n");
-  WriteFile("inner.cfg", layout + "large.bmp\nBacklineColor=255,0,0\n" + kInner);
+  std::string wider = layout;
+  wider.replace(wider.find("HintWidth=90"), 12, "HintFile=hints\nHintWidth=125");
+  WriteFile("inner.cfg", wider + "large.bmp\nBacklineColor=255,0,0\n" + kInner);
   WriteFile("progress", "[Progress]\nStepNumber=10\nCurrentStep=4\n");
+  WriteFile("output.txt", "of another run");
   Start("");
+  EXPECT_FALSE(FileExists("output.txt"));
   ExpectShown("menu_screen_at_start", "tick");
   ExpectShown("menu_screen", "ring");
   ExpectShown("menu_screen_moved", "down ring");
@@ -160,8 +165,9 @@ TEST_F(MenuScreenTest, LooksAsTheFilesSayAndAllOfItIsZoomed) {
 
   WriteFile("menu.cfg", layout + "small.bmp\nDefault=2\nDefaultTimeout=10\n" + kMain);
   Start("");
-  ExpectShown("menu_screen_counting", "tick");
-  ExpectShown("menu_screen_counting_down", "second");
+  ExpectShown("menu_screen_counting", "");
+  Start("");
+  ExpectShown("menu_screen_counting_down", "almost");
   ExpectShown("menu_screen_not_counting", "+f1 -f1 tick");
 
   const std::string zoomed =
@@ -270,12 +276,14 @@ TEST_F(MenuScreenTest, ADefaultIsChosenByItselfWhereNobodyIsThere) {
       {"6\nDefaultTimeout=3", "", seconds, "1/5/0 closed"},
       {"6\nDefaultTimeout=3", "", "move " + seconds, "1/1/11"},
       {"6\nDefaultTimeout=3", "", "ring move " + seconds, "1/5/0 closed"},  // the mouse is new
+      {"6\nDefaultTimeout=3", "", "ring move move " + seconds, "1/1/11"},
       {"6\nDefaultTimeout=3", "", "@27 " + seconds, "1/2/12"},
       {"6\nDefaultTimeout=3", "", "tab " + seconds, "1/1/11"},
       {"6\nDefaultTimeout=3", "", "down " + seconds, "1/2/12"},
       {"6\nDefaultTimeout=3", "", "click " + seconds, "1/1/11"},
       {"6\nDefaultTimeout=3", "", "wheel " + seconds, "1/1/11"},
       {"6\nDefaultTimeout=3", "", "+f1 -f1 " + seconds, "1/1/11"},
+      {"6\nDefaultTimeout=3", "", "+f1 -f1 tick again " + seconds, "1/5/0 closed"},
       {"6\nDefaultTimeout=3", "0", seconds, "1/0/0"},
       {"6\nDefaultTimeout=3\nDefaultAfterReturn=1", "2", seconds, "1/5/0 closed"},
       {"3\nDefaultTimeout=1", "", seconds, "2/0/0"},

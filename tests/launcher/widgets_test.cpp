@@ -58,14 +58,14 @@ class LauncherWidgetsTest : public InLauncherDirectory<WidgetFixture> {
     panel.SetTitle("T");
     Show(panel, {});
     int x = 0;
-    for (const Size& size : {Size{60, 48}, {9, 48}, {8, 48}, {7, 48}, {6, 48}, {5, 48}, {4, 48},
-                             {30, 8}, {30, 7}, {30, 6}, {30, 5}, {30, 4}, {30, 3}}) {
-      panel.Resize(size);
-      Tick();
-      SubCanvas place{sheet, x, 0, size.w, size.h};
+    const auto add = [&](int width, int height) {
+      panel.Resize(width, height), Tick();
+      SubCanvas place{sheet, x, 0, width, height};
       panel.Draw(place);
-      x += size.w + 1;
-    }
+      x += width + 1;
+    };
+    for (const int width : {60, 9, 8, 7, 6, 5, 4}) add(width, 48);
+    for (const int height : {8, 7, 6, 5, 4, 3}) add(30, height);
     ExpectLook(picture, sheet.GetBitmap(), {0, 0, x, 48});
   }
   WaitDialog& Wait(int timeout) {
@@ -203,8 +203,9 @@ TEST_F(LauncherWidgetsTest, SkinsThatSayLittleChangeNoMore) {
        "7\n",
        6},
       {"of_fields", 2,
-       flat + "[ENTRY]\nfieldX=5\nfieldY=2\nicons=0\nwrap=1\n[TITLE]\nlineColor=0,255,0\nalignment=2\n"
-              "textX=7\n",
+       flat +
+           "[ENTRY]\nfieldX=5\nfieldY=2\nicons=0\nwrap=1\n[TITLE]\nlineColor=0,255,0\nalignment=2\n"
+           "textX=7\n",
        5},
       {"of_idle_fields", 1.5,
        flat + "[ENTRY]\nfieldColor=255,255,0\nidleColor=0,255,255\nmarkX=9\nicons=1\n[COLORS]"
