@@ -27,11 +27,12 @@ class LayoutTest : public LauncherFixture {
 TEST_F(LayoutTest, FillsTheScreenBestWhereItHasNoneOfItsOwn) {
   WriteFile("menu.cfg",
             "[MENU_CONFIGURATION]\nMenuWidth=700\n[menu_configuration_640X480]\n"
-            "[MENU_CONFIGURATION_1920x1080]\nZoom=1.5\n[MENU_CONFIGURATION_960x540]\n[MENU_"
-            "CONFIGURATION_500x800]\n"
+            "[MENU_CONFIGURATION_960x540]\n[MENU_CONFIGURATION_1920x1080]\nZoom=1.5\n[MENU_"
+            "CONFIGURATION_500x800]\n[MENU_CONFIGURATION_700x500]\nZoom=2\n"
             "[MENU_CONFIGURATION_0x5]\n[MENU_CONFIGURATION_5x5x]\n[MENU_CONFIGURATION_99999x5]\n");
   const Size screens[] = {{640, 480},   {800, 600},   {1024, 768},  {1280, 1024}, {1366, 768},
-                          {1920, 1080}, {3840, 2160}, {1000, 1800}, {320, 200},   {16, 16}};
+                          {1920, 1080}, {3840, 2160}, {1000, 1800}, {320, 200},   {16, 16},
+                          {640, 600},   {1, 16},      {16, 1}};
   std::string seen;
   for (const Size& screen : screens)
     seen += Join(screen.w, screen.h) + "auto: " + Fitted(screen, kZoomToFit) + '\n';
@@ -39,6 +40,11 @@ TEST_F(LayoutTest, FillsTheScreenBestWhereItHasNoneOfItsOwn) {
     seen += Join("1920 1080", zoom) + ": " + Fitted({1920, 1080}, zoom) + '\n';
   ExpectText("layouts", seen);
   EXPECT_TRUE(FitLayout("menu.cfg", {1920, 1080}, 1).section.empty());
+  seen.clear();
+  for (const char* size : {"1x32767", "32767x1", "32768x1", "0x1", "1x1x", ""})
+    if (Size read; ReadSectionSize(std::string{"MENU_CONFIGURATION_"} + size, &read))
+      seen += size + (' ' + Join(read.w, read.h));
+  EXPECT_EQ(seen, "1x32767 1 32767 32767x1 32767 1 ");
   EXPECT_EQ(ScreenLayout{}.OnScreen({-5, 1, 2, 3}), Rect(-5, 1, 2, 3));
 }
 

@@ -89,7 +89,8 @@ TEST_F(LauncherWidgetsTest, RowsOfTheMenuHideTheGroundWhereTheySaySo) {
   list.Shape(0, 0, 100, 36);  // without its font entries are 12 pixels high
   list.SetBitmap(LIST);
   list.SetSkin(CurrentSkin());
-  for (const std::string_view kinds : {"", "i-i", "iiiiiiiii"}) {  // '-' is a separator
+  for (const std::string_view kinds : {"", "i-i", "iiiiiiiii", "i-i"}) {  // '-' is a separator
+    CurrentSkin()->menu.hasEntries = list.Count() == 9;
     list.Clear();
     for (const char kind : kinds) {
       item.flags = kind == '-' ? kItemSeparator : MenuItemFlag{};
@@ -145,6 +146,7 @@ TEST_F(LauncherWidgetsTest, PanelsAndEntriesLookAsTheSkinWantsThem) {
   ExpectShown("menu_of_a_look_moved", {0, 0, 138, 200});
   root.ChangeFocus(&panel.List(), nullptr);
   ExpectShown("menu_of_a_look_idle", {0, 0, 138, 200});
+  CurrentSkin()->fonts[0]->Load(ZEL_PICTURES "/../../data/skin/fonts/DejaVuSans.ttf");
   MenuLook& look = CurrentSkin()->menu;
   look.paddingX = look.paddingY = look.titleHeight = look.titleX = look.textX = look.fieldX = 400;
   look.fieldY = look.iconX = 400;
@@ -199,7 +201,8 @@ TEST_F(LauncherWidgetsTest, SkinsThatSayLittleChangeNoMore) {
       {"of_frames", 1, "", 6},
       {"of_frames_zoomed", 1.5, "[TITLE]\nfont=1\nalignment=0\ntextX=7\n", 5},
       {"of_rows", 1,
-       "[COLORS]\ncontrast=7\n[LIST]\nheight=17\n[TITLE]\nbackColor=0,0,255\nalignment=1\ntextX="
+       "[COLORS]\ncontrast=7\n[LIST]\nheight=17\n[ENTRY]\niconX=15\n[TITLE]\nbackColor=0,0,"
+       "255\nalignment=1\ntextX="
        "7\n",
        6},
       {"of_fields", 2,
@@ -208,7 +211,8 @@ TEST_F(LauncherWidgetsTest, SkinsThatSayLittleChangeNoMore) {
            "textX=7\n",
        5},
       {"of_idle_fields", 1.5,
-       flat + "[ENTRY]\nfieldColor=255,255,0\nidleColor=0,255,255\nmarkX=9\nicons=1\n[COLORS]"
+       flat + "[ENTRY]\nfieldColor=255,255,0\nidleColor=0,255,255\nmarkX=9\nicons=1\n"
+              "iconX=12\nwrap=0\nseparatorHeight=1\n[COLORS]"
               "\ncontrast=7\n[HINT]\npaddingX=0\n[TITLE]\nalignment=0\n",
        3}};
   std::string rooms;
