@@ -32,6 +32,8 @@ namespace {
 //   bytes.lbm, planes.lbm    with runs, of an odd width; with a plane of the mask, without runs
 //   os2.bmp, masks_*.bmp     of 4 bits with a short header; masks_of_32_bits.bmp from the top
 //   grey.tga, packed_*.tga   with an id; with runs
+//   wide_*.bmp               43 pixels wide; with runs, also pixels one by one
+//   opaque.*                 of 32 bits, whose last eight are set, in part magenta
 const std::string kSamples = "tests/imageformats/samples/";
 
 using Loader = BITMAP* (*)(const Bytes&, RGB*);
@@ -109,6 +111,23 @@ TEST_F(LoadTest, PngComesInTheDepthOfTheScreenWithMaskedPixelsAndAPalette) {
   EXPECT_EQ(bitmap_color_depth(Sample("rgb_and_alpha.png").get()), 24);
 }
 
+// Its first entry, black, is masked in what was made for it.
+TEST_F(LoadTest, PicturesTakeTheNearestPlacesOfThePaletteUnlessTheyAreMadeForIt) {
+  PALETTE four;
+  std::fill_n(four, PAL_SIZE, RGB{9, 9, 9, 0});
+  Sample("runs_of_8_bits.bmp", four);  // what the file does not say is black
+  set_palette(four);
+  UseDepth(8);
+  std::string seen;
+  for (const char* name : {"runs_of_8_bits.bmp", "long_header.bmp", "saved_8.tga", "saved_24.bmp",
+                           "bytes.lbm", "palette.png", "opaque.bmp"}) {
+    seen += name;
+    for (const int place : Pixels(Sample(name).get())) seen += ' ' + std::to_string(place);
+    seen += '\n';
+  }
+  ExpectText("pictures_in_four_colours", seen);
+}
+
 TEST_F(LoadTest, JpegComesInTheOrderThatChannelsHaveOnTheScreen) {
   UseDepth(32);
   for (const auto& [r, g, b] : {std::tuple{16, 0, 8}, {8, 16, 24}, {16, 8, 0}, {0, 8, 16}}) {
@@ -130,7 +149,10 @@ TEST_F(LoadTest, WhatDoesNotFitInAHeaderIsRefused) {
     Bytes file = ReadBytes((kSamples + name).c_str(), 1 << 20);
     const std::size_t end = std::min<std::size_t>(file.size(), 96);
     file.resize(file.size() + 20000);
-    const BitmapPtr whole{loader->second(file, nullptr)};
+    PALETTE colors;
+    std::fill_n(colors, PAL_SIZE, RGB{9, 9, 9, 0});
+    const BitmapPtr whole{loader->second(file, colors)};
+    EXPECT_NE(colors[9].r, 9) << "what the file does not say is black";
     seen += name + '\n';
     for (const int value : {0, 1, 2, 3, 9, 0xC, 0xF, 0x10, 0x20, 0x80, 0x86, 0xFF}) {
       for (std::size_t at = 0; at < end; ++at) {
