@@ -341,6 +341,11 @@ TEST_F(PictureTest, AreasFarLargerThanTheTargetOnlyDrawWhatIsVisible) {
   EXPECT_EQ(Picture(out.get()), Rows({"......"}));
   holder.DrawHFrame(out.get(), 0, -3000001, 0, INT_MAX, 1);
   EXPECT_EQ(Picture(out.get()), Rows({"gbcgbc"})) << "the tiles keep their phase";
+  const BitmapPtr below = Paint({"......", "......"});
+  holder.DrawHSlice(below.get(), {3, 0, 1, 5, 2}, 0, 0, 6, false);
+  for (const auto& [column, row] : {std::pair{-1, 0}, {1, 0}, {0, -1}, {0, 1}})
+    holder.DrawArea(below.get(), column, row, 0, 0, 6, 2, 1, 1);
+  EXPECT_EQ(Picture(below.get()), Rows({"cy.y..", "......"})) << "there is no picture beyond";
 }
 
 // The first letter of the frame that shows, over so many ticks.

@@ -194,8 +194,15 @@ TEST_F(SkinTest, APaletteOfADatafileLeavesTheLookOfWhatWasLoaded) {
            (arrow.getpixel(9, 0) == magenta ? "-" : "");
   };
   const std::string before = look();
-  EXPECT_EQ(skin->LoadData((kSamples + "palette.dat").c_str()), kNoError);
+  std::string palette = ReadFile(kSamples + "palette.dat");
+  EXPECT_EQ(skin->LoadData(files.Write("good.dat", palette).c_str()), kNoError);
   EXPECT_EQ(look(), before);
+  set_palette(black_palette);
+  *(palette.end() - 3) = 64;
+  EXPECT_EQ(skin->LoadData(files.Write("too_bright.dat", palette).c_str()), kNoError);
+  RGB last;
+  get_color(255, &last);
+  EXPECT_EQ(Join(last.r, last.g, last.b), Join('\0', '\0', '\0'));
 }
 
 TEST_F(SkinTest, LoadingStopsAtTheFirstFileThatIsMissingOrUnreadable) {
