@@ -27,7 +27,12 @@
 #include "toolkit/base/console_guard.h"
 #include "toolkit/base/console_switch.h"
 #include "toolkit/base/graphics_mode.h"
+#include "toolkit/base/process.h"
+#include "toolkit/base/zoom.h"
+#include "toolkit/core/startup.h"
 #include "toolkit/testing/fake_machine.h"
+// After Allegro itself.
+#include <allegro/internal/aintern.h>
 
 // A pseudo terminal with the modes of a console, for all processes of a test.
 struct FakeConsole {
@@ -91,8 +96,8 @@ int SpoilAndRun() {
 }
 
 // Runs it on a console, which does not echo, or elsewhere, with a guard that is the first process
-// of a system or not: how the guard and what it leaves behind end, how often was cleaned up, and
-// the console after that.
+// of a system or not: what is shown but for clearing, how the guard and what it leaves behind end,
+// how often was cleaned up, and the console after that.
 std::string Outcome(int (*program)(), int keyboard, bool onConsole = true, bool isFirst = false) {
   programUnderTest = program;
   const int master = posix_openpt(O_RDWR | O_NOCTTY);
@@ -119,12 +124,16 @@ std::string Outcome(int (*program)(), int keyboard, bool onConsole = true, bool 
   termios line{};
   tcgetattr(master, &line);
   if (line.c_lflag & ECHO) text += "echoes ";
-  char shown[64] = {};
+  std::string shown;
   pollfd output{master, POLLIN, 0};
-  if (poll(&output, 1, onConsole ? 1000 : 0) > 0 && read(master, shown, sizeof shown - 1) > 0)
-    text += std::string_view{shown}.starts_with(kCleared) ? "cleared" : shown;
+  for (char part[64]; poll(&output, 1, onConsole ? 1000 : 0) > 0;) {
+    const ssize_t length = read(master, part, sizeof part);
+    if (length <= 0) break;
+    shown.append(part, static_cast<std::size_t>(length));
+  }
   close(master);
-  return text;
+  for (; shown.starts_with(kCleared); shown.erase(0, kCleared.size())) text += "cleared ";
+  return shown + text;
 }
 
 TEST(ConsoleGuard, PutsTheConsoleRightWhateverEndsTheProgram) {
@@ -140,15 +149,15 @@ TEST(ConsoleGuard, PutsTheConsoleRightWhateverEndsTheProgram) {
       {[] { return raise(SIGHUP); }, "signal 1 2"},
       {[] { return HoldSignals(), raise(SIGTERM), 6; }, "exit 6 0"},
       {[] { return HoldSignals(), kill(getppid(), SIGKILL), pause(); }, "signal 9 signal 64 1"},
-      {[]() -> int { dup2(STDIN_FILENO, STDERR_FILENO), EndAtOnce("said"); }, "exit 1 1"}};
+      {[]() -> int { dup2(STDIN_FILENO, STDERR_FILENO), EndAtOnce("said "); }, "said exit 1 1"}};
   for (const auto& [program, ends] : cases)
     for (const auto& [before, after] :
-         {std::pair{K_XLATE, " 0 1 8 0 cleared"}, {K_RAW, " 0 3 8 0 cleared"}})
+         {std::pair{K_XLATE, " 0 1 8 0 cleared cleared "}, {K_RAW, " 0 3 8 0 cleared cleared "}})
       EXPECT_EQ(Outcome(program, before), std::string{ends} + after);
   EXPECT_EQ(Outcome([] { return IsGuarded() ? 4 : 3; }, K_RAW, false), "exit 3 0 1 2 0 1 echoes ")
       << "elsewhere it is just a call";
   const std::string first = Outcome([] { return raise(SIGKILL); }, K_RAW, true, true);
-  EXPECT_TRUE(first == "exit 137 1 0 3 8 0 cleared" || first == "not permitted") << first;
+  EXPECT_TRUE(first == "exit 137 1 0 3 8 0 cleared cleared " || first == "not permitted") << first;
   munmap(std::exchange(fakeConsole, nullptr), sizeof(FakeConsole));
   prctl(PR_SET_CHILD_SUBREAPER, 0, 0, 0, 0);
 }
@@ -227,6 +236,54 @@ TEST(Framebuffer, ShowsModesInItsMiddleAndRefusesThoseThatDoNotFit) {
   EXPECT_TRUE(SetGraphicsMode(GFX_AUTODETECT_FULLSCREEN, 200, 100, 8))
       << "nothing is known about it";
   unsetenv("FRAMEBUFFER");
+}
+
+TEST(Framebuffer, IsTakenAsItIsByWhatIsToFitIt) {
+  InChild([] {
+    FakeMachine machine;
+    system_driver->id = SYSTEM_LINUX;
+    setenv("FRAMEBUFFER", "/dev/null", 1);
+    fb_var_screeninfo mode{};
+    mode.bits_per_pixel = 16;
+    fakeFramebuffer = &mode;
+    std::string seen;
+    for (const auto& [zoom, w, h] : {std::tuple{"auto", 320u, 200u},
+                                     {"auto", 0u, 200u},
+                                     {"auto", 320u, 0u},
+                                     {"auto", 1u, 1u},
+                                     {"2", 320u, 200u}}) {
+      mode.xres = w, mode.yres = h;
+      settings = {};
+      const std::string file = "[Toolkit]\nfullscreen=0\ncolorDepth=32\nzoom=";
+      InstallToolkit(TempFile{file + zoom}.Path());
+      seen += Join(settings.fullscreen, settings.screenWidth, settings.screenHeight,
+                   settings.colorDepth, CurrentZoom());
+    }
+    EXPECT_EQ(seen, "1 320 200 16 1 0 640 480 32 1 0 640 480 32 1 1 1 1 16 1 0 640 480 32 2 ");
+    sigset_t held;
+    sigprocmask(SIG_BLOCK, nullptr, &held);
+    EXPECT_EQ(sigismember(&held, SIGUSR1), 1) << "switches of the console wait";
+  });
+}
+
+TEST(Allegro, IsFoundAndKeepsSignalsOnlyForAnUnguardedConsole) {
+  InChild([] {
+    FakeMachine machine;
+    set_config_file("none.cfg");  // which is read again
+    static SYSTEM_DRIVER found = *system_driver;
+    found.init = [] { return std::signal(SIGTERM, SIG_IGN), 0; };
+    std::string seen;
+    for (const int id : {0, SYSTEM_LINUX, SYSTEM_XWINDOWS}) {
+      _system_driver_list[0] = {id, id != 0 ? &found : nullptr, TRUE};
+      _system_driver_list[1].driver = system_driver = nullptr;
+      found.id = id;
+      found.create_bitmap = nullptr;
+      std::signal(SIGTERM, SIG_DFL);
+      seen += Join(InstallToolkit(nullptr) == kNoError);
+      seen += Join(found.create_bitmap != nullptr, std::signal(SIGTERM, SIG_DFL) == SIG_IGN);
+    }
+    EXPECT_EQ(seen, "0 0 0 1 1 1 1 1 0 ");
+  });
 }
 
 int ErrorOf(long result) { return result < 0 ? errno : 0; }

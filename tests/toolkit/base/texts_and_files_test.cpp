@@ -95,12 +95,17 @@ TEST_F(BytesTest, RegularFilesOfAnyNameAreReadUpToALimit) {
   EXPECT_EQ(read(file, 3), "file abc abc");
   EXPECT_EQ(read(file, 2), "file  ");
   EXPECT_EQ(read(folder.Write("empty", ""), 2), "file  ");
+  EXPECT_EQ(read("/proc/self/mem", 1000), "file  ") << "it begins with nothing";
   for (const std::string& other : {folder.Path("none"), folder.Path(), pipe})
     EXPECT_EQ(read(other, 1000), " ") << other;
   const auto grown = [](std::size_t limit) { return ReadBytes("/proc/self/status", limit).size(); };
   EXPECT_TRUE(grown(1 << 20) > 500 && grown(500) == 0) << "its size is said to be 0";
-  EXPECT_TRUE(WriteBytes(file.c_str(), std::string{"de"}));
-  EXPECT_EQ(folder.Read("some#where.dat"), "de");
+  const std::string made = folder.Path("made");
+  for (const std::string& written : {file, made}) {
+    EXPECT_TRUE(WriteBytes(written.c_str(), std::string{"de"}));
+    EXPECT_EQ(ReadFile(written), "de");
+  }
+  EXPECT_EQ(static_cast<int>(std::filesystem::status(made).permissions()), 0644);
   EXPECT_FALSE(WriteBytes("/missing/file", std::string{"de"}) ||
                WriteBytes("/dev/full", std::string{"d"}));
   folder.Write("\xC3\xA9", "x");
@@ -244,7 +249,7 @@ std::string Saved(Settings settings) {
 using SettingsTest = AllegroFixture;
 
 TEST_F(SettingsTest, EveryKeyIsReadAndWrittenInItsPlace) {
-  const std::string more = "help = 1\ntypeAhead = 1\nlooks = a.skin, b\nzoom = 2.500000\n";
+  const std::string more = "help = 1\ntypeAhead = 1\nlooks = a.skin, b\nzoom = 1.500000\n";
   for (const std::string& zoom : {std::string{}, std::string{"zoom = auto\n"}, more}) {
     const TempFile file{kEverything + zoom};
     set_uformat(zoom.empty() ? U_UTF8 : U_ASCII_CP);
@@ -277,6 +282,7 @@ TEST_F(SettingsTest, TheFirstSectionWithOneOfTheKeysStandsForAMissingOne) {
     EXPECT_EQ(Join(read.Section(), read.screenWidth, read.screenHeight), expected);
     read.screenWidth = 1024;
     read.Save();
+    EXPECT_EQ(get_config_int(read.Section().c_str(), "screenWidth", 0), 1024);
     EXPECT_EQ(Read(file.Path()).screenWidth, 1024) << content;
   }
 }
@@ -296,8 +302,8 @@ TEST_F(SettingsTest, WhatIsNoFileChangesNothing) {
 TEST_F(SettingsTest, ValuesThatWouldStopTheProgramAreBroughtToTheNearestThatWork) {
   Settings set;
   constexpr int kRates[][3] = {
-      {0, 5000, 5},    {INT_MIN, 5000, 5},         {50, 200, 10}, {50, 39, 1}, {50, -200, 0},
-      {INT_MAX, 3, 3}, {INT_MAX, INT_MAX, INT_MAX}};
+      {0, 5000, 5},  {INT_MIN, 5000, 5}, {50, 200, 10},   {50, 39, 1},
+      {50, -200, 0}, {INT_MAX, 3, 3},    {INT_MAX, 0, 0}, {INT_MAX, INT_MAX, INT_MAX}};
   for (const auto& [rate, ms, ticks] : kRates) {
     set.logicFrameRate = rate;
     EXPECT_EQ(set.Ticks(ms), ticks) << rate << ' ' << ms;

@@ -70,7 +70,9 @@ TEST_F(DialogInputTest, WhatLiesUnderThePointerIsToldEverything) {
   EXPECT_EQ(values, std::vector({30, 10, 25, 40, 2, -20, -3, 2, 2, -85}));
   Watch({MSG_MOUSEMOVE});
   ExpectText("told_of_the_mouse", seen + Play("45,15") + '\n');
+  Press();
   root.MsgEnd();
+  HoldButtons(0);
   Start();
   EXPECT_FALSE(root.TestFlag(kFlagPressed) || panel.TestFlag(kFlagPressed)) << "in a new run";
 }
@@ -173,6 +175,10 @@ TEST_F(DialogInputTest, DraggingMovesTheEdgesOfItsModeAndNoOthers) {
     note();  // neither without the flag nor after the release
   }
   ExpectText("drags", seen.str());
+  window.mode = kDragLeft, MoveTo(20, 20);
+  EXPECT_NE(PointerShape(), MOUSE_NORMAL);
+  root.Remove(&window);
+  EXPECT_EQ(PointerShape(), MOUSE_NORMAL);
   EXPECT_EQ(Dragged(kDragTopLeft, {2, 2, 9, 4}, {-3, -3}, {20, 8}), Rect(0, 0, 20, 8));
 }
 
@@ -295,9 +301,9 @@ TEST_F(DialogInputTest, AJoystickStandsForKeysAndCountsOnceUntilItIsLetGo) {
   root.onEvent = [&](Widget* sender, int msg, int code) {
     if (sender != &root && msg == MSG_CHAR) scancodes.push_back(code / 256);
   };
-  c.usesKeys = true;
+  b.usesKeys = true;
   Start();
-  Focus(&c);
+  Focus(&b);
   for (int* input : {&x.d1, &x.d2, &y.d1, &y.d2, &buttons[0].b, &buttons[1].b})
     *input = 1, Tick(3), *input = 0, Tick();
   Dialog popup;
@@ -310,10 +316,16 @@ TEST_F(DialogInputTest, AJoystickStandsForKeysAndCountsOnceUntilItIsLetGo) {
   Play("hold");
   Meanwhile("wait free hold close");
   popup.Popup(&root, 0, 0, &inside);
+  EXPECT_EQ(root.FocusWidget(), &b);
   settings.yield = false;
   Tick(2);  // what is held belongs to the popup that it closed, what was held to the root
+  Play("free");
+  Meanwhile("hold wait close");
+  popup.Popup(&root, 0, 0, &inside);
+  settings.yield = false;
+  Tick(2);
   EXPECT_EQ(scancodes, std::vector<int>({KEY_LEFT, KEY_RIGHT, KEY_UP, KEY_DOWN, KEY_SPACE,
-                                         KEY_SPACE, KEY_SPACE, KEY_SPACE}));
+                                         KEY_SPACE, KEY_SPACE, KEY_SPACE, KEY_SPACE}));
   buttons[0].b = num_joysticks = 0;
 }
 
@@ -328,6 +340,7 @@ TEST_F(DialogInputTest, TheFocusMovesDownAndUpTheContainers) {
   panel.ChangeFocus(nullptr, &a);
   EXPECT_EQ(root.Events(), "a: GotFocus; c: LostFocus; panel: GotFocus");
   Focus(&b), Focus(nullptr);
+  std::make_unique<Patch>().reset();  // whose end is nobody else's
   root.Events();
   root.SetFocus(&panel);
   EXPECT_EQ(root.Events(), "panel, b: GotFocus") << "the one that lost it last has it again";

@@ -52,8 +52,13 @@ TEST_F(DialogTest, AWidgetLivesInOneDialogWhichStartsAndEndsIt) {
   Tick();
   EXPECT_EQ(At(75, 5), 0) << "what is destroyed is seen no longer";
   root.Events();
+  root.onEvent = [this, isOut = false](Widget*, int msg, int) mutable {
+    if (msg == MSG_END && !std::exchange(isOut, true)) root.Remove(&below);
+  };
+  EXPECT_FALSE(popup.Add(&below)) << "somebody else has taken it out at its end";
   root.MsgEnd();
-  EXPECT_EQ(root.Events(), "below, root: End");
+  EXPECT_EQ(root.Events(), "below, below, root: End");
+  EXPECT_FALSE(root.IsRunning());
   auto container = std::make_unique<Dialog>();
   container->Add(&popup);
   EXPECT_EQ(popup.Execute(nullptr), nullptr) << "its container does not run";
@@ -171,6 +176,7 @@ TEST_F(DialogTest, APopupTakesTheInputAndGivesItBack) {
   root.Add(&beside);
   root.Add(&popup);
   popup.Hide();
+  EXPECT_TRUE(inside.Hidden());
   PutMouse({25, 25});
   StartWithFocus();
   Watch({MSG_END, MSG_GOTMOUSE, MSG_LOSTMOUSE, MSG_GOTFOCUS, MSG_LOSTFOCUS, MSG_LPRESS, MSG_CHAR});
@@ -236,6 +242,7 @@ TEST_F(DialogTest, APopupRunsWithoutARootAndEndsWithIt) {
   popup.SetFlag(kFlagMovable);
   steps["look"] = [] {
     EXPECT_TRUE(At(45, 45) == green && At(75, 55) == blue) << "dragged over the screen";
+    EXPECT_EQ(At(0, 0), red) << "which shows as it was";
   };
   steps["button"] = [this] { machine.closeButton(); };
   for (const char* end : {"close", "button"}) {
@@ -303,6 +310,8 @@ TEST_F(DamageTest, NoMoreIsDrawnThanWhatIsDirtyAndWhatLiesAboveIt) {
   EXPECT_EQ(Drawn(), Rows({"rrrrrrkk", "rrrrbbbb", "rrrrbbbb", "kkkkbbbb"}));
   root.BringToFront(&red1);
   EXPECT_EQ(Drawn(), Rows({"rrrrrr..", "rrrrrr..", "rrrrrr..", "........"}));
+  root.BringToFront(&red1);
+  EXPECT_EQ(Drawn(), Rows(4, "........")) << "it is there";
 }
 
 TEST_F(DamageTest, WhatIsCoveredIsNotDrawnAndForgets) {

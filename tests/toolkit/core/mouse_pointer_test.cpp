@@ -93,6 +93,8 @@ TEST_F(MousePointerTest, AChangeOfShapeOrDepthLeavesNoTrace) {
 
 TEST_F(MousePointerTest, TakesTheShapesOfTheSkin) {
   const auto& shapes = CurrentSkin()->cursors;
+  ground.SetCursor(MOUSE_ALTERNATIVE);
+  EXPECT_EQ(CurrentPointer()->GetCursor(), shapes[0].get());
   for (const int index : {int{MOUSE_SELECT}, -1, 64}) ground.SetCursor(index);
   EXPECT_EQ(CurrentPointer()->GetCursor(), shapes[MOUSE_SELECT].get());
   CurrentPointer()->SetCursor(Skin("default").cursors[MOUSE_SELECT].get());
@@ -110,7 +112,7 @@ class TooltipTest : public StageTest {
     UseSkin();
     CurrentSkin()->focus = 2;  // stays where it is
     a.SetTooltip("a");
-    b.SetTooltip("wider");
+    b.SetTooltip("widest");
     root.Add(&tip);
     root.Add(&a);
     root.Add(&b);
@@ -145,6 +147,8 @@ TEST_F(TooltipTest, ShowsAboveEverythingAfterTheDelayOfRest) {
 TEST_F(TooltipTest, FollowsThePointerAndLeavesWithIt) {
   MoveTo(5, 5);
   TicksUntil(true);
+  MoveTo(8, 28);
+  EXPECT_EQ(root.MouseWidget(), &a) << "not the tip";
   root.BringToFront(&b);
   MoveTo(25, 5);  // another text, at once, and above what came meanwhile
   ExpectLook("tooltip_beside", screen, {0, 24, 90, 30});
@@ -152,7 +156,7 @@ TEST_F(TooltipTest, FollowsThePointerAndLeavesWithIt) {
   Dialog panel;
   root.Add(&panel), panel.Place(20, 10), panel.Add(&tip), tip.PlaceNearPointer();
   EXPECT_EQ(tip.Bounds(), place) << "wherever it is in";
-  root.Add(&tip), root.Remove(&panel), tip.PlaceNearPointer();
+  root.Add(&tip), root.Remove(&panel), tip.PlaceNearPointer(), Tick();
   tip.SetBackColor(green), Tick();
   EXPECT_EQ(At(place.x + 1, place.y + 1), green);
   tip.SetBorderColor(white), Tick();
@@ -160,7 +164,7 @@ TEST_F(TooltipTest, FollowsThePointerAndLeavesWithIt) {
   for (const int x : {50, 5, 50}) MoveTo(x, 5);
   EXPECT_EQ(TicksUntil(false), 10);
   MoveTo(5, 5);
-  TicksUntil(true);
+  EXPECT_EQ(TicksUntil(true), 10);
   Press(2);
   Release(2);
   MoveTo(150, 5);
@@ -168,14 +172,15 @@ TEST_F(TooltipTest, FollowsThePointerAndLeavesWithIt) {
 }
 
 TEST_F(TooltipTest, KeepsOnTheScreenAndWrapsLongTexts) {
-  b.Shape(kWidth - 10, kHeight - 10, 10, 10);
+  b.Shape(kWidth - 10, 0, 10, kHeight);
   b.SetTooltip("three lines of many words");
-  MoveTo(kWidth - 3, kHeight - 5);
+  MoveTo(kWidth - 3, kHeight - 42);
   TicksUntil(true);
-  ExpectLook("tooltip_wrapped", screen, {40, 60, 120, 60});
+  ExpectLook("tooltip_wrapped", screen, {40, 40, 120, 60});
   MoveTo(150, 5), TicksUntil(false);
   Skin& skin = *CurrentSkin();
-  skin.tooltipBorderColor = red, skin.tooltipAnimationLength = 80, skin.tooltipAnimationType = 6;
+  skin.tooltipBorderColor = red, skin.tooltipBackColor = cyan;
+  skin.tooltipAnimationLength = 80, skin.tooltipAnimationType = 6;
   SetZoom(2);
   tip.MsgInitSkin();
   MoveTo(0, 5), TicksUntil(true);
@@ -184,10 +189,18 @@ TEST_F(TooltipTest, KeepsOnTheScreenAndWrapsLongTexts) {
   for (; tip.InTransition() && ticks < 99; ++ticks) Tick();
   EXPECT_EQ(ticks, 4);
   ExpectLook("tooltip_zoomed_whole", screen, {0, 40, 60, 40});
+  MoveTo(150, 5), TicksUntil(false), MoveTo(0, 5), TicksUntil(true);
+  ExpectLook("tooltip_zoomed", screen, {0, 40, 60, 40});
   SetZoom(1);
   tip.SetText("two\nlines");
   tip.FitText();
   EXPECT_EQ(Point(tip.w(), tip.h()), Point(5 * 8 + 12, 2 * 8 + 6));
+  ChangeMode(32);
+  Tooltip bare;
+  bare.Resize(60, 30);
+  Bitmap canvas{60, 30, kMemoryBitmap};
+  bare.Draw(canvas);
+  EXPECT_EQ(canvas.getpixel(2, 2), makecol(255, 255, 192));
 }
 
 }  // namespace

@@ -10,6 +10,8 @@
 #include "toolkit/core/mouse_pointer.h"
 #include "toolkit/draw/screen_update.h"
 #include "toolkit/widgets/window.h"
+// After Allegro itself.
+#include <allegro/internal/aintern.h>
 
 namespace zel {
 namespace {
@@ -37,19 +39,21 @@ class Startup : public AllegroFixture {
 };
 
 TEST_F(Startup, TheFileSaysWhatIsSetUp) {
+  settings.mouseSpeed = 3;
   EXPECT_EQ(InstallToolkit(nullptr), kNoError);
+  EXPECT_EQ(machine.mouseSpeeds.back(), Pair(3, 3));
   ExitToolkit();
   EXPECT_EQ(CurrentSkin(), nullptr);
   const TempFile file{
       "[Toolkit]\nscreenWidth=800\nscreenHeight=600\ncolorDepth=32\nfullscreen=0\n"
-      "keyDelay=-1\nmouseSpeed=0\nrunInBackground=0\n"};
+      "keyDelay=-1\nmouseSpeed=0\nrunInBackground=0\nrefreshRate=75\n"};
   EXPECT_TRUE(InstallToolkit(file.Path()) == kNoError && CurrentSkin());
   EXPECT_EQ(settings.gfxMode, GFX_AUTODETECT_WINDOWED);
   EXPECT_EQ(Tried(), " screen 640x480x16 window 800x600x32");
   EXPECT_EQ(machine.keyboardRates, std::vector({Pair{160, 80}}));
-  EXPECT_EQ(machine.mouseSpeeds.front(), Pair(2, 2));
   EXPECT_EQ(machine.mouseSpeeds.back(), Pair(1, 1));
   EXPECT_EQ(machine.switchModes, std::vector({SWITCH_BACKGROUND}));
+  EXPECT_EQ(_refresh_rate_request, 75);
   EXPECT_FALSE(three_finger_flag) << "it is no way to end a dialog";
 }
 
@@ -92,8 +96,10 @@ TEST_F(Startup, WhatIsMissingEndsItWithItsCode) {
   EXPECT_EQ(InstallToolkit(nullptr), kTimerError);
   machine.hasTimer = true;
   EXPECT_EQ(InstallToolkit(nullptr), kMouseError);
+  settings.keyDelay = settings.keyRepeat = settings.refreshRate = -7;
   machine.mouseButtons = 0, settings.skinPath.Assign("/nowhere/skin.cfg");
   EXPECT_EQ(InstallToolkit(nullptr), kSkinFileError);
+  EXPECT_TRUE(machine.keyboardRates.back() == Pair(0, 0) && _refresh_rate_request == 0);
   const TempFile file{"[Toolkit]\ncolorDepth=24\ntooltipDelay=7\nskinPath=default\n"};
   machine.refusedModes = {24, 32};
   EXPECT_EQ(InstallToolkit(file.Path()), kGraphicsError);
@@ -105,14 +111,18 @@ TEST_F(Startup, WhatIsMissingEndsItWithItsCode) {
 TEST_F(Startup, ADepthThatCannotBeSetIsReplaced) {
   // What the desktop has, what is wanted and refused, and the depth afterwards.
   const std::tuple<int, int, std::vector<int>, int> rows[] = {
-      {32, 16, {16}, 15},   {32, 24, {24}, 32},     {32, 32, {32}, 24}, {32, 15, {15}, 16},
-      {32, 0, {}, 32},      {32, 24, {24, 32}, 32}, {0, -3, {}, 16},    {0, 7, {}, 16},
-      {1, INT_MAX, {}, 16}, {0, 8, {8}, 16},        {0, 0, {}, 16},     {0, 8, {}, 8}};
+      {32, 16, {16}, 15}, {32, 24, {24}, 32},     {32, 32, {32}, 24}, {32, 15, {15}, 16},
+      {32, 0, {}, 32},    {32, 24, {24, 32}, 32}, {32, 1, {}, 16},    {0, -3, {}, 16},
+      {0, 7, {}, 16},     {1, INT_MAX, {}, 16},   {0, 8, {8}, 16},    {0, 0, {}, 16},
+      {0, 8, {}, 8}};
   for (const auto& [desktop, wanted, refused, set] : rows) {
     machine.desktopDepth = desktop, machine.refusedModes = refused;
-    EXPECT_EQ(Change(wanted).IsError(), refused.size() == 2 || refused == std::vector{8});
+    const bool fails = refused.size() == 2 || refused == std::vector{8};
+    EXPECT_EQ(Change(wanted).IsError(), fails);
     EXPECT_TRUE(settings.colorDepth == set && red == makecol_depth(set, 255, 0, 0)) << wanted;
     EXPECT_EQ(settings.mouseShadow, set != 8);
+    EXPECT_EQ(get_color_conversion(), fails ? COLORCONV_NONE : PictureConversion());
+    set_color_conversion(COLORCONV_NONE);
   }
   EXPECT_EQ(machine.tried.size(), std::size(rows) + 5) << "another one for all but the palette";
 }
@@ -123,7 +133,7 @@ TEST_F(Startup, SizesAndCardsStayWithinWhatDriversKnow) {
   EXPECT_EQ(Tried(), " screen 64x64x16 window 64x32767x16");
   EXPECT_EQ(settings.screenHeight, 32767);
   const int before = settings.gfxMode, card = AL_ID('F', 'A', 'K', 'W');
-  EXPECT_EQ(ChangeScreenMode(12345, true, 640, 480, 16, nullptr), kGraphicsError);
+  EXPECT_EQ(ChangeScreenMode(3, true, 640, 480, 16, nullptr), kGraphicsError);
   EXPECT_EQ(settings.gfxMode, before);
   EXPECT_EQ(ChangeScreenMode(card, true, 640, 480, 16, nullptr), kNoError);
   EXPECT_EQ(settings.gfxMode, card);
@@ -169,6 +179,7 @@ TEST_F(Startup, ARunningRootFollowsANewModeOrKeepsTheOld) {
         EXPECT_EQ(bitmap_color_depth(skin->bitmaps[0]->GetBitmap()), depth);
       EXPECT_TRUE(root.w() == 800 && settings.screenWidth == 800 && root.Dirty());
       EXPECT_EQ(root.Events(), events);
+      EXPECT_EQ(red, makecol_depth(depth, 255, 0, 0));
       root.ForgetRedraw();
     };
     machine.refusedModes.clear();
@@ -176,6 +187,7 @@ TEST_F(Startup, ARunningRootFollowsANewModeOrKeepsTheOld) {
     expect("child: InitSkin");
     EXPECT_EQ(machine.mouseSpeeds.back(), Pair(5, 5)) << "which the library resets";
     machine.refusedModes = {16, 15};
+    set_palette(black_palette), RecomputeNamedColors();
     Tried(), machine.switchModes.clear();
     EXPECT_EQ(Change(16, &root), kGraphicsError);
     EXPECT_EQ(machine.switchModes, std::vector({SWITCH_BACKGROUND}));

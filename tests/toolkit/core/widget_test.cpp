@@ -47,12 +47,17 @@ TEST_F(WidgetTest, OperationsSetAndClearTheirFlags) {
     (widget.*operation)();
     seen += Join(widget.GetFlags());
   }
+  for (const Operation told : {&Widget::MsgMove, &Widget::MsgResize, &Widget::MsgShape}) {
+    widget.SetFlag(kFlagMoved | kFlagResized);
+    (widget.*told)();
+    seen += Join(widget.GetFlags() & (kFlagMoved | kFlagResized));
+  }
   for (const auto setter : {&Widget::SetX, &Widget::SetY, &Widget::SetW, &Widget::SetH}) {
     widget.ClearFlag(~0u);
     (widget.*setter)(3, false);
     seen += Join(widget.GetFlags());
   }
-  EXPECT_EQ(seen, "65 64 66 64 68 64 8 0 16 64 96 64 64 320 320 576 576 ");
+  EXPECT_EQ(seen, "65 64 66 64 68 64 8 0 16 64 96 64 64 512 256 0 320 320 576 576 ");
   widget.SetFlag(~4096u);
   widget.MsgEnd();
   EXPECT_EQ(widget.GetFlags(), ~4096u & ~1804u);
@@ -153,8 +158,12 @@ TEST_F(TransitionTest, ATransitionRunsFromTheOldLookToTheNew) {
   }
   EXPECT_TRUE(patch.draws == 2 && !patch.InTransition()) << "for the new look, and at the end";
   patch.PlayAnimation(6);
-  patch.ResetAnimation();
-  EXPECT_FALSE(patch.InTransition());
+  patch.ResetAnimation(), patch.draws = 0, Tick(3);
+  EXPECT_TRUE(!patch.InTransition() && patch.draws == 0) << "nothing is to come";
+  patch.PlayAnimation(6), patch.Redraw(), Tick(), patch.SetAnimator(nullptr);
+  EXPECT_TRUE(patch.InTransition());
+  patch.SetAnimator(std::make_unique<Animator>());
+  EXPECT_FALSE(patch.InTransition()) << "another one begins anew";
   patch.SetAnimationProperties(0, 0);
   patch.color = white;
   patch.PlayAnimation(10);
@@ -180,7 +189,10 @@ TEST_F(TransitionTest, WhatLiesInADialogGoesOnChangingInItsNewLook) {
   panel.Shape(10, 10, 8, 5), inner.Shape(2, 0, 6, 5);
   Start();
   Tick();
-  panel.SetAnimationProperties(100, 6), panel.StartAnimation(), panel.Redraw();
+  panel.SetAnimationProperties(100, 6), panel.StartAnimation();
+  patch.color = white, patch.Redraw(), Tick();
+  EXPECT_EQ(At(13, 11), blue) << "it waits for the dialog";
+  panel.Redraw();
   std::string seen;
   for (const Color color : {red, red, green, green, green, yellow}) {
     patch.color = color, patch.Redraw();
@@ -203,7 +215,7 @@ class AnimatorTest : public AllegroFixture {
     animator.NewImage().clear_to_color(color);
     do {
       animator.Draw(canvas, type);
-      colors.push_back(canvas.getpixel(3, 3));
+      colors.push_back(canvas.getpixel(0, 0));
     } while (animator.Step());
     return colors;
   }
@@ -235,7 +247,8 @@ TEST_F(AnimatorTest, EachEffectShowsItsPartOfTheNewLook) {
 
 TEST_F(AnimatorTest, BeginsWithWhatTheLastOneEndedWithAndLastsItsTime) {
   EXPECT_EQ(Play(1, 0, 0x0000FF), (std::vector{10, 40, 92, 163, 255})) << "a quadratic fade";
-  EXPECT_EQ(Play(-1, 1, 2), (std::vector{255, 255, 255, 255, 2}));
+  EXPECT_EQ(Play(1, 0, 0xFF0000).back(), 0xFF0000);
+  EXPECT_EQ(Play(-1, 1, 2), (std::vector{0xFF0000, 0xFF0000, 0xFF0000, 0xFF0000, 2}));
   animator.Reset();
   EXPECT_EQ(Play(-1, 1, 3), (std::vector{1, 1, 1, 1, 3}));
   for (const Size size : {Size{5, kHeight}, {5, 4}}) {
@@ -246,7 +259,7 @@ TEST_F(AnimatorTest, BeginsWithWhatTheLastOneEndedWithAndLastsItsTime) {
   canvas.Create(5, 4);
   EXPECT_EQ(Play(1, 0, 7), (std::vector{0, 0, 0, 7, 7})) << "another depth, without blending";
   for (const auto& [lengthMs, ticks] : {std::pair{300, 15u}, {20, 1}, {0, 1}, {-300, 1}})
-    EXPECT_EQ(Play(0, 0, 1, lengthMs).size(), ticks);
+    EXPECT_EQ(Play(0, 0, 1, lengthMs), std::vector(ticks, 1));
   EXPECT_FALSE(animator.Running());
 }
 
