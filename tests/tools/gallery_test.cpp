@@ -4,6 +4,7 @@
 #include "tests/support/allegro_fixture.h"
 #include "tests/support/reference.h"
 #include "toolkit/testing/offscreen.h"
+#include "toolkit/testing/stage.h"
 #include "tools/gallery/gallery.h"
 
 namespace zel {
@@ -30,6 +31,35 @@ TEST_F(GalleryTest, EveryPageShowsSomethingElseInEveryLook) {
   }
 }
 
+TEST_F(GalleryTest, ScreensInMemoryHaveSizesAndDepthsOfScreensAndAClockOfTheirOwn) {
+  settings.yield = false;
+  std::string seen;
+  for (const auto& [w, h, depth] : {std::tuple{16384, 1, 8},
+                                    {16385, 1, 8},
+                                    {1, 16385, 8},
+                                    {0, 9, 8},
+                                    {9, 0, 8},
+                                    {9, 9, 12},
+                                    {1, 2, 15}})
+    seen += offscreen.SetMode({w, h}, depth) ? "set " : "refused ";
+  EXPECT_EQ(seen, "set refused refused refused refused refused set ");
+  EXPECT_EQ(Join(settings.screenWidth, settings.screenHeight, settings.colorDepth,
+                 settings.showMouse, settings.useKeyboard, settings.yield),
+            "1 2 15 0 0 1 ");
+  EXPECT_EQ(Offscreen::LoadSkin("/no"), "/no: Error: skin description file not found!");
+  Recorder root;
+  root.watched = {MSG_TIMER, MSG_DRAW, MSG_END};
+  root.onEvent = [&root](Widget*, int, int) { root.Redraw(); };
+  settings.logicFrameRate = 50;
+  for (const int ms : {10, 45}) InstallTimer(ms);
+  offscreen.Run(root, 4);
+  EXPECT_EQ(root.Events(),
+            "root: Draw; root, ?, root, ?: Timer; root: Draw; root, ?, root, ?: Timer; root: Draw; "
+            "root, ?, root, ?, root, ?: Timer; root: Draw; ?, root: End")
+      << "after 20, 40 and 60 ms; what has no name is the tip";
+  EXPECT_EQ(offscreen.onFrame, nullptr);
+}
+
 TEST_F(GalleryTest, PictureFileReadsBack) {
   const TempDir directory;
   for (const int depth : {15, 24}) {
@@ -41,6 +71,10 @@ TEST_F(GalleryTest, PictureFileReadsBack) {
     const BitmapPtr read{load_bitmap(path.c_str(), nullptr)};
     ASSERT_TRUE(read);
     EXPECT_EQ(Pixels(read.get()), Pixels(offscreen.Frame())) << depth;
+    SavePng(path.c_str(), offscreen.Frame(), {20, 50});
+    const BitmapPtr part{load_bitmap(path.c_str(), nullptr)};
+    EXPECT_EQ(Join(part->w, part->h, getpixel(part.get(), 19, 39) == getpixel(read.get(), 19, 39)),
+              "20 40 1 ");
   }
   EXPECT_FALSE(SavePng(directory.Path("none/picture.png").c_str(), offscreen.Frame()));
   const std::string full = directory.Path("full.png");

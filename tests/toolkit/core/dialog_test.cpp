@@ -11,6 +11,11 @@
 namespace zel {
 namespace {
 
+struct Idler : Widget {
+  void MsgIdle() override { ++times; }
+  int times = 0;
+};
+
 class DialogTest : public StageTest {
  protected:
   DialogTest() {
@@ -82,6 +87,9 @@ TEST_F(DialogTest, EventsGoUpUntilAnExitWidgetClosesItsDialog) {
   root.closes = true;
   root.HandleEvent(&inside, MSG_ACTIVATE, 0, 0);
   EXPECT_FALSE(popup.IsClosed() || root.IsClosed());
+  Idler idler;
+  popup.Add(&idler), popup.MsgIdle(), idler.Hide(), popup.MsgIdle();
+  EXPECT_EQ(idler.times, 1) << "what does not show has nothing to do";
   root.HandleEvent(&exit, MSG_ACTIVATE, 0, 0);
   EXPECT_TRUE(root.IsClosed());
 }
