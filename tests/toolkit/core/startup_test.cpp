@@ -96,10 +96,10 @@ TEST_F(Startup, WhatIsMissingEndsItWithItsCode) {
   EXPECT_EQ(InstallToolkit(nullptr), kTimerError);
   machine.hasTimer = true;
   EXPECT_EQ(InstallToolkit(nullptr), kMouseError);
-  settings.keyDelay = settings.keyRepeat = settings.refreshRate = -7;
+  settings.keyDelay = 30, settings.keyRepeat = settings.refreshRate = -7;
   machine.mouseButtons = 0, settings.skinPath.Assign("/nowhere/skin.cfg");
   EXPECT_EQ(InstallToolkit(nullptr), kSkinFileError);
-  EXPECT_TRUE(machine.keyboardRates.back() == Pair(0, 0) && _refresh_rate_request == 0);
+  EXPECT_TRUE(machine.keyboardRates.back() == Pair(30, 0) && _refresh_rate_request == 0);
   const TempFile file{"[Toolkit]\ncolorDepth=24\ntooltipDelay=7\nskinPath=default\n"};
   machine.refusedModes = {24, 32};
   EXPECT_EQ(InstallToolkit(file.Path()), kGraphicsError);
