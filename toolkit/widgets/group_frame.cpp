@@ -30,7 +30,7 @@ void DrawCutCorners(Bitmap& canvas, const Rect& area, int cut, Color color) {
 
 void GroupFrame::SetText(const char* caption) {
   caption_ = caption ? caption : "";
-  Redraw();
+  RedrawWithGround();
 }
 
 void GroupFrame::DrawOutline(Bitmap& canvas, int top) const {

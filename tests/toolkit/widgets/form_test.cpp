@@ -39,12 +39,15 @@ TEST_F(DialogTemplateTest, MakesAControlForEachRecordThatHasOne) {
   EXPECT_EQ(form.Find(99), nullptr);
   EXPECT_EQ(form.Find(5), nullptr);
   auto* number = static_cast<SpinBox*>(form.Find(kControlSpinBox));
-  for (Widget* field : {form.Find(kControlEditBox), static_cast<Widget*>(&number->GetEdit())})
+  auto* choice = static_cast<ComboBox*>(form.Find(kControlComboBox));
+  auto* text = static_cast<EditBox*>(form.Find(kControlEditBox));
+  for (EditBox* field : {text, &number->GetEdit(), &choice->GetEdit()})
     root.SetFocus(field), Play("42");
   EXPECT_EQ(number->GetValue(), 42);
   static_cast<Image*>(form.Find(kControlImage))->SetBitmap(ICONEXIT);
   Tick();
   ExpectShown("form", {0, 0, 200, 180});
+  static_cast<GroupFrame*>(form.Find(kControlGroupFrame))->SetText("b"), Check();
 
   SetZoom(1.5);
   CurrentSkin()->Reload();
