@@ -51,7 +51,7 @@ std::unique_ptr<Widget> Field(const ControlRecord&) {
 
 std::unique_ptr<Widget> Choice(const ControlRecord&) {
   auto choice = std::make_unique<ComboBox>();
-  choice->Setup(0, 0, 0, 0, 0, 0, 0);
+  choice->GetEdit().SetText(nullptr);
   return choice;
 }
 
