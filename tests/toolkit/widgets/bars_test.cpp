@@ -26,8 +26,8 @@ const auto kOrientations = testing::Values(kVertical, kHorizontal);
 INSTANTIATE_TEST_SUITE_P(, BarTest, kOrientations);
 
 TEST_P(BarTest, IsFilledInProportionToItsValue) {
-  Dress(PROGRESSH, {"rgb", "wy."});  // the track above the fill
-  Dress(PROGRESSV, {"rw", "gy", "b."});
+  Dress(PROGRESSH, {"r.b", "wy."});  // the track above the fill
+  Dress(PROGRESSV, {"rw", ".y", "b."});
   const std::tuple<int, int, double> rows[] = {{0, 100, -7},   {0, 100, 9.9}, {0, 100, 10},
                                                {0, 100, 99.9}, {0, 100, 900}, {100, 101, 100.5},
                                                {5, 5, 5}};
@@ -40,9 +40,9 @@ TEST_P(BarTest, IsFilledInProportionToItsValue) {
     Show(bars[i], isTransposed ? Rect{4 * i, 0, 2, 10} : Rect{0, 4 * i, 10, 2});
   }
   ExpectShown(isTransposed ? "progress_bars" : "progress_bars_lying", {0, 0, 28, 28});
-  for (const int position : {0, 50, 20}) bars[4].SetPosition(position), Play("wait1");
+  for (const int position : {0, 50, 29}) bars[4].SetPosition(position), Play("wait1");
   bars[4].Increment(), Play("wait1");
-  EXPECT_EQ(bars[4].GetValue(), 21);
+  EXPECT_EQ(bars[4].GetValue(), 30);
   bars[4].Setup(0, 0, 0, 0, 0, 0, GetParam());
   EXPECT_EQ(bars[4].GetValue(), 0);
 }
@@ -66,13 +66,13 @@ INSTANTIATE_TEST_SUITE_P(, SliderTest, kOrientations);
 
 TEST_P(SliderTest, LooksSayTheStateAndTheValue) {
   CurrentSkin()->dottedRect = 1;
-  std::array<Slider, 5> sliders;
-  for (int i = 0; i < 5; ++i) {
-    sliders[i].Setup(0, 0, 60, 60, 0, 0, -50, i == 4 ? -50 : 150, 40 * i, GetParam());
+  std::array<Slider, 6> sliders;  // the last ones for one value and for two
+  for (int i = 0; i < 6; ++i) {
+    sliders[i].Setup(0, 0, 60, 60, 0, 0, -50, i < 4 ? 150 : i - 54, 40 * i, GetParam());
     Show(sliders[i], isTransposed ? Rect{24 * i, 0, 60, 60} : Rect{0, 24 * i, 60, 60});
   }
   sliders[1].Select(), sliders[2].Disable(), sliders[3].SetFlag(kFlagFocus);
-  ExpectShown(isTransposed ? "sliders" : "sliders_lying", {0, 0, 120, 120});
+  ExpectShown(isTransposed ? "sliders" : "sliders_lying", {0, 0, 144, 144});
   for (const bool isMoved : {false, true}) {
     Tick(), isTransposed ? sliders[0].SetW(30) : sliders[0].SetH(30), Frame();
     isMoved ? sliders[0].MsgShape() : sliders[0].MsgResize();
@@ -87,6 +87,7 @@ TEST_P(SliderTest, TheGripComesToThePointerAndStaysUnderIt) {
     steps["at" + std::to_string(at)] = [this, at] { Mouse(200, 190), slider.SetPosition(at); };
   ExpectPlays("slider_grip", {"at-50+100,25+press 101,5 release 160,25",
                               "at100+99,25+press 79,5 320,5 11,5 release",
+                              "at100+95,25+press release at100+105,25+press release",
                               "at-50+100,25+press leave 250,180 release 99,25+press release",
                               "at-50+160,25 100,25+press 250,180 leave release",
                               "at-50+100,25+press restart 101,5 release"});

@@ -88,7 +88,7 @@ TEST_F(ButtonTest, LooksSayTheState) {
 TEST_F(ButtonTest, OldTextsAndIconsGoWithTheChange) {
   Label label;
   Show(label, {10, 10, 40, 40});
-  label.ClearFlag(kFlagAutoSize);
+  label.ClearFlag(kFlagAutoSize), label.SetFontColor(red, Color{}, kNormal);
   label.SetText("before"), Frame();
   label.SetText("now it is"), Check();
   label.AlignRight(), Check();

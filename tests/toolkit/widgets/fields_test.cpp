@@ -178,11 +178,11 @@ class ComboBoxTest : public WidgetFixture {
   ComboBoxTest() {
     for (const char* text : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"})
       combo.GetListBox().InsertItem(std::make_unique<TextListItem>(text));
+    Show(combo, {});
     for (const int i : {0, 6, 99, 1}) {
       steps['=' + std::to_string(i)] = [this, i] { combo.Setup(20, 10, 100, 24, 0, 0, i); };
       combo.Setup(20, 10, 100, 24, 0, 0, i);
     }
-    Show(combo, {20, 10, 100, 24});
     Show(covered, {10, 34, 120, 100});
     look = [this] {
       return combo.GetEdit().GetText() + std::string{combo.IsOpen() ? " open at " : " closed at "} +
@@ -206,7 +206,9 @@ TEST_F(ComboBoxTest, TheListLiesAboveTheDialogUntilTheMouseChoosesOrLeaves) {
   ExpectPlays("combo_box_left",
               {"press+release 110,60+press 200,150 release 110,20+press+release 200,150",
                // the second press goes to what the list covered
-               "110,20+press+release 100,66+press+release press+release"});
+               "110,20+press+release 100,66+press+release press+release",
+               // along its own edges
+               "110,20+press+release 60,60 20,60 60,10 110,20+press+release"});
   combo.Resize(140, 24), root.Redraw(), Play("150,20 press release");
   ExpectShown("combo_box_wider", {16, 8, 148, 104});
   Play("press release"), combo.Resize(100, 24), root.Redraw();
@@ -215,8 +217,10 @@ TEST_F(ComboBoxTest, TheListLiesAboveTheDialogUntilTheMouseChoosesOrLeaves) {
     combo.SetH(12, true), combo.SendMessage(msg);
     EXPECT_EQ(combo.h(), 24 + 80) << "a share of the screen and the list";
   }
-  combo.Hide();
-  EXPECT_TRUE(!combo.IsOpen() && combo.h() == 24);
+  combo.Unhide();
+  EXPECT_EQ(combo.h(), 24) << "it begins closed";
+  Play("press release"), combo.Hide();
+  EXPECT_TRUE(!combo.IsOpen() && combo.Hidden() && combo.h() == 24);
   combo.Unhide();
   EXPECT_FALSE(combo.IsOpen() || combo.Hidden());
   // In a wipe downward of four ticks, which closing it ends.
@@ -231,15 +235,19 @@ TEST_F(ComboBoxTest, TheListLiesAboveTheDialogUntilTheMouseChoosesOrLeaves) {
 
 TEST_F(ComboBoxTest, KeyboardOpensChoosesAndCancels) {
   root.SetFocus(&combo.GetEdit());
-  ExpectPlays("combo_box_keys",
-              {"x enter enter enter down+down escape space+wait20 down enter",
-               "space+wait20 end enter space+wait20 up+enter space+wait20+home"
-               " enter space+wait20 escape",
-               "=6 space+wait20 =0 space+wait20 escape", "=99 space+wait20 leave+wait1"});
-  EXPECT_FALSE(root.IsClosed());
+  ExpectPlays("combo_box_keys", {"x enter enter enter down+down escape space+wait20 down enter",
+                                 "space+wait20 end enter space+wait20 up+enter space+wait20+home"
+                                 " enter space+wait20 escape",
+                                 "=6 space+wait20 =0 space+wait20 escape",
+                                 "=99 space+wait20 leave+wait1", "110,20+press+release restart"});
+  Play("press+release");
+  EXPECT_TRUE(root.HandleKey(0, KEY_ESC)) << "it does not close what is around";
   combo.GetListBox().GetList().Clear();
   EXPECT_EQ(Play("110,20+press+release"), " open at -1 from 0");
   EXPECT_TRUE(combo.HasFocus()) << "an empty list leaves it to the button";
+  combo.GetListBox().InsertItem(std::make_unique<TextListItem>("only"));
+  Play("press+release wait20 press+release");
+  EXPECT_TRUE(combo.GetListBox().GetList().HasFocus());
 }
 
 }  // namespace

@@ -38,20 +38,22 @@ TEST_F(PanelTest, EachFrameAndLineHasItsOwnElement) {
 }
 
 TEST_F(PanelTest, AnImageLiesInTheMiddleAndIsCutAtItsEdges) {
-  const BitmapPtr art = Paint({"rg.b", "ygcb"});
+  const Rows picture{"rg.b", "ygcb"};
+  const BitmapPtr art = Paint(picture), lent = Paint(picture);
   struct : Image {
     using Image::SetBitmap;
     void SetBitmap(int element) override { Image::SetBitmap(element), SetMasked(false); }
   } image;
-  image.Setup(0, 0, 9, 9, 0, 0, SkinBitmap{art.get()}, false, green);
-  EXPECT_EQ(Shown(image), Rows({"rg.b", "ygcb"}));
-  image.ClearFlag(kFlagAutoSize), image.Resize(2, 5);
-  EXPECT_EQ(Shown(image), Rows({"..", "rg", "yg", "..", ".."}));
+  image.Setup(20, 20, 9, 9, 0, 0, SkinBitmap{lent.get()}, false, green);
+  clear_bitmap(lent.get());
+  EXPECT_EQ(Shown(image), picture) << "its own copy";
+  image.ClearFlag(kFlagAutoSize), image.Resize(2, 6);
+  EXPECT_EQ(Shown(image), Rows({"..", "..", "rg", "yg", "..", ".."}));
   image.SetMasked(true), image.Resize(6, 1);
   EXPECT_EQ(Shown(image), Rows({"grggbg"}));
   ClearScreen behind;
   Show(behind, {});
-  Show(image, {20, 20, 6, 4}), Frame();
+  Show(image, {image.GetRelativePos().x, image.GetRelativePos().y, 6, 4}), Frame();
   image.SetMasked(false), Check();
   image.SetMasked(true), Check();
   image.SetBackColor({}), Check();

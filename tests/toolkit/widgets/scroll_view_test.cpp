@@ -49,12 +49,14 @@ TEST_F(ViewTest, BarsShowWhereTheContentDoesNotFit) {
 }
 
 TEST_F(ViewTest, ScrollsNoFurtherThanTheContentGoes) {
+  view.ScrollTo(500, 500, 10, 10);
+  std::string positions = look() + ", ";
   view.SetContentSize(1000, 1000);
   view.Center();
-  std::string positions = Play("50,50+wheel1");
+  positions += Play("50,50+wheel1");
   for (const auto& [at, size] : {std::pair{500, 10}, {10, 5}, {100, 500}, {5000, 1}})
     view.ScrollTo(at, at, size, size), positions += ", " + look();
-  EXPECT_EQ(positions, "408 442 , 408 442 , 10 10 , 416 516 , 816 916 ");
+  EXPECT_EQ(positions, "0 0 , 408 442 , 408 442 , 10 10 , 416 516 , 816 916 ");
   view.Resize(300, 200);
   // Over a bar the wheel turns by its own step.
   ExpectPlays("view_scrolled", {"wait1 302,20+press+release 20,202+press+release",
@@ -66,6 +68,8 @@ TEST_F(ViewTest, ScrollsNoFurtherThanTheContentGoes) {
 TEST_F(ViewTest, LinesComeFromTextsAndFiles) {
   view.SetText("a\r\n\r\nb");
   EXPECT_EQ(view.Lines(), Rows({"a", "b"}));
+  view.AppendLines(Rows(20, "c"));
+  EXPECT_TRUE(view.Lines()[21] == "c" && view.VerticalShown());
   for (const auto& [text, lines] : {std::pair{"a\n\nc\n", Rows{"a", "", "c", ""}},
                                     {"a\n\xe2", {"a", "^", ""}},
                                     {"\xc3\xa9 \tb\r\n\r\n", {"\xc3\xa9       b", "", ""}}}) {
