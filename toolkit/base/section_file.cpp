@@ -89,25 +89,35 @@ int SectionFile::Section::GetId(const char* name, int defaultValue) const {
   return AL_ID(letters[0], letters[1], letters[2], letters[3]);
 }
 
+SectionFile::Line SectionFile::ReadLine(std::string_view line) {
+  const std::string sound = Sound(std::string{line});
+  const char* start = Skip(sound.c_str(), IsSpace);
+  if (*start == '\0') return {};
+  const char* end = Skip(start, IsInName);
+  std::string name{start, end};
+  if (name.empty()) return {Line::kNothing, {}, {}, false};
+  const bool hasEquals = *Skip(end, IsSpace) == '=';
+  std::string value = Trimmed(Skip(end, IsBeforeValue));
+  if (!IsHead(name)) return {Line::kEntry, std::move(name), std::move(value), hasEquals};
+  return {Line::kHead, name.substr(1, name.size() - 2), std::move(value), hasEquals};
+}
+
 SectionFile::SectionFile(std::string text) {
   std::replace(text.begin(), text.end(), '\0', ' ');
   Section* section = nullptr;
   bool grows = false;  // up to the first blank line
   int number = 0;
   for (std::size_t position = 0; position < text.size();) {
-    const std::string line = Sound(std::string{NextLine(text, position)});
+    Line line = ReadLine(NextLine(text, position));
     ++number;
-    const char* start = Skip(line.c_str(), IsSpace);
-    const char* end = Skip(start, IsInName);
-    std::string name{start, end};
-    if (IsHead(name)) {
-      section = &Begin(name.substr(1, name.size() - 2), number);
+    if (line.kind == Line::kHead) {
+      section = &Begin(std::move(line.name), number);
       grows = section->heads_.size() == 1;
-    } else if (!name.empty()) {
+    } else if (line.kind == Line::kEntry) {
       auto& entries = section ? section->entries_ : loose_;
-      entries.push_back({std::move(name), Trimmed(Skip(end, IsBeforeValue)), number});
+      entries.push_back({std::move(line.name), std::move(line.value), number});
     }
-    grows = grows && *start != '\0';
+    grows = grows && line.kind != Line::kBlank;
     if (grows) section->lastLine_ = number;
   }
 }

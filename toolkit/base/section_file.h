@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -52,6 +53,16 @@ class SectionFile {
     std::vector<int> heads_;
     int lastLine_ = 0;
   };
+
+  // What one line says.
+  struct Line {
+    enum Kind { kBlank, kNothing, kHead, kEntry } kind = kBlank;
+    std::string name;        // of the section or the entry, as it is written
+    std::string value;       // of the entry; behind a head, what nobody reads
+    bool hasEquals = false;  // between name and value, which are parted by it or by white space
+  };
+  // Takes a line of such a text apart.
+  static Line ReadLine(std::string_view line);
 
   SectionFile() = default;
   // A text in the current format, whose terminator is one zero byte.

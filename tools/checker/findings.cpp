@@ -5,6 +5,7 @@
 
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/text.h"
+#include "tools/checker/lines.h"
 #include "tools/checker/nearest.h"
 
 namespace zel {
@@ -93,10 +94,9 @@ void Findings::ReadComments(const std::string& file, const std::string& text) {
   for (std::size_t position = 0; position < text.size();) {
     const std::string line{NextLine(text, position)};
     ++number;
-    const std::size_t start = line.find_first_not_of(" \t");
-    if (start == std::string::npos) continue;
+    const std::string trimmed = Trimmed(Sound(line).c_str());
+    if (trimmed.empty()) continue;
     const std::size_t comment = FindAllowComment(line);
-    const bool isComment = line[start] == ';' || line[start] == '#';
     if (comment != std::string::npos) {
       std::string name = line.substr(line.find(kAllow) + std::string_view{kAllow}.size());
       name = name.substr(0, name.find_first_of(" \t"));
@@ -105,7 +105,7 @@ void Findings::ReadComments(const std::string& file, const std::string& text) {
       else
         allowed_.push_back({{file, number}, number, name});
     }
-    if (isComment) continue;
+    if (IsComment(trimmed)) continue;
     for (; waiting < allowed_.size(); ++waiting) allowed_[waiting].line = number;
   }
 }

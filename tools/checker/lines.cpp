@@ -1,10 +1,10 @@
 #include "tools/checker/lines.h"
 
-#include <algorithm>
 #include <map>
 #include <utility>
 #include <vector>
 
+#include "launcher/language.h"
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/text.h"
 
@@ -12,32 +12,25 @@ namespace zel {
 namespace {
 
 constexpr const char* kNobody = "[?]";
-constexpr const char* kBlanks = " \t\v\f";
-
-std::string Strip(const std::string& text) {
-  const std::size_t start = text.find_first_not_of(kBlanks);
-  if (start == std::string::npos) return {};
-  return text.substr(start, text.find_last_not_of(kBlanks) - start + 1);
-}
-
-bool IsComment(const std::string& stripped) {
-  return stripped.empty() || stripped.front() == '#' || stripped.front() == ';';
-}
-
-// "[NAME]" for a line that is meant as a head but is none; empty for any other line.
-std::string MeantHead(const std::string& stripped) {
-  if (stripped.front() != '[') {
-    const bool hasEnd = stripped.find_first_of(" \t=[]") == stripped.size() - 1;
-    return hasEnd && stripped.back() == ']' ? '[' + stripped : std::string{};
+// White space outside of the value that the code pages of languages do not have; empty for none.
+std::string ForeignBlank(std::string line, const std::string& value) {
+  if (!value.empty()) line.erase(line.rfind(value), value.size());
+  for (const char* at = line.c_str(); *at != '\0';) {
+    const char* const start = at;
+    if (const int c = ugetxc(&at); !IsAscii(*start) && uisspace(c)) return {start, at};
   }
-  const std::size_t end = std::min(stripped.find(']'), stripped.size());
-  std::string name = stripped.substr(1, end - 1);
-  const bool isHead =
-      end < stripped.size() && !name.empty() && name.find_first_of(" \t=#") == std::string::npos &&
-      std::string{"\0 \t\v\f=#", 7}.find(stripped.c_str()[end + 1]) != std::string::npos;
-  if (isHead) return {};
-  std::erase_if(name, [](char c) { return c == ' ' || c == '\t' || c == '=' || c == '#'; });
-  return '[' + name + ']';
+  return {};
+}
+
+// The name in a line that is meant as a head but is none.
+std::string MeantName(const std::string& line) {
+  const std::string inside = line.substr(line.front() == '[' ? 1 : 0);
+  std::string name;
+  for (const char* at = inside.c_str(); *at != '\0' && *at != ']';) {
+    const char* const start = at;
+    if (const int c = ugetxc(&at); !uisspace(c) && c != '=' && c != '#') name.append(start, at);
+  }
+  return name;
 }
 
 // A key that its section has already.
@@ -65,28 +58,38 @@ std::string Upper(std::string text) {
   return text;
 }
 
+bool IsComment(const std::string& trimmed) {
+  return trimmed.empty() || trimmed.front() == '#' || trimmed.front() == ';';
+}
+
 SectionFile CheckLines(Findings& findings, const std::string& file, std::string text,
                        const char* home) {
+  using Line = SectionFile::Line;
+  const bool isUnicode = WantsUnicode();
+  const LanguageRow& english = Languages().front();
   std::string mended, section;
   std::map<std::string, int> heads, keys;
   std::vector<TwiceKey> twice;  // in the section so far
   bool isLoose = false;         // which is said once
   int number = 0;
   for (std::size_t position = 0; position < text.size(); mended += '\n') {
-    const std::string line{NextLine(text, position)};
-    const std::string stripped = Strip(line);
+    const std::string line = Sound(std::string{NextLine(text, position)});
+    const std::string trimmed = Trimmed(line.c_str());
     const Place place{file, ++number};
-    if (IsComment(stripped)) continue;
-    std::string head = MeantHead(stripped);
-    if (!head.empty()) {
-      findings.Add(Msg::kBadHead, place, {stripped, head.substr(1, head.size() - 2)});
-      if (head == "[]") head = kNobody;
-    } else if (stripped.front() == '[') {
-      head = stripped.substr(0, stripped.find(']') + 1);
-      const std::string rest = Strip(stripped.substr(head.size()));
-      if (!IsComment(rest)) findings.Add(Msg::kBehindHead, place, {rest, head});
-    }
-    if (!head.empty()) {
+    if (IsComment(trimmed)) continue;
+    const auto [kind, name, value, hasEquals] = SectionFile::ReadLine(line);
+    const std::string foreign = isUnicode ? std::string{} : ForeignBlank(line, value);
+    // "NAME]" is meant as a head, too.
+    if (kind == Line::kHead || trimmed.front() == '[' ||
+        (name == trimmed && name.find_first_of("[]") == name.size() - 1)) {
+      const bool isHead =
+          kind == Line::kHead && !name.empty() && name.find(']') == std::string::npos;
+      const std::string meant = isHead ? name : MeantName(trimmed);
+      std::string head = meant.empty() ? kNobody : '[' + meant + ']';
+      if (!isHead || !foreign.empty())
+        findings.Add(Msg::kBadHead, place, {foreign.empty() ? trimmed : line, meant});
+      else if (!IsComment(value))
+        findings.Add(Msg::kBehindHead, place, {value, head});
       section = Upper(head);
       keys.clear();
       AddTwice(findings, file, std::exchange(twice, {}));
@@ -99,19 +102,15 @@ SectionFile CheckLines(Findings& findings, const std::string& file, std::string 
       mended += isNew ? head : kNobody;
       continue;
     }
-    const std::size_t nameEnd = stripped.find_first_of(" \t\v\f=#");
-    const std::string name = stripped.substr(0, nameEnd);
-    const std::size_t sign =
-        stripped.find_first_not_of(kBlanks, std::min(nameEnd, stripped.size()));
-    if (section == kNobody || name.empty()) continue;
+    if (section == kNobody || kind != Line::kEntry) continue;
     if (section.empty()) {
       if (!isLoose) findings.Add(Msg::kLooseKey, place, {name, home});
       isLoose = true;
       continue;
     }
-    if (sign == std::string::npos || stripped[sign] != '=') {
-      const bool isBehind = stripped.find('=') != std::string::npos;
-      findings.Add(Msg::kNoEquals, place, {isBehind ? name : stripped, isBehind ? "behind" : "in"});
+    if (!hasEquals) {
+      const bool isBehind = trimmed.find('=') != std::string::npos;
+      findings.Add(Msg::kNoEquals, place, {isBehind ? name : trimmed, isBehind ? "behind" : "in"});
       continue;
     }
     const auto [first, isNew] = keys.try_emplace(Upper(name), number);
@@ -119,7 +118,9 @@ SectionFile CheckLines(Findings& findings, const std::string& file, std::string 
       twice.push_back({name, number, first->second});
       continue;
     }
-    if (sign + 1 == stripped.size()) findings.Add(Msg::kEmptyValue, place, {name});
+    if (!foreign.empty())
+      findings.Add(Msg::kNoLetter, place, {foreign, english.code, english.encoding});
+    if (value.empty()) findings.Add(Msg::kEmptyValue, place, {name});
     mended += line;
   }
   AddTwice(findings, file, twice);

@@ -13,6 +13,10 @@ inline constexpr const char* kNoName = "?";
 
 std::string Upper(std::string text);
 
+// Whether a line without white space at its ends says nothing. What begins with ";" is an entry for
+// the reader, which nobody asks for.
+bool IsComment(const std::string& trimmed);
+
 // Takes the text of a file apart and says what is wrong with its lines: keys before the first
 // section, which belong into `home`, heads that are none, lines without "=", keys and sections that
 // stand there twice. What is plainly meant by such a head is taken for one; of keys that stand

@@ -132,9 +132,7 @@ std::string LongerKey(Keys keys, const std::string& name) {
 // False for comments alone.
 bool HoldsText(const std::string& text) {
   for (std::size_t position = 0; position < text.size();)
-    if (const std::string line = Trimmed(std::string{NextLine(text, position)}.c_str());
-        !line.empty() && line.front() != '#' && line.front() != ';')
-      return true;
+    if (!IsComment(Trimmed(Sound(std::string{NextLine(text, position)}).c_str()))) return true;
   return false;
 }
 
