@@ -45,14 +45,6 @@ std::string LayoutSection() {
 Color SeparatorColor() { return {140, 140, 140}; }
 Color DisabledColor() { return {150, 150, 150}; }
 
-// "r,g,b" in decimal; no colour when a number is missing.
-Color ParseColor(const char* text) {
-  int r = kUnset, g = kUnset, b = kUnset;
-  std::sscanf(text, "%d,%d,%d", &r, &g, &b);
-  if (r == kUnset || g == kUnset || b == kUnset) return {};
-  return {r, g, b};
-}
-
 // A key in the interface language: "Title.de" where there is one, else "Title".
 std::string Translated(const Section& section, const char* key, bool translates,
                        const char* fallback = "") {
@@ -73,7 +65,7 @@ void ReadScreenText(const SectionFile& file, const char* layoutSection, const st
   number("Top", text.top);
   number("Font", text.font);
   const std::string color = key + "Color";
-  const Color said = ParseColor(own.GetText(color.c_str(), general.GetText(color.c_str())));
+  const Color said = ReadColor(own.GetText(color.c_str(), general.GetText(color.c_str())));
   if (said.IsSet()) text.color = said;
   const std::string words = Translated(general, key.c_str(), translates);
   if (words == kNoText)
@@ -83,7 +75,7 @@ void ReadScreenText(const SectionFile& file, const char* layoutSection, const st
 }
 
 void ReadLook(const Section& section, MenuItem& item) {
-  item.color = ParseColor(section.GetText("Color"));
+  item.color = ReadColor(section.GetText("Color"));
   item.hasOwnColor = item.color.IsSet();
   if (section.GetInt("Separator") != 0) {
     item.flags |= kItemSeparator;
@@ -134,6 +126,12 @@ bool FileExists(const char* name) {
 bool ItemFileExists(const char* name) {
   const auto assumed = paths.assumed.find(name);
   return assumed == paths.assumed.end() ? FileExists(name) : assumed->second;
+}
+
+ColorText ReadColor(const char* text) {
+  ColorText color;
+  std::sscanf(text, "%d,%d,%d%n", &color.r, &color.g, &color.b, &color.length);
+  return color;
 }
 
 LayoutValues ReadLayout(const SectionFile& file, const char* section, LayoutValues values) {
@@ -207,7 +205,7 @@ void MenuConfig::ReadScreen(const SectionFile& file, MenuLevel& level) {
   defaultLine = general.GetInt("Default");
   defaultTimeout = general.GetInt("DefaultTimeout");
   defaultAfterReturn = general.GetInt("DefaultAfterReturn") != 0;
-  const Color backLine = ParseColor(general.GetText("BacklineColor"));
+  const Color backLine = ReadColor(general.GetText("BacklineColor"));
   launcherState.backLineColor = backLine.IsSet() ? backLine : DefaultBackLineColor();
   launcherState.hasBackLineColor = backLine.IsSet();
 }

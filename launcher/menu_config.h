@@ -73,6 +73,17 @@ LayoutValues ReadLayout(const SectionFile& file, const char* section, LayoutValu
 
 inline constexpr const char* kGeneralSection = "MENU_CONFIGURATION";
 
+// What a text says of a colour: "r,g,b" in decimal, before anything else.
+struct ColorText {
+  int r = -1, g = -1, b = -1;
+  int length = 0;  // of what was read; 0 when a number is missing
+
+  // There is none when a number is missing, or -1.
+  bool IsSet() const { return r != -1 && g != -1 && b != -1; }
+  operator Color() const { return IsSet() ? Color{r, g, b} : Color{}; }
+};
+ColorText ReadColor(const char* text);
+
 // The menu file that is shown, and the files that led to it.
 //
 // Reading never fails: what a file does not say has its default, and a missing file says nothing.

@@ -89,15 +89,6 @@ std::string TextOf(const SectionFile& file, const char* section, const char* key
   return narrow;
 }
 
-// Three numbers of 0 to 255 and nothing else; no colour for another text.
-Color ParseColor(const std::string& text) {
-  int r = 0, g = 0, b = 0;
-  char more = 0;
-  if (std::sscanf(text.c_str(), "%d ,%d ,%d %c", &r, &g, &b, &more) != 3) return {};
-  if (std::min({r, g, b}) < 0 || std::max({r, g, b}) > 255) return {};
-  return {r, g, b};
-}
-
 // Whole numbers only.
 int ParseMeasure(const std::string& text, int highest) {
   int value = 0;
@@ -136,10 +127,18 @@ std::vector<MenuLook::Measure> MenuLook::MeasureKeys() {
   return measures;
 }
 
+Color MenuLook::ReadColor(const char* text) {
+  int r = 0, g = 0, b = 0;
+  char more = 0;
+  if (std::sscanf(text, "%d ,%d ,%d %c", &r, &g, &b, &more) != 3) return {};
+  if (std::min({r, g, b}) < 0 || std::max({r, g, b}) > 255) return {};
+  return {r, g, b};
+}
+
 void MenuLook::Read(const SectionFile& file) {
   *this = {};
   for (const ColorKey& row : kColors)
-    this->*row.color = ParseColor(TextOf(file, row.section, row.key));
+    this->*row.color = ReadColor(TextOf(file, row.section, row.key).c_str());
   for (const MeasureKey& row : kMeasures) {
     const int value = ParseMeasure(TextOf(file, row.section, row.key), row.highest);
     this->*row.measure = row.isPixels && value > 0 ? Zoomed(value) : value;

@@ -76,6 +76,8 @@ struct MenuLook {
   static std::vector<Measure> MeasureKeys();
 
   void Read(const SectionFile& file);
+  // Three numbers of 0 to 255 and nothing else, in ASCII; no colour for another text.
+  static Color ReadColor(const char* text);
   // Every colour of this look, in the order of their keys.
   std::vector<Color*> Colors();
 };

@@ -269,15 +269,15 @@ class LayoutCheck {
 
   // The colour of an entry on the ground of the list.
   void CheckColor(const MenuFile& menu, const MenuSection& section, const char* key) {
-    int r = 0, g = 0, b = 0;
+    const Color color = ReadColor(section.Text(key).c_str());
     const bool isShown = section.Number("Separator") == 0 && section.Number("Disable") <= 0;
-    if (!isShown || std::sscanf(section.Text(key).c_str(), "%d,%d,%d", &r, &g, &b) != 3) return;
+    if (!isShown || !color.IsSet()) return;
     const MenuLook& look = CurrentSkin()->menu;
     const Color ground =
         look.IsFlat() ? look.ground : MiddleOf(*CurrentSkin(), LIST, 0, kListStates);
     // A look that has a least contrast brings colours to it.
     if (!ground.IsSet() || look.leastContrast > 0) return;
-    if (const double contrast = Contrast(Color{r, g, b}, ground); contrast < kLeastContrast)
+    if (const double contrast = Contrast(color, ground); contrast < kLeastContrast)
       findings_.Add(Msg::kContrast, menu.At(section.LineOf(key)),
                     {section.number > 0 ? '[' + section.name + ']' : key, Decimal(contrast)});
   }

@@ -34,6 +34,13 @@ bool IsFontSection(const std::string& section) {
   return section.size() == 5 && Upper(section).starts_with("FONT");
 }
 
+bool IsOfLook(const SkinKey& key) {
+  const MenuLook::Names names = MenuLook::ColorKeys();
+  return std::any_of(names.begin(), names.end(), [&key](const auto& name) {
+    return key.section == name.first && key.key == name.second;
+  });
+}
+
 class SkinCheck {
  public:
   SkinCheck(Findings& findings, const std::string& name) : findings_{findings}, name_{name} {
@@ -108,10 +115,12 @@ class SkinCheck {
     const std::string value = WithoutComment(entry.value, kind >= SkinKey::kNumber);
     if (value.empty() || CheckQuotes(findings_, place, value)) return;
     if (kind == SkinKey::kColor) {
-      std::string commas = value;
-      std::replace(commas.begin(), commas.end(), ';', ',');
-      if (value != "-1" && !CheckColor(findings_, place, entry.name, commas))
-        areColors_ = areColors_ && Upper(key.section) != "COLORS";
+      std::string text = value;
+      // Only what is older than looks may have them.
+      if (!IsOfLook(key)) std::replace(text.begin(), text.end(), ';', ',');
+      if (value == "-1" || MenuLook::ReadColor(text.c_str()).IsSet()) return;
+      findings_.Add(Msg::kNoColor, place, {entry.name, value});
+      areColors_ = areColors_ && Upper(key.section) != "COLORS";
       return;
     }
     if (Upper(key.key) == "CONTRAST") CheckLeastContrast(place, entry.name, value);

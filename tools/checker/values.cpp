@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "imageformats/load.h"
+#include "launcher/menu_config.h"
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/text.h"
@@ -95,14 +96,10 @@ bool CheckNumber(Findings& findings, const Place& place, const std::string& key,
   return true;
 }
 
-bool CheckColor(Findings& findings, const Place& place, const std::string& key,
-                const std::string& value) {
-  int rest = 0, r = 0, g = 0, b = 0;
-  const bool isWhole = std::sscanf(value.c_str(), "%d , %d , %d %n", &r, &g, &b, &rest) == 3 &&
-                       rest == static_cast<int>(value.size());
-  if (isWhole && std::min({r, g, b}) >= 0 && std::max({r, g, b}) <= 255) return true;
-  findings.Add(Msg::kNoColor, place, {key, value});
-  return false;
+bool IsMenuColor(const std::string& value) {
+  const ColorText color = ReadColor(value.c_str());
+  return color.length == std::ssize(value) && std::min({color.r, color.g, color.b}) >= 0 &&
+         std::max({color.r, color.g, color.b}) <= 255;
 }
 
 bool CheckZoom(Findings& findings, const Place& place, const std::string& key,
@@ -147,7 +144,7 @@ void CheckValue(Findings& findings, Pictures& pictures, const Place& place, cons
       CheckNumber(findings, place, entry.name, plain, false);
       return;
     case MenuKey::kColor:
-      CheckColor(findings, place, entry.name, plain);
+      if (!IsMenuColor(plain)) findings.Add(Msg::kNoColor, place, {entry.name, plain});
       return;
     case MenuKey::kZoom:
       CheckZoom(findings, place, entry.name, plain, false);

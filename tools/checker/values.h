@@ -23,17 +23,17 @@ class Pictures {
 // True for digits as C writes a number, and nothing else.
 bool IsNumber(const std::string& text);
 // The number that the launcher takes a text for.
-bool IsNumber(const std::string& text);
 int ParsedNumber(const std::string& text);
 // A number for messages, with one decimal.
 std::string Decimal(double number);
 
-// Say what is wrong with a value that is to be a number, decimal or as C writes it, a colour or a
-// zoom. False for something. `key` is the name for messages.
+// True for a colour as menu files have it, of components that there are.
+bool IsMenuColor(const std::string& value);
+
+// Say what is wrong with a value that is to be a number, decimal or as C writes it, or a zoom. False
+// for something. `key` is the name for messages.
 bool CheckNumber(Findings& findings, const Place& place, const std::string& key,
                  const std::string& value, bool isDecimal);
-bool CheckColor(Findings& findings, const Place& place, const std::string& key,
-                const std::string& value);
 bool CheckZoom(Findings& findings, const Place& place, const std::string& key,
                const std::string& value, bool mayBeAuto);
 // True for quotes around a value, which is said.
