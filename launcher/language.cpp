@@ -54,15 +54,9 @@ void ReadLanguageCode() {
   for (const SectionFile::Section& section : file.Sections()) look(section.Entries());
 }
 
-const LanguageRow& FindLanguage(const char* code) {
-  for (const LanguageRow& row : kLanguages)
-    if (std::strcmp(row.code, code) == 0) return row;
-  return kLanguages[0];
-}
-
 const LanguageRow& ReadLanguage() {
   ReadLanguageCode();
-  return FindLanguage(launcherState.languageCode);
+  return LanguageOf(launcherState.languageCode);
 }
 
 }  // namespace
@@ -77,7 +71,7 @@ std::string InTextFormat(const std::string& hints) {
 }
 
 std::string HintsInUtf8(const std::string& hints, const char* code) {
-  const LanguageRow& language = FindLanguage(code);
+  const LanguageRow& language = LanguageOf(code);
   if (!language.codePage) return Sound(hints, U_UTF8);
   set_ucodepage(language.codePage(), nullptr);
   return Converted(hints, U_ASCII_CP, U_UTF8);
@@ -92,11 +86,19 @@ void UseEnglish() {
 
 std::span<const LanguageRow> Languages() { return kLanguages; }
 
+const LanguageRow& LanguageOf(const char* code) {
+  for (const LanguageRow& row : kLanguages)
+    if (std::strcmp(row.code, code) == 0) return row;
+  return kLanguages[0];
+}
+
+bool IsInUnicode(const LanguageRow& language) { return !language.codePage || WantsUnicode(); }
+
 void SetupEncoding() {
   const LanguageRow& language = ReadLanguage();
   set_uformat(U_ASCII);
-  launcherState.hintsNeedConversion = language.codePage && WantsUnicode();
-  const bool isUnicode = !language.codePage || launcherState.hintsNeedConversion;
+  const bool isUnicode = IsInUnicode(language);
+  launcherState.hintsNeedConversion = language.codePage && isUnicode;
   set_uformat(isUnicode ? U_UTF8 : U_ASCII_CP);
   if (language.codePage) set_ucodepage(language.codePage(), nullptr);
   SetTextLanguage(language.catalogue);

@@ -29,6 +29,8 @@ struct LanguageRow {
   const char* encoding;  // its name
 };
 std::span<const LanguageRow> Languages();
+// The row of a code; that of English for one that is not known.
+const LanguageRow& LanguageOf(const char* code);
 
 // The language of the LANG line in the language file, read anew at every call; kEnglish when there
 // is none or it is not known. Keeps its code in launcherState.
@@ -43,6 +45,8 @@ void SetupEncoding();
 
 // Whether they do.
 bool WantsUnicode();
+// Whether the texts of a language are in UTF-8 then; else they are in its code page.
+bool IsInUnicode(const LanguageRow& language);
 
 // The content of a hint file, which is in the encoding of the language, in the text format.
 std::string InTextFormat(const std::string& hints);

@@ -24,27 +24,31 @@ enum MenuItemFlag : std::uint32_t {
 
 inline constexpr const char* kMainMenu = "menu.cfg";  // leads to all others
 
+// A text of a menu file, and the name of a file, are cut to these bytes in the text format, one for
+// the terminator.
+inline constexpr std::size_t kTextBytes = 1024, kNameBytes = 260;
+
 // Hints are cut to this many characters.
 inline constexpr int kHintCharacters = 4096;
 inline constexpr std::size_t kBytesPerCharacter = 4;  // in UTF-8
 
 struct MenuItem {
   std::uint32_t flags = 0;
-  FixedText<1024> title;
-  FixedText<260> icon;  // picture file
+  FixedText<kTextBytes> title;
+  FixedText<kNameBytes> icon;  // picture file
   std::int32_t exitCode = 0;
-  FixedText<1024> exitString;
-  FixedText<1024> hintSection;
+  FixedText<kTextBytes> exitString;
+  FixedText<kTextBytes> hintSection;
   FixedText<kHintCharacters * kBytesPerCharacter + 1> hintText;
-  FixedText<260> submenu;  // menu file
-  Color color;             // of the title; none when not set
-  FixedText<260> waitForFile;
-  FixedText<260> waitWhileFile;
+  FixedText<kNameBytes> submenu;  // menu file
+  Color color;                    // of the title; none when not set
+  FixedText<kNameBytes> waitForFile;
+  FixedText<kNameBytes> waitWhileFile;
   std::int32_t timeout = 0;  // seconds
-  FixedText<260> showIfFile;
-  FixedText<1024> waitText;  // of the waiting window; empty for the usual one
-  bool hasOwnColor = false;  // the menu file says it
-  std::int32_t line = 0;     // the number of its section
+  FixedText<kNameBytes> showIfFile;
+  FixedText<kTextBytes> waitText;  // of the waiting window; empty for the usual one
+  bool hasOwnColor = false;        // the menu file says it
+  std::int32_t line = 0;           // the number of its section
 };
 
 // What an entry is called; the one that leads out of a submenu has a text of the program's.
@@ -53,7 +57,7 @@ const char* TitleOf(const MenuItem& item);
 // A line of text on the background. A menu file that leaves something of it out has that of the
 // menu that led to it.
 struct ScreenText {
-  FixedText<1024> text;  // empty for none
+  FixedText<kTextBytes> text;  // empty for none
   std::int32_t left = 79;
   std::int32_t top;
   std::int32_t font = 0;  // of the skin
@@ -62,7 +66,7 @@ struct ScreenText {
 
 // One open menu file.
 struct MenuLevel {
-  FixedText<260> fileName;
+  FixedText<kNameBytes> fileName;
   std::int32_t index = 0;  // of the selected entry, counted as the list shows them
   ScreenText heading{.text = {}, .top = 40, .font = 2, .color = {255, 255, 255}};
   ScreenText keyHelp{.text = {}, .top = 80, .color = {255, 255, 255}};
@@ -104,10 +108,10 @@ class MenuConfig {
   MenuLevel& CurrentLevel() { return *levels.back(); }
   int Depth() const { return static_cast<int>(levels.size()); }
 
-  FixedText<260> background{"back.bmp"};
-  FixedText<1024> menuTitle;
-  FixedText<1024> hintTitle;
-  FixedText<260> hintFile;
+  FixedText<kNameBytes> background{"back.bmp"};
+  FixedText<kTextBytes> menuTitle;
+  FixedText<kTextBytes> hintTitle;
+  FixedText<kNameBytes> hintFile;
   std::int32_t lineCount = 0;
   std::vector<std::unique_ptr<MenuItem>> items;    // in file order
   std::vector<std::unique_ptr<MenuLevel>> levels;  // outermost first; the last is current

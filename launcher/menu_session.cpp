@@ -52,7 +52,7 @@ bool MenuSession::RestoreLevel(int level, int index) {
   if (level > 0) {
     const MenuItem* item = CurrentItem();
     if (!item || !(item->flags & kItemSubmenu)) return false;
-    const FixedText<260> submenu = item->submenu;
+    const FixedText<kNameBytes> submenu = item->submenu;
     Open(submenu);
   }
   const int last = Count() - 1;
@@ -77,7 +77,7 @@ MenuSession::Step MenuSession::Choose(const MenuItem& item) {
   if (item.flags & kItemDisabled) return Step::kNothing;
   if (item.flags & kItemSubmenu) {
     // Opening it ends the item.
-    const FixedText<260> submenu = item.submenu;
+    const FixedText<kNameBytes> submenu = item.submenu;
     Open(submenu);
     Select(0);
     return Step::kOther;

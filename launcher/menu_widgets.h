@@ -146,7 +146,7 @@ class TitledPanel : public Dialog {
   Widget& child;
   int horizontalMargin = 0;
   int verticalMargin = 0;
-  FixedText<1024> title;
+  FixedText<kTextBytes> title;
 };
 
 // The list of the menu. Tells its parent MSG_ITEM_CHOSEN.

@@ -24,7 +24,6 @@
 namespace zel {
 namespace {
 
-constexpr std::size_t kLongestTitle = 1023;  // bytes
 constexpr int kTouch = 8;  // pixels by which panels may lie one over the other: no more than frames
 
 // The keys that say where a panel is.
@@ -323,7 +322,7 @@ class LayoutCheck {
       for (const MenuLine& line : menu.items[i].lines) {
         if (std::string_view{line.key->name} != "Title") continue;
         ++count;
-        if (line.entry.value.size() > kLongestTitle) continue;  // which is said
+        if (IsCut(line)) continue;  // which is said
         if (const int width = ListFont().TextLength(line.entry.value.c_str()); width > room)
           wide.push_back({line, width, room});
       }

@@ -300,7 +300,7 @@ class Reader {
       if (section.Find(line.key->name, line.language)) return;
       line.entry.name = nearest;
     }
-    CheckValue(findings_, pictures_, place, *line.key, line.entry);
+    CheckValue(findings_, pictures_, place, line);
     // A place that is no number says nothing of where things lie.
     if (section.number == 0 && line.key->kind == MenuKey::kNumber && !line.entry.value.empty() &&
         !IsNumber(line.entry.value))

@@ -27,12 +27,6 @@ namespace {
 
 constexpr std::string_view kNoText = "-";  // where there would be one
 
-const LanguageRow& RowOf(const std::string& suffix) {
-  for (const LanguageRow& row : Languages())
-    if (suffix == row.code) return row;
-  return Languages().front();
-}
-
 // All but English, which has none.
 std::vector<std::string> Suffixes() {
   std::vector<std::string> suffixes;
@@ -237,7 +231,7 @@ void CheckSectionTexts(Findings& findings, Letters& letters, const MenuFile& men
       findings.Add(Msg::kMarkup, place, {markup});
     if (skin && std::string_view{line.key->name} == "WaitText")
       CheckWaitText(findings, place, line, *skin);
-    letters.Check(place, line.entry.value, RowOf(line.language),
+    letters.Check(place, line.entry.value, LanguageOf(line.language.c_str()),
                   FontOf(skin, menu, line.key->name));
   }
 }
@@ -276,7 +270,7 @@ void CheckCopied(Findings& findings, const MenuFile& menu, const std::string& la
     const MenuLine* line = item->Find("Title", language);
     if (line && line->entry.value != item->Text("Title")) ++translated;
     if (line && line->entry.value == item->Text("Title") &&
-        IsSaying(line->entry.value, RowOf(language)))
+        IsSaying(line->entry.value, LanguageOf(language.c_str())))
       copied.push_back(line);
   }
   if (translated <= std::ssize(copied)) return;
@@ -407,8 +401,9 @@ class HintsCheck {
         // fault.
         const std::string other =
             line->language == language ? CheckLanguage(menu, *line) : std::string{};
-        if (Hints& hints = Open(line->entry.value, RowOf(other.empty() ? language : other), menu,
-                                menu.At(line->entry.line));
+        if (Hints& hints =
+                Open(line->entry.value, LanguageOf((other.empty() ? language : other).c_str()),
+                     menu, menu.At(line->entry.line));
             hints.isRead)
           files.emplace(line->entry.value, &hints);
       }

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "imageformats/load.h"
+#include "launcher/language.h"
 #include "launcher/menu_config.h"
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/bytes.h"
@@ -19,9 +20,10 @@
 namespace zel {
 namespace {
 
-// What the launcher keeps of a text and of the name of a file, in bytes; most languages have one
-// for each character.
-constexpr int kLongestText = 1023, kLongestName = 259;
+// What the launcher keeps of a value, in bytes.
+std::size_t RoomFor(const MenuKey& key) {
+  return (key.kind >= MenuKey::kName ? kNameBytes : kTextBytes) - 1;
+}
 
 void CheckPicture(Findings& findings, Pictures& pictures, const Place& place,
                   const std::string& name) {
@@ -119,8 +121,17 @@ bool CheckQuotes(Findings& findings, const Place& place, const std::string& valu
   return isQuoted;
 }
 
-void CheckValue(Findings& findings, Pictures& pictures, const Place& place, const MenuKey& key,
-                SectionFile::Entry& entry) {
+bool IsCut(const MenuLine& line) {
+  const std::string& value = line.entry.value;
+  const std::size_t room = RoomFor(*line.key);
+  // In a code page each character is a byte.
+  return value.size() > room && (IsInUnicode(LanguageOf(line.language.c_str())) ||
+                                 static_cast<std::size_t>(ustrlen(value.c_str())) > room);
+}
+
+void CheckValue(Findings& findings, Pictures& pictures, const Place& place, MenuLine& line) {
+  const MenuKey& key = *line.key;
+  SectionFile::Entry& entry = line.entry;
   const bool isRead = key.kind <= MenuKey::kZoom && key.kind != MenuKey::kText;
   std::string plain = WithoutComment(entry.value, isRead);
   // A number ends before a comment.
@@ -128,14 +139,12 @@ void CheckValue(Findings& findings, Pictures& pictures, const Place& place, cons
   if (CheckQuotes(findings, place, plain)) plain = plain.substr(1, plain.size() - 2);
   entry.value = plain;
   if (plain.empty()) return;
-  const FormatGuard format{U_UTF8};
-  const bool isName = key.kind >= MenuKey::kName;
-  if (isName && ustrlen(plain.c_str()) > kLongestName) {
-    findings.Add(Msg::kNameLong, place, {entry.name});
-    return;
+  if (IsCut(line)) {
+    const bool isName = key.kind >= MenuKey::kName;
+    findings.Add(isName ? Msg::kNameLong : Msg::kTextLong, place,
+                 {entry.name, std::to_string(RoomFor(key))});
+    if (isName) return;
   }
-  if (!isName && ustrlen(plain.c_str()) > kLongestText)
-    findings.Add(Msg::kTextLong, place, {entry.name});
   if (key.kind >= MenuKey::kFile && (plain.front() == '/' || plain.starts_with("../")) &&
       IsFile(plain.c_str()))
     findings.Add(Msg::kNameOutside, place, {plain});

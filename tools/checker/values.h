@@ -30,8 +30,8 @@ std::string Decimal(double number);
 // True for a colour as menu files have it, of components that there are.
 bool IsMenuColor(const std::string& value);
 
-// Say what is wrong with a value that is to be a number, decimal or as C writes it, or a zoom. False
-// for something. `key` is the name for messages.
+// Say what is wrong with a value that is to be a number, decimal or as C writes it, or a zoom.
+// False for something. `key` is the name for messages.
 bool CheckNumber(Findings& findings, const Place& place, const std::string& key,
                  const std::string& value, bool isDecimal);
 bool CheckZoom(Findings& findings, const Place& place, const std::string& key,
@@ -41,7 +41,9 @@ bool CheckQuotes(Findings& findings, const Place& place, const std::string& valu
 
 // All that can be said of one value in a menu file by itself, files and pictures included. What was
 // not meant to be part of it is taken from it.
-void CheckValue(Findings& findings, Pictures& pictures, const Place& place, const MenuKey& key,
-                SectionFile::Entry& entry);
+void CheckValue(Findings& findings, Pictures& pictures, const Place& place, MenuLine& line);
+
+// Whether the launcher cuts the value, which has been said.
+bool IsCut(const MenuLine& line);
 
 }  // namespace zel
