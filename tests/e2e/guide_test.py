@@ -72,6 +72,10 @@ class GuideTest(unittest.TestCase):
                  {"skinPath", "zoom", "looks", "unicode"})):
             listed = re.findall(r"^\| `(\w+)` \|", (GUIDE / page).read_text(), re.MULTILINE)
             self.assertEqual(sorted(listed), sorted({*re.findall(pattern, (ROOT / source).read_text()), *others}))
+        ranges = re.findall(r'Int\("(\w+)", \S+ {(\S+), (\d+)}\)', (ROOT / source).read_text())
+        self.assertEqual(len(ranges), 10)
+        for name, least, most in ranges:
+            self.assertRegex((GUIDE / page).read_text(), rf"\| `{name}` \| \S+ \| {least} to {most}\b")
 
     def test_the_pictures_are_what_their_commands_make(self):
         self.assertEqual(run(GUIDE / "draw", self.place), (0, ""))

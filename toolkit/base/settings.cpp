@@ -19,9 +19,12 @@ struct Key {
   Kind kind;
   int Settings::*number = nullptr;
   bool Settings::*flag = nullptr;
+  Settings::Range range = {};  // what makes sense, and no more: see the Usable... operations
 };
 
-constexpr Key Int(const char* name, int Settings::*field) { return {name, Kind::kInt, field}; }
+constexpr Key Int(const char* name, int Settings::*field, Settings::Range range = {}) {
+  return {name, Kind::kInt, field, nullptr, range};
+}
 constexpr Key Driver(const char* name, int Settings::*field) {
   return {name, Kind::kDriverId, field};
 }
@@ -34,40 +37,42 @@ constexpr const char* kSkinPath = "skinPath";
 constexpr const char* kZoom = "zoom";
 constexpr const char* kLooks = "looks";
 
+constexpr Settings::Range kFrameRates{1, 1000};  // what Allegro's timers can keep up with
+
 // In the order in which files have them; "skinPath" comes before all of them.
 constexpr Key kKeys[] = {
     Int("screenWidth", &Settings::screenWidth),
     Int("screenHeight", &Settings::screenHeight),
-    Int("refreshRate", &Settings::refreshRate),
+    Int("refreshRate", &Settings::refreshRate, {0, 1000}),
     Int("colorDepth", &Settings::colorDepth),
     Driver("gfxMode", &Settings::gfxMode),
     Bool("fullscreen", &Settings::fullscreen),
     Bool("useVideoMemory", &Settings::useVideoMemory),
     Bool("fullDrag", &Settings::fullDrag),
     Bool("fullResize", &Settings::fullResize),
-    Int("logicFrameRate", &Settings::logicFrameRate),
+    Int("logicFrameRate", &Settings::logicFrameRate, kFrameRates),
     Bool("unlimitedFrameRate", &Settings::unlimitedFrameRate),
     Bool("showFrameRate", &Settings::showFrameRate),
     Bool("antialiasing", &Settings::antialiasing),
     Bool("guiSound", &Settings::guiSound),
-    Int("soundVolume", &Settings::soundVolume),
+    Int("soundVolume", &Settings::soundVolume, {0, 255}),
     Driver("soundDriver", &Settings::soundDriver),
     Driver("midiDriver", &Settings::midiDriver),
     Bool("showMouse", &Settings::showMouse),
     Bool("mouseShadow", &Settings::mouseShadow),
-    Int("doubleClickDelay", &Settings::doubleClickDelay),
-    Int("mouseSpeed", &Settings::mouseSpeed),
+    Int("doubleClickDelay", &Settings::doubleClickDelay, {0, 10000}),
+    Int("mouseSpeed", &Settings::mouseSpeed, {1, 100}),
     Bool("useKeyboard", &Settings::useKeyboard),
-    Int("keyDelay", &Settings::keyDelay),
-    Int("keyRepeat", &Settings::keyRepeat),
+    Int("keyDelay", &Settings::keyDelay, {-1, 10000}),
+    Int("keyRepeat", &Settings::keyRepeat, {-1, 10000}),
     Bool("useJoystick", &Settings::useJoystick),
-    Int("screenUpdateMethod", &Settings::screenUpdateMethod),
+    Int("screenUpdateMethod", &Settings::screenUpdateMethod, {0, 3}),
     Bool("vsync", &Settings::vsync),
     Bool("yield", &Settings::yield),
     Bool("runInBackground", &Settings::runInBackground),
-    Int("maxFrameSkip", &Settings::maxFrameSkip),
-    Int("tooltipDelay", &Settings::tooltipDelay),
-    Int("tooltipAutohideDelay", &Settings::tooltipAutohideDelay),
+    Int("maxFrameSkip", &Settings::maxFrameSkip, {1, 1000}),
+    Int("tooltipDelay", &Settings::tooltipDelay, {0, 100000}),
+    Int("tooltipAutohideDelay", &Settings::tooltipAutohideDelay, {0, 10000000}),
 };
 
 // These a file has only where they are on.
@@ -94,8 +99,6 @@ std::string DriverText(int id) {
   return text.substr(0, text.find_first_of(std::string_view{" \0", 2}));
 }
 
-constexpr int kHighestRate = 1000;  // what Allegro's timers can keep up with
-
 }  // namespace
 
 const SectionFile::Section& Settings::SectionOf(const SectionFile& file) {
@@ -118,9 +121,11 @@ std::vector<Settings::KeyInfo> Settings::Keys() {
                             {kUnicode, KeyInfo::kSwitch}};
   for (const Key& key : kAdditions) keys.push_back({key.name, KeyInfo::kSwitch});
   for (const Key& key : kKeys)
-    keys.push_back({key.name, key.kind == Kind::kInt    ? KeyInfo::kNumber
-                              : key.kind == Kind::kBool ? KeyInfo::kSwitch
-                                                        : KeyInfo::kDriver});
+    keys.push_back({key.name,
+                    key.kind == Kind::kInt    ? KeyInfo::kNumber
+                    : key.kind == Kind::kBool ? KeyInfo::kSwitch
+                                              : KeyInfo::kDriver,
+                    key.range});
   return keys;
 }
 
@@ -178,7 +183,7 @@ void Settings::Save() const {
   UseConfigFile(fileName);
 }
 
-int Settings::UsableFrameRate() const { return std::clamp(logicFrameRate, 1, kHighestRate); }
+int Settings::UsableFrameRate() const { return kFrameRates.Nearest(logicFrameRate); }
 
 int Settings::UsableMouseSpeed() const {
   // Allegro's console mouse drivers compute 256 * width / 320 / speed and divide by the outcome.

@@ -1,6 +1,8 @@
 // The toolkit's settings, one set for the whole process.
 #pragma once
 
+#include <algorithm>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -73,9 +75,16 @@ class Settings {
   static constexpr const char* kUnicode = "unicode";
   // True for the name of a key, in any case.
   static bool IsKey(const char* name);
+  struct Range {
+    int least = std::numeric_limits<int>::min(), most = std::numeric_limits<int>::max();
+
+    bool Has(int number) const { return least <= number && number <= most; }
+    int Nearest(int number) const { return std::clamp(number, least, most); }
+  };
   struct KeyInfo {
     const char* name;
     enum Kind { kText, kFiles, kZoom, kNumber, kSwitch, kDriver } kind;
+    Range range = {};  // of the numbers that make sense
   };
   static std::vector<KeyInfo> Keys();
 

@@ -55,20 +55,6 @@ constexpr int kDrivers[] = {GFX_XWINDOWS, GFX_XWINDOWS_FULLSCREEN,
                             GFX_SVGALIB};
 constexpr int kMostFound = 2;  // from here on a number is a driver
 
-// Numbers that the launcher brings to a range.
-struct Range {
-  const char* key;
-  int least, most;
-};
-constexpr Range kRanges[] = {
-    {"logicFrameRate", 1, 1000},    {"mouseSpeed", 1, 100},
-    {"refreshRate", 0, 1000},       {"soundVolume", 0, 255},
-    {"doubleClickDelay", 0, 10000}, {"keyDelay", -1, 10000},
-    {"keyRepeat", -1, 10000},       {"tooltipDelay", 0, 100000},
-    {"maxFrameSkip", 1, 1000},      {"tooltipAutohideDelay", 0, 10000000},
-    {"screenUpdateMethod", 0, 3},
-};
-
 using KeyInfo = Settings::KeyInfo;
 
 class SettingsCheck {
@@ -143,10 +129,9 @@ class SettingsCheck {
       findings_.Add(Msg::kNoWindow, place);
     if (key->kind == KeyInfo::kSwitch && number != 0 && number != 1)
       findings_.Add(Msg::kNoSwitch, place, {entry.name, value});
-    for (const Range& range : kRanges)
-      if (Upper(range.key) == Upper(entry.name) && (number < range.least || number > range.most))
-        findings_.Add(Msg::kRange, place,
-                      {entry.name, value, std::to_string(range.least), std::to_string(range.most)});
+    if (const auto& [least, most] = key->range; !key->range.Has(number))
+      findings_.Add(Msg::kRange, place,
+                    {entry.name, value, std::to_string(least), std::to_string(most)});
   }
 
   void CheckMode(const SectionFile& content) {
