@@ -7,6 +7,7 @@
 
 #include "launcher/hint_file.h"
 #include "launcher/language.h"
+#include "launcher/menu_keys.h"
 #include "launcher/paths.h"
 #include "launcher/state.h"
 #include "launcher/texts.h"
@@ -22,19 +23,6 @@ using Section = SectionFile::Section;
 
 constexpr int kUnset = -1;
 constexpr const char* kNoText = "-";  // where there would be one
-
-struct LayoutKey {
-  const char* key;
-  std::int32_t LayoutValues::*value;
-};
-constexpr LayoutKey kLayoutKeys[] = {
-    {"MenuLeft", &LayoutValues::menuLeft},   {"MenuTop", &LayoutValues::menuTop},
-    {"MenuWidth", &LayoutValues::menuWidth}, {"MenuHeight", &LayoutValues::menuHeight},
-    {"HintLeft", &LayoutValues::hintLeft},   {"HintTop", &LayoutValues::hintTop},
-    {"HintWidth", &LayoutValues::hintWidth}, {"HintHeight", &LayoutValues::hintHeight},
-    {"ProgressX", &LayoutValues::progressX}, {"ProgressY", &LayoutValues::progressY},
-    {"ProgressW", &LayoutValues::progressW},
-};
 
 std::string LayoutSection() {
   if (const std::string& fitted = launcherState.layout.section; !fitted.empty()) return fitted;
@@ -137,10 +125,11 @@ ColorText ReadColor(const char* text) {
 LayoutValues ReadLayout(const SectionFile& file, const char* section, LayoutValues values) {
   const Section& general = file.Find(kGeneralSection);
   const Section& own = file.Find(section);
-  for (const LayoutKey& row : kLayoutKeys) {
-    std::int32_t& value = values.*row.value;
-    const int said = own.GetInt(row.key, kUnset);
-    value = said != kUnset ? said : general.GetInt(row.key, value);
+  for (const MenuKey& key : kSizeKeys) {
+    if (!key.place) continue;
+    std::int32_t& value = values.*key.place;
+    const int said = own.GetInt(key.name, kUnset);
+    value = said != kUnset ? said : general.GetInt(key.name, value);
   }
   return values;
 }

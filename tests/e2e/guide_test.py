@@ -67,7 +67,7 @@ class GuideTest(unittest.TestCase):
 
     def test_the_tables_have_every_key(self):
         for page, source, pattern, others in (
-                ("keys-menu.md", "tools/checker/menu_file.cpp", r'{"(\w+)", MenuKey::', set()),
+                ("keys-menu.md", "launcher/menu_keys.h", r'{"(\w+)", MenuKey::', set()),
                 ("keys-settings.md", "toolkit/base/settings.cpp", r'(?:Int|Bool|Driver)\("(\w+)"',
                  {"skinPath", "zoom", "looks", "unicode"})):
             listed = re.findall(r"^\| `(\w+)` \|", (GUIDE / page).read_text(), re.MULTILINE)

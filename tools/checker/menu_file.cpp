@@ -8,6 +8,7 @@
 
 #include "launcher/layout.h"
 #include "launcher/menu_config.h"
+#include "launcher/menu_keys.h"
 #include "launcher/whole_file.h"
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/bytes.h"
@@ -22,55 +23,9 @@ namespace {
 
 using Entry = SectionFile::Entry;
 using Section = SectionFile::Section;
-using Keys = std::span<const MenuKey>;
+using Keys = MenuKeys;
 
 constexpr int kMostGuessed = 500;  // numbers of items
-
-constexpr MenuKey kScreenKeys[] = {
-    {"Background", MenuKey::kPicture, true},
-    {"MenuLeft", MenuKey::kNumber},
-    {"MenuTop", MenuKey::kNumber},
-    {"MenuWidth", MenuKey::kNumber},
-    {"MenuHeight", MenuKey::kNumber},
-    {"HintLeft", MenuKey::kNumber},
-    {"HintTop", MenuKey::kNumber},
-    {"HintWidth", MenuKey::kNumber},
-    {"HintHeight", MenuKey::kNumber},
-    {"ProgressX", MenuKey::kNumber},
-    {"ProgressY", MenuKey::kNumber},
-    {"ProgressW", MenuKey::kNumber},
-    {"HeadingLeft", MenuKey::kNumber},
-    {"HeadingTop", MenuKey::kNumber},
-    {"HeadingFont", MenuKey::kNumber},
-    {"HeadingColor", MenuKey::kColor},
-    {"KeyHelpLeft", MenuKey::kNumber},
-    {"KeyHelpTop", MenuKey::kNumber},
-    {"KeyHelpFont", MenuKey::kNumber},
-    {"KeyHelpColor", MenuKey::kColor},
-    {"Zoom", MenuKey::kZoom},
-    {"MenuTitle", MenuKey::kText, true},
-    {"HintTitle", MenuKey::kText, true},
-    {"Heading", MenuKey::kText, true},
-    {"KeyHelp", MenuKey::kText, true},
-    {"HintFile", MenuKey::kFile, true},
-    {"LinesNumber", MenuKey::kNumber},
-    {"BacklineColor", MenuKey::kColor},
-    {"Default", MenuKey::kNumber},
-    {"DefaultTimeout", MenuKey::kNumber},
-    {"DefaultAfterReturn", MenuKey::kNumber},
-};
-constexpr Keys kGeneralKeys = kScreenKeys;
-constexpr Keys kSizeKeys = kGeneralKeys.first(21);  // what a section for one size may have
-static_assert(std::string_view{kSizeKeys.back().name} == "Zoom");
-constexpr MenuKey kItemKeys[] = {
-    {"Title", MenuKey::kText, true}, {"Icon", MenuKey::kPicture},
-    {"Submenu", MenuKey::kFile},     {"ExCode", MenuKey::kNumber},
-    {"ExString", MenuKey::kText},    {"HintSection", MenuKey::kText},
-    {"WaitForFile", MenuKey::kName}, {"WaitWhileFile", MenuKey::kName},
-    {"Timeout", MenuKey::kNumber},   {"ShowIfFileExists", MenuKey::kName},
-    {"Disable", MenuKey::kNumber},   {"Color", MenuKey::kColor},
-    {"Separator", MenuKey::kNumber}, {"WaitText", MenuKey::kText, true},
-};
 
 // The number of a section "LINE12", without zeros before it; 0 for any other section.
 int ItemNumber(const std::string& section) {

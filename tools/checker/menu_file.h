@@ -6,19 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "launcher/menu_keys.h"
 #include "toolkit/base/section_file.h"
 #include "tools/checker/findings.h"
 
 namespace zel {
 
 class Pictures;
-
-struct MenuKey {
-  enum Kind { kText, kNumber, kColor, kZoom, kName, kFile, kPicture };
-  const char* name;
-  Kind kind;
-  bool isTranslated = false;  // may be followed by a point and a language
-};
 
 // An entry of a menu file.
 struct MenuLine {
