@@ -14,13 +14,6 @@ namespace {
 
 constexpr int kRoom = 4095;  // what joined pieces may fill
 
-bool IsEndLine(const std::string& line) {
-  constexpr char kEnd[] = "[END:";
-  return line.size() >= sizeof kEnd - 1 &&
-         std::equal(std::begin(kEnd), std::end(kEnd) - 1, line.begin(),
-                    [](unsigned char end, unsigned char c) { return end == std::toupper(c); });
-}
-
 // Joins lines to a text of limited length.
 class Paragraph {
  public:
@@ -60,6 +53,17 @@ class Paragraph {
 
 }  // namespace
 
+bool IsHintEnd(const std::string& line) {
+  constexpr char kEnd[] = "[END:";
+  return line.size() >= sizeof kEnd - 1 &&
+         std::equal(std::begin(kEnd), std::end(kEnd) - 1, line.begin(),
+                    [](unsigned char end, unsigned char c) { return end == std::toupper(c); });
+}
+
+bool IsHintHead(const std::string& line) {
+  return line.size() > 2 && line.front() == '[' && line.back() == ']';
+}
+
 HintFile::HintFile(const char* fileName) {
   const std::string content = ReadWhole(fileName);
   const std::string text = InTextFormat(content.substr(0, content.find('\0')));
@@ -75,7 +79,7 @@ std::string HintFile::Fill(const char* section) const {
   const auto found = firstLine_.find("[" + std::string{section} + "]");
   if (found == firstLine_.end()) return {};
   Paragraph paragraph;
-  for (std::size_t i = found->second + 1; i + 1 < lines_.size() && !IsEndLine(lines_[i]); ++i) {
+  for (std::size_t i = found->second + 1; i + 1 < lines_.size() && !IsHintEnd(lines_[i]); ++i) {
     if (paragraph.IsFull()) break;
     paragraph.Add(lines_[i]);
   }
@@ -87,9 +91,9 @@ std::vector<HintFile::Section> HintFile::Sections() const {
   int number = 0;
   for (const std::string& line : lines_) {
     ++number;
-    if (IsEndLine(line)) {
+    if (IsHintEnd(line)) {
       if (!sections.empty()) sections.back().isClosed = true;
-    } else if (line.size() > 2 && line.front() == '[' && line.back() == ']') {
+    } else if (IsHintHead(line)) {
       sections.push_back({line.substr(1, line.size() - 2), false, number});
     }
   }

@@ -10,6 +10,10 @@ namespace zel {
 
 inline constexpr std::size_t kHintLineBytes = 2047;  // a longer line is cut
 
+// Whether a line, without white space at its ends, ends a section or begins one.
+bool IsHintEnd(const std::string& line);
+bool IsHintHead(const std::string& line);
+
 // A hint file, read once for all items of a menu. Its sections begin with a line "[name]" and end
 // with a line that begins with "[end:"; lines outside sections say nothing.
 class HintFile {

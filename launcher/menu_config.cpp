@@ -22,13 +22,6 @@ namespace {
 using Section = SectionFile::Section;
 
 constexpr int kUnset = -1;
-constexpr const char* kNoText = "-";  // where there would be one
-
-std::string LayoutSection() {
-  if (const std::string& fitted = launcherState.layout.section; !fitted.empty()) return fitted;
-  const Size screen{settings.screenWidth, settings.screenHeight};
-  return IsUsual(screen) ? SectionFor(screen) : kGeneralSection;
-}
 
 Color SeparatorColor() { return {140, 140, 140}; }
 Color DisabledColor() { return {150, 150, 150}; }
@@ -114,6 +107,12 @@ bool FileExists(const char* name) {
 bool ItemFileExists(const char* name) {
   const auto assumed = paths.assumed.find(name);
   return assumed == paths.assumed.end() ? FileExists(name) : assumed->second;
+}
+
+std::string LayoutSection() {
+  if (const std::string& fitted = launcherState.layout.section; !fitted.empty()) return fitted;
+  const Size screen{settings.screenWidth, settings.screenHeight};
+  return IsUsual(screen) ? SectionFor(screen) : kGeneralSection;
 }
 
 ColorText ReadColor(const char* text) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "launcher/layout.h"
@@ -76,6 +77,9 @@ struct MenuLevel {
 LayoutValues ReadLayout(const SectionFile& file, const char* section, LayoutValues values);
 
 inline constexpr const char* kGeneralSection = "MENU_CONFIGURATION";
+// The section of the layout that is shown; sizes that have none of their own have the general one.
+std::string LayoutSection();
+inline constexpr const char* kNoText = "-";  // of a submenu, where there would be one
 
 // What a text says of a colour: "r,g,b" in decimal, before anything else.
 struct ColorText {

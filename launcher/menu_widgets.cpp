@@ -22,8 +22,6 @@ namespace {
 constexpr int kHintInset = 4;
 // What ShowHint leaves of the text viewer's width for its frame and scroll bar.
 constexpr int kHintMargin = 24;
-// Between a text on the background and the layout's right end.
-constexpr int kTextMargin = 16;
 // A font has no picture of a tab and its like.
 constexpr const char* kWordEnds = " \n\t\v\f";
 

@@ -199,6 +199,8 @@ class HintPanel final : public TitledPanel {
 };
 
 // A text on the background, wrapped where it would reach beyond the layout.
+// Pixels between its right end and that of the layout: a longer one wraps.
+inline constexpr int kTextMargin = 16;
 class ScreenLabel final : public Label {
  public:
   void Show(const ScreenText& text);

@@ -12,7 +12,6 @@
 namespace zel {
 namespace {
 
-constexpr const char* kPicture = "pic/progress.bmp";
 constexpr int kCopies = 64;     // in a run of pictures
 constexpr int kBelowSteps = 3;  // rows of the step bar that stay free
 constexpr int kBelowTrack = 4;  // rows of the rest that its track leaves free, less one
@@ -52,7 +51,7 @@ StepBar::StepBar() { ReadPicture(); }
 
 void StepBar::ReadPicture() {
   run_.reset();
-  picture_ = LoadArt(kPicture, CurrentZoom());
+  picture_ = LoadArt(kProgressPicture, CurrentZoom());
   if (!picture_) return;
   run_ = NewBitmap(bitmap_color_depth(picture_.get()), picture_->w + kCopies - 1, picture_->h);
   for (int x = 0; run_ && x < kCopies; ++x) draw_sprite(run_.get(), picture_.get(), x, 0);

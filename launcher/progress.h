@@ -7,7 +7,9 @@
 
 namespace zel {
 
-// Shows the steps as a row of copies of "pic/progress.bmp", each one pixel right of the one before.
+inline constexpr const char* kProgressPicture = "pic/progress.bmp";
+
+// Shows the steps as a row of copies of that picture, each one pixel right of the one before.
 class StepBar final : public ProgressBar {
  public:
   StepBar();

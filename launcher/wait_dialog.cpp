@@ -16,7 +16,7 @@ enum ControlId : int { kNoId = -1, kCancelId = 14, kMessageId = 20, kCountdownId
 constexpr ControlRecord kForm[] = {
     {kControlSize, kNoId, 0, 0, 150, 66},
     {kControlGroupFrame, kNoId, 7, 3, 136, 36},
-    {kControlText, kMessageId, 15, 12, 120, 11},
+    {kControlText, kMessageId, 15, 12, kWaitMessageWidth, 11},
     {kControlLabel, kCountdownId, 15, 24, 120, 10},
     {kControlButton, kCancelId, 50, 46, 50, 14, kCancelText},
     {kControlEnd},

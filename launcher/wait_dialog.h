@@ -15,6 +15,9 @@ namespace zel {
 
 class MenuScreen;
 
+// How wide its message is, in dialog units.
+inline constexpr int kWaitMessageWidth = 120;
+
 // An invisible widget that uses up the repeats of the key that has opened its dialog.
 class OpeningKey final : public Widget {
  public:

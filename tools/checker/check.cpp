@@ -12,6 +12,7 @@
 #include "launcher/menu_config.h"
 #include "launcher/menu_widgets.h"
 #include "launcher/paths.h"
+#include "launcher/progress.h"
 #include "launcher/state.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/base/text.h"
@@ -30,8 +31,6 @@
 
 namespace zel {
 namespace {
-
-constexpr const char* kProgressPicture = "pic/progress.bmp";
 
 // menu.cfg first, then in the order in which they are named.
 std::vector<MenuFile> ReadMenus(Findings& findings, Pictures& pictures) {

@@ -106,9 +106,7 @@ class LayoutCheck {
     if (before != CurrentZoom()) CurrentSkin()->Reload();
     const ScreenLayout& fitted = launcherState.layout;
     screen_ = fitted.section.empty() ? screen : fitted.size;
-    section_ = !fitted.section.empty() ? fitted.section
-               : IsUsual(screen)       ? SectionFor(screen)
-                                       : kGeneralSection;
+    section_ = LayoutSection();
     if (menus_.empty() || !menus_.front().isRead || !menus_.front().isLayoutKnown ||
         !HasLayout(screen))
       return;
@@ -434,9 +432,11 @@ class LayoutCheck {
       return;
     }
     // What is too long for a line wraps.
-    const int room = screen_.w - area.x;
-    area.h *= 1 + std::max(0, area.w - 1) / room;
-    area.w = std::min(area.w, room);
+    const int room = screen_.w - area.x - static_cast<int>(Zoomed(kTextMargin) / scale);
+    if (room > 0) {
+      area.h *= 1 + std::max(0, area.w - 1) / room;
+      area.w = std::min(area.w, room);
+    }
     const LayoutValues& at = launcherState.layoutValues;
     const Rect panel{at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight};
     const Rect hints{at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight};

@@ -323,8 +323,8 @@ class SkinCheck {
       Compare("TEXT", "f_col1", color(kEditText, kNormal), MiddleOf(skin, PANEL_SUNKEN, 0, 1));
     }
     const MenuLook& look = skin.menu;
-    const Color darkBlue{0, 0, 128};  // where the skin says none
-    Compare("WAIT", "countdownColor", look.countdown.IsSet() ? look.countdown : darkBlue,
+    // Where the skin says none, it is dark blue.
+    Compare("WAIT", "countdownColor", look.countdown.IsSet() ? look.countdown : Color{darkblue},
             look.countdownGround.IsSet() ? look.countdownGround : skin.colors[kBack]);
     Compare("TOOLTIP", "f_col1", color(kTooltipText, kNormal), skin.tooltipBackColor);
     Compare("WINDOW", "f_col2", color(kWindowText, kSelected), MiddleOf(skin, WINGRIP, 0, 2));

@@ -13,6 +13,7 @@
 #include "launcher/hint_file.h"
 #include "launcher/language.h"
 #include "launcher/menu_config.h"
+#include "launcher/wait_dialog.h"
 #include "launcher/whole_file.h"
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/bytes.h"
@@ -24,8 +25,6 @@
 
 namespace zel {
 namespace {
-
-constexpr std::string_view kNoText = "-";  // where there would be one
 
 // All but English, which has none.
 std::vector<std::string> Suffixes() {
@@ -119,7 +118,7 @@ int FontOf(const Skin* skin, const MenuFile& menu, const std::string& key) {
   if (key == "Title" && skin) return skin->fontIndex[kListText][kNormal];
   if (key == "Heading" && menu.General().Has("HeadingFont"))
     return menu.General().Number("HeadingFont");
-  if (key == "Heading") return 2;
+  if (key == "Heading") return MenuLevel{}.heading.font;
   return key == "KeyHelp" ? menu.General().Number("KeyHelpFont") : 0;
 }
 
@@ -190,12 +189,11 @@ bool IsShown(const std::string& key) { return key != "ExString" && key != "HintS
 
 // The window that waits has room for two lines.
 void CheckWaitText(Findings& findings, const Place& place, const MenuLine& line, const Skin& skin) {
-  constexpr int kLine = 120;  // dialog units
   const auto fontOf = [&skin](TextSet set) -> const Font& {
     const int number = std::clamp(skin.fontIndex[set][kNormal], 0, Skin::kFonts - 1);
     return *skin.fonts[static_cast<std::size_t>(number)];
   };
-  const int room = 2 * DialogUnits{fontOf(kWindowText)}.X(kLine);
+  const int room = 2 * DialogUnits{fontOf(kWindowText)}.X(kWaitMessageWidth);
   const int width = fontOf(kPlainText).TextLength(line.entry.value.c_str());
   if (width > room)
     findings.Add(Msg::kWaitTextLong, place,
@@ -483,20 +481,19 @@ class HintsCheck {
 
   // Lines outside are comments, unless something closes them like a text.
   void CheckOutside(const std::string& name, const std::string& text, Hints& hints) {
-    constexpr std::string_view kEnd = "[END:";
     int number = 0, first = 0;  // outside
     bool isInside = false;
     for (std::size_t position = 0; position < text.size();) {
       const std::string line = Trimmed(std::string{NextLine(text, position)}.c_str());
       ++number;
-      const bool isEnd = Upper(line).starts_with(kEnd);
+      const bool isEnd = IsHintEnd(line);
       if (isEnd && !isInside && first > 0) {
-        const std::string meant = line.substr(kEnd.size(), line.find(']') - kEnd.size());
+        const std::size_t start = line.find(':') + 1;
+        const std::string meant = line.substr(start, line.find(']') - start);
         findings_.Add(Msg::kHintOutside, {name, first}, {Decoded(meant, hints.language)});
         hints.names.insert(meant);  // which is missing for no other reason
       }
-      const bool isHead = line.starts_with('[') && line.find(']') == line.size() - 1;
-      if (isEnd || isHead) {
+      if (isEnd || IsHintHead(line)) {
         isInside = !isEnd;
         first = 0;
       } else if (!line.empty() && first == 0) {
