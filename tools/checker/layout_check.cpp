@@ -358,7 +358,7 @@ class LayoutCheck {
   void CheckPanelTitles(const MenuFile& menu, const char* key, const TitledPanel& panel) {
     const Font& font = panel.TitleFont();
     for (const MenuLine& line : menu.General().lines) {
-      if (std::string_view{line.key->name} != key) continue;
+      if (std::string_view{line.key->name} != key || IsCut(line)) continue;
       if (const int width = font.TextLength(line.entry.value.c_str()); width > panel.TitleRoom())
         findings_.Add(Msg::kPanelTitleWide, menu.At(line.entry.line),
                       {line.entry.name, std::to_string(width), std::to_string(panel.TitleRoom()),

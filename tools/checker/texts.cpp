@@ -22,6 +22,7 @@
 #include "tools/checker/files.h"
 #include "tools/checker/lines.h"
 #include "tools/checker/nearest.h"
+#include "tools/checker/values.h"
 
 namespace zel {
 namespace {
@@ -227,7 +228,7 @@ void CheckSectionTexts(Findings& findings, Letters& letters, const MenuFile& men
     std::size_t position = 0;
     if (const std::string markup = Markup(line.entry.value, position); !markup.empty())
       findings.Add(Msg::kMarkup, place, {markup});
-    if (skin && std::string_view{line.key->name} == "WaitText")
+    if (skin && !IsCut(line) && std::string_view{line.key->name} == "WaitText")
       CheckWaitText(findings, place, line, *skin);
     letters.Check(place, line.entry.value, LanguageOf(line.language.c_str()),
                   FontOf(skin, menu, line.key->name));
