@@ -104,4 +104,10 @@ enum DrawState : int {
   kDrawStates = 4,
 };
 
+// The frames of elements: one per DrawState in one direction, or of their own.
+inline constexpr int kToggleFrames = 2;  // check boxes and radio buttons: off, on
+inline constexpr int kListStates = 8;    // of "LIST"; an item is drawn in one of these states
+inline constexpr int kBarFrames = 2;     // of a progress bar: track, filled part
+inline constexpr int kWindowStates = 2;  // of a window's parts: active, inactive
+
 }  // namespace zel

@@ -16,9 +16,6 @@
 namespace zel {
 namespace {
 
-constexpr int kElementRows = 4;  // one per DrawState
-constexpr int kCheckColumns = 2;
-
 // How long a key keeps a button pressed, in milliseconds, when the keyboard has no delay of its
 // own.
 constexpr int kKeyPress = 300;
@@ -170,7 +167,7 @@ void Button::UpdateSize() {
   if (!TestFlag(kFlagAutoSize)) return;
   const SkinBitmap* element = GetBitmap();
   if (!element) return;
-  const Size wanted{element->Width(), element->Height() / kElementRows};
+  const Size wanted{element->Width(), element->Height() / kDrawStates};
   if (wanted != Size{w(), h()}) Resize(wanted);
 }
 
@@ -187,7 +184,7 @@ void Button::Draw(Bitmap& canvas) {
     if (TestFlag(kFlagAutoSize))
       element->masked_blit(canvas.GetBitmap(), 0, state * h(), 0, 0, element->Width(), h());
     else
-      element->DrawArea(canvas.GetBitmap(), 0, state, 0, 0, w(), h(), 1, kElementRows);
+      element->DrawArea(canvas.GetBitmap(), 0, state, 0, 0, w(), h(), 1, kDrawStates);
   }
   if (text) {
     const Font& font = GetFont(state);
@@ -341,8 +338,8 @@ void Button::DrawToggle(Bitmap& canvas) {
   const int state = HeldState();
   const Font& font = GetFont(state);
   const SkinBitmap* element = GetBitmap();
-  const int frameWidth = element ? element->Width() / kCheckColumns : 0;
-  const int frameHeight = element ? element->Height() / kElementRows : 0;
+  const int frameWidth = element ? element->Width() / kToggleFrames : 0;
+  const int frameHeight = element ? element->Height() / kDrawStates : 0;
   const int slack = font.TextHeight() - frameHeight;
   const int boxY = slack > 0 ? slack / 2 : 0;
   const int textY = slack < 0 ? -slack / 2 : Zoomed(1);

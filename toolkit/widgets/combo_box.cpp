@@ -10,7 +10,6 @@
 namespace zel {
 namespace {
 
-constexpr int kArrowFrames = 4;  // one per DrawState
 constexpr int kListHeight = 80;
 constexpr int kTextCapacity = 256;
 
@@ -20,7 +19,7 @@ void ComboButton::Draw(Bitmap& canvas) {
   Button::Draw(canvas);
   const SkinBitmap* mark = GetElement(arrow);
   if (!mark) return;
-  const int height = mark->Height() / kArrowFrames;
+  const int height = mark->Height() / kDrawStates;
   mark->masked_blit(canvas, 0, LookState() * height, (w() - mark->Width()) / 2, (h() - height) / 2,
                     mark->Width(), height);
 }

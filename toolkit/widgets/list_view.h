@@ -7,15 +7,13 @@
 #include <vector>
 
 #include "toolkit/core/dialog.h"
+#include "toolkit/skin/elements.h"
 #include "toolkit/widgets/panel.h"
 #include "toolkit/widgets/scroll_bar.h"
 
 namespace zel {
 
 class ListView;
-
-// The frames of the element "LIST"; an item is drawn in one of these states.
-inline constexpr int kListStates = 8;
 
 // The DrawState whose font and colours belong to a state of an item.
 int TextStateOfItem(int state);

@@ -9,8 +9,6 @@
 namespace zel {
 namespace {
 
-constexpr int kRows = 4;  // frames of every element, one per DrawState
-
 // What the grip sends for a drag, where keys send their scan code.
 constexpr int kDragged = -1;
 
@@ -40,7 +38,7 @@ bool IsScrollKey(int scancode) {
 
 void ScrollTrack::Draw(Bitmap& canvas) {
   if (const SkinBitmap* element = GetBitmap())
-    element->DrawArea(canvas.GetBitmap(), 0, LookState(), 0, 0, w(), h(), 1, kRows);
+    element->DrawArea(canvas.GetBitmap(), 0, LookState(), 0, 0, w(), h(), 1, kDrawStates);
 }
 
 void ScrollTrack::MsgStart() {
@@ -79,10 +77,10 @@ void ScrollGrip::SetElements(int gripElement, int gripOverlay) {
 void ScrollGrip::Draw(Bitmap& canvas) {
   const int state = LookState();
   if (const SkinBitmap* element = GetBitmap())
-    element->DrawArea(canvas.GetBitmap(), 0, state, 0, 0, w(), h(), 1, kRows);
+    element->DrawArea(canvas.GetBitmap(), 0, state, 0, 0, w(), h(), 1, kDrawStates);
   const SkinBitmap* mark = GetElement(overlay);
   if (!mark) return;
-  const int markHeight = mark->Height() / kRows;
+  const int markHeight = mark->Height() / kDrawStates;
   if (mark->Width() > w() || markHeight > h()) return;
   mark->masked_blit(canvas.GetBitmap(), 0, state * markHeight, (w() - mark->Width()) / 2,
                     (h() - markHeight) / 2, mark->Width(), markHeight);
@@ -132,7 +130,7 @@ ScrollBar::Arrows ScrollBar::ArrowExtents() const {
   const SkinBitmap* more = moreButton.GetBitmap();
   const auto extent = [this](const SkinBitmap* arrow) {
     if (!arrow) return 0;
-    return IsHorizontal() ? arrow->Width() : arrow->Height() / kRows;
+    return IsHorizontal() ? arrow->Width() : arrow->Height() / kDrawStates;
   };
   return {extent(less), extent(more)};
 }
@@ -140,7 +138,7 @@ ScrollBar::Arrows ScrollBar::ArrowExtents() const {
 int ScrollBar::Thickness() const {
   const SkinBitmap* back = track.GetBitmap();
   if (!back) return 0;
-  return IsHorizontal() ? back->Height() / kRows : back->Width();
+  return IsHorizontal() ? back->Height() / kDrawStates : back->Width();
 }
 
 void ScrollBar::SetOrientation(int o) {
@@ -207,7 +205,7 @@ void ScrollBar::UpdateLayout() {
     lessButton.Shape(0, 0, w(), arrows.less);
     grip.SetX(0);
     grip.SetW(w());
-    if (gripElement) grip.SetH(gripElement->Height() / kRows);
+    if (gripElement) grip.SetH(gripElement->Height() / kDrawStates);
     moreButton.Shape(0, std::max(0, h() - arrows.more), w(), arrows.more);
   }
   UpdateGrip();

@@ -10,7 +10,6 @@
 namespace zel {
 namespace {
 
-constexpr int kFrames = 4;  // of track and grip, one per DrawState
 constexpr int kPages = 10;  // a page is this part of the range
 
 }  // namespace
@@ -41,7 +40,7 @@ void Slider::SetElements(int back, int grip) {
 void Slider::TakeTrackThickness() {
   const SkinBitmap* track = GetElement(backElement);
   if (!track) return;
-  const int thickness = (IsHorizontal() ? track->Height() : track->Width()) / kFrames;
+  const int thickness = (IsHorizontal() ? track->Height() : track->Width()) / kDrawStates;
   if (thickness == (IsHorizontal() ? h() : w())) return;
   RepaintBehind();
   IsHorizontal() ? SetH(thickness) : SetW(thickness);
@@ -200,9 +199,9 @@ void Slider::Draw(Bitmap& canvas) {
   const int state = LookState();
   if (const SkinBitmap* track = GetElement(backElement)) {
     if (IsHorizontal())
-      track->DrawHFrame(canvas, state, 0, 0, w(), kFrames);
+      track->DrawHFrame(canvas, state, 0, 0, w(), kDrawStates);
     else
-      track->DrawVFrame(canvas, state, 0, 0, h(), kFrames);
+      track->DrawVFrame(canvas, state, 0, 0, h(), kDrawStates);
   }
   if (ShowsFocus()) canvas.DottedRect(0, 0, w() - 1, h() - 1, skin->colors[kFontFace], Zoomed(1));
   DrawGrip(canvas, state);
@@ -213,11 +212,11 @@ void Slider::DrawGrip(Bitmap& canvas, int state) const {
   if (!grip) return;
   const int start = GripStart();
   if (IsHorizontal()) {
-    const int height = grip->Height() / kFrames;
+    const int height = grip->Height() / kDrawStates;
     grip->masked_blit(canvas, 0, RoundToInt(grip->Height() * state * 0.25), start,
                       (h() - height) / 2, grip->Width(), height);
   } else {
-    const int width = grip->Width() / kFrames;
+    const int width = grip->Width() / kDrawStates;
     grip->masked_blit(canvas, RoundToInt(grip->Width() * state * 0.25), 0, (w() - width) / 2, start,
                       width, grip->Height());
   }

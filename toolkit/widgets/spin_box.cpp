@@ -10,7 +10,6 @@
 namespace zel {
 namespace {
 
-constexpr int kFrames = 4;  // of an arrow's element, one per DrawState
 constexpr int kCapacity = 10;
 
 // Room for the largest double without digits behind the point.
@@ -21,7 +20,7 @@ constexpr int kLongestNumber = 320;
 void SpinButton::Draw(Bitmap& canvas) {
   const SkinBitmap* element = GetBitmap();
   if (!element) return;
-  const int height = element->Height() / kFrames;
+  const int height = element->Height() / kDrawStates;
   element->masked_stretch_blit(canvas, 0, LookState() * height, element->Width(), height, 0, 0, w(),
                                h());
 }

@@ -8,7 +8,7 @@ namespace zel {
 namespace {
 
 // Frames of the bar's element.
-enum BarFrame : int { kTrack = 0, kFilled = 1, kBarFrames = 2 };
+constexpr int kTrack = 0, kFilled = 1;
 
 }  // namespace
 

@@ -9,7 +9,6 @@
 namespace zel {
 namespace {
 
-constexpr int kFrames = 2;   // of the window's elements: active and inactive
 constexpr int kWhole = 100;  // percent of the parent
 // What a title with a strip behind it leaves for the buttons.
 constexpr int kRoomBesideTitle = 32;
@@ -49,7 +48,7 @@ void FramePart::MsgInitSkin() {
 int FramePart::Thickness() const {
   const SkinBitmap* element = GetBitmap();
   if (!element) return 0;
-  return (IsVertical() ? element->Width() : element->Height()) / kFrames;
+  return (IsVertical() ? element->Width() : element->Height()) / kWindowStates;
 }
 
 int FramePart::CornerExtent() const {
@@ -79,14 +78,14 @@ void FramePart::Draw(Bitmap& canvas) {
   const SkinBitmap* element = GetBitmap();
   if (!element) return;
   if (IsVertical())
-    element->DrawVFrameMasked(canvas, FrameOf(*this), 0, 0, h(), kFrames);
+    element->DrawVFrameMasked(canvas, FrameOf(*this), 0, 0, h(), kWindowStates);
   else
-    element->DrawHFrameMasked(canvas, FrameOf(*this), 0, 0, w(), kFrames);
+    element->DrawHFrameMasked(canvas, FrameOf(*this), 0, 0, w(), kWindowStates);
 }
 
 void TitleBack::Draw(Bitmap& canvas) {
   if (const SkinBitmap* element = GetBitmap())
-    element->DrawHFrameMasked(canvas, FrameOf(*this), 0, 0, w(), kFrames);
+    element->DrawHFrameMasked(canvas, FrameOf(*this), 0, 0, w(), kWindowStates);
 }
 
 int TitleBack::ExtraWidth() const {
@@ -98,7 +97,7 @@ int TitleBack::EdgeWidth() const { return ExtraWidth() / 2; }
 
 int TitleBack::Thickness() const {
   const SkinBitmap* element = GetBitmap();
-  return element ? element->Height() / kFrames : 0;
+  return element ? element->Height() / kWindowStates : 0;
 }
 
 WindowButton::WindowButton(int element) : icon_{element} {

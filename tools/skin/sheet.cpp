@@ -195,9 +195,11 @@ class SkinSheet {
     if (set == kTooltipText) ground = skin_.tooltipBackColor;
     if (set == kButtonText) ground = MiddleOf(skin_, BUTTON, state, kDrawStates);
     if (set == kTabText) ground = MiddleOf(skin_, TAB_BUTTON, state, kDrawStates);
-    if (set == kListText) ground = MiddleOf(skin_, LIST, kRows[state], 8);
-    if (set == kMenuText) ground = MiddleOf(skin_, MENU_ITEM, state == kSelected ? 1 : 0, 7);
-    if (set == kWindowText) ground = MiddleOf(skin_, WINGRIP, state == kDisabled ? 1 : 0, 2);
+    if (set == kListText) ground = MiddleOf(skin_, LIST, kRows[state], kListStates);
+    if (set == kMenuText)
+      ground = MiddleOf(skin_, MENU_ITEM, state == kSelected ? 1 : 0, kElementGrids[MENU_ITEM].h);
+    if (set == kWindowText)
+      ground = MiddleOf(skin_, WINGRIP, state == kDisabled ? 1 : 0, kWindowStates);
     if (set == kEditText) ground = MiddleOf(skin_, PANEL_SUNKEN, 0, 1);
     if (set == kProgressText) ground = MiddleOf(skin_, PROGRESSH, 0, 2);
     return ground.IsSet() ? ground : skin_.colors[kFace];
