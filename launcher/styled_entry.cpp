@@ -16,8 +16,8 @@ constexpr int kTextLeft = 25, kIconLeft = 3, kMarkRight = 3;
 constexpr int kSeparatorRight = 15;
 constexpr int kMarkGap = 8;  // between a title and the mark behind it
 
-// Read without strain; more than that is not wanted of what cannot be chosen.
-constexpr double kDisabledContrast = 4.5;
+// More is not wanted of what cannot be chosen.
+constexpr double kDisabledContrast = kReadableContrast;
 
 // Shares of the height of a line of text.
 constexpr double kMarkHeight = 0.22;  // half of it

@@ -5,8 +5,10 @@
 
 namespace zel {
 
-// The ratio of the two colours' luminances, 1 to 21: 4.5 is read without strain, 7 also by those
-// who see badly.
+// What is read without strain, and what can be told from its ground at all.
+inline constexpr double kReadableContrast = 4.5, kVisibleContrast = 3;
+
+// The ratio of the two colours' luminances, 1 to 21; 7 is read also by those who see badly.
 double Contrast(Color a, Color b);
 
 // The text's colour or, where that has less contrast to the ground, the nearest on the way to white

@@ -9,6 +9,7 @@
 #include "toolkit/base/section_file.h"
 #include "toolkit/base/text.h"
 #include "toolkit/base/zoom.h"
+#include "toolkit/draw/contrast.h"
 #include "toolkit/draw/skin_values.h"
 
 namespace zel {
@@ -148,8 +149,7 @@ void MenuLook::Read(const SectionFile& file) {
   hasEntries = Has(file, "ENTRY");
   leastContrast = ParseContrast(TextOf(file, "COLORS", "contrast"));
   // What a skin says of entries must not hide them.
-  constexpr double kVisible = 3;
-  if (hasEntries || IsFlat()) leastContrast = std::max(leastContrast, kVisible);
+  if (hasEntries || IsFlat()) leastContrast = std::max(leastContrast, kVisibleContrast);
 }
 
 }  // namespace zel

@@ -10,7 +10,6 @@
 namespace zel {
 namespace {
 
-constexpr double kReadable = 4.5, kVisible = 3;
 constexpr double kUsualSize = 18;  // of text, for which measures are said
 
 Color Mix(Color a, Color b, double share) {
@@ -23,7 +22,7 @@ Color Mix(Color a, Color b, double share) {
 // As much of the tint as the text on it bears.
 Color Tinted(Color ground, Color tint, double share, Color text) {
   constexpr double kStep = 0.02;
-  while (share > 0 && Contrast(Mix(ground, tint, share), text) < kReadable) share -= kStep;
+  while (share > 0 && Contrast(Mix(ground, tint, share), text) < kReadableContrast) share -= kStep;
   return Mix(ground, tint, std::max(0.0, share));
 }
 
@@ -53,26 +52,26 @@ LookColors::LookColors(const LookSeed& seed) {
   tooltip = isDark ? Mix(face, white, 0.07) : Mix(face, white, 0.75);
   text = seed.text.IsSet() ? seed.text : Mix(top, face, 0.08);
   for (const Color ground : {face, sunken, back, panel, button, bar, tooltip})
-    text = WithContrast(text, ground, kReadable);
+    text = WithContrast(text, ground, kReadableContrast);
   quiet = Mix(text, face, 0.25);
   disabled = Mix(text, face, 0.45);
   for (const Color ground : {face, sunken, panel, button, barOff, back}) {
-    quiet = WithContrast(quiet, ground, kReadable);
-    disabled = WithContrast(disabled, ground, kReadable);
+    quiet = WithContrast(quiet, ground, kReadableContrast);
+    disabled = WithContrast(disabled, ground, kReadableContrast);
   }
   const Color usual{isDark ? 66 : 24, isDark ? 133 : 98, isDark ? 212 : 180};
   accent = seed.accent.IsSet() ? seed.accent : usual;
-  onAccent =
-      Contrast(accent, white) >= Contrast(accent, black) || Contrast(accent, white) > kVisible
-          ? white
-          : black;
+  onAccent = Contrast(accent, white) >= Contrast(accent, black) ||
+                     Contrast(accent, white) > kVisibleContrast
+                 ? white
+                 : black;
   mark = accent;
   for (const Color ground : {face, sunken, panel, button})
-    mark = WithContrast(mark, ground, kReadable);
-  accent = WithContrast(accent, onAccent, kReadable);
+    mark = WithContrast(mark, ground, kReadableContrast);
+  accent = WithContrast(accent, onAccent, kReadableContrast);
   select = Tinted(panel, seed.accent.IsSet() ? seed.accent : usual, isDark ? 0.42 : 0.26, text);
   focus = Tinted(button, accent, isDark ? 0.2 : 0.12, text);
-  fieldEdge = WithContrast(seed.accent.IsSet() ? seed.accent : usual, panel, kVisible);
+  fieldEdge = WithContrast(seed.accent.IsSet() ? seed.accent : usual, panel, kVisibleContrast);
   idle = Tinted(panel, text, 0.08, text);
 
   light = Mix(face, text, 0.1);

@@ -43,7 +43,7 @@ class SkinSheet {
     const auto path = std::filesystem::path{*skin.skinFile}.parent_path() / file;
     if (!caption_.Load(path.c_str()).IsError()) caption_.SetSize(kCaptionSize);
     ground_ = skin.colors[kBack];
-    ink_ = WithContrast(skin.colors[kFontFace], ground_, kReadable);
+    ink_ = WithContrast(skin.colors[kFontFace], ground_, kReadableContrast);
   }
 
   // The same twice: on a picture of no height, to see how much it takes.
@@ -56,7 +56,7 @@ class SkinSheet {
   }
 
  private:
-  static constexpr double kReadable = 4.5, kReadableDisabled = 2.5;
+  static constexpr double kReadableDisabled = 2.5;
 
   void DrawOn(SkinBitmap& canvas) {
     canvas_ = &canvas;
@@ -232,7 +232,8 @@ class SkinSheet {
 
   void DrawTexts() {
     Heading("Texts and their contrast");
-    const double least = skin_.menu.leastContrast > 0 ? skin_.menu.leastContrast : kReadable;
+    const double least =
+        skin_.menu.leastContrast > 0 ? skin_.menu.leastContrast : kReadableContrast;
     const Font& plain = *skin_.fonts[0];
     for (int set = 0; set < kTextSetCount; ++set) {
       NextRow();
