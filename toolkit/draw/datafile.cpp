@@ -14,7 +14,6 @@ namespace {
 
 // The layout is described under "Datafile formats" in Allegro's manual; the texts of the ids are
 // those of its datafile.h. All numbers but the pixels are big-endian.
-constexpr std::size_t kLargestFile = 64u << 20;
 constexpr std::size_t kMostUnpacked = 256u << 20;
 constexpr int kMostObjects = 10000;
 constexpr int kDeepest = 32;  // the most that a bitmap may be converted to

@@ -19,6 +19,8 @@ namespace zel {
 // can be set before.
 class Datafile {
  public:
+  static constexpr std::size_t kLargestFile = 64u << 20;  // bytes
+
   // Valid as long as the datafile.
   struct Object {
     int type = 0;  // DAT_BITMAP and so on

@@ -22,8 +22,7 @@
 namespace zel {
 namespace {
 
-constexpr std::size_t kLargestDatafile = 64u << 20;  // what readers of skins take
-constexpr int kLargestSide = 32767;                  // a datafile has 16 bits for it
+constexpr int kLargestSide = 32767;  // a datafile has 16 bits for it
 
 class Packer {
  public:
@@ -101,8 +100,9 @@ class Packer {
     DatafileWriter data{project_.packedFrom > 0 && scale >= project_.packedFrom};
     for (const ProjectPicture& picture : list.pictures) {
       AddTo(data, part, picture);
-      if (data.Size() <= kLargestDatafile) continue;
-      Complain(picture, "with this picture the datafile is larger than 64 MB");
+      if (data.Size() <= Datafile::kLargestFile) continue;
+      Complain(picture, "with this picture the datafile is larger than " +
+                            std::to_string(Datafile::kLargestFile >> 20) + " MB");
       return {};
     }
     return data.Finish();
