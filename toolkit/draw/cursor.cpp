@@ -82,9 +82,8 @@ const char* const kCursorNames[kCursorCount] = {
 };
 
 CursorShadow CursorShadow::Read(const SectionFile& file) {
-  constexpr const char* kSection = "MOUSE";
   CursorShadow look;
-  if (const Color color = ReadSkinColor(file, kSection, "shadowColor", "-1"); color.IsSet()) {
+  if (const Color color = ReadSkinColor(file, kSection, kColorKey, "-1"); color.IsSet()) {
     look.red = color.r();
     look.green = color.g();
     look.blue = color.b();
@@ -92,9 +91,10 @@ CursorShadow CursorShadow::Read(const SectionFile& file) {
   const auto read = [&file](const char* key, int& value, int smallest, int largest) {
     value = ReadSkinInt(file, kSection, key, value, smallest, largest);
   };
-  read("shadowSize", look.size, 0, kLargestSize);
-  read("shadowOffsetX", look.offset.x, -kLargestOffset, kLargestOffset);
-  read("shadowOffsetY", look.offset.y, -kLargestOffset, kLargestOffset);
+  const auto& [size, x, y] = kNumberKeys;
+  read(size, look.size, 0, kLargestSize);
+  read(x, look.offset.x, -kLargestOffset, kLargestOffset);
+  read(y, look.offset.y, -kLargestOffset, kLargestOffset);
   return look;
 }
 

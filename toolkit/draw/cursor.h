@@ -44,6 +44,9 @@ struct CursorShadow {
   // From the section "MOUSE" of a skin file; what is missing or too large, or no colour, gets the
   // value that it has above.
   static CursorShadow Read(const SectionFile& file);
+  static constexpr const char* kSection = "MOUSE";
+  static constexpr const char* kColorKey = "shadowColor";
+  static constexpr const char* kNumberKeys[] = {"shadowSize", "shadowOffsetX", "shadowOffsetY"};
 };
 
 class Cursor {

@@ -11,6 +11,7 @@
 #include "toolkit/base/zoom.h"
 #include "toolkit/draw/contrast.h"
 #include "toolkit/draw/skin_values.h"
+#include "toolkit/skin/skin.h"
 
 namespace zel {
 namespace {
@@ -54,7 +55,7 @@ struct MeasureKey {
   const char* key;
   int MenuLook::*measure;
   int highest;
-  bool isPixels = true;
+  enum { kPixels, kNumber, kFont } kind = kPixels;
 };
 constexpr MeasureKey kMeasures[] = {
     {"ENTRY", "iconX", &MenuLook::iconX, kWidest},
@@ -65,21 +66,21 @@ constexpr MeasureKey kMeasures[] = {
     {"ENTRY", "fieldRadius", &MenuLook::fieldRadius, kWidest},
     {"ENTRY", "fieldBorder", &MenuLook::fieldBorderWidth, kThickest},
     {"ENTRY", "separatorHeight", &MenuLook::separatorHeight, kWidest},
-    {"ENTRY", "wrap", &MenuLook::wraps, 1, false},
-    {"ENTRY", "icons", &MenuLook::icons, 1, false},
-    {"TITLE", "font", &MenuLook::titleFont, 63, false},
+    {"ENTRY", "wrap", &MenuLook::wraps, 1, MeasureKey::kNumber},
+    {"ENTRY", "icons", &MenuLook::icons, 1, MeasureKey::kNumber},
+    {"TITLE", "font", &MenuLook::titleFont, Skin::kFonts - 1, MeasureKey::kFont},
     {"TITLE", "height", &MenuLook::titleHeight, kWidest},
     {"TITLE", "textX", &MenuLook::titleX, kWidest},
-    {"TITLE", "alignment", &MenuLook::titleAlignment, 2, false},
+    {"TITLE", "alignment", &MenuLook::titleAlignment, 2, MeasureKey::kNumber},
     {"PANEL", "border", &MenuLook::borderWidth, kThickest},
     {"PANEL", "radius", &MenuLook::radius, kWidest},
     {"PANEL", "paddingX", &MenuLook::paddingX, kWidest},
     {"PANEL", "paddingY", &MenuLook::paddingY, kWidest},
     {"HINT", "paddingX", &MenuLook::hintX, kWidest},
     {"HINT", "paddingY", &MenuLook::hintY, kWidest},
-    {"SCREEN", "picture", &MenuLook::picture, 1, false},
+    {"SCREEN", "picture", &MenuLook::picture, 1, MeasureKey::kNumber},
     {"WINDOW", "border", &MenuLook::windowBorderWidth, kThickest},
-    {"WAIT", "countdownFont", &MenuLook::countdownFont, 63, false},
+    {"WAIT", "countdownFont", &MenuLook::countdownFont, Skin::kFonts - 1, MeasureKey::kFont},
 };
 
 // In ASCII, whatever the current text format is.
@@ -124,7 +125,8 @@ std::vector<Color*> MenuLook::Colors() {
 
 std::vector<MenuLook::Measure> MenuLook::MeasureKeys() {
   std::vector<Measure> measures;
-  for (const MeasureKey& row : kMeasures) measures.push_back({row.section, row.key, row.highest});
+  for (const MeasureKey& row : kMeasures)
+    measures.push_back({row.section, row.key, row.highest, row.kind == MeasureKey::kFont});
   return measures;
 }
 
@@ -142,12 +144,12 @@ void MenuLook::Read(const SectionFile& file) {
     this->*row.color = ReadColor(TextOf(file, row.section, row.key).c_str());
   for (const MeasureKey& row : kMeasures) {
     const int value = ParseMeasure(TextOf(file, row.section, row.key), row.highest);
-    this->*row.measure = row.isPixels && value > 0 ? Zoomed(value) : value;
+    this->*row.measure = row.kind == MeasureKey::kPixels && value > 0 ? Zoomed(value) : value;
   }
   hasGroupBorder = TextOf(file, "BOX", "borderColor") != "-1";
   hasLabels = Has(file, "LABEL");
   hasEntries = Has(file, "ENTRY");
-  leastContrast = ParseContrast(TextOf(file, "COLORS", "contrast"));
+  leastContrast = ParseContrast(TextOf(file, kContrastKey.first, kContrastKey.second));
   // What a skin says of entries must not hide them.
   if (hasEntries || IsFlat()) leastContrast = std::max(leastContrast, kVisibleContrast);
 }

@@ -72,8 +72,10 @@ struct MenuLook {
     const char* section;
     const char* key;
     int highest;  // and 0 is the lowest
+    bool isFont;
   };
   static std::vector<Measure> MeasureKeys();
+  static constexpr std::pair<const char*, const char*> kContrastKey{"COLORS", "contrast"};
 
   void Read(const SectionFile& file);
   // Three numbers of 0 to 255 and nothing else, in ASCII; no colour for another text.

@@ -13,33 +13,17 @@
 #include "toolkit/draw/datafile.h"
 #include "toolkit/draw/skin_values.h"
 #include "toolkit/skin/skin.h"
+#include "toolkit/skin/skin_file.h"
 
 namespace zel {
 namespace {
-
-// A number that the skin file may say of an object, under the object's name and this suffix, or
-// else the object itself, in the property of this name.
-struct ObjectNumber {
-  const char* section;
-  char property[5];
-  int fallback;
-  bool isPixels = false;
-};
-
-constexpr ObjectNumber kTileWidth{"TILING", "TCKX", -1, true};
-constexpr ObjectNumber kTileHeight{"TILING", "TCKY", -1, true};
-constexpr ObjectNumber kHotspotX{"CURSOR", "FCSX", 0, true};
-constexpr ObjectNumber kHotspotY{"CURSOR", "FCSY", 0, true};
-constexpr ObjectNumber kFrames{"CURSOR", "FRMS", 1};
-constexpr ObjectNumber kFrameDuration{"CURSOR", "FDUR", 20};
 
 // Pixels are those of the object, which is drawn at `scale` times its size.
 int Read(const SectionFile& file, const ObjectNumber& number, const char* name,
          const Datafile::Object& object, int scale) {
   constexpr int kUnset = -1;
   constexpr int kDecimal = 10;
-  const std::string key = std::string{name} + '_' + number.property;
-  const int inSkinFile = ReadSkinInt(file, number.section, key.c_str(), kUnset);
+  const int inSkinFile = ReadSkinInt(file, number.section, KeyOf(name, number).c_str(), kUnset);
   if (inSkinFile != kUnset)
     return number.isPixels && inSkinFile > 0 ? inSkinFile * scale : inSkinFile;
 
@@ -104,14 +88,15 @@ Error Skin::LoadData(const char* path) {
     else
       FollowPalette(former);
   }
+  const auto& [tileWidth, tileHeight] = kTileNumbers;
   for (int id = 0; id < kElementCount; ++id) {
     const char* name = kElementNames[id];
     const Datafile::Object* object = datafile.Find(name, DAT_BITMAP);
     if (!object) continue;
     bitmaps[id]->Take(MakePicture(*object));
     isBrought_[id] = true;
-    bitmaps[id]->SetTileSize({Read(file_, kTileWidth, name, *object, art.scale),
-                              Read(file_, kTileHeight, name, *object, art.scale)});
+    bitmaps[id]->SetTileSize({Read(file_, tileWidth, name, *object, art.scale),
+                              Read(file_, tileHeight, name, *object, art.scale)});
     ZoomElement(id, art.scale);
   }
   return kNoError;
@@ -139,6 +124,7 @@ Error Skin::LoadCursors(const char* path) {
   for (const auto& cursor : cursors) cursor->SetShadow(look);
   Datafile datafile;
   if (!datafile.Load(art.path.c_str())) return kLoadError;
+  const auto& [hotspotX, hotspotY, frames, frameDuration] = kPointerNumbers;
   for (int i = 0; i < kCursorCount; ++i) {
     const char* name = kCursorNames[i];
     const Datafile::Object* object = datafile.Find(name, DAT_BITMAP);
@@ -150,9 +136,9 @@ Error Skin::LoadCursors(const char* path) {
     const auto zoomed = [&](const ObjectNumber& number) {
       return static_cast<int>(std::lround(read(number) * CurrentZoom() / art.scale));
     };
-    cursors[i]->Create(SkinBitmap(picture.get()), read(kFrames), art.scale);
-    cursors[i]->SetHotspot(zoomed(kHotspotX), zoomed(kHotspotY));
-    cursors[i]->SetAnimationInterval(read(kFrameDuration));
+    cursors[i]->Create(SkinBitmap(picture.get()), read(frames), art.scale);
+    cursors[i]->SetHotspot(zoomed(hotspotX), zoomed(hotspotY));
+    cursors[i]->SetAnimationInterval(read(frameDuration));
   }
   return kNoError;
 }

@@ -84,6 +84,32 @@ constexpr NumberKey kNumbers[] = {
     {"Skin", "focus", 1, 0, [](Skin& skin) -> int& { return skin.focus; }},
 };
 
+struct ColorKey {
+  const char* section;
+  const char* key;
+  const char* fallback;
+  Color& (*field)(Skin& skin);
+};
+constexpr const char* kNoShadow = "-1";
+constexpr const char* kBox = "BOX";
+constexpr const char* kTooltip = "TOOLTIP";
+// Boxes know two states only, and the second pair of keys is that of the disabled one.
+constexpr ColorKey kColorKeys[] = {
+    {kBox, "f_col1", "32,32,32",
+     [](Skin& skin) -> Color& { return skin.fontColor[kBoxText][kNormal]; }},
+    {kBox, "f_col2", "128,128,128",
+     [](Skin& skin) -> Color& { return skin.fontColor[kBoxText][kDisabled]; }},
+    {kBox, "s_col1", kNoShadow,
+     [](Skin& skin) -> Color& { return skin.shadowColor[kBoxText][kNormal]; }},
+    {kBox, "s_col2", "255,255,255",
+     [](Skin& skin) -> Color& { return skin.shadowColor[kBoxText][kDisabled]; }},
+    {kBox, "backColor", "222,222,222", [](Skin& skin) -> Color& { return skin.boxBackColor; }},
+    {kTooltip, "backColor", "255,255,192",
+     [](Skin& skin) -> Color& { return skin.tooltipBackColor; }},
+    {kTooltip, "borderColor", "0,0,0",
+     [](Skin& skin) -> Color& { return skin.tooltipBorderColor; }},
+};
+
 // The sections with keys for all four drawing states.
 struct TextSection {
   const char* section;
@@ -108,13 +134,22 @@ constexpr TextKeys kTextKeys[kDrawStates] = {
     {"font3", "f_col3", "128,128,128", "s_col3"},
     {"font4", "f_col4", "0,0,0", "s_col4"},
 };
-constexpr const char* kNoShadow = "-1";
+constexpr const char* kBoxFont = kTextKeys[kNormal].font;
 constexpr const char* kList = "LIST";
+constexpr const char* kHeight = "height";
 constexpr const char* kLabel = "LABEL";
 constexpr int kHighestRow = 400;
 
 constexpr const char* kSkin = "Skin";
+constexpr const char* kTitle = "title";
 constexpr const char* kColors = "COLORS";
+constexpr const char* kBuiltin = "builtin";
+
+// The keys of a font, in a section of its own.
+constexpr const char* kFontFile = "file";
+constexpr const char* kFontSize = "size";
+constexpr const char* kFontFallback = "fallback";
+std::string FontSection(int index) { return "FONT" + std::to_string(index); }
 
 // A value of the section "Skin"; null when it is absent.
 const char* SkinText(const SectionFile& file, const char* key) {
@@ -134,15 +169,15 @@ std::string Beside(const char* skinFile, const char* name) {
 void ReadFonts(Skin& skin, const SectionFile& file, const char* path) {
   constexpr int kSize = 10;
   for (int i = 0; i < Skin::kSkinFonts; ++i) {
-    const std::string section = "FONT" + std::to_string(i);
-    const int size = ReadSkinInt(file, section.c_str(), "size", kSize);
+    const std::string section = FontSection(i);
+    const int size = ReadSkinInt(file, section.c_str(), kFontSize, kSize);
     // A copy: what stands in for an absent key ends with the line.
     const std::string name =
-        file.Find(Ascii(section.c_str())).GetText(Ascii("file"), Ascii("none"));
+        file.Find(Ascii(section.c_str())).GetText(Ascii(kFontFile), Ascii("none"));
     skin.fonts[i]->Load(Beside(path, name.c_str()).c_str());
     std::vector<std::string> fallbacks;
     for (const std::string& file :
-         ListParts(file.Find(Ascii(section.c_str())).GetText(Ascii("fallback"))))
+         ListParts(file.Find(Ascii(section.c_str())).GetText(Ascii(kFontFallback))))
       fallbacks.push_back(Beside(path, file.c_str()));
     skin.fonts[i]->SetFallbacks(fallbacks);
     Skin::SetFontSize(*skin.fonts[i], size);
@@ -169,20 +204,10 @@ void ReadTextSets(Skin& skin, const SectionFile& file) {
   if (skin.menu.hasLabels) ReadTextSet(skin, file, {kLabel, kPlainText});
 }
 
-// Boxes know two states only, and the second pair of keys is that of the disabled one.
-void ReadBoxTextSet(Skin& skin, const SectionFile& file) {
-  constexpr const char* kBox = "BOX";
-  skin.fontIndex[kBoxText][kNormal] = ReadFontIndex(file, kBox, "font1");
-  skin.fontColor[kBoxText][kNormal] = ReadSkinColor(file, kBox, "f_col1", "32,32,32");
-  skin.fontColor[kBoxText][kDisabled] = ReadSkinColor(file, kBox, "f_col2", "128,128,128");
-  skin.shadowColor[kBoxText][kNormal] = ReadSkinColor(file, kBox, "s_col1", kNoShadow);
-  skin.shadowColor[kBoxText][kDisabled] = ReadSkinColor(file, kBox, "s_col2", "255,255,255");
-}
-
 // A row is at least as high as its text. Where nobody has drawn pictures for it, the built-in ones
 // are drawn so large that a title bar is as high as a row, and what belongs to its place follows.
 int ReadRowHeight(Skin& skin, const SectionFile& file) {
-  const int said = ReadSkinInt(file, kList, "height", 0, 0, kHighestRow);
+  const int said = ReadSkinInt(file, kList, kHeight, 0, 0, kHighestRow);
   if (said < 1) return 0;
   int height = Zoomed(said);
   for (const int font : skin.fontIndex[kListText])
@@ -210,9 +235,9 @@ void ReadControls(Skin& skin, const SectionFile& file) {
     number.field(skin) = number.Shown(ReadSkinInt(file, number.section, number.key, fallback));
   }
   if (scale != 1 && !file.Find(Ascii("WINDOW")).Find(Ascii("textY"))) CentreTitle(skin);
-  skin.boxBackColor = ReadSkinColor(file, "BOX", "backColor", "222,222,222");
-  skin.tooltipBackColor = ReadSkinColor(file, "TOOLTIP", "backColor", "255,255,192");
-  skin.tooltipBorderColor = ReadSkinColor(file, "TOOLTIP", "borderColor", "0,0,0");
+  skin.fontIndex[kBoxText][kNormal] = ReadFontIndex(file, kBox, kBoxFont);
+  for (const auto& [section, key, fallback, field] : kColorKeys)
+    field(skin) = ReadSkinColor(file, section, key, fallback);
 }
 
 }  // namespace
@@ -226,11 +251,15 @@ void ResetNumbers(Skin& skin) {
   for (const NumberKey& number : kNumbers) number.field(skin) = number.Shown(number.builtin);
 }
 
+std::string KeyOf(const char* object, const ObjectNumber& number) {
+  return std::string{object} + '_' + number.property;
+}
+
 std::vector<SkinKey> SkinKeys() {
-  std::vector<SkinKey> keys{{kSkin, "title", SkinKey::kText},
-                            {kSkin, "main_data", SkinKey::kFile},
-                            {kSkin, "cursors", SkinKey::kFile},
-                            {"BOX", "font1", SkinKey::kFont}};
+  std::vector<SkinKey> keys{{kSkin, kTitle, SkinKey::kText},
+                            {kSkin, kElementsKey, SkinKey::kFile},
+                            {kSkin, kPointersKey, SkinKey::kFile},
+                            {kBox, kBoxFont, SkinKey::kFont}};
   for (const auto& [key, value] : kNamedColors) keys.push_back({kColors, key, SkinKey::kColor});
   for (const NumberKey& number : kNumbers)
     keys.push_back({number.section, number.key, SkinKey::kNumber});
@@ -243,39 +272,37 @@ std::vector<SkinKey> SkinKeys() {
   };
   for (const TextSection& text : kTextSections) addTextSection(text.section);
   addTextSection(kLabel);
-  keys.push_back({kList, "height", SkinKey::kNumber, kHighestRow});
-  keys.push_back({kColors, "contrast", SkinKey::kText});
-  keys.push_back({kColors, "builtin", SkinKey::kNumber});
+  keys.push_back({kList, kHeight, SkinKey::kNumber, kHighestRow});
+  keys.push_back({MenuLook::kContrastKey.first, MenuLook::kContrastKey.second, SkinKey::kText});
+  keys.push_back({kColors, kBuiltin, SkinKey::kNumber});
   for (const auto& [section, key] : MenuLook::ColorKeys())
     keys.push_back({section, key, SkinKey::kColor});
-  for (const auto& [section, key, highest] : MenuLook::MeasureKeys())
-    if (highest == Skin::kFonts - 1)
+  for (const auto& [section, key, highest, isFont] : MenuLook::MeasureKeys())
+    if (isFont)
       keys.push_back({section, key, SkinKey::kFont});
     else
       keys.push_back({section, key, SkinKey::kNumber, highest});
-  for (const char* key : {"f_col1", "f_col2", "s_col1", "s_col2", "backColor"})
-    keys.push_back({"BOX", key, SkinKey::kColor});
-  for (const char* key : {"backColor", "borderColor"})
-    keys.push_back({"TOOLTIP", key, SkinKey::kColor});
+  for (const ColorKey& color : kColorKeys)
+    keys.push_back({color.section, color.key, SkinKey::kColor});
   for (int i = 0; i < Skin::kSkinFonts; ++i) {
-    keys.push_back({"FONT" + std::to_string(i), "file", SkinKey::kFile});
-    keys.push_back({"FONT" + std::to_string(i), "size", SkinKey::kNumber});
-    keys.push_back({"FONT" + std::to_string(i), "fallback", SkinKey::kFiles});
+    keys.push_back({FontSection(i), kFontFile, SkinKey::kFile});
+    keys.push_back({FontSection(i), kFontSize, SkinKey::kNumber});
+    keys.push_back({FontSection(i), kFontFallback, SkinKey::kFiles});
   }
   for (const char* name : kElementNames)
-    for (const char* number : {"_TCKX", "_TCKY"})
-      keys.push_back({"TILING", std::string{name} + number, SkinKey::kNumber});
+    for (const ObjectNumber& number : kTileNumbers)
+      keys.push_back({number.section, KeyOf(name, number), SkinKey::kNumber});
   for (const char* name : kCursorNames)
-    for (const char* number : {"_FCSX", "_FCSY", "_FRMS", "_FDUR"})
-      keys.push_back({"CURSOR", std::string{name} + number, SkinKey::kNumber});
-  keys.push_back({"MOUSE", "shadowColor", SkinKey::kColor});
-  for (const char* key : {"shadowSize", "shadowOffsetX", "shadowOffsetY"})
-    keys.push_back({"MOUSE", key, SkinKey::kNumber});
+    for (const ObjectNumber& number : kPointerNumbers)
+      keys.push_back({number.section, KeyOf(name, number), SkinKey::kNumber});
+  keys.push_back({CursorShadow::kSection, CursorShadow::kColorKey, SkinKey::kColor});
+  for (const char* key : CursorShadow::kNumberKeys)
+    keys.push_back({CursorShadow::kSection, key, SkinKey::kNumber});
   return keys;
 }
 
 Error ReadSkinFile(Skin& skin, const SectionFile& file, const char* path) {
-  const char* data = SkinText(file, "main_data");
+  const char* data = SkinText(file, kElementsKey);
   if (data) {
     const Error result = skin.LoadData(Beside(path, data).c_str());
     if (result.IsError()) return result;
@@ -285,13 +312,13 @@ Error ReadSkinFile(Skin& skin, const SectionFile& file, const char* path) {
   // The built-in pictures again, in the colours of the file.
   if (!data)
     skin.GenerateDefaultBitmaps();
-  else if (ReadSkinInt(file, kColors, "builtin", 0) != 0)
+  else if (ReadSkinInt(file, kColors, kBuiltin, 0) != 0)
     skin.GenerateMissingBitmaps();
-  if (const char* shapes = SkinText(file, "cursors")) {
+  if (const char* shapes = SkinText(file, kPointersKey)) {
     const Error result = skin.LoadCursors(Beside(path, shapes).c_str());
     if (result.IsError()) return result;
   }
-  skin.title = std::make_unique<FixedText<512>>(SkinText(file, "title"));
+  skin.title = std::make_unique<FixedText<512>>(SkinText(file, kTitle));
   ReadFonts(skin, file, path);
   skin.menu.Read(file);
   ReadTextSets(skin, file);
@@ -300,7 +327,6 @@ Error ReadSkinFile(Skin& skin, const SectionFile& file, const char* path) {
     skin.SetPictureScale(scale);
     skin.GenerateDefaultBitmaps();
   }
-  ReadBoxTextSet(skin, file);
   ReadControls(skin, file);
   constexpr RGB kBlack{0, 0, 0, 0};
   set_color(0, &kBlack);

@@ -24,6 +24,29 @@ struct SkinKey {
 };
 std::vector<SkinKey> SkinKeys();
 
+// Keys of the section "Skin" that name its datafiles.
+inline constexpr const char* kElementsKey = "main_data";
+inline constexpr const char* kPointersKey = "cursors";
+
+// A number of an object in a datafile: a property of it, before which a key of the description
+// goes, the object's name with `_` and the property in a section of its own.
+struct ObjectNumber {
+  const char* section;
+  char property[5];
+  int fallback;
+  bool isPixels = false;
+};
+// Of elements: the width and the height of the tile.
+inline constexpr ObjectNumber kTileNumbers[] = {{"TILING", "TCKX", -1, true},
+                                                {"TILING", "TCKY", -1, true}};
+// Of pointer shapes: the place of the hotspot, the frames, and how long each shows.
+inline constexpr ObjectNumber kPointerNumbers[] = {{"CURSOR", "FCSX", 0, true},
+                                                   {"CURSOR", "FCSY", 0, true},
+                                                   {"CURSOR", "FRMS", 1},
+                                                   {"CURSOR", "FDUR", 20}};
+// The key of such a number.
+std::string KeyOf(const char* object, const ObjectNumber& number);
+
 // Reads a file, which was loaded from `path`, over the built-in look: the pictures and pointer
 // shapes that it names, its fonts, colours and numbers. Stops at the first datafile that cannot be
 // read.

@@ -151,7 +151,7 @@ class Packer {
   }
 
   void CheckPointer(const ProjectPicture& picture, Size size) {
-    const std::vector<PartNumber>& kinds = KindOf(kPointerPart).numbers;
+    const std::span<const ObjectNumber> kinds = KindOf(kPointerPart).numbers;
     std::vector<int> numbers = picture.numbers;
     for (std::size_t i = numbers.size(); i < kinds.size(); ++i)
       numbers.push_back(kinds[i].fallback);

@@ -281,19 +281,9 @@ std::string AtScale(const std::string& path, int scale) {
 }
 
 const PartKind& KindOf(SkinPart part) {
-  static const PartKind kKinds[kSkinPartCount] = {
-      {"ELEMENTS",
-       "main_data",
-       "elements",
-       kElementNames,
-       kElementCount,
-       {{"TCKX", -1, true}, {"TCKY", -1, true}}},
-      {"POINTERS",
-       "cursors",
-       "pointers",
-       kCursorNames,
-       kCursorCount,
-       {{"FCSX", 0, true}, {"FCSY", 0, true}, {"FRMS", 1, false}, {"FDUR", 20, false}}},
+  static constexpr PartKind kKinds[kSkinPartCount] = {
+      {"ELEMENTS", kElementsKey, "elements", kElementNames, kElementCount, kTileNumbers},
+      {"POINTERS", kPointersKey, "pointers", kCursorNames, kCursorCount, kPointerNumbers},
   };
   return kKinds[part];
 }

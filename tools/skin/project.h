@@ -2,10 +2,12 @@
 #pragma once
 
 #include <array>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "toolkit/draw/datafile.h"
+#include "toolkit/skin/skin_file.h"
 #include "tools/skin/complaints.h"
 
 namespace zel {
@@ -25,20 +27,13 @@ std::string FileIn(const std::string& directory, const std::string& file);
 // The two datafiles of a skin. KindOf says what they differ in.
 enum SkinPart : int { kElementPart, kPointerPart, kSkinPartCount };
 
-// A number of an object: a property of it.
-struct PartNumber {
-  const char* property;
-  int fallback;
-  bool isPixels;
-};
-
 struct PartKind {
   const char* section;    // of the project's text, which lists the pictures
   const char* fileKey;    // of the description's section "Skin", which names the datafile
   const char* directory;  // where pictures are put
   const char* const* names;
   int nameCount;
-  std::vector<PartNumber> numbers;  // in the order of the text
+  std::span<const ObjectNumber> numbers;  // in the order of the text
 };
 const PartKind& KindOf(SkinPart part);
 

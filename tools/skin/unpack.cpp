@@ -30,7 +30,7 @@ std::string Lower(std::string name) {
 }
 
 // Likewise as the reader of skins does it.
-int NumberOf(const Datafile::Object& object, const PartNumber& number) {
+int NumberOf(const Datafile::Object& object, const ObjectNumber& number) {
   const std::string text = object.Property(number.property);
   if (text.empty()) return number.fallback;
   const long value = std::strtol(text.c_str(), nullptr, 10);
@@ -41,7 +41,7 @@ int NumberOf(const Datafile::Object& object, const PartNumber& number) {
 std::vector<int> NumbersOf(const Datafile::Object& object, SkinPart part) {
   std::vector<int> numbers;
   std::size_t said = 0;
-  for (const PartNumber& number : KindOf(part).numbers) {
+  for (const ObjectNumber& number : KindOf(part).numbers) {
     numbers.push_back(NumberOf(object, number));
     if (!object.Property(number.property).empty()) said = numbers.size();
   }
