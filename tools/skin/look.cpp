@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <ranges>
 
 #include "toolkit/draw/contrast.h"
 #include "toolkit/draw/cursor.h"
@@ -26,15 +27,53 @@ Color Tinted(Color ground, Color tint, double share, Color text) {
   return Mix(ground, tint, std::max(0.0, share));
 }
 
-bool IsVertical(int element) {
-  return element == VSLIDER_BACK || element == VSLIDER_GRIP || element == PROGRESSV ||
-         element == SCROLL_VBACK || element == SCROLL_VGRIP || element == SEPARATORV;
-}
-
-Size Across(int element, Size size) { return IsVertical(element) ? Size{size.h, size.w} : size; }
-
 constexpr int kWide = 64;  // wide tiles dress a wide widget with few copies
 constexpr int kMargin = 4;
+
+// The size of a frame.
+Size WideFrame(const Look&) { return {kWide, kWide}; }
+Size ButtonFrame(const Look& look) { return {2 * look.Units(6) + 12, 2 * look.Units(6) + 14}; }
+Size IconFrame(const Look& look) { return {look.Units(16), look.Units(16)}; }
+Size ThinFrame(const Look& look) { return {look.Units(14), look.Units(14)}; }
+Size SmallButtonFrame(const Look& look) { return {look.Units(18), look.Units(20)}; }
+Size TrackFrame(const Look& look) { return {24, look.Units(22)}; }
+Size GripFrame(const Look& look) { return {look.Units(11), look.Units(22)}; }
+Size BarFrame(const Look& look) { return {24, look.Units(15)}; }
+Size ScrollTrackFrame(const Look& look) { return {24, look.Units(14)}; }
+Size ScrollGripFrame(const Look& look) { return {2 * look.Units(14) + 8, look.Units(14)}; }
+Size LineFrame(const Look&) { return {12, 2}; }
+Size RowFrame(const Look& look) { return {kWide, look.TextSize() + look.Units(8)}; }
+Size ItemFrame(const Look& look) { return {48, look.Units(20)}; }
+Size TabFrame(const Look& look) { return {24, look.Units(20)}; }
+Size WindowFrame(const Look&) { return {30, 30}; }
+Size TitleFrame(const Look& look) { return {30, look.BarHeight()}; }
+Size TitleTextFrame(const Look& look) { return {12, look.Units(24)}; }
+Size EdgeFrame(const Look&) { return {30, Look::BarBorder()}; }
+Size SideFrame(const Look& look) {
+  return {Look::BarBorder(), 3 * (look.BarHeight() + Look::BarBorder())};
+}
+
+// The size of its tile.
+Size WholeTile(const Look&, Size frame) { return frame; }
+Size InnerTile(const Look&, Size frame) {
+  return {std::max(2, frame.w - 2 * kMargin), std::max(2, frame.h - 2 * kMargin)};
+}
+Size BoxTile(const Look&, Size frame) { return {frame.w - 8, frame.h - 16}; }
+Size ButtonTile(const Look&, Size) { return {12, 14}; }
+Size RowTile(const Look& look, Size frame) {
+  return {frame.w - 2 * kMargin, frame.h - 2 * look.Units(6)};
+}
+Size WindowTile(const Look&, Size) { return {14, 14}; }
+Size TitleTextTile(const Look&, Size frame) { return {4, frame.h}; }
+Size ThinEdgeTile(const Look&, Size frame) { return {frame.w - 4, frame.h - 4}; }
+Size ToggleTile(const Look&, Size frame) {
+  return {frame.w - 2 * (frame.w / 4), frame.h - 2 * (frame.h / 4)};
+}
+Size TrackTile(const Look&, Size frame) { return {16, frame.h - 4}; }
+Size ScrollGripTile(const Look&, Size frame) { return {8, std::max(2, frame.h - 2 * kMargin)}; }
+Size LineTile(const Look&, Size) { return {8, 2}; }
+Size EdgeTile(const Look&, Size frame) { return {14, frame.h}; }
+Size SideTile(const Look&, Size frame) { return {frame.w, frame.h / 3}; }
 
 }  // namespace
 
@@ -86,217 +125,118 @@ int Look::Units(int measure) const {
   return std::max(1, static_cast<int>(std::lround(measure * size_ / kUsualSize)));
 }
 
+// One that is vertical has the measures of the horizontal one, turned.
+struct Look::Kind {
+  ElementIndex id;
+  Size (*frame)(const Look& look);
+  Size (*tile)(const Look& look, Size frame);
+  Color LookColors::*ground;                                    // null for none
+  void (Look::*draw)(Painting& frame, const Part& part) const;  // on it; null for nothing
+  bool isVertical = false;
+
+  Size Turned(Size size) const { return isVertical ? Size{size.h, size.w} : size; }
+};
+
+const Look::Kind& Look::KindOf(int element) {
+  using Colors = LookColors;
+  // By ElementIndex.
+  static constexpr Kind kKinds[] = {
+      {BOX, WideFrame, BoxTile, &Colors::face, &Look::DrawPanel},
+      {BOX_SHADDOW, WideFrame, InnerTile, &Colors::face, &Look::DrawPanel},
+      {BUTTON, ButtonFrame, ButtonTile, &Colors::face, &Look::DrawButton},
+      {CHECKBOX, IconFrame, ToggleTile, &Colors::face, &Look::DrawToggle},
+      {CLEAR_BACK, WideFrame, ThinEdgeTile, &Colors::back, nullptr},
+      {COMBO_BUTTON, SmallButtonFrame, WholeTile, nullptr, &Look::DrawArrow},
+      {HSLIDER_BACK, TrackFrame, TrackTile, &Colors::face, &Look::DrawSliderTrack},
+      {HSLIDER_GRIP, GripFrame, WholeTile, nullptr, &Look::DrawSliderGrip},
+      {ICONEXIT, IconFrame, WholeTile, nullptr, &Look::DrawIcon},
+      {ICONMAX, IconFrame, WholeTile, nullptr, &Look::DrawIcon},
+      {ICONMIN, IconFrame, WholeTile, nullptr, &Look::DrawIcon},
+      {ICONRESTORE, IconFrame, WholeTile, nullptr, &Look::DrawIcon},
+      {LIST, RowFrame, RowTile, &Colors::sunken, &Look::DrawRow},
+      {MENU_BACK, WideFrame, InnerTile, &Colors::face, &Look::DrawPanel},
+      {MENU_BUTTON, SmallButtonFrame, InnerTile, &Colors::face, &Look::DrawMenuButton},
+      {MENU_ITEM, ItemFrame, TrackTile, &Colors::face, &Look::DrawMenuItem},
+      {PANEL_GROOVE, WideFrame, InnerTile, &Colors::face, &Look::DrawPanel},
+      {PANEL_RAISED, WideFrame, InnerTile, &Colors::face, &Look::DrawPanel},
+      {PANEL_RIDGE, WideFrame, ThinEdgeTile, &Colors::face, &Look::DrawPanel},
+      {PANEL_SUNKEN, WideFrame, InnerTile, &Colors::face, &Look::DrawPanel},
+      {PROGRESSH, BarFrame, InnerTile, nullptr, &Look::DrawProgress},
+      {PROGRESSV, BarFrame, InnerTile, nullptr, &Look::DrawProgress, true},
+      {RADIO, IconFrame, ToggleTile, nullptr, &Look::DrawToggle},
+      {SCROLL_DOWN, ThinFrame, InnerTile, &Colors::panel, &Look::DrawArrow},
+      {SCROLL_HBACK, ScrollTrackFrame, InnerTile, &Colors::panel, nullptr},
+      {SCROLL_HGRIP, ScrollGripFrame, ScrollGripTile, &Colors::panel, &Look::DrawScrollGrip},
+      {SCROLL_HGRIPOVERLAY, ThinFrame, WholeTile, nullptr, nullptr},
+      {SCROLL_LEFT, ThinFrame, InnerTile, &Colors::panel, &Look::DrawArrow},
+      {SCROLL_RIGHT, ThinFrame, InnerTile, &Colors::panel, &Look::DrawArrow},
+      {SCROLL_UP, ThinFrame, InnerTile, &Colors::panel, &Look::DrawArrow},
+      {SCROLL_VBACK, ScrollTrackFrame, InnerTile, &Colors::panel, nullptr, true},
+      {SCROLL_VGRIP, ScrollGripFrame, ScrollGripTile, &Colors::panel, &Look::DrawScrollGrip, true},
+      {SCROLL_VGRIPOVERLAY, ThinFrame, WholeTile, nullptr, nullptr},
+      {SEPARATORH, LineFrame, LineTile, &Colors::rule, nullptr},
+      {SEPARATORV, LineFrame, LineTile, &Colors::rule, nullptr, true},
+      {TAB_BUTTON, TabFrame, InnerTile, nullptr, &Look::DrawTab},
+      {TAB_WINDOW, WideFrame, InnerTile, &Colors::face, &Look::DrawPanel},
+      {VSLIDER_BACK, TrackFrame, TrackTile, &Colors::face, &Look::DrawSliderTrack, true},
+      {VSLIDER_GRIP, GripFrame, WholeTile, nullptr, &Look::DrawSliderGrip, true},
+      {WINBOTTOM, EdgeFrame, EdgeTile, nullptr, &Look::DrawWindowPart},
+      {WINDOW, WindowFrame, WindowTile, &Colors::face, nullptr},
+      {WINGRIP, TitleFrame, EdgeTile, nullptr, &Look::DrawWindowPart},
+      {WINLEFT, SideFrame, SideTile, nullptr, &Look::DrawWindowPart},
+      {WINRIGHT, SideFrame, SideTile, nullptr, &Look::DrawWindowPart},
+      {WINTEXT, TitleTextFrame, TitleTextTile, nullptr, nullptr},
+      {WINTOP, EdgeFrame, EdgeTile, nullptr, &Look::DrawWindowPart},
+  };
+  static_assert(std::ranges::equal(kKinds, std::views::iota(0, int{kElementCount}), {}, &Kind::id));
+  return kKinds[element];
+}
+
 Size Look::FrameOf(int element) const {
-  const int thin = Units(14), icon = Units(16), bar = BarHeight() + BarBorder();
-  switch (element) {
-    case BUTTON:
-      return {2 * Units(6) + 12, 2 * Units(6) + 14};
-    case CHECKBOX:
-    case RADIO:
-    case ICONEXIT:
-    case ICONMAX:
-    case ICONMIN:
-    case ICONRESTORE:
-      return {icon, icon};
-    case COMBO_BUTTON:
-    case MENU_BUTTON:
-      return {Units(18), Units(20)};
-    case HSLIDER_BACK:
-    case VSLIDER_BACK:
-      return Across(element, {24, Units(22)});
-    case HSLIDER_GRIP:
-    case VSLIDER_GRIP:
-      return Across(element, {Units(11), Units(22)});
-    case LIST:
-      return {kWide, size_ + Units(8)};
-    case MENU_ITEM:
-      return {48, Units(20)};
-    case PROGRESSH:
-    case PROGRESSV:
-      return Across(element, {24, Units(15)});
-    case SCROLL_DOWN:
-    case SCROLL_LEFT:
-    case SCROLL_RIGHT:
-    case SCROLL_UP:
-    case SCROLL_HGRIPOVERLAY:
-    case SCROLL_VGRIPOVERLAY:
-      return {thin, thin};
-    case SCROLL_HBACK:
-    case SCROLL_VBACK:
-      return Across(element, {24, thin});
-    case SCROLL_HGRIP:
-    case SCROLL_VGRIP:
-      return Across(element, {2 * thin + 8, thin});
-    case SEPARATORH:
-    case SEPARATORV:
-      return Across(element, {12, 2});
-    case TAB_BUTTON:
-      return {24, Units(20)};
-    case WINBOTTOM:
-    case WINTOP:
-      return {30, BarBorder()};
-    case WINDOW:
-      return {30, 30};
-    case WINGRIP:
-      return {30, BarHeight()};
-    case WINLEFT:
-    case WINRIGHT:
-      return {BarBorder(), 3 * bar};
-    case WINTEXT:
-      return {12, Units(24)};
-    default:
-      return {kWide, kWide};
-  }
+  const Kind& kind = KindOf(element);
+  return kind.Turned(kind.frame(*this));
 }
 
 Size Look::TileOf(int element) const {
-  const Size frame = FrameOf(element);
-  const Size inner{frame.w - 2 * kMargin, frame.h - 2 * kMargin};
-  switch (element) {
-    case BUTTON:
-      return {12, 14};
-    case CHECKBOX:
-    case RADIO:
-      return {frame.w - 2 * (frame.w / 4), frame.h - 2 * (frame.h / 4)};
-    case LIST:
-      return {frame.w - 2 * kMargin, frame.h - 2 * Units(6)};
-    case BOX:
-      return {frame.w - 8, frame.h - 16};
-    case CLEAR_BACK:
-    case PANEL_RIDGE:
-      return {frame.w - 4, frame.h - 4};
-    case MENU_ITEM:
-      return {16, frame.h - 4};
-    case SCROLL_HGRIP:
-    case SCROLL_VGRIP:
-      return Across(element, {8, std::max(2, FrameOf(SCROLL_UP).w - 2 * kMargin)});
-    case HSLIDER_BACK:
-    case VSLIDER_BACK:
-      return Across(element, {16, std::max(frame.w, frame.h) > 0 ? Units(22) - 4 : 1});
-    case SEPARATORH:
-    case SEPARATORV:
-      return Across(element, {8, 2});
-    case WINBOTTOM:
-    case WINTOP:
-    case WINGRIP:
-      return {14, frame.h};
-    case WINDOW:
-      return {14, 14};
-    case WINLEFT:
-    case WINRIGHT:
-      return {frame.w, frame.h / 3};
-    case WINTEXT:
-      return {4, frame.h};
-    case COMBO_BUTTON:
-    case HSLIDER_GRIP:
-    case VSLIDER_GRIP:
-    case ICONEXIT:
-    case ICONMAX:
-    case ICONMIN:
-    case ICONRESTORE:
-    case SCROLL_HGRIPOVERLAY:
-    case SCROLL_VGRIPOVERLAY:
-      return frame;
-    default:
-      return {std::max(2, inner.w), std::max(2, inner.h)};
-  }
+  const Kind& kind = KindOf(element);
+  return kind.Turned(kind.tile(*this, kind.frame(*this)));
 }
 
 void Look::Draw(Painting& frame, int element, int column, int row) const {
-  const Size grid = kElementGrids[element];
-  const int state = grid.h == 1 ? column : row;
-  switch (element) {
-    case BUTTON:
-      return DrawButton(frame, state, Units(5));
-    case CHECKBOX:
-    case RADIO:
-      return DrawToggle(frame, element, column == 1, row);
-    case COMBO_BUTTON:
-    case SCROLL_DOWN:
-    case SCROLL_LEFT:
-    case SCROLL_RIGHT:
-    case SCROLL_UP:
-      return DrawArrow(frame, element, state);
-    case ICONEXIT:
-    case ICONMAX:
-    case ICONMIN:
-    case ICONRESTORE:
-      return DrawIcon(frame, element, state);
-    case HSLIDER_BACK:
-    case VSLIDER_BACK:
-    case HSLIDER_GRIP:
-    case VSLIDER_GRIP:
-      return DrawSlider(frame, element, state);
-    case LIST:
-      return DrawRow(frame, row);
-    case MENU_BUTTON:
-      return frame.Fill(row == 1 ? colors_.select : colors_.face);
-    case MENU_ITEM:
-      return DrawMenuItem(frame, row);
-    case PROGRESSH:
-    case PROGRESSV:
-      return DrawProgress(frame, element, state == 1);
-    case SCROLL_HBACK:
-    case SCROLL_VBACK:
-    case SCROLL_HGRIP:
-    case SCROLL_VGRIP:
-      return DrawScrollBar(frame, element, state);
-    case SEPARATORH:
-    case SEPARATORV:
-      return frame.Fill(colors_.rule);
-    case CLEAR_BACK:
-      return frame.Fill(colors_.back);
-    case WINBOTTOM:
-    case WINTOP:
-    case WINGRIP:
-    case WINLEFT:
-    case WINRIGHT:
-      return DrawWindowPart(frame, element, state == 0);
-    case WINDOW:
-      return frame.Fill(colors_.face);
-    case TAB_BUTTON: {
-      const Size size = FrameOf(element);
-      return frame.Box({0, 1, size.w, size.h + Units(6)}, Units(4),
-                       row == kSelected ? colors_.face : colors_.grey, colors_.edge);
-    }
-    case SCROLL_HGRIPOVERLAY:
-    case SCROLL_VGRIPOVERLAY:
-    case WINTEXT:
-      return;
-    default:
-      return DrawPanel(frame, element);
-  }
+  const Kind& kind = KindOf(element);
+  if (kind.ground) frame.Fill(colors_.*kind.ground);
+  const int state = kElementGrids[element].h == 1 ? column : row;
+  if (kind.draw) (this->*kind.draw)(frame, {element, column, state, FrameOf(element)});
 }
 
-void Look::DrawButton(Painting& frame, int state, double radius) const {
+void Look::DrawButton(Painting& frame, const Part& part) const {
   const Color fills[] = {colors_.button, colors_.accent, colors_.face, colors_.focus};
   const Color edges[] = {colors_.edge, colors_.accent, colors_.edgeOff, colors_.mark};
-  const Size size = FrameOf(BUTTON);
-  frame.Fill(colors_.face);
-  frame.Box({0, 0, size.w, size.h}, radius, fills[state], edges[state], state == kFocused ? 2 : 1);
+  frame.Box({0, 0, part.size.w, part.size.h}, Units(5), fills[part.state], edges[part.state],
+            part.state == kFocused ? 2 : 1);
 }
 
-void Look::DrawToggle(Painting& frame, int element, bool isOn, int state) const {
+void Look::DrawToggle(Painting& frame, const Part& part) const {
   const Color fills[] = {colors_.sunken, colors_.accent, colors_.face, colors_.focus};
   const Color edges[] = {colors_.edge, colors_.accent, colors_.edgeOff, colors_.mark};
   const Color marks[] = {colors_.mark, colors_.onAccent, colors_.disabled, colors_.mark};
   constexpr double kDrawn = 16;
-  const int side = FrameOf(element).w;
+  const bool isOn = part.column == 1;
+  const int state = part.state, side = part.size.w;
   const auto put = [side](Shape shape) { return Placed(std::move(shape), kDrawn, side, 0, 0); };
-  if (element == RADIO) {
+  if (part.element == RADIO) {
     frame.Box({0, 0, side, side}, side, fills[state], edges[state]);
     if (isOn) frame.Paint(put(Disc({8, 8}, 3.4)), marks[state]);
     return;
   }
-  frame.Fill(colors_.face);
   frame.Box({0, 0, side, side}, Units(4), fills[state], edges[state]);
   if (isOn) frame.Paint(put(Stroke({{4.2, 8.4}, {7, 11.2}, {11.8, 5}}, 2.2)), marks[state]);
 }
 
-void Look::DrawArrow(Painting& frame, int element, int state) const {
+void Look::DrawArrow(Painting& frame, const Part& part) const {
+  const int element = part.element, state = part.state;
+  const Size size = part.size;
   const bool isPart = element != COMBO_BUTTON;  // of a scroll bar
-  const Size size = FrameOf(element);
-  if (isPart) frame.Fill(colors_.panel);
   if (isPart && state == kSelected)
     frame.Paint(RoundedBox(1, 1, size.w - 2, size.h - 2, Units(3)), colors_.accent);
   Color mark = isPart ? colors_.quiet : colors_.text;
@@ -314,8 +254,8 @@ void Look::DrawArrow(Painting& frame, int element, int state) const {
       Placed(Turned(down, {8, 8}, turn), 16, side, (size.w - side) / 2, (size.h - side) / 2), mark);
 }
 
-void Look::DrawIcon(Painting& frame, int element, int state) const {
-  const int side = FrameOf(element).w;
+void Look::DrawIcon(Painting& frame, const Part& part) const {
+  const int element = part.element, state = part.state, side = part.size.w;
   frame.Fill(state == kDisabled ? colors_.barOff : colors_.bar);
   if (state == kSelected) frame.Paint(RoundedBox(0, 0, side, side, Units(3)), colors_.accent);
   Color mark = state == kDisabled ? colors_.disabled : colors_.text;
@@ -337,19 +277,22 @@ void Look::DrawIcon(Painting& frame, int element, int state) const {
   }
 }
 
-void Look::DrawRow(Painting& frame, int row) const {
+void Look::DrawRow(Painting& frame, const Part& part) const {
   const Color fills[] = {colors_.sunken, colors_.select, colors_.sunken, colors_.focus,
                          colors_.select, colors_.select, colors_.sunken, colors_.grey};
-  const Size size = FrameOf(LIST);
-  frame.Fill(colors_.sunken);
-  if (fills[row] == colors_.sunken) return;
-  frame.Paint(RoundedBox(0, 1, size.w, size.h - 2, Units(4)), fills[row]);
+  const Color fill = fills[part.state];
+  if (fill == colors_.sunken) return;
+  frame.Paint(RoundedBox(0, 1, part.size.w, part.size.h - 2, Units(4)), fill);
 }
 
-void Look::DrawMenuItem(Painting& frame, int row) const {
-  const Size size = FrameOf(MENU_ITEM);
+void Look::DrawMenuButton(Painting& frame, const Part& part) const {
+  if (part.state == 1) frame.Fill(colors_.select);
+}
+
+void Look::DrawMenuItem(Painting& frame, const Part& part) const {
+  const int row = part.state;
+  const Size size = part.size;
   const bool isChosen = row == 1 || row == 4 || row == 6;
-  frame.Fill(colors_.face);
   if (isChosen) frame.Paint(RoundedBox(1, 0, size.w - 2, size.h, Units(3)), colors_.accent);
   const Color mark = isChosen ? colors_.onAccent : colors_.text;
   const double middle = size.h / 2.0;
@@ -359,42 +302,45 @@ void Look::DrawMenuItem(Painting& frame, int row) const {
   if (row > 4) frame.Paint(Stroke({{5, middle}, {8, middle + 3}, {13, middle - 4}}, 1.9), mark);
 }
 
-void Look::DrawSlider(Painting& frame, int element, int state) const {
-  const Size size = FrameOf(element);
-  if (element == HSLIDER_GRIP || element == VSLIDER_GRIP) {
-    const Color fills[] = {colors_.grip, colors_.accent, colors_.grey, colors_.mark};
-    frame.Paint(RoundedBox(0, 0, size.w, size.h, Units(4)), fills[state]);
-    return;
-  }
-  frame.Fill(colors_.face);
+void Look::DrawSliderTrack(Painting& frame, const Part& part) const {
+  const Size size = part.size;
   const double thick = Units(4);
-  const Color groove = state == kDisabled ? colors_.grey : colors_.edge;
-  if (element == HSLIDER_BACK)
+  const Color groove = part.state == kDisabled ? colors_.grey : colors_.edge;
+  if (part.element == HSLIDER_BACK)
     frame.Paint(RoundedBox(0, (size.h - thick) / 2, size.w, thick, thick / 2), groove);
   else
     frame.Paint(RoundedBox((size.w - thick) / 2, 0, thick, size.h, thick / 2), groove);
 }
 
-void Look::DrawScrollBar(Painting& frame, int element, int state) const {
-  const Size size = FrameOf(element);
-  frame.Fill(colors_.panel);
-  if (element == SCROLL_HBACK || element == SCROLL_VBACK) return;
+void Look::DrawSliderGrip(Painting& frame, const Part& part) const {
   const Color fills[] = {colors_.grip, colors_.accent, colors_.grey, colors_.mark};
-  const double inset = Units(3);
-  frame.Paint(RoundedBox(inset, inset, size.w - 2 * inset, size.h - 2 * inset, Units(4)),
-              fills[state]);
+  frame.Paint(RoundedBox(0, 0, part.size.w, part.size.h, Units(4)), fills[part.state]);
 }
 
-void Look::DrawProgress(Painting& frame, int element, bool isFilling) const {
-  const Size size = FrameOf(element);
-  if (isFilling)
+void Look::DrawScrollGrip(Painting& frame, const Part& part) const {
+  const Color fills[] = {colors_.grip, colors_.accent, colors_.grey, colors_.mark};
+  const double inset = Units(3);
+  frame.Paint(RoundedBox(inset, inset, part.size.w - 2 * inset, part.size.h - 2 * inset, Units(4)),
+              fills[part.state]);
+}
+
+void Look::DrawProgress(Painting& frame, const Part& part) const {
+  const Size size = part.size;
+  if (part.state == 1)
     frame.Paint(RoundedBox(2, 2, size.w - 4, size.h - 4, Units(2)), colors_.accent);
   else
     frame.Box({0, 0, size.w, size.h}, Units(3), colors_.sunken, colors_.edge);
 }
 
-void Look::DrawWindowPart(Painting& frame, int element, bool isActive) const {
-  const Size size = FrameOf(element);
+void Look::DrawTab(Painting& frame, const Part& part) const {
+  frame.Box({0, 1, part.size.w, part.size.h + Units(6)}, Units(4),
+            part.state == kSelected ? colors_.face : colors_.grey, colors_.edge);
+}
+
+void Look::DrawWindowPart(Painting& frame, const Part& part) const {
+  const int element = part.element;
+  const Size size = part.size;
+  const bool isActive = part.state == 0;
   const Color bar = isActive ? colors_.bar : colors_.barOff;
   const Color edge = isActive ? colors_.accent : colors_.edge;
   if (element == WINGRIP) return frame.Fill(bar);
@@ -408,9 +354,9 @@ void Look::DrawWindowPart(Painting& frame, int element, bool isActive) const {
   frame.Paint(RoundedBox(0, element == WINTOP ? 0 : size.h - 1, size.w, 1, 0), edge);
 }
 
-void Look::DrawPanel(Painting& frame, int element) const {
-  const Size size = FrameOf(element);
-  frame.Fill(colors_.face);
+void Look::DrawPanel(Painting& frame, const Part& part) const {
+  const int element = part.element;
+  const Size size = part.size;
   if (element == PANEL_GROOVE || element == PANEL_RIDGE || element == BOX)
     frame.Box({0, 0, size.w, size.h}, element == PANEL_RIDGE ? 1 : Units(3), colors_.face,
               colors_.edge);

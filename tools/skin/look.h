@@ -38,6 +38,7 @@ class Look {
 
   Size FrameOf(int element) const;
   Size TileOf(int element) const;
+  // The frame at this place of the element's grid.
   void Draw(Painting& frame, int element, int column, int row) const;
 
   // The rows of lists, the title bar and its parts.
@@ -46,17 +47,30 @@ class Look {
   static int BarBorder() { return 4; }
 
  private:
-  void DrawButton(Painting& frame, int state, double radius) const;
-  void DrawToggle(Painting& frame, int element, bool isOn, int state) const;
-  void DrawArrow(Painting& frame, int element, int state) const;
-  void DrawIcon(Painting& frame, int element, int state) const;
-  void DrawRow(Painting& frame, int row) const;
-  void DrawMenuItem(Painting& frame, int row) const;
-  void DrawSlider(Painting& frame, int element, int state) const;
-  void DrawScrollBar(Painting& frame, int element, int state) const;
-  void DrawProgress(Painting& frame, int element, bool isFilling) const;
-  void DrawWindowPart(Painting& frame, int element, bool isActive) const;
-  void DrawPanel(Painting& frame, int element) const;
+  // A frame that is being drawn.
+  struct Part {
+    int element, column;
+    int state;  // its place among the frames that say the state
+    Size size;
+  };
+  // How an element is made; see look.cpp.
+  struct Kind;
+  static const Kind& KindOf(int element);
+
+  void DrawButton(Painting& frame, const Part& part) const;
+  void DrawToggle(Painting& frame, const Part& part) const;
+  void DrawArrow(Painting& frame, const Part& part) const;
+  void DrawIcon(Painting& frame, const Part& part) const;
+  void DrawRow(Painting& frame, const Part& part) const;
+  void DrawMenuButton(Painting& frame, const Part& part) const;
+  void DrawMenuItem(Painting& frame, const Part& part) const;
+  void DrawSliderTrack(Painting& frame, const Part& part) const;
+  void DrawSliderGrip(Painting& frame, const Part& part) const;
+  void DrawScrollGrip(Painting& frame, const Part& part) const;
+  void DrawProgress(Painting& frame, const Part& part) const;
+  void DrawTab(Painting& frame, const Part& part) const;
+  void DrawWindowPart(Painting& frame, const Part& part) const;
+  void DrawPanel(Painting& frame, const Part& part) const;
 
   LookColors colors_;
   int size_;
