@@ -9,13 +9,8 @@
 namespace zel {
 namespace {
 
-// The frame of the list's element begins behind the icon and ends before the mark of a submenu.
-constexpr int kFrameLeft = 22;
-constexpr int kFrameMargin = 33;
-constexpr int kTextLeft = 25;
-constexpr int kIconLeft = 3;
+constexpr int kFrameMargin = kEntryFrameLeft + kEntryFrameRight;
 constexpr int kMarkWidth = 8;  // of a submenu, to the right end
-constexpr int kSeparatorMargin = 15;
 
 struct Triangle {
   int x1, y1, x2, y2, x3, y3;
@@ -66,7 +61,7 @@ MenuEntry::MenuEntry(const MenuItem& menuItem, IconCache& icons) : item_{menuIte
 Rect MenuEntry::PaintedPart(Size canvas) const {
   if (const MenuLook* look = Look()) return StyledPart(*look, canvas);
   if (!owner || !owner->GetBitmap()) return {};
-  return {Zoomed(kFrameLeft), 0, std::max(0, canvas.w - Zoomed(kFrameMargin)), canvas.h};
+  return {Zoomed(kEntryFrameLeft), 0, std::max(0, canvas.w - Zoomed(kFrameMargin)), canvas.h};
 }
 
 void MenuEntry::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {
@@ -75,7 +70,7 @@ void MenuEntry::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {
     return;
   }
   if (const int width = canvas.Width() - Zoomed(kFrameMargin); skinBitmap && width > 0)
-    skinBitmap->DrawArea(canvas.GetBitmap(), 0, state, Zoomed(kFrameLeft), 0, width,
+    skinBitmap->DrawArea(canvas.GetBitmap(), 0, state, Zoomed(kEntryFrameLeft), 0, width,
                          canvas.Height(), 1, kListStates);
   if (IsSeparator()) {
     DrawSeparator(canvas);
@@ -97,17 +92,17 @@ int MenuEntry::TitleRoom() const {
   if (const MenuLook* look = Look())
     return look->wraps > 0 ? kMostPixels : TitlePlace(*look, {owner->w(), 0}).w;
   const bool hasMark = item_.flags & kItemSubmenu;
-  return owner->w() - Zoomed(kTextLeft) - (hasMark ? Zoomed(kMarkWidth) : 0);
+  return owner->w() - Zoomed(kEntryTextLeft) - (hasMark ? Zoomed(kMarkWidth) : 0);
 }
 
 Size MenuEntry::IconRoom() const {
   if (const MenuLook* look = Look()) return StyledIconRoom(*look);
-  return {Zoomed(kTextLeft - kIconLeft), GetHeight()};
+  return {Zoomed(kEntryTextLeft - kEntryIconLeft), GetHeight()};
 }
 
 void MenuEntry::DrawSeparator(Bitmap& canvas) const {
   const int middle = canvas.Height() / 2;
-  canvas.rectfill(Zoomed(kTextLeft), middle, canvas.Width() - Zoomed(kSeparatorMargin),
+  canvas.rectfill(Zoomed(kEntryTextLeft), middle, canvas.Width() - Zoomed(kEntrySeparatorRight),
                   middle + Zoomed(2) - 1, item_.color);
 }
 
@@ -123,16 +118,16 @@ void MenuEntry::DrawBack(Bitmap& canvas, const TextLook& look) const {
        {right - Zoomed(10), middle + Zoomed(4), right - Zoomed(2), middle + Zoomed(4),
         right - Zoomed(6), middle - Zoomed(3)},
        item_.color);
-  look.font.TextoutShadow(canvas, Text(kBackText), {Zoomed(kTextLeft), look.y}, look.color,
+  look.font.TextoutShadow(canvas, Text(kBackText), {Zoomed(kEntryTextLeft), look.y}, look.color,
                           look.shadow, Color{}, kAlignLeft);
 }
 
 void MenuEntry::DrawItem(Bitmap& canvas, const TextLook& look) const {
   // Allegro draws a paletted sprite in the colours of its palette.
   if (icon_ && canvas.GetBitmap())
-    draw_sprite(canvas.GetBitmap(), icon_.get(), Zoomed(kIconLeft), look.y - Zoomed(1));
-  look.font.TextoutShadow(canvas, item_.title, {Zoomed(kTextLeft), look.y}, look.color, look.shadow,
-                          Color{}, kAlignLeft);
+    draw_sprite(canvas.GetBitmap(), icon_.get(), Zoomed(kEntryIconLeft), look.y - Zoomed(1));
+  look.font.TextoutShadow(canvas, item_.title, {Zoomed(kEntryTextLeft), look.y}, look.color,
+                          look.shadow, Color{}, kAlignLeft);
   if (!(item_.flags & kItemSubmenu)) return;
   const int right = canvas.Width();
   const int middle = canvas.Height() / 2;

@@ -32,6 +32,13 @@ class IconCache {
   std::unordered_map<std::string, std::shared_ptr<BITMAP>> icons_;
 };
 
+// Where things lie in an entry of which the skin says nothing, in pixels from the left or the
+// right. The frame of the list's element begins behind the icon and ends before the mark of a
+// submenu.
+inline constexpr int kEntryIconLeft = 3, kEntryTextLeft = 25;
+inline constexpr int kEntryFrameLeft = 22, kEntryFrameRight = 11;
+inline constexpr int kEntrySeparatorRight = 15;
+
 // One entry of the menu: draws its item with icon, title and the marks of its kind. Where the skin
 // says something of entries or of the height of rows, they have its measures and colours.
 class MenuEntry : public ListItem {

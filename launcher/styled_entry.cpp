@@ -10,10 +10,8 @@
 namespace zel {
 namespace {
 
-// Where a skin is silent, things lie as they do without a skin that says anything.
-constexpr int kFieldLeft = 22, kFieldRight = 11;
-constexpr int kTextLeft = 25, kIconLeft = 3, kMarkRight = 3;
-constexpr int kSeparatorRight = 15;
+// Where a skin is silent, what has places without a skin that says anything lies there.
+constexpr int kMarkRight = 3;
 constexpr int kMarkGap = 8;  // between a title and the mark behind it
 
 // More is not wanted of what cannot be chosen.
@@ -24,8 +22,8 @@ constexpr double kMarkHeight = 0.22;  // half of it
 constexpr double kStroke = 0.09;
 constexpr double kLeastStroke = 1.5;  // pixels
 
-int IconX(const MenuLook& look) { return OrElse(look.iconX, Zoomed(kIconLeft)); }
-int TextX(const MenuLook& look) { return OrElse(look.textX, Zoomed(kTextLeft)); }
+int IconX(const MenuLook& look) { return OrElse(look.iconX, Zoomed(kEntryIconLeft)); }
+int TextX(const MenuLook& look) { return OrElse(look.textX, Zoomed(kEntryTextLeft)); }
 int MarkX(const MenuLook& look) { return OrElse(look.markX, Zoomed(kMarkRight)); }
 
 int HalfMark(const Font& font) { return static_cast<int>(font.TextHeight() * kMarkHeight); }
@@ -38,8 +36,8 @@ const MenuLook* MenuEntry::Look() const {
 }
 
 Rect MenuEntry::Field(const MenuLook& look, Size canvas) const {
-  const int left = std::min(OrElse(look.fieldX, Zoomed(kFieldLeft)), canvas.w / 4);
-  const int right = std::min(OrElse(look.fieldX, Zoomed(kFieldRight)), canvas.w / 4);
+  const int left = std::min(OrElse(look.fieldX, Zoomed(kEntryFrameLeft)), canvas.w / 4);
+  const int right = std::min(OrElse(look.fieldX, Zoomed(kEntryFrameRight)), canvas.w / 4);
   const int top = std::min(OrElse(look.fieldY, 0), canvas.h / 4);
   return {left, top, std::max(0, canvas.w - left - right), std::max(0, canvas.h - 2 * top)};
 }
@@ -137,7 +135,7 @@ void MenuEntry::DrawStyled(Bitmap& canvas, const MenuLook& look, const SkinBitma
   }
   if (IsSeparator()) {
     const int left = look.iconX == MenuLook::kAbsent ? TextX(look) : IconX(look);
-    const int right = look.iconX == MenuLook::kAbsent ? Zoomed(kSeparatorRight) : IconX(look);
+    const int right = look.iconX == MenuLook::kAbsent ? Zoomed(kEntrySeparatorRight) : IconX(look);
     const bool isOwn = item_.hasOwnColor || !look.separator.IsSet();
     canvas.rectfill(left, size.h / 2, size.w - right - 1, size.h / 2 + Zoomed(1) - 1,
                     isOwn ? item_.color : look.separator);
