@@ -143,12 +143,7 @@ Rows FullScreen::Place() const {
 void FullScreen::DrawTitles(const Rows& rows) const {
   screen_.Put(rows.heading, 0, Shown(session_.Level().heading.text), Look::kTitle);
   screen_.Put(rows.title, 0, Shown(session_.Config().menuTitle), Look::kStrong);
-  int number = 0, count = 0;  // of what can be current
-  for (int i = 0; i < session_.Count(); ++i) {
-    if (session_.Entry(i).flags & kItemSeparator) continue;
-    ++count;
-    if (i <= session_.Current()) ++number;
-  }
+  const auto [number, count] = PlaceOfCurrent(session_);
   const std::wstring place = std::to_wstring(number) + L'/' + std::to_wstring(count);
   screen_.Put(rows.title, std::max(0, Screen::Columns() - Columns(place)), place);
   const char* keys = session_.Level().keyHelp.text;

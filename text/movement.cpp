@@ -25,6 +25,16 @@ int FreeEntry(const MenuSession& session, int target, int direction) {
 
 }  // namespace
 
+EntryPlace PlaceOfCurrent(const MenuSession& session) {
+  EntryPlace place;
+  for (int i = 0; i < session.Count(); ++i) {
+    if (session.Entry(i).flags & kItemSeparator) continue;
+    ++place.count;
+    if (i <= session.Current()) ++place.number;
+  }
+  return place;
+}
+
 int Movement::Target(const MenuSession& session, int key, int page) {
   const int current = session.Current();
   switch (key) {

@@ -9,6 +9,12 @@
 
 namespace zel {
 
+// Which of the entries that can be current is, counted from 1, and how many there are.
+struct EntryPlace {
+  int number = 0, count = 0;
+};
+EntryPlace PlaceOfCurrent(const MenuSession& session);
+
 // Arrows, pages and ends, never to a separator; with the setting, what is typed, too.
 class Movement {
  public:

@@ -8,18 +8,17 @@
 
 #include "launcher/default_start.h"
 #include "launcher/item_wait.h"
-#include "launcher/progress_file.h"
 #include "launcher/texts.h"
+#include "text/progress_news.h"
 #include "text/terminal.h"
 #include "text/terminal_text.h"
 
 namespace zel {
 namespace {
 
-constexpr int kUsualColumns = 80, kFewestColumns = 20;
+constexpr int kFewestColumns = 20;
 constexpr std::size_t kLongestAnswer = 100;    // bytes; the rest of a line is not read
 constexpr std::int64_t kProgressPause = 5000;  // milliseconds between two lines that say how far
-constexpr int kCountdownStep = 10;             // seconds
 constexpr const char* kBlanks = " \t";
 
 class PlainLines {
@@ -33,7 +32,7 @@ class PlainLines {
     Ask();
     while (!isGone_ && !session_.IsChosen()) {
       std::string line;
-      const Input input = Next(line, default_.IsCounting() ? kShortestPoll : PollPeriod());
+      const Input input = Next(line, default_.IsCounting() ? kShortestPoll : news_.PollPeriod());
       if (input == Input::kNone) CountDown();
       if (input == Input::kLine) {
         default_.Stop();
@@ -41,7 +40,7 @@ class PlainLines {
         if (session_.IsChosen()) break;
         Ask();
       }
-      if (const std::wstring progress = NewProgress(); !progress.empty()) {
+      if (const std::wstring progress = news_.Look(); !progress.empty()) {
         WriteLine({});
         WriteLine(progress);
         Ask();
@@ -62,7 +61,7 @@ class PlainLines {
     const int columns = Terminal::GetSize().columns;
     // What fills a line to its end may begin another one.
     for (const std::wstring& line :
-         Wrapped(text, (columns < kFewestColumns ? kUsualColumns : columns) - 1))
+         Wrapped(text, (columns < kFewestColumns ? Terminal::kUsualSize.columns : columns) - 1))
       WriteLine(line);
   }
   void Flush() {
@@ -77,7 +76,6 @@ class PlainLines {
     Flush();
   }
 
-  int PollPeriod() const { return std::max(progress_.PollPeriod(), kShortestPoll); }
   Input Next(std::string& line, std::int64_t milliseconds);
   bool TakeLine(std::string& line);
   void Answer(const std::string& line);
@@ -86,7 +84,6 @@ class PlainLines {
   int EntryOf(const std::string& number) const;
   void Choose(int index);
   bool WaitFor(const MenuItem& item);
-  std::wstring NewProgress();
   void TellDefault() { WriteWrapped(Shown(default_.Filled(Text(kPlainDefaultText)).c_str())); }
   void CountDown();
 
@@ -95,9 +92,7 @@ class PlainLines {
   std::string typed_, written_;
   bool isGone_ = false;
   DefaultStart default_;
-  ProgressFile progressFile_;
-  ProgressValues progress_, told_;
-  std::int64_t toldAt_ = 0, lookAt_ = 0;
+  ProgressNews news_{kProgressPause};
 };
 
 void PlainLines::ShowMenu() {
@@ -228,24 +223,8 @@ bool PlainLines::WaitFor(const MenuItem& item) {
     if (Milliseconds() < check) continue;
     check += ItemWait::kPeriod;
     if (wait.Check()) return true;
-    if (const std::wstring progress = NewProgress(); !progress.empty()) WriteLine(progress);
+    if (const std::wstring progress = news_.Look(); !progress.empty()) WriteLine(progress);
   }
-}
-
-// How far other programs are, when it is time to say so again; else empty.
-std::wstring PlainLines::NewProgress() {
-  const std::int64_t now = Milliseconds();
-  if (now < lookAt_) return {};
-  progress_ = progressFile_.Look(now);
-  lookAt_ = now + PollPeriod();
-  if (!progress_.Shows() || progress_ == told_) return {};
-  if (toldAt_ != 0 && now - toldAt_ < kProgressPause &&
-      progress_.currentStep < progress_.stepNumber)
-    return {};
-  told_ = progress_;
-  toldAt_ = now;
-  return Shown(Text(kHowFarText)) + L' ' + std::to_wstring(progress_.currentStep) + L'/' +
-         std::to_wstring(progress_.stepNumber);
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "text/keys.h"
+#include "text/key_sequences.h"
 #include "text/terminal.h"
 #include "text/terminal_text.h"
 
@@ -59,21 +59,34 @@ void KeepKeysFromSignals() {
   def_prog_mode();
 }
 
-// What terminals of another kind than TERM says send for these keys: an escape that is none would
-// end waiting.
+// The number that curses has for a key.
+int NumberOf(int key) {
+  switch (key) {
+    case kKeyUp:
+      return KEY_UP;
+    case kKeyDown:
+      return KEY_DOWN;
+    case kKeyPageUp:
+      return KEY_PPAGE;
+    case kKeyPageDown:
+      return KEY_NPAGE;
+    case kKeyHome:
+      return KEY_HOME;
+    case kKeyEnd:
+      return KEY_END;
+    case kKeyHelp:
+      return KEY_F(1);
+    default:
+      return KEY_LEFT;  // which means nothing
+  }
+}
+
+// What terminals of another kind than TERM says send: an escape that is none would end waiting.
 void KnowCommonKeys() {
-  struct Row {
-    const char* sequence;
-    int key;
-  };
-  constexpr Row kRows[] = {
-      {"\033[A", KEY_UP},    {"\033OA", KEY_UP},     {"\033[B", KEY_DOWN},   {"\033OB", KEY_DOWN},
-      {"\033[C", KEY_RIGHT}, {"\033OC", KEY_RIGHT},  {"\033[D", KEY_LEFT},   {"\033OD", KEY_LEFT},
-      {"\033[H", KEY_HOME},  {"\033OH", KEY_HOME},   {"\033[1~", KEY_HOME},  {"\033[F", KEY_END},
-      {"\033OF", KEY_END},   {"\033[4~", KEY_END},   {"\033[5~", KEY_PPAGE}, {"\033[6~", KEY_NPAGE},
-      {"\033OP", KEY_F(1)},  {"\033[11~", KEY_F(1)}, {"\033[[A", KEY_F(1)}};
-  for (const Row& row : kRows)
-    if (key_defined(row.sequence) == 0) define_key(row.sequence, row.key);
+  for (const auto& [sequence, key] : kKeySequences) {
+    const std::string bytes = std::string{"\033"} + sequence;
+    if (key_defined(bytes.c_str()) == 0) define_key(bytes.c_str(), NumberOf(key));
+  }
 }
 
 attr_t AttributesOf(Look look, bool hasColors) {

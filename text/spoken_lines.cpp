@@ -9,10 +9,10 @@
 
 #include "launcher/default_start.h"
 #include "launcher/item_wait.h"
-#include "launcher/progress_file.h"
 #include "launcher/texts.h"
 #include "text/keys.h"
 #include "text/movement.h"
+#include "text/progress_news.h"
 #include "text/repeated_key.h"
 #include "text/terminal.h"
 #include "text/terminal_text.h"
@@ -22,14 +22,12 @@
 namespace zel {
 namespace {
 
-constexpr int kUsualColumns = 80, kUsualRows = 24;
 constexpr int kPage = 5;  // entries
 // Screen readers do not speak what is written within about 0.12 seconds after an arrow key: they
 // wait for the cursor to come to rest, and speak its line. So the line with the cursor comes at
 // once, and the rest later.
 constexpr std::int64_t kRestDelay = 300;
 constexpr std::int64_t kProgressPause = 10000;  // milliseconds between two lines that say how far
-constexpr int kCountdownStep = 10;              // seconds
 
 using Lines = std::vector<std::wstring>;
 
@@ -56,7 +54,7 @@ class SpokenLines {
     if (default_.IsCounting()) Put(Wrap({DefaultText()}));
     TellEntry();
     while (!isGone_ && !session_.IsChosen()) {
-      const int period = default_.IsCounting() ? kShortestPoll : PollPeriod();
+      const int period = default_.IsCounting() ? kShortestPoll : news_.PollPeriod();
       const int key = ReadKey(Milliseconds() + period);
       if (key == kGone) break;
       if (key == kKeyNone) {
@@ -73,7 +71,6 @@ class SpokenLines {
   }
 
  private:
-  int PollPeriod() const { return std::max(progress_.PollPeriod(), kShortestPoll); }
   int ReadKey(std::int64_t until);
   void Handle(int key);
   void MoveTo(int index);
@@ -115,9 +112,7 @@ class SpokenLines {
   int rowsBelow_ = 0;        // the line with the cursor
   bool isGone_ = false;
   DefaultStart default_;
-  ProgressFile progressFile_;
-  ProgressValues progress_, told_;
-  std::int64_t toldAt_ = 0, lookAt_ = 0;
+  ProgressNews news_{kProgressPause};
 };
 
 // The next key that counts, or what happened instead. What is due meanwhile is told.
@@ -152,7 +147,8 @@ Lines SpokenLines::Wrap(const Lines& texts) const {
   Lines rows;
   for (const std::wstring& text : texts)
     // What fills a row to its end may begin another one.
-    for (std::wstring& row : Wrapped(text, (columns > 1 ? columns : kUsualColumns) - 1))
+    for (std::wstring& row :
+         Wrapped(text, (columns > 1 ? columns : Terminal::kUsualSize.columns) - 1))
       rows.push_back(std::move(row));
   return rows;
 }
@@ -173,7 +169,7 @@ void SpokenLines::Begin(const Lines& lines) {
 void SpokenLines::PutBelow(const Lines& lines) {
   const int height = Terminal::GetSize().rows;
   for (const std::wstring& line : lines) {
-    if (rowsBelow_ + 2 > (height > 0 ? height : kUsualRows)) break;
+    if (rowsBelow_ + 2 > (height > 0 ? height : Terminal::kUsualSize.rows)) break;
     Write(Down() + L"\r\n" + line);
     ++rowsBelow_;
     Write(L"\033[" + std::to_wstring(rowsBelow_) + L"A\r");
@@ -194,18 +190,13 @@ void SpokenLines::TellTitles() {
 }
 
 std::wstring SpokenLines::EntryText() const {
-  int number = 0, count = 0;  // of what can be current
-  for (int i = 0; i < session_.Count(); ++i) {
-    if (session_.Entry(i).flags & kItemSeparator) continue;
-    ++count;
-    if (i <= session_.Current()) ++number;
-  }
   const MenuItem& item = *session_.CurrentItem();
   std::wstring text = Shown(session_.Title(session_.Current()));
   if (item.flags & kItemDisabled)
     text += L", " + Shown(Text(kNotAvailableText));
   else if (item.flags & kItemSubmenu)
     text += L", " + Shown(Text(kSubmenuText));
+  const auto [number, count] = PlaceOfCurrent(session_);
   const std::string place = Filled(Text(kPlaceText), std::to_string(number), std::to_string(count));
   return text + L", " + Shown(place.c_str());
 }
@@ -226,18 +217,7 @@ void SpokenLines::TellHelp() {
 }
 
 void SpokenLines::TellProgress() {
-  const std::int64_t now = Milliseconds();
-  if (now < lookAt_) return;
-  progress_ = progressFile_.Look(now);
-  lookAt_ = now + PollPeriod();
-  if (!progress_.Shows() || progress_ == told_ || restAt_ != 0) return;
-  if (toldAt_ != 0 && now - toldAt_ < kProgressPause &&
-      progress_.currentStep < progress_.stepNumber)
-    return;
-  told_ = progress_;
-  toldAt_ = now;
-  PutBelow({Shown(Text(kHowFarText)) + L' ' + std::to_wstring(progress_.currentStep) + L'/' +
-            std::to_wstring(progress_.stepNumber)});
+  if (const std::wstring news = news_.Look(restAt_ != 0); !news.empty()) PutBelow({news});
 }
 
 void SpokenLines::CountDown() {

@@ -34,6 +34,7 @@ class Terminal {
   struct Size {
     int columns = 0, rows = 0;
   };
+  static constexpr Size kUsualSize{80, 24};
   static Size GetSize();
 };
 

@@ -1,21 +1,9 @@
 #include "text/typed_keys.h"
 
-#include "text/keys.h"
+#include "text/key_sequences.h"
 
 namespace zel {
 namespace {
-
-// Sequences behind an escape, as the Linux console and the usual terminals send them.
-struct Row {
-  const char* sequence;
-  int key;
-};
-constexpr Row kRows[] = {{"[A", kKeyUp},      {"OA", kKeyUp},        {"[B", kKeyDown},
-                         {"OB", kKeyDown},    {"[H", kKeyHome},      {"OH", kKeyHome},
-                         {"[1~", kKeyHome},   {"[7~", kKeyHome},     {"[F", kKeyEnd},
-                         {"OF", kKeyEnd},     {"[4~", kKeyEnd},      {"[8~", kKeyEnd},
-                         {"[5~", kKeyPageUp}, {"[6~", kKeyPageDown}, {"OP", kKeyHelp},
-                         {"[[A", kKeyHelp},   {"[11~", kKeyHelp}};
 
 // How long a sequence is that begins with an escape; 0 when its end is missing.
 std::size_t LengthOf(const std::string& bytes) {
@@ -44,7 +32,7 @@ int TypedKeys::Take(std::int64_t now) {
   const std::string taken = bytes_.substr(0, length);
   bytes_.erase(0, length);
   if (length == 1) return static_cast<unsigned char>(taken[0]);
-  for (const Row& row : kRows)
+  for (const KeySequence& row : kKeySequences)
     if (taken.compare(1, std::string::npos, row.sequence) == 0) return row.key;
   return kKeyOther;
 }

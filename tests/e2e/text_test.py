@@ -154,7 +154,9 @@ class TextTest(unittest.TestCase):
             menu.type("", lambda: re.search(rf"\n\[#+\.+] {step}/9\n", menu.text()))
             menu.type(cancel + down, menu.on("Scan"))
             menu.type(up, menu.on("Start"))
-        menu.type("\x1b[B", menu.on("Scan"))  # as a terminal of another kind sends it
+        # As terminals of other kinds send them.
+        for key, entry in (("\x1b[8~", "Switch the computer off"), ("\x1b[7~", "Start"), ("\x1b[B", "Scan")):
+            menu.type(key, menu.on(entry))
         menu.type("\x03\x1c\x1a\x04\x13" + end, menu.on("Switch the computer off"))
         menu.type(up, menu.on("Restart"))
         os.write(menu.master, b"\r")
