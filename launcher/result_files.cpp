@@ -20,17 +20,6 @@ namespace {
 constexpr std::size_t kLongestLine = 259;  // characters of the position file that count
 constexpr std::size_t kLongestFile = 4096;
 
-std::string PositionText(const MenuConfig& config) {
-  if (launcherState.exitCode == 0) return "0";
-  std::string text;
-  for (const auto& level : config.levels) {
-    const std::string next = (text.empty() ? "" : ",") + std::to_string(level->index);
-    if (text.size() + next.size() > kLongestLine) break;
-    text += next;
-  }
-  return text;
-}
-
 int ToIndex(const std::string& number) {
   using Limits = std::numeric_limits<int>;
   const long value = std::strtol(number.c_str(), nullptr, 10);
@@ -54,8 +43,18 @@ void DeleteTemporaryFiles() {
   RemoveTemporaryFiles(paths.lookFile);
 }
 
+std::string PositionOf(const MenuConfig& config) {
+  std::string text;
+  for (const auto& level : config.levels) {
+    const std::string next = (text.empty() ? "" : ",") + std::to_string(level->index);
+    if (text.size() + next.size() > kLongestLine) break;
+    text += next;
+  }
+  return text;
+}
+
 int WriteResultFiles(const MenuConfig& config) {
-  WritePlainFile(paths.positionFile, PositionText(config));
+  WritePlainFile(paths.positionFile, launcherState.exitCode == 0 ? "0" : PositionOf(config));
   const std::string line = launcherState.outputString.c_str() + std::string{"\n"};
   const int error = WritePlainFile(paths.outputFile, line);
   if (error != 0) DeleteOutputFile();

@@ -16,10 +16,14 @@ int DeleteOutputFile();
 // Removes what runs that were killed while they wrote have left.
 void DeleteTemporaryFiles();
 
-// Writes the way through the submenus to the position file ("0" for an exit code of 0; as many
-// levels as fit the characters that are read of it), and then, as what makes a choice of it, the
-// output string to the output file. A position that cannot be written is done without. Answers 0,
-// or the number of the error that kept the output from being written; then there is none.
+// The way through the submenus as ReadMenuPosition reads it: as many levels as fit the characters
+// that are read of it.
+std::string PositionOf(const MenuConfig& config);
+
+// Writes the way through the submenus to the position file ("0" for an exit code of 0), and then,
+// as what makes a choice of it, the output string to the output file. A position that cannot be
+// written is done without. Answers 0, or the number of the error that kept the output from being
+// written; then there is none.
 int WriteResultFiles(const MenuConfig& config);
 
 // The indices in the position file, outermost first; none when there is no such plain file of this

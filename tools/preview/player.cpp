@@ -12,6 +12,7 @@
 #include <string>
 
 #include "launcher/paths.h"
+#include "launcher/result_files.h"
 #include "launcher/state.h"
 #include "toolkit/base/input.h"
 #include "toolkit/base/settings.h"
@@ -109,9 +110,7 @@ class Player {
   }
 
   void TellPosition() {
-    std::string position;
-    for (const auto& level : rehearsal_.Config().levels)
-      position += (position.empty() ? "" : ",") + std::to_string(level->index);
+    const std::string position = PositionOf(rehearsal_.Config());
     if (position != position_) channel_.Send(kPositionMessage, position);
     position_ = position;
   }

@@ -9,6 +9,7 @@
 #include "launcher/menu_session.h"
 #include "launcher/paths.h"
 #include "launcher/progress_file.h"
+#include "launcher/result_files.h"
 #include "launcher/state.h"
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/config_file.h"
@@ -40,14 +41,6 @@ std::string OwnCatalogues() {
   const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
   const std::filesystem::path own = program.parent_path() / "../locale";
   return std::filesystem::is_directory(own, error) ? own.string() : paths.catalogues;
-}
-
-// Position files count entries as the list shows them.
-std::string PositionOf(const MenuSession& session) {
-  std::string text;
-  for (const auto& level : session.Config().levels)
-    text += (text.empty() ? "" : ",") + std::to_string(level->index);
-  return text;
 }
 
 }  // namespace
@@ -133,7 +126,7 @@ std::string Rehearsal::Select() {
           .append(" opens no menu");
     if (!isLast) session.Choose(item);
   }
-  scratch_.Write("position", PositionOf(session));
+  scratch_.Write("position", PositionOf(session.Config()));
   // As if no menu had been read.
   launcherState.layoutValues = {};
   launcherState.exitCode = 0;
