@@ -20,8 +20,6 @@ constexpr int kLeastSide = 64;
 constexpr int kTextColumns = 80;
 constexpr int kTextRows = 25;
 
-constexpr int kDepths[] = {8, 15, 16, 24, 32};
-
 void PutScreenBack() {
   if (process.replacedScreen) screen = std::exchange(process.replacedScreen, nullptr);
   process.middlePart.reset();
@@ -52,8 +50,13 @@ bool IsFramebuffer(int card) {
 
 }  // namespace
 
+bool IsColorDepth(int depth) {
+  return std::find(std::begin(kColorDepths), std::end(kColorDepths), depth) !=
+         std::end(kColorDepths);
+}
+
 bool SetGraphicsMode(int card, int w, int h, int depth) {
-  if (std::find(std::begin(kDepths), std::end(kDepths), depth) == std::end(kDepths)) return false;
+  if (!IsColorDepth(depth)) return false;
   PutScreenBack();
   set_color_depth(depth);
   w = std::clamp(w, kLeastSide, kMostPixels);

@@ -7,6 +7,10 @@
 
 namespace zel {
 
+// In bits per pixel.
+inline constexpr int kColorDepths[] = {8, 15, 16, 24, 32};
+bool IsColorDepth(int depth);
+
 // Sets a mode of `depth` bits per pixel with `card`, one of Allegro's driver ids; sides outside
 // 64..32767 pixels count as the nearest of these. False when there is no such mode; then there is
 // no screen, but new bitmaps have that depth.

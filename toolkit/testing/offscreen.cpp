@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "imageformats/register.h"
+#include "toolkit/base/graphics_mode.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/startup.h"
@@ -24,7 +25,6 @@ namespace zel {
 namespace {
 
 constexpr int kLargestExtent = 16384;
-constexpr int kDepths[] = {8, 15, 16, 24, 32};
 
 // Draws on a bitmap that somebody else owns.
 class MemoryScreen final : public ScreenUpdate {
@@ -76,7 +76,7 @@ Offscreen::~Offscreen() {
 }
 
 bool Offscreen::SetMode(Size size, int depth) {
-  if (std::find(std::begin(kDepths), std::end(kDepths), depth) == std::end(kDepths)) return false;
+  if (!IsColorDepth(depth)) return false;
   if (std::max(size.w, size.h) > kLargestExtent || std::min(size.w, size.h) < 1) return false;
   frame_.reset(create_bitmap_ex(depth, size.w, size.h));
   if (!frame_) return false;

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include "toolkit/base/graphics_mode.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/base/text.h"
 #include "toolkit/base/zoom.h"
@@ -20,7 +21,6 @@ constexpr int kListLetters = 17;
 constexpr int kBoxLetters = 14;
 
 constexpr Size kSizes[] = {{640, 480}, {800, 600}, {1024, 768}, {1280, 1024}};
-constexpr int kDepths[] = {8, 15, 16, 24, 32};
 enum SkinChoice : int { kBuiltIn, kFromFile };
 
 std::vector<std::string> SizeNames() {
@@ -32,7 +32,7 @@ std::vector<std::string> SizeNames() {
 
 std::vector<std::string> DepthNames() {
   std::vector<std::string> names;
-  for (const int depth : kDepths) names.push_back(std::to_string(depth) + " bits");
+  for (const int depth : kColorDepths) names.push_back(std::to_string(depth) + " bits");
   return names;
 }
 
@@ -64,7 +64,7 @@ Gallery::Gallery(const std::string& skinFile) : skinFile_{skinFile} {
   skin_.box.GetListBox().SelectItem(fromFile ? kFromFile : kBuiltIn);
   size_.box.GetListBox().SelectItem(
       IndexOf(kSizes, Size{settings.screenWidth, settings.screenHeight}));
-  depth_.box.GetListBox().SelectItem(IndexOf(kDepths, settings.colorDepth));
+  depth_.box.GetListBox().SelectItem(IndexOf(kColorDepths, settings.colorDepth));
 }
 
 void Gallery::Fill(Choice& choice, const char* text, const std::vector<std::string>& entries) {
@@ -127,7 +127,7 @@ void Gallery::ChangeSkin() {
 
 void Gallery::ChangeMode() {
   const Size size = kSizes[size_.box.GetListBox().GetCurrent()];
-  const int depth = kDepths[depth_.box.GetListBox().GetCurrent()];
+  const int depth = kColorDepths[depth_.box.GetListBox().GetCurrent()];
   Complain(ChangeScreenMode(settings.gfxMode, settings.fullscreen, size.w, size.h, depth, this));
 }
 

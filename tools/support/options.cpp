@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "toolkit/base/graphics_mode.h"
 #include "toolkit/base/zoom.h"
 #include "toolkit/testing/offscreen.h"
 
@@ -33,8 +34,8 @@ Size OptionReader::ReadSize(const char* value) const {
 }
 
 int OptionReader::ReadDepth(const char* value) const {
-  for (const char* known : {"8", "15", "16", "24", "32"})
-    if (std::string{value} == known) return std::atoi(value);
+  for (const int depth : kColorDepths)
+    if (std::to_string(depth) == value) return depth;
   Reject(std::string{"--depth "} + value + ": no colour depth; write 8, 15, 16, 24 or 32");
 }
 
