@@ -23,7 +23,6 @@
 namespace zel {
 namespace {
 
-constexpr int kRejected = 2;
 constexpr int kDepth = 32;
 
 constexpr OptionReader kReader{"zel-skin"};
@@ -89,7 +88,7 @@ constexpr option kOptions[] = {
 
 [[noreturn]] void ExplainUsage() {
   std::fputs(kUsage, stderr);
-  std::exit(kRejected);
+  std::exit(kFailedStatus);
 }
 
 std::string CheckColor(const char* option, const char* value) {
@@ -152,7 +151,7 @@ int Run(int argc, char** argv) {
   Complaints complaints;
   command.run(operands, options, complaints);
   for (const std::string& line : complaints.Lines()) std::fprintf(stderr, "%s\n", line.c_str());
-  return complaints.HasErrors() ? kRejected : EXIT_SUCCESS;
+  return complaints.HasErrors() ? kFailedStatus : EXIT_SUCCESS;
 }
 
 }  // namespace

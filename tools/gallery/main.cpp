@@ -16,7 +16,6 @@
 namespace zel {
 namespace {
 
-constexpr int kUsageStatus = 2;
 constexpr int kFrames = 60;  // until transitions have ended
 
 struct Options {
@@ -37,7 +36,7 @@ constexpr const char* kUsage =
 
 [[noreturn]] void ExplainUsage() {
   std::fputs(kUsage, stderr);
-  std::exit(kUsageStatus);
+  std::exit(kFailedStatus);
 }
 
 [[noreturn]] void ListPages() {

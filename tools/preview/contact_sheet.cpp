@@ -26,7 +26,6 @@
 namespace zel {
 namespace {
 
-constexpr int kFailed = 2;
 constexpr const char* kPage =
 #include "contact_sheet.html.inc"
     ;
@@ -159,7 +158,7 @@ int MakeContactSheet(const Scene& scene, const std::filesystem::path& directory)
   const bool isWell = MakePictures(pictures, survey, scene, directory);
   if (!WritePage(pictures, survey, directory))
     kPreview.Reject("--all " + directory.string() + ": index.html cannot be written");
-  return isWell ? EXIT_SUCCESS : kFailed;
+  return isWell ? EXIT_SUCCESS : kFailedStatus;
 }
 
 }  // namespace zel

@@ -19,7 +19,6 @@
 namespace zel {
 namespace {
 
-constexpr int kUsageStatus = 2;
 constexpr int kLongestWait = 3600;  // seconds
 constexpr std::size_t kDeepest = 100;
 
@@ -66,7 +65,7 @@ std::string Usage() {
 
 [[noreturn]] void ExplainUsage() {
   std::fputs(Usage().c_str(), stderr);
-  std::exit(kUsageStatus);
+  std::exit(kFailedStatus);
 }
 
 const char* ReadLanguage(const char* code) {

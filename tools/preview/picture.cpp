@@ -12,8 +12,6 @@
 namespace zel {
 namespace {
 
-constexpr int kFailed = 2;
-
 // Perhaps with a window open over the menu.
 [[noreturn]] void End(Scratch& scratch, int status) {
   std::fflush(nullptr);
@@ -23,7 +21,7 @@ constexpr int kFailed = 2;
 
 [[noreturn]] void Complain(Scratch& scratch, const std::string& complaint) {
   std::fprintf(stderr, "zel-preview: %s\n", complaint.c_str());
-  End(scratch, kFailed);
+  End(scratch, kFailedStatus);
 }
 
 }  // namespace

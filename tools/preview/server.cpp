@@ -27,7 +27,6 @@ namespace zel {
 namespace {
 
 constexpr std::size_t kMostConnections = 32;
-constexpr int kFailed = 2;
 constexpr const char* kPage =
 #include "live.html.inc"
     ;
@@ -303,7 +302,7 @@ int ServePage(const std::string& directory, const Scene& scene, Scratch& scratch
   const Server server{loop, live, port};
   if (server.Address().empty()) {
     std::fprintf(stderr, "zel-preview: --serve=%d: %s\n", port, std::strerror(errno));
-    return kFailed;
+    return kFailedStatus;
   }
   std::printf("%s\n", server.Address().c_str());
   std::fflush(stdout);

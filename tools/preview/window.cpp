@@ -30,10 +30,10 @@
 #include "tools/preview/live.h"
 #include "tools/preview/player.h"
 
+#include "tools/support/options.h"
 namespace zel {
 namespace {
 
-constexpr int kFailed = 2;
 constexpr int kX = AL_ID('X', 'W', 'I', 'N');
 constexpr int kWide = 94;  // stands for characters that a key code has no room for
 constexpr int kLeastWidth = 480, kNewsHeight = 150, kMargin = 6, kBarWidth = 18;
@@ -225,7 +225,7 @@ void RunWindow(int descriptor, Size menu, const std::string& title, const std::s
   // The console is not to be taken where there is no display.
   if (!std::getenv("DISPLAY") || install_allegro(kX, &errno, std::atexit) != 0) {
     std::fprintf(stderr, "%s\n", kNoDisplay);
-    _exit(kFailed);
+    _exit(kFailedStatus);
   }
   InstallBitmapGuard();
   RegisterPictureFormats();
@@ -240,7 +240,7 @@ void RunWindow(int descriptor, Size menu, const std::string& title, const std::s
   const Error error = InstallToolkit(nullptr);
   if (error.IsError()) {
     std::fprintf(stderr, "%s\n", kNoDisplay);
-    _exit(kFailed);
+    _exit(kFailedStatus);
   }
   set_window_title(title.c_str());
   {
@@ -311,7 +311,7 @@ class Front {
       int status = 0;
       waitpid(process_, &status, 0);
       process_ = -1;
-      status_ = WIFEXITED(status) ? WEXITSTATUS(status) : kFailed;
+      status_ = WIFEXITED(status) ? WEXITSTATUS(status) : kFailedStatus;
     };
   }
 
@@ -348,7 +348,7 @@ int ShowInWindow(const std::string& directory, const Scene& scene, Scratch& scra
   const char* display = std::getenv("DISPLAY");
   if (!display || !*display) {
     std::fprintf(stderr, "%s\n", kNoDisplay);
-    return kFailed;
+    return kFailedStatus;
   }
   PollLoop::CatchSignals();
   PollLoop loop;

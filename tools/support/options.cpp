@@ -8,15 +8,10 @@
 #include "toolkit/testing/offscreen.h"
 
 namespace zel {
-namespace {
-
-constexpr int kRejected = 2;
-
-}  // namespace
 
 void OptionReader::Reject(const std::string& complaint) const {
   std::fprintf(stderr, "%s: %s\n", program_, complaint.c_str());
-  std::exit(kRejected);
+  std::exit(kFailedStatus);
 }
 
 void OptionReader::ShowVersion() const { Help(std::string{program_} + " " ZEL_VERSION "\n"); }

@@ -7,8 +7,11 @@
 
 namespace zel {
 
-// Reads the values of options. One that is none ends the program with status 2, and a line that
-// names it.
+// Of a call that is none, and of work that cannot be done.
+inline constexpr int kFailedStatus = 2;
+
+// Reads the values of options. One that is none ends the program with kFailedStatus, and a line
+// that names it.
 class OptionReader {
  public:
   constexpr explicit OptionReader(const char* program) : program_{program} {}
