@@ -9,9 +9,6 @@
 namespace zel {
 namespace {
 
-// A character that does not fit the low byte of a key code.
-constexpr int kWideCharacter = 94;
-
 constexpr int kEnter = 13;
 constexpr int kLineFeed = 10;
 constexpr int kSpace = 32;

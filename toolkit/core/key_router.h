@@ -6,6 +6,9 @@ namespace zel {
 class Dialog;
 class Widget;
 
+// Stands in a key code, whose low byte has no room for it, for a character from 256 on.
+inline constexpr int kWideCharacter = 94;
+
 // Offers a key, in a dialog, to the child with the focus (MsgChar, then MsgUChar; a dialog
 // routes it among its own children before, and gets what they leave), to the child with that
 // shortcut (MsgKey), to every child (MsgXChar), and with Enter, line feed or Space to the focus

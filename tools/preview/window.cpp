@@ -21,6 +21,7 @@
 #include "toolkit/base/settings.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/event_loop.h"
+#include "toolkit/core/key_router.h"
 #include "toolkit/core/startup.h"
 #include "toolkit/draw/bitmap_guard.h"
 #include "toolkit/widgets/button.h"
@@ -29,13 +30,12 @@
 #include "tools/preview/channel.h"
 #include "tools/preview/live.h"
 #include "tools/preview/player.h"
-
 #include "tools/support/options.h"
+
 namespace zel {
 namespace {
 
 constexpr int kX = AL_ID('X', 'W', 'I', 'N');
-constexpr int kWide = 94;  // stands for characters that a key code has no room for
 constexpr int kLeastWidth = 480, kNewsHeight = 150, kMargin = 6, kBarWidth = 18;
 constexpr int kButtonWidth = 160, kButtonHeight = 26;
 constexpr int kMostDirectories = 20;
@@ -59,7 +59,7 @@ class MenuView final : public Widget {
   bool MsgChar(int code) override {
     scancode_ = code >> 8;
     const int character = code & 0xFF;
-    if (character == kWide) return false;
+    if (character == kWideCharacter) return false;
     Press(character);
     return true;
   }
