@@ -39,9 +39,6 @@ namespace {
 
 constexpr const char* kProgram = "zel";
 
-constexpr int kAutodetectFullScreen = 1;
-
-constexpr const char* kDevices = "/dev";
 // Allegro writes to a mouse to find its wheel. While it is not there yet, neither may its
 // directory.
 constexpr const char* kMice[] = {"/dev/input/mice", "/dev/input", kDevices};
@@ -90,7 +87,7 @@ void PrepareMenu() {
 Error TryFallbackModes(Error result) {
   for (const FallbackMode& mode : kFallbackModes) {
     if (result != Error{kGraphicsError}) break;
-    settings.gfxMode = kAutodetectFullScreen;
+    settings.gfxMode = GFX_AUTODETECT_FULLSCREEN;
     settings.fullscreen = true;
     settings.screenWidth = mode.width;
     settings.screenHeight = mode.height;

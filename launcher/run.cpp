@@ -16,8 +16,6 @@
 namespace zel {
 namespace {
 
-constexpr const char* kDevices = "/dev";
-
 void SaveDirectory() {
   auto& path = launcherState.savedDirectory;
   if (!getcwd(path, sizeof path)) *path = '\0';

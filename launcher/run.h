@@ -6,6 +6,9 @@
 
 namespace zel {
 
+// The directory of all devices.
+inline constexpr const char* kDevices = "/dev";
+
 // Gives up what neither the launcher nor its guard needs, before anything else is done: rights, and
 // writing elsewhere than beside the result files and to devices.
 void LimitLauncher();
