@@ -9,7 +9,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <string_view>
 #include <utility>
 
 #include "toolkit/base/process.h"
@@ -129,14 +128,15 @@ void DoRound() {
 
 // Xlib would go through exit() here, in whichever thread has the connection locked: Allegro's
 // shut-down would wait for the other one, and that for the lock.
-[[noreturn]] void EndAtOnce(std::string_view message) {
+[[noreturn]] void EndWithoutDisplay(const char* message) {
   if (process.onDisplayLost) process.onDisplayLost();
-  if (write(STDERR_FILENO, message.data(), message.size()) < 0) _exit(EXIT_FAILURE);
-  _exit(EXIT_FAILURE);
+  EndAtOnce(message);
 }
 
-int OnServerGone(Display*) { EndAtOnce("The X server is gone.\n"); }
-int OnProtocolError(Display*, XErrorEvent*) { EndAtOnce("The X server refuses a request.\n"); }
+int OnServerGone(Display*) { EndWithoutDisplay("The X server is gone.\n"); }
+int OnProtocolError(Display*, XErrorEvent*) {
+  EndWithoutDisplay("The X server refuses a request.\n");
+}
 
 bool IsLinked() { return _xwin.display && _xwin_input_handler == DoRound; }
 
