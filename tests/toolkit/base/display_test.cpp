@@ -1,9 +1,11 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/prctl.h>
 
 #include <cctype>
 #include <numeric>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "toolkit/base/allegro.h"
@@ -72,6 +74,9 @@ TEST(DisplayLink, TakesKeysAtOnceWithoutReleasesOfRepeatsAndLeavesTheRestToAlleg
       {"Aa", "read down "},  {"Ab", "read up down "}, {"A1", "read up down "},
       {"AA", "read up up "}, {"A", "read up "},       {"a--bA", "read down * * down up * "}};
   for (const auto& [sent, seen] : rounds) EXPECT_EQ(round(sent), seen) << sent;
+  const auto slack = [] { return prctl(PR_GET_TIMERSLACK, 0, 0, 0, 0); };
+  std::thread{[&] { EXPECT_EQ((round(""), slack()), 20'000'000) << "Allegro's has time"; }}.join();
+  EXPECT_LT(slack(), 20'000'000);
   EXPECT_EQ(round(std::string(300, '-')).size(), 5u + 2 * 101) << "it never stops";
   server.fd = -1;
   EXPECT_EQ(round("").size() + round("").size(), 2 * 5u + 2 * 199) << "what was left";

@@ -64,6 +64,12 @@ TEST_F(InputTest, IsToldInItsOrderWithoutATick) {
   PutMouse({10, 60});
   root.MsgIdle();
   ExpectText("input_in_order", root.Events() + '\n');
+  for (const Color color : {green, blue}) {
+    a.color = color, a.Redraw();
+    color == green ? Tap(1) : _handle_key_release(KEY_N);
+    root.MsgIdle();
+    EXPECT_EQ(At(30, 30), green) << "a key that goes up changes nothing";
+  }
 }
 
 TEST_F(InputTest, WhatTheQueueRefusesIsFoundInTheDevices) {

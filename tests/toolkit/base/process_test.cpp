@@ -304,15 +304,19 @@ TEST(Confinement, LeavesFewRights) {
 }
 
 TEST(Confinement, WritesPlainFilesWhereItMay) {
-  if (syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION) < 1)
-    GTEST_SKIP() << "this kernel limits no places";
+  const long version =
+      syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION);
+  if (version < 1) GTEST_SKIP() << "this kernel limits no places";
   const TempDir inside, outside;
   const std::string in = inside.Write("file", "a"), out = outside.Write("file", "a");
   const std::string made = inside.Path("new");
   InChild([&] {
     LimitWriting({inside.Path(), outside.Path("missing")}, {});
     EXPECT_EQ(Open(out, O_WRONLY), 0) << "a result could not be written when it comes";
+    const int unused = dup(STDIN_FILENO);
+    close(unused);
     LimitWriting({inside.Path()}, {"/dev", "/missing"});
+    EXPECT_EQ(dup(STDIN_FILENO), unused) << "it leaves none open";
     for (const int permitted : {Open(in, O_WRONLY | O_TRUNC), Open(made, O_RDWR | O_CREAT),
                                 ErrorOf(rename(made.c_str(), in.c_str())), Open(out, O_RDONLY),
                                 Open("/dev/null", O_WRONLY)})
@@ -322,6 +326,7 @@ TEST(Confinement, WritesPlainFilesWhereItMay) {
                              ErrorOf(unlink(out.c_str())), ErrorOf(mkdir(made.c_str(), 0700)),
                              ErrorOf(symlink("/", made.c_str())), Open("/dev/null", O_WRONLY)})
       EXPECT_EQ(denied, EACCES);
+    EXPECT_EQ(Open(out, O_RDONLY | O_TRUNC), version < 3 ? 0 : EACCES);
     EXPECT_EQ(unlink(in.c_str()), 0);
   });
 }
@@ -346,9 +351,11 @@ TEST(Confinement, MakesNoDeniedCallInAnyThread) {
           << request;
     EXPECT_EQ(ErrorOf(kill(getppid(), 0)), EPERM);
     EXPECT_EQ(ErrorOf(kill(getpid(), 0)), 0);
+    EXPECT_EQ(ErrorOf(syscall(SYS_tgkill, getppid(), getppid(), 0)), EPERM);
 #if !defined(__SANITIZE_ADDRESS__)
     EXPECT_EQ(ErrorOf(fork()), EPERM);
     EXPECT_EQ(Call(SYS_ptrace), EPERM);
+    EXPECT_EQ(Call(SYS_clone3), ENOSYS) << "so that libraries try the one before";
 #endif
 #if defined(__x86_64__)
     EXPECT_EQ(Call(SYS_getpid | 0x40000000), EPERM);  // of the x32 interface
@@ -358,7 +365,9 @@ TEST(Confinement, MakesNoDeniedCallInAnyThread) {
 #endif
     EXPECT_EQ(write(go[1], &byte, 1), 1);
     elder.join();
-    std::thread{[] { EXPECT_EQ(Call(SYS_socket), EPERM); }}.join();
+    std::thread{[] {
+      EXPECT_TRUE(Call(SYS_socket) == EPERM && pthread_kill(pthread_self(), 0) == 0);
+    }}.join();
   });
 }
 

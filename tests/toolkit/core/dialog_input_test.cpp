@@ -289,6 +289,7 @@ TEST_F(DialogInputTest, ArrowsAndTabAskTheNearestFirst) {
   e.wantsFocus = true;
   f.SetFlag(kFlagPressed);
   EXPECT_EQ(Play("L Tab"), "") << "its press goes on";
+  EXPECT_TRUE(root.HandleKey(0, KEY_TAB));
 }
 
 TEST_F(DialogInputTest, AJoystickStandsForKeysAndCountsOnceUntilItIsLetGo) {
