@@ -419,6 +419,13 @@ TEST_F(MenuScreenTest, SizesGoUpAndDownInStepsThatTheScreenHasRoomFor) {
     std::filesystem::remove("menulook.txt");
   }
   EXPECT_EQ(seen, "1.25 1.5 1.75 2 2.5 3 3.5 4 5 6 7 8 1.5 1.25 1 ");
+  settings.zoom = 1;
+  WriteFile("cmdline", "zel.zoom=1");
+  launcherState.looks.Begin();
+  EXPECT_TRUE(launcherState.looks.ChangeSize(true));
+  launcherState.looks.Begin();
+  launcherState.looks.Fit();
+  EXPECT_EQ(CurrentZoom(), 1.25) << "it was kept";
 }
 
 // Menus of different heights, whose lists have other pages than the one shown before.

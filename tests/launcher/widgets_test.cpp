@@ -50,7 +50,13 @@ class LauncherWidgetsTest : public InLauncherDirectory<WidgetFixture> {
     Show(panel, {4, 4, 130, 192});
     root.SetFocus(&panel.List());
   }
-  // Panels without their content, which have less and less room for their titles.
+  // Without its content, on magenta.
+  void DrawAlone(Widget& widget, Bitmap& sheet, const Rect& place) {
+    widget.Resize(place.w, place.h), Tick();
+    SubCanvas canvas{sheet, place.x, place.y, place.w, place.h};
+    widget.Draw(canvas);
+  }
+  // Panels that have less and less room for their titles.
   void ExpectBare(const std::string& picture) {
     SkinBitmap sheet(320, 48, kMemoryBitmap);
     sheet.clear_to_color(magenta);
@@ -58,14 +64,10 @@ class LauncherWidgetsTest : public InLauncherDirectory<WidgetFixture> {
     panel.SetTitle("T");
     Show(panel, {});
     int x = 0;
-    const auto add = [&](int width, int height) {
-      panel.Resize(width, height), Tick();
-      SubCanvas place{sheet, x, 0, width, height};
-      panel.Draw(place);
-      x += width + 1;
-    };
-    for (const int width : {60, 9, 8, 7, 6, 5, 4}) add(width, 48);
-    for (const int height : {8, 7, 6, 5, 4, 3}) add(30, height);
+    for (const int width : {60, 9, 8, 7, 6, 5, 4})
+      DrawAlone(panel, sheet, {std::exchange(x, x + width + 1), 0, width, 48});
+    for (const int height : {8, 7, 6, 5, 4, 3})
+      DrawAlone(panel, sheet, {std::exchange(x, x + 31), 0, 30, height});
     ExpectLook(picture, sheet.GetBitmap(), {0, 0, x, 48});
   }
   WaitDialog& Wait(int timeout) {
@@ -260,6 +262,36 @@ TEST_F(LauncherWidgetsTest, WaitingAndProgressLookAsTheSkinWantsThem) {
   bar.ShowSteps(6, 10);
   EXPECT_EQ(Copied(), 20 * 36);
   ExpectShown("step_bar_of_a_look", {0, 0, 110, 38});
+}
+
+TEST_F(LauncherWidgetsTest, BarsHaveBevelsOrNoneAndLieInWhatRoomThereIs) {
+  std::filesystem::create_directory("pic");
+  save_bitmap("pic/progress.bmp", Paint({"r", "y", "c"}).get(), nullptr);
+  for (const auto& [picture, zoom] :
+       {std::pair{"bars_alone", 1}, {"bars_alone_zoomed", 2}, {"bars_alone_of_a_look", 2}}) {
+    SetZoom(zoom);
+    if (picture == std::string{"bars_alone_of_a_look"}) UseLook();
+    SkinBitmap sheet(260, 150, kMemoryBitmap);
+    sheet.clear_to_color(magenta);
+    StepBar steps;
+    BusyBar busy;
+    for (ProgressBar* bar : {static_cast<ProgressBar*>(&steps), static_cast<ProgressBar*>(&busy)}) {
+      Show(*bar, {});
+      bar->Setup(0, 0, 60, 20, 0, 0, kHorizontal);
+    }
+    steps.ShowSteps(3, 10);
+    int x = 0, y = 0;
+    for (const int height : {30, 20, 12, 9, 8, 7, 6, 5, 4, 3, 2, 1}) {
+      busy.Increment();
+      DrawAlone(steps, sheet, {0, y, 60, height});
+      DrawAlone(busy, sheet, {61, std::exchange(y, y + height + 1), 60, height});
+    }
+    for (const int width : {30, 9, 8, 7, 6, 5, 4, 3, 2, 1}) {
+      DrawAlone(steps, sheet, {125 + x, 0, width, 30});
+      DrawAlone(busy, sheet, {125 + std::exchange(x, x + width + 1), 31, width, 30});
+    }
+    ExpectLook(picture, sheet.GetBitmap(), {0, 0, 260, 130});
+  }
 }
 
 TEST_F(LauncherWidgetsTest, APictureIsInTheMiddleAndHidesTheGroundWhereItFillsItsPlace) {
