@@ -290,6 +290,11 @@ TEST_F(LauncherWidgetsTest, BarsHaveBevelsOrNoneAndLieInWhatRoomThereIs) {
       DrawAlone(steps, sheet, {125 + x, 0, width, 30});
       DrawAlone(busy, sheet, {125 + std::exchange(x, x + width + 1), 31, width, 30});
     }
+    for (const int range : {0, 1}) {
+      busy.SetRange(0, range);
+      busy.Increment();
+      DrawAlone(busy, sheet, {125 + 61 * range, 62, 60, 30});
+    }
     ExpectLook(picture, sheet.GetBitmap(), {0, 0, 260, 130});
   }
 }
