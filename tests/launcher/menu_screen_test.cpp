@@ -200,6 +200,7 @@ TEST_F(MenuScreenTest, KeysGoOnFromTheLastPositionAsFarAsItFits) {
   EXPECT_EQ(Play("2 @27 @27 down"), "2/1/21") << "what the mouse has opened is settled";
   EXPECT_EQ(Play("1 close"), "1/1/11") << "only a choice closes it";
   EXPECT_EQ(Play("1 +enter -enter +down tick"), "1/2/11 closed") << "what follows it is nothing";
+  EXPECT_EQ(ReadFile("output.txt"), "first\n");
   Play("2,0");
   WriteFile("menu.cfg", kMain + "[LINE3]\nSeparator=1\n");
   EXPECT_EQ(Play("enter"), "1/2/12") << "going back to a separator does not choose it";
