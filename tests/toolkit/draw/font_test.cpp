@@ -109,7 +109,8 @@ TEST_F(FontTest, ExtensionChoosesReaderAndDamagedFilesGiveBuiltInFont) {
         std::string{"largest.fnt 0x41"}, std::string{"largest.fnt 0x41\nbios.fnt 0x20 0x20"},
         files + "bios.fnt 0x20 0x20\n", good + "bios.fnt", std::string{"- 0x20"},
         good + "bios.fnt 0 0x20", good + "- 0x21 0x20", good + "bios.fnt 0x110000",
-        good + "bios.fnt 0x10FFFF 0x110000", good + "script.TXT 0x20 0x7F\n"})
+        good + "bios.fnt 0x10FFFF 0x110000", good + "script.TXT 0x20 0x7F\n",
+        kSamples + "small.fnt 0x20\n"})
     dir.Write("script.TXT", script), load(script.substr(0, 70), "script.TXT");
   ExpectText("fonts", seen);
   EXPECT_EQ(font.Load(dir.Write("outlines", outlines).c_str()), kNoError);

@@ -240,6 +240,23 @@ TEST_F(PictureTest, MarksPaintWithinTheBitmap) {
             Rows({".r.r.r.", ".......", ".r...r.", ".r.r.r.", ".r.r.r."}));
 }
 
+// With lines of one to three pixels, in areas that are wide enough and that are not.
+TEST_F(PictureTest, MarksHaveLinesOfAllKindsAndSizes) {
+  SkinBitmap out{118, 66, kMemoryBitmap};
+  out.clear_to_color(magenta);
+  for (int line = 1; line <= 3; ++line) {
+    const int y = 22 * (line - 1), side = 17 + line;
+    out.Box3D(0, y, side - 1, y + side - 1, red, white, black, line);
+    out.Box3D(22, y, 40, y + side, Color{}, white, black, line);
+    out.Box3D(43, y, 43 + 2 * line, y + 5 * line - 3, red, white, black, line);
+    out.DottedRect(53, y, 52 + side, y + side, blue, line);
+    out.DottedRect(-7 * line, y + line, 107 - line, y + 13, green, line);
+    out.XMark(84, y + 10, 2 * line + 5, red);
+    out.Circle3D(104, y + 10, 3 * line + 1, cyan, white, black);
+  }
+  ExpectLook("marks", out.GetBitmap(), {0, 0, 118, 66});
+}
+
 // Boxes with all kinds of corners and lines, some without the inside or the line, and strokes that
 // leave the clip rectangle.
 TEST_F(PictureTest, RoundBoxesAndStrokesAreSmoothWhereThereIsNoPalette) {

@@ -32,10 +32,10 @@ std::string Hex(Color color) {
   return text;
 }
 
-// Numbers in the order of every_key.cfg, which has values that count from 1; colours; for each text
-// set font, text colour and shadow by state; the heights of the fonts; the elements with size, tile
-// size and a pixel; and the pointer shapes with width, hotspot, how many ticks their first frame
-// stays, and the width, size, offset and colour of the shadow.
+// Numbers in the order of every_key.cfg, which has values that count from 1, and the rows' height;
+// colours; for each text set font, text colour and shadow by state; the heights of the fonts; the
+// elements with size, tile size and a pixel; and the pointer shapes with width, hotspot, how many
+// ticks their first frame stays, and the width, size, offset and colour of the shadow.
 std::string ValuesOf(const Skin& s) {
   std::string text =
       Join(s.dottedRect, s.focus, s.wallpaperStyle, s.buttonDisplacement, s.buttonAnimationType,
@@ -44,7 +44,7 @@ std::string ValuesOf(const Skin& s) {
            s.windowMaxPos.y, s.windowMinPos.x, s.windowMinPos.y, s.windowAlignment,
            s.windowTextBack, s.windowAnimationType, s.windowAnimationLength, s.comboAnimationType,
            s.comboAnimationLength, s.menuHeight, s.menuDelay, s.menuAnimationType,
-           s.menuAnimationLength, s.tooltipAnimationType, s.tooltipAnimationLength);
+           s.menuAnimationLength, s.tooltipAnimationType, s.tooltipAnimationLength, s.listHeight);
   for (const Color color : s.colors) text += Hex(color) + ' ';
   for (const Color color : {s.boxBackColor, s.tooltipBackColor, s.tooltipBorderColor})
     text += Hex(color) + ' ';
@@ -174,7 +174,7 @@ TEST_F(SkinTest, TilesAndShapesAreTakenFromKeysOrElseFromPropertiesOrElseFromDef
     EXPECT_EQ(skin->GetError(), kNoError);
     ExpectText("skin_of_datafiles_" + std::to_string(depth), ValuesOf(*skin));
     skin->ResetControls();
-    const Size tile = skin->bitmaps[BUTTON]->GetTileSize();
+    const Size tile = skin->bitmaps[BOX]->GetTileSize();
     skin->Reset();
     EXPECT_EQ(Join(tile.w, tile.h, skin->cursors[MOUSE_MOVE]->GetShadowLook().size), "-1 -1 2 ");
   }
