@@ -30,9 +30,11 @@ namespace {
 //   runs_of_8_bits.bmp       with a move and pixels one by one
 //   from_the_top.bmp         of 16 bits
 //   bytes.lbm, planes.lbm    with runs, of an odd width; with a plane of the mask, without runs
+//   even.lbm, one_plane.lbm  without runs; of 16 pixels, with a text and a palette of odd lengths
 //   os2.bmp, masks_*.bmp     of 4 bits with a short header; masks_of_32_bits.bmp from the top
 //   grey.tga, packed_*.tga   with an id; with runs
-//   wide_*.bmp               43 pixels wide; with runs, also pixels one by one
+//   wide_*.bmp, wide_*.tga   43 pixels wide; with runs, also pixels one by one
+//   wide.lbm                 of eight planes, 33 pixels wide, with runs and bytes that say nothing
 //   opaque.*                 of 32 bits, whose last eight are set, in part magenta
 const std::string kSamples = "tests/imageformats/samples/";
 
