@@ -311,7 +311,10 @@ TEST_F(PictureTest, BoxesStayWithinTheClipRectangle) {
     UseDepth(top % 2 ? 16 : 24);
     SkinBitmap clipped{9, 12, kMemoryBitmap}, whole{9, 12, kMemoryBitmap},
         expected{9, 12, kMemoryBitmap};
-    for (SkinBitmap* bitmap : {&clipped, &whole, &expected}) bitmap->clear_to_color(blue);
+    for (SkinBitmap* bitmap : {&clipped, &whole, &expected}) {
+      bitmap->clear_to_color(blue);
+      bitmap->hline(0, top + 2, 8, green);
+    }
     clipped.set_clip_rect(2, top, 6, top + 3);
     for (SkinBitmap* bitmap : {&clipped, &whole}) bitmap->Box3D(1, 1, 7, 10, red, yellow, black);
     whole.blit(expected, 2, top, 2, top, 5, 4);

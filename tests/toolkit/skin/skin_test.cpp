@@ -156,6 +156,10 @@ TEST_F(SkinTest, WithoutPicturesTheBuiltinOnesFollowTheHeightOfRowsWhichIsThatOf
   EXPECT_EQ(Join(low->listHeight, low->bitmaps[WINGRIP]->Height(), low->windowTextPos.y),
             "36 72 3 ");
   EXPECT_EQ(Join(with->listHeight, with->bitmaps[WINGRIP]->Height()), "44 36 ");
+  std::string heights;
+  for (const char* said : {"400", "401", "1", "0", "-1"})
+    heights += Join(Make("[LIST]\nheight=" + std::string{said})->listHeight);
+  EXPECT_EQ(heights, "400 0 8 0 0 ") << "in pixels, from the height of the text to 400";
 }
 
 TEST_F(SkinTest, TilesAndShapesAreTakenFromKeysOrElseFromPropertiesOrElseFromDefaults) {
