@@ -139,9 +139,12 @@ TEST_P(ScrollBarTest, TheGripLiesWhereTheValueIs) {
   // In the middle, at the end, without room, disabled, for all of it and for one step.
   std::array<ScrollBar, 6> bars;
   for (int i = 0; i < 6; ++i) {
-    bars[i].Setup(0, 0, 0, 0, 0, 0, i < 4 ? 100 : i - 3, i < 4 ? 30 : 1, GetParam());
     const int length = i == 2 ? 44 : 70;
-    Show(bars[i], isTransposed ? Rect{18 * i, 0, 16, length} : Rect{0, 18 * i, length, 16});
+    const Rect place = isTransposed ? Rect{18 * i, 0, 16, length} : Rect{0, 18 * i, length, 16};
+    Show(bars[i], place);
+    bars[i].SetOrientation(1 - GetParam()), Tick();  // not for long
+    bars[i].Setup(place.x, place.y, place.w, place.h, 0, 0, i < 4 ? 100 : i - 3, i < 4 ? 30 : 1,
+                  GetParam());
     bars[i].SetPosition(i == 1 ? 900 : 35);
   }
   bars[0].SetPosition(0), bars[3].SetPosition(70);
@@ -151,6 +154,7 @@ TEST_P(ScrollBarTest, TheGripLiesWhereTheValueIs) {
   root.SetFocus(&bars[0]);
   Play("5,23 press");
   ExpectShown(isTransposed ? "scroll_bars" : "scroll_bars_lying", {0, 0, 108, 108});
+  bars[0].Decrement(), Check(), bars[0].Increment(), Check();
   bars[1].SetRange(50, 30);
   EXPECT_EQ(bars[1].GetPosition(), 20) << "the end of the shorter range";
 }

@@ -102,13 +102,15 @@ TEST_F(ButtonTest, OldTextsAndIconsGoWithTheChange) {
   label.SetFlag(kFlagAutoSize), label.SetText("x"), Check();
   label.SetText(nullptr), Check();
   EXPECT_EQ(label.TextHeight(), 0);
-  Dress(ICONMIN, {"r..", ".g.", "...", "..b"});
+  Rows frames;
+  for (const char* row : {"r..", ".g.", "...", "..b"}) frames.insert(frames.end(), 3, row);
+  Dress(ICONMIN, frames);
   Button icon;
-  Show(icon, {50, 50, 3, 1});
+  Show(icon, {50, 50, 3, 3});
   icon.SetFlag(kFlagAutoSize), icon.SetBitmap(ICONMIN), Frame();
   Play("51,50 press release");
   root.ChangeFocus(&icon, nullptr), Check();
-  CurrentSkin()->buttonAnimationType = 1, CurrentSkin()->buttonAnimationLength = 100;
+  CurrentSkin()->buttonAnimationType = 6, CurrentSkin()->buttonAnimationLength = 100;
   icon.MsgInitSkin();
   icon.SetBitmap(ICONMIN), Mouse(51, 50, 1), Frame(), Tick(30), Check();
 }

@@ -68,7 +68,7 @@ TEST_F(DialogTemplateTest, MakesAControlForEachRecordThatHasOne) {
 using EveryWidgetTest = WidgetFixture;
 
 // What each tells its parent of the messages that there are, and its flags after them, twice; then
-// of a pointer that passes. "?" is what it is made of.
+// of a pointer that passes and presses. "?" is what it is made of.
 TEST_F(EveryWidgetTest, HandlesAllMessagesAndTellsItsParent) {
   std::tuple<Label, Button, CheckBox, RadioButton, EditBox, Slider, ScrollBar, ListView, ListBox,
              ComboBox, SpinBox, TextView, Window, Panel, ClearScreen, Image, Separator, ProgressBar,
@@ -84,14 +84,14 @@ TEST_F(EveryWidgetTest, HandlesAllMessagesAndTellsItsParent) {
   const auto play = [&](Widget& widget) {
     std::string name;
     names >> name, seen += name + ": ";
-    Show(widget, {10, 10, 60, 24});
+    Show(widget, {10, 10, 60, 80});
     root.Events();
     for (int times = 0; times < 82; ++times) {
       widget.SendMessage(times % 41, 1);
       const std::string events = root.Events();
       if (!events.empty()) seen += events + '/' + std::to_string(widget.GetFlags()) + ' ';
     }
-    for (const int place : {20, 25, 199}) Mouse(place, place);
+    Mouse(20, 30), Mouse(25, 45, 1), Mouse(25, 50, 1), Mouse(25, 50), Mouse(199, 199);
     seen += root.Events() + '\n';
     root.Remove(&widget);
   };

@@ -51,8 +51,10 @@ TEST_F(ViewTest, BarsShowWhereTheContentDoesNotFit) {
 TEST_F(ViewTest, ScrollsNoFurtherThanTheContentGoes) {
   view.ScrollTo(500, 500, 10, 10);
   std::string positions = look() + ", ";
-  view.SetContentSize(1000, 1000);
-  view.Center();
+  Rows lines;  // 1000 x 1000 pixels, and no two places alike
+  for (int i = 0; i < 125; ++i)
+    lines.push_back(std::string(125, static_cast<char>('a' + i % 26)).replace(i, 1, "-"));
+  view.SetLines(lines), view.Center();
   positions += Play("50,50+wheel1");
   for (const auto& [at, size] : {std::pair{500, 10}, {10, 5}, {100, 500}, {5000, 1}})
     view.ScrollTo(at, at, size, size), positions += ", " + look();
