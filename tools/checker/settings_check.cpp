@@ -11,6 +11,7 @@
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/config_file.h"
 #include "toolkit/base/geometry.h"
+#include "toolkit/base/graphics_mode.h"
 #include "toolkit/base/section_file.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/base/text.h"
@@ -43,8 +44,6 @@ constexpr Size kModes[] = {
     {2560, 1080}, {2560, 1440}, {2560, 1600}, {2560, 2048}, {2736, 1824}, {2880, 1800},
     {3000, 2000}, {3200, 1800}, {3440, 1440}, {3840, 1600}, {3840, 2160}, {3840, 2400},
     {4096, 2160}, {5120, 1440}, {5120, 2160}, {5120, 2880}, {7680, 4320}};
-
-constexpr int kDepths[] = {8, 15, 16, 24, 32};
 
 // Allegro's for Linux.
 constexpr int kDrivers[] = {GFX_XWINDOWS, GFX_XWINDOWS_FULLSCREEN,
@@ -137,8 +136,7 @@ class SettingsCheck {
   void CheckMode(const SectionFile& content) {
     const Section& section = content.Find(settings.Section().c_str());
     if (const auto* depth = section.Find("colorDepth");
-        depth && settings.colorDepth > 0 &&
-        std::find(std::begin(kDepths), std::end(kDepths), settings.colorDepth) == std::end(kDepths))
+        depth && settings.colorDepth > 0 && !IsColorDepth(settings.colorDepth))
       findings_.Add(Msg::kNoDepth, {kSettingsFile, depth->line},
                     {std::to_string(settings.colorDepth)});
     const auto* width = section.Find("screenWidth");
