@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ranges>
+#include <iterator>
 
 #include "toolkit/draw/contrast.h"
 #include "toolkit/draw/cursor.h"
@@ -188,7 +188,10 @@ const Look::Kind& Look::KindOf(int element) {
       {WINTEXT, TitleTextFrame, TitleTextTile, nullptr, nullptr},
       {WINTOP, EdgeFrame, EdgeTile, nullptr, &Look::DrawWindowPart},
   };
-  static_assert(std::ranges::equal(kKinds, std::views::iota(0, int{kElementCount}), {}, &Kind::id));
+  constexpr auto kIsMisplaced = [](const Kind& a, const Kind& b) { return a.id >= b.id; };
+  static_assert(std::size(kKinds) == kElementCount &&
+                std::adjacent_find(std::begin(kKinds), std::end(kKinds), kIsMisplaced) ==
+                    std::end(kKinds));
   return kKinds[element];
 }
 
