@@ -251,7 +251,12 @@ class ResultFilesTest : public LauncherFixture {
 };
 
 TEST_F(ResultFilesTest, LeaveTheStringAndTheWayInFilesOfTheirOwn) {
+  const auto openFiles = [] {
+    return std::distance(std::filesystem::directory_iterator{"/proc/self/fd"}, {});
+  };
+  const auto before = openFiles();
   EXPECT_EQ(Write(7, {4, 2, 13}), "scan --all\n4,2,13");
+  EXPECT_EQ(openFiles(), before);
   std::filesystem::create_hard_link("menupos.txt", "other");
   EXPECT_EQ(ReadMenuPosition(), Indices{});
   EXPECT_EQ(Write(0, {4, 2, 13}), "scan --all\n0");
@@ -297,8 +302,9 @@ TEST_F(ResultFilesTest, WhatWasPlantedIsReplacedAndNeverFollowed) {
 }
 
 TEST_F(ResultFilesTest, OnlyWhatAKilledRunLeftIsRemoved) {
-  const std::string temporary = "output.txt.zel-a1B2c3", kept = "output.txt.backup";
-  for (const char* name : {"output.txt", "menupos.txt.zel-backup"}) WriteFile(name, "x");
+  const std::string temporary = "output.txt.zel-a1B2c3", kept = "output.txt.zen-a1B2c3";
+  for (const char* name : {"output.txt", "menupos.txt.zel-backup", "menulook.txt.zel-a1B2c3"})
+    WriteFile(name, "x");
   for (const std::string& name : {temporary, temporary + "4", kept}) WriteFile(name, "x");
   std::filesystem::create_symlink("output.txt", "output.txt.zel-link00");
   DeleteTemporaryFiles();

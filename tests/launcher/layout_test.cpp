@@ -69,7 +69,7 @@ TEST_F(LayoutTest, BackgroundsCoverTheScreen) {
   const ScreenLayout layout{"x", {8, 4}, 1.5, {0, 2}};
   const std::pair<const char*, Rows> pictures[] = {
       {"as_large", {"rrrrrrrg", "bbbbbbbb", "bbbbbbbb", "yrrrrrrk"}},
-      {"larger", {"crrrrrrrrc", "rggggggggr", "rggggggggr", "rggggggggr", "crrrrrrrrc"}},
+      {"larger", {"crgbykwgrc", "rggggggggr", "rggggggggr", "rggggggggr", "crrrrrrrrc"}},
       {"as_wide_and_higher",
        {"rrrrrrrg", "bbbbbbbb", "cccccccc", "gggggggg", "yrrrrrrk", "wwwwwwww"}},
       {"narrower_and_higher", {"rrrrrg", "bbbbbb", "cccccc", "yrrrrk", "wwwwww", "gggggg"}},

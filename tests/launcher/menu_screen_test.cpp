@@ -258,7 +258,7 @@ TEST_F(MenuScreenTest, LettersAndNumbersGoToEntriesAndF1ExplainsWhereTheSettings
   EXPECT_EQ(Play("'b f1"), "1/0/0");
   settings.typeAhead = settings.help = true;
   const std::pair<const char*, int> rows[] = {
-      {"0 'a", 2},         {"0 'aa", 0},        {"0 'aL", 2},          {"2 'alp", 0},
+      {"0 'a", 2},         {"0 'aa", 0},        {"0 'aL", 2},          {"0 'alp", 0},
       {"0 'жА", 4},        {"3 'ж", 4},         {"0 'be", 7},          {"7 'b", 9},
       {"7 'be", 11},       {"0 'x", 0},         {"0 '6", 6},           {"0 '12", 12},
       {"0 '13", 3},        {"0 '5z", 5},        {"2 '0", 2},           {"0 'bx", 6},

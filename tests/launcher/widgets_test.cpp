@@ -371,7 +371,7 @@ TEST_F(LauncherWidgetsTest, OnlyLinksOfTheLaunchersOwnUserLeadToTheProgressFile)
   WriteFile("real", "[Progress]\nCurrentStep=4\nStepNumber=10\n");
   std::filesystem::create_directory("links");
   std::filesystem::create_symlink("../real", "links/second");
-  std::filesystem::create_symlink("links/second", "progress");
+  std::filesystem::create_symlink(std::filesystem::absolute("links/second"), "progress");
   EXPECT_EQ(ReadProgressFile().currentStep, 4);
   const int seen = lchown("links/second", 65534, 65534) == 0 ? 0 : 4;
   EXPECT_EQ(ReadProgressFile().currentStep, seen);
