@@ -168,6 +168,7 @@ TEST_F(MenuScreenTest, LooksAsTheFilesSayAndAllOfItIsZoomed) {
   ExpectShown("menu_screen_counting", "");
   Start("");
   ExpectShown("menu_screen_counting_down", "almost");
+  ExpectShown("menu_screen_counting_further", "second");
   ExpectShown("menu_screen_not_counting", "+f1 -f1 tick");
 
   const std::string zoomed =
