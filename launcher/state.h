@@ -1,6 +1,7 @@
 // What the parts of the launcher share.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -26,15 +27,17 @@ struct Catalogues {
 // Where the menu file says none.
 inline Color DefaultBackLineColor() { return {200, 100, 100}; }
 
+inline constexpr std::size_t kOutputBytes = 256;  // with the terminator
+
 struct LauncherState {
   // Of the entry that leads out of a submenu.
   Color backLineColor = DefaultBackLineColor();
-  char languageCode[3] = {};            // "de" from LANG=de_DE
-  MenuScreen* runningScreen = nullptr;  // while it runs
-  std::int32_t exitCode = 0;            // of the current item; what the process returns
-  FixedText<256> outputString;          // of the current item
-  bool mousePending = false;            // no mouse driver yet: its server was not running at start
-  char savedDirectory[260] = {};        // the working directory at start, in raw bytes
+  char languageCode[3] = {};             // "de" from LANG=de_DE
+  MenuScreen* runningScreen = nullptr;   // while it runs
+  std::int32_t exitCode = 0;             // of the current item; what the process returns
+  FixedText<kOutputBytes> outputString;  // of the current item
+  bool mousePending = false;             // no mouse driver yet: its server was not running at start
+  char savedDirectory[260] = {};         // the working directory at start, in raw bytes
 
   bool hasBackLineColor = false;     // the menu file says it
   bool isInEnglish = false;          // whatever the language file says

@@ -72,6 +72,12 @@ bool TakePalette(const Datafile& datafile) {
 
 }  // namespace
 
+Size ReadTile(const SectionFile& file, const char* element, const Datafile::Object& picture,
+              int scale) {
+  const auto& [width, height] = kTileNumbers;
+  return {Read(file, width, element, picture, scale), Read(file, height, element, picture, scale)};
+}
+
 Error Skin::LoadData(const char* path) {
   if (!path || !IsFile(path)) return kSkinDataError;
   const Art art = FindArt(path, CurrentZoom());
@@ -88,15 +94,13 @@ Error Skin::LoadData(const char* path) {
     else
       FollowPalette(former);
   }
-  const auto& [tileWidth, tileHeight] = kTileNumbers;
   for (int id = 0; id < kElementCount; ++id) {
     const char* name = kElementNames[id];
     const Datafile::Object* object = datafile.Find(name, DAT_BITMAP);
     if (!object) continue;
     bitmaps[id]->Take(MakePicture(*object));
     isBrought_[id] = true;
-    bitmaps[id]->SetTileSize({Read(file_, tileWidth, name, *object, art.scale),
-                              Read(file_, tileHeight, name, *object, art.scale)});
+    bitmaps[id]->SetTileSize(ReadTile(file_, name, *object, art.scale));
     ZoomElement(id, art.scale);
   }
   return kNoError;

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "toolkit/base/error.h"
+#include "toolkit/base/geometry.h"
+#include "toolkit/draw/datafile.h"
 
 namespace zel {
 
@@ -14,6 +16,11 @@ class Skin;
 // The built-in values.
 void ResetNamedColors(Skin& skin);
 void ResetNumbers(Skin& skin);
+
+// The tile of an element: what the description says or else its picture, in pixels of that times
+// `scale`; -1 where neither says one.
+Size ReadTile(const SectionFile& file, const char* element, const Datafile::Object& picture,
+              int scale = 1);
 
 // A key that a description may have.
 struct SkinKey {

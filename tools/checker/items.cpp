@@ -13,6 +13,7 @@
 
 #include "launcher/default_start.h"
 #include "launcher/menu_config.h"
+#include "launcher/state.h"
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/text.h"
 #include "tools/checker/values.h"
@@ -22,8 +23,7 @@ namespace {
 
 constexpr int kLargestStatus = 255;  // what a process can end with
 constexpr int kLeastFailure = 126, kKilled = 137;
-constexpr std::size_t kLongestOutput = 255;  // bytes
-constexpr int kLongestWait = 3600;           // seconds that make sense
+constexpr int kLongestWait = 3600;  // seconds that make sense
 
 constexpr const char* kBetween[] = {" /", ",/", ";/", ":/"};  // two names of a list
 
@@ -176,7 +176,7 @@ class ItemCheck {
     if (item_.Has("ExCode") && item_.Number("ExCode") == 0 && !hasString)
       Add(Msg::kStatusZero, "ExCode");
     const std::string text = item_.Text("ExString");
-    if (text.size() > kLongestOutput) Add(Msg::kStringLong, "ExString");
+    if (text.size() >= kOutputBytes) Add(Msg::kStringLong, "ExString");
     if (!std::all_of(text.begin(), text.end(), IsAscii)) Add(Msg::kStringAscii, "ExString");
     if (const std::string sign = ShellSign(text); !sign.empty())
       Add(Msg::kStringShell, "ExString", {sign});

@@ -189,14 +189,6 @@ class SkinCheck {
     return true;
   }
 
-  int Tile(const char* name, const char* property, const Object& object) const {
-    const std::string key = std::string{name} + '_' + property;
-    const int said = ReadSkinInt(content_, "TILING", key.c_str(), -1);
-    if (said != -1) return said;
-    const std::string own = object.Property(property);
-    return own.empty() ? -1 : ParsedNumber(own);
-  }
-
   void CheckElements() {
     const std::string file = FileOf("Skin", "main_data");
     const Place place = At(LineOf("Skin", "main_data"));
@@ -217,8 +209,9 @@ class SkinCheck {
         continue;
       }
       const Size frame{size.w / grid.w, size.h / grid.h};
-      CheckTile(name, "TCKX", *object, frame, frame.w);
-      CheckTile(name, "TCKY", *object, frame, frame.h);
+      const Size tile = ReadTile(content_, name, *object);
+      CheckTile(name, kTileNumbers[0], tile.w, frame, frame.w);
+      CheckTile(name, kTileNumbers[1], tile.h, frame, frame.h);
       CheckMask(id, *picture, place);
     }
     std::map<std::string, std::string> files;  // by what they lack
@@ -255,14 +248,12 @@ class SkinCheck {
     return missing;
   }
 
-  void CheckTile(const char* name, const char* property, const Object& object, Size frame,
-                 int most) {
-    const int tile = Tile(name, property, object);
+  void CheckTile(const char* name, const ObjectNumber& number, int tile, Size frame, int most) {
     if (tile == -1 || (tile > 0 && tile <= most)) return;
-    const std::string key = std::string{name} + '_' + property;
-    const bool isHere = content_.Find("TILING").Find(key.c_str());
+    const std::string key = KeyOf(name, number);
+    const bool isHere = content_.Find(number.section).Find(key.c_str());
     findings_.Add(Msg::kElementTile,
-                  At(isHere ? LineOf("TILING", key.c_str()) : LineOf("Skin", "main_data")),
+                  At(isHere ? LineOf(number.section, key.c_str()) : LineOf("Skin", "main_data")),
                   {name, std::to_string(tile), NameOf(frame)});
   }
 
