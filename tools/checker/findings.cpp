@@ -72,6 +72,12 @@ void Findings::Add(Msg id, const Place& place, std::vector<std::string> words,
                        isHelp ? "did you mean " + meant + "?" : Filled(message.advice, words)});
 }
 
+bool Findings::Has(Msg id, const Place& place) const {
+  const auto found = seen_.lower_bound({place.file, place.line, id, {}});
+  return found != seen_.end() && std::get<0>(*found) == place.file &&
+         std::get<1>(*found) == place.line && std::get<2>(*found) == id;
+}
+
 bool Findings::IsFull(Msg id, const std::string& file) const {
   const auto count = counts_.find({file, id});
   return count != counts_.end() && count->second >= kMostAlike;

@@ -35,6 +35,8 @@ class Findings {
   // counts. With a `nearest` name, the advice is that.
   void Add(Msg id, const Place& place, std::vector<std::string> words = {},
            const std::string& nearest = {});
+  // Whether something of the kind has been said of the line.
+  bool Has(Msg id, const Place& place) const;
   // True where more of the same in a file would not be said.
   bool IsFull(Msg id, const std::string& file) const;
   // True once for each thing of which one message is enough, wherever it is met.

@@ -111,11 +111,11 @@ SectionFile CheckLines(Findings& findings, const std::string& file, std::string 
     if (!hasEquals) {
       const bool isBehind = trimmed.find('=') != std::string::npos;
       findings.Add(Msg::kNoEquals, place, {isBehind ? name : trimmed, isBehind ? "behind" : "in"});
-      continue;
+      if (value.empty()) continue;
     }
     const auto [first, isNew] = keys.try_emplace(Upper(name), number);
     if (!isNew) {
-      twice.push_back({name, number, first->second});
+      if (hasEquals) twice.push_back({name, number, first->second});
       continue;
     }
     if (!foreign.empty())

@@ -19,8 +19,9 @@ bool IsComment(const std::string& trimmed);
 
 // Takes the text of a file apart and says what is wrong with its lines: keys before the first
 // section, which belong into `home`, heads that are none, lines without "=", keys and sections that
-// stand there twice. What is plainly meant by such a head is taken for one; of keys that stand
-// there twice the first is left.
+// stand there twice. Nothing more is to be said of a key without "=" that nobody reads, which may
+// be a remark. What is plainly meant by such a head is taken for one; of keys that stand there
+// twice the first is left.
 SectionFile CheckLines(Findings& findings, const std::string& file, std::string text,
                        const char* home);
 

@@ -247,6 +247,7 @@ class Reader {
     const Place place = file_.At(entry.line);
     MenuLine line{nullptr, {}, entry};
     if (!FindKey(keys, entry.name, line)) {
+      if (findings_.Has(Msg::kNoEquals, place)) return;
       const std::string nearest = MeantKey(keys, entry);
       findings_.Add(Msg::kUnknownKey, place, {entry.name},
                     nearest.empty() ? LongerKey(keys, entry.name) : nearest);

@@ -111,6 +111,7 @@ class SettingsCheck {
     const bool isText = key && (key->kind <= KeyInfo::kFiles);
     const std::string value = WithoutComment(entry.value, !isText);
     if (!key) {
+      if (findings_.Has(Msg::kNoEquals, place)) return;
       findings_.Add(Msg::kUnknownKey, place, {entry.name}, Nearest(entry.name, names_));
       return;
     }

@@ -101,11 +101,11 @@ class SkinCheck {
     }
     for (const SectionFile::Entry& entry : section.Entries()) {
       const auto known = keys_.find({name, Upper(entry.name)});
-      if (known == keys_.end())
+      if (known != keys_.end())
+        CheckEntry(known->second, entry);
+      else if (!findings_.Has(Msg::kNoEquals, At(entry.line)))
         findings_.Add(Msg::kUnknownKey, At(entry.line), {entry.name},
                       Nearest(entry.name, names_[name]));
-      else
-        CheckEntry(known->second, entry);
     }
   }
 
