@@ -88,6 +88,13 @@ TEST_F(InputTest, WhatTheQueueRefusesIsFoundInTheDevices) {
   EXPECT_EQ(typed, '!' + more);
 }
 
+TEST_F(InputTest, WhatIsHeldWhenTheDisplayGoesIsHeldNoLongerWhenItComesBack) {
+  const unsigned before = Returns();
+  _key_shifts = KB_SHIFT_FLAG | KB_CTRL_FLAG | KB_ALT_FLAG | KB_MENU_FLAG | KB_CAPSLOCK_FLAG;
+  NoteReturn();
+  EXPECT_TRUE(_key_shifts == KB_CAPSLOCK_FLAG && Returns() == before + 1);
+}
+
 TEST_F(InputTest, WakesTheLoopBetweenTwoTicks) {
   settings.yield = true;
   root.onEvent = [this](Widget*, int msg, int) {

@@ -230,6 +230,9 @@ TEST(Framebuffer, ShowsModesInItsMiddleAndRefusesThoseThatDoNotFit) {
     seen += screen ? Join(screen->x_ofs, screen->y_ofs) : "";
   }
   EXPECT_EQ(seen, "set 18 13 set 0 0 set 0 10 set 18 0 refused refused refused refused ");
+  constexpr int kOther = AL_ID('F', 'A', 'K', 'E');
+  for (const int card : {GFX_FBCON, GFX_AUTODETECT, GFX_AUTODETECT_WINDOWED, kOther})
+    EXPECT_EQ(SetGraphicsMode(card, 200, 100, 16), card == kOther) << card;
   mode.nonstd = 1;  // it changes its mode as is wished
   EXPECT_TRUE(SetGraphicsMode(GFX_AUTODETECT_FULLSCREEN, 200, 100, 32));
   fakeFramebuffer = nullptr;
