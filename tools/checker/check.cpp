@@ -68,10 +68,11 @@ std::vector<Size> Screens(const std::vector<MenuFile>& menus) {
     if (std::find(screens.begin(), screens.end(), size) == screens.end()) screens.push_back(size);
   };
   add({settings.screenWidth, settings.screenHeight});
-  // With a zoom any size may have its section.
+  // With a zoom any size may have its section; each takes its time.
+  constexpr std::size_t kMost = 24;
   if (settings.zoom == 1 || menus.empty()) return screens;
   for (const auto& [name, section] : menus.front().screens)
-    if (Size size; ReadSectionSize(name, &size)) add(size);
+    if (Size size; screens.size() < kMost && ReadSectionSize(name, &size)) add(size);
   return screens;
 }
 

@@ -107,7 +107,8 @@ void Findings::ReadComments(const std::string& file, const std::string& text) {
       std::string name = line.substr(line.find(kAllow) + std::string_view{kAllow}.size());
       name = name.substr(0, name.find_first_of(" \t"));
       if (!FindMessage(name))
-        Add(Msg::kAllowUnknown, {file, number}, {name}, Nearest(name, MessageNames()));
+        Add(Msg::kAllowUnknown, {file, number}, {name},
+            IsFull(Msg::kAllowUnknown, file) ? std::string{} : Nearest(name, MessageNames()));
       else
         allowed_.push_back({{file, number}, number, name});
     }

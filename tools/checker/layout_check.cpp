@@ -167,8 +167,9 @@ class LayoutCheck {
   }
 
   void Walk(MenuConfig& config, const MenuFile& menu, std::set<std::string>& seen) {
+    constexpr std::size_t kMost = 200;  // menus, each of which takes its time
     seen.insert(menu.name);
-    if (!menu.isLayoutKnown) return;
+    if (!menu.isLayoutKnown || seen.size() > kMost) return;
     config.ReadWithoutHints(menu.name.c_str());
     CheckMenu(config, menu);
     for (const SectionFile::Entry& link : menu.submenus)
@@ -320,7 +321,7 @@ class LayoutCheck {
       for (const MenuLine& line : menu.items[i].lines) {
         if (std::string_view{line.key->name} != "Title") continue;
         ++count;
-        if (IsCut(line)) continue;  // which is said
+        if (line.isCut) continue;  // which is said
         if (const int width = ListFont().TextLength(line.entry.value.c_str()); width > room)
           wide.push_back({line, width, room});
       }
@@ -358,7 +359,7 @@ class LayoutCheck {
   void CheckPanelTitles(const MenuFile& menu, const char* key, const TitledPanel& panel) {
     const Font& font = panel.TitleFont();
     for (const MenuLine& line : menu.General().lines) {
-      if (std::string_view{line.key->name} != key || IsCut(line)) continue;
+      if (std::string_view{line.key->name} != key || line.isCut) continue;
       if (const int width = font.TextLength(line.entry.value.c_str()); width > panel.TitleRoom())
         findings_.Add(Msg::kPanelTitleWide, menu.At(line.entry.line),
                       {line.entry.name, std::to_string(width), std::to_string(panel.TitleRoom()),

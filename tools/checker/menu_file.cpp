@@ -25,7 +25,7 @@ using Entry = SectionFile::Entry;
 using Section = SectionFile::Section;
 using Keys = MenuKeys;
 
-constexpr int kMostGuessed = 500;  // numbers of items
+constexpr int kMostGuessed = 500;  // sections, and numbers of items
 
 // The number of a section "LINE12", without zeros before it; 0 for any other section.
 int ItemNumber(const std::string& section) {
@@ -198,7 +198,7 @@ class Reader {
       return {};
     }
     // Looking for names takes its time, and nobody reads that many messages.
-    if (findings_.IsFull(Msg::kUnknownSection, file_.name)) return {};
+    if (findings_.IsFull(Msg::kUnknownSection, file_.name) || ++guessed_ > kMostGuessed) return {};
     std::vector<std::string> missing, there;
     const int last = std::min<int>(kMostGuessed, static_cast<int>(names_.size()) + 1);
     for (int n = 1; n <= last; ++n) {
@@ -245,9 +245,10 @@ class Reader {
 
   void TakeLine(MenuSection& section, Keys keys, const Entry& entry) {
     const Place place = file_.At(entry.line);
-    MenuLine line{nullptr, {}, entry};
+    MenuLine line{nullptr, {}, entry, false};
     if (!FindKey(keys, entry.name, line)) {
-      if (findings_.Has(Msg::kNoEquals, place)) return;
+      if (findings_.Has(Msg::kNoEquals, place) || findings_.IsFull(Msg::kUnknownKey, file_.name))
+        return;
       const std::string nearest = MeantKey(keys, entry);
       findings_.Add(Msg::kUnknownKey, place, {entry.name},
                     nearest.empty() ? LongerKey(keys, entry.name) : nearest);
@@ -268,6 +269,7 @@ class Reader {
   Pictures& pictures_;
   bool takesSizes_;
   std::set<std::string> names_;
+  int guessed_ = 0;  // sections that nobody knows
   MenuFile file_;
 };
 

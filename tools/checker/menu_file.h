@@ -19,6 +19,7 @@ struct MenuLine {
   const MenuKey* key;
   std::string language;  // behind the point; empty for none
   SectionFile::Entry entry;
+  bool isCut = false;  // the value, which is said
 };
 
 // A section, of which each key stands there once.

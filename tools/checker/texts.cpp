@@ -156,13 +156,15 @@ bool IsInPath(const std::string& text, std::size_t sign) {
 // What looks like an entity, a tag or an escape, from `position` on, which then is behind it; empty
 // for none.
 std::string Markup(const std::string& text, std::size_t& position) {
-  for (std::size_t i = position; i < text.size(); ++i) {
-    std::size_t end = text.find_first_not_of(
-        "#/abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789", i + 1);
+  for (std::size_t i = text.find_first_of("&<\\", position); i < text.size();
+       i = text.find_first_of("&<\\", i + 1)) {
     const char close = text[i] == '&' ? ';' : text[i] == '<' ? '>' : '\0';
     const bool isEscape = text[i] == '\\' && i + 1 < text.size() &&
                           (text[i + 1] == 'n' || text[i + 1] == 't') && !IsInPath(text, i);
-    if (isEscape) end = i + 1;
+    const std::size_t end =
+        isEscape ? i + 1
+                 : text.find_first_not_of(
+                       "#/abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789", i + 1);
     if (!isEscape && (close == '\0' || end >= text.size() || end == i + 1 || text[end] != close))
       continue;
     position = end + 1;
@@ -228,7 +230,7 @@ void CheckSectionTexts(Findings& findings, Letters& letters, const MenuFile& men
     std::size_t position = 0;
     if (const std::string markup = Markup(line.entry.value, position); !markup.empty())
       findings.Add(Msg::kMarkup, place, {markup});
-    if (skin && !IsCut(line) && std::string_view{line.key->name} == "WaitText")
+    if (skin && !line.isCut && std::string_view{line.key->name} == "WaitText")
       CheckWaitText(findings, place, line, *skin);
     letters.Check(place, line.entry.value, LanguageOf(line.language.c_str()),
                   FontOf(skin, menu, line.key->name));
@@ -551,7 +553,7 @@ class HintsCheck {
     int line = 0, first = 0;  // of a list
     for (std::size_t position = 0; position < text.size();) {
       const std::string stored{NextLine(text, position)};
-      const std::string read = Decoded(stored, language);
+      const std::string read = Decoded(stored.substr(0, kHintLineBytes), language);
       ++line;
       const bool isInList = read.starts_with("- ") || read.starts_with("* ");
       if (isInList && first > 0) findings_.Add(Msg::kHintList, {name, first});

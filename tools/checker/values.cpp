@@ -25,6 +25,16 @@ std::size_t RoomFor(const MenuKey& key) {
   return (key.kind >= MenuKey::kName ? kNameBytes : kTextBytes) - 1;
 }
 
+// What the launcher keeps of a value. In a code page each character is a byte.
+std::string Kept(const MenuLine& line) {
+  const std::string& value = line.entry.value;
+  const std::size_t room = RoomFor(*line.key);
+  if (value.size() <= room) return value;
+  return IsInUnicode(LanguageOf(line.language.c_str()))
+             ? CutToBytes(value.c_str(), room)
+             : CutToChars(value.c_str(), static_cast<int>(room));
+}
+
 void CheckPicture(Findings& findings, Pictures& pictures, const Place& place,
                   const std::string& name) {
   if (CheckFile(findings, place, name) && !pictures.Get(name))
@@ -121,14 +131,6 @@ bool CheckQuotes(Findings& findings, const Place& place, const std::string& valu
   return isQuoted;
 }
 
-bool IsCut(const MenuLine& line) {
-  const std::string& value = line.entry.value;
-  const std::size_t room = RoomFor(*line.key);
-  // In a code page each character is a byte.
-  return value.size() > room && (IsInUnicode(LanguageOf(line.language.c_str())) ||
-                                 static_cast<std::size_t>(ustrlen(value.c_str())) > room);
-}
-
 void CheckValue(Findings& findings, Pictures& pictures, const Place& place, MenuLine& line) {
   const MenuKey& key = *line.key;
   SectionFile::Entry& entry = line.entry;
@@ -139,7 +141,10 @@ void CheckValue(Findings& findings, Pictures& pictures, const Place& place, Menu
   if (CheckQuotes(findings, place, plain)) plain = plain.substr(1, plain.size() - 2);
   entry.value = plain;
   if (plain.empty()) return;
-  if (IsCut(line)) {
+  entry.value = Kept(line);
+  line.isCut = entry.value.size() < plain.size();
+  plain = entry.value;
+  if (line.isCut) {
     const bool isName = key.kind >= MenuKey::kName;
     findings.Add(isName ? Msg::kNameLong : Msg::kTextLong, place,
                  {entry.name, std::to_string(RoomFor(key))});

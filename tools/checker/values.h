@@ -40,10 +40,7 @@ bool CheckZoom(Findings& findings, const Place& place, const std::string& key,
 bool CheckQuotes(Findings& findings, const Place& place, const std::string& value);
 
 // All that can be said of one value in a menu file by itself, files and pictures included. What was
-// not meant to be part of it is taken from it.
+// not meant to be part of it is taken from it, and what the launcher cuts off.
 void CheckValue(Findings& findings, Pictures& pictures, const Place& place, MenuLine& line);
-
-// Whether the launcher cuts the value, which has been said.
-bool IsCut(const MenuLine& line);
 
 }  // namespace zel
