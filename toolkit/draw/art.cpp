@@ -12,23 +12,22 @@ namespace {
 
 constexpr int kLargestScale = 3;
 
-// "disk@2x.bmp" for "disk.bmp".
-std::string Variant(const std::string& path, int scale) {
+}  // namespace
+
+std::string ArtName(const std::string& path, int scale) {
   const std::size_t name = path.rfind('/') + 1;  // 0 without a directory
   const std::size_t dot = path.rfind('.');
   const std::size_t end = dot == std::string::npos || dot < name ? path.size() : dot;
   return path.substr(0, end) + '@' + std::to_string(scale) + 'x' + path.substr(end);
 }
 
-}  // namespace
-
 Art FindArt(const char* path, double zoom) {
   const int needed = static_cast<int>(std::ceil(std::min<double>(zoom, kLargestScale)));
   // Too large is better than too small, and the nearest is best.
   for (int scale = needed; scale <= kLargestScale && needed > 1; ++scale)
-    if (std::string file = Variant(path, scale); IsFile(file.c_str())) return {file, scale};
+    if (std::string file = ArtName(path, scale); IsFile(file.c_str())) return {file, scale};
   for (int scale = needed - 1; scale > 1; --scale)
-    if (std::string file = Variant(path, scale); IsFile(file.c_str())) return {file, scale};
+    if (std::string file = ArtName(path, scale); IsFile(file.c_str())) return {file, scale};
   return {path, 1};
 }
 

@@ -18,6 +18,9 @@ struct Art {
 // needed or there.
 Art FindArt(const char* path, double zoom);
 
+// "disk@2x.bmp" for "disk.bmp".
+std::string ArtName(const std::string& path, int scale);
+
 // A picture that is drawn at `scale` times its size, at `zoom` times its size.
 BitmapPtr ZoomArt(BitmapPtr picture, int scale, double zoom);
 

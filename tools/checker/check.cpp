@@ -57,9 +57,8 @@ std::vector<MenuFile> ReadMenus(Findings& findings, Pictures& pictures) {
 void CheckProgressPicture(Findings& findings, Pictures& pictures) {
   if (!IsThere(kProgressPicture))
     findings.Add(Msg::kMissingProgress, {kMainMenu}, {kProgressPicture});
-  else if (CheckFile(findings, {kProgressPicture}, kProgressPicture) &&
-           !pictures.Get(kProgressPicture))
-    findings.Add(Msg::kBadPicture, {kProgressPicture}, {kProgressPicture});
+  else
+    CheckPicture(findings, pictures, {kProgressPicture}, kProgressPicture);
 }
 
 std::vector<Size> Screens(const std::vector<MenuFile>& menus) {

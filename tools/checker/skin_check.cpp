@@ -186,7 +186,20 @@ class SkinCheck {
         findings_.Add(Msg::kUnknownElement, place, {object.name, file},
                       Nearest(object.name, names));
     }
-    return true;
+    return AreScaledSound(place, file);
+  }
+
+  // Those for larger screens beside it.
+  bool AreScaledSound(const Place& place, const std::string& file) {
+    bool areSound = true;
+    for (const int scale : {2, 3}) {
+      const std::string scaled = ArtName(file, scale);
+      if (!IsThere(scaled) || !CheckFile(findings_, place, scaled)) continue;
+      if (Datafile data; data.Load(scaled.c_str())) continue;
+      findings_.Add(Msg::kBadData, place, {scaled});
+      areSound = false;
+    }
+    return areSound;
   }
 
   void CheckElements() {

@@ -35,25 +35,13 @@ std::string Kept(const MenuLine& line) {
              : CutToChars(value.c_str(), static_cast<int>(room));
 }
 
-void CheckPicture(Findings& findings, Pictures& pictures, const Place& place,
-                  const std::string& name) {
-  if (CheckFile(findings, place, name) && !pictures.Get(name))
-    findings.Add(Msg::kBadPicture, place, {name});
-}
-
-// The pictures for larger screens beside it.
-void CheckScaled(Findings& findings, Pictures& pictures, const Place& place,
-                 const std::string& name) {
-  const BITMAP* usual = IsFile(name.c_str()) ? pictures.Get(name) : nullptr;
-  for (const int scale : {2, 3}) {
-    const Art art = FindArt(name.c_str(), scale);
-    const BITMAP* picture = usual && art.scale == scale ? pictures.Get(art.path) : nullptr;
-    if (!picture) continue;
-    const Size size{picture->w, picture->h}, meant{scale * usual->w, scale * usual->h};
-    if (size != meant)
-      findings.Add(Msg::kScaledSize, place,
-                   {art.path, NameOf(size), std::to_string(scale), name, NameOf(meant)});
-  }
+// Null for one that cannot be read, which is said.
+const BITMAP* SoundPicture(Findings& findings, Pictures& pictures, const Place& place,
+                           const std::string& name) {
+  if (!CheckFile(findings, place, name)) return nullptr;
+  const BITMAP* picture = pictures.Get(name);
+  if (!picture) findings.Add(Msg::kBadPicture, place, {name});
+  return picture;
 }
 
 }  // namespace
@@ -124,6 +112,22 @@ bool CheckZoom(Findings& findings, const Place& place, const std::string& key,
   return false;
 }
 
+void CheckPicture(Findings& findings, Pictures& pictures, const Place& place,
+                  const std::string& name) {
+  const BITMAP* usual = SoundPicture(findings, pictures, place, name);
+  if (!usual) return;
+  for (const int scale : {2, 3}) {
+    const std::string scaled = ArtName(name, scale);
+    const BITMAP* picture =
+        IsThere(scaled) ? SoundPicture(findings, pictures, place, scaled) : nullptr;
+    if (!picture) continue;
+    const Size size{picture->w, picture->h}, meant{scale * usual->w, scale * usual->h};
+    if (size != meant)
+      findings.Add(Msg::kScaledSize, place,
+                   {scaled, NameOf(size), std::to_string(scale), name, NameOf(meant)});
+  }
+}
+
 bool CheckQuotes(Findings& findings, const Place& place, const std::string& value) {
   const bool isQuoted = value.size() > 1 && value.front() == value.back() &&
                         (value.front() == '"' || value.front() == '\'');
@@ -165,7 +169,6 @@ void CheckValue(Findings& findings, Pictures& pictures, const Place& place, Menu
       return;
     case MenuKey::kPicture:
       CheckPicture(findings, pictures, place, plain);
-      CheckScaled(findings, pictures, place, plain);
       return;
     case MenuKey::kFile:
       CheckFile(findings, place, plain);

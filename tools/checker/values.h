@@ -39,6 +39,10 @@ bool CheckZoom(Findings& findings, const Place& place, const std::string& key,
 // True for quotes around a value, which is said.
 bool CheckQuotes(Findings& findings, const Place& place, const std::string& value);
 
+// Says what is wrong with a picture, and with those for larger screens beside it.
+void CheckPicture(Findings& findings, Pictures& pictures, const Place& place,
+                  const std::string& name);
+
 // All that can be said of one value in a menu file by itself, files and pictures included. What was
 // not meant to be part of it is taken from it, and what the launcher cuts off.
 void CheckValue(Findings& findings, Pictures& pictures, const Place& place, MenuLine& line);
