@@ -144,10 +144,11 @@ class CheckTest(unittest.TestCase):
 
     def test_a_contact_sheet_has_every_menu_and_stays_when_it_is_sent(self):
         subprocess.check_call([BUILD / "bin/zel-preview", self.shipped, "--all", self.tree, "--size", "320x240",
-                               "--lang", "fr", "--assume", "/usr/local/sbin/unlock"])
+                               "--lang", "fr"])
         page = (self.tree / "index.html").read_text(encoding="utf-8")
         menus = re.findall(r"<h2>(\w+)\.cfg <span>(.*)</span>", page)
         self.assertEqual(len(menus), len(list((ROOT / "data").glob("*.cfg"))) - 1)  # zel.cfg is none
+        self.assertIn("where there is /usr/local/sbin/unlock, which is missing", page)
         self.assertIn(("menu", "Que voulez-vous faire\xa0?"), menus)
         for name, _ in menus:
             picture = base64.b64encode((self.tree / f"{name}-320x240-fr.png").read_bytes()).decode()

@@ -91,6 +91,8 @@ bool MakePictures(const std::vector<Picture>& pictures, const Survey& survey, co
       Scene own = scene;
       own.size = picture.size;
       own.language = picture.language;
+      for (const std::string& file : survey.menus[picture.menu].assumed)
+        own.assumed.emplace(file, true);
       if (own.select.empty()) own.position = survey.menus[picture.menu].position;
       Scratch scratch;
       MakePicture(own, scratch, directory / picture.file);
@@ -112,7 +114,7 @@ void WriteFigure(std::ostream& page, const Picture& picture, const Survey::Menu&
                  const std::filesystem::path& directory) {
   const std::string size = NameOf(picture.size);
   page << "<figure data-size=\"" << size << "\" data-language=\"" << picture.language
-       << "\"><img loading=\"lazy\" decoding=\"async\" width=\"" << picture.size.w << "\" height=\""
+       << "\"><img decoding=\"async\" width=\"" << picture.size.w << "\" height=\""
        << picture.size.h << "\" alt=\""
        << HtmlText(menu.file + ", " + size + ", " + picture.language)
        << "\" src=\"data:image/png;base64," << Base64(ReadBytes(directory / picture.file))
@@ -125,7 +127,7 @@ bool WritePage(const std::vector<Picture>& pictures, const Survey& survey,
   std::ofstream page{directory / "index.html", std::ios::binary};
   std::string text = kPage;
   std::error_code error;
-  const std::string title = HtmlText(std::filesystem::current_path(error).string());
+  const std::string title = HtmlText(std::filesystem::current_path(error).filename().string());
   for (std::size_t at = 0; (at = text.find(kTitlePlace, at)) != std::string::npos;)
     text.replace(at, kTitlePlace.size(), title), at += title.size();
   const std::size_t place = text.find(kPlace);
@@ -137,6 +139,8 @@ bool WritePage(const std::vector<Picture>& pictures, const Survey& survey,
       page << (picture.menu ? "</section>\n" : "") << "<section id=\"menu" << picture.menu
            << "\"><h2>" << HtmlText(shown.file) << " <span>" << HtmlText(shown.title)
            << "</span></h2>\n";
+      for (const std::string& file : shown.assumed)
+        page << "<p>as it is where there is " << HtmlText(file) << ", which is missing here</p>\n";
       menu = picture.menu;
     }
     WriteFigure(page, picture, shown, directory);

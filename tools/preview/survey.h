@@ -14,15 +14,17 @@ struct Survey {
     std::string file;
     std::string title;     // UTF-8
     std::string position;  // where a person is who has just opened it, as position files say it
+    std::vector<std::string> assumed;  // files that are missing here and would hide the way to it
   };
   std::string complaint;  // what keeps the rest from being known, or nothing
   std::vector<Menu> menus;
   std::vector<Size> sizes;
 };
 
-// Reads the menus that can be reached in the current directory, in a process of its own: this one
-// stays as it is. The screens are the three usual ones, that of the settings and those that
-// menu.cfg has sections for, or the one of the scene.
+// Reads the menus that can be reached in the current directory, on a system that has the files
+// which items ask about, in a process of its own: this one stays as it is. The screens are the
+// three usual ones, that of the settings and those that menu.cfg has sections for, or the one of
+// the scene.
 Survey SurveyMenus(const Scene& scene);
 
 }  // namespace zel
