@@ -168,6 +168,7 @@ class CheckTest(unittest.TestCase):
                 ("zel-preview", ROOT / "data", "--all", "/dev/null/x", "--all /dev/null/x: "),
                 ("zel-preview", "--serve", "65536", "--serve=65536: "), ("zel-preview", "--png", "a", "--serve", "only one goes"), (*picture_of, "--png /none/a.png: "),
                 ("zel-preview", "/none", "--png", "a", "/none: No such file"),
+                ("zel-preview", ROOT / "po", "--png", "a", "po/menu.cfg: there is no such file"),
                 ("zel-gallery", "--page", "none", "--page none: "), ("zel-gallery", "--depth", "x", "--depth x: "),
                 ("zel-gallery", "--png", "/none/a", "--skin", "/none/b", "/none/b: "), ("zel-gallery", "x", "x: "),
                 ("zel-skin", "paint", "paint: "), ("zel-skin", "unpack", "a", "unpack: DIR is missing"),

@@ -1,6 +1,7 @@
 #include "tools/preview/rehearsal.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
@@ -11,11 +12,14 @@
 #include "launcher/progress_file.h"
 #include "launcher/result_files.h"
 #include "launcher/state.h"
+#include "launcher/whole_file.h"
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/config_file.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/testing/hands.h"
+#include "tools/checker/files.h"
 #include "tools/checker/skin_check.h"
+#include "tools/support/input_file.h"
 
 namespace zel {
 namespace {
@@ -41,6 +45,13 @@ std::string OwnCatalogues() {
   const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
   const std::filesystem::path own = program.parent_path() / "../locale";
   return std::filesystem::is_directory(own, error) ? own.string() : paths.catalogues;
+}
+
+// Of a file that the launcher would do without, with a picture of something else.
+std::string ComplainOf(const std::string& file, std::uint64_t limit) {
+  const std::string why = WhyNoFile(file, limit);
+  std::error_code error;
+  return why.empty() ? why : std::filesystem::absolute(file, error).string() + ": " + why;
 }
 
 }  // namespace
@@ -80,9 +91,16 @@ void Rehearsal::SetUpPaths() {
 std::string Rehearsal::SetUp() {
   SetUpPaths();
   SetupEncoding();
+  std::string complaint = ComplainOf(kMainMenu, kLongestWholeFile);
+  if (complaint.empty() && IsThere(paths.settings))
+    complaint = ComplainOf(paths.settings, kLongestConfigFile);
+  if (!complaint.empty()) return complaint;
   settings.Load(paths.settings);
   if (scene_.zoom) settings.zoom = *scene_.zoom;
   if (!scene_.look.empty()) settings.skinPath.Assign(scene_.look.c_str());
+  if (const std::string skin = settings.skinPath.c_str(); skin != "default" && IsThere(skin))
+    complaint = ComplainOf(skin, UINT64_MAX);
+  if (!complaint.empty()) return complaint;
   launcherState.looks.Begin();
   const Size size = scene_.size.w ? scene_.size : Size{settings.screenWidth, settings.screenHeight};
   const int usual = settings.colorDepth < 1 ? kDepthWithoutDesktop : settings.colorDepth;
@@ -93,7 +111,7 @@ std::string Rehearsal::SetUp() {
   settings.useKeyboard = true;
   if (depth == 8) settings.mouseShadow = false;
   launcherState.layout = launcherState.looks.Fit();
-  std::string complaint = Offscreen::LoadSkin(settings.skinPath);
+  complaint = Offscreen::LoadSkin(settings.skinPath);
   // Settings may name one that says nothing; who asks for a look means one.
   if (complaint.empty() && IsFile(scene_.look.c_str()) &&
       !DescribesSkin(ReadText(scene_.look.c_str(), kLongestConfigFile)))

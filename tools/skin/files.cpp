@@ -9,11 +9,6 @@
 
 namespace zel {
 
-std::string WhyNoFile(const std::string& path) {
-  std::error_code ignored;
-  return std::filesystem::exists(path, ignored) ? "is no file" : "there is no such file";
-}
-
 bool MakeEmptyDirectory(const std::string& directory, Complaints& complaints) {
   std::error_code error;
   std::filesystem::create_directories(directory, error);

@@ -12,9 +12,6 @@ namespace zel {
 // Behind the name of a file that is not written to its end yet.
 inline constexpr const char* kUnfinished = ".new";
 
-// What keeps a file from being read: there is none, or it is no file.
-std::string WhyNoFile(const std::string& path);
-
 // Makes a directory, or takes one that is empty. False for anything else, which is said.
 bool MakeEmptyDirectory(const std::string& directory, Complaints& complaints);
 

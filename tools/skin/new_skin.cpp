@@ -26,6 +26,7 @@
 #include "tools/skin/pack.h"
 #include "tools/skin/pictures.h"
 #include "tools/skin/project.h"
+#include "tools/support/input_file.h"
 
 namespace zel {
 namespace {
@@ -73,8 +74,8 @@ class Maker {
   bool ReadWishes() {
     SectionFile skin;
     if (!wishes_.from.empty()) {
-      if (!IsFile(wishes_.from.c_str())) {
-        complaints_.Add("--from " + Readable(wishes_.from), 0, WhyNoFile(wishes_.from));
+      if (const std::string why = WhyNoFile(wishes_.from); !why.empty()) {
+        complaints_.Add("--from " + Readable(wishes_.from), 0, why);
         return false;
       }
       const std::string text = ReadText(wishes_.from.c_str(), kLongestConfigFile);

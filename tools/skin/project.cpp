@@ -20,6 +20,7 @@
 #include "tools/checker/nearest.h"
 #include "tools/checker/skin_check.h"
 #include "tools/skin/files.h"
+#include "tools/support/input_file.h"
 
 namespace zel {
 namespace {
@@ -78,8 +79,8 @@ class Reader {
       : directory_{directory}, file_{directory + '/' + kProjectFile}, complaints_{complaints} {}
 
   Project Read() {
-    if (!IsFile(file_.c_str())) {
-      complaints_.Add(file_, 0, WhyNoFile(file_) + "; zel-skin new and unpack make one");
+    if (const std::string why = WhyNoFile(file_); !why.empty()) {
+      complaints_.Add(file_, 0, why + "; zel-skin new and unpack make one");
       return {};
     }
     const Bytes bytes = ReadBytes(file_.c_str(), kLargestText);

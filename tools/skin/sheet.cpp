@@ -14,6 +14,7 @@
 #include "tools/checker/findings.h"
 #include "tools/checker/skin_check.h"
 #include "tools/skin/files.h"
+#include "tools/support/input_file.h"
 
 namespace zel {
 namespace {
@@ -298,7 +299,7 @@ void DrawSkinSheet(const std::string& skin, const std::string& png, Complaints& 
   constexpr Size kScreen{64, 64};
   constexpr int kDepth = 32;
   Offscreen offscreen;
-  if (!IsFile(skin.c_str())) return complaints.Add(skin, 0, WhyNoFile(skin));
+  if (const std::string why = WhyNoFile(skin); !why.empty()) return complaints.Add(skin, 0, why);
   if (!DescribesSkin(ReadText(skin.c_str(), kLongestConfigFile)))
     return complaints.Add(skin, 0, "is no description of a skin");
   if (!offscreen.SetMode(kScreen, kDepth)) return;

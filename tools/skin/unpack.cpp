@@ -17,6 +17,7 @@
 #include "tools/skin/pack.h"
 #include "tools/skin/pictures.h"
 #include "tools/skin/project.h"
+#include "tools/support/input_file.h"
 
 namespace zel {
 namespace {
@@ -85,7 +86,8 @@ class Unpacker {
   }
 
   void Run() {
-    if (!IsFile(skin_.c_str())) return complaints_.Add(skin_, 0, WhyNoFile(skin_));
+    if (const std::string why = WhyNoFile(skin_); !why.empty())
+      return complaints_.Add(skin_, 0, why);
     const Bytes bytes = ReadBytes(skin_.c_str(), kLongestConfigFile);
     project_.description = WithoutProject({bytes.begin(), bytes.end()});
     if (!DescribesSkin(project_.description))

@@ -1,0 +1,29 @@
+#include "tools/support/input_file.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace zel {
+
+std::string WhyNoFile(const std::string& path, std::uint64_t limit) {
+  struct stat status;
+  if (stat(path.c_str(), &status) != 0) {
+    const int error = errno;
+    if (error == ELOOP) return "is no file, but a link that leads in a circle";
+    if (error != ENOENT && error != ENOTDIR) return std::strerror(error);
+    const bool isLink = lstat(path.c_str(), &status) == 0;
+    return isLink ? "is no file, but a link to nothing" : "there is no such file";
+  }
+  if (S_ISDIR(status.st_mode)) return "is no file, but a directory";
+  if (!S_ISREG(status.st_mode))
+    return S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode) ? "is no file, but a pipe"
+                                                                : "is no file, but a device";
+  if (access(path.c_str(), R_OK) != 0) return std::strerror(errno);
+  if (static_cast<std::uint64_t>(status.st_size) <= limit) return {};
+  return "is larger than " + std::to_string(limit >> 10) + " KB";
+}
+
+}  // namespace zel
