@@ -113,6 +113,9 @@ TEST_F(SkinToolTest, ShippedSkinsComeBackToTheByte) {
     EXPECT_TRUE(FilesOf(name) == FilesOf(name + "2")) << name;
   }
   EXPECT_EQ(FilesOf("packed").size(), 11u);
+  constexpr int kTypeAt = 25, kWithAlpha = 6;  // in a PNG
+  EXPECT_EQ(ReadFile(place.Path("zel/elements/wintext.png")).at(kTypeAt), kWithAlpha)
+      << "painting programs see holes, not a colour";
 }
 
 TEST_F(SkinToolTest, EveryKindOfElementComesBackToThePixel) {

@@ -56,6 +56,31 @@ void GoOnBy(long time) {
     for (timer.left -= time; timer.left <= 0; timer.left += timer.period) timer.tick();
 }
 
+constexpr png_byte kOpaque = 255;
+
+bool WritePng(const char* path, BITMAP* bitmap, Size size, png_uint_32 format) {
+  const int depth = bitmap_color_depth(bitmap), mask = bitmap_mask_color(bitmap);
+  std::vector<png_byte> pixels;
+  pixels.reserve(PNG_IMAGE_PIXEL_CHANNELS(format) * static_cast<std::size_t>(size.w) * size.h);
+  for (int y = 0; y < size.h; ++y)
+    for (int x = 0; x < size.w; ++x) {
+      const int color = getpixel(bitmap, x, y);
+      for (const auto component : {getr_depth, getg_depth, getb_depth})
+        pixels.push_back(static_cast<png_byte>(component(depth, color)));
+      if (format & PNG_FORMAT_FLAG_ALPHA) pixels.push_back(color == mask ? 0 : kOpaque);
+    }
+  png_image image{};
+  image.version = PNG_IMAGE_VERSION;
+  image.format = format;
+  image.width = static_cast<png_uint_32>(size.w);
+  image.height = static_cast<png_uint_32>(size.h);
+  // The library's own way to a file deletes one that it cannot write, a device, too.
+  std::FILE* file = std::fopen(path, "wb");
+  if (!file) return false;
+  const bool isWritten = png_image_write_to_stdio(&image, file, 0, pixels.data(), 0, nullptr) != 0;
+  return std::fclose(file) == 0 && isWritten;
+}
+
 }  // namespace
 
 Offscreen* Offscreen::current_ = nullptr;
@@ -123,26 +148,12 @@ void Offscreen::Wait() {
 }
 
 bool SavePng(const char* path, BITMAP* bitmap, Size part) {
-  const Size size{std::min(bitmap->w, part.w), std::min(bitmap->h, part.h)};
-  const int depth = bitmap_color_depth(bitmap);
-  std::vector<png_byte> pixels;
-  pixels.reserve(static_cast<std::size_t>(3) * size.w * size.h);
-  for (int y = 0; y < size.h; ++y)
-    for (int x = 0; x < size.w; ++x) {
-      const int color = getpixel(bitmap, x, y);
-      for (const auto component : {getr_depth, getg_depth, getb_depth})
-        pixels.push_back(static_cast<png_byte>(component(depth, color)));
-    }
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  image.format = PNG_FORMAT_RGB;
-  image.width = static_cast<png_uint_32>(size.w);
-  image.height = static_cast<png_uint_32>(size.h);
-  // The library's own way to a file deletes one that it cannot write, a device, too.
-  std::FILE* file = std::fopen(path, "wb");
-  if (!file) return false;
-  const bool isWritten = png_image_write_to_stdio(&image, file, 0, pixels.data(), 0, nullptr) != 0;
-  return std::fclose(file) == 0 && isWritten;
+  return WritePng(path, bitmap, {std::min(bitmap->w, part.w), std::min(bitmap->h, part.h)},
+                  PNG_FORMAT_RGB);
+}
+
+bool SaveMaskedPng(const char* path, BITMAP* bitmap) {
+  return WritePng(path, bitmap, {bitmap->w, bitmap->h}, PNG_FORMAT_RGBA);
 }
 
 bool ParseSize(const char* text, Size* size) {

@@ -86,7 +86,7 @@ bool LoadPalette(const std::string& path, SkinPalette* palette) {
 
 bool SavePicture(const std::string& path, BITMAP* picture, const SkinPalette& palette) {
   return bitmap_color_depth(picture) == 8 ? SaveBmp(path, picture, palette)
-                                          : SavePng(path.c_str(), picture);
+                                          : SaveMaskedPng(path.c_str(), picture);
 }
 
 bool SavePalette(const std::string& path, const SkinPalette& palette) {
