@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "launcher/language.h"
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/text.h"
 #include "tools/checker/nearest.h"
@@ -36,6 +37,29 @@ std::string MeantFile(std::string name) {
   for (const char* directory : {"icons/", "pic/", "skin/"})
     if (std::string there = directory + name; IsFile(there.c_str())) return there;
   return {};
+}
+
+// What tells a file from the usual one beside it: "@2x" of a picture for larger screens, ".de" of a
+// text in another language; empty for none.
+std::string MarkOf(const std::string& name) {
+  for (const char* scale : {"@2x", "@3x"})
+    if (name.find(scale) != std::string::npos) return scale;
+  for (const LanguageRow& row : Languages())
+    if (std::string mark = std::string{'.'} + row.code;
+        name.find(mark + '.') != std::string::npos)
+      return mark;
+  return {};
+}
+
+// Whether a file is one for another language or screen than what was named.
+bool IsForAnother(const std::string& name, const std::string& known) {
+  const std::string wanted = MarkOf(name), mark = MarkOf(known);
+  if (mark == wanted) return false;
+  if (mark.empty()) return wanted != ".en";  // which is the usual one
+  if (!wanted.empty()) return true;
+  std::string usual = known;
+  usual.erase(known.find(mark), mark.size());
+  return Nearest(name, {usual, known}) != known;
 }
 
 void CheckRights(Findings& findings, const std::string& name) {
@@ -67,6 +91,7 @@ std::string NearestFile(const std::string& name) {
     names.push_back(entry->path().filename());
   std::sort(names.begin(), names.end());
   const std::string base = name.substr(name.rfind('/') + 1);
+  std::erase_if(names, [&](const std::string& known) { return IsForAnother(base, known); });
   const auto whole = std::find_if(names.begin(), names.end(), [&](const std::string& known) {
     return !base.empty() && known.starts_with(base + '.');
   });

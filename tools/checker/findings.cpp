@@ -11,9 +11,35 @@
 namespace zel {
 namespace {
 
-constexpr const char* kAllow = "zel-check: allow ";
 constexpr int kMostAlike = 200;  // messages of a kind in a file
 constexpr std::size_t kLongestWord = 100;
+constexpr const char* kBlanks = " \t\r";
+constexpr const char* kBehindWord = " \t\r:,";
+
+// The position behind "zel-check: allow", in letters of any size and with or without blanks around
+// the colon; npos where `position` begins with anything else.
+std::size_t BehindAllow(const std::string& line, std::size_t position) {
+  for (const std::string_view word : {"zel-check", ":", "allow"}) {
+    position = std::min(line.find_first_not_of(kBlanks, position), line.size());
+    if (Upper(line.substr(position, word.size())) != Upper(std::string{word}))
+      return std::string::npos;
+    position += word.size();
+  }
+  const bool isWord = line.find_first_of(kBehindWord, position) == position;
+  return isWord || position == line.size() ? position : std::string::npos;
+}
+
+// The names from `position` on: one, or several with commas between them.
+std::vector<std::string> AllowedNames(const std::string& line, std::size_t position) {
+  std::vector<std::string> names;
+  do {
+    const std::size_t start = std::min(line.find_first_not_of(kBehindWord, position), line.size());
+    position = std::min(line.find_first_of(kBehindWord, start), line.size());
+    names.push_back(line.substr(start, position - start));
+    position = line.find_first_not_of(kBlanks, position);
+  } while (position < line.size() && line[position] == ',');
+  return names;
+}
 
 bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
 
@@ -84,16 +110,15 @@ bool Findings::IsFull(Msg id, const std::string& file) const {
 }
 
 std::size_t FindAllowComment(const std::string& line) {
-  for (const char mark : {';', '#'}) {
-    const std::size_t at = line.find(std::string{mark} + ' ' + kAllow);
-    if (at != std::string::npos) return at;
-  }
-  return std::string::npos;
+  std::size_t at = line.find_first_of(";#");
+  while (at != std::string::npos && BehindAllow(line, at + 1) == std::string::npos)
+    at = line.find_first_of(";#", at + 1);
+  return at;
 }
 
 void Findings::ReadComments(const std::string& file, const std::string& text) {
   OrderOf(file);
-  if (text.find(kAllow) == std::string::npos) return;
+  if (Upper(text).find("ALLOW") == std::string::npos) return;
   const std::size_t first = allowed_.size();
   std::size_t waiting = first;  // comments from here on are about a line to come
   int number = 0;
@@ -103,15 +128,15 @@ void Findings::ReadComments(const std::string& file, const std::string& text) {
     const std::string trimmed = Trimmed(Sound(line).c_str());
     if (trimmed.empty()) continue;
     const std::size_t comment = FindAllowComment(line);
-    if (comment != std::string::npos) {
-      std::string name = line.substr(line.find(kAllow) + std::string_view{kAllow}.size());
-      name = name.substr(0, name.find_first_of(" \t"));
-      if (!FindMessage(name))
-        Add(Msg::kAllowUnknown, {file, number}, {name},
-            IsFull(Msg::kAllowUnknown, file) ? std::string{} : Nearest(name, MessageNames()));
-      else
+    const std::vector<std::string> names = comment == std::string::npos
+                                               ? std::vector<std::string>{}
+                                               : AllowedNames(line, BehindAllow(line, comment + 1));
+    for (const std::string& name : names)
+      if (FindMessage(name))
         allowed_.push_back({{file, number}, number, name});
-    }
+      else
+        Add(Msg::kAllowUnknown, {file, number}, {name.empty() ? "without a name" : name},
+            IsFull(Msg::kAllowUnknown, file) ? std::string{} : Nearest(name, MessageNames()));
     if (IsComment(trimmed)) continue;
     for (; waiting < allowed_.size(); ++waiting) allowed_[waiting].line = number;
   }

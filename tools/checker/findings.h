@@ -27,8 +27,8 @@ struct Finding {
 
 // Collects findings, each once.
 //
-// A comment "; zel-check: allow NAME" (or with "#") silences that message on the next line or,
-// behind a value, on its own.
+// A comment "; zel-check: allow NAME, NAME" (or with "#") silences these messages on the next line
+// or, behind a value, on its own.
 class Findings {
  public:
   // The first word is what the message is about: of the same about the same in one place the first

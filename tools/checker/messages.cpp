@@ -188,7 +188,7 @@ constexpr Message kMessages[] = {
     {Msg::kHintMissing, "hint-missing", kE, "there is no text {0} in {1}",
      "write it, or correct the name"},
     {Msg::kHintUntranslated, "hint-untranslated", kW, "the text {0} is in {2}, but not in {1}",
-     "write it there too"},
+     "{3}"},
     {Msg::kHintUnused, "hint-unused", kW, "no item shows the text {0}{1}",
      "name it as HintSection of an item, or remove it"},
     {Msg::kHintTwice, "hint-twice", kW,

@@ -1,6 +1,7 @@
 #include "tools/checker/texts.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <initializer_list>
 #include <iterator>
 #include <map>
@@ -58,6 +59,20 @@ std::string Utf8(int character) {
   return {bytes, static_cast<std::size_t>(usetc(bytes, character))};
 }
 
+// A letter for messages: its number where nothing of it shows.
+std::string Named(int character) {
+  constexpr std::pair<int, int> kBlank[] = {{0, ' '},         {0x7F, 0xA0},     {0xAD, 0xAD},
+                                            {0x2000, 0x200F}, {0x2028, 0x202F}, {0x205F, 0x206F},
+                                            {0x3000, 0x3000}, {0xFE00, 0xFE0F}, {0xFEFF, 0xFEFF}};
+  const bool isBlank = std::any_of(std::begin(kBlank), std::end(kBlank), [&](const auto& range) {
+    return range.first <= character && character <= range.second;
+  });
+  if (!isBlank) return Utf8(character);
+  char number[12];
+  std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(character));
+  return number;
+}
+
 // Calls back with each character of a text.
 template <class Each>
 void ForEachCharacter(const std::string& text, const Each& each) {
@@ -80,7 +95,7 @@ class Letters {
     std::vector<std::string> lost;
     ForEachCharacter(text, [&](int character) {
       if (!isUnicode_ && !IsInEncoding(language, character))
-        lost.push_back(Utf8(character));
+        lost.push_back(Named(character));
       else if (drawn && character > ' ' && !drawn->Has(character))
         missing_[{font, language.code}].emplace_back(character, place);
     });
@@ -96,9 +111,9 @@ class Letters {
       for (const auto& [letter, place] : all) letters.try_emplace(letter, place);
       std::vector<std::string> named;
       for (const auto& [letter, place] : letters) {
-        if (named.size() < kNamed) named.push_back(Utf8(letter));
+        if (named.size() < kNamed) named.push_back(Named(letter));
         if (letters.size() <= kFew)
-          findings_.Add(Msg::kNoGlyph, place, {Utf8(letter), std::to_string(font.first)});
+          findings_.Add(Msg::kNoGlyph, place, {Named(letter), std::to_string(font.first)});
       }
       if (letters.size() > kNamed) named.emplace_back("...");
       if (letters.size() > kFew)
@@ -342,13 +357,13 @@ const char* InsteadOfKoi8(const std::string& line) {
   return nullptr;
 }
 
-// Umlauts and accents of another code page lie where Latin ones have nothing that shows.
-const char* InsteadOfLatin(const std::string& line) {
+// Umlauts and accents of another code page lie where Latin ones have nothing that shows. English
+// has none, but quotes and dashes, which stand within words, too.
+const char* InsteadOfLatin(const std::string& line, bool isEnglish) {
   const char* instead = nullptr;
   for (std::size_t i = 0; i < line.size(); ++i) {
     if (!IsIn(line[i], 0x80, 0x9F)) continue;
-    // An apostrophe stands within words, too.
-    const bool isWithin = i > 0 && i + 1 < line.size() && IsLetter(line[i - 1]) &&
+    const bool isWithin = !isEnglish && i > 0 && i + 1 < line.size() && IsLetter(line[i - 1]) &&
                           IsLetter(line[i + 1]) && !IsIn(line[i], 0x91, 0x92);
     constexpr char kNothing = '\x81';  // in Windows' code page
     if (isWithin || line[i] == kNothing) return "CP850";
@@ -369,7 +384,8 @@ const char* InsteadOfPolish(const std::string& line) {
 // The encoding that a line is likely to be in instead of its language's code page; null for none.
 const char* LikelyInstead(const std::string& line, const LanguageRow& language) {
   if (language.language == kRussian) return InsteadOfKoi8(line);
-  return language.language == kPolish ? InsteadOfPolish(line) : InsteadOfLatin(line);
+  if (language.language == kPolish) return InsteadOfPolish(line);
+  return InsteadOfLatin(line, language.language == kEnglish);
 }
 
 std::string Decoded(const std::string& bytes, const LanguageRow& language) {
@@ -595,11 +611,11 @@ class HintsCheck {
     if (!with.empty())
       for (const auto& [name, hints] : files) ++counts_[name];
     if (without.empty()) return;
-    used_.insert(nearest);
+    meant_.insert(nearest);
     if (with.empty())
       findings_.Add(Msg::kHintMissing, place, {wanted, Listed(without)}, nearest);
     else
-      untranslated_.push_back({place, wanted, std::move(without), std::move(with)});
+      untranslated_.push_back({place, wanted, nearest, std::move(without), std::move(with)});
   }
 
   // Where a file lacks most, that is one thing and not many.
@@ -617,16 +633,20 @@ class HintsCheck {
                      "explanations"});
     for (Untranslated& text : untranslated_) {
       std::erase_if(text.without, [&](const std::string& name) { return lacking.contains(name); });
+      // What other items name is not meant.
+      const bool isMeant = !text.meant.empty() && !used_.contains(text.meant);
       if (!text.without.empty())
         findings_.Add(Msg::kHintUntranslated, text.place,
-                      {text.name, Listed(text.without), Listed(text.with)});
+                      {text.name, Listed(text.without), Listed(text.with),
+                       isMeant ? "correct [" + text.meant + "] there" : "write it there too"});
     }
+    used_.merge(meant_);
   }
 
   // A text that some files have and some lack.
   struct Untranslated {
     Place place;
-    std::string name;
+    std::string name, meant;
     std::vector<std::string> without, with;
   };
 
@@ -635,7 +655,7 @@ class HintsCheck {
   const Skin* skin_;
   bool areAll_;
   std::map<std::string, Hints> files_;
-  std::set<std::string> used_;                            // texts that items name, or mean
+  std::set<std::string> used_, meant_;                    // texts that items name, or mean
   std::set<std::pair<std::string, std::string>> wanted_;  // texts, and the files without them
   std::map<std::string, std::size_t> counts_;  // of texts that a file or its translations have
   std::vector<Untranslated> untranslated_;
