@@ -133,13 +133,19 @@ void Findings::ReadComments(const std::string& file, const std::string& text) {
                                                : AllowedNames(line, BehindAllow(line, comment + 1));
     for (const std::string& name : names)
       if (FindMessage(name))
-        allowed_.push_back({{file, number}, number, name});
+        allowed_.push_back({{file, number}, number, number, name});
       else
         Add(Msg::kAllowUnknown, {file, number}, {name.empty() ? "without a name" : name},
             IsFull(Msg::kAllowUnknown, file) ? std::string{} : Nearest(name, MessageNames()));
     if (IsComment(trimmed)) continue;
-    for (; waiting < allowed_.size(); ++waiting) allowed_[waiting].line = number;
+    for (; waiting < allowed_.size(); ++waiting)
+      allowed_[waiting].line = allowed_[waiting].last = number;
   }
+}
+
+void Findings::AllowInText(const std::string& file, int line, int last) {
+  for (Allowed& allowed : allowed_)
+    if (allowed.comment.file == file && allowed.line == line) allowed.last = last;
 }
 
 int Findings::OrderOf(const std::string& file) {
@@ -152,7 +158,8 @@ std::vector<Finding> Findings::Finish() {
     for (Allowed& allowed : allowed_) {
       const int line = finding.place.line;
       // What is true of the whole file is said of its first line.
-      const bool isHere = line == allowed.line || (line == 1 && allowed.comment.line == 1);
+      const bool isHere = (allowed.line <= line && line <= allowed.last) ||
+                          (line == 1 && allowed.comment.line == 1);
       if (!isHere || allowed.comment.file != finding.place.file ||
           allowed.name != MessageOf(finding.id).name)
         continue;

@@ -43,6 +43,9 @@ class Findings {
   bool IsFirst(Msg id, const std::string& about) { return once_.emplace(id, about).second; }
   // Takes the comments of a file to heart.
   void ReadComments(const std::string& file, const std::string& text);
+  // What is about a line that begins a text, in which no comment can stand, is about all lines to
+  // its last one.
+  void AllowInText(const std::string& file, int line, int last);
 
   // The findings by file, in the order in which files were first named, and line.
   std::vector<Finding> Finish();
@@ -50,7 +53,7 @@ class Findings {
  private:
   struct Allowed {
     Place comment;
-    int line;  // that it is about
+    int line, last;  // that it is about
     std::string name;
     bool isUsed = false;
   };

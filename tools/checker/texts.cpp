@@ -500,7 +500,8 @@ class HintsCheck {
 
   // Lines outside are comments, unless something closes them like a text.
   void CheckOutside(const std::string& name, const std::string& text, Hints& hints) {
-    int number = 0, first = 0;  // outside
+    int number = 0, head = 0;
+    int first = 0;  // outside
     bool isInside = false;
     for (std::size_t position = 0; position < text.size();) {
       const std::string line = Trimmed(std::string{NextLine(text, position)}.c_str());
@@ -512,8 +513,10 @@ class HintsCheck {
         findings_.Add(Msg::kHintOutside, {name, first}, {Decoded(meant, hints.language)});
         hints.names.insert(meant);  // which is missing for no other reason
       }
+      if (isEnd && isInside) findings_.AllowInText(name, head, number);
       if (isEnd || IsHintHead(line)) {
         isInside = !isEnd;
+        head = number;
         first = 0;
       } else if (!line.empty() && first == 0) {
         first = number;
