@@ -260,6 +260,16 @@ std::vector<const MenuSection*> TitledItems(const MenuFile& menu) {
   return titled;
 }
 
+// Whether a menu has words in a language, and not only files.
+bool HasTexts(const MenuFile& menu, const std::string& language) {
+  const auto has = [&language](const MenuSection& section) {
+    return std::any_of(section.lines.begin(), section.lines.end(), [&language](const auto& line) {
+      return line.key->kind == MenuKey::kText && line.language == language;
+    });
+  };
+  return has(menu.General()) || std::any_of(menu.items.begin(), menu.items.end(), has);
+}
+
 // True where a title is in a language that there is not, which is said.
 bool HasStrayTitle(const MenuSection& item) {
   return std::any_of(item.lines.begin(), item.lines.end(), [](const MenuLine& line) {
@@ -690,7 +700,7 @@ void CheckTexts(Findings& findings, const std::vector<MenuFile>& menus, const Sk
     for (const MenuSection& item : menu.items)
       CheckSectionTexts(findings, letters, menu, item, skin);
     for (const std::string& language : LanguagesOf(menu))
-      if (!language.empty()) {
+      if (!language.empty() && HasTexts(menu, language)) {
         CheckTranslation(findings, menu, language);
         CheckCopied(findings, menu, language);
       }
