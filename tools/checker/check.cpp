@@ -61,6 +61,31 @@ void CheckProgressPicture(Findings& findings, Pictures& pictures) {
     CheckPicture(findings, pictures, {kProgressPicture}, kProgressPicture);
 }
 
+// Those that F2 goes round.
+void CheckLooks(Findings& findings, const SkinLines& lines, const std::string& skin, bool isLook) {
+  const Place place{kSettingsFile, lines.looks};
+  std::set<std::string> looks;
+  bool areParted = true;
+  for (const std::string& look : ListParts(settings.looks)) {
+    std::string commas = look;
+    std::replace(commas.begin(), commas.end(), ';', ',');
+    constexpr std::string_view kEnd = ".skin";
+    for (std::size_t i = commas.find(kEnd); i != std::string::npos; i = commas.find(kEnd, i + 1))
+      if (commas.substr(i + kEnd.size(), 1) == " ") commas.insert(i + kEnd.size(), 1, ',');
+    const bool isList = commas != look && !IsFile(look.c_str());
+    if (!looks.insert(look).second)
+      findings.Add(Msg::kLookTwice, place, {look});
+    else if (isList)
+      findings.Add(Msg::kMissingFile, place, {look}, commas);
+    else if (look != skin)
+      CheckSkin(findings, place, look);
+    areParted = areParted && !isList;
+  }
+  const bool isNamed = isLook && lines.skinPath > 1 && !skin.empty();
+  if (isNamed && areParted && !looks.empty() && !looks.contains(skin))
+    findings.Add(Msg::kLookLeft, place, {skin});
+}
+
 std::vector<Size> Screens(const std::vector<MenuFile>& menus) {
   std::vector<Size> screens(std::begin(kUsualScreens), std::end(kUsualScreens));
   const auto add = [&screens](Size size) {
@@ -92,17 +117,7 @@ std::vector<Finding> CheckTree() {
   SetZoom(1);
   const std::string skin{settings.skinPath};
   const bool isLook = lines.isRead && CheckSkin(findings, {kSettingsFile, lines.skinPath}, skin);
-  for (const std::string& look : ListParts(settings.looks)) {
-    std::string commas = look;
-    std::replace(commas.begin(), commas.end(), ';', ',');
-    constexpr std::string_view kEnd = ".skin";
-    for (std::size_t i = commas.find(kEnd); i != std::string::npos; i = commas.find(kEnd, i + 1))
-      if (commas.substr(i + kEnd.size(), 1) == " ") commas.insert(i + kEnd.size(), 1, ',');
-    if (commas != look && !IsFile(look.c_str()))
-      findings.Add(Msg::kMissingFile, {kSettingsFile, lines.looks}, {look}, commas);
-    else if (look != skin)
-      CheckSkin(findings, {kSettingsFile, lines.looks}, look);
-  }
+  CheckLooks(findings, lines, skin, isLook);
   SetCurrentSkin(std::make_unique<Skin>(settings.skinPath));
   if (CurrentSkin()->GetError().IsError()) CurrentSkin()->Reset();
   const std::vector<MenuFile> menus = ReadMenus(findings, pictures);

@@ -45,8 +45,7 @@ std::string MarkOf(const std::string& name) {
   for (const char* scale : {"@2x", "@3x"})
     if (name.find(scale) != std::string::npos) return scale;
   for (const LanguageRow& row : Languages())
-    if (std::string mark = std::string{'.'} + row.code;
-        name.find(mark + '.') != std::string::npos)
+    if (std::string mark = std::string{'.'} + row.code; name.find(mark + '.') != std::string::npos)
       return mark;
   return {};
 }

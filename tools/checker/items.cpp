@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 #include <climits>
 #include <initializer_list>
 #include <iterator>
@@ -48,8 +49,20 @@ bool IsRelative(const std::string& name) {
   return !name.empty() && name.front() != '/' && !IsMoreThanAName(name);
 }
 
-// What of a command is meant for a shell: signs between words, and the beginning of what it puts in
-// their place; empty for nothing.
+// What of a word is meant for a shell: quotes, and the beginning of what it puts in their place; an
+// apostrophe within a word may be one.
+std::string Quoting(const std::string& word) {
+  for (std::size_t i = 0; i < word.size(); ++i) {
+    const char next = i + 1 < word.size() ? word[i + 1] : '\0';
+    const bool isName = next == '{' || next == '_' || std::isalpha(next & 0xFF);
+    const bool isWithin = i > 0 && word[i - 1] != '=' && next != '\0';
+    if (word[i] == '$' && isName) return word.substr(i);
+    if (word[i] == '"' || (word[i] == '\'' && !isWithin)) return word.substr(i, 1);
+  }
+  return {};
+}
+
+// The same of a command, and signs between its words; empty for nothing.
 std::string ShellSign(const std::string& command) {
   constexpr std::string_view kSigns[] = {"|", "||", "&", "&&", ";", "<", ">", ">>", "2>", "2>&1"};
   for (std::size_t start = 0; start < command.size();) {
@@ -62,6 +75,7 @@ std::string ShellSign(const std::string& command) {
     if (isSign || isRedirected || isEnd || word.find("$(") != std::string::npos ||
         word.find('`') != std::string::npos)
       return isEnd ? ";" : word;
+    if (std::string sign = Quoting(word); !sign.empty()) return sign;
   }
   return {};
 }
@@ -199,7 +213,7 @@ class ItemCheck {
     if (!item_.Has("Timeout")) return;
     if (!waits)
       Add(Msg::kTimeoutAlone, "Timeout");
-    else if (item_.Number("Timeout") < 1 && item_.Text("Timeout").find_first_of("0123456789") == 0)
+    else if (item_.Number("Timeout") < 1 && IsNumber(item_.Text("Timeout")))
       Add(Msg::kTimeoutEndless, "Timeout", {item_.Text("Timeout")});
     else if (item_.Number("Timeout") > kLongestWait)
       Add(Msg::kTimeoutLong, "Timeout", {item_.Text("Timeout")});

@@ -56,6 +56,8 @@ enum class Msg {
   kNoDriver,
   kNoKeyboard,
   kNoWindow,
+  kLookTwice,
+  kLookLeft,
   // Items
   kLinesNumber,
   kEmptyMenu,
@@ -96,6 +98,7 @@ enum class Msg {
   kMarkup,
   kNoLetter,
   kNoGlyph,
+  kControl,
   kNoLanguage,
   kUntranslated,
   kFewTranslated,

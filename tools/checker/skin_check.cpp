@@ -30,6 +30,8 @@ namespace {
 using Section = SectionFile::Section;
 using Object = Datafile::Object;
 
+constexpr int kLastEffect = 26;  // of a transition
+
 bool IsFontSection(const std::string& section) {
   return section.size() == 5 && Upper(section).starts_with("FONT");
 }
@@ -128,10 +130,14 @@ class SkinCheck {
     if (!CheckNumber(findings_, place, entry.name, value, true)) return;
     const int number = ParsedNumber(value);
     const auto section = "FONT" + value;
+    const bool isEffect = Upper(key.key) == "ANIMATIONTYPE";
+    const int highest = isEffect ? kLastEffect : key.highest;
     if (std::abs(1.0 * number) > kLargestSkinValue)
       findings_.Add(Msg::kLargeNumber, place, {entry.name, value, "absent"});
-    else if (key.highest >= 0 && (number < 0 || number > key.highest))
-      findings_.Add(Msg::kRange, place, {entry.name, value, "0", std::to_string(key.highest)});
+    else if (highest >= 0 && (number < 0 || number > highest))
+      findings_.Add(Msg::kRange, place, {entry.name, value, "0", std::to_string(highest)});
+    else if (Upper(key.key) == "DOTTEDRECT" && number != 0 && number != 1)
+      findings_.Add(Msg::kNoSwitch, place, {entry.name, value});
     else if (kind == SkinKey::kFont && content_.Find(section.c_str()).Heads().empty() &&
              number != 0)
       findings_.Add(Msg::kNoFont, place, {entry.name, value});

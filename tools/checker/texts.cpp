@@ -59,6 +59,8 @@ std::string Utf8(int character) {
   return {bytes, static_cast<std::size_t>(usetc(bytes, character))};
 }
 
+bool IsControl(int character) { return character < ' ' || (0x7F <= character && character < 0xA0); }
+
 // A letter for messages: its number where nothing of it shows.
 std::string Named(int character) {
   constexpr std::pair<int, int> kBlank[] = {{0, ' '},         {0x7F, 0xA0},     {0xAD, 0xAD},
@@ -93,12 +95,16 @@ class Letters {
                         (font == 0 || !skin_->File().Find(section.c_str()).Heads().empty());
     const Font* drawn = isFont ? skin_->fonts[static_cast<std::size_t>(font)].get() : nullptr;
     std::vector<std::string> lost;
+    std::string control;
     ForEachCharacter(text, [&](int character) {
-      if (!isUnicode_ && !IsInEncoding(language, character))
+      if (IsControl(character))
+        control = character == '\t' ? "a tab" : "the control character " + Named(character);
+      else if (!isUnicode_ && !IsInEncoding(language, character))
         lost.push_back(Named(character));
       else if (drawn && character > ' ' && !drawn->Has(character))
         missing_[{font, language.code}].emplace_back(character, place);
     });
+    if (!control.empty()) findings_.Add(Msg::kControl, place, {control});
     if (!lost.empty())
       findings_.Add(Msg::kNoLetter, place, {Listed(lost), language.code, language.encoding});
   }
@@ -304,15 +310,26 @@ void CheckCopied(Findings& findings, const MenuFile& menu, const std::string& la
     findings.Add(Msg::kLeftInEnglish, menu.At(line->entry.line), {line->entry.name});
 }
 
+bool IsTranslated(const MenuSection& section, const std::string& key) {
+  return std::any_of(section.lines.begin(), section.lines.end(), [&key](const MenuLine& line) {
+    return line.key->name == key && IsSuffix(line.language);
+  });
+}
+
 // Reports what one language lacks that is there in English and, next to it, in the language.
 void CheckTranslation(Findings& findings, const MenuFile& menu, const std::string& language) {
   const std::vector<const MenuSection*> titled = TitledItems(menu);
   std::vector<const MenuLine*> found;
   for (const MenuSection* item : titled)
     if (const MenuLine* line = item->Find("Title", language)) found.push_back(line);
+  const MenuSection& general = menu.General();
+  const MenuLine* first = found.empty() ? general.Find("MenuTitle", language) : found.front();
+  const bool areOthers = std::any_of(titled.begin(), titled.end(), [](const MenuSection* item) {
+    return IsTranslated(*item, "Title");
+  });
   // Where most are missing, that is one thing and not many.
-  if (!found.empty() && 2 * found.size() < titled.size()) {
-    findings.Add(Msg::kFewTranslated, menu.At(found.front()->entry.line),
+  if (first && areOthers && 2 * found.size() < titled.size()) {
+    findings.Add(Msg::kFewTranslated, menu.At(first->entry.line),
                  {language, std::to_string(found.size()), std::to_string(titled.size()), "titles"});
     return;
   }
@@ -320,10 +337,13 @@ void CheckTranslation(Findings& findings, const MenuFile& menu, const std::strin
     findings.Add(Msg::kUntranslated, menu.At(section.LineOf(key)),
                  {std::string{key} + '.' + language});
   };
-  for (const MenuSection* item : titled)
-    if (!found.empty() && !item->Find("Title", language) && !HasStrayTitle(*item))
-      add(*item, "Title");
-  const MenuSection& general = menu.General();
+  for (const MenuSection* item : titled) {
+    if (found.empty()) break;
+    if (!item->Find("Title", language) && !HasStrayTitle(*item)) add(*item, "Title");
+    if (item->Has("WaitText") && IsTranslated(*item, "WaitText") &&
+        !item->Find("WaitText", language))
+      add(*item, "WaitText");
+  }
   for (const char* key : {"MenuTitle", "HintTitle", "Heading", "KeyHelp", "HintFile"})
     if (general.Has(key) && general.Text(key) != kNoText && !general.Find(key, language) &&
         !HasStrayTitle(general))
@@ -582,7 +602,7 @@ class HintsCheck {
     int line = 0, first = 0;  // of a list
     for (std::size_t position = 0; position < text.size();) {
       const std::string stored{NextLine(text, position)};
-      const std::string read = Decoded(stored.substr(0, kHintLineBytes), language);
+      std::string read = Decoded(stored.substr(0, kHintLineBytes), language);
       ++line;
       const bool isInList = read.starts_with("- ") || read.starts_with("* ");
       if (isInList && first > 0) findings_.Add(Msg::kHintList, {name, first});
@@ -590,7 +610,10 @@ class HintsCheck {
       if (stored.size() > kHintLineBytes) findings_.Add(Msg::kHintLineLong, {name, line});
       if (const std::string markup = MarkupOfHint(read); !markup.empty())
         findings_.Add(Msg::kMarkup, {name, line}, {markup});
-      if (std::all_of(read.begin(), read.end(), IsAscii)) continue;
+      std::replace(read.begin(), read.end(), '\t', ' ');  // as which it shows
+      if (std::all_of(read.begin(), read.end(),
+                      [](char c) { return IsAscii(c) && !IsControl(c & 0xFF); }))
+        continue;
       // The others are written alike.
       if (const std::string twice = EncodedTwice(read); !twice.empty())
         return findings_.Add(Msg::kEncodedTwice, {name, line}, {twice});
