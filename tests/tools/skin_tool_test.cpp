@@ -180,6 +180,7 @@ TEST_F(SkinToolTest, MistakesAreNamedInTheirPlace) {
     place.Write("mine/skin.ini", text);
     said += "---\n" + Pack("mine", "packed");
   }
+  EXPECT_TRUE(FilesOf("packed").empty());
   place.Write("packed/loose.skin", "[Skin]\nmain_data = ../my.dat\n");
   place.Write("packed/bad.skin", "[Skin]\ncursors = bad.skin\n");
   for (const std::string skin : {"packed", "packed/loose.skin", "packed/bad.skin", "mine/odd.bmp"})

@@ -35,24 +35,31 @@ void WriteNew(const std::string& path, std::span<const char> bytes, Complaints& 
     complaints.Add(path, 0, errno ? std::strerror(errno) : "cannot be written");
 }
 
+bool CopyUnfinished(const std::string& file, const std::string& from, const std::string& to,
+                    Complaints& complaints) {
+  const std::string source = std::filesystem::path{from} / file;
+  const std::string target = std::filesystem::path{to} / file;
+  std::error_code error;
+  if (complaints.HasErrors() || !IsFile(source.c_str())) return false;
+  if (std::filesystem::equivalent(source, target, error)) return false;
+  if (!MakeDirectoryOf(target, complaints)) return false;
+  std::filesystem::copy_file(source, target + kUnfinished,
+                             std::filesystem::copy_options::overwrite_existing, error);
+  if (error) complaints.Add(target, 0, error.message());
+  return true;
+}
+
 void CopyFiles(const std::vector<std::string>& files, const std::string& from,
                const std::string& to, Complaints& complaints) {
   for (const std::string& file : files) {
-    const std::string source = std::filesystem::path{from} / file;
-    const std::string target = std::filesystem::path{to} / file;
-    std::error_code error;
-    if (!IsFile(source.c_str()) || std::filesystem::equivalent(source, target, error)) continue;
-    if (!MakeDirectoryOf(target, complaints)) return;
     // What cannot be read, and a full disk, do not take the file that is there.
+    const std::string target = std::filesystem::path{to} / file;
     const std::string unfinished = target + kUnfinished;
-    error.clear();
-    std::filesystem::copy_file(source, unfinished,
-                               std::filesystem::copy_options::overwrite_existing, error);
-    if (!error) std::filesystem::rename(unfinished, target, error);
-    if (!error) continue;
-    complaints.Add(target, 0, error.message());
+    std::error_code error;
+    if (!CopyUnfinished(file, from, to, complaints)) continue;
+    if (!complaints.HasErrors()) std::filesystem::rename(unfinished, target, error);
+    if (error) complaints.Add(target, 0, error.message());
     std::filesystem::remove(unfinished, error);
-    return;  // where one file cannot be written, no other can
   }
 }
 

@@ -21,6 +21,10 @@ bool MakeDirectoryOf(const std::string& file, Complaints& complaints);
 // Writes a file and, where it is missing, its directory.
 void WriteNew(const std::string& path, std::span<const char> bytes, Complaints& complaints);
 
+// Copies a file below a directory to the same place below another one, but with kUnfinished behind
+// its name. False where there is nothing to copy, or was an error before; a new one is said.
+bool CopyUnfinished(const std::string& file, const std::string& from, const std::string& to,
+                    Complaints& complaints);
 // Copies files below a directory to the same places below another one. Those that are not there are
 // left out.
 void CopyFiles(const std::vector<std::string>& files, const std::string& from,

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <set>
 #include <utility>
 
@@ -12,12 +13,14 @@
 #include "toolkit/draw/color.h"
 #include "toolkit/draw/engine_font.h"
 #include "toolkit/skin/elements.h"
+#include "tools/checker/files.h"
 #include "tools/checker/findings.h"
 #include "tools/checker/skin_check.h"
 #include "tools/skin/datafile_writer.h"
 #include "tools/skin/files.h"
 #include "tools/skin/pictures.h"
 #include "tools/skin/project.h"
+#include "tools/support/input_file.h"
 
 namespace zel {
 namespace {
@@ -65,6 +68,11 @@ class Packer {
   }
 
   std::vector<std::string> Fonts() const { return FontsOf(project_.description); }
+  // The line of the project's text that is that line of the description.
+  Place InProject(int line) const {
+    const auto index = static_cast<std::size_t>(line) - 1;
+    return {file_, index < project_.lines.size() ? project_.lines[index] : 1};
+  }
   const std::string& Name() const { return project_.name; }
 
  private:
@@ -72,8 +80,10 @@ class Packer {
     return FileIn(directory_, picture.file);
   }
 
+  // What is wrong at one scale is not said of those that follow from it.
   void Complain(const ProjectPicture& picture, const std::string& text) {
-    complaints_.Add(file_, picture.line, picture.name + ": " + text);
+    if (scales_.emplace(picture.line, scale_).first->second == scale_)
+      complaints_.Add(file_, picture.line, picture.name + ": " + text);
   }
 
   // Pictures of 8 bits in this palette stay what they are.
@@ -97,6 +107,7 @@ class Packer {
   Bytes MakeDatafile(SkinPart part, int scale) {
     const PictureList& list = project_.List(part, scale);
     if (!list.isThere) return {};
+    scale_ = scale;
     DatafileWriter data{project_.packedFrom > 0 && scale >= project_.packedFrom};
     for (const ProjectPicture& picture : list.pictures) {
       AddTo(data, part, picture);
@@ -110,7 +121,8 @@ class Packer {
 
   void AddTo(DatafileWriter& data, SkinPart part, const ProjectPicture& picture) {
     const std::string path = PathOf(picture), shown = Readable(picture.file);
-    if (!IsFile(path.c_str())) return Complain(picture, "there is no file " + shown);
+    if (const std::string why = WhyNoFile(path); !why.empty())
+      return Complain(picture, IsThere(path) ? shown + ' ' + why : "there is no file " + shown);
     if (picture.name == kPaletteName) {
       SkinPalette palette;
       if (!LoadPalette(path, &palette))
@@ -172,10 +184,12 @@ class Packer {
   Complaints& complaints_;
   Project project_;
   SkinPalette palette_;
+  int scale_ = 1;
+  std::map<int, int> scales_;  // by line of the text: the first with a complaint
 };
 
 // What zel-check says of a skin.
-void CheckPacked(const std::string& skin, Complaints& complaints) {
+void CheckPacked(const std::string& skin, const Packer& packer, Complaints& complaints) {
   constexpr int kDepth = 32;
   set_color_depth(kDepth);
   SetZoom(1);
@@ -186,12 +200,65 @@ void CheckPacked(const std::string& skin, Complaints& complaints) {
   for (const Finding& finding : findings.Finish()) {
     if (finding.id == Msg::kElementMissing) continue;  // which was said of the project
     const std::string text = finding.what + "; " + finding.advice;
+    const Place place =
+        finding.place.file == skin ? packer.InProject(finding.place.line) : finding.place;
     if (MessageOf(finding.id).severity == Severity::kError)
-      complaints.Add(finding.place.file, finding.place.line, text);
+      complaints.Add(place.file, place.line, text);
     else
-      complaints.Warn(finding.place.file, finding.place.line, text);
+      complaints.Warn(place.file, place.line, text);
   }
 }
+
+// Puts files in the places of others: all of them, or none.
+class Exchange {
+ public:
+  // The new files lie beside those, as kUnfinished says; where none does, the old one goes.
+  Exchange(const std::string& directory, const std::vector<std::string>& names,
+           Complaints& complaints)
+      : complaints_{complaints} {
+    for (const std::string& name : names) paths_.push_back(std::filesystem::path{directory} / name);
+  }
+
+  void Run() {
+    for (const std::string& path : paths_) {
+      if (complaints_.HasErrors() || !Rename(path, path + kReplaced) ||
+          !Rename(path + kUnfinished, path))
+        return;
+      ++placed_;
+    }
+  }
+
+  // With errors everything is as it was.
+  void Finish() {
+    std::error_code ignored;
+    for (std::size_t i = 0; i < paths_.size(); ++i) {
+      const std::string& path = paths_[i];
+      if (complaints_.HasErrors()) {
+        if (i < placed_) std::filesystem::remove(path, ignored);
+        Rename(path + kReplaced, path);
+        std::filesystem::remove(path + kUnfinished, ignored);
+      } else {
+        std::filesystem::remove(path + kReplaced, ignored);
+      }
+    }
+  }
+
+ private:
+  static constexpr const char* kReplaced = ".old";
+
+  // Nothing needs to be done where there is no such file.
+  bool Rename(const std::string& from, const std::string& to) {
+    std::error_code error;
+    if (!IsThere(from)) return true;
+    std::filesystem::rename(from, to, error);
+    if (error) complaints_.Add(from, 0, error.message());
+    return !error;
+  }
+
+  Complaints& complaints_;
+  std::vector<std::string> paths_;
+  std::size_t placed_ = 0;
+};
 
 }  // namespace
 
@@ -199,29 +266,23 @@ void PackSkin(const std::string& directory, const std::string& target, Complaint
   Packer packer{directory, complaints};
   if (packer.Name().empty()) return;
   const auto files = packer.Files();
-  const auto isToGo = [&packer](const std::string& name, const Bytes& bytes) {
-    return bytes.empty() && name != packer.Name();
-  };
   if (complaints.HasErrors()) return;
   packer.WarnOfMissing();
-  // All or nothing: a full disk does not take the skin that is there.
-  std::error_code error;
-  for (const auto& [name, bytes] : files)
-    if (!isToGo(name, bytes) && !complaints.HasErrors())
+  // A full disk does not take the skin that is there, and neither does what only shows in the whole
+  // skin.
+  std::vector<std::string> names;
+  for (const auto& [name, bytes] : files) {
+    names.push_back(name);
+    if ((!bytes.empty() || name == packer.Name()) && !complaints.HasErrors())
       WriteNew(std::filesystem::path{target} / (name + kUnfinished),
                {reinterpret_cast<const char*>(bytes.data()), bytes.size()}, complaints);
-  if (!complaints.HasErrors()) CopyFiles(packer.Fonts(), directory, target, complaints);
-  for (const auto& [name, bytes] : files) {
-    const std::filesystem::path path = std::filesystem::path{target} / name;
-    const std::filesystem::path unfinished = path.string() + kUnfinished;
-    if (complaints.HasErrors())
-      std::filesystem::remove(unfinished, error);
-    else if (isToGo(name, bytes))
-      std::filesystem::remove(path, error);
-    else if (std::filesystem::rename(unfinished, path, error); error)
-      complaints.Add(path, 0, error.message());
   }
-  if (!complaints.HasErrors()) CheckPacked(target + '/' + packer.Name(), complaints);
+  for (const std::string& font : packer.Fonts())
+    if (CopyUnfinished(font, directory, target, complaints)) names.push_back(font);
+  Exchange exchange{target, names, complaints};
+  exchange.Run();
+  if (!complaints.HasErrors()) CheckPacked(target + '/' + packer.Name(), packer, complaints);
+  exchange.Finish();
 }
 
 }  // namespace zel

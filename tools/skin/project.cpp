@@ -15,6 +15,7 @@
 #include "toolkit/base/text.h"
 #include "toolkit/draw/cursor.h"
 #include "toolkit/skin/elements.h"
+#include "tools/checker/files.h"
 #include "tools/checker/findings.h"
 #include "tools/checker/lines.h"
 #include "tools/checker/nearest.h"
@@ -94,7 +95,7 @@ class Reader {
       return {};
     }
     content_ = SectionFile::FromUtf8(text);
-    project_.description = WithoutProject(text);
+    project_.description = WithoutProject(text, &project_.lines);
     if (!DescribesSkin(project_.description))
       complaints_.Add(file_, 1, "holds no description of a skin");
     if (project_.description.size() > kLongestConfigFile)
@@ -195,12 +196,26 @@ class Reader {
       else if (!isNew)
         complaints_.Add(file_, entry.line,
                         shown + " stands in line " + std::to_string(before->second) + " already");
+      else if (const std::string words = WordsBehindFile(picture, entry.value); !words.empty())
+        complaints_.Add(file_, entry.line,
+                        shown + ": " + Readable(words) + " behind the file; write " +
+                            std::to_string(kind.numbers.size()) + " whole numbers at most");
       else if (picture.file.empty())
         complaints_.Add(file_, entry.line,
                         shown + ": names no picture; write a file behind \"=\", and its numbers");
       else
         list.pictures.push_back(std::move(picture));
     }
+  }
+
+  // What stands behind the name of a file that is there, where it is not what can be read.
+  std::string WordsBehindFile(const ProjectPicture& picture, const std::string& value) const {
+    constexpr const char* kBetween = " \t,";
+    if (IsThere(FileIn(directory_, picture.file))) return {};
+    for (std::size_t at = 0; (at = value.find_first_of(kBetween, at + 1)) != std::string::npos;)
+      if (IsFile(FileIn(directory_, value.substr(0, at)).c_str()))
+        return value.substr(std::min(value.find_first_not_of(kBetween, at), value.size()));
+    return {};
   }
 
   void Derive(SkinPart part, int scale) {
@@ -216,7 +231,8 @@ class Reader {
                     [](const ProjectPicture& some) { return some.name != kPaletteName; });
     if (!list.isThere) return;
     for (const ProjectPicture& wanted : first.pictures)
-      if (std::none_of(list.pictures.begin(), list.pictures.end(),
+      if (IsFile(FileIn(directory_, wanted.file).c_str()) &&
+          std::none_of(list.pictures.begin(), list.pictures.end(),
                        [&](const ProjectPicture& some) { return some.name == wanted.name; }))
         complaints_.Warn(file_, wanted.line,
                          Readable(wanted.name) + ": there is no " +
@@ -289,7 +305,8 @@ const PartKind& KindOf(SkinPart part) {
   return kKinds[part];
 }
 
-std::string WithoutProject(const std::string& text) {
+std::string WithoutProject(const std::string& text, std::vector<int>* lines) {
+  std::vector<int> numbers;
   std::map<int, bool> heads;  // by line: whether what begins there goes
   const SectionFile content = SectionFile::FromUtf8(text);
   for (const SectionFile::Section& section : content.Sections())
@@ -302,11 +319,17 @@ std::string WithoutProject(const std::string& text) {
     NextLine(text, position);
     if (const auto head = heads.find(++number); head != heads.end()) {
       // With the blank line that sets it off.
-      if (head->second && !goes && (kept.ends_with("\n\n") || kept == "\n")) kept.pop_back();
+      if (head->second && !goes && (kept.ends_with("\n\n") || kept == "\n")) {
+        kept.pop_back();
+        numbers.pop_back();
+      }
       goes = head->second;
     }
-    if (!goes) kept.append(text, start, position - start);
+    if (goes) continue;
+    kept.append(text, start, position - start);
+    numbers.push_back(number);
   }
+  if (lines) *lines = std::move(numbers);
   return kept;
 }
 

@@ -56,16 +56,17 @@ struct PictureList {
 // where pictures at that scale are not simply those of the same names at the same places.
 struct Project {
   std::string description;
-  std::string name;    // of the description's file
-  int packedFrom = 0;  // datafiles of that scale on are packed; 0: none
+  std::vector<int> lines;  // those of the description, by their numbers in the project's text
+  std::string name;        // of the description's file
+  int packedFrom = 0;      // datafiles of that scale on are packed; 0: none
   std::array<std::array<PictureList, kSkinScales>, kSkinPartCount> lists;
 
   PictureList& List(SkinPart part, int scale) { return lists[part][scale - 1]; }
   const PictureList& List(SkinPart part, int scale) const { return lists[part][scale - 1]; }
 };
 
-// The description without sections that are about a project.
-std::string WithoutProject(const std::string& text);
+// The description without sections that are about a project. `lines` is as in Project.
+std::string WithoutProject(const std::string& text, std::vector<int>* lines = nullptr);
 
 // The pictures of a list at another scale, in the files of that scale where `isThere` says so of
 // them. A palette that has none is that of the first scale.
