@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "imageformats/register.h"
+#include "toolkit/base/bytes.h"
 #include "toolkit/base/graphics_mode.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/core/dialog.h"
@@ -75,10 +76,16 @@ bool WritePng(const char* path, BITMAP* bitmap, Size size, png_uint_32 format) {
   image.width = static_cast<png_uint_32>(size.w);
   image.height = static_cast<png_uint_32>(size.h);
   // The library's own way to a file deletes one that it cannot write, a device, too.
+  errno = 0;
   std::FILE* file = std::fopen(path, "wb");
   if (!file) return false;
   const bool isWritten = png_image_write_to_stdio(&image, file, 0, pixels.data(), 0, nullptr) != 0;
-  return std::fclose(file) == 0 && isWritten;
+  if (std::fclose(file) == 0 && isWritten) return true;
+  // A part of it would be taken for the picture.
+  const int error = errno;
+  if (IsFile(path)) std::remove(path);
+  errno = error;
+  return false;
 }
 
 }  // namespace

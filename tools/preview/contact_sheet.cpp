@@ -160,8 +160,10 @@ int MakeContactSheet(const Scene& scene, const std::filesystem::path& directory)
   if (!survey.complaint.empty()) kPreview.Reject(survey.complaint);
   const std::vector<Picture> pictures = PicturesOf(survey, scene);
   const bool isWell = MakePictures(pictures, survey, scene, directory);
-  if (!WritePage(pictures, survey, directory))
+  if (!WritePage(pictures, survey, directory)) {
+    std::filesystem::remove(directory / "index.html", error);
     kPreview.Reject("--all " + directory.string() + ": index.html cannot be written");
+  }
   return isWell ? EXIT_SUCCESS : kFailedStatus;
 }
 

@@ -2,8 +2,10 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 
 #include "tools/preview/options.h"
@@ -33,7 +35,8 @@ void MakePicture(const Scene& scene, Scratch& scratch, const std::filesystem::pa
   if (!complaint.empty()) Complain(scratch, complaint);
   const auto finish = [&] {
     if (!SavePng(png.c_str(), rehearsal.Frame()))
-      Complain(scratch, "--png " + png.string() + ": cannot be written");
+      Complain(scratch, "--png " + png.string() + ": " +
+                            (errno ? strerrordesc_np(errno) : "cannot be written"));
     End(scratch, EXIT_SUCCESS);
   };
   rehearsal.Run([&finish](bool isReady) {

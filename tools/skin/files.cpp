@@ -8,6 +8,11 @@
 #include "toolkit/base/bytes.h"
 
 namespace zel {
+namespace {
+
+constexpr std::size_t kLargestCopy = std::size_t{256} << 20;
+
+}  // namespace
 
 bool MakeEmptyDirectory(const std::string& directory, Complaints& complaints) {
   std::error_code error;
@@ -20,6 +25,14 @@ bool MakeEmptyDirectory(const std::string& directory, Complaints& complaints) {
   return !error;
 }
 
+void EmptyDirectory(const std::string& directory) {
+  std::error_code ignored;
+  for (const auto& entry : std::filesystem::directory_iterator{directory, ignored})
+    std::filesystem::remove_all(entry.path(), ignored);
+}
+
+std::string WhyNotWritten() { return errno ? std::strerror(errno) : "cannot be written"; }
+
 bool MakeDirectoryOf(const std::string& file, Complaints& complaints) {
   std::error_code error;
   const std::filesystem::path directory = std::filesystem::path{file}.parent_path();
@@ -31,8 +44,7 @@ bool MakeDirectoryOf(const std::string& file, Complaints& complaints) {
 void WriteNew(const std::string& path, std::span<const char> bytes, Complaints& complaints) {
   if (!MakeDirectoryOf(path, complaints)) return;
   errno = 0;
-  if (!WriteBytes(path.c_str(), bytes))
-    complaints.Add(path, 0, errno ? std::strerror(errno) : "cannot be written");
+  if (!WriteBytes(path.c_str(), bytes)) complaints.Add(path, 0, WhyNotWritten());
 }
 
 bool CopyUnfinished(const std::string& file, const std::string& from, const std::string& to,
@@ -42,10 +54,12 @@ bool CopyUnfinished(const std::string& file, const std::string& from, const std:
   std::error_code error;
   if (complaints.HasErrors() || !IsFile(source.c_str())) return false;
   if (std::filesystem::equivalent(source, target, error)) return false;
-  if (!MakeDirectoryOf(target, complaints)) return false;
-  std::filesystem::copy_file(source, target + kUnfinished,
-                             std::filesystem::copy_options::overwrite_existing, error);
-  if (error) complaints.Add(target, 0, error.message());
+  const Bytes bytes = ReadBytes(source.c_str(), kLargestCopy);
+  if (bytes.empty())
+    complaints.Add(source, 0, "is empty, larger than 256 MB or cannot be read");
+  else
+    WriteNew(target + kUnfinished, {reinterpret_cast<const char*>(bytes.data()), bytes.size()},
+             complaints);
   return true;
 }
 

@@ -15,6 +15,12 @@ inline constexpr const char* kUnfinished = ".new";
 // Makes a directory, or takes one that is empty. False for anything else, which is said.
 bool MakeEmptyDirectory(const std::string& directory, Complaints& complaints);
 
+// Removes what is in a directory that was empty.
+void EmptyDirectory(const std::string& directory);
+
+// What the system says of a file that was not written.
+std::string WhyNotWritten();
+
 // Makes the directory that a file belongs into; false when that fails, which is said.
 bool MakeDirectoryOf(const std::string& file, Complaints& complaints);
 
@@ -25,6 +31,7 @@ void WriteNew(const std::string& path, std::span<const char> bytes, Complaints& 
 // its name. False where there is nothing to copy, or was an error before; a new one is said.
 bool CopyUnfinished(const std::string& file, const std::string& from, const std::string& to,
                     Complaints& complaints);
+
 // Copies files below a directory to the same places below another one. Those that are not there are
 // left out.
 void CopyFiles(const std::vector<std::string>& files, const std::string& from,

@@ -67,6 +67,7 @@ class Maker {
     DrawPointers(look);
     SaveProject(look);
     if (!complaints_.HasErrors()) PackSkin(directory_, directory_, complaints_);
+    if (complaints_.HasErrors()) EmptyDirectory(directory_);
   }
 
  private:
@@ -155,7 +156,7 @@ class Maker {
         const std::string path = directory_ + '/' + AtScale(file, scale);
         if (scale == 1) Count(picture.get());
         if (MakeDirectoryOf(path, complaints_) && !SavePicture(path, picture.get(), {}))
-          complaints_.Add(path, 0, "cannot be written");
+          complaints_.Add(path, 0, WhyNotWritten());
       }
     }
   }
@@ -236,7 +237,7 @@ class Maker {
     const std::string palette = std::string{KindOf(kElementPart).directory} + "/palette.bmp";
     if (complaints_.HasErrors()) return;
     if (!SavePalette(directory_ + '/' + palette, MakePalette(look)))
-      complaints_.Add(directory_ + '/' + palette, 0, "cannot be written");
+      complaints_.Add(directory_ + '/' + palette, 0, WhyNotWritten());
     if (complaints_.HasErrors()) return;
     project_.List(kElementPart, 1).pictures.push_back({kPaletteName, palette, {}});
     std::string name = DirectoryName(directory_);

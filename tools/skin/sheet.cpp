@@ -306,8 +306,7 @@ void DrawSkinSheet(const std::string& skin, const std::string& png, Complaints& 
   const std::string complaint = Offscreen::LoadSkin(skin.c_str());
   if (!complaint.empty()) return complaints.Add(skin, 0, complaint.substr(skin.size() + 2));
   const SkinBitmap sheet = SkinSheet{*CurrentSkin()}.Draw();
-  if (!SavePng(png.c_str(), sheet.GetBitmap()))
-    complaints.Add("--png " + png, 0, "cannot be written");
+  if (!SavePng(png.c_str(), sheet.GetBitmap())) complaints.Add("--png " + png, 0, WhyNotWritten());
 }
 
 }  // namespace zel

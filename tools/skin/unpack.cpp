@@ -96,19 +96,24 @@ class Unpacker {
     for (const SkinPart part : {kElementPart, kPointerPart})
       if (!ReadData(part)) return;
     if (!MakeEmptyDirectory(directory_, complaints_)) return;
+    Write();
+    if (complaints_.HasErrors()) EmptyDirectory(directory_);
+  }
+
+ private:
+  void Write() {
     for (const auto& [path, picture] : pictures_)
       if (MakeDirectoryOf(path, complaints_) && !SavePicture(path, picture.get(), palette_))
-        return complaints_.Add(path, 0, "cannot be written");
+        return complaints_.Add(path, 0, WhyNotWritten());
     for (const auto& [path, palette] : palettes_)
       if (MakeDirectoryOf(path, complaints_) && !SavePalette(path, palette))
-        return complaints_.Add(path, 0, "cannot be written");
+        return complaints_.Add(path, 0, WhyNotWritten());
     const std::string from = std::filesystem::path{skin_}.parent_path();
     CopyFiles(FontsOf(project_.description), from.empty() ? "." : from, directory_, complaints_);
     if (!complaints_.HasErrors())
       WriteNew(directory_ + '/' + kProjectFile, ProjectText(project_), complaints_);
   }
 
- private:
   int LineOf(const char* key) const {
     const SectionFile file = SectionFile::FromUtf8(project_.description);
     const SectionFile::Entry* entry = file.Find("Skin").Find(key);
