@@ -109,9 +109,9 @@ class MenuScreenTest : public LauncherFixture {
         _handle_key_release(keys.at(word.substr(1)));
       else
         screen_->HandleKey(0, keys.at(word));
-    return std::to_string(screen_->Config().Depth()) + '/' +
-           std::to_string(screen_->List().GetCurrent()) + '/' +
-           std::to_string(launcherState.exitCode) + (screen_->IsClosed() ? " closed" : "");
+    return "level " + std::to_string(screen_->Config().Depth()) + ", entry " +
+           std::to_string(screen_->List().GetCurrent()) + ", code " +
+           std::to_string(launcherState.exitCode) + (screen_->IsClosed() ? ", closed" : "");
   }
   // With the left mouse button, so many pixels below the beginning of the list.
   void Press(int below) {
@@ -192,58 +192,73 @@ TEST_F(MenuScreenTest, LooksAsTheFilesSayAndAllOfItIsZoomed) {
 
 TEST_F(MenuScreenTest, KeysGoOnFromTheLastPositionAsFarAsItFits) {
   const std::pair<const char*, const char*> rows[] = {
-      {"0", "1/0/0"},       {"2,1", "2/1/21"},    {"2,2,5", "3/5/15"},    {"2,2,3,1", "4/1/21"},
-      {"99", "1/5/0"},      {"2,99,1", "2/2/22"}, {"1,3", "1/1/11"},      {"4,1", "2/1/21"},
-      {"-7", "1/1/11"},     {"2,-1", "2/0/0"},    {"2,2,2", "3/2/11"},    {"1 down", "1/2/12"},
-      {"2 enter", "2/0/0"}, {"2,2 pad", "3/0/0"}, {"2,0 space", "1/2/12"}};
+      {"0", "level 1, entry 0, code 0"},         {"2,1", "level 2, entry 1, code 21"},
+      {"2,2,5", "level 3, entry 5, code 15"},    {"2,2,3,1", "level 4, entry 1, code 21"},
+      {"99", "level 1, entry 5, code 0"},        {"2,99,1", "level 2, entry 2, code 22"},
+      {"1,3", "level 1, entry 1, code 11"},      {"4,1", "level 2, entry 1, code 21"},
+      {"-7", "level 1, entry 1, code 11"},       {"2,-1", "level 2, entry 0, code 0"},
+      {"2,2,2", "level 3, entry 2, code 11"},    {"1 down", "level 1, entry 2, code 12"},
+      {"2 enter", "level 2, entry 0, code 0"},   {"2,2 pad", "level 3, entry 0, code 0"},
+      {"2,0 space", "level 1, entry 2, code 12"}};
   for (const auto& [script, where] : rows) EXPECT_EQ(Play(script), where) << script;
-  EXPECT_EQ(Play("2 enter home enter down enter"), "1/4/15");
-  EXPECT_EQ(Play("2 @27 @27 down"), "2/1/21") << "what the mouse has opened is settled";
-  EXPECT_EQ(Play("1 close"), "1/1/11") << "only a choice closes it";
-  EXPECT_EQ(Play("1 +enter -enter +down tick"), "1/2/11 closed") << "what follows it is nothing";
+  EXPECT_EQ(Play("2 enter home enter down enter"), "level 1, entry 4, code 15");
+  EXPECT_EQ(Play("2 @27 @27 down"), "level 2, entry 1, code 21")
+      << "what the mouse has opened is settled";
+  EXPECT_EQ(Play("1 close"), "level 1, entry 1, code 11") << "only a choice closes it";
+  EXPECT_EQ(Play("1 +enter -enter +down tick"), "level 1, entry 2, code 11, closed")
+      << "what follows it is nothing";
   EXPECT_EQ(ReadFile("output.txt"), "first\n");
   Play("2,0");
   WriteFile("menu.cfg", kMain + "[LINE3]\nSeparator=1\n");
-  EXPECT_EQ(Play("enter"), "1/2/12") << "going back to a separator does not choose it";
+  EXPECT_EQ(Play("enter"), "level 1, entry 2, code 12")
+      << "going back to a separator does not choose it";
   settings.typeAhead = true;
   launcherState.exitCode = 0;
   WriteFile("menu.cfg", "[MENU_CONFIGURATION]\nDefault=1\nDefaultTimeout=1\n");
-  EXPECT_EQ(Play("1,1 'a1 down pad enter space home @3 click second tick"), "1/-1/0");
+  EXPECT_EQ(Play("1,1 'a1 down pad enter space home @3 click second tick"),
+            "level 1, entry -1, code 0");
 }
 
 TEST_F(MenuScreenTest, KeysAndPressesPassOverSeparatorsAndDoNotTakeThoseAtAnEnd) {
   const std::pair<const char*, const char*> rows[] = {
-      {"2 down", "1/4/15"},        {"4 up", "1/2/12"},    {"1 up", "1/0/11"},
-      {"2 home", "1/0/12"},        {"2 @15", "1/1/11"},   {"2 @3", "1/2/12"},
-      {"2 @27", "1/2/12"},         {"2,1 @40", "2/1/21"}, {"1 escape down", "1/2/12"},
-      {"1 tab tab down", "1/2/12"}};
+      {"2 down", "level 1, entry 4, code 15"},
+      {"4 up", "level 1, entry 2, code 12"},
+      {"1 up", "level 1, entry 0, code 11"},
+      {"2 home", "level 1, entry 0, code 12"},
+      {"2 @15", "level 1, entry 1, code 11"},
+      {"2 @3", "level 1, entry 2, code 12"},
+      {"2 @27", "level 1, entry 2, code 12"},
+      {"2,1 @40", "level 2, entry 1, code 21"},
+      {"1 escape down", "level 1, entry 2, code 12"},
+      {"1 tab tab down", "level 1, entry 2, code 12"}};
   for (const auto& [script, where] : rows) EXPECT_EQ(Play(script), where) << script;
-  EXPECT_EQ(Play("1 escape down tab down"), "1/2/12") << "the hint has the focus";
+  EXPECT_EQ(Play("1 escape down tab down"), "level 1, entry 2, code 12")
+      << "the hint has the focus";
 }
 
 TEST_F(MenuScreenTest, AKeyChoosesOnceUpToItsReleaseAndNotAtAllFromBeforeTheMenu) {
   const std::pair<const char*, const char*> rows[] = {
-      {"2 second +space tick space space", "2/0/0"},
-      {"2 second +space tick enter space", "1/2/12"},
-      {"2 second +space tick late tick", "2/0/0"},
-      {"2 second +space tick late tick space", "1/2/12"},
-      {"2 second +enter -enter +enter +enter tick", "1/2/12"},
-      {"2 second +enter tick -enter +enter +enter +enter -enter tick", "1/2/12"},
-      {"2 +enter tick +enter tick +enter tick -enter tick", "1/2/12"},
-      {"2 +enter tick +enter tick +enter tick +enter -enter tick", "1/2/12"},
-      {"2 +space again +space tick -space tick", "1/2/12"},
-      {"2 +enter -enter tick", "2/0/0"},
-      {"2 almost +enter tick", "1/2/12"},
-      {"2 +enter tick -enter tick", "2/0/0"},
-      {"2 +enter tick +down tick -enter tick", "1/4/15"},
-      {"1 +enter tick @27 -enter tick", "1/2/12"},
-      {"1 +enter tick @27 +enter tick -enter tick", "1/2/12"},
-      {"2 early tick", "1/2/12"},
-      {"2 second back +enter tick -enter tick", "2/0/0"},
-      {"2 second back second second +enter tick", "2/0/0"},
-      {"2 second back +enter tick +enter tick -enter tick", "1/2/12"},
-      {"4 second +enter -enter tick up back +enter tick", "1/2/12"},
-      {"2 +enter tick +enter tick -enter tick +enter -enter tick", "2/0/0"}};
+      {"2 second +space tick space space", "level 2, entry 0, code 0"},
+      {"2 second +space tick enter space", "level 1, entry 2, code 12"},
+      {"2 second +space tick late tick", "level 2, entry 0, code 0"},
+      {"2 second +space tick late tick space", "level 1, entry 2, code 12"},
+      {"2 second +enter -enter +enter +enter tick", "level 1, entry 2, code 12"},
+      {"2 second +enter tick -enter +enter +enter +enter -enter tick", "level 1, entry 2, code 12"},
+      {"2 +enter tick +enter tick +enter tick -enter tick", "level 1, entry 2, code 12"},
+      {"2 +enter tick +enter tick +enter tick +enter -enter tick", "level 1, entry 2, code 12"},
+      {"2 +space again +space tick -space tick", "level 1, entry 2, code 12"},
+      {"2 +enter -enter tick", "level 2, entry 0, code 0"},
+      {"2 almost +enter tick", "level 1, entry 2, code 12"},
+      {"2 +enter tick -enter tick", "level 2, entry 0, code 0"},
+      {"2 +enter tick +down tick -enter tick", "level 1, entry 4, code 15"},
+      {"1 +enter tick @27 -enter tick", "level 1, entry 2, code 12"},
+      {"1 +enter tick @27 +enter tick -enter tick", "level 1, entry 2, code 12"},
+      {"2 early tick", "level 1, entry 2, code 12"},
+      {"2 second back +enter tick -enter tick", "level 2, entry 0, code 0"},
+      {"2 second back second second +enter tick", "level 2, entry 0, code 0"},
+      {"2 second back +enter tick +enter tick -enter tick", "level 1, entry 2, code 12"},
+      {"4 second +enter -enter tick up back +enter tick", "level 1, entry 2, code 12"},
+      {"2 +enter tick +enter tick -enter tick +enter -enter tick", "level 2, entry 0, code 0"}};
   for (const auto& [script, where] : rows) EXPECT_EQ(Play(script), where) << script;
 }
 
@@ -256,7 +271,7 @@ TEST_F(MenuScreenTest, LettersAndNumbersGoToEntriesAndF1ExplainsWhereTheSettings
             title + "\n";
   WriteFile("menu.cfg", menu + "Submenu=inner.cfg\n");
   Play("0");
-  EXPECT_EQ(Play("'b f1"), "1/0/0");
+  EXPECT_EQ(Play("'b f1"), "level 1, entry 0, code 0");
   settings.typeAhead = settings.help = true;
   const std::pair<const char*, int> rows[] = {
       {"0 'a", 2},         {"0 'aa", 0},        {"0 'aL", 2},          {"0 'alp", 0},
@@ -266,38 +281,41 @@ TEST_F(MenuScreenTest, LettersAndNumbersGoToEntriesAndF1ExplainsWhereTheSettings
       {"0 'b3", 3},        {"3 '9", 9},         {"0 'a second 'l", 2}, {"0 'a second tick 'l", 12},
       {"4 help enter", 4}, {"0 'a down 'l", 12}};
   for (const auto& [script, index] : rows)
-    EXPECT_EQ(Play(script), "1/" + std::to_string(index) + "/0") << script;
-  EXPECT_EQ(Play("12,2 '0"), "2/0/0");
-  EXPECT_EQ(Play("12,2 'bac"), "2/0/0");
+    EXPECT_EQ(Play(script), "level 1, entry " + std::to_string(index) + ", code 0") << script;
+  EXPECT_EQ(Play("12,2 '0"), "level 2, entry 0, code 0");
+  EXPECT_EQ(Play("12,2 'bac"), "level 2, entry 0, code 0");
 }
 
 TEST_F(MenuScreenTest, ADefaultIsChosenByItselfWhereNobodyIsThere) {
   const std::string seconds = "second second second tick";
   const std::tuple<std::string, const char*, std::string, const char*> rows[] = {
-      {"6\nDefaultTimeout=3", "", "second second", "1/1/11"},
-      {"6\nDefaultTimeout=3", "", seconds, "1/5/0 closed"},
-      {"6\nDefaultTimeout=3", "", "move " + seconds, "1/1/11"},
-      {"6\nDefaultTimeout=3", "", "ring move " + seconds, "1/5/0 closed"},  // the mouse is new
-      {"6\nDefaultTimeout=3", "", "ring move move " + seconds, "1/1/11"},
-      {"6\nDefaultTimeout=3", "", "@27 " + seconds, "1/2/12"},
-      {"6\nDefaultTimeout=3", "", "tab " + seconds, "1/1/11"},
-      {"6\nDefaultTimeout=3", "", "down " + seconds, "1/2/12"},
-      {"6\nDefaultTimeout=3", "", "click " + seconds, "1/1/11"},
-      {"6\nDefaultTimeout=3", "", "wheel " + seconds, "1/1/11"},
-      {"6\nDefaultTimeout=3", "", "+f1 -f1 " + seconds, "1/1/11"},
-      {"6\nDefaultTimeout=3", "", "+f1 -f1 tick again " + seconds, "1/5/0 closed"},
-      {"6\nDefaultTimeout=3", "0", seconds, "1/0/0"},
-      {"6\nDefaultTimeout=3\nDefaultAfterReturn=1", "2", seconds, "1/5/0 closed"},
-      {"3\nDefaultTimeout=1", "", seconds, "2/0/0"},
-      {"1\nDefaultTimeout=1", "", seconds, "1/1/11"},
+      {"6\nDefaultTimeout=3", "", "second second", "level 1, entry 1, code 11"},
+      {"6\nDefaultTimeout=3", "", seconds, "level 1, entry 5, code 0, closed"},
+      {"6\nDefaultTimeout=3", "", "move " + seconds, "level 1, entry 1, code 11"},
+      {"6\nDefaultTimeout=3", "", "ring move " + seconds,
+       "level 1, entry 5, code 0, closed"},  // the mouse is new
+      {"6\nDefaultTimeout=3", "", "ring move move " + seconds, "level 1, entry 1, code 11"},
+      {"6\nDefaultTimeout=3", "", "@27 " + seconds, "level 1, entry 2, code 12"},
+      {"6\nDefaultTimeout=3", "", "tab " + seconds, "level 1, entry 1, code 11"},
+      {"6\nDefaultTimeout=3", "", "down " + seconds, "level 1, entry 2, code 12"},
+      {"6\nDefaultTimeout=3", "", "click " + seconds, "level 1, entry 1, code 11"},
+      {"6\nDefaultTimeout=3", "", "wheel " + seconds, "level 1, entry 1, code 11"},
+      {"6\nDefaultTimeout=3", "", "+f1 -f1 " + seconds, "level 1, entry 1, code 11"},
+      {"6\nDefaultTimeout=3", "", "+f1 -f1 tick again " + seconds,
+       "level 1, entry 5, code 0, closed"},
+      {"6\nDefaultTimeout=3", "0", seconds, "level 1, entry 0, code 0"},
+      {"6\nDefaultTimeout=3\nDefaultAfterReturn=1", "2", seconds,
+       "level 1, entry 5, code 0, closed"},
+      {"3\nDefaultTimeout=1", "", seconds, "level 2, entry 0, code 0"},
+      {"1\nDefaultTimeout=1", "", seconds, "level 1, entry 1, code 11"},
       {"1\nDefaultTimeout=1\n[LINE1]\nTitle=Top\nExCode=10\nSeparator=0", "", seconds,
-       "1/0/10 closed"},
-      {"5\nDefaultTimeout=1", "", seconds, "1/1/11"},
-      {"9\nDefaultTimeout=1", "", seconds, "1/1/11"},
-      {"0\nDefaultTimeout=1", "2,0", seconds, "2/0/0"},
-      {"6\nDefaultTimeout=-1", "", seconds, "1/1/11"},
-      {"6\nDefaultTimeout=4294967297", "", seconds, "1/1/11"},
-      {"6", "", seconds, "1/1/11"}};
+       "level 1, entry 0, code 10, closed"},
+      {"5\nDefaultTimeout=1", "", seconds, "level 1, entry 1, code 11"},
+      {"9\nDefaultTimeout=1", "", seconds, "level 1, entry 1, code 11"},
+      {"0\nDefaultTimeout=1", "2,0", seconds, "level 2, entry 0, code 0"},
+      {"6\nDefaultTimeout=-1", "", seconds, "level 1, entry 1, code 11"},
+      {"6\nDefaultTimeout=4294967297", "", seconds, "level 1, entry 1, code 11"},
+      {"6", "", seconds, "level 1, entry 1, code 11"}};
   WriteFile("gpm.pid", "");
   for (const auto& [keys, position, script, where] : rows) {
     const std::string named = "[MENU_CONFIGURATION]\nDefault=" + keys + "\n";
@@ -343,7 +361,7 @@ TEST_F(MenuScreenTest, LooksAndSizesChangeAtOnceEverywhereAndAreKept) {
   settings.help = true;
   Play("5 ring");
   const int first = screen_->List().GetFirst();
-  EXPECT_EQ(Play("f4"), "1/5/0") << "there is no room for more";
+  EXPECT_EQ(Play("f4"), "level 1, entry 5, code 0") << "there is no room for more";
   EXPECT_FALSE(std::filesystem::exists("menulook.txt"));
   ExpectShown("menu_screen_in_blue", "f2");
   EXPECT_EQ(ReadFile("menulook.txt"), "[Look]\ncommandLine =  \nskin = blue.skin\nzoom = auto\n");
@@ -359,7 +377,7 @@ TEST_F(MenuScreenTest, LooksAndSizesChangeAtOnceEverywhereAndAreKept) {
     for (int i = 0; slept == 4 && i < timers_.Count(); ++i) timers_.Tick(i);  // is the file there?
     timers_.Tick(1);
   };
-  EXPECT_EQ(Play("enter"), "1/5/0");
+  EXPECT_EQ(Play("enter"), "level 1, entry 5, code 0");
   EXPECT_EQ(screen_->List().GetFirst(), first);
   timers_.onSleep = [&] {
     if (++slept == 7) press(KEY_F4);
@@ -457,13 +475,13 @@ TEST_F(MenuScreenTest, AClickBringsTheFocusAndTheWheelMovesWhatIsUnderThePointer
             "0\nHintWidth=90\n"
             "HintHeight=60\n" +
                 kMain);
-  EXPECT_EQ(Play("1 @27 down"), "1/4/15");
+  EXPECT_EQ(Play("1 @27 down"), "level 1, entry 4, code 15");
   Play("1 @27");
   const int before = screen_->List().GetFirst();
   Play("wheel");
   EXPECT_GT(screen_->List().GetFirst(), before);
   PutMouse({140, 30});
-  EXPECT_EQ(Play("click down"), "1/2/12") << "the hint has the focus";
+  EXPECT_EQ(Play("click down"), "level 1, entry 2, code 12") << "the hint has the focus";
 }
 
 TEST_F(MenuScreenTest, APaletteIsAnotherOneForThePictureWhenTheLookChanges) {

@@ -13,6 +13,20 @@
 
 namespace zel {
 
+// "exit dirty" for the flags of a widget; "bit16" for one that means something in its kind only.
+inline std::string FlagNames(std::uint32_t flags) {
+  static constexpr const char* kNames[] = {
+      "exit",      "selected", "focus",   "mouse",       "hidden",       "disabled",
+      "dirty",     "bit7",     "moved",   "resized",     "skin changed", "starts to move",
+      "container", "window",   "pressed", "sizes itself"};
+  std::string names;
+  for (std::size_t bit = 0; bit < 32; ++bit)
+    if (flags >> bit & 1)
+      names += (names.empty() ? "" : ", ") +
+               (bit < std::size(kNames) ? kNames[bit] : "bit" + std::to_string(bit));
+  return names.empty() ? "none" : names;
+}
+
 // Paints its area in one colour and counts how often.
 class Patch : public Widget {
  public:

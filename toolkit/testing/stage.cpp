@@ -1,5 +1,6 @@
 #include "toolkit/testing/stage.h"
 
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -22,6 +23,11 @@ constexpr const char* kMessages[] = {
 
 }  // namespace
 
+std::string MessageName(int msg) {
+  const bool isKnown = msg >= 0 && msg < static_cast<int>(std::size(kMessages)) && *kMessages[msg];
+  return isKnown ? kMessages[msg] : std::to_string(msg);
+}
+
 void Recorder::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
   const bool isOfInterest = !onlyOfChildren || sender->GetParent() == this;
   if (isOfInterest && watched.count(msg)) Note(sender, msg, arg1);
@@ -42,7 +48,7 @@ std::string Recorder::NameOf(const Widget* widget) const {
 
 void Recorder::Note(const Widget* sender, int msg, EventArg arg) {
   const std::string name = NameOf(sender);
-  std::string message = (name.empty() ? "" : ": ") + std::string{kMessages[msg]};
+  std::string message = (name.empty() ? "" : ": ") + MessageName(msg);
   if (msg == MSG_SCROLL || (msg == MSG_ACTIVATE && arg != 0)) message += ' ' + std::to_string(arg);
   if (std::exchange(last_, message) == message && !name.empty())
     log_.insert(log_.size() - message.size(), ", " + name);

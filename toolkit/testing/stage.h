@@ -15,6 +15,9 @@
 
 namespace zel {
 
+// "GotMouse" for MSG_GOTMOUSE and so on; the number of what is no message of the toolkit.
+std::string MessageName(int msg);
+
 // Writes down what its widgets report and what it is told itself, as "a: LostMouse; b: GotMouse".
 // Those that report the same one after the other stand together: "root, a: Click". What Activate
 // and Scroll tell stands behind them, "a: Scroll 7", unless it is an Activate with 0. One whose

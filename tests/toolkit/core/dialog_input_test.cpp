@@ -153,13 +153,21 @@ TEST_F(DialogInputTest, DraggingMovesTheEdgesOfItsModeAndNoOthers) {
   std::ostringstream seen;
   const auto note = [&] {
     const Rect place = window.Bounds();
-    seen << Join(place.x, place.y, place.w, place.h, "shape", PointerShape(), "drawn", b.draws > 0)
+    seen << Join(place.x, place.y, place.w, place.h, kCursorNames[PointerShape()], "drawn",
+                 b.draws > 0)
          << '\n';
     b.draws = 0;
   };
-  for (const int mode : {kDragMove, kDragTopLeft, kDragTopRight, kDragBottomLeft, kDragBottomRight,
-                         kDragTop, kDragBottom, kDragLeft, kDragRight}) {
-    seen << "\nmode " << mode << '\n';
+  for (const auto& [name, mode] : {std::pair{"move", kDragMove},
+                                   {"top left", kDragTopLeft},
+                                   {"top right", kDragTopRight},
+                                   {"bottom left", kDragBottomLeft},
+                                   {"bottom right", kDragBottomRight},
+                                   {"top", kDragTop},
+                                   {"bottom", kDragBottom},
+                                   {"left", kDragLeft},
+                                   {"right", kDragRight}}) {
+    seen << '\n' << name << '\n';
     window.Shape(8, 9, 50, 30);
     window.SetFlag(kFlagMovable | kFlagSizeable);
     MoveTo(20, 20);

@@ -67,8 +67,8 @@ TEST_F(DialogTemplateTest, MakesAControlForEachRecordThatHasOne) {
 
 using EveryWidgetTest = WidgetFixture;
 
-// What each tells its parent of the messages that there are, and its flags after them, twice; then
-// of a pointer that passes and presses. "?" is what it is made of.
+// What each tells its parent of the messages that there are, twice, and its flags where they have
+// changed; then of a pointer that passes and presses. "?" is what it is made of.
 TEST_F(EveryWidgetTest, HandlesAllMessagesAndTellsItsParent) {
   std::tuple<Label, Button, CheckBox, RadioButton, EditBox, Slider, ScrollBar, ListView, ListBox,
              ComboBox, SpinBox, TextView, Window, Panel, ClearScreen, Image, Separator, ProgressBar,
@@ -83,13 +83,17 @@ TEST_F(EveryWidgetTest, HandlesAllMessagesAndTellsItsParent) {
       "Accelerator Tooltip"};
   const auto play = [&](Widget& widget) {
     std::string name;
-    names >> name, seen += name + ": ";
+    names >> name, seen += "\n[" + name + "]\n";
     Show(widget, {10, 10, 60, 80});
     root.Events();
+    std::uint32_t before = 0;
     for (int times = 0; times < 82; ++times) {
       widget.SendMessage(times % 41, 1);
+      const std::uint32_t flags = widget.GetFlags();
       const std::string events = root.Events();
-      if (!events.empty()) seen += events + '/' + std::to_string(widget.GetFlags()) + ' ';
+      if (!events.empty() || flags != before)
+        seen += events + (flags == before ? "" : " -> " + FlagNames(flags)) + '\n';
+      before = flags;
     }
     Mouse(20, 30), Mouse(25, 45, 1), Mouse(25, 50, 1), Mouse(25, 50), Mouse(199, 199);
     seen += root.Events() + '\n';
