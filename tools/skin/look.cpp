@@ -117,6 +117,7 @@ LookColors::LookColors(const LookSeed& seed) {
   edge = Mix(face, text, 0.26);
   edgeOff = Mix(face, text, 0.14);
   grey = Mix(face, text, 0.15);
+  tab = Tinted(face, text, 0.15, text);
   grip = WithContrast(Mix(face, text, 0.36), panel, 2);
   rule = Mix(panel, text, 0.15);
 }
@@ -337,7 +338,7 @@ void Look::DrawProgress(Painting& frame, const Part& part) const {
 
 void Look::DrawTab(Painting& frame, const Part& part) const {
   frame.Box({0, 1, part.size.w, part.size.h + Units(6)}, Units(4),
-            part.state == kSelected ? colors_.face : colors_.grey, colors_.edge);
+            part.state == kSelected ? colors_.face : colors_.tab, colors_.edge);
 }
 
 void Look::DrawWindowPart(Painting& frame, const Part& part) const {

@@ -21,8 +21,8 @@ struct LookColors {
   explicit LookColors(const LookSeed& seed);
 
   bool isDark;
-  Color face, sunken, back, panel, button, bar, barOff, tooltip;  // grounds
-  Color text, quiet, disabled, mark, onAccent;                    // on them
+  Color face, sunken, back, panel, button, bar, barOff, tooltip, tab;  // grounds
+  Color text, quiet, disabled, mark, onAccent;                         // on them
   Color accent, select, fieldEdge, focus, idle, light, edge, edgeOff, grey, grip, rule;
 };
 

@@ -153,6 +153,18 @@ class SkinSheet {
     }
   }
 
+  static std::vector<std::string> Wrapped(const std::string& text, const Font& font) {
+    std::vector<std::string> lines;
+    for (std::size_t at = 0; at < text.size();
+         at = std::min(text.find_first_not_of(' ', at), text.size())) {
+      int ignored = 0;
+      const int count = font.WrapCount(text.c_str() + at, kWidth - 2 * kMargin, &ignored);
+      lines.push_back(text.substr(at, static_cast<std::size_t>(std::max(1, count))));
+      at += lines.back().size();
+    }
+    return lines;
+  }
+
   void DrawFonts() {
     Heading("Fonts");
     for (int i = 0; i < Skin::kSkinFonts; ++i) {
@@ -162,9 +174,13 @@ class SkinSheet {
       const std::string about = font.Name() + ": " + Readable(font.GetText("file", "none")) + ", " +
                                 std::to_string(face.TextHeight());
       constexpr const char* kSample = "Restore the disc, 0123456789, \xC3\x84\xC3\x96\xC3\xBC";
-      const Point at =
-          Cell({kWidth - 2 * kMargin, std::min(kLargestPicture, face.TextHeight())}, {about});
-      face.Textout(*canvas_, kSample, at.x, at.y, ink_, Color{}, kAlignLeft);
+      const std::vector<std::string> lines = Wrapped(kSample, face);
+      const int height = std::min(kLargestPicture, face.TextHeight());
+      Point at = Cell({kWidth - 2 * kMargin, height * static_cast<int>(lines.size())}, {about});
+      for (const std::string& line : lines) {
+        face.Textout(*canvas_, line.c_str(), at.x, at.y, ink_, Color{}, kAlignLeft);
+        at.y += height;
+      }
     }
   }
 
