@@ -167,6 +167,7 @@ class CheckTest(unittest.TestCase):
                 ("zel-preview", ROOT / "data", "--look", "menu.cfg", "--png", "a", "menu.cfg: is no description of a skin"),
                 ("zel-preview", ROOT / "data", "--all", "/dev/null/x", "--all /dev/null/x: "),
                 ("zel-preview", "--serve", "65536", "--serve=65536: "), ("zel-preview", "--png", "a", "--serve", "only one goes"), (*picture_of, "--png /none/a.png: "),
+                ("zel-preview", "--look=", "--look: names no"), ("zel-preview", "--assume", "a", "--assume-missing", "a", "one file, a: "),
                 ("zel-preview", "/none", "--png", "a", "/none: No such file"),
                 ("zel-preview", ROOT / "po", "--png", "a", "po/menu.cfg: there is no such file"),
                 ("zel-gallery", "--page", "none", "--page none: "), ("zel-gallery", "--depth", "x", "--depth x: "),

@@ -142,6 +142,18 @@ int ReadSeconds(const char* value) {
   return seconds;
 }
 
+std::string ReadName(const char* option, const char* value) {
+  if (*value == '\0') kPreview.Reject(std::string{option} + ": names no file");
+  return value;
+}
+
+// Whether a file is to exist can be said once.
+void Assume(Scene& scene, const char* value, bool exists) {
+  const std::string name = ReadName(exists ? "--assume" : "--assume-missing", value);
+  if (scene.assumed.emplace(name, exists).first->second != exists)
+    kPreview.Reject("--assume and --assume-missing of one file, " + name + ": one of them only");
+}
+
 std::string Absolute(const std::string& option, const char* value) {
   std::error_code error;
   const std::filesystem::path path = std::filesystem::absolute(value, error);
@@ -188,10 +200,10 @@ PreviewOptions ReadPreviewOptions(int argc, char** argv) {
     if (letter == 's') scene.size = kPreview.ReadSize(optarg);
     if (letter == 'z') scene.zoom = kPreview.ReadZoom(optarg);
     if (letter == 'k') scene.keys = ReadKeys(optarg);
-    if (letter == 'f') scene.look = optarg;
+    if (letter == 'f') scene.look = ReadName("--look", optarg);
     if (letter == 'l') scene.language = ReadLanguage(optarg);
     if (letter == 'p') scene.progress = ReadProgress(optarg);
-    if (letter == 'y' || letter == 'n') scene.assumed[optarg] = letter == 'y';
+    if (letter == 'y' || letter == 'n') Assume(scene, optarg, letter == 'y');
     if (letter == 'e') scene.select = ReadSelection(optarg);
     if (letter == 't') scene.after = ReadSeconds(optarg);
     if (letter == 'h') kPreview.Help(Usage());

@@ -160,7 +160,7 @@ bool Rehearsal::Advance() {
   const auto pauseBeforeNext = [this] {
     const bool isLast = pressed_ == scene_.keys.size();
     const int after = isLast ? scene_.after * settings.UsableFrameRate() : 0;
-    nextAt_ = frames_ + std::max(kFramesPerKey, after);
+    nextAt_ = frames_ + kFramesPerKey + after;
   };
   if (nextAt_ == 0) {
     pauseBeforeNext();

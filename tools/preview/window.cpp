@@ -36,7 +36,8 @@ namespace zel {
 namespace {
 
 constexpr int kX = AL_ID('X', 'W', 'I', 'N');
-constexpr int kLeastWidth = 480, kNewsHeight = 150, kMargin = 6, kBarWidth = 18;
+constexpr int kLeastWidth = 480, kNewsHeight = 150, kLeastNewsHeight = 90, kMargin = 6,
+              kBarWidth = 18;
 constexpr int kButtonWidth = 160, kButtonHeight = 26;
 constexpr int kMostDirectories = 20;
 constexpr char kNewsMessage = 'n';   // lines of text
@@ -233,7 +234,15 @@ void RunWindow(int descriptor, Size menu, const std::string& title, const std::s
   settings = {};
   settings.fullscreen = false;
   settings.screenWidth = std::max(menu.w, kLeastWidth);
-  settings.screenHeight = menu.h + kNewsHeight;
+  int w = 0, h = 0;
+  const bool isKnown = get_desktop_resolution(&w, &h) == 0;
+  const int room = isKnown ? h - menu.h : kNewsHeight;
+  settings.screenHeight = menu.h + std::clamp(room, kLeastNewsHeight, kNewsHeight);
+  if (isKnown && (settings.screenWidth > w || settings.screenHeight > h))
+    std::fprintf(stderr,
+                 "zel-preview: the window does not fit the display, which is %dx%d; --size makes "
+                 "the menu smaller, --serve shows it on a page\n",
+                 w, h);
   settings.colorDepth = 0;
   settings.runInBackground = true;
   settings.skinPath.Assign(look.c_str());
