@@ -9,10 +9,14 @@
 #include "launcher/launcher.h"
 #include "launcher/paths.h"
 #include "launcher/run.h"
+#include "tools/support/options.h"
 
 namespace {
 
-constexpr int kUsageStatus = 2;
+constexpr zel::OptionReader kReader{"zel-trial"};
+constexpr const char* kUsage =
+    "usage: zel-trial DIR (holds etc/zel, root, run and tmp)\n"
+    "       zel-trial --help | --version\n";
 
 struct Place {
   const char* zel::Paths::*path;
@@ -30,12 +34,15 @@ constexpr Place kPlaces[] = {
 }  // namespace
 
 int main(int argc, char** argv) {
+  const std::string word = argc == 2 ? argv[1] : "";
+  if (word == "--help") kReader.Help(kUsage);
+  if (word == "--version") kReader.ShowVersion();
   std::error_code error;
   const std::filesystem::path directory =
       argc == 2 ? std::filesystem::canonical(argv[1], error) : std::filesystem::path{};
   if (directory.empty()) {
-    std::fputs("usage: zel-trial DIR (holds etc/zel, root, run and tmp)\n", stderr);
-    return kUsageStatus;
+    std::fputs(kUsage, stderr);
+    return zel::kFailedStatus;
   }
   std::string places[std::size(kPlaces)];  // what the paths point into
   for (std::size_t i = 0; i < std::size(kPlaces); ++i) {
