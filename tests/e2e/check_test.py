@@ -67,6 +67,7 @@ class CheckTest(unittest.TestCase):
             (self.tree / name).parent.mkdir(exist_ok=True)
             (self.tree / name).write_bytes(picture(*size))
         (self.tree / "skin/skin.dat").write_bytes(datafile(BUTTON=(24, 104), LIST=(64, 208)))
+        (self.tree / "skin/shapes.dat").write_bytes(datafile(MOUSE_MOVE=(16, 16)))
         (self.tree / "skin/odd.dat").write_bytes(datafile(BUTTON=(24, 101), LIST=(64, 208), BUTON=(30, 100)))
 
     def plant(self, file, lines):

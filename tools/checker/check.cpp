@@ -109,6 +109,8 @@ std::vector<Finding> CheckTree() {
   settings = {};
   paths.languageFile = "";
   const SkinLines lines = CheckSettings(findings);
+  // Of menus only what is wrong whatever the settings say is to be said.
+  if (!lines.isRead) settings.zoom = kZoomToFit;
   if (!EngineInit()) return findings.Finish();
   constexpr int kDepth = 32;
   set_color_depth(kDepth);
@@ -126,9 +128,12 @@ std::vector<Finding> CheckTree() {
   for (const MenuFile& menu : menus) CheckItems(findings, menu);
   CheckChoices(findings, menus);
   CheckCircles(findings, menus);
-  CheckTexts(findings, menus, isLook ? CurrentSkin() : nullptr);
-  CheckLayouts(findings, pictures, menus, Screens(menus),
-               {settings.screenWidth, settings.screenHeight}, isLook);
+  CheckTexts(findings, menus, isLook ? CurrentSkin() : nullptr, lines.isRead);
+  const Size own{settings.screenWidth, settings.screenHeight};
+  // What is wrong with a screen that cannot be is said.
+  Size read;
+  if (lines.isRead && ReadSectionSize(SectionFor(own), &read))
+    CheckLayouts(findings, pictures, menus, Screens(menus), own, isLook);
   SetCurrentSkin(nullptr);
   EngineExit();
   SetZoom(1);

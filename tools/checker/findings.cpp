@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/text.h"
@@ -152,6 +153,38 @@ int Findings::OrderOf(const std::string& file) {
   return order_.try_emplace(file, static_cast<int>(order_.size())).first->second;
 }
 
+// The findings are in their order.
+void Findings::Merge() {
+  constexpr Msg kOfFiles[] = {Msg::kMissingFile, Msg::kNotAFile, Msg::kUnreadable, Msg::kBadPicture,
+                              Msg::kScaledSize,  Msg::kBadFont,  Msg::kBadData};
+  std::map<std::pair<Msg, std::string>, std::vector<std::size_t>> alike;
+  for (std::size_t i = 0; i < findings_.size(); ++i) {
+    const auto& [place, id, what, advice] = findings_[i];
+    if (id == Msg::kSizeUnread)
+      alike[{id, {}}].push_back(i);
+    else if (std::find(std::begin(kOfFiles), std::end(kOfFiles), id) != std::end(kOfFiles))
+      alike[{id, what}].push_back(i);
+  }
+  std::set<std::size_t> others;
+  for (const auto& [about, all] : alike) {
+    if (all.size() == 1) continue;
+    const std::size_t more = all.size() - 1;
+    const bool isSection = about.first == Msg::kSizeUnread;
+    findings_[all.front()].what += " (" +
+                                   (more == 1 ? "another " : std::to_string(more) + " other ") +
+                                   (isSection ? "section" : "line") + (more == 1 ? "" : "s") +
+                                   (isSection   ? ""
+                                    : more == 1 ? " names it"
+                                                : " name it") +
+                                   ", too)";
+    others.insert(all.begin() + 1, all.end());
+  }
+  std::vector<Finding> kept;
+  for (std::size_t i = 0; i < findings_.size(); ++i)
+    if (!others.contains(i)) kept.push_back(std::move(findings_[i]));
+  findings_ = std::move(kept);
+}
+
 std::vector<Finding> Findings::Finish() {
   const auto isAllowed = [this](const Finding& finding) {
     bool is = false;
@@ -174,6 +207,7 @@ std::vector<Finding> Findings::Finish() {
     const int first = order_.at(a.place.file), second = order_.at(b.place.file);
     return first != second ? first < second : a.place.line < b.place.line;
   });
+  Merge();
   return findings_;
 }
 

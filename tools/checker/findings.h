@@ -47,7 +47,8 @@ class Findings {
   // its last one.
   void AllowInText(const std::string& file, int line, int last);
 
-  // The findings by file, in the order in which files were first named, and line.
+  // The findings by file, in the order in which files were first named, and line. What is wrong
+  // with a file that many lines name is said in the first of them.
   std::vector<Finding> Finish();
 
  private:
@@ -59,6 +60,7 @@ class Findings {
   };
 
   int OrderOf(const std::string& file);
+  void Merge();
 
   std::vector<Finding> findings_;
   std::set<std::tuple<std::string, int, Msg, std::string>> seen_;

@@ -299,7 +299,7 @@ class LayoutCheck {
     findings_.Add(
         Msg::kFontHigh,
         {isInSkin ? *CurrentSkin()->skinFile : std::string{kMainMenu}, size ? size->line : 1},
-        {std::to_string(height), std::to_string(rowHeight), advice});
+        {std::to_string(height), "its rows are " + std::to_string(rowHeight), advice});
     return false;
   }
 
@@ -347,7 +347,9 @@ class LayoutCheck {
     BITMAP* picture = icon ? pictures_.Get(icon->entry.value) : nullptr;
     const Size iconRoom = entry.IconRoom();
     const double zoom = CurrentZoom();
-    if (!picture || (picture->w * zoom <= iconRoom.w && picture->h * zoom <= iconRoom.h)) return;
+    if (!picture || item.Number("Separator") != 0 ||
+        (picture->w * zoom <= iconRoom.w && picture->h * zoom <= iconRoom.h))
+      return;
     const Place place = menu.At(icon->entry.line);
     if (!IsNew(("icon" + place.file).c_str(), {place.line, 0, 0, 0}, {})) return;
     const Size room{std::max(0, static_cast<int>(iconRoom.w / zoom)),
@@ -434,6 +436,7 @@ class LayoutCheck {
     }
     // What is too long for a line wraps.
     const int room = screen_.w - area.x - static_cast<int>(Zoomed(kTextMargin) / scale);
+    const int lineHeight = area.h;
     if (room > 0) {
       area.h *= 1 + std::max(0, area.w - 1) / room;
       area.w = std::min(area.w, room);
@@ -442,7 +445,9 @@ class LayoutCheck {
     const Rect panel{at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight};
     const Rect hints{at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight};
     const bool isOnMenu = Overlap(area, panel);
-    if (isOnMenu || (menu.General().Find("HintFile") && Overlap(area, hints)))
+    const bool isOnAny = isOnMenu || (menu.General().Find("HintFile") && Overlap(area, hints));
+    // That it is too long for one screen and for others is one thing.
+    if (isOnAny && (area.h == lineHeight || findings_.IsFirst(Msg::kOverlap, key)))
       findings_.Add(Msg::kOverlap, PlaceOf(menu, top.c_str()),
                     {key, isOnMenu ? kMenuKeys.name : kHintKeys.name, NameOf(screen_)});
     const MenuLook& look = CurrentSkin()->menu;

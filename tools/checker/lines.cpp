@@ -62,6 +62,12 @@ bool IsComment(const std::string& trimmed) {
   return trimmed.empty() || trimmed.front() == '#' || trimmed.front() == ';';
 }
 
+bool HoldsText(const std::string& text) {
+  for (std::size_t position = 0; position < text.size();)
+    if (!IsComment(Trimmed(Sound(std::string{NextLine(text, position)}).c_str()))) return true;
+  return false;
+}
+
 SectionFile CheckLines(Findings& findings, const std::string& file, std::string text,
                        const char* home) {
   using Line = SectionFile::Line;

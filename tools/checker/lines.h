@@ -16,6 +16,8 @@ std::string Upper(std::string text);
 // Whether a line without white space at its ends says nothing. What begins with ";" is an entry for
 // the reader, which nobody asks for.
 bool IsComment(const std::string& trimmed);
+// False for a text of such lines alone.
+bool HoldsText(const std::string& text);
 
 // Takes the text of a file apart and says what is wrong with its lines: keys before the first
 // section, which belong into `home`, heads that are none, lines without "=", keys and sections that

@@ -84,13 +84,6 @@ std::string LongerKey(Keys keys, const std::string& name) {
   return longer;
 }
 
-// False for comments alone.
-bool HoldsText(const std::string& text) {
-  for (std::size_t position = 0; position < text.size();)
-    if (!IsComment(Trimmed(Sound(std::string{NextLine(text, position)}).c_str()))) return true;
-  return false;
-}
-
 // Reads one file.
 class Reader {
  public:

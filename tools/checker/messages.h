@@ -21,6 +21,7 @@ enum class Msg {
   kWritable,
   kTooLarge,
   kBinary,
+  kEmptyFile,
   kNameAscii,
   kNameLong,
   kNameOutside,

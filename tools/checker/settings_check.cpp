@@ -15,6 +15,7 @@
 #include "toolkit/base/section_file.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/base/text.h"
+#include "toolkit/base/zoom.h"
 #include "tools/checker/files.h"
 #include "tools/checker/lines.h"
 #include "tools/checker/nearest.h"
@@ -26,6 +27,9 @@ namespace {
 using Section = SectionFile::Section;
 
 constexpr const char* kToolkit = "Toolkit";
+
+// What is said of menus depends on them.
+constexpr const char* kForMenus[] = {"zoom", "skinPath", "screenWidth", "screenHeight", "unicode"};
 
 // Sections that Allegro itself reads from its configuration.
 constexpr const char* kOfAllegro[] = {"graphics", "mouse",    "keyboard", "joystick", "sound",
@@ -65,12 +69,16 @@ class SettingsCheck {
   SkinLines Run() {
     std::string text;
     if (!ReadChecked(findings_, kSettingsFile, kLongestConfigFile, &text)) return {.isRead = false};
+    if (!HoldsText(text)) {
+      findings_.Add(Msg::kEmptyFile, {kSettingsFile});
+      return {.isRead = false};
+    }
     const SectionFile content = CheckLines(findings_, kSettingsFile, std::move(text), kToolkit);
     for (const Section& section : content.Sections()) CheckSection(section);
     CheckMode(content);
     SkinLines lines;
     // Without a section no key is read, which is said, and nothing of the look is meant so.
-    lines.isRead = !content.Sections().empty();
+    lines.isRead = isRead_ && !content.Sections().empty();
     const Section& section = content.Find(settings.Section().c_str());
     if (const auto* entry = section.Find("skinPath")) lines.skinPath = entry->line;
     if (const auto* entry = section.Find("looks")) lines.looks = entry->line;
@@ -95,6 +103,9 @@ class SettingsCheck {
     const auto& entries = section.Entries();
     const bool holdsSettings = std::any_of(entries.begin(), entries.end(),
                                            [this](const auto& entry) { return Find(entry.name); });
+    if (!isSettings && std::any_of(std::begin(kForMenus), std::end(kForMenus),
+                                   [&section](const char* key) { return section.Find(key); }))
+      isRead_ = false;
     if (isSettings && name != Upper(kToolkit))
       findings_.Add(Msg::kUnnamedSection, place, {section.Name()});
     else if (!isSettings && (!isAllegros || holdsSettings))
@@ -115,8 +126,12 @@ class SettingsCheck {
       findings_.Add(Msg::kUnknownKey, place, {entry.name}, Nearest(entry.name, names_));
       return;
     }
-    if (value.empty() || CheckQuotes(findings_, place, value)) return;
-    if (key->kind == KeyInfo::kZoom) CheckZoom(findings_, place, entry.name, value, true);
+    const bool isZoom = key->kind == KeyInfo::kZoom;
+    const bool isQuoted = !value.empty() && CheckQuotes(findings_, place, value);
+    // What was meant for a zoom is one, so that nothing follows from it.
+    if (isZoom && (isQuoted || !CheckZoom(findings_, place, entry.name, value, true)))
+      settings.zoom = kZoomToFit;
+    if (value.empty() || isQuoted) return;
     if (Upper(key->name) == "GFXMODE" && settings.gfxMode > kMostFound &&
         std::find(std::begin(kDrivers), std::end(kDrivers), settings.gfxMode) == std::end(kDrivers))
       findings_.Add(Msg::kNoDriver, place, {value});
@@ -159,6 +174,7 @@ class SettingsCheck {
   Findings& findings_;
   const std::vector<KeyInfo> keys_ = Settings::Keys();
   std::vector<std::string> names_;
+  bool isRead_ = true;  // nothing that menus depend on is where nobody reads it
 };
 
 }  // namespace
@@ -167,7 +183,7 @@ SkinLines CheckSettings(Findings& findings) {
   if (!IsThere(kSettingsFile)) {
     findings.Add(Msg::kMissingSettings, {kSettingsFile}, {kSettingsFile},
                  NearestFile(kSettingsFile));
-    return {};
+    return {.isRead = false};
   }
   if (!CheckFile(findings, {kSettingsFile}, kSettingsFile)) return {.isRead = false};
   settings.Load(kSettingsFile);

@@ -9,7 +9,7 @@ inline constexpr const char* kSettingsFile = "zel.cfg";
 
 // The lines that name skins; 1 where none does.
 struct SkinLines {
-  bool isRead = true;  // the file is sound, or there is none
+  bool isRead = true;  // the file is sound, and what is meant for it is in its section
   int skinPath = 1, looks = 1;
 };
 

@@ -57,6 +57,10 @@ class SkinCheck {
   bool Run() {
     std::string text;
     if (!ReadChecked(findings_, name_, kLongestConfigFile, &text)) return false;
+    if (!HoldsText(text)) {
+      findings_.Add(Msg::kEmptyFile, At(1));
+      return false;
+    }
     content_ = CheckLines(findings_, name_, std::move(text), "Skin");
     if (const Section& project = content_.Find("PACK"); !project.Heads().empty()) {
       const std::string skin = Beside(project.GetText("name"));
@@ -65,14 +69,16 @@ class SkinCheck {
       return false;
     }
     for (const Section& section : content_.Sections()) CheckSection(section);
-    bool isSound = CheckDatafile("main_data");
-    if (isSound) CheckElements();
+    const bool areElements = CheckDatafile("main_data");
+    if (areElements) CheckElements();
+    bool isSound = areElements;
     isSound = CheckDatafile("cursors") && isSound;
     isSound = CheckFonts() && isSound;
     const Skin skin{name_.c_str()};
     if (!skin.GetError().IsError()) {
-      if (areColors_) CheckContrast(skin);
-      CheckTitleBar(skin);
+      isSound = CheckListFont(skin) && isSound;
+      if (areColors_ && areElements) CheckContrast(skin);
+      if (areElements) CheckTitleBar(skin);
     }
     // A head that is none was taken for one above.
     for (const Section& section : content_.Sections())
@@ -177,15 +183,26 @@ class SkinCheck {
       findings_.Add(Msg::kBadData, place, {file});
       return false;
     }
-    std::vector<std::string> names{"XTRA_PALETTE"};
-    if (isElements)
-      names.insert(names.end(), std::begin(kElementNames), std::end(kElementNames));
-    else
-      names.insert(names.end(), std::begin(kCursorNames), std::end(kCursorNames));
-    for (const Object& object : data.Objects()) {
-      const bool isKnown = std::any_of(names.begin(), names.end(), [&](const std::string& known) {
-        return Upper(known) == Upper(object.name);
+    std::vector<std::string> names{std::begin(kElementNames), std::end(kElementNames)};
+    std::vector<std::string> others{std::begin(kCursorNames), std::end(kCursorNames)};
+    if (!isElements) names.swap(others);
+    const auto has = [](const std::vector<std::string>& known, const Object& object) {
+      return std::any_of(known.begin(), known.end(), [&object](const std::string& name) {
+        return Upper(name) == Upper(object.name);
       });
+    };
+    const auto isAnyOf = [&](const std::vector<std::string>& known) {
+      return std::any_of(data.Objects().begin(), data.Objects().end(),
+                         [&](const Object& object) { return has(known, object); });
+    };
+    if (isAnyOf(others) && !isAnyOf(names)) {
+      findings_.Add(Msg::kNotAFile, place,
+                    {file, isElements ? "a datafile of pointer shapes" : "a datafile of elements"});
+      return false;
+    }
+    names.emplace_back("XTRA_PALETTE");
+    for (const Object& object : data.Objects()) {
+      const bool isKnown = has(names, object);
       // An editor of datafiles writes about itself.
       const bool isInfo = object.type == DAT_ID('i', 'n', 'f', 'o') || object.name.empty();
       if (!isKnown && !isInfo)
@@ -343,6 +360,19 @@ class SkinCheck {
       if (state != kDisabled)
         Compare("BUTTON", keys[state], color(kButtonText, static_cast<DrawState>(state)),
                 MiddleOf(skin, BUTTON, state, kDrawStates));
+  }
+
+  // False for a font with which nothing fits.
+  bool CheckListFont(const Skin& skin) {
+    constexpr int kRows = 4, kHeight = 480;  // of the least usual screen
+    const int number = skin.fontIndex[kListText][kNormal];
+    if (number < 0 || number >= Skin::kFonts) return true;
+    const int height = skin.fonts[static_cast<std::size_t>(number)]->TextHeight();
+    if (kRows * height <= kHeight) return true;
+    const std::string section = "FONT" + std::to_string(number);
+    findings_.Add(Msg::kFontHigh, At(LineOf(section.c_str(), "size")),
+                  {std::to_string(height), "of 480 that a screen may have", "take a smaller size"});
+    return false;
   }
 
   // A bar that the skin does not draw as high as its font cuts the titles.

@@ -86,7 +86,9 @@ void ForEachCharacter(const std::string& text, const Each& each) {
 // Looks for letters that do not show.
 class Letters {
  public:
-  Letters(Findings& findings, const Skin* skin) : findings_{findings}, skin_{skin} {}
+  // Where all letters are there, only the fonts may lack some.
+  Letters(Findings& findings, const Skin* skin, bool areAllThere)
+      : findings_{findings}, skin_{skin}, areAllThere_{areAllThere} {}
 
   void Check(const Place& place, const std::string& text, const LanguageRow& language, int font) {
     // Of a font that the skin does not have it is said.
@@ -99,7 +101,7 @@ class Letters {
     ForEachCharacter(text, [&](int character) {
       if (IsControl(character))
         control = character == '\t' ? "a tab" : "the control character " + Named(character);
-      else if (!isUnicode_ && !IsInEncoding(language, character))
+      else if (!areAllThere_ && !IsInEncoding(language, character))
         lost.push_back(Named(character));
       else if (drawn && character > ' ' && !drawn->Has(character))
         missing_[{font, language.code}].emplace_back(character, place);
@@ -131,7 +133,7 @@ class Letters {
  private:
   Findings& findings_;
   const Skin* skin_;
-  const bool isUnicode_ = WantsUnicode();  // then the text format has all letters
+  const bool areAllThere_;  // in the text format
   std::map<std::pair<int, std::string>, std::vector<std::pair<int, Place>>> missing_;
 };
 
@@ -316,6 +318,15 @@ bool IsTranslated(const MenuSection& section, const std::string& key) {
   });
 }
 
+// True where a line of the section is none that is read, which is said and may be what is missing.
+bool HasLooseLine(const Findings& findings, const MenuFile& menu, const MenuSection& section) {
+  int last = section.line;
+  for (const MenuLine& line : section.lines) last = std::max(last, line.entry.line);
+  for (int line = section.line; line <= last + 1; ++line)
+    if (findings.Has(Msg::kNoEquals, menu.At(line))) return true;
+  return false;
+}
+
 // Reports what one language lacks that is there in English and, next to it, in the language.
 void CheckTranslation(Findings& findings, const MenuFile& menu, const std::string& language) {
   const std::vector<const MenuSection*> titled = TitledItems(menu);
@@ -334,6 +345,7 @@ void CheckTranslation(Findings& findings, const MenuFile& menu, const std::strin
     return;
   }
   const auto add = [&](const MenuSection& section, const char* key) {
+    if (HasLooseLine(findings, menu, section)) return;
     findings.Add(Msg::kUntranslated, menu.At(section.LineOf(key)),
                  {std::string{key} + '.' + language});
   };
@@ -519,7 +531,7 @@ class HintsCheck {
       return hints;
     }
     for (const HintFile::Section& section : sections) {
-      hints.names.insert(section.name);
+      if (!hints.names.insert(section.name).second) twice_.insert(name);
       if (ustrlen(hints.file.Fill(section.name.c_str()).c_str()) >= kHintCharacters)
         findings_.Add(Msg::kHintLong, {name, section.line}, {Decoded(section.name, language)});
     }
@@ -668,7 +680,10 @@ class HintsCheck {
                     {name, std::to_string(counts_[name] - count), std::to_string(counts_[name]),
                      "explanations"});
     for (Untranslated& text : untranslated_) {
-      std::erase_if(text.without, [&](const std::string& name) { return lacking.contains(name); });
+      // A text that is there twice may be meant for one that is missing.
+      std::erase_if(text.without, [&](const std::string& name) {
+        return lacking.contains(name) || twice_.contains(name);
+      });
       // What other items name is not meant.
       const bool isMeant = !text.meant.empty() && !used_.contains(text.meant);
       if (!text.without.empty())
@@ -691,7 +706,8 @@ class HintsCheck {
   const Skin* skin_;
   bool areAll_;
   std::map<std::string, Hints> files_;
-  std::set<std::string> used_, meant_;                    // texts that items name, or mean
+  std::set<std::string> used_, meant_;  // texts that items name, or mean
+  std::set<std::string> twice_;         // files of those with a text that is there twice
   std::set<std::pair<std::string, std::string>> wanted_;  // texts, and the files without them
   std::map<std::string, std::size_t> counts_;  // of texts that a file or its translations have
   std::vector<Untranslated> untranslated_;
@@ -715,8 +731,9 @@ std::vector<std::string> LanguagesOf(const MenuFile& menu) {
   return {languages.begin(), languages.end()};
 }
 
-void CheckTexts(Findings& findings, const std::vector<MenuFile>& menus, const Skin* skin) {
-  Letters letters{findings, skin};
+void CheckTexts(Findings& findings, const std::vector<MenuFile>& menus, const Skin* skin,
+                bool areSettingsRead) {
+  Letters letters{findings, skin, !areSettingsRead || WantsUnicode()};
   for (const MenuFile& menu : menus) {
     for (const auto& [name, section] : menu.screens)
       CheckSectionTexts(findings, letters, menu, section, skin);
