@@ -12,6 +12,8 @@
 #include "launcher/menu_config.h"
 #include "launcher/menu_widgets.h"
 #include "launcher/state.h"
+#include "launcher/whole_file.h"
+#include "toolkit/base/section_file.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/base/zoom.h"
 #include "toolkit/draw/contrast.h"
@@ -110,6 +112,7 @@ class LayoutCheck {
     if (menus_.empty() || !menus_.front().isRead || !menus_.front().isLayoutKnown ||
         !HasLayout(screen))
       return;
+    if (screen == own_) CheckPassedOver(menus_.front());
     MenuConfig config;
     std::set<std::string> seen;
     Walk(config, menus_.front(), seen);
@@ -164,6 +167,31 @@ class LayoutCheck {
     findings_.Add(Msg::kNoLayout, menu.At(std::max(1, menu.General().line)),
                   {NameOf(screen), advice});
     return false;
+  }
+
+  // With a zoom, what does not fit the screen that it is meant for gives way to the section of
+  // another one. Where no more than a panel of it lies outside, it is meant for this screen.
+  void CheckPassedOver(const MenuFile& menu) {
+    if (settings.zoom == 1 || Upper(section_) == kGeneralSection ||
+        HasSection(menu, SectionFor(own_)))
+      return;
+    const LayoutValues at =
+        ReadLayout(SectionFile::FromUtf8(ReadWhole(kMainMenu)), kGeneralSection, {});
+    std::vector<std::pair<const PanelKeys*, Rect>> outside;
+    const auto add = [&](const PanelKeys& keys, const Rect& panel) {
+      if (!Fits(panel.x, panel.w, own_.w) || !Fits(panel.y, panel.h, own_.h))
+        outside.emplace_back(&keys, panel);
+    };
+    add(kMenuKeys, {at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight});
+    add(kProgressKeys, {at.progressX, at.progressY, at.progressW, kProgressHeight});
+    if (menu.General().Find("HintFile"))
+      add(kHintKeys, {at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight});
+    if (outside.size() != 1) return;
+    const std::string section = std::exchange(section_, kGeneralSection);
+    const Size screen = std::exchange(screen_, own_);
+    CheckPanel(menu, *outside.front().first, outside.front().second);
+    section_ = section;
+    screen_ = screen;
   }
 
   void Walk(MenuConfig& config, const MenuFile& menu, std::set<std::string>& seen) {
