@@ -270,6 +270,17 @@ TEST_F(SettingsTest, EveryKeyIsReadAndWrittenInItsPlace) {
   EXPECT_EQ(Saved(Read(TempFile{kEverything + "zoom = 1\n"}.Path())), kEverything);
 }
 
+TEST_F(SettingsTest, EveryKeySaysWhatMayStandBehindIt) {
+  constexpr const char* kKinds[] = {"text", "files", "zoom", "number", "switch", "driver"};
+  std::string seen;
+  for (const auto& [name, kind, range] : Settings::Keys()) {
+    seen += std::string{name} + ": " + kKinds[kind];
+    if (range.most != INT_MAX) seen += " from " + Join(range.least, "to", range.most);
+    seen += '\n';
+  }
+  ExpectText("settings_keys", seen);
+}
+
 TEST_F(SettingsTest, TheFirstSectionWithOneOfTheKeysStandsForAMissingOne) {
   const std::pair<const char*, const char*> cases[] = {
       {"[Strange]\nScreen = 1\n[GUI]\nSCREENHEIGHT = 8\n[Far]\nvsync = 1", "GUI 640 8 "},
