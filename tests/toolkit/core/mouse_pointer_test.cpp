@@ -76,9 +76,11 @@ TEST_F(MousePointerTest, AChangeOfShapeOrDepthLeavesNoTrace) {
   for (Cursor* other :
        {&tall, &large, &tall, &shape, &empty, static_cast<Cursor*>(nullptr), &shape}) {
     MoveTo(20, 10);
+    const Color shown = !other || other == &empty ? white : other == &shape ? red : blue;
     CurrentPointer()->SetCursor(other);
+    EXPECT_EQ(getpixel(CurrentScreenUpdate()->GetCanvas(), 20, 10), shown) << "at once";
     Tick();
-    EXPECT_EQ(At(20, 10), !other || other == &empty ? white : other == &shape ? red : blue);
+    EXPECT_EQ(At(20, 10), shown);
     EXPECT_TRUE(LeavesNoTrace());
   }
   for (const int depth : {16, 15, 24, 8, 32}) {

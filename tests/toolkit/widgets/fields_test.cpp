@@ -156,7 +156,7 @@ class SpinBoxTest : public WidgetFixture {
 TEST_F(SpinBoxTest, ArrowsStepWithinTheRangeAndTypingTellsNobody) {
   steps["quarter"] = [this] { spin.SetValue(0.25); };  // only a change of the text counts
   ExpectPlays("spin_box_typed",
-              {"=295+90,34+press wait3 wait20 release 90,50+press+release",
+              {"=295+90,34+press wait3 wait20 release 90,50+press wait20 release",
                "=99+9 enter 90,50+press+release 60,40+press+release end+backspace",
                "quarter+home end+delete x backspace+backspace home+delete"});
 }
