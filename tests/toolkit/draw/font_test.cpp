@@ -176,7 +176,7 @@ TEST_P(FaceTest, LinesEndBeforeSeparatorThatDoesNotFit) {
       {"one  two", 4, 4, 4}, {"one\ntwo", 9, 4, 3}, {"one two\nx", 5, 3, 3},
       {"\ntwo", 9, 1, 0},    {"one\1two", 3, 3, 3}, {"one", -5, 3, 3},
       {"", 5, 0, 0},         {"ab\xF0", 9, 3, 3},   {"ab\xE2\x82 cd", 3, 4, 3},
-      {"éé x", 3, 4, 2}};
+      {"éé x", 3, 4, 2},     {"one! x", 3, 4, 4}};
   for (const auto& [text, columns, bytes, taken] : cases) {
     int width = -1;
     EXPECT_EQ(font.WrapCount(text, columns * kCell, &width), bytes) << text << columns;
