@@ -132,7 +132,7 @@ class CheckTest(unittest.TestCase):
     def preview(self, *options):
         with tempfile.NamedTemporaryFile() as picture:
             subprocess.check_call([BUILD / "bin/zel-preview", self.shipped, "--png", picture.name, *options])
-            return picture.read()
+            return pathlib.Path(picture.name).read_bytes()
 
     def test_a_preview_has_what_it_is_asked_for(self):
         wait = ("--keys", "Return")

@@ -287,6 +287,19 @@ TEST_F(SkinToolTest, SheetsMarkWhatCannotBeRead) {
   EXPECT_GT(redLines("[FONT1]\n[ENTRY]\ncolor=1,2,3\n").second, plain.second);
 }
 
+TEST_F(SkinToolTest, PackingTouchesNothingButTheSkinAndNotEvenThatWhenItFails) {
+  ASSERT_EQ(Unpack(std::filesystem::absolute("data/skin/contrast.skin"), "project"), "");
+  ASSERT_EQ(Pack("project", "packed"), "");
+  for (const char* own : {"packed/contrast.skin.old", "packed/contrast.skin.new"})
+    place.Write(own, "mine");
+  const auto before = FilesOf("packed");
+  ASSERT_EQ(Pack("project", "packed"), "");
+  EXPECT_TRUE(FilesOf("packed") == before);
+  place.Write("project/skin.ini", "[COLORS]\nface = red\n" + place.Read("project/skin.ini"));
+  EXPECT_NE(Pack("project", "packed"), "");
+  EXPECT_TRUE(FilesOf("packed") == before);
+}
+
 TEST_F(SkinToolTest, DamageDoesNoHarm) {
   std::filesystem::copy("data/skin/cursors.dat", place.Path("cursors.dat"));
   const std::string skin = place.Write("my.skin", "[Skin]\ncursors = cursors.dat\n[COLORS]\n");

@@ -1,12 +1,14 @@
 #include "toolkit/testing/offscreen.h"
 
 #include <png.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -76,14 +78,20 @@ bool WritePng(const char* path, BITMAP* bitmap, Size size, png_uint_32 format) {
   image.width = static_cast<png_uint_32>(size.w);
   image.height = static_cast<png_uint_32>(size.h);
   // The library's own way to a file deletes one that it cannot write, a device, too.
+  struct stat there {};
+  const bool isPlain = lstat(path, &there) == 0 ? S_ISREG(there.st_mode) : errno == ENOENT;
+  const std::string beside = std::string{path} + ".unfinished";
+  const std::string written = isPlain ? beside : path;
+  if (isPlain) std::remove(beside.c_str());
   errno = 0;
-  std::FILE* file = std::fopen(path, "wb");
+  std::FILE* file = std::fopen(written.c_str(), isPlain ? "wbx" : "wb");
   if (!file) return false;
-  const bool isWritten = png_image_write_to_stdio(&image, file, 0, pixels.data(), 0, nullptr) != 0;
-  if (std::fclose(file) == 0 && isWritten) return true;
-  // A part of it would be taken for the picture.
+  bool isDone = png_image_write_to_stdio(&image, file, 0, pixels.data(), 0, nullptr) != 0;
+  isDone = std::fclose(file) == 0 && isDone;
+  if (!isPlain) return isDone;
+  if (isDone && std::rename(beside.c_str(), path) == 0) return true;
   const int error = errno;
-  if (IsFile(path)) std::remove(path);
+  std::remove(beside.c_str());
   errno = error;
   return false;
 }

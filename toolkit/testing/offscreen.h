@@ -47,7 +47,7 @@ class Offscreen {
 };
 
 // Writes a picture file of a bitmap of any depth, or of its upper left part where `part` is
-// smaller. False when the file cannot be written, which then is not there; errno may say why.
+// smaller. False when the file cannot be written: then what was there stays, and errno may say why.
 bool SavePng(const char* path, BITMAP* bitmap, Size part = {32767, 32767});
 // The same of the whole, with transparent pixels where it has the mask colour.
 bool SaveMaskedPng(const char* path, BITMAP* bitmap);

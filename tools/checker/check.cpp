@@ -93,7 +93,7 @@ std::vector<Size> Screens(const std::vector<MenuFile>& menus) {
   };
   add({settings.screenWidth, settings.screenHeight});
   // With a zoom any size may have its section; each takes its time.
-  constexpr std::size_t kMost = 24;
+  constexpr std::size_t kMost = 200;
   if (settings.zoom == 1 || menus.empty()) return screens;
   for (const auto& [name, section] : menus.front().screens)
     if (Size size; screens.size() < kMost && ReadSectionSize(name, &size)) add(size);

@@ -129,7 +129,8 @@ class SettingsCheck {
     const bool isZoom = key->kind == KeyInfo::kZoom;
     const bool isQuoted = !value.empty() && CheckQuotes(findings_, place, value);
     // What was meant for a zoom is one, so that nothing follows from it.
-    if (isZoom && (isQuoted || !CheckZoom(findings_, place, entry.name, value, true)))
+    if (isZoom &&
+        (isQuoted || value.empty() || !CheckZoom(findings_, place, entry.name, value, true)))
       settings.zoom = kZoomToFit;
     if (value.empty() || isQuoted) return;
     if (Upper(key->name) == "GFXMODE" && settings.gfxMode > kMostFound &&

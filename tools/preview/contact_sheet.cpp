@@ -114,8 +114,7 @@ void WriteFigure(std::ostream& page, const Picture& picture, const Survey::Menu&
                  const std::filesystem::path& directory) {
   const std::string size = NameOf(picture.size);
   page << "<figure data-size=\"" << size << "\" data-language=\"" << picture.language
-       << "\"><img decoding=\"async\" width=\"" << picture.size.w << "\" height=\""
-       << picture.size.h << "\" alt=\""
+       << "\"><img width=\"" << picture.size.w << "\" height=\"" << picture.size.h << "\" alt=\""
        << HtmlText(menu.file + ", " + size + ", " + picture.language)
        << "\" src=\"data:image/png;base64," << Base64(ReadBytes(directory / picture.file))
        << "\"><figcaption>" << picture.language << " <span>" << size

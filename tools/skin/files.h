@@ -10,7 +10,7 @@
 namespace zel {
 
 // Behind the name of a file that is not written to its end yet.
-inline constexpr const char* kUnfinished = ".new";
+inline constexpr const char* kUnfinished = ".zel-skin-new";
 
 // Makes a directory, or takes one that is empty. False for anything else, which is said.
 bool MakeEmptyDirectory(const std::string& directory, Complaints& complaints);

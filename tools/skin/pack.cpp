@@ -220,44 +220,41 @@ class Exchange {
   }
 
   void Run() {
-    for (const std::string& path : paths_) {
-      if (complaints_.HasErrors() || !Rename(path, path + kReplaced) ||
-          !Rename(path + kUnfinished, path))
+    for (const std::string& path : paths_)
+      if (complaints_.HasErrors() || !Rename(path, path + kReplaced, moved_) ||
+          !Rename(path + kUnfinished, path, placed_))
         return;
-      ++placed_;
-    }
   }
 
   // With errors everything is as it was.
   void Finish() {
     std::error_code ignored;
-    for (std::size_t i = 0; i < paths_.size(); ++i) {
-      const std::string& path = paths_[i];
-      if (complaints_.HasErrors()) {
-        if (i < placed_) std::filesystem::remove(path, ignored);
-        Rename(path + kReplaced, path);
-        std::filesystem::remove(path + kUnfinished, ignored);
-      } else {
-        std::filesystem::remove(path + kReplaced, ignored);
-      }
+    if (!complaints_.HasErrors()) {
+      for (const std::string& path : moved_) std::filesystem::remove(path + kReplaced, ignored);
+      return;
     }
+    for (const std::string& path : placed_) std::filesystem::remove(path, ignored);
+    for (const std::string& path : moved_) std::filesystem::rename(path + kReplaced, path, ignored);
+    for (const std::string& path : paths_) std::filesystem::remove(path + kUnfinished, ignored);
   }
 
  private:
-  static constexpr const char* kReplaced = ".old";
+  static constexpr const char* kReplaced = ".zel-skin-old";
 
-  // Nothing needs to be done where there is no such file.
-  bool Rename(const std::string& from, const std::string& to) {
+  // Notes the path that is meant. Nothing needs to be done where there is no such file.
+  bool Rename(const std::string& from, const std::string& to, std::vector<std::string>& done) {
     std::error_code error;
     if (!IsThere(from)) return true;
     std::filesystem::rename(from, to, error);
-    if (error) complaints_.Add(from, 0, error.message());
+    if (error)
+      complaints_.Add(from, 0, error.message());
+    else
+      done.push_back(&done == &moved_ ? from : to);
     return !error;
   }
 
   Complaints& complaints_;
-  std::vector<std::string> paths_;
-  std::size_t placed_ = 0;
+  std::vector<std::string> paths_, moved_, placed_;
 };
 
 }  // namespace
