@@ -40,8 +40,11 @@ double Contrast(Color a, Color b) {
 }
 
 Color WithContrast(Color text, Color ground, double least) {
+  return WithContrast(text, ground, least, Contrast(white, ground) > Contrast(black, ground));
+}
+
+Color WithContrast(Color text, Color ground, double least, bool lightens) {
   if (!text.IsSet() || !ground.IsSet()) return text;
-  const bool lightens = Contrast(white, ground) > Contrast(black, ground);
   for (int step = 0; step <= kSteps; ++step)
     if (const Color tried = step == 0 ? text : Moved(text, lightens, step);
         Contrast(tried, ground) >= least)

@@ -14,5 +14,7 @@ double Contrast(Color a, Color b);
 // The text's colour or, where that has less contrast to the ground, the nearest on the way to white
 // or black that has it; the better of those two where none has.
 Color WithContrast(Color text, Color ground, double least);
+// The same on the way to white or to black, as `lightens` says.
+Color WithContrast(Color text, Color ground, double least, bool lightens);
 
 }  // namespace zel

@@ -89,14 +89,25 @@ LookColors::LookColors(const LookSeed& seed) {
   bar = isDark ? Mix(face, white, 0.045) : Mix(face, black, 0.07);
   barOff = Mix(face, bar, 0.4);
   tooltip = isDark ? Mix(face, white, 0.07) : Mix(face, white, 0.75);
+  // On a middling ground neither white nor black can be read on what is nearer to it.
+  for (Color* ground : {&sunken, &back, &panel, &button, &bar, &barOff, &tooltip}) {
+    constexpr double kStep = 0.125;
+    double share = 0;
+    while (share < 1 && Contrast(Mix(*ground, face, share), top) < kReadableContrast)
+      share += kStep;
+    *ground = Mix(*ground, face, share);
+  }
+  const auto readable = [this](Color color, Color ground) {
+    return WithContrast(color, ground, kReadableContrast, isDark);
+  };
   text = seed.text.IsSet() ? seed.text : Mix(top, face, 0.08);
   for (const Color ground : {face, sunken, back, panel, button, bar, tooltip})
-    text = WithContrast(text, ground, kReadableContrast);
+    text = readable(text, ground);
   quiet = Mix(text, face, 0.25);
   disabled = Mix(text, face, 0.45);
   for (const Color ground : {face, sunken, panel, button, barOff, back}) {
-    quiet = WithContrast(quiet, ground, kReadableContrast);
-    disabled = WithContrast(disabled, ground, kReadableContrast);
+    quiet = readable(quiet, ground);
+    disabled = readable(disabled, ground);
   }
   const Color usual{isDark ? 66 : 24, isDark ? 133 : 98, isDark ? 212 : 180};
   accent = seed.accent.IsSet() ? seed.accent : usual;
@@ -105,8 +116,7 @@ LookColors::LookColors(const LookSeed& seed) {
                  ? white
                  : black;
   mark = accent;
-  for (const Color ground : {face, sunken, panel, button})
-    mark = WithContrast(mark, ground, kReadableContrast);
+  for (const Color ground : {face, sunken, panel, button}) mark = readable(mark, ground);
   accent = WithContrast(accent, onAccent, kReadableContrast);
   select = Tinted(panel, seed.accent.IsSet() ? seed.accent : usual, isDark ? 0.42 : 0.26, text);
   focus = Tinted(button, accent, isDark ? 0.2 : 0.12, text);
