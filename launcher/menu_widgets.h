@@ -205,9 +205,10 @@ class HintPanel final : public TitledPanel {
   HintView view_;
 };
 
-// A text on the background, wrapped where it would reach beyond the layout.
-// Pixels between its right end and that of the layout: a longer one wraps.
+// Pixels between a text on the background and the layout's right end: a longer one wraps.
 inline constexpr int kTextMargin = 16;
+
+// A text on the background, wrapped where it would reach beyond the layout.
 class ScreenLabel final : public Label {
  public:
   void Show(const ScreenText& text);

@@ -31,6 +31,7 @@ constexpr Place kPlaces[] = {
     {&zel::Paths::lookFile, "tmp/menulook.txt"},
     {&zel::Paths::progressFile, "tmp/progress"},
 };
+
 }  // namespace
 
 int main(int argc, char** argv) {

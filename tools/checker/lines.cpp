@@ -12,6 +12,7 @@ namespace zel {
 namespace {
 
 constexpr const char* kNobody = "[?]";
+
 // White space outside of the value that the code pages of languages do not have; empty for none.
 std::string ForeignBlank(std::string line, const std::string& value) {
   if (!value.empty()) line.erase(line.rfind(value), value.size());

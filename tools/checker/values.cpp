@@ -25,7 +25,7 @@ std::size_t RoomFor(const MenuKey& key) {
   return (key.kind >= MenuKey::kName ? kNameBytes : kTextBytes) - 1;
 }
 
-// What the launcher keeps of a value. In a code page each character is a byte.
+// The beginning that fits. In a code page each character is a byte.
 std::string Kept(const MenuLine& line) {
   const std::string& value = line.entry.value;
   const std::size_t room = RoomFor(*line.key);

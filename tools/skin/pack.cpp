@@ -221,8 +221,8 @@ class Exchange {
 
   void Run() {
     for (const std::string& path : paths_)
-      if (complaints_.HasErrors() || !Rename(path, path + kReplaced, moved_) ||
-          !Rename(path + kUnfinished, path, placed_))
+      if (complaints_.HasErrors() || !Rename(path, "", kReplaced, moved_) ||
+          !Rename(path, kUnfinished, "", placed_))
         return;
   }
 
@@ -241,15 +241,17 @@ class Exchange {
  private:
   static constexpr const char* kReplaced = ".zel-skin-old";
 
-  // Notes the path that is meant. Nothing needs to be done where there is no such file.
-  bool Rename(const std::string& from, const std::string& to, std::vector<std::string>& done) {
+  // From one ending of a path to another; notes the path. Nothing needs to be done where there is
+  // no such file.
+  bool Rename(const std::string& path, const char* from, const char* to,
+              std::vector<std::string>& done) {
     std::error_code error;
-    if (!IsThere(from)) return true;
-    std::filesystem::rename(from, to, error);
+    if (!IsThere(path + from)) return true;
+    std::filesystem::rename(path + from, path + to, error);
     if (error)
-      complaints_.Add(from, 0, error.message());
+      complaints_.Add(path + from, 0, error.message());
     else
-      done.push_back(&done == &moved_ ? from : to);
+      done.push_back(path);
     return !error;
   }
 
