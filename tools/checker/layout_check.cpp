@@ -20,7 +20,6 @@
 #include "toolkit/skin/skin.h"
 #include "tools/checker/lines.h"
 #include "tools/checker/skin_check.h"
-#include "tools/checker/texts.h"
 #include "tools/checker/values.h"
 
 namespace zel {

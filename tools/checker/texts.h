@@ -10,16 +10,9 @@
 namespace zel {
 
 // Says which texts of menus and of their files of explanations do not show as they are written, and
-// which are missing or too many. Without a skin nothing is said of its fonts,
-// and without settings that are read nothing of letters that encodings lack.
+// which are missing or too many. Without a skin nothing is said of its fonts, and without settings
+// that are read nothing of letters that encodings lack.
 void CheckTexts(Findings& findings, const std::vector<MenuFile>& menus, const Skin* skin,
                 bool areSettingsRead);
-
-// What an item or a menu says for a key in a language: its own words, else those without a
-// language; null for none.
-const MenuLine* Said(const MenuSection& section, const char* key, const std::string& language);
-
-// The languages that the keys of a menu name, as far as the launcher knows them, and English as "".
-std::vector<std::string> LanguagesOf(const MenuFile& menu);
 
 }  // namespace zel
