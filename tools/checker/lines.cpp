@@ -69,7 +69,7 @@ bool HoldsText(const std::string& text) {
   return false;
 }
 
-SectionFile CheckLines(Findings& findings, const std::string& file, std::string text,
+SectionFile CheckLines(Findings& findings, const std::string& file, const std::string& text,
                        const char* home) {
   using Line = SectionFile::Line;
   const bool isUnicode = WantsUnicode();

@@ -24,7 +24,7 @@ bool HoldsText(const std::string& text);
 // stand there twice. Nothing more is to be said of a key without "=" that nobody reads, which may
 // be a remark. What is plainly meant by such a head is taken for one; of keys that stand there
 // twice the first is left.
-SectionFile CheckLines(Findings& findings, const std::string& file, std::string text,
+SectionFile CheckLines(Findings& findings, const std::string& file, const std::string& text,
                        const char* home);
 
 }  // namespace zel

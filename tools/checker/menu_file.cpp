@@ -106,7 +106,7 @@ class Reader {
     }
     CheckEncoding(text);
     FindNames(text);
-    const SectionFile content = CheckLines(findings_, file_.name, std::move(text), kGeneralSection);
+    const SectionFile content = CheckLines(findings_, file_.name, text, kGeneralSection);
     for (const Section& section : content.Sections()) names_.insert(Upper(section.Name()));
     for (const Section& section : content.Sections()) Take(section);
     return std::move(file_);

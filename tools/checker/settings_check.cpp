@@ -73,7 +73,7 @@ class SettingsCheck {
       findings_.Add(Msg::kEmptyFile, {kSettingsFile});
       return {.isRead = false};
     }
-    const SectionFile content = CheckLines(findings_, kSettingsFile, std::move(text), kToolkit);
+    const SectionFile content = CheckLines(findings_, kSettingsFile, text, kToolkit);
     for (const Section& section : content.Sections()) CheckSection(section);
     CheckMode(content);
     SkinLines lines;

@@ -61,7 +61,7 @@ class SkinCheck {
       findings_.Add(Msg::kEmptyFile, At(1));
       return false;
     }
-    content_ = CheckLines(findings_, name_, std::move(text), "Skin");
+    content_ = CheckLines(findings_, name_, text, "Skin");
     if (const Section& project = content_.Find("PACK"); !project.Heads().empty()) {
       const std::string skin = Beside(project.GetText("name"));
       findings_.Add(Msg::kNotAFile, At(1), {name_, "the project of a skin"},
