@@ -159,6 +159,10 @@ class PreviewTest(unittest.TestCase):
         wait_until(lambda: display.picture()[4 * 1024 * 600:] != below, "other findings")
         process.terminate()
         self.assertEqual(process.wait(), 0)
+        process = self.start(DISPLAY=display.name)
+        expect()
+        display.xdotool("search", "--name", "zel-preview", "windowclose")  # nobody asks the window itself
+        self.assertEqual(process.wait(timeout=10), 0)
         self.assertEqual(list(self.place.iterdir()), [self.tree])
         without = subprocess.run([PREVIEW, self.tree], env=dict(os.environ, DISPLAY=""), capture_output=True, text=True)
         self.assertEqual(without.returncode, 2)

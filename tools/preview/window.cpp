@@ -18,6 +18,7 @@
 #include "imageformats/register.h"
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/input.h"
+#include "toolkit/base/process.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/core/dialog.h"
 #include "toolkit/core/event_loop.h"
@@ -140,8 +141,8 @@ class MouseButton final : public Button {
 
 class PreviewScreen final : public Dialog {
  public:
-  PreviewScreen(PollLoop& loop, Channel& channel, Size menu)
-      : loop_{loop}, channel_{channel}, view_{channel} {
+  PreviewScreen(PollLoop& loop, Channel& channel, Size menu, std::string title)
+      : loop_{loop}, channel_{channel}, title_{std::move(title)}, view_{channel} {
     Add(&ground_);
     Add(&view_);
     Add(&news_);
@@ -168,6 +169,7 @@ class PreviewScreen final : public Dialog {
     Dialog::MsgTick();
     loop_.Pass(0);
     SetFocus(&view_);
+    AskForWindow();
   }
   void MsgInitSkin() override {
     ground_.SetColor(Color{0, 0, 0});
@@ -191,8 +193,16 @@ class PreviewScreen final : public Dialog {
   }
 
  private:
+  // Nobody tells Allegro of a window that another program destroys, and without anything to draw
+  // nothing is asked of it: once a second its title is, and the server refuses that.
+  void AskForWindow() {
+    if (++ticks_ % settings.UsableFrameRate() == 0) set_window_title(title_.c_str());
+  }
+
   PollLoop& loop_;
   Channel& channel_;
+  const std::string title_;
+  int ticks_ = 0;
   ClearScreen ground_;
   MenuView view_;
   TextView news_;
@@ -217,6 +227,11 @@ Size SizeOf(const std::string& message) {
   std::int32_t extent[2];
   std::memcpy(extent, message.data(), sizeof extent);
   return {extent[0], extent[1]};
+}
+
+void OnWindowGone() {
+  std::fputs("zel-preview: the window was taken away\n", stderr);
+  std::_Exit(EXIT_SUCCESS);
 }
 
 // The process that has the window.
@@ -253,7 +268,8 @@ void RunWindow(int descriptor, Size menu, const std::string& title, const std::s
   }
   set_window_title(title.c_str());
   {
-    PreviewScreen screen{loop, channel, menu};
+    process.onDisplayLost = OnWindowGone;
+    PreviewScreen screen{loop, channel, menu, title};
     channel.onEnd = [&screen] { screen.Close(); };
     channel.onMessage = [&](char kind, const std::string& body) {
       if (kind == kFrameMessage) screen.Show(body.substr(2 * sizeof(std::int32_t)), SizeOf(body));
