@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <string>
@@ -13,6 +14,7 @@
 #include "tools/preview/contact_sheet.h"
 #include "tools/preview/options.h"
 #include "tools/preview/picture.h"
+#include "tools/preview/rehearsal.h"
 #include "tools/preview/server.h"
 #include "tools/preview/window.h"
 
@@ -21,6 +23,10 @@ int main(int argc, char** argv) {
   if (chdir(options.directory.c_str()) != 0)
     zel::kPreview.Reject(options.directory + ": " + std::strerror(errno));
   const zel::Scene& scene = options.scene;
+  if (scene.language || !options.sheet.empty())
+    if (const std::string missing = zel::MissingCatalogues(scene); !missing.empty())
+      std::fprintf(stderr, "zel-preview: no translations for %s; texts of zel's own are English\n",
+                   missing.c_str());
   if (!options.sheet.empty()) return zel::MakeContactSheet(scene, options.sheet);
   zel::Scratch scratch;
   if (!options.png.empty()) zel::MakePicture(scene, scratch, options.png);

@@ -144,8 +144,10 @@ class CheckTest(unittest.TestCase):
         self.assertEqual(self.preview("--assume", READY, *wait), seen[0])  # as it was when that was chosen
 
     def test_a_contact_sheet_has_every_menu_and_stays_when_it_is_sent(self):
-        subprocess.check_call([BUILD / "bin/zel-preview", self.shipped, "--all", self.tree, "--size", "320x240",
-                               "--lang", "fr"])
+        (self.shipped / "raid.cfg").unlink()  # the menu is empty then
+        sheet = [BUILD / "bin/zel-preview", self.shipped, "--all", self.tree, "--size", "320x240", "--lang", "fr"]
+        result = subprocess.run(sheet, check=False, capture_output=True, text=True)
+        self.assertEqual((result.returncode, result.stderr), (2, "zel-preview: raid.cfg: there is no such file\n"))
         page = (self.tree / "index.html").read_text(encoding="utf-8")
         menus = re.findall(r"<h2>(\w+)\.cfg <span>(.*)</span>", page)
         self.assertEqual(len(menus), len(list((ROOT / "data").glob("*.cfg"))) - 1)  # zel.cfg is none
@@ -154,6 +156,9 @@ class CheckTest(unittest.TestCase):
         for name, _ in menus:
             picture = base64.b64encode((self.tree / f"{name}-320x240-fr.png").read_bytes()).decode()
             self.assertEqual(page.count(f'"data:image/png;base64,{picture}"'), 1, name)
+        (self.shipped / "zel.cfg").write_text("[Toolkit]\n", encoding="utf-16")
+        result = subprocess.run(sheet, check=False, capture_output=True, text=True)
+        self.assertEqual((result.returncode, result.stderr), (2, f"zel-preview: {self.shipped}/zel.cfg: has zero bytes and is no text\n"))
 
     def test_a_wrong_command_line_says_what_is_wrong_with_it(self):
         picture_of = ("zel-preview", ROOT / "data", "--png", "/none/a.png")

@@ -138,6 +138,7 @@ bool WritePage(const std::vector<Picture>& pictures, const Survey& survey,
       page << (picture.menu ? "</section>\n" : "") << "<section id=\"menu" << picture.menu
            << "\"><h2>" << HtmlText(shown.file) << " <span>" << HtmlText(shown.title)
            << "</span></h2>\n";
+      if (!shown.complaint.empty()) page << "<p>" << HtmlText(shown.complaint) << "</p>\n";
       for (const std::string& file : shown.assumed)
         page << "<p>as it is where there is " << HtmlText(file) << ", which is missing here</p>\n";
       menu = picture.menu;
@@ -158,10 +159,16 @@ int MakeContactSheet(const Scene& scene, const std::filesystem::path& directory)
   const Survey survey = SurveyMenus(scene);
   if (!survey.complaint.empty()) kPreview.Reject(survey.complaint);
   const std::vector<Picture> pictures = PicturesOf(survey, scene);
-  const bool isWell = MakePictures(pictures, survey, scene, directory);
+  bool isWell = MakePictures(pictures, survey, scene, directory);
   if (!WritePage(pictures, survey, directory)) {
     std::filesystem::remove(directory / "index.html", error);
     kPreview.Reject("--all " + directory.string() + ": index.html cannot be written");
+  }
+  // The launcher shows an empty menu there.
+  for (const Survey::Menu& menu : survey.menus) {
+    if (menu.complaint.empty()) continue;
+    std::fprintf(stderr, "zel-preview: %s: %s\n", menu.file.c_str(), menu.complaint.c_str());
+    isWell = false;
   }
   return isWell ? EXIT_SUCCESS : kFailedStatus;
 }

@@ -47,14 +47,33 @@ std::string OwnCatalogues() {
   return std::filesystem::is_directory(own, error) ? own.string() : paths.catalogues;
 }
 
-// Of a file that the launcher would do without, with a picture of something else.
-std::string ComplainOf(const std::string& file, std::uint64_t limit) {
-  const std::string why = WhyNoFile(file, limit);
+// Where gettext looks for the texts of a language, from the one of its country on.
+bool HasCatalogue(const std::filesystem::path& catalogues, std::string language) {
+  std::error_code error;
+  const std::filesystem::path file = std::filesystem::path{"LC_MESSAGES"} / "quillon.mo";
+  return std::filesystem::exists(catalogues / language / file, error) ||
+         std::filesystem::exists(catalogues / language.substr(0, language.find('_')) / file, error);
+}
+
+// Of a text that the launcher would do without, with a picture of something else.
+std::string ComplainOf(const std::string& file, std::size_t limit) {
+  const std::string why = WhyNoText(file, limit);
   std::error_code error;
   return why.empty() ? why : std::filesystem::absolute(file, error).string() + ": " + why;
 }
 
 }  // namespace
+
+std::string MissingCatalogues(const Scene& scene) {
+  const std::string catalogues = OwnCatalogues();
+  std::string missing;
+  for (const LanguageRow& row : Languages()) {
+    const bool isShown = !scene.language || scene.language == std::string_view{row.code};
+    if (isShown && row.language != kEnglish && !HasCatalogue(catalogues, row.catalogue))
+      missing += (missing.empty() ? "" : ", ") + std::string{row.code};
+  }
+  return missing.empty() ? missing : missing + " in " + catalogues;
+}
 
 Rehearsal::Rehearsal(const Scene& scene, Scratch& scratch) : scene_{scene}, scratch_{scratch} {
   UsePixelsOfDisplays();
@@ -99,7 +118,7 @@ std::string Rehearsal::SetUp() {
   if (scene_.zoom) settings.zoom = *scene_.zoom;
   if (!scene_.look.empty()) settings.skinPath.Assign(scene_.look.c_str());
   if (const std::string skin = settings.skinPath.c_str(); skin != "default" && IsThere(skin))
-    complaint = ComplainOf(skin, UINT64_MAX);
+    complaint = ComplainOf(skin, kLongestConfigFile);
   if (!complaint.empty()) return complaint;
   launcherState.looks.Begin();
   const Size size = scene_.size.w ? scene_.size : Size{settings.screenWidth, settings.screenHeight};

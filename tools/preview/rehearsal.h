@@ -14,6 +14,10 @@
 
 namespace zel {
 
+// The languages of a scene, or all where it has none, whose translations of the launcher's own
+// words are missing here: "de, fr in DIRECTORY", or nothing.
+std::string MissingCatalogues(const Scene& scene);
+
 // One for each process, in the directory of the menu's files. All of the machine that the launcher
 // knows, but the menu's files and those that its items ask about, is in the scratch directory.
 class Rehearsal {

@@ -20,13 +20,14 @@
 #include "toolkit/base/section_file.h"
 #include "toolkit/base/settings.h"
 #include "tools/preview/rehearsal.h"
+#include "tools/support/input_file.h"
 
 namespace zel {
 namespace {
 
 // What the process that reads tells the other one: lines of a letter and a value.
 constexpr char kComplaint = '!', kSize = 's', kFile = 'f', kTitle = 't', kPosition = 'p',
-               kAssumed = 'a';
+               kAssumed = 'a', kTrouble = 'x';
 
 void Tell(std::string& said, char what, std::string value) {
   std::replace(value.begin(), value.end(), '\n', ' ');
@@ -122,6 +123,7 @@ class MenuTour {
     Tell(said_, kFile, file);
     Tell(said_, kTitle, Converted(session.Config().menuTitle.c_str(), U_CURRENT, U_UTF8));
     Tell(said_, kPosition, position);
+    Tell(said_, kTrouble, WhyNoText(file, kLongestWholeFile));
     for (const std::string& assumed : way.assumed) Tell(said_, kAssumed, assumed);
     AddSubmenus(session, way);
     for (const std::string& hiding : HidingFiles(session)) {
@@ -164,9 +166,10 @@ std::string Read(const Scene& scene, Scratch& scratch) {
 void Understand(const std::string& line, Survey& survey) {
   const std::string value = line.substr(1);
   if (line[0] == kComplaint) survey.complaint = value;
-  if (line[0] == kFile) survey.menus.push_back({value, {}, {}, {}});
+  if (line[0] == kFile) survey.menus.push_back({value, {}, {}, {}, {}});
   if (line[0] == kTitle && !survey.menus.empty()) survey.menus.back().title = value;
   if (line[0] == kPosition && !survey.menus.empty()) survey.menus.back().position = value;
+  if (line[0] == kTrouble && !survey.menus.empty()) survey.menus.back().complaint = value;
   if (line[0] == kAssumed && !survey.menus.empty()) survey.menus.back().assumed.push_back(value);
   if (line[0] != kSize) return;
   Size size;

@@ -12,8 +12,9 @@ namespace zel {
 struct Survey {
   struct Menu {
     std::string file;
-    std::string title;     // UTF-8
-    std::string position;  // where a person is who has just opened it, as position files say it
+    std::string title;      // UTF-8
+    std::string position;   // where a person is who has just opened it, as position files say it
+    std::string complaint;  // what keeps it from being read, or nothing
     std::vector<std::string> assumed;  // files that are missing here and would hide the way to it
   };
   std::string complaint;  // what keeps the rest from being known, or nothing

@@ -6,6 +6,8 @@
 #include <cerrno>
 #include <cstring>
 
+#include "toolkit/base/bytes.h"
+
 namespace zel {
 
 std::string WhyNoFile(const std::string& path, std::uint64_t limit) {
@@ -24,6 +26,13 @@ std::string WhyNoFile(const std::string& path, std::uint64_t limit) {
   if (access(path.c_str(), R_OK) != 0) return strerrordesc_np(errno);
   if (static_cast<std::uint64_t>(status.st_size) <= limit) return {};
   return "is larger than " + std::to_string(limit >> 10) + " KB";
+}
+
+std::string WhyNoText(const std::string& path, std::size_t limit) {
+  const std::string why = WhyNoFile(path, limit);
+  const bool isBinary =
+      why.empty() && ReadText(path.c_str(), limit).find('\0') != std::string::npos;
+  return isBinary ? "has zero bytes and is no text" : why;
 }
 
 }  // namespace zel

@@ -1,6 +1,7 @@
 // Files that a tool is to read.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -9,5 +10,8 @@ namespace zel {
 // What keeps a regular file of so many bytes at most from being read, as the end of a sentence:
 // "there is no such file". Nothing where it can be read.
 std::string WhyNoFile(const std::string& path, std::uint64_t limit = UINT64_MAX);
+
+// Likewise of a text.
+std::string WhyNoText(const std::string& path, std::size_t limit);
 
 }  // namespace zel
