@@ -86,12 +86,16 @@ void CheckLooks(Findings& findings, const SkinLines& lines, const std::string& s
     findings.Add(Msg::kLookLeft, place, {skin});
 }
 
-std::vector<Size> Screens(const std::vector<MenuFile>& menus) {
-  std::vector<Size> screens(std::begin(kUsualScreens), std::end(kUsualScreens));
+// Without settings only those that the menu itself names.
+std::vector<Size> Screens(const std::vector<MenuFile>& menus, bool areSettingsRead) {
+  std::vector<Size> screens;
   const auto add = [&screens](Size size) {
     if (std::find(screens.begin(), screens.end(), size) == screens.end()) screens.push_back(size);
   };
-  add({settings.screenWidth, settings.screenHeight});
+  if (areSettingsRead) {
+    std::for_each(std::begin(kUsualScreens), std::end(kUsualScreens), add);
+    add({settings.screenWidth, settings.screenHeight});
+  }
   // With a zoom any size may have its section; each takes its time.
   constexpr std::size_t kMost = 200;
   if (settings.zoom == 1 || menus.empty()) return screens;
@@ -132,8 +136,8 @@ std::vector<Finding> CheckTree() {
   const Size own{settings.screenWidth, settings.screenHeight};
   // What is wrong with a screen that cannot be is said.
   Size read;
-  if (lines.isRead && ReadSectionSize(SectionFor(own), &read))
-    CheckLayouts(findings, pictures, menus, Screens(menus), own, isLook);
+  if (!lines.isRead || ReadSectionSize(SectionFor(own), &read))
+    CheckLayouts(findings, pictures, menus, Screens(menus, lines.isRead), own, isLook);
   SetCurrentSkin(nullptr);
   EngineExit();
   SetZoom(1);
