@@ -81,8 +81,13 @@ class LayoutCheck {
     constexpr std::size_t kFew = 3;
     for (const auto& [sizes, icons] : largeIcons_) {
       const auto& [size, room] = sizes;
+      const bool areMany = icons.size() > kFew;
+      // What allows one of them allows the message on all.
+      const auto allowed = std::count_if(icons.begin(), icons.end(), [this](const Icon& icon) {
+        return findings_.IsAllowed(Msg::kIconLarge, icon.first);
+      });
+      if (areMany && allowed > 0) continue;
       for (const auto& [place, name] : icons) {
-        const bool areMany = icons.size() > kFew;
         findings_.Add(
             Msg::kIconLarge, place,
             {areMany ? name + " and " + std::to_string(icons.size() - 1) + " others" : name, size,
@@ -118,6 +123,8 @@ class LayoutCheck {
   }
 
  private:
+  using Icon = std::pair<Place, std::string>;
+
   static bool HasSection(const MenuFile& menu, const std::string& name) {
     return menu.screens.contains(Upper(name));
   }
@@ -185,10 +192,10 @@ class LayoutCheck {
     add(kProgressKeys, {at.progressX, at.progressY, at.progressW, kProgressHeight});
     if (menu.General().Find("HintFile"))
       add(kHintKeys, {at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight});
-    if (outside.size() != 1) return;
+    if (outside.size() > 1 && !IsMeantForOwn(menu)) return;
     const std::string section = std::exchange(section_, kGeneralSection);
     const Size screen = std::exchange(screen_, own_);
-    CheckPanel(menu, *outside.front().first, outside.front().second);
+    for (const auto& [keys, panel] : outside) CheckPanel(menu, *keys, panel);
     section_ = section;
     screen_ = screen;
   }
