@@ -185,22 +185,21 @@ void Findings::Merge() {
   findings_ = std::move(kept);
 }
 
+bool Findings::IsAllowed(Msg id, const Place& place) {
+  bool isAllowed = false;
+  for (Allowed& allowed : allowed_) {
+    // What is true of the whole file is said of its first line.
+    const bool isHere = (allowed.line <= place.line && place.line <= allowed.last) ||
+                        (place.line == 1 && allowed.comment.line == 1);
+    if (isHere && allowed.comment.file == place.file && allowed.name == MessageOf(id).name)
+      allowed.isUsed = isAllowed = true;
+  }
+  return isAllowed;
+}
+
 std::vector<Finding> Findings::Finish() {
-  const auto isAllowed = [this](const Finding& finding) {
-    bool is = false;
-    for (Allowed& allowed : allowed_) {
-      const int line = finding.place.line;
-      // What is true of the whole file is said of its first line.
-      const bool isHere = (allowed.line <= line && line <= allowed.last) ||
-                          (line == 1 && allowed.comment.line == 1);
-      if (!isHere || allowed.comment.file != finding.place.file ||
-          allowed.name != MessageOf(finding.id).name)
-        continue;
-      allowed.isUsed = is = true;
-    }
-    return is;
-  };
-  std::erase_if(findings_, isAllowed);
+  std::erase_if(findings_,
+                [this](const Finding& finding) { return IsAllowed(finding.id, finding.place); });
   for (const Allowed& allowed : allowed_)
     if (!allowed.isUsed) Add(Msg::kAllowUnused, allowed.comment, {allowed.name});
   std::stable_sort(findings_.begin(), findings_.end(), [this](const Finding& a, const Finding& b) {

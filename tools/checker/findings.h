@@ -47,6 +47,9 @@ class Findings {
   // its last one.
   void AllowInText(const std::string& file, int line, int last);
 
+  // Whether a comment silences such a message there; it is of use then.
+  bool IsAllowed(Msg id, const Place& place);
+
   // The findings by file, in the order in which files were first named, and line. What is wrong
   // with a file that many lines name is said in the first of them.
   std::vector<Finding> Finish();

@@ -175,8 +175,20 @@ class LayoutCheck {
     return false;
   }
 
+  // Whether the general section is plainly meant for the settings' own screen: its background is as
+  // large, or the other usual screens have sections.
+  bool IsMeantForOwn(const MenuFile& menu) {
+    const MenuLine* line = menu.General().Find("Background");
+    const BITMAP* background = line ? pictures_.Get(line->entry.value) : nullptr;
+    return (background && Size{background->w, background->h} == own_) ||
+           (IsUsual(own_) &&
+            std::all_of(std::begin(kUsualScreens), std::end(kUsualScreens), [&](Size usual) {
+              return usual == own_ || HasSection(menu, SectionFor(usual));
+            }));
+  }
+
   // With a zoom, what does not fit the screen that it is meant for gives way to the section of
-  // another one. Where no more than a panel of it lies outside, it is meant for this screen.
+  // another one. Where no more than a panel of it lies outside, it is meant for this screen, too.
   void CheckPassedOver(const MenuFile& menu) {
     if (settings.zoom == 1 || Upper(section_) == kGeneralSection ||
         HasSection(menu, SectionFor(own_)))
@@ -521,7 +533,6 @@ class LayoutCheck {
   bool isLook_;
   Size screen_;  // in the pixels of the file
   std::string section_;
-  using Icon = std::pair<Place, std::string>;
   std::map<std::pair<std::string, std::string>, std::vector<Icon>> largeIcons_;  // by size and room
   bool hasGeneral_ = false;  // a screen for the general section was found
   std::map<std::string, const MenuFile*> places_;
