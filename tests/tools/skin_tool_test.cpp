@@ -180,7 +180,7 @@ TEST_F(SkinToolTest, MistakesAreNamedInTheirPlace) {
     place.Write("mine/skin.ini", text);
     said += "---\n" + Pack("mine", "packed");
   }
-  EXPECT_TRUE(FilesOf("packed").empty());
+  EXPECT_TRUE(std::filesystem::create_directory(place.Path("packed")));  // it is gone
   place.Write("packed/loose.skin", "[Skin]\nmain_data = ../my.dat\n");
   place.Write("packed/bad.skin", "[Skin]\ncursors = bad.skin\n");
   for (const std::string skin : {"packed", "packed/loose.skin", "packed/bad.skin", "mine/odd.bmp"})
@@ -296,8 +296,9 @@ TEST_F(SkinToolTest, PackingTouchesNothingButTheSkinAndNotEvenThatWhenItFails) {
   ASSERT_EQ(Pack("project", "packed"), "");
   EXPECT_TRUE(FilesOf("packed") == before);
   place.Write("project/skin.ini", "[COLORS]\nface = red\n" + place.Read("project/skin.ini"));
-  EXPECT_NE(Pack("project", "packed"), "");
+  for (const char* target : {"packed", "made/for/it"}) EXPECT_NE(Pack("project", target), "");
   EXPECT_TRUE(FilesOf("packed") == before);
+  EXPECT_FALSE(std::filesystem::exists(place.Path("made")));
 }
 
 TEST_F(SkinToolTest, DamageDoesNoHarm) {

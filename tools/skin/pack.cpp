@@ -209,7 +209,8 @@ void CheckPacked(const std::string& skin, const Packer& packer, Complaints& comp
   }
 }
 
-// Puts files in the places of others: all of them, or none.
+// Puts files in the places of others: all of them, or none. Whoever reads one meanwhile finds the
+// old one or the new one.
 class Exchange {
  public:
   // The new files lie beside those, as kUnfinished says; where none does, the old one goes.
@@ -221,43 +222,72 @@ class Exchange {
 
   void Run() {
     for (const std::string& path : paths_)
-      if (complaints_.HasErrors() || !Rename(path, "", kReplaced, moved_) ||
-          !Rename(path, kUnfinished, "", placed_))
-        return;
+      if (complaints_.HasErrors() || !Replace(path)) return;
   }
 
   // With errors everything is as it was.
   void Finish() {
     std::error_code ignored;
-    if (!complaints_.HasErrors()) {
-      for (const std::string& path : moved_) std::filesystem::remove(path + kReplaced, ignored);
-      return;
+    const bool isUndone = complaints_.HasErrors();
+    if (isUndone)
+      for (const std::string& path : placed_) std::filesystem::remove(path, ignored);
+    for (const std::string& path : kept_) {
+      if (isUndone) std::filesystem::rename(path + kReplaced, path, ignored);
+      // Nothing was moved where both are the same file still.
+      std::filesystem::remove(path + kReplaced, ignored);
     }
-    for (const std::string& path : placed_) std::filesystem::remove(path, ignored);
-    for (const std::string& path : moved_) std::filesystem::rename(path + kReplaced, path, ignored);
-    for (const std::string& path : paths_) std::filesystem::remove(path + kUnfinished, ignored);
+    if (isUndone)
+      for (const std::string& path : paths_) std::filesystem::remove(path + kUnfinished, ignored);
   }
 
  private:
   static constexpr const char* kReplaced = ".zel-skin-old";
 
-  // From one ending of a path to another; notes the path. Nothing needs to be done where there is
-  // no such file.
-  bool Rename(const std::string& path, const char* from, const char* to,
-              std::vector<std::string>& done) {
+  bool Replace(const std::string& path) {
     std::error_code error;
-    if (!IsThere(path + from)) return true;
-    std::filesystem::rename(path + from, path + to, error);
+    const bool isOld = IsThere(path), isNew = IsThere(path + kUnfinished);
+    if (isOld && !Keep(path, error)) return Complain(path, error);
+    if (isNew)
+      std::filesystem::rename(path + kUnfinished, path, error);
+    else if (isOld)
+      std::filesystem::remove(path, error);
+    if (error) return Complain(path, error);
+    if (isNew && !isOld) placed_.push_back(path);
+    return true;
+  }
+
+  // The old file under another name, too.
+  bool Keep(const std::string& path, std::error_code& error) {
+    if (std::filesystem::is_directory(path, error)) {
+      error = std::make_error_code(std::errc::is_a_directory);
+      return false;
+    }
+    std::filesystem::remove(path + kReplaced, error);
+    std::filesystem::create_hard_link(path, path + kReplaced, error);
+    // Not every file system has such links.
     if (error)
-      complaints_.Add(path + from, 0, error.message());
-    else
-      done.push_back(path);
+      std::filesystem::copy(path, path + kReplaced, std::filesystem::copy_options::copy_symlinks,
+                            error);
+    kept_.push_back(path);
     return !error;
   }
 
+  bool Complain(const std::string& path, const std::error_code& error) {
+    complaints_.Add(path, 0, error.message());
+    return false;
+  }
+
   Complaints& complaints_;
-  std::vector<std::string> paths_, moved_, placed_;
+  std::vector<std::string> paths_, kept_, placed_;
 };
+
+// The directories on the way to a file that are missing, those below last.
+void AddMissing(const std::filesystem::path& file, std::set<std::string>& directories) {
+  std::error_code ignored;
+  for (std::filesystem::path above = file.parent_path();
+       !above.empty() && !std::filesystem::exists(above, ignored); above = above.parent_path())
+    directories.insert(above);
+}
 
 }  // namespace
 
@@ -269,19 +299,28 @@ void PackSkin(const std::string& directory, const std::string& target, Complaint
   packer.WarnOfMissing();
   // A full disk does not take the skin that is there, and neither does what only shows in the whole
   // skin.
+  const std::filesystem::path place = target;
   std::vector<std::string> names;
+  std::set<std::string> missing;
   for (const auto& [name, bytes] : files) {
     names.push_back(name);
+    AddMissing(place / name, missing);
     if ((!bytes.empty() || name == packer.Name()) && !complaints.HasErrors())
-      WriteNew(std::filesystem::path{target} / (name + kUnfinished),
+      WriteNew(place / (name + kUnfinished),
                {reinterpret_cast<const char*>(bytes.data()), bytes.size()}, complaints);
   }
-  for (const std::string& font : packer.Fonts())
+  for (const std::string& font : packer.Fonts()) {
+    AddMissing(place / font, missing);
     if (CopyUnfinished(font, directory, target, complaints)) names.push_back(font);
+  }
   Exchange exchange{target, names, complaints};
   exchange.Run();
   if (!complaints.HasErrors()) CheckPacked(target + '/' + packer.Name(), packer, complaints);
   exchange.Finish();
+  if (!complaints.HasErrors()) return;
+  std::error_code ignored;
+  for (auto made = missing.rbegin(); made != missing.rend(); ++made)
+    std::filesystem::remove(*made, ignored);
 }
 
 }  // namespace zel
