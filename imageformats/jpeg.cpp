@@ -3,6 +3,7 @@
 #include <bit>
 #include <csetjmp>
 #include <cstdio>
+#include <span>
 
 #include <jpeglib.h>
 
@@ -38,8 +39,6 @@ void EscapeFromDamage(j_common_ptr info, int level) {
   }
   Escape(info);
 }
-
-void SayNothing(j_common_ptr) {}
 
 // More scans than any encoder makes only keep the decoder busy.
 constexpr int kMostScans = 100;
@@ -111,21 +110,17 @@ void ReadRows(Decoder& decoder) {
   }
 }
 
-bool Decode(Decoder& decoder, const std::uint8_t* bytes, std::size_t length, int depth) {
+bool Decode(Decoder& decoder, std::span<const std::uint8_t> file, int depth) {
   jpeg_decompress_struct& info = decoder.info;
   info.err = jpeg_std_error(&decoder.trap.manager);
   decoder.trap.manager.error_exit = Escape;
   decoder.trap.manager.emit_message = EscapeFromDamage;
-  decoder.trap.manager.output_message = SayNothing;
-  if (setjmp(decoder.trap.escape) != 0) {
-    jpeg_destroy_decompress(&info);
-    return false;
-  }
+  if (setjmp(decoder.trap.escape) != 0) return false;
   jpeg_create_decompress(&info);
   info.mem->max_memory_to_use = kMostMemory;
   decoder.progress.progress_monitor = EscapeFromEndlessScans;
   info.progress = &decoder.progress;
-  jpeg_mem_src(&info, bytes, static_cast<unsigned long>(length));
+  jpeg_mem_src(&info, file.data(), static_cast<unsigned long>(file.size()));
   jpeg_read_header(&info, TRUE);
   const bool isCmyk = info.jpeg_color_space == JCS_CMYK || info.jpeg_color_space == JCS_YCCK;
   info.out_color_space = isCmyk ? JCS_CMYK : JCS_EXT_RGBA;
@@ -138,7 +133,6 @@ bool Decode(Decoder& decoder, const std::uint8_t* bytes, std::size_t length, int
     ReadRows(decoder);
     jpeg_finish_decompress(&info);
   }
-  jpeg_destroy_decompress(&info);
   return decoder.picture != nullptr;
 }
 
@@ -146,14 +140,13 @@ bool Decode(Decoder& decoder, const std::uint8_t* bytes, std::size_t length, int
 
 BITMAP* LoadJpeg(const char* fileName, RGB* palette) {
   const Bytes bytes = ReadPicture(fileName);
-  if (bytes.empty()) return nullptr;
   const int depth = PictureDepth();
   Decoder decoder{};
-  if (!Decode(decoder, bytes.data(), bytes.size(), depth)) {
-    if (decoder.picture) destroy_bitmap(decoder.picture);
-    return nullptr;
-  }
-  return FinishPicture(decoder.picture, depth, palette);
+  const bool whole = Decode(decoder, bytes, depth);
+  jpeg_destroy_decompress(&decoder.info);
+  if (whole) return FinishPicture(decoder.picture, depth, palette);
+  destroy_bitmap(decoder.picture);
+  return nullptr;
 }
 
 }  // namespace zel

@@ -10,8 +10,6 @@
 namespace zel {
 namespace {
 
-constexpr std::size_t kSignature = 8;
-
 struct Source {
   const std::uint8_t* bytes;
   std::size_t length;
@@ -83,17 +81,16 @@ bool Decode(Decoder& decoder, Source& source, int depth) {
 
 BITMAP* LoadPng(const char* fileName, RGB* palette) {
   const Bytes bytes = ReadPicture(fileName);
-  if (bytes.size() < kSignature || png_sig_cmp(bytes.data(), 0, kSignature) != 0) return nullptr;
   Source source{bytes.data(), bytes.size()};
   const int depth = PictureDepth();
   Decoder decoder{};
   decoder.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, Escape, SayNothing);
-  if (decoder.png) decoder.info = png_create_info_struct(decoder.png);
+  decoder.info = png_create_info_struct(decoder.png);
   const bool whole = decoder.info && Decode(decoder, source, depth);
-  if (decoder.pixels) png_free(decoder.png, decoder.pixels);
-  if (decoder.png) png_destroy_read_struct(&decoder.png, &decoder.info, nullptr);
+  png_free(decoder.png, decoder.pixels);
+  png_destroy_read_struct(&decoder.png, &decoder.info, nullptr);
   if (whole) return FinishPicture(decoder.picture, depth, palette);
-  if (decoder.picture) destroy_bitmap(decoder.picture);
+  destroy_bitmap(decoder.picture);
   return nullptr;
 }
 
