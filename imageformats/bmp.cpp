@@ -17,12 +17,12 @@ constexpr std::size_t kHeightAt = 22, kBitsAt = 28, kCompressionAt = 30;  // in 
 enum Compression { kPlain, kRuns8, kRuns4, kMasks };
 
 struct Header {
-  std::size_t bytes = 0;     // without the file's
-  std::size_t pixelsAt = 0;  // where Allegro begins to read them, or would if it knew long headers
-  int width = 0, height = 0;
-  bool isTopDown = false;
-  int bits = 0;  // of a pixel
-  std::uint32_t compression = kPlain;
+  std::size_t bytes;     // without the file's
+  std::size_t pixelsAt;  // where Allegro begins to read them, or would if it knew long headers
+  int width, height;
+  bool isTopDown;
+  int bits;  // of a pixel
+  std::uint32_t compression;
 
   std::size_t RowBytes() const {
     const int doubleWords = (width * bits + 31) / 32;
@@ -58,8 +58,7 @@ bool FitsBits(const Header& header) {
 
 bool ReadHeader(const Bytes& file, Header& header) {
   ByteReader reader{file};
-  if (reader.Little16() != ('B' | 'M' << 8)) return false;
-  reader.Skip(8);
+  reader.Skip(kPixelsFieldAt);
   const std::size_t pixelsAt = reader.Little32();
   header.bytes = reader.Little32();
   if (std::find(std::begin(kHeaders), std::end(kHeaders), header.bytes) == std::end(kHeaders))
@@ -75,8 +74,10 @@ bool ReadHeader(const Bytes& file, Header& header) {
   header.height = static_cast<int>(std::abs(height));
   reader.Skip(2);
   header.bits = reader.Little16();
-  if (!isOs2) header.compression = reader.Little32();
-  reader.Skip(isOs2 ? 0 : kWindowsHeader - 20);
+  if (!isOs2) {
+    header.compression = reader.Little32();
+    reader.Skip(kWindowsHeader - 20);
+  }
   header.pixelsAt = std::max(kFileHeader + header.bytes, pixelsAt);
   if (header.compression == kMasks) {
     header.bits = BitsOfMasks(reader);
@@ -189,7 +190,6 @@ Bytes WithoutRuns(const Bytes& file, const Header& header) {
 Bytes ShortAndBottomUp(const Bytes& file, const Header& header) {
   Bytes turned = Start(file, header);
   WriteLittle32(turned, kHeightAt, static_cast<std::size_t>(header.height));
-  turned.reserve(turned.size() + header.PixelBytes());
   const auto rowBytes = static_cast<std::ptrdiff_t>(header.RowBytes());
   for (int y = 0; y < header.height; ++y) {
     const int row = header.isTopDown ? header.height - 1 - y : y;
@@ -203,7 +203,7 @@ Bytes ShortAndBottomUp(const Bytes& file, const Header& header) {
 }  // namespace
 
 BITMAP* LoadBmp(const Bytes& file, RGB* palette) {
-  Header header;
+  Header header{};
   if (!ReadHeader(file, header)) return nullptr;
   const bool isPaletted = header.bits <= 8;
   if (header.compression == kRuns8 || header.compression == kRuns4) {

@@ -14,11 +14,11 @@ constexpr std::uint32_t Id(const char (&text)[5]) {
 }
 
 struct Header {
-  bool isPlanar = false;
-  int width = 0, height = 0;
-  int planes = 0;  // of colour
-  bool hasMaskPlane = false;
-  bool isPacked = false;
+  bool isPlanar;
+  int width, height;
+  int planes;  // of colour
+  bool hasMaskPlane;
+  bool isPacked;
 
   // Rows come in words.
   std::size_t RowBytes() const {
@@ -58,7 +58,7 @@ bool TakeApart(const Bytes& file, Picture& picture) {
     const std::uint32_t id = reader.Big32(), length = reader.Big32();
     const auto chunk = reader.Take(length);
     if (!reader.IsSound()) return false;
-    if (length % 2 != 0 && reader.Left() > 0) reader.Skip(1);
+    reader.Skip(length % 2);
     if (!hasHeader && (id != Id("BMHD") || !ReadHeader(ByteReader{chunk}, picture.header)))
       return false;
     hasHeader = true;
@@ -74,7 +74,7 @@ bool Unpack(ByteReader& packed, Bytes& row) {
     const int code = packed.Byte();
     const bool isRun = code > kNothing;
     const int count = isRun ? 257 - code : code + 1;
-    if (packed.IsSound() && code == kNothing) continue;
+    if (code == kNothing) continue;
     const auto source = packed.Take(isRun ? 1 : static_cast<std::size_t>(count));
     if (!packed.IsSound() || count > row.end() - target) return false;
     target = isRun ? std::fill_n(target, count, source[0])
@@ -115,17 +115,16 @@ bool TakePixels(const Picture& picture, BITMAP* bitmap) {
 }
 
 void TakePalette(ByteReader colors, RGB* palette) {
-  for (int i = 0; i < PAL_SIZE; ++i) {
-    palette[i] = {};
-    for (unsigned char* channel : {&palette[i].r, &palette[i].g, &palette[i].b})
-      *channel = static_cast<unsigned char>(colors.Byte() >> 2);
-  }
+  const auto channel = [&colors] { return static_cast<unsigned char>(colors.Byte() >> 2); };
+  std::generate_n(palette, PAL_SIZE, [&channel] {
+    return RGB{channel(), channel(), channel(), 0};
+  });
 }
 
 }  // namespace
 
 BITMAP* LoadLbm(const Bytes& file, RGB* palette) {
-  Picture picture;
+  Picture picture{};
   if (!TakeApart(file, picture)) return nullptr;
   BitmapPtr bitmap{create_bitmap_ex(8, picture.header.width, picture.header.height)};
   if (!bitmap) return nullptr;

@@ -20,7 +20,7 @@ int ReadByte(void* file) {
 
 long ReadBlock(void* target, long count, void* file) {
   Rest& rest = RestOf(file);
-  count = std::clamp<long>(count, 0, rest.end - rest.next);
+  count = std::min<long>(count, rest.end - rest.next);
   std::copy_n(rest.next, count, static_cast<std::uint8_t*>(target));
   rest.next += count;
   return count;
@@ -42,10 +42,13 @@ BITMAP* LoadFromMemory(const Bytes& bytes, Loader load, bool isPaletted, RGB* pa
   Rest rest{bytes.data(), bytes.data() + bytes.size()};
   PACKFILE* file = pack_fopen_vtable(&kReading, &rest);
   if (!file) return nullptr;
-  // Where the file has no colour, the loader leaves what it finds.
-  PALETTE black{};
-  if (isPaletted && palette) std::copy_n(black, PAL_SIZE, palette);
-  BITMAP* picture = load(file, isPaletted && !palette ? black : palette);
+  PALETTE own;
+  if (isPaletted) {
+    if (!palette) palette = own;
+    // Where the file has no colour, the loader leaves what it finds.
+    std::fill_n(palette, PAL_SIZE, RGB{});
+  }
+  BITMAP* picture = load(file, palette);
   pack_fclose(file);
   return picture;
 }

@@ -13,7 +13,7 @@ constexpr std::size_t kPaletteBytes = 768;
 bool HoldsRows(ByteReader& packed, int rowBytes, int rows) {
   constexpr int kRun = 0xC0;
   for (; rows > 0 && packed.IsSound(); --rows) {
-    for (int x = 0; x < rowBytes && packed.IsSound();) {
+    for (int x = 0; x < rowBytes;) {
       const int byte = packed.Byte();
       const bool isRun = (byte & kRun) == kRun;
       if (isRun) packed.Skip(1);

@@ -12,11 +12,11 @@ constexpr int kIsPacked = 8;  // in the type
 enum Type { kPaletted = 1, kTrueColor = 2, kGrey = 3 };
 
 struct Header {
-  std::size_t bytes = 0;  // up to the pixels
-  int type = 0;
-  bool isPacked = false;
-  std::size_t pixels = 0;
-  std::size_t pixelBytes = 0;
+  std::size_t bytes;  // up to the pixels
+  int type;
+  bool isPacked;
+  std::size_t pixels;
+  std::size_t pixelBytes;
 };
 
 bool IsKnown(int type, int bits) {
@@ -32,13 +32,13 @@ bool ReadHeader(ByteReader& reader, Header& header) {
   const int colors = reader.Little16(), colorBits = reader.Byte();
   reader.Skip(4);
   const int width = reader.Little16(), height = reader.Little16(), bits = reader.Byte();
-  reader.Skip(1);
-  reader.Skip(static_cast<std::size_t>(idBytes));
+  reader.Skip(1 + static_cast<std::size_t>(idBytes));
   header.type = type & ~kIsPacked;
   header.isPacked = (type & kIsPacked) != 0;
   if (!IsKnown(header.type, bits) || !IsPictureSize(width, height)) return false;
-  if ((header.type == kPaletted) != (paletteType == 1) || paletteType > 1) return false;
-  if (paletteType == 1) {
+  const bool isPaletted = header.type == kPaletted;
+  if (paletteType != (isPaletted ? 1 : 0)) return false;
+  if (isPaletted) {
     const bool isKnown = colorBits == 16 || colorBits == 24 || colorBits == 32;
     if (!isKnown || colors > PAL_SIZE) return false;
     reader.Skip(static_cast<std::size_t>(colors * colorBits / 8));
@@ -70,7 +70,7 @@ bool Unpack(ByteReader& packed, const Header& header, Bytes& pixels) {
 
 BITMAP* LoadTga(const Bytes& file, RGB* palette) {
   ByteReader reader{file};
-  Header header;
+  Header header{};
   if (!ReadHeader(reader, header)) return nullptr;
   Bytes plain;
   if (header.isPacked) {
