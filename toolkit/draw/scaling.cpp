@@ -27,13 +27,16 @@ struct Span {
     if (i == 0) return firstPart;
     return i + 1 == count ? lastPart : kUnit;
   }
+  std::uint32_t Total() const {
+    if (count == 1) return firstPart;
+    return firstPart + lastPart + static_cast<std::uint32_t>(count - 2) * kUnit;
+  }
   bool operator==(const Span&) const = default;
 };
 
 // The spans of `to` pixels over `from` ones.
 std::vector<Span> MakeSpans(int from, int to) {
   std::vector<Span> spans;
-  spans.reserve(static_cast<std::size_t>(to));
   const auto place = [=](int i) { return static_cast<std::int64_t>(i) * from * kUnit / to; };
   for (int i = 0; i < to; ++i) {
     const std::int64_t start = place(i), end = std::max(start + 1, place(i + 1));
@@ -42,7 +45,7 @@ std::vector<Span> MakeSpans(int from, int to) {
     const auto beyond = static_cast<std::uint32_t>(start % kUnit);
     const auto lastPart = static_cast<std::uint32_t>(end - std::int64_t{last} * kUnit);
     if (first == last)
-      spans.push_back({first, 1, kUnit, 0});
+      spans.push_back({first, 1, 1, 0});
     else
       spans.push_back({first, last - first + 1, kUnit - beyond, lastPart});
   }
@@ -143,67 +146,44 @@ class Mixer {
 
   void Run() {
     s_.Rows([this](int y) {
-      const Span& rows = s_.rows[y];
-      const bool isPlain = rows.count == 1;
-      if (isPlain)
-        TakeLine(s_.source.y + rows.first);
-      else
-        MixLines(rows);
-      MixColumns(y, isPlain ? 1 : Total(rows), isPlain);
+      MixLines(s_.rows[y]);
+      MixColumns(s_.area.y + y, s_.rows[y].Total());
     });
   }
 
  private:
   using Depth = Format<kDepth>;
 
-  static std::uint32_t Total(const Span& span) {
-    return span.firstPart + span.lastPart + static_cast<std::uint32_t>(span.count - 2) * kUnit;
-  }
-
   Pixel<std::uint32_t> At(int x, int y) const {
     const int color = Depth::Get(s_.from, s_.source.x + x, y);
     return color == mask_ ? Pixel<std::uint32_t>{} : Depth::Split(color);
   }
-  void TakeLine(int y) {
-    for (int x = 0; x < s_.source.w; ++x) line_[x] = At(x, y);
-  }
   void MixLines(const Span& rows) {
+    line_.assign(line_.size(), {});
     for (int i = 0; i < rows.count; ++i) {
       const int y = s_.source.y + rows.first + i;
       const std::uint32_t part = rows.Part(i);
-      for (int x = 0; x < s_.source.w; ++x) {
-        if (i == 0) line_[x] = {};
-        line_[x].Add(At(x, y), part);
-      }
+      for (int x = 0; x < s_.source.w; ++x) line_[x].Add(At(x, y), part);
     }
   }
 
   // `weight` is that of a whole pixel in the line.
-  void MixColumns(int y, std::uint32_t weight, bool isPlain) {
-    const int row = s_.area.y + y;
+  void MixColumns(int row, std::uint64_t weight) {
     for (int x = 0; x < s_.area.w; ++x) {
       const Span& columns = s_.columns[x];
       const int at = s_.area.x + x;
       if (x > 0 && columns == s_.columns[x - 1]) {
         Depth::Put(s_.to, at, row, Depth::Get(s_.to, at - 1, row));
-      } else if (columns.count > 1) {
-        Pixel<std::uint64_t> sums;
-        for (int i = 0; i < columns.count; ++i) sums.Add(line_[columns.first + i], columns.Part(i));
-        Depth::Put(s_.to, at, row, ColorOf(sums, std::uint64_t{weight} * Total(columns)));
-      } else if (isPlain) {
-        Depth::Put(
-            s_.to, at, row,
-            Depth::Get(s_.from, s_.source.x + columns.first, s_.source.y + s_.rows[y].first));
       } else {
         Pixel<std::uint64_t> sums;
-        sums.Add(line_[columns.first], 1);
-        Depth::Put(s_.to, at, row, ColorOf(sums, weight));
+        for (int i = 0; i < columns.count; ++i) sums.Add(line_[columns.first + i], columns.Part(i));
+        Depth::Put(s_.to, at, row, ColorOf(sums, weight * columns.Total()));
       }
     }
   }
 
   int ColorOf(const Pixel<std::uint64_t>& sums, std::uint64_t all) {
-    if (2 * sums.covered < all || sums.covered == 0) return mask_;
+    if (2 * sums.covered < all) return mask_;
     if (sums.covered != divisor_) {
       divisor_ = sums.covered;
       reciprocal_ = (kOne + divisor_ - 1) / divisor_;
