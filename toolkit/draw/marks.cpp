@@ -1,29 +1,23 @@
 #include "toolkit/draw/marks.h"
 
 #include <algorithm>
-#include <cstring>
-
-#include "toolkit/draw/bitmap_guard.h"
 
 namespace zel {
 namespace {
 
-constexpr int kBevel = 2;  // lines on each side of a box
-
-// Makes rows of a memory bitmap, where they are visible, look like the first of them.
-void RepeatRow(BITMAP* bitmap, int x1, int x2, int firstY, int lastY) {
-  const int left = std::max(x1, bitmap->cl), right = std::min(x2, bitmap->cr - 1) + 1;
-  if (left >= right) return;
-  const auto bytes = static_cast<std::size_t>(BytesPerPixel(bitmap_color_depth(bitmap)));
-  const auto pixels = [=](int y) {
-    return bitmap->line[y] + static_cast<std::size_t>(left) * bytes;
-  };
-  const std::size_t count = static_cast<std::size_t>(right - left) * bytes;
-  for (int y = firstY + 1; y <= lastY; ++y) std::memcpy(pixels(y), pixels(firstY), count);
+// Allegro draws circles of a negative radius beside the bitmap.
+void OutlineCircle(BITMAP* bitmap, int x, int y, int radius, Color color) {
+  if (radius >= 0) ::circle(bitmap, x, y, radius, color);
 }
 
-void DrawBox(BITMAP* bitmap, int x1, int y1, int x2, int y2, Color fill, Color light, Color dark,
-             int line) {
+void FillCircle(BITMAP* bitmap, int x, int y, int radius, Color color) {
+  if (radius >= 0) ::circlefill(bitmap, x, y, radius, color);
+}
+
+}  // namespace
+
+void DrawBox3D(BITMAP* bitmap, int x1, int y1, int x2, int y2, Color fill, Color light, Color dark,
+               int line) {
   if (fill != Color{}) ::rectfill(bitmap, x1, y1, x2, y2, fill);
   const Color outerLight = MixNear(light, dark);
   const Color innerDark = MixNear(dark, light);
@@ -44,34 +38,6 @@ void DrawBox(BITMAP* bitmap, int x1, int y1, int x2, int y2, Color fill, Color l
   level(left, bottom - line, x2, innerDark);
   level(x1, bottom, x2, dark);
   upright(right, y1, y2, dark);
-}
-
-// Allegro draws circles of a negative radius beside the bitmap.
-void OutlineCircle(BITMAP* bitmap, int x, int y, int radius, Color color) {
-  if (radius >= 0) ::circle(bitmap, x, y, radius, color);
-}
-
-void FillCircle(BITMAP* bitmap, int x, int y, int radius, Color color) {
-  if (radius >= 0) ::circlefill(bitmap, x, y, radius, color);
-}
-
-}  // namespace
-
-void DrawBox3D(BITMAP* bitmap, int x1, int y1, int x2, int y2, Color fill, Color light, Color dark,
-               int line) {
-  // All rows between the bevels look alike.
-  const int clipTop = bitmap->ct, clipBottom = bitmap->cb;
-  const int bevel = kBevel * line;
-  const int first = std::max(y1 + bevel, clipTop), last = std::min(y2 - bevel, clipBottom - 1);
-  if (fill == Color{} || !is_memory_bitmap(bitmap) || first >= last || x1 >= x2)
-    return DrawBox(bitmap, x1, y1, x2, y2, fill, light, dark, line);
-  bitmap->cb = first + 1;
-  DrawBox(bitmap, x1, y1, x2, y2, fill, light, dark, line);
-  bitmap->cb = clipBottom;
-  bitmap->ct = last;
-  DrawBox(bitmap, x1, y1, x2, y2, fill, light, dark, line);
-  bitmap->ct = clipTop;
-  RepeatRow(bitmap, x1, x2, first, last);
 }
 
 void DrawCircle3D(BITMAP* bitmap, int x, int y, int r, Color fill, Color light, Color dark) {
@@ -135,10 +101,8 @@ void DrawArrow(BITMAP* bitmap, int x, int y, Color color, int direction) {
 
 void DrawDottedRect(BITMAP* bitmap, int x1, int y1, int x2, int y2, Color color, int line) {
   const int period = 2 * line;
-  // Dots before the bitmap's first pixel are left out: the loops begin with the first one inside.
-  const auto firstDot = [=](int from) {
-    return from < 0 ? (from % period + period) % period : from;
-  };
+  // Dots far from the bitmap are left out.
+  const auto firstDot = [=](int from) { return std::max(from, from % period); };
   const auto dot = [=](int x, int y) {
     if (line == 1)
       ::putpixel(bitmap, x, y, color);
@@ -146,7 +110,7 @@ void DrawDottedRect(BITMAP* bitmap, int x1, int y1, int x2, int y2, Color color,
       ::rectfill(bitmap, x, y, x + line - 1, y + line - 1, color);
   };
   const int right = x2 - line + 1, bottom = y2 - line + 1;
-  const int lastX = std::min(right, bitmap->w - 1), lastY = std::min(bottom, bitmap->h - 1);
+  const int lastX = std::min(right, bitmap->w), lastY = std::min(bottom, bitmap->h);
   for (int x = firstDot(x1); x <= lastX; x += period) {
     dot(x, y1);
     dot(x, bottom);

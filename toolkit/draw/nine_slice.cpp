@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cassert>
 #include <cstdint>
-#include <cstring>
-#include <string_view>
 
 #include "toolkit/draw/pixel_copy.h"
 
@@ -52,21 +50,13 @@ class Copier {
   // the first `tile` columns, which have to be visible, or rows.
   void RepeatColumns(Wide tile, Wide x, Wide y, Wide w, Wide h) const {
     const Wide total = std::min(w, VisibleX().end - x);
-    const Wide first = std::max(y, VisibleY().begin), end = std::min(y + h, VisibleY().end);
-    if (total <= tile) return;
-    for (Wide row = first; row < end; ++row) {
-      // Rows of a tile are mostly alike.
-      if (row > first && Pixels(x, row, tile) == Pixels(x, row - 1, tile)) {
-        CopyRow(x + tile, row - 1, x + tile, row, total - tile);
-        continue;
-      }
-      for (Wide done = tile; done < total; done += std::min(done, total - done))
+    const Wide end = std::min(y + h, VisibleY().end);
+    for (Wide row = std::max(y, VisibleY().begin); row < end; ++row)
+      for (Wide done = tile; done < total; done *= 2)
         CopyRow(x, row, x + done, row, std::min(done, total - done));
-    }
   }
   void RepeatRows(Wide tile, Wide x, Wide y, Wide w, Wide h) const {
     const Wide left = std::max(x, VisibleX().begin), right = std::min(x + w, VisibleX().end);
-    if (left >= right) return;
     const Wide end = std::min(y + h, VisibleY().end);
     for (Wide row = y + tile; row < end; ++row) CopyRow(left, row - tile, left, row, right - left);
   }
@@ -82,15 +72,10 @@ class Copier {
     CopyPlainPixels(picture_, from, target_, to, pixelBytes_);
   }
 
-  // Pixels of a row of the target.
-  std::string_view Pixels(Wide x, Wide y, Wide w) const {
-    return {reinterpret_cast<const char*>(target_->line[y] + x * pixelBytes_),
-            static_cast<std::size_t>(w * pixelBytes_)};
-  }
   // Within the target.
   void CopyRow(Wide sx, Wide sy, Wide dx, Wide dy, Wide w) const {
-    std::memcpy(target_->line[dy] + dx * pixelBytes_, target_->line[sy] + sx * pixelBytes_,
-                static_cast<std::size_t>(w * pixelBytes_));
+    std::copy_n(target_->line[sy] + sx * pixelBytes_, w * pixelBytes_,
+                target_->line[dy] + dx * pixelBytes_);
   }
 
   BITMAP* picture_;
