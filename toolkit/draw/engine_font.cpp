@@ -65,40 +65,35 @@ void TakeFirstFixedSize(EngineFont& face) {
   TakeSize(face, height, static_cast<int>((nominal + kHalf) >> kSubpixelBits));
 }
 
-void CopyMono(const FT_Bitmap& bitmap, GlyphImage& image) {
-  for (int y = 0; y < image.height; ++y) {
-    const unsigned char* row = bitmap.buffer + y * bitmap.pitch;
-    for (int x = 0; x < image.width; ++x)
-      image.pixels[y * image.stride + x] = (row[x / 8] >> (7 - x % 8)) & 1;
-  }
-}
-
-void CopyGray(const FT_Bitmap& bitmap, GlyphImage& image) {
-  const int levels = std::max<int>(1, bitmap.num_grays);
-  const int factor = std::max(1, kGrayLevels / levels);
-  for (int y = 0; y < image.height; ++y) {
-    const unsigned char* row = bitmap.buffer + y * bitmap.pitch;
+// Fills the image with `pixel` of each row of the bitmap and column.
+template <class PixelOf>
+void Copy(const FT_Bitmap& bitmap, GlyphImage& image, const PixelOf& pixel) {
+  for (int y = 0; y < image.height; ++y)
     for (int x = 0; x < image.width; ++x)
       image.pixels[y * image.stride + x] =
-          static_cast<std::uint8_t>(std::min(row[x] * factor, kGrayLevels - 1));
-  }
+          static_cast<std::uint8_t>(pixel(bitmap.buffer + y * bitmap.pitch, x));
+}
+
+// Faces that come with their pictures may have them in two tones where coverage is asked for, and
+// the other way round.
+void CopyMono(const FT_Bitmap& bitmap, GlyphImage& image, FT_Render_Mode mode) {
+  const int set = mode == FT_RENDER_MODE_MONO ? 1 : kGrayLevels - 1;
+  Copy(bitmap, image,
+       [set](const unsigned char* row, int x) { return row[x / 8] & 0x80 >> x % 8 ? set : 0; });
+}
+
+void CopyGray(const FT_Bitmap& bitmap, GlyphImage& image, FT_Render_Mode mode) {
+  const int factor = kGrayLevels / std::max<int>(1, bitmap.num_grays);
+  Copy(bitmap, image, [mode, factor](const unsigned char* row, int x) {
+    const int covered = row[x] * factor;
+    return mode == FT_RENDER_MODE_MONO ? covered >= kGrayLevels / 2 : covered;
+  });
 }
 
 bool IsDrawable(const FT_Glyph_Metrics& metrics) {
   const std::int64_t width = metrics.width >> kSubpixelBits;
   const std::int64_t height = metrics.height >> kSubpixelBits;
   return width * height <= kLargestGlyph;
-}
-
-// Makes two-tone pixels of coverage and the other way round, for faces that come with their
-// pictures.
-void Convert(GlyphImage& image, FT_Render_Mode mode, bool isMono) {
-  const std::size_t count = static_cast<std::size_t>(image.stride) * image.height;
-  for (std::size_t i = 0; i < count; ++i) {
-    std::uint8_t& pixel = image.pixels[i];
-    if (mode == FT_RENDER_MODE_MONO && !isMono) pixel = pixel >= kGrayLevels / 2;
-    if (mode != FT_RENDER_MODE_MONO && isMono) pixel = pixel ? kGrayLevels - 1 : 0;
-  }
 }
 
 bool LoadGlyph(FT_Face face, unsigned index, FT_Render_Mode mode) {
@@ -114,7 +109,6 @@ std::unique_ptr<GlyphImage> Render(FT_Face face, unsigned index, FT_Render_Mode 
   const FT_Bitmap& bitmap = face->glyph->bitmap;
   const bool isMono = bitmap.pixel_mode == FT_PIXEL_MODE_MONO;
   if (!isMono && bitmap.pixel_mode != FT_PIXEL_MODE_GRAY) return image;
-  if (!bitmap.buffer) return image;
   image->width = static_cast<int>(bitmap.width);
   image->height = static_cast<int>(bitmap.rows);
   image->left = face->glyph->bitmap_left;
@@ -122,11 +116,7 @@ std::unique_ptr<GlyphImage> Render(FT_Face face, unsigned index, FT_Render_Mode 
   image->stride = (image->width + GlyphImage::kBlock - 1) / GlyphImage::kBlock * GlyphImage::kBlock;
   image->pixels = std::make_unique<std::uint8_t[]>(static_cast<std::size_t>(image->stride) *
                                                    static_cast<std::size_t>(image->height));
-  if (isMono)
-    CopyMono(bitmap, *image);
-  else
-    CopyGray(bitmap, *image);
-  Convert(*image, mode, isMono);
+  (isMono ? CopyMono : CopyGray)(bitmap, *image, mode);
   return image;
 }
 
@@ -208,7 +198,6 @@ void Fill(BITMAP* target, const Rect& line, Color color) {
 
 void DrawLine(BITMAP* target, EngineFont& face, const char* text, int x, int y, Color color,
               int align, bool antialiased) {
-  if (!target || target->cr <= target->cl) return;
   const Color background = Drawing().textBackground;
   // Also what can be drawn antialiased over a background must be as long as it was measured.
   const bool spacedForGray = antialiased && HasColorsBetween(bitmap_color_depth(target));
@@ -263,18 +252,16 @@ void EngineExit() { Drawing().fontEngine.reset(); }
 
 std::unique_ptr<EngineFont> EngineLoad(SharedBytes bytes) {
   const EngineLibrary& library = Drawing().fontEngine;
-  if (!library || bytes.bytes.empty()) return nullptr;
+  const std::span<const std::uint8_t> file = bytes.bytes;
+  FT_Face opened = nullptr;
+  if (FT_New_Memory_Face(library.get(), file.data(), static_cast<FT_Long>(file.size()), 0,
+                         &opened) != 0)
+    return nullptr;
   auto face = std::make_unique<EngineFont>();
+  face->ftFace = opened;
   face->library = library;
   face->data = std::move(bytes);
-  const std::span<const std::uint8_t> file = face->data.bytes;
   face->dataSize = static_cast<int>(file.size());
-  if (FT_New_Memory_Face(library.get(), file.data(), static_cast<FT_Long>(file.size()), 0,
-                         &face->ftFace) != 0) {
-    face->ftFace = nullptr;
-    return nullptr;
-  }
-  const FT_Face opened = face->ftFace;
   if (!FT_IS_SCALABLE(opened)) {
     face->fixedCount = opened->num_fixed_sizes;
     for (int i = 0; i < face->fixedCount; ++i)
@@ -297,7 +284,7 @@ int EngineSetSize(EngineFont& face, int px) {
   if (px < 1) return -1;
   const int found = FindPixelSize(face.ftFace, px);
   if (found == 0) {
-    if (face.pixelSize > 0) SetPixelSize(face.ftFace, face.pixelSize);
+    SetPixelSize(face.ftFace, face.pixelSize);
     return -1;
   }
   TakeSize(face, px, found);

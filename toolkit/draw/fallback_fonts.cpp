@@ -11,7 +11,6 @@ namespace {
 // A damaged font may name a letter that it cannot draw, which nobody would see.
 bool CanDraw(const EngineFont& font, int character) {
   const FT_Face face = font.ftFace;
-  if (!face->charmap) return false;
   const unsigned index = FT_Get_Char_Index(face, static_cast<FT_ULong>(character));
   return index != 0 && FT_Load_Glyph(face, index, FT_LOAD_DEFAULT) == 0;
 }

@@ -27,7 +27,7 @@ EngineFont* Font::EngineFace() const { return static_cast<EngineFont*>(face); }
 
 void Font::Release() {
   if (owned && IsEngine()) EngineDestroy(EngineFace());
-  if (owned && !IsEngine() && face && LibraryFace() != ::font) destroy_font(LibraryFace());
+  if (owned && !IsEngine() && LibraryFace() != ::font) destroy_font(LibraryFace());
   engine = 0;
   face = nullptr;
   owned = false;

@@ -33,8 +33,8 @@ bool HasGrid(BITMAP* picture) {
   const int mark = _bitmap_has_alpha(picture) ? getpixel(picture, 0, 0)
                    : depth == 8               ? 255
                                               : makecol_depth(depth, 255, 255, 0);
-  for (int y = 0; y < picture->h - 1; ++y)
-    for (int x = 0; x < picture->w - 1; ++x)
+  for (int y = 0; y < picture->h; ++y)
+    for (int x = 0; x < picture->w; ++x)
       if (getpixel(picture, x, y) == mark && getpixel(picture, x + 1, y) == mark &&
           getpixel(picture, x, y + 1) == mark && getpixel(picture, x + 1, y + 1) != mark)
         return true;

@@ -124,8 +124,7 @@ void GlyphPainter::Paint(const GlyphImage& image, int x, int y) const {
   const int top = std::max(y, target_->ct);
   const int bottom = std::min(y + image.height, target_->cb);
   if (left >= right || top >= bottom) return;
-  const bool isCut = right < x + image.width;
-  const int room = isCut ? right - left : std::min(x + image.stride, target_->w) - left;
+  const int room = std::min(x + image.stride, target_->cr) - left;
   const std::uint8_t* coverage = image.pixels.get() + (top - y) * image.stride + (left - x);
   (this->*paint_)({coverage, image.stride, left, top, right - left, bottom - top, room});
 }

@@ -24,7 +24,7 @@ class GlyphPainter {
     const std::uint8_t* coverage;
     int stride;      // from one row of coverage to the next
     int x, y, w, h;  // on the target
-    int room;        // pixels of a row, w or more, that exist; those beyond w are not covered
+    int room;        // pixels of a row, w or more, that show; those beyond w are not covered
   };
   using PaintPatch = void (GlyphPainter::*)(const Patch&) const;
 
