@@ -45,7 +45,7 @@ Color::Color(int red, int green, int blue) : value{makecol(red, green, blue)} {}
 Color::Color(int red, int green, int blue, int alpha) : value{Pack32(red, green, blue, alpha)} {}
 
 Color Color::FromHsv(float hue, float saturation, float value) {
-  int red = 0, green = 0, blue = 0;
+  int red, green, blue;
   hsv_to_rgb(hue, saturation, value, &red, &green, &blue);
   return {red, green, blue};
 }

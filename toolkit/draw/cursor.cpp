@@ -114,7 +114,7 @@ void Cursor::Create(const SkinBitmap& picture, int count, int scale) {
     SkinBitmap& frame = frames_.emplace_back();
     frame.Create(width, picture.Height());
     picture.blit(frame, i * width, 0, 0, 0, width, picture.Height());
-    if (factor != 1) frame.Take(Scaled(frame.GetBitmap(), {size(width), size(picture.Height())}));
+    frame.Take(Scaled(frame.GetBitmap(), {size(width), size(picture.Height())}));
   }
 }
 

@@ -15,7 +15,7 @@ namespace {
 // The layout is described under "Datafile formats" in Allegro's manual; the texts of the ids are
 // those of its datafile.h. All numbers but the pixels are big-endian.
 constexpr std::size_t kMostUnpacked = 256u << 20;
-constexpr int kMostObjects = 10000;
+constexpr std::uint32_t kMostObjects = 10000;
 constexpr int kDeepest = 32;  // the most that a bitmap may be converted to
 
 std::int32_t ReadNumber(ByteReader& reader) { return static_cast<std::int32_t>(reader.Big32()); }
@@ -166,9 +166,9 @@ const Bytes* Datafile::Unpack(ByteReader& packed, std::size_t limit) {
 }
 
 bool Datafile::ReadObjects(ByteReader list) {
-  const int count = ReadNumber(list);
-  if (!list.IsSound() || count < 0 || count > kMostObjects) return false;
-  for (int i = 0; i < count; ++i)
+  const std::uint32_t count = list.Big32();
+  if (!list.IsSound() || count > kMostObjects) return false;
+  for (std::uint32_t i = 0; i < count; ++i)
     if (!ReadObject(list)) return false;
   return true;
 }

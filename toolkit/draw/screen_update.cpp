@@ -86,7 +86,7 @@ Error DirtyRectangles::Create() {
 
 void DirtyRectangles::Redraw() {
   const PixelArea parts = std::exchange(dirty_, {});
-  if (canvas.IsEmpty() || parts.IsEmpty()) return;
+  if (canvas.IsEmpty()) return;
   acquire_bitmap(screen);
   for (const Rect& r : parts.Rects()) canvas.blit(screen, r.x, r.y, r.x, r.y, r.w, r.h);
   release_bitmap(screen);

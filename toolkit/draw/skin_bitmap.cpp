@@ -79,9 +79,8 @@ void SkinBitmap::Set(const SkinBitmap& other, bool copy, int newKind) {
 
 void SkinBitmap::Assign(BITMAP* source, bool copy, int sourceKind, int newKind) {
   if (source && copy) {
-    Adopt(MakeCopy(source, newKind == kNoBitmap ? sourceKind : newKind),
-          newKind == kNoBitmap ? sourceKind : newKind);
-    return;
+    const int made = newKind == kNoBitmap ? sourceKind : newKind;
+    return Adopt(MakeCopy(source, made), made);
   }
   if (source == bitmap) return;
   Destroy();
@@ -111,7 +110,7 @@ void SkinBitmap::SetTileSize(Size size) { tileSize = size; }
 Error SkinBitmap::Load(const char* path, int newKind) {
   if (!path || !IsFile(path)) return kFileNotFoundError;
   BitmapPtr loaded{LoadPicture(path, nullptr)};
-  if (!loaded || loaded->w == 0 || loaded->h == 0) return kLoadError;
+  if (!loaded) return kLoadError;
   if (newKind == kSystemBitmap || newKind == kVideoBitmap) {
     if (BITMAP* copy = MakeCopy(loaded.get(), newKind)) {
       Adopt(copy, newKind);
@@ -152,7 +151,7 @@ SubCanvas::SubCanvas(const SkinBitmap& parent, int x, int y, int w, int h)
 }
 
 void SkinBitmap::Destroy() {
-  if (owned && bitmap && !IsScreen(bitmap)) destroy_bitmap(bitmap);
+  if (owned && !IsScreen(bitmap)) destroy_bitmap(bitmap);
   bitmap = nullptr;
   kind = kNoBitmap;
   owned = false;

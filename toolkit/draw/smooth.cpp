@@ -19,7 +19,6 @@ void Blend(BITMAP* bitmap, int x, int y, Color color, double share) {
     return;
   }
   const Color there{getpixel(bitmap, x, y)};
-  if (!there.IsSet()) return;  // outside
   const auto mixed = [share](int from, int to) {
     return static_cast<int>(std::lround(from + (to - from) * share));
   };
@@ -38,12 +37,11 @@ double FromRound(int x, int y, double inset, double radius) {
 
 // The four pixels that lie alike in the corners.
 void DrawCornerPixel(BITMAP* bitmap, const RoundBox& box, int x, int y) {
-  const int radius = box.radius;
-  const double line = box.borderColor.IsSet() ? box.border : 0;
+  const int radius = box.radius, line = box.border;
   const double outer = Coverage(bitmap, FromRound(x, y, 0, radius));
-  const double within =
-      std::min({Coverage(bitmap, FromRound(x, y, line, std::max(0.0, radius - line))),
-                x < line || y < line ? 0.0 : 1.0});
+  const double within = x < line || y < line
+                            ? 0
+                            : Coverage(bitmap, FromRound(x, y, line, std::max(0, radius - line)));
   for (const int px : {box.area.x + x, box.area.Right() - 1 - x})
     for (const int py : {box.area.y + y, box.area.Bottom() - 1 - y}) {
       const bool hasLine = line > 0 && within < 1;
@@ -72,10 +70,10 @@ void DrawRoundBox(BITMAP* bitmap, const RoundBox& wanted) {
   RoundBox box = wanted;
   const int most = std::min(box.area.w, box.area.h) / 2;
   box.radius = std::clamp(box.radius, 0, most);
-  box.border = std::clamp(box.border, 0, most);
-  const int line = box.borderColor.IsSet() ? box.border : 0;
+  box.border = box.borderColor.IsSet() ? std::clamp(box.border, 0, most) : 0;
+  const int line = box.border;
   // Wide enough that only straight edges lie between the corners.
-  const int corner = std::min(std::max(box.radius, line), most);
+  const int corner = std::max(box.radius, line);
   const int left = box.area.x, right = box.area.Right();
   const int top = box.area.y, bottom = box.area.Bottom();
   FillPart(bitmap, left + corner, top, right - corner, top + line, box.borderColor);
