@@ -17,29 +17,17 @@ struct Shifts {
   int red, green, blue;
 };
 
-struct To15 {
-  const Shifts shifts{_rgb_r_shift_15, _rgb_g_shift_15, _rgb_b_shift_15};
+template <int kGreenBits>
+struct ToHighColor {
+  Shifts shifts;
   int operator()(int r, int g, int b) const {
-    return (r >> 3 << shifts.red) | (g >> 3 << shifts.green) | (b >> 3 << shifts.blue);
+    return (r >> 3 << shifts.red) | (g >> (8 - kGreenBits) << shifts.green) |
+           (b >> 3 << shifts.blue);
   }
 };
 
-struct To16 {
-  const Shifts shifts{_rgb_r_shift_16, _rgb_g_shift_16, _rgb_b_shift_16};
-  int operator()(int r, int g, int b) const {
-    return (r >> 3 << shifts.red) | (g >> 2 << shifts.green) | (b >> 3 << shifts.blue);
-  }
-};
-
-struct To24 {
-  const Shifts shifts{_rgb_r_shift_24, _rgb_g_shift_24, _rgb_b_shift_24};
-  int operator()(int r, int g, int b) const {
-    return (r << shifts.red) | (g << shifts.green) | (b << shifts.blue);
-  }
-};
-
-struct To32 {
-  const Shifts shifts{_rgb_r_shift_32, _rgb_g_shift_32, _rgb_b_shift_32};
+struct ToTrueColor {
+  Shifts shifts;
   int operator()(int r, int g, int b) const {
     return (r << shifts.red) | (g << shifts.green) | (b << shifts.blue);
   }
@@ -86,15 +74,19 @@ BITMAP* NewPicture(int depth, unsigned width, unsigned height) {
 }
 
 void WriteRgbaRow(BITMAP* picture, int y, const std::uint8_t* row) {
+  const Shifts of15{_rgb_r_shift_15, _rgb_g_shift_15, _rgb_b_shift_15};
+  const Shifts of16{_rgb_r_shift_16, _rgb_g_shift_16, _rgb_b_shift_16};
+  const Shifts of24{_rgb_r_shift_24, _rgb_g_shift_24, _rgb_b_shift_24};
+  const Shifts of32{_rgb_r_shift_32, _rgb_g_shift_32, _rgb_b_shift_32};
   switch (bitmap_color_depth(picture)) {
     case 15:
-      return WriteRow<std::uint16_t>(picture, y, row, To15{});
+      return WriteRow<std::uint16_t>(picture, y, row, ToHighColor<5>{of15});
     case 16:
-      return WriteRow<std::uint16_t>(picture, y, row, To16{});
+      return WriteRow<std::uint16_t>(picture, y, row, ToHighColor<6>{of16});
     case 32:
-      return WriteRow<std::uint32_t>(picture, y, row, To32{});
+      return WriteRow<std::uint32_t>(picture, y, row, ToTrueColor{of32});
     default:
-      return WriteRow<Bytes3>(picture, y, row, To24{});
+      return WriteRow<Bytes3>(picture, y, row, ToTrueColor{of24});
   }
 }
 
