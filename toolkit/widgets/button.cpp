@@ -338,16 +338,16 @@ void Button::DrawToggle(Bitmap& canvas) {
   const int state = HeldState();
   const Font& font = GetFont(state);
   const SkinBitmap* element = GetBitmap();
-  const int frameWidth = element ? element->Width() / kToggleFrames : 0;
   const int frameHeight = element ? element->Height() / kDrawStates : 0;
   const int slack = font.TextHeight() - frameHeight;
-  const int boxY = slack > 0 ? slack / 2 : 0;
   const int textY = slack < 0 ? -slack / 2 : Zoomed(1);
 
   if (textBackColor.IsSet()) canvas.clear_to_color(textBackColor);
-  if (element)
+  if (element) {
+    const int frameWidth = element->Width() / kToggleFrames;
     element->masked_blit(canvas.GetBitmap(), Selected() ? frameWidth : 0, state * frameHeight, 0,
-                         boxY, frameWidth, frameHeight);
+                         std::max(0, slack / 2), frameWidth, frameHeight);
+  }
   const char* shown = text ? text->c_str() : empty_string;
   font.TextoutShadow(canvas, shown, {frameHeight + Zoomed(kCheckTextGap), textY},
                      GetFontColor(state), GetShadowColor(state), Color{}, kAlignLeft);
