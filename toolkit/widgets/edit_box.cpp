@@ -1,10 +1,10 @@
 #include "toolkit/widgets/edit_box.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cwctype>
 #include <limits>
 
 #include "toolkit/base/input.h"
@@ -32,8 +32,6 @@ constexpr int kTextLeft = 4;
 constexpr int kTextRight = 10;
 constexpr int kHalfGlyph = 4;  // a press further from a glyph's end puts the cursor before it
 constexpr int kFrame = 2;      // width of the border
-
-bool IsHexDigit(int ch) { return ch < 128 && std::isxdigit(ch); }
 
 // A letter in the other case, where the text format has that.
 int InCase(int ch, int (*convert)(int)) {
@@ -171,7 +169,8 @@ int EditBox::Filter(int ch) {
     ch = InCase(ch, utoupper);
   else if (HasFilter(kFilterLowerCase))
     ch = InCase(ch, utolower);
-  if (HasFilter(kFilterHexadecimal) && !IsHexDigit(ch)) return kRefused;
+  if (HasFilter(kFilterHexadecimal) && !std::iswxdigit(static_cast<std::wint_t>(ch)))
+    return kRefused;
   return ch;
 }
 
@@ -272,8 +271,8 @@ void EditBox::Accept(bool) { Widget::Deselect(); }
 
 int EditBox::CharAt() {
   const Font& font = GetFont(ColorState());
-  const int hotspot = skin ? skin->cursors[MOUSE_TEXTSELECT]->GetHotspot().x : 0;
-  const int pointer = GetMousePos().x + hotspot + Zoomed(kHalfGlyph);
+  const Point hotspot = skin ? skin->cursors[MOUSE_TEXTSELECT]->GetHotspot() : Point{};
+  const int pointer = GetMousePos().x + hotspot.x + Zoomed(kHalfGlyph);
   int x = Zoomed(kTextLeft);
   int index = first;
   const char* at = Text() + OffsetOf(first);
@@ -373,7 +372,7 @@ EditBox::View EditBox::ViewFrom(int from) const {
     view.pieces[piece] += glyph;
     x += font.TextLength(glyph.c_str());
     const bool isFull = x > w() - Zoomed(kTextRight);
-    if (view.last + 1 == cursor || (isFull && view.caret < 0)) view.caret = x;
+    if (view.last + 1 == cursor || (isFull && !view.caret)) view.caret = x;
     if (isFull) break;
   }
   return view;
@@ -419,10 +418,10 @@ void EditBox::Paint(Bitmap& canvas, const View& view) const {
                        GetShadowColor(piece.state), piece.background, kAlignLeft);
     x += font.TextLength(piece.text.c_str());
   }
-  if (view.caret < 0 || !HasFocus()) return;
+  if (!view.caret || !HasFocus()) return;
   // Behind a glyph that is cut off the caret stays in sight.
   const int width = Zoomed(1);
-  const int caretX = std::min(view.caret, w() - Zoomed(kFrame) - width) - width;
+  const int caretX = std::min(*view.caret, w() - Zoomed(kFrame) - width) - width;
   canvas.rectfill(caretX, y, caretX + width - 1, y + font.TextHeight() - 1, GetFontColor(state));
 }
 

@@ -1,6 +1,7 @@
 // A line of text that one types.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "toolkit/widgets/button.h"
@@ -88,9 +89,9 @@ class EditBox : public Label {
  private:
   // What shows of the text from a character on.
   struct View {
-    std::string pieces[3];  // before, in and behind the selection
-    int last = 0;           // see DrawText
-    int caret = -1;         // x of the text cursor, -1 when it does not show
+    std::string pieces[3];     // before, in and behind the selection
+    int last = 0;              // see DrawText
+    std::optional<int> caret;  // x of the text cursor, when it shows
   };
   using KeyAction = void (EditBox::*)(bool shift);
 
