@@ -102,7 +102,6 @@ int TitleBack::Thickness() const {
 
 WindowButton::WindowButton(int element) : icon_{element} {
   SetFlag(kFlagAutoSize);
-  SetBitmap(icon_);
   Disable();
 }
 
@@ -110,7 +109,6 @@ void WindowButton::SetIcon(int element) {
   icon_ = element;
   SetBitmap(icon_);
   UpdateSize();
-  Redraw();
 }
 
 void WindowButton::MsgInitSkin() {
@@ -142,7 +140,7 @@ Window::Window() : minButton{ICONMIN}, maxButton{ICONMAX}, closeButton{ICONEXIT}
   textBack.SetBitmap(WINTEXT);
   title.SetText(Ascii("Window"));
   closeButton.MakeExit();
-  clientArea.Resize(0, 0);
+  clientArea.Resize(Size{});
   Widget* const widgets[] = {&left,  &right,     &top,       &bottom,      &grip, &textBack,
                              &title, &minButton, &maxButton, &closeButton, client};
   for (Widget* widget : widgets) Dialog::Add(widget);
@@ -174,7 +172,6 @@ void Window::TakeClientSize() {
 void Window::SetTitle(const char* text) {
   title.SetText(text);
   if (running) UpdateLayout();
-  Redraw();
 }
 
 void Window::UpdateActive(int msg) {
