@@ -42,7 +42,7 @@ void ListItem::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {
 
 int ListItem::GetHeight() const {
   const Skin* skin = owner ? owner->GetSkin() : nullptr;
-  if (skin && skin->listHeight > 0) return skin->listHeight;
+  if (skin && skin->listHeight != 0) return skin->listHeight;
   const SkinBitmap* element = owner ? owner->GetBitmap() : nullptr;
   return element ? element->Height() / kListStates : Zoomed(kPlainItemHeight);
 }
@@ -143,7 +143,7 @@ Rect ListView::PaintedPart() const {
     const int right = std::min(painted.Right(), x() + row.Right());
     painted = {left, painted.y, right - left, painted.h + height};
   }
-  return painted.w > 0 ? painted.Shared(Bounds()) : Rect{};
+  return painted.Shared(Bounds());
 }
 
 void ListView::RedrawItems(int index, int other) {
@@ -204,7 +204,7 @@ int ListView::GetSelected() const {
 }
 
 bool ListView::IsCut(int index, int bottom) const {
-  return skin && skin->listHeight > 0 && index > first && bottom > h();
+  return skin && skin->listHeight != 0 && index > first && bottom > h();
 }
 
 int ListView::ItemAt() const {
@@ -234,10 +234,7 @@ int ListView::PageSize() {
 void ListView::ScrollToCurrent() {
   const int target = GetSelected();
   const int page = std::max(1, PageSize());
-  if (target < first)
-    SetFirst(target);
-  else if (target >= first + page)
-    SetFirst(target - page + 1);
+  SetFirst(std::clamp(first, target - page + 1, target));
   ShowWhole(target);
   Redraw();
 }
@@ -289,7 +286,7 @@ void ListView::Draw(Bitmap& canvas) {
     ListItem& item = *GetItem(i);
     const int height = item.GetHeight();
     if (IsCut(i, y + height)) break;
-    const bool shows = y < canvas.Height() && y < target->cb && y + height > target->ct;
+    const bool shows = y < target->cb && y + height > target->ct;
     if (shows) {
       SubCanvas strip{canvas, 0, y, w(), height};
       item.Draw(strip, GetBitmap(), StateOf(i));
@@ -396,17 +393,13 @@ void ListView::MsgInitSkin() {
 ListBox::ListBox() : ListBox{std::make_unique<ListView>()} {}
 
 ListBox::ListBox(std::unique_ptr<ListView> view) : list{std::move(view)} {
-  scrollBar.Hide();
   Add(&panel);
   Add(list.get());
   Add(&scrollBar);
 }
 
 // The layout follows at the next tick: whoever is told of a new current item may destroy the box.
-void ListBox::AskForLayout() {
-  SetFlag(kFlagResized);
-  Redraw();
-}
+void ListBox::AskForLayout() { SetFlag(kFlagResized); }
 
 void ListBox::InsertItem(std::unique_ptr<ListItem> item, int index) {
   AskForLayout();
@@ -420,10 +413,7 @@ void ListBox::DeleteItem(int index) {
   list->DeleteItem(index);
 }
 
-void ListBox::ItemsChanged() {
-  UpdateLayout();
-  Redraw();
-}
+void ListBox::ItemsChanged() { UpdateLayout(); }
 
 void ListBox::MsgInitSkin() {
   Dialog::MsgInitSkin();
