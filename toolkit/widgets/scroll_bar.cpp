@@ -192,7 +192,7 @@ void ScrollBar::UpdateLayout() {
   const int thickness = Thickness();
   const SkinBitmap* gripElement = grip.GetBitmap();
   if (IsHorizontal()) {
-    if (thickness > 0 && h() != thickness) SetH(thickness);
+    if (thickness != 0 && h() != thickness) SetH(thickness);
     track.Shape(arrows.less, 0, w() - arrows.less - arrows.more, h());
     lessButton.Shape(0, 0, arrows.less, h());
     if (gripElement) grip.SetW(gripElement->Width());
@@ -200,7 +200,7 @@ void ScrollBar::UpdateLayout() {
     grip.SetH(h());
     moreButton.Shape(std::max(0, w() - arrows.more), 0, arrows.more, h());
   } else {
-    if (thickness > 0 && w() != thickness) SetW(thickness);
+    if (thickness != 0 && w() != thickness) SetW(thickness);
     track.Shape(0, arrows.less, w(), h() - arrows.less - arrows.more);
     lessButton.Shape(0, 0, w(), arrows.less);
     grip.SetX(0);

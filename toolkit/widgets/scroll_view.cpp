@@ -24,13 +24,7 @@ constexpr std::size_t kLongestFile = 64u << 20;
 
 constexpr int kTabColumns = 8;
 
-// A bar shows when the content does not fit the room that is left beside the other bar.
-bool ShowsBar(int mode, int room, int extent, int otherBar, bool otherShows) {
-  if (mode != kScrollAsNeeded) return mode == kAlwaysScroll;
-  return room < extent || (room - otherBar < extent && otherShows);
-}
-
-bool WillShow(int mode, int room, int extent) {
+bool ShowsBar(int mode, int room, int extent) {
   return mode == kAlwaysScroll || (mode == kScrollAsNeeded && room < extent);
 }
 
@@ -62,22 +56,18 @@ ScrollView::ScrollView() : content{*this} {
   corner.Hide();
 }
 
-int ScrollView::VisibleWidth() const {
-  return w() - (vShown ? vBar.Thickness() : 0) - marginLeft - marginRight;
+Size ScrollView::Room() const {
+  return {w() - marginLeft - marginRight, h() - marginTop - marginBottom};
 }
 
-int ScrollView::VisibleHeight() const {
-  return h() - (hShown ? hBar.Thickness() : 0) - marginTop - marginBottom;
-}
+int ScrollView::VisibleWidth() const { return Room().w - (vShown ? vBar.Thickness() : 0); }
+int ScrollView::VisibleHeight() const { return Room().h - (hShown ? hBar.Thickness() : 0); }
 
 void ScrollView::DrawContent(Bitmap&) {}
 void ScrollView::Scrolled() {}
 
 void ScrollView::DrawVisible(Bitmap& canvas) {
-  const int width = std::min(VisibleWidth(), canvas.Width() - marginLeft);
-  const int height = std::min(VisibleHeight(), canvas.Height() - marginTop);
-  if (width < 1 || height < 1) return;
-  SubCanvas visible{canvas, marginLeft, marginTop, width, height};
+  SubCanvas visible{canvas, marginLeft, marginTop, VisibleWidth(), VisibleHeight()};
   if (!visible.IsEmpty()) DrawContent(visible);
 }
 
@@ -88,8 +78,7 @@ void ScrollView::SetContentSize(int width, int height) {
 }
 
 bool ScrollView::NeedsBars(int width, int height) const {
-  const int roomX = w() - marginLeft - marginRight, roomY = h() - marginTop - marginBottom;
-  return WillShow(hMode, roomX, width) || WillShow(vMode, roomY, height);
+  return ShowsBar(hMode, Room().w, width) || ShowsBar(vMode, Room().h, height);
 }
 
 void ScrollView::ReplaceContent(int width, int height, int overhang) {
@@ -142,11 +131,12 @@ void ScrollView::Center() {
   Redraw();
 }
 
+// The room that the other bar leaves counts.
 void ScrollView::DecideBars() {
-  const int roomX = w() - marginLeft - marginRight;
-  const int roomY = h() - marginTop - marginBottom;
-  hShown = ShowsBar(hMode, roomX, contentW, vBar.Thickness(), WillShow(vMode, roomY, contentH));
-  vShown = ShowsBar(vMode, roomY, contentH, hBar.Thickness(), WillShow(hMode, roomX, contentW));
+  const Size room = Room();
+  const bool needsH = ShowsBar(hMode, room.w, contentW), needsV = ShowsBar(vMode, room.h, contentH);
+  hShown = ShowsBar(hMode, room.w - (needsV ? vBar.Thickness() : 0), contentW);
+  vShown = ShowsBar(vMode, room.h - (needsH ? hBar.Thickness() : 0), contentH);
 }
 
 void ScrollView::PlaceBars() {

@@ -94,6 +94,8 @@ class ScrollView : public Dialog {
   void ReplaceContent(int width, int height, int overhang);
 
  private:
+  // What the margins leave, with or without bars.
+  Size Room() const;
   void ClampScroll();
   void ScrollByWheel(const Widget* sender, int steps);
   bool NeedsBars(int width, int height) const;
