@@ -111,23 +111,23 @@ bool SpinBox::IsTyping(int msg, EventArg arg) {
   return shown && knownText_ != shown;
 }
 
-void SpinBox::Step(int direction) {
+void SpinBox::Step(bool up) {
   TakeText();
   const double before = value;
-  if (direction > 0)
+  if (up)
     Increment();
   else
     Decrement();
-  if (value != before) Report(MSG_SCROLL, RoundToInt(direction * increment));
+  if (value != before) Report(MSG_SCROLL, RoundToInt(up ? increment : -increment));
 }
 
 void SpinBox::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2) {
   if (sender == &edit && IsTyping(msg, arg1))
     TakeText();
   else if (msg == MSG_ACTIVATE && sender == &upButton)
-    Step(1);
+    Step(true);
   else if (msg == MSG_ACTIVATE && sender == &downButton)
-    Step(-1);
+    Step(false);
   else if (msg == MSG_ACTIVATE)
     Report(MSG_ACTIVATE);
   else

@@ -49,7 +49,7 @@ class SpinBox : public Dialog, public ValueRange {
   // True for a key that has changed the text. Others leave the value alone, which the text may show
   // rounded.
   bool IsTyping(int msg, EventArg arg);
-  void Step(int direction);
+  void Step(bool up);
 
  protected:
   EditBox edit;

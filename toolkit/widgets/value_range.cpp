@@ -116,7 +116,7 @@ double ProgressBar::Filled(int length) const {
   if (!(range > 0)) return 0;
   // Multiplied first: whole numbers give a whole number, which cutting must not make one less.
   const double filled = length * (value - min) / range;
-  return filled > 0 ? std::min<double>(filled, length) : 0.0;
+  return std::max(0.0, std::min<double>(filled, length));
 }
 
 void ProgressBar::Draw(Bitmap& canvas) {
