@@ -157,6 +157,9 @@ TEST_P(ScrollBarTest, TheGripLiesWhereTheValueIs) {
   bars[0].Decrement(), Check(), bars[0].Increment(), Check();
   bars[1].SetRange(50, 30);
   EXPECT_EQ(bars[1].GetPosition(), 20) << "the end of the shorter range";
+  for (int id = SCROLL_DOWN; id <= SCROLL_VGRIPOVERLAY; ++id) CurrentSkin()->bitmaps[id]->Destroy();
+  bars[1].SetSkin(nullptr), Tick();
+  EXPECT_EQ(bars[1].w() + bars[1].h(), 16 + 70) << "also where the skin has no pictures of it";
 }
 
 TEST_P(ScrollBarTest, HeldArrowsAndTracksScrollOnAndOn) {
@@ -180,7 +183,7 @@ TEST_P(ScrollBarTest, KeysPointerAndWheelMoveTheGrip) {
   Play("40,25 press release");
   ExpectPlays("scroll_bar_moved",
               {"pagedown right right left pagedown pageup up down x pageup pageup end right home",
-               "typing+right+wait1 quiet blind+pagedown sighted+home",
+               "typing+right+wait1 quiet blind+pagedown end sighted+home",
                "38,25+press 48,90 199,90 0,90 43,90 43,25+release+wheel3 space+48,25"});
   EXPECT_TRUE(root.FocusWidget()->Selected());
   root.ChangeFocus(root.FocusWidget(), nullptr);

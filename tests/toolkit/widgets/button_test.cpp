@@ -2,6 +2,7 @@
 
 #include <array>
 #include <climits>
+#include <clocale>
 #include <cmath>
 
 #include "tests/support/widget_fixture.h"
@@ -26,9 +27,9 @@ class ButtonTest : public WidgetFixture {
   template <class T>
   std::string PlayOn(std::uint32_t flags, const std::string& script) {
     T button;
+    button.SetFlag(flags);
     Show(button, {10, 10, 50, 20});
     button.SetKey('A');
-    button.SetFlag(flags);
     Mouse(10, 10);
     steps["disable"] = [&button] { button.Disable(); };
     look = [&button] { return button.Selected() ? "down" : "up"; };
@@ -37,12 +38,14 @@ class ButtonTest : public WidgetFixture {
 };
 
 TEST_F(ButtonTest, LabelsShowAndReadNumbers) {
+  std::setlocale(LC_NUMERIC, "de_DE.UTF-8");  // where there is one, with a comma
   Label label;
   std::string seen;
   for (const double number : {2.5, 3.0, -3.75, 1e-7, double{NAN}}) {
     label.SetNumber(number);
     seen += Join(label.GetText(), label.GetDouble(), label.GetInt());
   }
+  std::setlocale(LC_NUMERIC, "C");
   EXPECT_EQ(seen, "2.5 2.5 2 3.0 3 3 -3.75 -3.75 -3 0.0 0 0 nan nan 0 ");
 }
 
@@ -94,8 +97,8 @@ TEST_F(ButtonTest, OldTextsAndIconsGoWithTheChange) {
   label.AlignRight(), Check();
   label.SetMultiline(true), Check();
   label.SetVAlignment(kAlignBottom), Check();
-  label.SetFontColor(red, white, kNormal), Frame();
-  label.SetFontColor(red, Color{}, kDisabled), Frame(), label.Disable(), Check();
+  label.SetFontColor(red, white, kNormal), label.Redraw(), Frame();
+  label.SetFontColor(red, Color{}, kDisabled), label.Disable(), Check();
   label.SetFontColor(red, white, kDisabled), label.SetFontColor(blue, Color{}, kNormal);
   label.Redraw(), Frame(), label.Enable(), Check();
   label.SetTextBackColor(white), label.SetText("longer"), Frame();
@@ -112,7 +115,8 @@ TEST_F(ButtonTest, OldTextsAndIconsGoWithTheChange) {
   root.ChangeFocus(&icon, nullptr), Check();
   CurrentSkin()->buttonAnimationType = 6, CurrentSkin()->buttonAnimationLength = 100;
   icon.MsgInitSkin();
-  icon.SetBitmap(ICONMIN), Mouse(51, 50, 1), Frame(), Tick(30), Check();
+  icon.SetBitmap(ICONMIN), Mouse(51, 50, 1);
+  for (int tick = 0; tick < 9; ++tick) Check(), Tick();
 }
 
 // Its four rows, tick by tick: of a transition that wipes downward for four ticks.
@@ -146,7 +150,9 @@ TEST_F(ButtonTest, APressActivatesWhenItEndsWhereItBegan) {
   seen += "toggle: " + PlayOn<Button>(kFlagToggle, "a restart wait8 wait8") + '\n';
   for (const char* script : {"press wait8 release wait8", "a wait5 wait5", "press disable wait8"})
     seen += script + (" repeats: " + PlayOn<Button>(kFlagAutoRepeat, script)) + '\n';
-  seen += PlayOn<CheckBox>(0, "press release press 9,10 release 10,10 press release a wait5 wait5");
+  seen += PlayOn<CheckBox>(kFlagAutoRepeat,
+                           "press release press 9,10 release 10,10 press release a wait5 wait5 "
+                           "leave a wait5 wait5");
   Watch({MSG_ACTIVATE, MSG_RADIO});
   seen += '\n' + PlayOn<RadioButton>(0, "press release press release a wait8 leave a wait8");
   ExpectText("buttons_pressed", seen + '\n');
@@ -172,6 +178,7 @@ TEST_F(ButtonTest, AKeyPressesForAsLongAsTheKeyboardTakesToRepeatIt) {
 }
 
 TEST_F(ButtonTest, OneRadioButtonOfAGroupIsSelected) {
+  CurrentSkin()->buttonAnimationType = 6, CurrentSkin()->buttonAnimationLength = 80;
   RadioButton radios[4];  // groups 1, 1, 1 and 2 with the keys "a" to "d"
   for (int i = 0; i < 4; ++i) {
     radios[i].Setup(0, 0, 0, 0, 'a' + i, 0, "x", i < 3 ? 1 : 2);
@@ -179,7 +186,8 @@ TEST_F(ButtonTest, OneRadioButtonOfAGroupIsSelected) {
   }
   look = [&radios] {
     std::string seen;
-    for (const RadioButton& radio : radios) seen += radio.Selected() ? '1' : '0';
+    for (const RadioButton& radio : radios)
+      seen += std::string{radio.InTransition() ? "~" : ""} + (radio.Selected() ? '1' : '0');
     return seen;
   };
   ExpectPlays("radio_buttons",

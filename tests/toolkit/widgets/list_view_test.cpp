@@ -135,8 +135,9 @@ TEST_F(ListTest, DeletingKeepsACurrentAndAVisibleItem) {
 // Without a box, in room for five items.
 TEST_F(ListTest, ByItselfItShowsAsManyAsItCan) {
   ListView alone;
-  alone.InsertItem(std::make_unique<ListItem>());
-  EXPECT_EQ(alone.PageSize(), 0) << "before it is dressed";
+  for (int i = 0; i < 2; ++i) alone.InsertItem(std::make_unique<ListItem>());
+  alone.SetH(50), alone.SetFirst(1), alone.DeleteItem(1);
+  EXPECT_EQ(Join(alone.PageSize(), alone.GetFirst()), "0 0 ") << "before it is dressed";
   Show(alone, {200, 10, 50, 50});
   root.SetFocus(&alone);
   LookAt(alone);
@@ -146,9 +147,10 @@ TEST_F(ListTest, ByItselfItShowsAsManyAsItCan) {
   steps["low"] = [&] { alone.SetH(8), root.Redraw(); };
   steps["many"] = [&] { alone.SetMultiSelect(true); };
   steps["behind"] = [&] { alone.SetCurrent(alone.Count()), alone.SetMultiSelect(false); };
-  ExpectPlays("list_alone", {"last insert insert insert insert insert+insert+last delete delete",
-                             "low+last delete delete+delete many+down delete insert delete+delete",
-                             "insert behind insert home"});
+  ExpectPlays("list_alone",
+              {"last insert insert insert insert insert+insert+last delete delete delete insert",
+               "low+last delete delete+delete many+down delete insert delete+delete",
+               "insert behind insert home"});
   while (alone.Count() < 9) Play("insert");
   alone.SetH(45), alone.SetFirst(0), root.Redraw();
   for (const auto& [index, pixels] :
@@ -225,7 +227,7 @@ TEST_F(ListTest, WhatIsRepaintedInPartLooksAsIfItWereRepaintedWhole) {
   list.SetFirst(99);
   EXPECT_EQ(list.GetFirst(), list.Count() - 1);
   list.SetFirst(-1), check();
-  list.SetMultiSelect(true), check();
+  list.SetMultiSelect(true), list.SetCurrent(list.Count()), check();
   list.Clear(), check();
   Dress(PANEL_SUNKEN, {"rrr", "rrr", "rrr"});
   Rows cursor(80, ".");  // on a ground that shows

@@ -118,7 +118,10 @@ TEST_F(WindowTest, TheSkinPlacesTitleAndButtons) {
     Tick();
     ExpectShown(picture, {50, 40, 108, 30});
   }
-  window.SetTitle("too long a title"), Frame();
+  DragBy(105, 50, -300, 0);
+  EXPECT_EQ(window.w(), 18 + 32) << "the strip and the buttons keep their room";
+  window.Resize(100, 60), Tick();
+  window.SetTitle("too long a title"), Check();
   ExpectShown("window_title_too_long", {50, 40, 108, 30});
   CurrentSkin()->windowAlignment = kAlignLeft, root.SetSkin(nullptr), window.SetTitle("ab"), Tick();
   root.ChangeFocus(&window, nullptr), Check();
@@ -127,6 +130,11 @@ TEST_F(WindowTest, TheSkinPlacesTitleAndButtons) {
     CurrentSkin()->bitmaps[part]->Destroy();
   root.SetSkin(nullptr), Tick();
   EXPECT_EQ(window.Bounds(), Rect(50, 40, 100, 60)) << "the skin has no frame";
+  Mouse(50, 40);
+  EXPECT_EQ(PointerShape(), MOUSE_SIZE_HORIZONTAL) << "nor corners";
+  FramePart part;
+  part.SetPart(kWindowParts);
+  EXPECT_EQ(part.Part(), kLeftPart);
 }
 
 TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
@@ -171,7 +179,8 @@ TEST_F(WindowTest, TheTitleAndItsButtonsActWhileItIsActive) {
 }
 
 TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
-  Window covering;
+  decltype(window) covering;
+  EXPECT_TRUE(covering.minButton.Disabled() && covering.closeButton.Disabled());
   root.Add(&covering), Tick();
   EXPECT_EQ(covering.Bounds(), root.Bounds());
   covering.Resize(50, 25, true), Tick();
@@ -190,8 +199,8 @@ TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
   EXPECT_EQ(root.Events(), "Close");
   window.Minimize(), window.SetClientArea(nullptr);
   other.Resize(130, 10), window.SetClientArea(&other);
-  window.Minimize(), Tick();
-  EXPECT_EQ(Change(), Rect(0, 0, 30, 0));
+  window.Minimize();
+  EXPECT_EQ(other.Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 130, 60));
   window.SetClientArea(nullptr);
   root.Resize(300, 190);
   Play("90,55 press release press 95,60 release");  // a double click on the title
@@ -199,7 +208,7 @@ TEST_F(WindowTest, SizesAreThoseOfTheClientAreaOrTheParent) {
   window.Minimize(), DragBy(0, 100, 10, 0), DragBy(100, 22, 10, 10);
   EXPECT_EQ(window.Bounds(), root.Bounds());
   window.Maximize();
-  EXPECT_EQ(Change(), Rect());
+  EXPECT_EQ(window.Client().Bounds(), Rect(50 + kBorder, 40 + kBorder + kGrip, 100, 60));
 }
 
 using WindowByItselfTest = StageTest;
