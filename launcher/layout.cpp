@@ -37,6 +37,7 @@ struct Candidate {
   double Fitting(Size screen) const {
     return std::min(1.0 * screen.w / size.w, 1.0 * screen.h / size.h);
   }
+  double LargestZoom(Size screen) const { return Fitting(screen) * zoom; }
   double Filled(Size screen, double scale) const {
     return scale * size.w / screen.w * (scale * size.h / screen.h);
   }
@@ -90,6 +91,14 @@ const Candidate* Best(const std::vector<Candidate>& candidates, Size screen,
   return best;
 }
 
+// The one whose text and pictures can be largest.
+const Candidate& Largest(const std::vector<Candidate>& candidates, Size screen) {
+  return *std::max_element(candidates.begin(), candidates.end(),
+                           [screen](const Candidate& a, const Candidate& b) {
+                             return a.LargestZoom(screen) < b.LargestZoom(screen);
+                           });
+}
+
 ScreenLayout Placed(const Candidate& candidate, double zoom, Size screen) {
   SetZoom(zoom);
   const double shown = zoom < kLeastShrunk ? kLeastZoom : std::min(zoom, kLargestZoom);
@@ -105,18 +114,13 @@ ScreenLayout Placed(const Candidate& candidate, double zoom, Size screen) {
 // which they are least too large.
 ScreenLayout FitToScreen(const std::vector<Candidate>& candidates, Size screen) {
   const auto fitting = [screen](const Candidate& c) {
-    const double scale = c.Fitting(screen);
-    return scale * c.zoom >= kLeastZoom ? scale : -1;
+    return c.LargestZoom(screen) >= kLeastZoom ? c.Fitting(screen) : -1;
   };
   const auto own = std::find_if(candidates.begin(), candidates.end(),
                                 [screen](const Candidate& c) { return c.size == screen; });
   const Candidate* best = own != candidates.end() ? &*own : Best(candidates, screen, fitting);
-  if (!best)
-    best = &*std::max_element(candidates.begin(), candidates.end(),
-                              [screen](const Candidate& a, const Candidate& b) {
-                                return a.Fitting(screen) * a.zoom < b.Fitting(screen) * b.zoom;
-                              });
-  return Placed(*best, best->Fitting(screen) * best->zoom, screen);
+  if (!best) best = &Largest(candidates, screen);
+  return Placed(*best, best->LargestZoom(screen), screen);
 }
 
 }  // namespace
@@ -133,7 +137,7 @@ std::string SectionFor(Size screen) {
 bool ReadSectionSize(const std::string& section, Size* size) {
   char end = '\0';
   const std::size_t stem = kSizedStem.size();
-  return section.size() > stem && strncasecmp(section.c_str(), kSizedStem.data(), stem) == 0 &&
+  return strncasecmp(section.c_str(), kSizedStem.data(), stem) == 0 &&
          std::sscanf(section.c_str() + stem, "%5d%*1[xX]%5d%c", &size->w, &size->h, &end) == 2 &&
          std::min(size->w, size->h) > 0 && std::max(size->w, size->h) <= kMostPixels;
 }
@@ -153,6 +157,11 @@ Rect ScreenLayout::OnScreen(const Rect& place) const {
           scaled(1.0 * y + place.h) - top};
 }
 
+Point ScreenLayout::OnScreen(Point place) const {
+  const Rect at = OnScreen(Rect{place.x, place.y, 0, 0});
+  return {at.x, at.y};
+}
+
 ScreenLayout FitLayout(const char* menuFile, Size screen, double zoom) {
   return zoom == 1 ? ScreenLayout{} : FitZoomedLayout(menuFile, screen, zoom);
 }
@@ -161,9 +170,7 @@ ScreenLayout FitZoomedLayout(const char* menuFile, Size screen, double zoom) {
   constexpr double kRounded = 1e-6;
   if (screen.w < 1 || screen.h < 1) return {};
   const auto candidates = FindCandidates(SectionFile::FromUtf8(ReadWhole(menuFile)));
-  double largest = 0;
-  for (const Candidate& c : candidates) largest = std::max(largest, c.Fitting(screen) * c.zoom);
-  zoom = std::min(zoom, largest);
+  zoom = std::min(zoom, Largest(candidates, screen).LargestZoom(screen));
   const Candidate* best =
       zoom < kLeastZoom ? nullptr : Best(candidates, screen, [&](const Candidate& c) {
         const double scale = zoom / c.zoom;

@@ -18,6 +18,7 @@ struct ScreenLayout {
   // A place in the file's pixels, where it is on the screen. A negative position counts from the
   // layout's far edge.
   Rect OnScreen(const Rect& place) const;
+  Point OnScreen(Point place) const;
 };
 
 // Where things lie on the screen, in pixels. A menu file that leaves a value out inherits it from

@@ -29,7 +29,8 @@ TEST_F(LayoutTest, FillsTheScreenBestWhereItHasNoneOfItsOwn) {
             "[MENU_CONFIGURATION]\nMenuWidth=700\n[menu_configuration_640X480]\n"
             "[MENU_CONFIGURATION_960x540]\n[MENU_CONFIGURATION_1920x1080]\nZoom=1.5\n[MENU_"
             "CONFIGURATION_500x800]\n[MENU_CONFIGURATION_700x500]\nZoom=2\n"
-            "[MENU_CONFIGURATION_0x5]\n[MENU_CONFIGURATION_5x5x]\n[MENU_CONFIGURATION_99999x5]\n");
+            "[MENU_CONFIGURATION_1000x565]\n[MENU_CONFIGURATION_0x5]\n[MENU_CONFIGURATION_5x5x]\n["
+            "MENU_CONFIGURATION_99999x5]\n");
   const Size screens[] = {{640, 480},   {800, 600},   {1024, 768},  {1280, 1024}, {1366, 768},
                           {1920, 1080}, {3840, 2160}, {1000, 1800}, {320, 200},   {16, 16},
                           {640, 600},   {1, 16},      {16, 1}};
