@@ -33,11 +33,11 @@ int Padding(int said, int usual, int size) {
 // What of a word stays on one line.
 std::vector<std::string> PartsOf(const char* word, const Font& font) {
   std::vector<std::string> parts;
-  int before = 0;
+  int before = 0;  // 0 at the start
   for (const char* next = word; *next != '\0';) {
     const char* const start = next;
     const int character = ugetxc(&next);
-    if (parts.empty() || font.BreaksBetween(before, character)) parts.emplace_back();
+    if (before == 0 || font.BreaksBetween(before, character)) parts.emplace_back();
     parts.back().append(start, next);
     before = character;
   }
@@ -174,15 +174,14 @@ bool MenuList::TakeKey(int code) {
   heldKey_.Hold(code >> 8);
   // What the mouse has opened is settled; its index would take this key's step back.
   pendingIndex_ = -1;
-  bool used = false;
-  bool moved = false;
-  do {
-    const int before = current;
-    used = HandleKey(code);
-    moved = current != before;
-    // A key that has opened another menu must not choose in it too.
-  } while (moved && pendingIndex_ == -1 && IsSeparatorAt(current));
-  if (moved) Report(MSG_ITEM_SELECTED, reinterpret_cast<EventArg>(GetItem(current)));
+  int before = current;
+  const bool used = HandleKey(code);
+  // A key that has opened another menu must not choose in it too.
+  while (current != before && pendingIndex_ == -1 && IsSeparatorAt(current)) {
+    before = current;
+    HandleKey(code);
+  }
+  if (current != before) Report(MSG_ITEM_SELECTED, reinterpret_cast<EventArg>(GetItem(current)));
   SelectItem(std::exchange(pendingIndex_, -1));
   return used;
 }
@@ -280,8 +279,8 @@ void TitledPanel::DrawFlat(Bitmap& canvas) const {
                                     .fill = look.ground,
                                     .borderColor = showsFocus ? look.focusBorder : look.border,
                                     .border = border});
+  if (title.IsEmpty()) return;
   const int width = w() - 2 * horizontalMargin;
-  if (title.IsEmpty() || width < 1 || verticalMargin >= canvas.Height()) return;
   SubCanvas band{canvas, horizontalMargin, verticalMargin, width, TitleHeight()};
   if (band.IsEmpty()) return;
   if (look.titleGround.IsSet()) band.clear_to_color(look.titleGround);
@@ -414,17 +413,13 @@ int HintPanel::LineRoom() const {
 }
 
 void ScreenLabel::Show(const ScreenText& text) {
-  const Rect place = launcherState.layout.OnScreen({text.left, text.top, 0, 0});
+  const Point place = launcherState.layout.OnScreen({text.left, text.top});
   font_ = text.font;
   color_ = text.color;
   TakeLook();
   SetText(text.text);
   Place(place.x, place.y);
   Wrap();
-  if (text.text.IsEmpty())
-    Hide();
-  else
-    Unhide();
 }
 
 void ScreenLabel::MsgInitSkin() {
@@ -435,8 +430,8 @@ void ScreenLabel::MsgInitSkin() {
 
 void ScreenLabel::Wrap() {
   const ScreenLayout& layout = launcherState.layout;
-  const int end = layout.section.empty() ? settings.screenWidth
-                                         : layout.OnScreen({0, 0, layout.size.w, 0}).Right();
+  const int end =
+      layout.section.empty() ? settings.screenWidth : layout.OnScreen({layout.size.w, 0}).x;
   SetMultiline(false);
   UpdateSize();
   const int room = end - Zoomed(kTextMargin) - GetRelativePos().x;
@@ -455,7 +450,6 @@ void ScreenLabel::TakeLook() {
     if (look.picture == 0) color = WithContrast(color, skin->colors[kBack], look.leastContrast);
   }
   SetFontColor(color, Color{}, kNormal);
-  SetTextBackColor(Color{});
 }
 
 CenteredImage::CenteredImage() { ClearFlag(kFlagAutoSize); }
