@@ -62,11 +62,14 @@ class MenuEntry : public ListItem {
 
  private:
   struct TextLook;
+  struct Columns {
+    int left, width;
+  };
   // What the skin says of entries; null when it says nothing.
   const MenuLook* Look() const;
   bool HasMark() const { return item_.flags & (kItemSubmenu | kItemBack); }
   Rect Field(const MenuLook& look, Size canvas) const;
-  Rect TitlePlace(const MenuLook& look, Size canvas) const;
+  Columns TitlePlace(const MenuLook& look, int width) const;
   int TitleHeight(const MenuLook& look, int width) const;
   Color Ground(const MenuLook& look, const SkinBitmap* skinBitmap, int state) const;
   Color TextColor(const MenuLook& look, Color ground) const;
@@ -82,10 +85,12 @@ class MenuEntry : public ListItem {
   std::shared_ptr<BITMAP> icon_;  // null when there is none
   // How high the title is that was measured last, and with what.
   struct Measured {
-    int width = 0, lineHeight = 0, height = 0;
+    int width = 0, lineHeight = 0;
     const Font* font = nullptr;
+    bool operator==(const Measured&) const = default;
   };
   mutable Measured measured_;
+  mutable int titleHeight_ = 0;
 };
 
 // A list of menu entries: the keys pass over separators, and the numeric pad works without Num

@@ -39,32 +39,30 @@ Rect MenuEntry::Field(const MenuLook& look, Size canvas) const {
   const int left = std::min(OrElse(look.fieldX, Zoomed(kEntryFrameLeft)), canvas.w / 4);
   const int right = std::min(OrElse(look.fieldX, Zoomed(kEntryFrameRight)), canvas.w / 4);
   const int top = std::min(OrElse(look.fieldY, 0), canvas.h / 4);
-  return {left, top, std::max(0, canvas.w - left - right), std::max(0, canvas.h - 2 * top)};
+  return {left, top, canvas.w - left - right, canvas.h - 2 * top};
 }
 
 // Up to the mark, or as far from the right end as the icon is from the left one.
-Rect MenuEntry::TitlePlace(const MenuLook& look, Size canvas) const {
-  const int left = std::min(TextX(look), canvas.w / 2);
-  int right = canvas.w - std::min(std::min(IconX(look), left), canvas.w / 4);
+MenuEntry::Columns MenuEntry::TitlePlace(const MenuLook& look, int width) const {
+  const int left = std::min(TextX(look), width / 2);
+  int right = width - std::min({IconX(look), left, width / 4});
   if (HasMark() && owner->GetParent()) {
     const int mark = 2 * HalfMark(owner->GetParent()->GetFont(kNormal));
-    right = canvas.w - MarkX(look) - mark - Zoomed(kMarkGap);
+    right = width - MarkX(look) - mark - Zoomed(kMarkGap);
   }
-  return {left, 0, std::max(1, right - left), canvas.h};
+  return {left, std::max(1, right - left)};
 }
 
 int MenuEntry::TitleHeight(const MenuLook& look, int width) const {
   const Font& font = owner->GetParent()->GetFont(kNormal);
-  const Measured now{width, font.TextHeight(), 0, &font};
-  if (measured_.width == now.width && measured_.lineHeight == now.lineHeight &&
-      measured_.font == now.font)
-    return measured_.height;
+  const Measured now{width, font.TextHeight(), &font};
+  if (measured_ == now) return titleHeight_;
   measured_ = now;
-  const Rect place = TitlePlace(look, {width, 0});
-  measured_.height = font.TextLength(TitleOf(item_)) <= place.w
-                         ? now.lineHeight
-                         : std::max(now.lineHeight, font.MultilineHeight(TitleOf(item_), place.w));
-  return measured_.height;
+  const int room = TitlePlace(look, width).width;
+  titleHeight_ = font.TextLength(TitleOf(item_)) <= room
+                     ? now.lineHeight
+                     : std::max(now.lineHeight, font.MultilineHeight(TitleOf(item_), room));
+  return titleHeight_;
 }
 
 int MenuEntry::GetHeight() const {
@@ -122,7 +120,7 @@ void MenuEntry::DrawStyled(Bitmap& canvas, const MenuLook& look, const SkinBitma
   const Rect field = Field(look, size);
   const Color ground = Ground(look, skinBitmap, state);
   if (!look.field.IsSet()) {
-    if (skinBitmap && field.w > 0 && field.h > 0)
+    if (skinBitmap)
       skinBitmap->DrawArea(canvas.GetBitmap(), 0, state, field.x, field.y, field.w, field.h, 1,
                            kListStates);
   } else if (selected) {
@@ -149,14 +147,15 @@ void MenuEntry::DrawStyled(Bitmap& canvas, const MenuLook& look, const SkinBitma
   if (icon_ && look.icons != 0 && canvas.GetBitmap() && !(item_.flags & kItemBack))
     draw_sprite(canvas.GetBitmap(), icon_.get(), IconX(look), (size.h - icon_->h) / 2);
   DrawMark(canvas, look, font, color);
-  const Rect place = TitlePlace(look, size);
-  SubCanvas title{canvas, place.x, 0, std::min(place.w, size.w - place.x), size.h};
+  const Columns place = TitlePlace(look, size.w);
+  SubCanvas title{canvas, place.left, 0, place.width, size.h};
   if (title.IsEmpty()) return;
   const Color shadow = styled.GetShadowColor(group);
   const int height = look.wraps > 0 ? TitleHeight(look, size.w) : font.TextHeight();
   const int y = (size.h - height) / 2;
   if (height > font.TextHeight())
-    font.MultilineTextout(title, TitleOf(item_), color, shadow, Color{}, 0, y, place.w, kAlignLeft);
+    font.MultilineTextout(title, TitleOf(item_), color, shadow, Color{}, 0, y, place.width,
+                          kAlignLeft);
   else
     font.TextoutShadow(title, TitleOf(item_), {0, y}, color, shadow, Color{}, kAlignLeft);
 }
