@@ -50,7 +50,6 @@ BitmapPtr NewBitmap(int depth, int width, int height) {
 StepBar::StepBar() { ReadPicture(); }
 
 void StepBar::ReadPicture() {
-  run_.reset();
   picture_ = LoadArt(kProgressPicture, CurrentZoom());
   if (!picture_) return;
   run_ = NewBitmap(bitmap_color_depth(picture_.get()), picture_->w + kCopies - 1, picture_->h);
@@ -80,11 +79,10 @@ void StepBar::ShowSteps(int done, int all) {
 void StepBar::RedrawFill(int from, int to) {
   if (from == to) return;
   const int left = std::min(from, to);
-  if (HasFlatBar(skin)) return RedrawPart({left, 0, std::max(from, to) - left, h()});
+  const int width = std::abs(to - from);
+  if (HasFlatBar(skin)) return RedrawPart({left, 0, width, h()});
   if (!picture_) return;
-  const int right = std::min(w(), std::max(from, to) + picture_->w - 1);
-  const Rect part{left, 0, right - left, h() - Zoomed(kBelowSteps)};
-  if (part.w < 1 || part.h < 1) return;
+  const Rect part{left, 0, width + picture_->w - 1, h() - Zoomed(kBelowSteps)};
   RedrawPart(part);
   // A high picture reaches below the track, where nothing else wipes it away.
   if (to < from && parent && Bevel() + picture_->h > TrackHeight())
@@ -115,17 +113,18 @@ void StepBar::Draw(Bitmap& canvas) {
 
 int BusyBar::TrackHeight() const { return RoundToInt(h() * kBusyHeight); }
 
-int BusyBar::BlockWidth() const {
-  return GetRange() > 0 ? RoundToInt(w() * max * kBlockWidth / GetRange()) : 0;
+int BusyBar::ShareOfWidth(double share) const {
+  return GetRange() > 0 ? RoundToInt(w() * max * share / GetRange()) : 0;
 }
+
+int BusyBar::BlockWidth() const { return ShareOfWidth(kBlockWidth); }
 
 BusyBar::Span BusyBar::Block() const {
   return {position_ + Zoomed(kBlockInset), position_ + BlockWidth()};
 }
 
 void BusyBar::Move() {
-  const int end = GetRange() > 0 ? RoundToInt(w() * max / GetRange()) : 0;
-  const int last = end - BlockWidth() - Zoomed(kTurnMargin);
+  const int last = ShareOfWidth(1) - BlockWidth() - Zoomed(kTurnMargin);
   if (position_ < Zoomed(kBlockStep)) {
     position_ = 1;
     step_ = Zoomed(kBlockStep);

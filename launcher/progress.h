@@ -43,6 +43,7 @@ class BusyBar final : public ProgressBar {
     int left, right;
   };
   Span Block() const;
+  int ShareOfWidth(double share) const;
   int BlockWidth() const;
   int TrackHeight() const;
   void Move();
