@@ -134,7 +134,6 @@ void MenuScreen::ChangeLook(LookStep step) {
 
 void MenuScreen::FollowLook() {
   SetSkin(nullptr);
-  InitChangedSkins();
   session_.ReadScreenAgain();
   FillList();
   List().SelectItem(session_.Current());
@@ -144,7 +143,6 @@ void MenuScreen::FollowLook() {
   ShowTexts();
   PlaceProgress();
   if (!progressBar_.Hidden()) UpdateProgress();
-  Redraw();
 }
 
 void MenuScreen::FillList() {
@@ -284,8 +282,7 @@ void MenuScreen::ShowCountdown() {
 }
 
 void MenuScreen::StopDefault() {
-  if (!showsCountdown_) return;
-  showsCountdown_ = false;
+  if (!std::exchange(showsCountdown_, false)) return;
   default_.Stop();
   ShowTexts();
   Redraw();

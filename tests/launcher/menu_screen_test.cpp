@@ -208,6 +208,8 @@ TEST_F(MenuScreenTest, KeysGoOnFromTheLastPositionAsFarAsItFits) {
   EXPECT_EQ(Play("1 +enter -enter +down tick"), "level 1, entry 2, code 11, closed")
       << "what follows it is nothing";
   EXPECT_EQ(ReadFile("output.txt"), "first\n");
+  WriteFile("menu.cfg", kMain + "WaitForFile=hints\n");
+  EXPECT_EQ(Play("5 enter"), "level 1, entry 5, code 0, closed") << "there is nothing to wait for";
   Play("2,0");
   WriteFile("menu.cfg", kMain + "[LINE3]\nSeparator=1\n");
   EXPECT_EQ(Play("enter"), "level 1, entry 2, code 12")
