@@ -1,8 +1,9 @@
 #include "launcher/help_dialog.h"
+#include "launcher/menu_screen.h"
 #include "launcher/menu_widgets.h"
 #include "launcher/wait_dialog.h"
 #include "tests/support/launcher_fixture.h"
-#include "tests/support/widget_fixture.h"
+#include "tests/support/told_fixture.h"
 #include "toolkit/base/zoom.h"
 #include "toolkit/draw/engine_font.h"
 
@@ -105,6 +106,37 @@ TEST_F(LauncherWidgetsTest, RowsOfTheMenuHideTheGroundWhereTheySaySo) {
     EXPECT_EQ(told.w, kinds.empty() ? 100 : 67);
     EXPECT_EQ(told.h, kinds.size() == 3 ? 15 : kinds.size() * 4);
   }
+}
+
+using EveryLauncherWidgetTest = InLauncherDirectory<ToldFixture>;
+
+TEST_F(EveryLauncherWidgetTest, HandlesAllMessagesAndTellsItsParent) {
+  MenuList list;
+  MenuPanel menu;
+  HintPanel hint;
+  ScreenLabel text{&MenuLook::heading};
+  CenteredImage image;
+  WallpaperPanel wallpaper;
+  LookKeys lookKeys;
+  OpeningKey openingKey;
+  WaitDialog wait{MenuItem{}};
+  HelpDialog help{KEY_F1};
+  MenuScreen screen;
+  std::string seen;
+  for (const auto& [name, widget] :
+       std::initializer_list<std::pair<const char*, Widget*>>{{"MenuList", &list},
+                                                              {"MenuPanel", &menu},
+                                                              {"HintPanel", &hint},
+                                                              {"ScreenLabel", &text},
+                                                              {"CenteredImage", &image},
+                                                              {"WallpaperPanel", &wallpaper},
+                                                              {"LookKeys", &lookKeys},
+                                                              {"OpeningKey", &openingKey},
+                                                              {"WaitDialog", &wait},
+                                                              {"HelpDialog", &help},
+                                                              {"MenuScreen", &screen}})
+    seen += Told(name, *widget);
+  ExpectText("messages_of_menus", seen);
 }
 
 TEST_F(LauncherWidgetsTest, ItsKeysPassOverSeparatorsAndThePadChoosesAndMarks) {

@@ -1,7 +1,7 @@
 // Forms of many controls, and what an application does with them.
 #include <tuple>
 
-#include "tests/support/widget_fixture.h"
+#include "tests/support/told_fixture.h"
 #include "toolkit/base/zoom.h"
 #include "toolkit/core/tooltip.h"
 #include "toolkit/widgets/accelerator.h"
@@ -65,17 +65,13 @@ TEST_F(DialogTemplateTest, MakesAControlForEachRecordThatHasOne) {
     EXPECT_EQ(zoomed.Find(id)->Bounds(), form.Find(id)->Bounds()) << id;
 }
 
-using EveryWidgetTest = WidgetFixture;
+using EveryWidgetTest = ToldFixture;
 
-// What each tells its parent of the messages that there are, twice, and its flags where they have
-// changed; then of a pointer that passes and presses. "?" is what it is made of.
 TEST_F(EveryWidgetTest, HandlesAllMessagesAndTellsItsParent) {
   std::tuple<Label, Button, CheckBox, RadioButton, EditBox, Slider, ScrollBar, ListView, ListBox,
              ComboBox, SpinBox, TextView, Window, Panel, ClearScreen, Image, Separator, ProgressBar,
              GroupFrame, Accelerator, Tooltip>
       widgets;
-  for (int msg = 0; msg <= 40; ++msg) root.watched.insert(msg);
-  root.onlyOfChildren = false;
   std::string seen;
   std::istringstream names{
       "Label Button CheckBox RadioButton EditBox Slider ScrollBar ListView ListBox ComboBox "
@@ -83,21 +79,7 @@ TEST_F(EveryWidgetTest, HandlesAllMessagesAndTellsItsParent) {
       "Accelerator Tooltip"};
   const auto play = [&](Widget& widget) {
     std::string name;
-    names >> name, seen += "\n[" + name + "]\n";
-    Show(widget, {10, 10, 60, 80});
-    root.Events();
-    std::uint32_t before = 0;
-    for (int times = 0; times < 82; ++times) {
-      widget.SendMessage(times % 41, 1);
-      const std::uint32_t flags = widget.GetFlags();
-      const std::string events = root.Events();
-      if (!events.empty() || flags != before)
-        seen += events + (flags == before ? "" : " -> " + FlagNames(flags)) + '\n';
-      before = flags;
-    }
-    Mouse(20, 30), Mouse(25, 45, 1), Mouse(25, 50, 1), Mouse(25, 50), Mouse(199, 199);
-    seen += root.Events() + '\n';
-    root.Remove(&widget);
+    names >> name, seen += Told(name, widget);
   };
   std::apply([&play](auto&... widget) { (play(widget), ...); }, widgets);
   ExpectText("messages_of_widgets", seen);
