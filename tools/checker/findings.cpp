@@ -42,6 +42,14 @@ std::vector<std::string> AllowedNames(const std::string& line, std::size_t posit
   return names;
 }
 
+// What is added to a message that stands for others.
+struct Others {
+  const char* another;
+  const char* others;  // {0} is how many
+};
+constexpr Others kOtherLines{" (another line names it, too)", " ({0} other lines name it, too)"};
+constexpr Others kOtherSections{" (another section, too)", " ({0} other sections, too)"};
+
 bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
 
 // UTF-8 without control characters, whatever bytes there are.
@@ -165,23 +173,17 @@ void Findings::Merge() {
     else if (std::find(std::begin(kOfFiles), std::end(kOfFiles), id) != std::end(kOfFiles))
       alike[{id, what}].push_back(i);
   }
-  std::set<std::size_t> others;
+  std::set<std::size_t> merged;
   for (const auto& [about, all] : alike) {
     if (all.size() == 1) continue;
-    const std::size_t more = all.size() - 1;
-    const bool isSection = about.first == Msg::kSizeUnread;
-    findings_[all.front()].what += " (" +
-                                   (more == 1 ? "another " : std::to_string(more) + " other ") +
-                                   (isSection ? "section" : "line") + (more == 1 ? "" : "s") +
-                                   (isSection   ? ""
-                                    : more == 1 ? " names it"
-                                                : " name it") +
-                                   ", too)";
-    others.insert(all.begin() + 1, all.end());
+    const auto& [another, others] = about.first == Msg::kSizeUnread ? kOtherSections : kOtherLines;
+    const std::string more = std::to_string(all.size() - 1);
+    findings_[all.front()].what += Filled(all.size() == 2 ? another : others, {&more, 1});
+    merged.insert(all.begin() + 1, all.end());
   }
   std::vector<Finding> kept;
   for (std::size_t i = 0; i < findings_.size(); ++i)
-    if (!others.contains(i)) kept.push_back(std::move(findings_[i]));
+    if (!merged.contains(i)) kept.push_back(std::move(findings_[i]));
   findings_ = std::move(kept);
 }
 

@@ -137,7 +137,9 @@ class LayoutCheck {
   // The place of a key that counts on this screen; of the menu's first line where it does not say
   // it.
   Place PlaceOf(const MenuFile& menu, const char* key) const {
-    const MenuSection* own = OwnSection(menu);
+    return PlaceOf(menu, OwnSection(menu), key);
+  }
+  static Place PlaceOf(const MenuFile& menu, const MenuSection* own, const char* key) {
     if (const MenuLine* line = own ? own->Find(key) : nullptr) return menu.At(line->entry.line);
     return menu.At(std::max(1, menu.General().LineOf(key)));
   }
@@ -205,11 +207,7 @@ class LayoutCheck {
     if (menu.General().Find("HintFile"))
       add(kHintKeys, {at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight});
     if (outside.size() > 1 && !IsMeantForOwn(menu)) return;
-    const std::string section = std::exchange(section_, kGeneralSection);
-    const Size screen = std::exchange(screen_, own_);
-    for (const auto& [keys, panel] : outside) CheckPanel(menu, *keys, panel);
-    section_ = section;
-    screen_ = screen;
+    for (const auto& [keys, panel] : outside) CheckPanel(menu, nullptr, own_, *keys, panel);
   }
 
   void Walk(MenuConfig& config, const MenuFile& menu, std::set<std::string>& seen) {
@@ -250,20 +248,24 @@ class LayoutCheck {
   }
 
   bool CheckPanel(const MenuFile& menu, const PanelKeys& keys, const Rect& panel) {
-    const bool isNew = IsNew(keys.name, panel);
+    return CheckPanel(menu, OwnSection(menu), screen_, keys, panel);
+  }
+  bool CheckPanel(const MenuFile& menu, const MenuSection* own, Size screen, const PanelKeys& keys,
+                  const Rect& panel) {
+    const bool isNew = IsNew(keys.name, panel, screen);
     const auto add = [&](Msg id, const char* key, std::vector<std::string> words) {
-      if (isNew) findings_.Add(id, PlaceOf(menu, key), std::move(words));
+      if (isNew) findings_.Add(id, PlaceOf(menu, own, key), std::move(words));
       return false;
     };
-    const std::string screen = NameOf(screen_);
-    if (panel.w < 1) return add(Msg::kNoWidth, keys.width, {keys.name, "width", screen});
-    if (panel.h < 1) return add(Msg::kNoWidth, keys.height, {keys.name, "height", screen});
-    const bool isWide = Fits(panel.x, panel.w, screen_.w);
-    if (isWide && Fits(panel.y, panel.h, screen_.h)) return true;
-    const bool isSize = isWide ? panel.h > screen_.h : panel.w > screen_.w;
+    const std::string size = NameOf(screen);
+    if (panel.w < 1) return add(Msg::kNoWidth, keys.width, {keys.name, "width", size});
+    if (panel.h < 1) return add(Msg::kNoWidth, keys.height, {keys.name, "height", size});
+    const bool isWide = Fits(panel.x, panel.w, screen.w);
+    if (isWide && Fits(panel.y, panel.h, screen.h)) return true;
+    const bool isSize = isWide ? panel.h > screen.h : panel.w > screen.w;
     const char* key = isWide ? (isSize && keys.height ? keys.height : keys.top)
                              : (isSize ? keys.width : keys.left);
-    return add(Msg::kOutside, key, {keys.name, screen});
+    return add(Msg::kOutside, key, {keys.name, size});
   }
 
   using Placed = std::pair<const PanelKeys&, const Rect&>;
