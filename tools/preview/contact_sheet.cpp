@@ -50,7 +50,7 @@ std::vector<std::string> StemsOf(const std::vector<Survey::Menu>& menus) {
         stem.begin(), stem.end(),
         [](unsigned char c) { return !std::isalnum(c) && c != '-' && c != '_'; }, '_');
     constexpr std::size_t kLongest = 100;
-    stem = stem.substr(0, kLongest);
+    stem.resize(std::min(stem.size(), kLongest));
     if (std::find(stems.begin(), stems.end(), stem) != stems.end())
       stem += '_' + std::to_string(stems.size());
     stems.push_back(stem);

@@ -99,9 +99,10 @@ KeyStroke FindKey(const std::string& name) {
   for (const NamedKey& known : kKeys)
     if (name == known.name) return known.key;
   const int character = name.size() == 1 ? std::tolower(static_cast<unsigned char>(name[0])) : 0;
-  if (character >= 'a' && character <= 'z') return {KEY_A + character - 'a', name[0]};
-  if (character >= '0' && character <= '9') return {KEY_0 + character - '0', name[0]};
-  kPreview.Reject("--keys: there is no key " + name);
+  const bool isLetter = character >= 'a' && character <= 'z';
+  if (!isLetter && (character < '0' || character > '9'))
+    kPreview.Reject("--keys: there is no key " + name);
+  return {isLetter ? KEY_A + character - 'a' : KEY_0 + character - '0', name[0]};
 }
 
 std::vector<KeyStroke> ReadKeys(const char* text) {

@@ -77,9 +77,8 @@ Size SideTile(const Look&, Size frame) { return {frame.w, frame.h / 3}; }
 
 }  // namespace
 
-LookColors::LookColors(const LookSeed& seed) {
+LookColors::LookColors(const LookSeed& seed) : face{seed.ground} {
   const Color white{255, 255, 255}, black{0, 0, 0};
-  face = seed.ground;
   isDark = Contrast(face, white) > Contrast(face, black);
   const Color top = isDark ? white : black;
   sunken = isDark ? Mix(face, black, 0.28) : Mix(face, white, 0.8);
