@@ -1,6 +1,7 @@
 // What a check has found.
 #pragma once
 
+#include <cstddef>
 #include <initializer_list>
 #include <map>
 #include <set>
@@ -35,6 +36,7 @@ class Findings {
   // counts. With a `nearest` name, the advice is that.
   void Add(Msg id, const Place& place, std::vector<std::string> words = {},
            const std::string& nearest = {});
+  std::size_t Count() const { return findings_.size(); }
   // Whether something of the kind has been said of the line.
   bool Has(Msg id, const Place& place) const;
   // True where more of the same in a file would not be said.

@@ -117,9 +117,7 @@ class LayoutCheck {
         !HasLayout(screen))
       return;
     if (screen == own_) CheckPassedOver(menus_.front());
-    MenuConfig config;
-    std::set<std::string> seen;
-    Walk(config, menus_.front(), seen);
+    WalkAll(screen);
   }
 
  private:
@@ -177,20 +175,22 @@ class LayoutCheck {
     return false;
   }
 
-  // Whether the general section is plainly meant for the settings' own screen: its background is as
-  // large, or the other usual screens have sections.
-  bool IsMeantForOwn(const MenuFile& menu) {
+  // Whether the general section is meant for the settings' own screen: its background is as large,
+  // the other usual screens have sections, or no more than a panel of it lies outside.
+  bool IsMeantForOwn(const MenuFile& menu, std::size_t outside) {
     const MenuLine* line = menu.General().Find("Background");
     const BITMAP* background = line ? pictures_.Get(line->entry.value) : nullptr;
-    return (background && Size{background->w, background->h} == own_) ||
-           (IsUsual(own_) &&
-            std::all_of(std::begin(kUsualScreens), std::end(kUsualScreens), [&](Size usual) {
-              return usual == own_ || HasSection(menu, SectionFor(usual));
-            }));
+    const Size size = background ? Size{background->w, background->h} : Size{};
+    if (size == own_) return true;
+    if (!IsUsual(own_)) return outside == 1 && !IsUsual(size);
+    return outside == 1 ||
+           std::all_of(std::begin(kUsualScreens), std::end(kUsualScreens), [&](Size usual) {
+             return usual == own_ || HasSection(menu, SectionFor(usual));
+           });
   }
 
   // With a zoom, what does not fit the screen that it is meant for gives way to the section of
-  // another one. Where no more than a panel of it lies outside, it is meant for this screen, too.
+  // another one.
   void CheckPassedOver(const MenuFile& menu) {
     if (settings.zoom == 1 || Upper(section_) == kGeneralSection ||
         HasSection(menu, SectionFor(own_)))
@@ -206,8 +206,33 @@ class LayoutCheck {
     add(kProgressKeys, {at.progressX, at.progressY, at.progressW, kProgressHeight});
     if (menu.General().Find("HintFile"))
       add(kHintKeys, {at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight});
-    if (outside.size() > 1 && !IsMeantForOwn(menu)) return;
+    if (outside.empty() || !IsMeantForOwn(menu, outside.size())) return;
     for (const auto& [keys, panel] : outside) CheckPanel(menu, nullptr, own_, *keys, panel);
+  }
+
+  // On a screen that is too small for all layouts the places of one shrink, without its texts.
+  // Where much does not fit then, that is the one cause.
+  void WalkAll(Size screen) {
+    constexpr std::size_t kFew = 3;
+    const MenuSection* own = OwnSection(menus_.front());
+    const double zoom = own ? std::max(kLeastZoom, ParseZoom(own->Text("Zoom").c_str())) : 1;
+    const bool isShrunk = !launcherState.layout.section.empty() && screen_ != screen &&
+                          (launcherState.layout.scale * zoom < kLeastZoom ||
+                           launcherState.layout.scale * screen_.w > screen.w);
+    MenuConfig config;
+    std::set<std::string> menus;
+    if (!isShrunk) return Walk(config, menus_.front(), menus);
+    Findings findings = findings_;
+    auto seen = seen_;
+    auto icons = largeIcons_;
+    Walk(config, menus_.front(), menus);
+    if (findings_.Count() <= findings.Count() + kFew) return;
+    findings_ = std::move(findings);
+    seen_ = std::move(seen);
+    largeIcons_ = std::move(icons);
+    findings_.Add(
+        Msg::kNoLayout, menus_.front().At(std::max(1, menus_.front().General().line)),
+        {NameOf(screen), "", ", and the one for " + NameOf(screen_) + " does not fit there"});
   }
 
   void Walk(MenuConfig& config, const MenuFile& menu, std::set<std::string>& seen) {

@@ -1,6 +1,7 @@
 #include "tools/checker/settings_check.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <iterator>
 #include <string>
@@ -56,9 +57,18 @@ constexpr int kDrivers[] = {GFX_XWINDOWS, GFX_XWINDOWS_FULLSCREEN,
                             GFX_FBCON,    GFX_VGA,
                             GFX_MODEX,    GFX_VBEAF,
                             GFX_SVGALIB};
-constexpr int kMostFound = 2;  // from here on a number is a driver
+constexpr int kMostFound = 2;  // any other number is a driver
 
 using KeyInfo = Settings::KeyInfo;
+
+// The number for a word that other programs have for it; null for none.
+const char* MeantSwitch(const std::string& value) {
+  const auto isAny = [word = Upper(value)](std::initializer_list<const char*> words) {
+    return std::any_of(words.begin(), words.end(), [&](const char* w) { return word == w; });
+  };
+  if (isAny({"YES", "ON", "TRUE"})) return "1";
+  return isAny({"NO", "OFF", "FALSE"}) ? "0" : nullptr;
+}
 
 class SettingsCheck {
  public:
@@ -133,9 +143,14 @@ class SettingsCheck {
         (isQuoted || value.empty() || !CheckZoom(findings_, place, entry.name, value, true)))
       settings.zoom = kZoomToFit;
     if (value.empty() || isQuoted) return;
-    if (Upper(key->name) == "GFXMODE" && settings.gfxMode > kMostFound &&
+    const bool isFound = 0 <= settings.gfxMode && settings.gfxMode <= kMostFound;
+    if (Upper(key->name) == "GFXMODE" && !isFound &&
         std::find(std::begin(kDrivers), std::end(kDrivers), settings.gfxMode) == std::end(kDrivers))
       findings_.Add(Msg::kNoDriver, place, {value});
+    if (const char* meant = key->kind == KeyInfo::kSwitch ? MeantSwitch(value) : nullptr) {
+      findings_.Add(Msg::kNoNumber, place, {entry.name, value, "0"}, meant);
+      return;
+    }
     const bool isNumber = key->kind == KeyInfo::kNumber || key->kind == KeyInfo::kSwitch;
     if (!isNumber || !CheckNumber(findings_, place, entry.name, value, false)) return;
     const int number = ParsedNumber(value);
@@ -158,18 +173,36 @@ class SettingsCheck {
                     {std::to_string(settings.colorDepth)});
     const auto* width = section.Find("screenWidth");
     const auto* height = section.Find("screenHeight");
-    if (!width && !height) return;
+    if ((!width && !height) || IsSaid(width) || IsSaid(height)) return;
     const Size size{settings.screenWidth, settings.screenHeight};
     const auto isMode = [size](Size mode) { return mode == size || mode == Size{size.h, size.w}; };
     if (std::any_of(std::begin(kModes), std::end(kModes), isMode)) return;
-    const auto distance = [size](Size mode) {
-      return std::abs(1.0 * mode.w - size.w) + std::abs(1.0 * mode.h - size.h);
+    const auto distance = [&](Size mode) {
+      return (width ? Distance(size.w, mode.w) : 0) + (height ? Distance(size.h, mode.h) : 0);
     };
     const Size nearest =
         *std::min_element(std::begin(kModes), std::end(kModes),
                           [&](Size a, Size b) { return distance(a) < distance(b); });
+    const bool canBe = std::min(size.w, size.h) > 0 && std::max(size.w, size.h) <= kMostPixels;
     findings_.Add(Msg::kNoMode, {kSettingsFile, width ? width->line : height->line},
-                  {NameOf(size), NameOf(nearest)});
+                  {NameOf(size), NameOf(nearest), canBe ? "hardly a" : "no"});
+  }
+
+  // Whether it was said of a number that it is none.
+  bool IsSaid(const SectionFile::Entry* entry) const {
+    if (!entry) return false;
+    const Place place{kSettingsFile, entry->line};
+    return findings_.Has(Msg::kEmptyValue, place) || findings_.Has(Msg::kQuotes, place) ||
+           findings_.Has(Msg::kLargeNumber, place) ||
+           (findings_.Has(Msg::kNoNumber, place) && ParsedNumber(entry->value) == 0);
+  }
+
+  // Of a side of a screen from one that there is: one that is right says more than one that is not
+  // quite so far off.
+  static double Distance(int side, int real) {
+    constexpr double kFar = 0.3, kShare = 0.01;
+    const double factor = std::abs(std::log(std::max(1.0, std::abs(1.0 * side)) / real));
+    return std::min(kFar, factor) + kShare * factor;
   }
 
   Findings& findings_;
