@@ -25,7 +25,7 @@ struct Moment {
   // Copies without moving, and with.
   void Copy(int x, int y, int width, int height) const { Copy(x, y, x, y, width, height); }
   void Copy(int sx, int sy, int dx, int dy, int width, int height) const {
-    if (width > 0 && height > 0) look.blit(target, sx, sy, dx, dy, width, height);
+    look.blit(target, sx, sy, dx, dy, width, height);
   }
 
  private:
@@ -40,13 +40,10 @@ void CrossFade(const Moment& m) {
   const long long square = static_cast<long long>(m.frame) * m.frame;
   const long long whole = static_cast<long long>(m.length) * m.length;
   const int alpha = static_cast<int>(square * kOpaque / whole);
-  const int depth = bitmap_color_depth(m.target);
   // Allegro's blenders end one step before the new look; 8-bit modes have no blending to speak of.
-  if (alpha >= kOpaque || depth == 8) {
-    if (2 * alpha >= kOpaque) ShowAll(m);
-    return;
-  }
-  if (alpha <= 0) return;
+  const bool blends = bitmap_color_depth(m.target) != 8;
+  if (alpha >= (blends ? kOpaque : kOpaque / 2)) return ShowAll(m);
+  if (!blends) return;
   set_trans_blender(0, 0, 0, alpha);
   m.look.draw_trans_sprite(m.target, 0, 0);
 }
@@ -86,11 +83,11 @@ void WipeLeft(const Moment& m) {
 void WipeRight(const Moment& m) { m.Copy(0, 0, m.Gone(m.w), m.h); }
 
 void RowOfEachBand(const Moment& m, int k) {
-  for (int y = 0; y < m.h - k; y += kBand) m.Copy(0, y + k, m.w, 1);
+  for (int y = k; y < m.h; y += kBand) m.Copy(0, y, m.w, 1);
 }
 
 void ColumnOfEachBand(const Moment& m, int k) {
-  for (int x = 0; x < m.w - k; x += kBand) m.Copy(x + k, 0, 1, m.h);
+  for (int x = k; x < m.w; x += kBand) m.Copy(x, 0, 1, m.h);
 }
 
 void HorizontalLines(const Moment& m) { RowOfEachBand(m, m.Gone(kBand)); }
@@ -229,15 +226,10 @@ void MakeLike(const SkinBitmap& canvas, SkinBitmap& image) {
 void Animator::Start(const Bitmap& canvas, int lengthMs) {
   if (canvas.IsEmpty()) return;
   const bool fits =
-      !newImage.IsEmpty() && newImage.Width() == canvas.Width() &&
-      newImage.Height() == canvas.Height() &&
+      newImage.Width() == canvas.Width() && newImage.Height() == canvas.Height() &&
       bitmap_color_depth(newImage.GetBitmap()) == bitmap_color_depth(canvas.GetBitmap());
-  if (!fits) {
-    MakeLike(canvas, newImage);
-    MakeLike(canvas, oldImage);
-  } else if (oldImage.IsEmpty()) {
-    MakeLike(canvas, oldImage);
-  }
+  if (!fits) MakeLike(canvas, newImage);
+  if (!fits || oldImage.IsEmpty()) MakeLike(canvas, oldImage);
   length = std::max(1, settings.Ticks(lengthMs));
   frame = 1;
 }
@@ -256,8 +248,7 @@ void Animator::Reset() {
 
 void Animator::Draw(Bitmap& canvas, int type) {
   CopyWhole(oldImage, canvas);
-  if (type < 0 || type >= static_cast<int>(std::size(kEffects))) return;
-  if (newImage.IsEmpty() || canvas.IsEmpty() || length < 1) return;
+  if (type < 0 || type >= std::ssize(kEffects) || canvas.IsEmpty() || length == 0) return;
   kEffects[type]({newImage, canvas.GetBitmap(), frame, length, newImage.Width(), newImage.Height(),
                   newImage.Width() / 2, newImage.Height() / 2});
 }

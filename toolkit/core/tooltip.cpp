@@ -83,15 +83,14 @@ void Tooltip::FitText() {
     do {
       width /= 2;
       height = font.MultilineHeight(shown, width - Zoomed(kSideMargins)) + Zoomed(kLineMargins);
-    } while (height > 0 && width / height > kWidestShape);
+    } while (width / height > kWidestShape);
   }
   Resize(width, height);
 }
 
 void Tooltip::PlaceNearPointer() {
   if (!parent) return;
-  int left = lastPos.x - parent->x();
-  if (left + w() >= settings.screenWidth) left = settings.screenWidth - w();
+  const int left = std::min(lastPos.x - parent->x(), settings.screenWidth - w());
   int top = lastPos.y - parent->y() + Zoomed(kBelowPointer);
   if (top + h() >= settings.screenHeight)
     top = lastPos.y - parent->y() - h() - Zoomed(kAbovePointer);

@@ -176,9 +176,9 @@ TEST_F(TooltipTest, FollowsThePointerAndLeavesWithIt) {
 TEST_F(TooltipTest, KeepsOnTheScreenAndWrapsLongTexts) {
   b.Shape(kWidth - 10, 0, 10, kHeight);
   b.SetTooltip("three lines of many words");
-  MoveTo(kWidth - 3, kHeight - 42);
+  MoveTo(kWidth - 3, kHeight - 50);
   TicksUntil(true);
-  ExpectLook("tooltip_wrapped", screen, {40, 40, 120, 60});
+  ExpectLook("tooltip_wrapped", screen, {40, 32, 120, 60});
   MoveTo(150, 5), TicksUntil(false);
   Skin& skin = *CurrentSkin();
   skin.tooltipBorderColor = red, skin.tooltipBackColor = cyan;
@@ -194,9 +194,14 @@ TEST_F(TooltipTest, KeepsOnTheScreenAndWrapsLongTexts) {
   MoveTo(150, 5), TicksUntil(false), MoveTo(0, 5), TicksUntil(true);
   ExpectLook("tooltip_zoomed", screen, {0, 40, 60, 40});
   SetZoom(1);
-  tip.SetText("two\nlines");
-  tip.FitText();
-  EXPECT_EQ(Point(tip.w(), tip.h()), Point(5 * 8 + 12, 2 * 8 + 6));
+  settings.screenWidth = 2 * (5 * 8 + 12);
+  for (const auto& [text, lines] :
+       {std::pair{"two\nlines", 2}, {"thirty letters in three lines.", 3}}) {
+    tip.SetText(text), tip.FitText();
+    EXPECT_EQ(Point(tip.w(), tip.h()), Point(lines == 2 ? 52 : (30 * 8 + 12) / 2, lines * 8 + 6));
+  }
+  tip.Resize(9, 999), tip.PlaceNearPointer();
+  EXPECT_EQ(tip.y(), 0);
   ChangeMode(32);
   Tooltip bare;
   bare.Resize(60, 30);

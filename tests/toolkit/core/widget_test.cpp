@@ -265,6 +265,7 @@ TEST_F(AnimatorTest, EachEffectShowsItsPartOfTheNewLook) {
 
 TEST_F(AnimatorTest, BeginsWithWhatTheLastOneEndedWithAndLastsItsTime) {
   EXPECT_EQ(Play(1, 0, 0x0000FF), (std::vector{10, 40, 92, 163, 255})) << "a quadratic fade";
+  EXPECT_EQ(Play(1, 0, 0).back(), 0) << "which ends with the new look";
   EXPECT_EQ(Play(1, 0, 0xFF0000).back(), 0xFF0000);
   EXPECT_EQ(Play(-1, 1, 2), (std::vector{0xFF0000, 0xFF0000, 0xFF0000, 0xFF0000, 2}));
   animator.Reset();
@@ -276,8 +277,8 @@ TEST_F(AnimatorTest, BeginsWithWhatTheLastOneEndedWithAndLastsItsTime) {
   UseDepth(8);
   canvas.Create(5, 4);
   EXPECT_EQ(Play(1, 0, 7), (std::vector{0, 0, 0, 7, 7})) << "another depth, without blending";
-  for (const auto& [lengthMs, ticks] : {std::pair{300, 15u}, {20, 1}, {0, 1}, {-300, 1}})
-    EXPECT_EQ(Play(0, 0, 1, lengthMs), std::vector(ticks, 1));
+  for (const auto& [lengthMs, ticks] : {std::pair{300, 15}, {20, 1}, {0, 1}, {-300, 1}})
+    EXPECT_EQ(Play(0, 0, ticks, lengthMs), std::vector<int>(ticks, ticks));
   EXPECT_FALSE(animator.Running());
 }
 
