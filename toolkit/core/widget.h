@@ -247,7 +247,7 @@ class Widget : public Rect {
   void Paint(Bitmap& canvas);
   void PaintParts(Bitmap& canvas);
   void PaintShown(Bitmap& canvas);
-  bool DrawPart(Bitmap& canvas, const Rect& part);
+  void DrawPart(Bitmap& canvas, const Rect& part);
 
   PixelArea dirtyParts_;  // relative to the widget
   bool opaque_ = false;

@@ -35,19 +35,17 @@ void Widget::PaintShown(Bitmap& canvas) {
     DrawPart(canvas, {part.x - x(), part.y - y(), part.w, part.h});
 }
 
-// False where the canvas does not have the part.
-bool Widget::DrawPart(Bitmap& canvas, const Rect& part) {
+void Widget::DrawPart(Bitmap& canvas, const Rect& part) {
   // A clip rectangle outside of the canvas would be brought to its edge, where a pixel is drawn.
-  if (!part.Overlaps({0, 0, canvas.Width(), canvas.Height()})) return false;
+  if (!part.Overlaps({0, 0, canvas.Width(), canvas.Height()})) return;
   canvas.set_clip_rect(part.x, part.y, part.Right() - 1, part.Bottom() - 1);
   Draw(canvas);
-  return true;
 }
 
 void Widget::PaintParts(Bitmap& canvas) {
   const PixelArea parts = std::exchange(dirtyParts_, {});
   for (const Rect& part : parts.Rects()) {
-    if (!DrawPart(canvas, part)) continue;
+    DrawPart(canvas, part);
     if (ScreenUpdate* update = CurrentScreenUpdate())
       update->AddDirtyRect(x() + part.x, y() + part.y, part.w, part.h);
   }
