@@ -17,18 +17,16 @@ constexpr unsigned long kNeverGains = 1;  // its PR_MDWE_REFUSE_EXEC_GAIN, of Li
 
 // Console modes, on a console that is not the controlling terminal; menus and /root that belong to
 // others or are closed even to their owner; and replacing others' files in /tmp.
-constexpr unsigned kKeptCapabilities =
+constexpr std::uint64_t kKeptCapabilities =
     1U << CAP_SYS_TTY_CONFIG | 1U << CAP_DAC_OVERRIDE | 1U << CAP_FOWNER;
 
 void LimitCapabilities() {
-  for (int capability = 0; prctl(PR_CAPBSET_READ, capability, 0, 0, 0) >= 0; ++capability) {
-    const bool kept = capability < 32 && (kKeptCapabilities >> capability & 1) != 0;
-    if (!kept) prctl(PR_CAPBSET_DROP, capability, 0, 0, 0);
-  }
+  for (int capability = 0; prctl(PR_CAPBSET_READ, capability) >= 0; ++capability)
+    if ((kKeptCapabilities >> capability & 1) == 0) prctl(PR_CAPBSET_DROP, capability);
   __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
   __user_cap_data_struct sets[_LINUX_CAPABILITY_U32S_3] = {};
   if (syscall(SYS_capget, &header, sets) != 0) return;
-  const unsigned permitted = sets[0].permitted & kKeptCapabilities;
+  const auto permitted = static_cast<unsigned>(sets[0].permitted & kKeptCapabilities);
   sets[0] = {permitted, permitted, 0};
   sets[1] = {};
   syscall(SYS_capset, &header, sets);
@@ -66,13 +64,10 @@ class Places {
   }
   Places(const Places&) = delete;
   Places& operator=(const Places&) = delete;
-  ~Places() {
-    if (rules_ >= 0) close(rules_);
-  }
+  ~Places() { close(rules_); }
 
   bool Permit(const std::string& path, Access access) const {
     const int place = open(path.c_str(), O_PATH | O_CLOEXEC);
-    if (place < 0) return false;
     landlock_path_beneath_attr rule{};
     rule.allowed_access = access & watched_;
     rule.parent_fd = place;

@@ -34,8 +34,8 @@ constexpr GuardState& orphan = process.guard;
 
 // The number of the virtual console behind a descriptor, also behind names like /dev/console.
 int ConsoleNumber(int descriptor) {
-  int mode = 0;
-  unsigned device = 0;
+  int mode;
+  unsigned device;
   if (ioctl(descriptor, KDGETMODE, &mode) != 0 || ioctl(descriptor, TIOCGDEV, &device) != 0)
     return kNone;
   return static_cast<int>(device & 0xff);
@@ -43,7 +43,6 @@ int ConsoleNumber(int descriptor) {
 
 int ControllingConsole() {
   const int terminal = open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY);
-  if (terminal < 0) return kNone;
   const int number = ConsoleNumber(terminal);
   close(terminal);
   return number;
@@ -66,9 +65,7 @@ class GuardedConsole {
   }
   GuardedConsole(const GuardedConsole&) = delete;
   GuardedConsole& operator=(const GuardedConsole&) = delete;
-  ~GuardedConsole() {
-    if (IsOpen()) close(descriptor_);
-  }
+  ~GuardedConsole() { close(descriptor_); }
 
   bool IsOpen() const { return descriptor_ >= 0; }
 
@@ -76,10 +73,9 @@ class GuardedConsole {
   // descriptor of the terminal; then a new one is used.
   void PutRight() {
     if (TryPutRight()) return;
-    if (const int anew = Open(); anew >= 0) {
-      dup3(anew, descriptor_, O_CLOEXEC);
-      close(anew);
-    }
+    const int anew = Open();
+    dup3(anew, descriptor_, O_CLOEXEC);
+    close(anew);
     TryPutRight();
   }
 
@@ -105,10 +101,12 @@ class GuardedConsole {
     switching.mode = VT_AUTO;
     ioctl(descriptor_, VT_SETMODE, &switching);
     int mode = KD_TEXT;
-    if (ioctl(descriptor_, KDGETMODE, &mode) == 0 && mode != KD_TEXT) {
+    ioctl(descriptor_, KDGETMODE, &mode);
+    if (mode != KD_TEXT) {
       ioctl(descriptor_, KDSETMODE, KD_TEXT);
       tcflush(descriptor_, TCIFLUSH);  // what was typed are codes
-      if (write(descriptor_, kEmptyScreen, sizeof kEmptyScreen - 1) < 0) return;
+      [[maybe_unused]] const ssize_t cleared =
+          write(descriptor_, kEmptyScreen, sizeof kEmptyScreen - 1);
     }
     ioctl(descriptor_, KDSKBMODE, keyboard_);
   }
@@ -142,7 +140,8 @@ bool Ends(int signal) {
   if (std::find(std::begin(kHarmless), std::end(kHarmless), signal) != std::end(kHarmless))
     return false;
   struct sigaction action {};
-  return sigaction(signal, nullptr, &action) == 0 && action.sa_handler != SIG_IGN;
+  sigaction(signal, nullptr, &action);
+  return action.sa_handler != SIG_IGN;
 }
 
 // Makes this process do its guard's work when it has none any more. The end of the session, which

@@ -24,20 +24,14 @@ const char* DevicePath() {
 
 class Framebuffer {
  public:
-  Framebuffer() : device_{open(DevicePath(), O_RDWR | O_CLOEXEC)} {
-    isOpen_ = device_ >= 0 && ioctl(device_, FBIOGET_VSCREENINFO, &mode_) == 0;
-  }
+  Framebuffer() = default;
   Framebuffer(const Framebuffer&) = delete;
   Framebuffer& operator=(const Framebuffer&) = delete;
-  ~Framebuffer() {
-    if (device_ >= 0) close(device_);
-  }
+  ~Framebuffer() { close(device_); }
 
-  Size Shown() const {
-    return isOpen_ ? Size{static_cast<int>(mode_.xres), static_cast<int>(mode_.yres)} : Size{};
-  }
+  Size Shown() const { return {static_cast<int>(mode_.xres), static_cast<int>(mode_.yres)}; }
 
-  int Depth() const { return isOpen_ ? static_cast<int>(mode_.bits_per_pixel) : 0; }
+  int Depth() const { return static_cast<int>(mode_.bits_per_pixel); }
 
   bool Takes(int w, int h, int depth) const {
     return !isOpen_ || Fits(mode_, w, h, depth) || Fits(Tried(w, h, depth), w, h, depth);
@@ -60,9 +54,9 @@ class Framebuffer {
     return ioctl(device_, FBIOPUT_VSCREENINFO, &mode) == 0 ? mode : mode_;
   }
 
-  int device_;
-  bool isOpen_ = false;
-  fb_var_screeninfo mode_{};
+  fb_var_screeninfo mode_{};  // all 0 where it is not open
+  int device_ = open(DevicePath(), O_RDWR | O_CLOEXEC);
+  bool isOpen_ = ioctl(device_, FBIOGET_VSCREENINFO, &mode_) == 0;
 };
 
 }  // namespace

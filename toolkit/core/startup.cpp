@@ -47,8 +47,8 @@ constexpr int kSystemRate = -1;  // of the keyboard
 // tick comes at most this much later. What sets up a graphics mode does not wait that long.
 class LazyThreads {
  public:
-  LazyThreads() { prctl(PR_SET_TIMERSLACK, kNanoseconds, 0, 0, 0); }
-  ~LazyThreads() { prctl(PR_SET_TIMERSLACK, kUsual, 0, 0, 0); }
+  LazyThreads() { prctl(PR_SET_TIMERSLACK, kNanoseconds); }
+  ~LazyThreads() { prctl(PR_SET_TIMERSLACK, kUsual); }
   LazyThreads(const LazyThreads&) = delete;
   LazyThreads& operator=(const LazyThreads&) = delete;
 

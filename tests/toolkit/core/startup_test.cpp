@@ -7,6 +7,7 @@
 #include "tests/support/reference.h"
 #include "tests/support/stage.h"
 #include "toolkit/base/graphics_mode.h"
+#include "toolkit/base/zoom.h"
 #include "toolkit/core/mouse_pointer.h"
 #include "toolkit/draw/screen_update.h"
 #include "toolkit/widgets/window.h"
@@ -46,14 +47,14 @@ TEST_F(Startup, TheFileSaysWhatIsSetUp) {
   EXPECT_EQ(CurrentSkin(), nullptr);
   const TempFile file{
       "[Toolkit]\nscreenWidth=800\nscreenHeight=600\ncolorDepth=32\nfullscreen=0\n"
-      "keyDelay=-1\nmouseSpeed=0\nrunInBackground=0\nrefreshRate=75\n"};
+      "keyDelay=-1\nmouseSpeed=0\nrunInBackground=0\nrefreshRate=75\nzoom=2\n"};
   EXPECT_TRUE(InstallToolkit(file.Path()) == kNoError && CurrentSkin());
   EXPECT_EQ(settings.gfxMode, GFX_AUTODETECT_WINDOWED);
   EXPECT_EQ(Tried(), " screen 640x480x16 window 800x600x32");
   EXPECT_EQ(machine.keyboardRates, std::vector({Pair{160, 80}}));
   EXPECT_EQ(machine.mouseSpeeds.back(), Pair(1, 1));
   EXPECT_EQ(machine.switchModes, std::vector({SWITCH_BACKGROUND}));
-  EXPECT_EQ(_refresh_rate_request, 75);
+  EXPECT_TRUE(_refresh_rate_request == 75 && CurrentZoom() == 2);
   EXPECT_FALSE(three_finger_flag) << "it is no way to end a dialog";
 }
 
@@ -99,12 +100,13 @@ TEST_F(Startup, WhatIsMissingEndsItWithItsCode) {
   settings.keyDelay = 30, settings.keyRepeat = settings.refreshRate = -7;
   machine.mouseButtons = 0, settings.skinPath.Assign("/nowhere/skin.cfg");
   EXPECT_EQ(InstallToolkit(nullptr), kSkinFileError);
-  EXPECT_TRUE(machine.keyboardRates.back() == Pair(30, 0) && _refresh_rate_request == 0);
+  EXPECT_EQ(_refresh_rate_request, 0);
   const TempFile file{"[Toolkit]\ncolorDepth=24\ntooltipDelay=7\nskinPath=default\n"};
   machine.refusedModes = {24, 32};
   EXPECT_EQ(InstallToolkit(file.Path()), kGraphicsError);
-  settings.colorDepth = 16;
+  settings.colorDepth = 16, std::swap(settings.keyDelay, settings.keyRepeat);
   for (int call = 0; call < 2; ++call) EXPECT_EQ(InstallToolkit(nullptr), kNoError);
+  EXPECT_EQ(machine.keyboardRates, std::vector({Pair{30, 0}})) << "and none without a delay";
   EXPECT_EQ(settings.tooltipDelay, 7) << "another call keeps the settings";
 }
 
