@@ -86,7 +86,7 @@ void StartInput() {
   input.forgotten = 0;
   input.isDown.fill(false);
   for (int i = 0; i < kKeyBuffer && keyboard_driver && keypressed(); ++i) {
-    int scancode = 0;
+    int scancode;
     const int character = ureadkey(&scancode);
     Note(InputRecord::kCharacter, scancode, character, true);
   }

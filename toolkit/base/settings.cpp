@@ -141,7 +141,7 @@ void Settings::Load(const char* file) {
     zoom = ParseZoom(Converted(text, U_CURRENT, U_UTF8).c_str());
   looks.Assign(section.GetText(Ascii(kLooks), looks));
   for (const Key& key : kAdditions)
-    this->*key.flag = section.GetInt(Ascii(key.name), this->*key.flag ? 1 : 0) != 0;
+    this->*key.flag = section.GetInt(Ascii(key.name), this->*key.flag) != 0;
   for (const Key& key : kKeys) {
     const Ascii name{key.name};
     switch (key.kind) {
@@ -152,7 +152,7 @@ void Settings::Load(const char* file) {
         this->*key.number = section.GetId(name, this->*key.number);
         break;
       case Kind::kBool:
-        this->*key.flag = section.GetInt(name, this->*key.flag ? 1 : 0) != 0;
+        this->*key.flag = section.GetInt(name, this->*key.flag) != 0;
         break;
     }
   }

@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <iterator>
 
 #include "toolkit/base/display_link.h"
 #include "toolkit/base/input.h"
@@ -39,13 +40,13 @@ void WakeLoop() {
   if (process.isTakingInput) return;
   const std::uint64_t one = 1;
   // Where it cannot be written it is readable already.
-  if (write(wakeDescriptor, &one, sizeof one) < 0) return;
+  [[maybe_unused]] const ssize_t written = write(wakeDescriptor, &one, sizeof one);
 }
 
 void SleepUntilWoken() {
   bool& listens = process.listensToDisplay;
   pollfd watched[] = {{wakeDescriptor, POLLIN, 0}, {listens ? DisplayDescriptor() : -1, POLLIN, 0}};
-  if (poll(watched, 2, wakeDescriptor < 0 ? kShortestSleep : kLongestSleep) <= 0) return;
+  poll(watched, std::size(watched), wakeDescriptor < 0 ? kShortestSleep : kLongestSleep);
   if (watched[1].revents != 0) {
     process.isTakingInput = true;
     TalkToDisplay();

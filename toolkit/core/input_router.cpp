@@ -130,7 +130,7 @@ void InputRouter::LookAtKeyboard() {
     return;
   }
   if (!keypressed()) return;
-  int scancode = 0;
+  int scancode;
   const int character = ureadkey(&scancode);
   target.HandleKey(character, scancode);
 }
