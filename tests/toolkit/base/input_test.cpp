@@ -55,7 +55,10 @@ class InputTest : public StageTest {
 TEST_F(InputTest, IsToldInItsOrderWithoutATick) {
   Start();
   MoveTo(10, 10);
-  Watch({MSG_CLICK, MSG_LPRESS, MSG_LRELEASE, MSG_CHAR, MSG_WHEEL});
+  Watch({MSG_CLICK, MSG_LPRESS, MSG_LRELEASE, MSG_CHAR, MSG_WHEEL, MSG_MOVE});
+  root.onEvent = [this](Widget*, int msg, int) {
+    if (msg == MSG_CHAR && b.x() == 60) b.Place(61, 0), PressKeys("w");  // which waits
+  };
   Tap(1);
   PressKeys("n");
   PutMouse({70, 10});
@@ -63,13 +66,17 @@ TEST_F(InputTest, IsToldInItsOrderWithoutATick) {
   HoldButtons(1);
   PutMouse({10, 60});
   root.MsgIdle();
-  ExpectText("input_in_order", root.Events() + '\n');
+  const std::string seen = root.Events() + '\n';
+  root.MsgIdle();
+  ExpectText("input_in_order", seen + root.Events() + '\n');
   for (const Color color : {green, blue}) {
     a.color = color, a.Redraw();
     color == green ? Tap(1) : _handle_key_release(KEY_N);
     root.MsgIdle();
     EXPECT_EQ(At(30, 30), green) << "a key that goes up changes nothing";
   }
+  PutMouse({10, 59}), _handle_key_release(KEY_N), root.MsgIdle();
+  EXPECT_EQ(At(30, 30), blue) << "but the mouse that has moved meanwhile does";
 }
 
 TEST_F(InputTest, WhatTheQueueRefusesIsFoundInTheDevices) {

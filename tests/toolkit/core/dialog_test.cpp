@@ -41,8 +41,9 @@ TEST_F(DialogTest, AWidgetLivesInOneDialogWhichStartsAndEndsIt) {
   Watch({MSG_START, MSG_END, MSG_INITSKIN, MSG_DRAW});
   EXPECT_TRUE(popup.Add(&below) && root.Add(&below) && root.Add(&popup));
   EXPECT_FALSE(root.Add(&below) || root.Add(&root) || popup.Add(&root) || popup.Add(nullptr));
-  root.Remove(&popup);
+  root.ClearFlag(kFlagDirty), root.Remove(&popup);
   popup.Remove(&below);
+  EXPECT_TRUE(root.Dirty());
   EXPECT_EQ(root.Events(), "");
   auto brief = std::make_unique<Patch>(Rect{70, 0, 20, 20});
   steps["start"] = [this] { root.MsgStart(); };
@@ -198,6 +199,12 @@ TEST_F(DialogTest, APopupTakesTheInputAndGivesItBack) {
   ExpectText("popped_up", root.Events() + '\n');
   EXPECT_EQ(popup.GetFlags() & (kFlagPoppedUp | kFlagFocus | kFlagMouse), 0u);
   EXPECT_EQ(popup.Children().size(), 1u) << "without its tooltip";
+  steps["fly"] = [] { PutMouse({1, 1}), PressKey('y', KEY_Y); };
+  root.onEvent = [this](Widget*, int msg, int) {
+    if (msg == MSG_MOUSEMOVE) popup.Close();
+  };
+  Watch({MSG_CHAR}), Meanwhile("fly"), popup.Popup(&root, 20, 20, &inside), Tick();
+  EXPECT_EQ(root.Events(), "below: Char") << "what came after its end";
 }
 
 TEST_F(DialogTest, AReleaseThatAPopupSawIsMadeUpForButNoPressAndNotTheWheel) {
@@ -311,9 +318,9 @@ TEST_F(DamageTest, NoMoreIsDrawnThanWhatIsDirtyAndWhatLiesAboveIt) {
   red1.Redraw();
   red1.RedrawPart({1, 1, 3, 2});
   EXPECT_EQ(Drawn(), Rows({"rrrrrr..", "rrrrbb..", "rrrrbb..", "........"}));
-  red1.RedrawPart({1, 0, 4, 2});
+  red1.RedrawPart({1, 1, 4, 1});
   red1.RedrawPart({0, 0, 0, 9});
-  EXPECT_EQ(Drawn(), Rows({".rrrr...", ".rrrb...", "........", "........"}));
+  EXPECT_EQ(Drawn(), Rows({"........", ".rrrb...", "........", "........"}));
   root.Redraw();
   EXPECT_EQ(Drawn(), Rows({"rrrrrrkk", "rrrrbbbb", "rrrrbbbb", "kkkkbbbb"}));
   root.BringToFront(&red1);
@@ -331,11 +338,13 @@ TEST_F(DamageTest, WhatIsCoveredIsNotDrawnAndForgets) {
   panel.Shape(0, 0, 8, 4);
   cover.SetOpaque(true);
   Tick();
-  red1.Redraw();
+  red1.RedrawPart({0, 0, 9, 9});
   inPanel.Redraw();
   EXPECT_EQ(Drawn(), Rows(4, "........"));
   cover.Hide();
   EXPECT_EQ(Drawn(), Rows(4, "........"));
+  red1.RedrawPart({0, 0, 1, 1});
+  EXPECT_EQ(Drawn(), Rows({"r.......", ".yy.....", ".yy.....", "........"}));
   root.Redraw();
   EXPECT_EQ(Drawn(), Rows({"rrrrrrkk", "ryyrbbbb", "ryyrbbbb", "kkkkbbbb"}));
   inPanel.RedrawPart({0, 0, 1, 1});
