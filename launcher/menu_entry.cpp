@@ -89,8 +89,12 @@ void MenuEntry::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {
 }
 
 int MenuEntry::TitleRoom() const {
-  if (const MenuLook* look = Look())
-    return look->wraps > 0 ? kMostPixels : TitlePlace(*look, owner->w()).width;
+  const MenuLook* look = Look();
+  return look && look->wraps > 0 ? kMostPixels : LineRoom();
+}
+
+int MenuEntry::LineRoom() const {
+  if (const MenuLook* look = Look()) return TitlePlace(*look, owner->w()).width;
   const bool hasMark = item_.flags & kItemSubmenu;
   return owner->w() - Zoomed(kEntryTextLeft) - (hasMark ? Zoomed(kMarkWidth) : 0);
 }

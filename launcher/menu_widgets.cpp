@@ -412,6 +412,11 @@ int HintPanel::LineRoom() const {
   return view_.VisibleHeight() - view_.GetFont(kNormal).TextHeight();
 }
 
+int HintPanel::WordRoom() const {
+  if (!HasHintMargins()) return view_.w() - Zoomed(kHintMargin);
+  return view_.w() - 2 * Padding(skin->menu.hintX, Zoomed(kHintInset), w());
+}
+
 void ScreenLabel::Show(const ScreenText& text) {
   const Point place = launcherState.layout.OnScreen({text.left, text.top});
   font_ = text.font;

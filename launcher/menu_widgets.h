@@ -59,6 +59,8 @@ class MenuEntry : public ListItem {
   // list.
   int TitleRoom() const;
   Size IconRoom() const;
+  // The same of one line of a title that wraps.
+  int LineRoom() const;
 
  private:
   struct TextLook;
@@ -198,8 +200,9 @@ class HintPanel final : public TitledPanel {
   void ShowHint(const MenuEntry* entry, const Font& font);
   // The same hint, wrapped anew, with the same part of it in view.
   void WrapAgain(const MenuEntry* entry, const Font& font);
-  // How many pixels it is higher than one line needs.
+  // How many pixels it is higher than one line needs, and how wide a line may be.
   int LineRoom() const;
+  int WordRoom() const;
 
  private:
   // The skin says how far the text is from the panel's edges.

@@ -18,12 +18,17 @@
 #include "toolkit/base/zoom.h"
 #include "toolkit/draw/contrast.h"
 #include "toolkit/skin/skin.h"
+#include "tools/checker/languages.h"
+#include "tools/checker/letters.h"
 #include "tools/checker/lines.h"
 #include "tools/checker/skin_check.h"
 #include "tools/checker/values.h"
 
 namespace zel {
 namespace {
+
+constexpr const char* kFewLetters = "nnnnnnnn";  // that a line has room for, or a whole word
+constexpr int kLargestRoom = 1 << 20;            // pixels
 
 constexpr int kTouch = 8;  // pixels by which panels may lie one over the other: no more than frames
 
@@ -66,6 +71,21 @@ Color MeanOf(BITMAP* picture, const Rect& area) {
   if (count == 0) return Color{0, 0, 0};
   return {static_cast<int>(sums[0] / count), static_cast<int>(sums[1] / count),
           static_cast<int>(sums[2] / count)};
+}
+
+// How wide a text is whose words each have a line, in pixels.
+int WidestWord(const Font& font, const std::string& text) {
+  int widest = 0, before = 0;
+  std::string word;
+  ForEachCharacter(text + ' ', [&](int character) {
+    if (character == ' ' || font.BreaksBetween(before, character)) {
+      widest = std::max(widest, font.TextLength(word.c_str()));
+      word.clear();
+    }
+    if (character != ' ') word += Utf8(character);
+    before = character;
+  });
+  return widest;
 }
 
 class LayoutCheck {
@@ -334,8 +354,40 @@ class LayoutCheck {
     if (!CheckFontHeight(rowHeight)) return;
     for (std::size_t i = 0; i < menu.items.size(); ++i)
       CheckIcon(menu, menu.items[i], *panel.List().GetEntry(static_cast<int>(i)));
+    // What is too narrow for its rows is so for its title.
+    if (IsNarrow(menu, panel.List(), place) || !CheckTitles(menu, panel.List())) return;
     CheckPanelTitles(menu, "MenuTitle", panel);
-    CheckTitles(menu, panel.List());
+  }
+
+  // True for a panel whose texts wrap and break up into pieces of words, which is said. `needed`
+  // and `room` are pixels of the screen.
+  bool IsNarrow(const MenuFile& menu, const PanelKeys& keys, const Rect& place, int needed,
+                int room) {
+    if (room >= needed) return false;
+    if (IsNew((std::string{"narrow"} + keys.name).c_str(), place))
+      findings_.Add(Msg::kPanelNarrow, PlaceOf(menu, keys.width),
+                    {keys.name, NameOf(screen_),
+                     std::to_string(static_cast<int>((needed - room) / Scale()) + 1)});
+    return true;
+  }
+
+  bool IsNarrow(const MenuFile& menu, const MenuList& list, const Rect& place) {
+    if (CurrentSkin()->menu.wraps < 1) return false;
+    const Font& font = ListFont();
+    int longest = 0, room = kLargestRoom;
+    for (std::size_t i = 0; i < menu.items.size(); ++i) {
+      if (menu.items[i].Number("Separator") != 0) continue;
+      room = std::min(room, list.GetEntry(static_cast<int>(i))->LineRoom());
+      for (const MenuLine& line : menu.items[i].lines)
+        if (std::string_view{line.key->name} == "Title")
+          longest = std::max(longest, WidestWord(font, line.entry.value));
+    }
+    return IsNarrow(menu, kMenuKeys, place, std::min(longest, font.TextLength(kFewLetters)), room);
+  }
+
+  // Pixels of the screen to one of the file.
+  static double Scale() {
+    return launcherState.layout.section.empty() ? 1 : launcherState.layout.scale;
   }
 
   // The colour of an entry on the ground of the list.
@@ -360,7 +412,8 @@ class LayoutCheck {
   bool CheckFontHeight(int rowHeight) {
     const int number = CurrentSkin()->fontIndex[kListText][kNormal];
     const int height = ListFont().TextHeight();
-    if (height <= rowHeight) return true;
+    isFontHigh_ = height > rowHeight;
+    if (!isFontHigh_) return true;
     const SectionFile::Section& font =
         CurrentSkin()->File().Find(("FONT" + std::to_string(number)).c_str());
     const auto* size = font.Find("size");
@@ -386,17 +439,21 @@ class LayoutCheck {
     int width, room;
   };
 
-  void CheckTitles(const MenuFile& menu, const MenuList& list) {
+  // False where the menu is too narrow, which is said.
+  bool CheckTitles(const MenuFile& menu, const MenuList& list) {
+    const bool wraps = CurrentSkin()->menu.wraps > 0;  // where a word may still be too wide
     std::vector<WideTitle> wide;
     std::size_t count = 0;
     for (std::size_t i = 0; i < menu.items.size(); ++i) {
-      const int room = list.GetEntry(static_cast<int>(i))->TitleRoom();
+      const MenuEntry& entry = *list.GetEntry(static_cast<int>(i));
+      const int room = wraps ? entry.LineRoom() : entry.TitleRoom();
       for (const MenuLine& line : menu.items[i].lines) {
         if (std::string_view{line.key->name} != "Title") continue;
         ++count;
         if (line.isCut) continue;  // which is said
-        if (const int width = ListFont().TextLength(line.entry.value.c_str()); width > room)
-          wide.push_back({line, width, room});
+        const int width = wraps ? WidestWord(ListFont(), line.entry.value)
+                                : ListFont().TextLength(line.entry.value.c_str());
+        if (width > room) wide.push_back({line, width, room});
       }
     }
     // Where most titles are too wide, it is the menu that is too narrow.
@@ -407,12 +464,13 @@ class LayoutCheck {
       if (IsNew("narrow", {at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight}))
         findings_.Add(Msg::kMenuNarrow, PlaceOf(menu, "MenuWidth"),
                       {std::to_string(wide.size()), std::to_string(count), NameOf(screen_)});
-      return;
+      return false;
     }
     for (const auto& [line, width, room] : wide)
-      findings_.Add(
-          Msg::kTitleWide, menu.At(line.entry.line),
-          {line.entry.name, std::to_string(width), std::to_string(room), NameOf(screen_)});
+      findings_.Add(Msg::kTitleWide, menu.At(line.entry.line),
+                    {(wraps ? "a word of " : "") + line.entry.name, std::to_string(width),
+                     std::to_string(room), NameOf(screen_)});
+    return true;
   }
 
   void CheckIcon(const MenuFile& menu, const MenuSection& item, const MenuEntry& entry) {
@@ -449,7 +507,11 @@ class LayoutCheck {
     panel.Setup(area.x, area.y, area.w, area.h, 0, 0);
     panel.SendMessage(MSG_INITSKIN);
     panel.UpdateLayout();
-    CheckPanelTitles(menu, "HintTitle", panel);
+    const int number = CurrentSkin()->fontIndex[kEditText][kNormal];
+    const Font& font = *CurrentSkin()->fonts[static_cast<std::size_t>(number)];
+    if (!isFontHigh_ &&
+        !IsNarrow(menu, kHintKeys, place, font.TextLength(kFewLetters), panel.WordRoom()))
+      CheckPanelTitles(menu, "HintTitle", panel);
     const int missing = panel.LineRoom();
     if (missing < 0 && IsNew("line", place))
       findings_.Add(Msg::kNoRow, PlaceOf(menu, "HintHeight"),
@@ -578,3 +640,4 @@ void CheckLayouts(Findings& findings, Pictures& pictures, const std::vector<Menu
 }
 
 }  // namespace zel
+  bool isFontHigh_ = false;  // the list's, which is said

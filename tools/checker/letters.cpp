@@ -13,12 +13,6 @@ bool IsInEncoding(const LanguageRow& language, int character) {
   return std::find(page, page + 256, character) != page + 256;
 }
 
-std::string Utf8(int character) {
-  char bytes[8];
-  const FormatGuard format{U_UTF8};
-  return {bytes, static_cast<std::size_t>(usetc(bytes, character))};
-}
-
 // A letter for messages: its number where nothing of it shows.
 std::string Named(int character) {
   constexpr std::pair<int, int> kBlank[] = {{0, ' '},         {0x7F, 0xA0},     {0xAD, 0xAD},
@@ -34,6 +28,12 @@ std::string Named(int character) {
 }
 
 }  // namespace
+
+std::string Utf8(int character) {
+  char bytes[8];
+  const FormatGuard format{U_UTF8};
+  return {bytes, static_cast<std::size_t>(usetc(bytes, character))};
+}
 
 std::string Listed(const std::vector<std::string>& names) {
   std::string list;

@@ -19,6 +19,9 @@ std::string Listed(const std::vector<std::string>& names);
 
 bool IsControl(int character);
 
+// A character as bytes.
+std::string Utf8(int character);
+
 // Calls back with each character of a text in UTF-8.
 template <class Each>
 void ForEachCharacter(const std::string& text, const Each& each) {

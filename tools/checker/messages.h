@@ -124,6 +124,7 @@ enum class Msg {
   kOverlap,
   kNoWidth,
   kNoRow,
+  kPanelNarrow,
   kTitleWide,
   kMenuNarrow,
   kPanelTitleWide,
