@@ -535,12 +535,6 @@ class LayoutCheck {
                     {line->entry.value, NameOf({picture->w, picture->h}), NameOf(screen_)});
   }
 
-  void CheckLabels(const MenuFile& menu, const MenuLevel& level) {
-    CheckLabel(menu, "Heading", level.heading);
-    CheckLabel(menu, "KeyHelp", level.keyHelp);
-    if (&menu == &menus_.front() && level.keyHelp.text.IsEmpty()) CheckCountdown(menu);
-  }
-
   // While the progress bar shows, the countdown is below it.
   void CheckCountdown(const MenuFile& menu) {
     const MenuSection& general = menu.General();
@@ -553,41 +547,112 @@ class LayoutCheck {
                     {"the countdown below the progress bar", NameOf(screen_)});
   }
 
-  void CheckLabel(const MenuFile& menu, const std::string& key, const ScreenText& text) {
-    if (text.text.IsEmpty()) return;
-    CheckLabelFont(menu, key, text.font);
-    if (text.font < 0 || text.font >= Skin::kFonts) return;
+  // A text on the background, in one language.
+  struct Label {
+    const char* key;
+    std::string name;  // as it is called in messages
+    std::string text;
+    int line;   // of the text; 0 where it is that of another menu
+    Rect area;  // with all its lines; empty where it is not on the screen, which is said
+    bool wraps;
+  };
+
+  void CheckLabels(const MenuFile& menu, const MenuLevel& level) {
+    CheckLabelLook(menu, "Heading", level.heading);
+    CheckLabelLook(menu, "KeyHelp", level.keyHelp);
+    if (&menu == &menus_.front() && level.keyHelp.text.IsEmpty()) CheckCountdown(menu);
+    const LayoutValues& at = launcherState.layoutValues;
+    const std::pair<const char*, Rect> panels[] = {
+        {kMenuKeys.name, {at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight}},
+        {kHintKeys.name, menu.General().Find("HintFile")
+                             ? Rect{at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight}
+                             : Rect{}},
+        {kProgressKeys.name, {at.progressX, at.progressY, at.progressW, kProgressHeight}}};
+    for (const std::string& language : LanguagesOf(menu)) {
+      const Label heading = ReadLabel(menu, "Heading", level.heading, language);
+      const Label keyHelp = ReadLabel(menu, "KeyHelp", level.keyHelp, language);
+      for (const Label* label : {&heading, &keyHelp})
+        for (const auto& [name, panel] : panels) CheckLabelOverlap(menu, *label, name, panel);
+      CheckLabelOverlap(menu, keyHelp, heading.name.c_str(), heading.area);
+    }
+  }
+
+  // What a menu says in a language, and otherwise in English or in the menu that led to it.
+  static Label TextOf(const MenuFile& menu, const char* key, const ScreenText& text,
+                      const std::string& language) {
+    const MenuLine* line = language.empty() ? nullptr : menu.General().Find(key, language);
+    if (line && !line->isCut && !line->entry.value.empty())
+      return {key, line->entry.name, line->entry.value, line->entry.line, {}, false};
+    line = menu.General().Find(key);
+    return {key, key, std::string{text.text}, line ? line->entry.line : 0, {}, false};
+  }
+
+  // Says where it is not on the screen.
+  Label ReadLabel(const MenuFile& menu, const char* key, const ScreenText& text,
+                  const std::string& language) {
+    Label label = TextOf(menu, key, text, language);
+    if (text.text.IsEmpty() || text.font < 0 || text.font >= Skin::kFonts) return label;
     const Font& font = *CurrentSkin()->fonts[static_cast<std::size_t>(text.font)];
-    const double scale = launcherState.layout.section.empty() ? 1 : launcherState.layout.scale;
-    Rect area{text.left, text.top, static_cast<int>(font.TextLength(text.text) / scale),
-              static_cast<int>(font.TextHeight() / scale)};
-    if (!IsNew(key.c_str(), area)) return;
-    const std::string left = key + "Left", top = key + "Top", color = key + "Color";
-    if (!Fits(area.x, 1, screen_.w) || !Fits(area.y, area.h, screen_.h)) {
-      findings_.Add(Msg::kOutside,
-                    PlaceOf(menu, Fits(area.x, 1, screen_.w) ? top.c_str() : left.c_str()),
-                    {key, NameOf(screen_)});
-      return;
+    const auto inFile = [](int pixels) { return static_cast<int>(pixels / Scale()); };
+    const int height = inFile(font.TextHeight());
+    Rect area{text.left, text.top, inFile(font.TextLength(label.text.c_str())), height};
+    const bool isWide = Fits(area.x, 1, screen_.w);
+    if (!isWide || !Fits(area.y, height, screen_.h)) {
+      // Whatever it says in which language and menu.
+      if (IsNew(key, {area.x, area.y, 0, height}))
+        findings_.Add(Msg::kOutside, PlaceOf(menu, label, isWide ? "Top" : "Left"),
+                      {key, NameOf(screen_)});
+      return label;
     }
     // What is too long for a line wraps.
-    const int room = screen_.w - area.x - static_cast<int>(Zoomed(kTextMargin) / scale);
-    const int lineHeight = area.h;
-    if (room > 0) {
-      area.h *= 1 + std::max(0, area.w - 1) / room;
-      area.w = std::min(area.w, room);
+    const int room = screen_.w - area.x - inFile(Zoomed(kTextMargin));
+    label.wraps = room > 0 && area.w > room;
+    if (label.wraps) {
+      const int pixels = static_cast<int>(room * Scale());
+      area.w = room;
+      area.h = inFile(font.MultilineHeight(label.text.c_str(), pixels));
+      if (const int lines = area.h / std::max(1, height); lines > 1)
+        label.name += ", in " + std::to_string(lines) + " lines,";
     }
-    const LayoutValues& at = launcherState.layoutValues;
-    const Rect panel{at.menuLeft, at.menuTop, at.menuWidth, at.menuHeight};
-    const Rect hints{at.hintLeft, at.hintTop, at.hintWidth, at.hintHeight};
-    const bool isOnMenu = Overlap(area, panel);
-    const bool isOnAny = isOnMenu || (menu.General().Find("HintFile") && Overlap(area, hints));
-    // That it is too long for one screen and for others is one thing.
-    if (isOnAny && (area.h == lineHeight || findings_.IsFirst(Msg::kOverlap, key)))
-      findings_.Add(Msg::kOverlap, PlaceOf(menu, top.c_str()),
-                    {key, isOnMenu ? kMenuKeys.name : kHintKeys.name, NameOf(screen_)});
+    // A word that is too wide is cut.
+    const bool isCut = label.wraps && WidestWord(font, label.text) / Scale() > room;
+    if (!isCut && Fits(area.y, area.h, screen_.h))
+      label.area = area;
+    else if (findings_.IsFirst(Msg::kOutside, key + label.text))
+      findings_.Add(Msg::kOutside, PlaceOf(menu, label, "Top"), {label.name, NameOf(screen_)});
+    return label;
+  }
+
+  // The place of a key that says how a text lies. Where it wraps, it is too long for its place; so
+  // it is where the menu does not say the place.
+  Place PlaceOf(const MenuFile& menu, const Label& label, const char* what) const {
+    const std::string key = label.key + std::string{what};
+    const MenuSection* own = OwnSection(menu);
+    const bool isSaid = menu.General().Find(key.c_str()) || (own && own->Find(key.c_str()));
+    return isSaid && !label.wraps ? PlaceOf(menu, key.c_str()) : menu.At(std::max(1, label.line));
+  }
+
+  void CheckLabelOverlap(const MenuFile& menu, const Label& label, const char* other,
+                         const Rect& place) {
+    if (place.w < 1 || label.area.w < 1 || !Overlap(label.area, place)) return;
+    // That it is too long for one screen and for others is one thing, and so is its place in all
+    // languages.
+    const bool isNew = label.wraps ? findings_.IsFirst(Msg::kOverlap, label.key + label.text)
+                                   : IsNew((std::string{label.key} + other).c_str(),
+                                           {label.area.x, label.area.y, 0, label.area.h});
+    if (isNew)
+      findings_.Add(Msg::kOverlap, PlaceOf(menu, label, "Top"),
+                    {label.wraps ? label.name : label.key, other, NameOf(screen_)});
+  }
+
+  void CheckLabelLook(const MenuFile& menu, const char* key, const ScreenText& text) {
+    if (text.text.IsEmpty()) return;
+    CheckLabelFont(menu, key, text.font);
     const MenuLook& look = CurrentSkin()->menu;
-    const Color said = key == "Heading" ? look.heading : look.keyHelp;
-    if (look.picture != 0) CheckLabelContrast(menu, key, said.IsSet() ? said : text.color, area);
+    const Color said = key == std::string_view{"Heading"} ? look.heading : look.keyHelp;
+    const Rect area = ReadLabel(menu, key, text, {}).area;
+    if (area.w > 0 && look.picture != 0 && IsNew((std::string{"colour"} + key).c_str(), area))
+      CheckLabelContrast(menu, key, said.IsSet() ? said : text.color, area);
   }
 
   // One that the skin does not have is Allegro's own, which is small.
@@ -597,6 +662,8 @@ class LayoutCheck {
         !CurrentSkin()->File().Find(section.c_str()).Heads().empty())
       return;
     const bool isSaid = menu.General().Find(fontKey.c_str());
+    // What a submenu has from the menu that led to it is said there.
+    if (!IsNew(fontKey.c_str(), {font, 0, 0, 0}, {}) && !isSaid) return;
     findings_.Add(Msg::kNoFont, PlaceOf(menu, isSaid ? fontKey.c_str() : key.c_str()),
                   {fontKey, std::to_string(font)});
   }
@@ -623,6 +690,7 @@ class LayoutCheck {
   Size screen_;  // in the pixels of the file
   std::string section_;
   std::map<std::pair<std::string, std::string>, std::vector<Icon>> largeIcons_;  // by size and room
+  bool isFontHigh_ = false;  // the list's, which is said
   bool hasGeneral_ = false;  // a screen for the general section was found
   std::map<std::string, const MenuFile*> places_;
   std::set<std::tuple<std::string, int, int, int, int, int, int>> seen_;
@@ -640,4 +708,3 @@ void CheckLayouts(Findings& findings, Pictures& pictures, const std::vector<Menu
 }
 
 }  // namespace zel
-  bool isFontHigh_ = false;  // the list's, which is said
