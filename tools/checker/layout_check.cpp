@@ -30,6 +30,8 @@ namespace {
 constexpr const char* kFewLetters = "nnnnnnnn";  // that a line has room for, or a whole word
 constexpr int kLargestRoom = 1 << 20;            // pixels
 
+constexpr Size kDefaultScreen{800, 600};
+
 constexpr int kTouch = 8;  // pixels by which panels may lie one over the other: no more than frames
 
 // The keys that say where a panel is.
@@ -182,7 +184,9 @@ class LayoutCheck {
     const bool fits = fitsOn(screen);
     // Where the general section is meant for the screen, what is wrong is wrong in it.
     const bool isOwn = screen == own_, isUsual = IsUsual(screen);
-    if (isOwn && (isUsual || settings.zoom != 1)) return hasGeneral_ = true;
+    // What fits it and not the usual one was plainly written for it.
+    const bool isWritten = fits && !fitsOn(kDefaultScreen);
+    if (isOwn && (isUsual || settings.zoom != 1 || isWritten)) return hasGeneral_ = true;
     // What does not fit the screen that it is meant for says nothing of others.
     if (!isOwn && IsUsual(own_) && !HasSection(menu, SectionFor(own_)) && !fitsOn(own_))
       return false;
