@@ -45,7 +45,7 @@ constexpr Message kMessages[] = {
      "correct its name, or remove it"},
     {Msg::kUnnamedSection, "unnamed-section", kW,
      "[{0}] holds the settings only because there is no [Toolkit]", "call it [Toolkit]"},
-    {Msg::kSizeUnread, "size-unread", kE, "[{0}] is read only where there is a zoom",
+    {Msg::kSizeUnread, "size-unread", kE, "[{0}] is read only with a zoom other than 1",
      "write zoom = auto into zel.cfg, or remove the section"},
     {Msg::kUnknownKey, "unknown-key", kE, "nobody reads the key {0} here",
      "correct its name, or remove it"},
