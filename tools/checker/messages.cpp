@@ -180,7 +180,7 @@ constexpr Message kMessages[] = {
     {Msg::kControl, "control", kW, "{0} shows as a box", "remove it, or write a blank"},
     {Msg::kNoLanguage, "no-language", kE, "{0}: no language has the suffix {1}", "use one of {2}"},
     {Msg::kUntranslated, "untranslated", kW, "there is no {0}, which its neighbours have",
-     "write one"},
+     "write {1}"},
     {Msg::kFewTranslated, "few-translated", kW, "in {0} only {1} of {2} {3} are translated",
      "translate the others too"},
     {Msg::kLeftInEnglish, "left-in-english", kW, "{0} says the same as in English", "translate it"},

@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <map>
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "launcher/language.h"
 #include "launcher/menu_config.h"
@@ -144,9 +147,23 @@ bool HasLooseLine(const Findings& findings, const MenuFile& menu, const MenuSect
   return false;
 }
 
-// Reports what one language lacks that is there in English and, next to it, in the language.
-void CheckTranslation(Findings& findings, const MenuFile& menu, const std::string& language) {
-  const std::vector<const MenuSection*> titled = TitledItems(menu);
+// A word that no language has one of its own for, as "Memtest86+".
+bool IsName(const std::string& title) {
+  const auto isOfName = [](char c) { return ('A' <= c && c <= 'Z') || ('0' <= c && c <= '9'); };
+  return title.find(' ') == std::string::npos &&
+         std::any_of(title.begin() + !title.empty(), title.end(), isOfName);
+}
+
+// Languages that a text lacks, by its place and key.
+using Lacking = std::map<std::pair<int, std::string>, std::vector<std::string>>;
+
+// Finds what one language lacks that is there in English and, next to it, in the language.
+void FindLacking(Findings& findings, const MenuFile& menu, const std::string& language,
+                 Lacking& lacking) {
+  std::vector<const MenuSection*> titled = TitledItems(menu);
+  std::erase_if(titled, [&language](const MenuSection* item) {
+    return IsName(item->Text("Title")) && !item->Find("Title", language);
+  });
   std::vector<const MenuLine*> found;
   for (const MenuSection* item : titled)
     if (const MenuLine* line = item->Find("Title", language)) found.push_back(line);
@@ -163,8 +180,7 @@ void CheckTranslation(Findings& findings, const MenuFile& menu, const std::strin
   }
   const auto add = [&](const MenuSection& section, const char* key) {
     if (HasLooseLine(findings, menu, section)) return;
-    findings.Add(Msg::kUntranslated, menu.At(section.LineOf(key)),
-                 {std::string{key} + '.' + language});
+    lacking[{section.LineOf(key), key}].push_back('.' + language);
   };
   for (const MenuSection* item : titled) {
     if (found.empty()) break;
@@ -179,6 +195,19 @@ void CheckTranslation(Findings& findings, const MenuFile& menu, const std::strin
       add(general, key);
 }
 
+// A text is one thing, whatever languages lack it.
+void CheckTranslations(Findings& findings, const MenuFile& menu) {
+  Lacking lacking;
+  for (const std::string& language : LanguagesOf(menu))
+    if (!language.empty() && HasTexts(menu, language)) {
+      FindLacking(findings, menu, language, lacking);
+      CheckCopied(findings, menu, language);
+    }
+  for (const auto& [text, languages] : lacking)
+    findings.Add(Msg::kUntranslated, menu.At(text.first),
+                 {text.second + Listed(languages), languages.size() > 1 ? "them" : "one"});
+}
+
 }  // namespace
 
 void CheckTexts(Findings& findings, const std::vector<MenuFile>& menus, const Skin* skin,
@@ -189,11 +218,7 @@ void CheckTexts(Findings& findings, const std::vector<MenuFile>& menus, const Sk
       CheckSectionTexts(findings, letters, menu, section, skin);
     for (const MenuSection& item : menu.items)
       CheckSectionTexts(findings, letters, menu, item, skin);
-    for (const std::string& language : LanguagesOf(menu))
-      if (!language.empty() && HasTexts(menu, language)) {
-        CheckTranslation(findings, menu, language);
-        CheckCopied(findings, menu, language);
-      }
+    CheckTranslations(findings, menu);
   }
   CheckHints(findings, letters, menus, skin);
   letters.Finish();
