@@ -251,7 +251,8 @@ class Reader {
       line.entry.name = nearest;
     }
     CheckValue(findings_, pictures_, place, line);
-    // A place that is no number says nothing of where things lie.
+    // A place or a zoom that is none says nothing of where things lie.
+    if (findings_.Has(Msg::kNoZoom, place)) file_.isLayoutKnown = false;
     if (section.number == 0 && line.key->kind == MenuKey::kNumber && !line.entry.value.empty() &&
         !IsNumber(line.entry.value))
       file_.isLayoutKnown = false;
