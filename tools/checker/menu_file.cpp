@@ -109,6 +109,7 @@ class Reader {
     const SectionFile content = CheckLines(findings_, file_.name, text, kGeneralSection);
     for (const Section& section : content.Sections()) names_.insert(Upper(section.Name()));
     for (const Section& section : content.Sections()) Take(section);
+    TakeStrays();
     return std::move(file_);
   }
 
@@ -236,10 +237,39 @@ class Reader {
       file_.screens.emplace(Upper(name), std::move(taken));
   }
 
+  // True for a key of other sections, which is said. What the general one lacks is taken for it.
+  bool IsOfOther(const MenuSection& section, Keys keys, const Entry& entry) {
+    MenuLine line{nullptr, {}, entry, false};
+    const bool isItems = keys.data() != kItemKeys && FindKey(kItemKeys, entry.name, line);
+    if (isItems ? !LongerKey(keys, entry.name).empty() : !FindKey(kGeneralKeys, entry.name, line))
+      return false;
+    const Place place = file_.At(entry.line);
+    // Where no section is for them, it is its head that is missing.
+    if (names_.contains(kGeneralSection) || findings_.IsFirst(Msg::kWrongSection, file_.name))
+      findings_.Add(Msg::kWrongSection, place,
+                    {entry.name, section.name,
+                     isItems ? "the head of its item, such as [LINE1]" : "[MENU_CONFIGURATION]"});
+    if (line.key->place) file_.isLayoutKnown = false;
+    if (!isItems) strays_.push_back(std::move(line));
+    return true;
+  }
+
+  void TakeStrays() {
+    const auto general = file_.screens.find(kGeneralSection);
+    if (general == file_.screens.end()) return;
+    for (MenuLine& line : strays_) {
+      if (general->second.Find(line.key->name, line.language)) continue;
+      CheckValue(findings_, pictures_, file_.At(line.entry.line), line);
+      general->second.lines.push_back(std::move(line));
+    }
+    file_.linesNumber = general->second.Number("LinesNumber");
+  }
+
   void TakeLine(MenuSection& section, Keys keys, const Entry& entry) {
     const Place place = file_.At(entry.line);
     MenuLine line{nullptr, {}, entry, false};
     if (!FindKey(keys, entry.name, line)) {
+      if (IsOfOther(section, keys, entry)) return;
       if (findings_.Has(Msg::kNoEquals, place) || findings_.IsFull(Msg::kUnknownKey, file_.name))
         return;
       const std::string nearest = MeantKey(keys, entry);
@@ -263,7 +293,8 @@ class Reader {
   Pictures& pictures_;
   bool takesSizes_;
   std::set<std::string> names_;
-  int guessed_ = 0;  // sections that nobody knows
+  std::vector<MenuLine> strays_;  // of the general section in others
+  int guessed_ = 0;               // sections that nobody knows
   MenuFile file_;
 };
 

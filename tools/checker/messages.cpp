@@ -49,6 +49,7 @@ constexpr Message kMessages[] = {
      "write zoom = auto into zel.cfg, or remove the section"},
     {Msg::kUnknownKey, "unknown-key", kE, "nobody reads the key {0} here",
      "correct its name, or remove it"},
+    {Msg::kWrongSection, "wrong-section", kE, "nobody reads {0} in [{1}]", "move it below {2}"},
     {Msg::kBadHead, "bad-head", kE, "\"{0}\" begins no section", "write it as [{1}]"},
     {Msg::kBehindHead, "behind-head", kE, "nobody reads {0} behind {1}",
      "write it on a line of its own"},

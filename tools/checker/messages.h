@@ -33,6 +33,7 @@ enum class Msg {
   kUnnamedSection,
   kSizeUnread,
   kUnknownKey,
+  kWrongSection,
   kBadHead,
   kBehindHead,
   kNoEquals,
