@@ -48,11 +48,11 @@ class Descriptor {
   int number_;
 };
 
-bool WriteAll(int file, const std::string& text) {
-  for (std::size_t written = 0; written < text.size();) {
-    const ssize_t count = write(file, text.data() + written, text.size() - written);
+bool WriteAll(int file, std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t count = write(file, text.data(), text.size());
     if (count <= 0) return false;
-    written += static_cast<std::size_t>(count);
+    text.remove_prefix(static_cast<std::size_t>(count));
   }
   return true;
 }
@@ -62,8 +62,8 @@ std::string Read(const char* path, std::size_t limit, Owner owner) {
   if (!file.IsPlainFile(owner)) return {};
   std::string text;
   char block[4096];
-  while (text.size() < limit) {
-    const ssize_t count = read(file.Get(), block, std::min(sizeof block, limit - text.size()));
+  while (const std::size_t room = std::min(sizeof block, limit - text.size())) {
+    const ssize_t count = read(file.Get(), block, room);
     if (count <= 0) break;
     text.append(block, static_cast<std::size_t>(count));
   }

@@ -307,6 +307,8 @@ TEST_F(ResultFilesTest, OnlyWhatAKilledRunLeftIsRemoved) {
     WriteFile(name, "x");
   for (const std::string& name : {temporary, temporary + "4", kept}) WriteFile(name, "x");
   std::filesystem::create_symlink("output.txt", "output.txt.zel-link00");
+  const std::string look = std::filesystem::absolute(paths.lookFile);
+  paths.lookFile = look.c_str();
   DeleteTemporaryFiles();
   EXPECT_EQ(Files(), 4);
   EXPECT_TRUE(!std::filesystem::exists(temporary) && std::filesystem::exists(kept));
