@@ -20,7 +20,7 @@ struct Stretch {
 Stretch Centred(int picture, double factor, int screen) {
   const int scaled = static_cast<int>(std::lround(picture * factor));
   if (scaled <= screen) return {0, picture, (screen - scaled) / 2, scaled};
-  const int shown = std::clamp(static_cast<int>(std::lround(screen / factor)), 1, picture);
+  const int shown = std::max(1, static_cast<int>(std::lround(screen / factor)));
   return {(picture - shown) / 2, shown, 0, screen};
 }
 
@@ -28,8 +28,8 @@ Stretch Centred(int picture, double factor, int screen) {
 void ExtendEdges(BITMAP* bitmap, const Rect& area) {
   const int right = area.Right() - 1, bottom = area.Bottom() - 1;
   for (int y = area.y; y <= bottom; ++y) {
-    hline(bitmap, 0, y, area.x - 1, getpixel(bitmap, area.x, y));
-    hline(bitmap, right + 1, y, bitmap->w - 1, getpixel(bitmap, right, y));
+    hline(bitmap, 0, y, area.x, getpixel(bitmap, area.x, y));
+    hline(bitmap, right, y, bitmap->w - 1, getpixel(bitmap, right, y));
   }
   for (int y = 0; y < area.y; ++y) blit(bitmap, bitmap, 0, area.y, 0, y, bitmap->w, 1);
   for (int y = bottom + 1; y < bitmap->h; ++y) blit(bitmap, bitmap, 0, bottom, 0, y, bitmap->w, 1);

@@ -33,7 +33,7 @@ std::string ValueOf(const std::string& line, const std::string& name) {
   std::istringstream words{line};
   std::string value;
   for (std::string word; words >> word;)
-    if (word.rfind(name, 0) == 0) value = word.substr(name.size());
+    if (word.starts_with(name)) value = word.substr(name.size());
   return value;
 }
 

@@ -26,7 +26,7 @@ void MenuSession::Open(const char* menuFile) {
 const char* MenuSession::Title(int index) const { return TitleOf(Entry(index)); }
 
 int MenuSession::EntryOfNumber(int number) const {
-  if (number == 0) return Depth() > 1 ? 0 : -1;
+  if (number == 0 && Depth() > 1) return 0;
   for (int index = 0; index < Count(); ++index)
     if (!(Entry(index).flags & (kItemSeparator | kItemBack)) && --number == 0) return index;
   return -1;

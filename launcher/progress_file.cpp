@@ -27,9 +27,7 @@ ProgressValues ReadProgressFile() {
   const SectionFile::Section& said = file.Find("Progress");
   ProgressValues values{said.GetInt("StepNumber"), said.GetInt("CurrentStep"),
                         said.GetInt("ProgressHide"), said.GetInt("ProgressInterval")};
-  const bool saysNothing = values.stepNumber == 0 && values.currentStep == 0 &&
-                           values.progressHide == 0 && values.progressInterval == 0;
-  if (saysNothing) values.progressHide = 1;
+  if (values == ProgressValues{0, 0, 0, 0}) values.progressHide = 1;
   values.currentStep = std::min(values.currentStep, values.stepNumber);
   return values;
 }

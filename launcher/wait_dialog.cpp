@@ -136,7 +136,6 @@ void WaitDialog::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg ar
 
 void WaitDialog::MsgInitSkin() {
   Window::MsgInitSkin();
-  countdown_->SetFont(kCountdownFont, kNormal);
   countdown_->SetFontColor(darkblue, gray, kNormal);
   const DialogUnits units = UnitsOf(GetFont(kNormal));
   if (units.fontHeight != units_.fontHeight || units.horizontal != units_.horizontal) Fit();
