@@ -162,6 +162,8 @@ TEST_F(MenuScreenTest, LooksAsTheFilesSayAndAllOfItIsZoomed) {
   ExpectShown("menu_screen_without_progress", "ring");
   ExpectShown("menu_screen_below", "enter");
   ExpectShown("menu_screen_again", "enter");
+  std::filesystem::rename("hints", "gone"), Play("enter"), std::filesystem::rename("gone", "hints");
+  ExpectShown("menu_screen_again", "enter");
 
   WriteFile("menu.cfg", layout + "small.bmp\nDefault=2\nDefaultTimeout=10\n" + kMain);
   Start("");
@@ -364,6 +366,7 @@ TEST_F(MenuScreenTest, LooksAndSizesChangeAtOnceEverywhereAndAreKept) {
   Play("5 ring");
   const int first = screen_->List().GetFirst();
   EXPECT_EQ(Play("f4"), "level 1, entry 5, code 0") << "there is no room for more";
+  EXPECT_FALSE(launcherState.looks.ChangeSize(true));
   EXPECT_FALSE(std::filesystem::exists("menulook.txt"));
   ExpectShown("menu_screen_in_blue", "f2");
   EXPECT_EQ(ReadFile("menulook.txt"), "[Look]\ncommandLine =  \nskin = blue.skin\nzoom = auto\n");
@@ -422,10 +425,16 @@ TEST_F(MenuScreenTest, LooksAndSizesChangeAtOnceEverywhereAndAreKept) {
     EXPECT_TRUE(launcherState.looks.FallBack());
     EXPECT_EQ(settings.skinPath.c_str() == std::string{"default"}, skin[0] == 'b') << skin;
   }
-  settings.looks.Assign("junk.skin");
-  launcherState.looks.Begin();
-  EXPECT_FALSE(launcherState.looks.ChangeSkin());
-  EXPECT_FALSE(launcherState.looks.FallBack()) << "there is no other";
+  WriteFile("broken.skin", "[Skin]\nmain_data=missing\n");
+  for (const auto& [looks, skin] :
+       {std::pair{"", "gone.skin"}, {"junk.skin, broken.skin", "default"}}) {
+    settings.looks.Assign(looks);
+    settings.skinPath.Assign(skin);
+    launcherState.looks.Begin();
+    EXPECT_FALSE(launcherState.looks.ChangeSkin());
+    EXPECT_FALSE(CurrentSkin()->skinFile) << "the one that there was is back";
+    EXPECT_FALSE(launcherState.looks.FallBack()) << "there is no other";
+  }
 }
 
 TEST_F(MenuScreenTest, SizesGoUpAndDownInStepsThatTheScreenHasRoomFor) {

@@ -246,7 +246,7 @@ TEST_F(LauncherWidgetsTest, SkinsThatSayLittleChangeNoMore) {
        5},
       {"of_idle_fields", 1.5,
        flat + "[ENTRY]\nfieldColor=255,255,0\nidleColor=0,255,255\nmarkX=9\nicons=1\n"
-              "iconX=12\nwrap=0\nseparatorHeight=1\n[COLORS]"
+              "iconX=12\nwrap=0\nseparatorHeight=0\n[COLORS]"
               "\ncontrast=7\n[HINT]\npaddingX=0\n[TITLE]\nalignment=0\n",
        3}};
   std::string rooms;
@@ -400,15 +400,19 @@ TEST_F(LauncherWidgetsTest, TheProgressFileSaysHowFarThingsAre) {
 }
 
 TEST_F(LauncherWidgetsTest, OnlyLinksOfTheLaunchersOwnUserLeadToTheProgressFile) {
-  WriteFile("real", "[Progress]\nCurrentStep=4\nStepNumber=10\n");
+  WriteFile("r", "[Progress]\nCurrentStep=4\nStepNumber=10\n");
   std::filesystem::create_directory("links");
-  std::filesystem::create_symlink("../real", "links/second");
-  std::filesystem::create_symlink(std::filesystem::absolute("links/second"), "progress");
+  std::filesystem::create_symlink(std::filesystem::absolute("r"), "links/last");
+  std::filesystem::create_symlink("../links/last", "links/second");
+  std::filesystem::create_symlink("links/second", "progress");
   EXPECT_EQ(ReadProgressFile().currentStep, 4);
+  EXPECT_EQ(link("links/second", "of two names"), 0);
+  EXPECT_EQ(ReadProgressFile().currentStep, 0);
+  std::filesystem::remove("of two names");
   const int seen = lchown("links/second", 65534, 65534) == 0 ? 0 : 4;
   EXPECT_EQ(ReadProgressFile().currentStep, seen);
   std::filesystem::remove("progress");
-  std::string next = "real", reached;
+  std::string next = "r", reached;
   for (int links = 1; links < 10; ++links) {
     const std::string link = "link" + std::to_string(links);
     std::filesystem::create_symlink(std::exchange(next, link), link);
