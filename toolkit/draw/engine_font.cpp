@@ -120,17 +120,9 @@ std::unique_ptr<GlyphImage> Render(FT_Face face, unsigned index, FT_Render_Mode 
   return image;
 }
 
-unsigned LookUpIndex(FT_Face face, int character) {
+unsigned GlyphIndex(FT_Face face, int character) {
   return face->charmap ? FT_Get_Char_Index(face, static_cast<FT_ULong>(character))
                        : static_cast<unsigned>(character);
-}
-
-unsigned GlyphIndex(EngineFont& face, int character) {
-  if (character < 0 || character >= EngineFont::kQuickCharacters)
-    return LookUpIndex(face.ftFace, character);
-  unsigned& index = face.quickIndices[static_cast<std::size_t>(character)];
-  if (index == EngineFont::kUnknownGlyph) index = LookUpIndex(face.ftFace, character);
-  return index;
 }
 
 FT_Render_Mode ModeOf(bool antialiased) {
@@ -143,8 +135,7 @@ const Glyph::Form& Measure(EngineFont& face, Glyph& glyph, unsigned index, bool 
   if (std::exchange(form.isMeasured, true)) return form;
   if (LoadGlyph(face.ftFace, index, ModeOf(antialiased))) {
     // Text runs to the right; a damaged font's instructions can turn it.
-    const FT_Pos advance = std::max<FT_Pos>(face.ftFace->glyph->advance.x, 0);
-    form.advanceX = static_cast<int>(advance >> kSubpixelBits);
+    form.advanceX = std::max(0, static_cast<int>(face.ftFace->glyph->advance.x >> kSubpixelBits));
     form.advanceY = static_cast<int>(face.ftFace->glyph->advance.y >> kSubpixelBits);
   }
   return form;
@@ -164,10 +155,10 @@ struct Letter {
 };
 
 Letter FindLetter(EngineFont& face, int character) {
-  const unsigned index = GlyphIndex(face, character);
+  const unsigned index = GlyphIndex(face.ftFace, character);
   EngineFont* other = index == 0 ? face.fallbacks.Find(character, face.pixelSize) : nullptr;
   if (!other) return {face, index, face.glyphs.At(index)};
-  const unsigned otherIndex = GlyphIndex(*other, character);
+  const unsigned otherIndex = GlyphIndex(other->ftFace, character);
   return {*other, otherIndex, other->glyphs.At(otherIndex)};
 }
 
@@ -202,8 +193,7 @@ void DrawLine(BITMAP* target, EngineFont& face, const char* text, int x, int y, 
   // Also what can be drawn antialiased over a background must be as long as it was measured.
   const bool spacedForGray = antialiased && HasColorsBetween(bitmap_color_depth(target));
   antialiased = spacedForGray || (antialiased && background.IsSet());
-  const bool needsLength = align != kAlignLeft || background.IsSet();
-  const int length = needsLength ? MeasureText(face, text, spacedForGray) : 0;
+  const int length = MeasureText(face, text, spacedForGray);
   x = LeftEnd(x, length, align);
   if (y >= target->cb || y + face.size <= target->ct || x >= target->cr) return;
   if (background.IsSet()) Fill(target, {x, y, length, face.size}, background);
@@ -225,7 +215,7 @@ void DrawLine(BITMAP* target, EngineFont& face, const char* text, int x, int y, 
 void GlyphCache::Resize(std::size_t count) {
   count_ = count;
   pages_.clear();
-  pages_.resize((count + kPage - 1) / kPage);
+  pages_.resize(count / kPage + 1);
 }
 
 Glyph* GlyphCache::At(std::size_t index) {
@@ -268,7 +258,6 @@ std::unique_ptr<EngineFont> EngineLoad(SharedBytes bytes) {
       face->fixedSizes.push_back(opened->available_sizes[i].height);
   }
   face->fixedSizes.push_back(-1);
-  face->quickIndices.assign(EngineFont::kQuickCharacters, EngineFont::kUnknownGlyph);
   face->glyphs.Resize(static_cast<std::size_t>(std::max<FT_Long>(0, opened->num_glyphs)));
   if (face->fixedCount > 0)
     TakeFirstFixedSize(*face);
