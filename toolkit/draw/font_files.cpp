@@ -249,8 +249,7 @@ bool FontScript::Run(const std::string& line) {
   const std::string name = TakeWord(rest), firstText = TakeWord(rest), lastText = TakeWord(rest);
   if (name.empty()) return true;
   if (firstText.empty()) return false;
-  if (name[0] != '-' && !Open(name.c_str())) return false;
-  if (!source_) return false;
+  if (name[0] == '-' ? !source_ : !Open(name.c_str())) return false;
 
   const long first = std::strtol(firstText.c_str(), nullptr, 0);
   if (first < 1 || first > kLastCharacter) return false;

@@ -1,4 +1,5 @@
 // Text output that is the same for every kind of face: shadows, hot keys, wrapped lines.
+#include <algorithm>
 #include <cstdarg>
 #include <cstring>
 #include <string>
@@ -12,29 +13,22 @@ namespace zel {
 namespace {
 
 constexpr int kTextBuffer = 1024;  // bytes, terminator included
-constexpr int kNoHotkey = -1;
 
 // A text without its "&" marks.
 struct HotkeyText {
   std::string text;
-  int hotkey = kNoHotkey;  // byte offset of the marked character
+  std::size_t hotkey = std::string::npos;  // where the marked character begins, or the end
 };
 
 HotkeyText TakeMarks(const char* marked) {
   HotkeyText result;
   std::string source = CutToBytes(marked, std::strlen(marked));
   for (std::size_t i = 0; i < source.size(); ++i) {
-    const bool isMark = source[i] == '&';
-    const bool isDouble = isMark && i + 1 < source.size() && source[i + 1] == '&';
-    if (isDouble) ++i;
-    if (isMark && !isDouble) {
-      result.hotkey = static_cast<int>(result.text.size());
-      continue;
-    }
-    result.text += source[i];
+    if (source[i] == '&' && source[++i] != '&') result.hotkey = result.text.size();
+    result.text += source[i];  // behind a mark at the end the terminator, which is cut off
   }
   result.text = CutToBytes(result.text.c_str(), kTextBuffer - 1);
-  if (result.hotkey >= static_cast<int>(result.text.size())) result.hotkey = kNoHotkey;
+  result.hotkey = std::min(result.hotkey, result.text.size());
   return result;
 }
 
@@ -111,10 +105,8 @@ int Font::HotkeyTextout(Bitmap& target, const char* text, int x, int y, Color co
   if (align == kAlignCentre) x -= width / 2;
   if (target.IsEmpty()) return width;
   TextoutShadow(target, plain.text.c_str(), {x, y}, color, shadow, background, kAlignLeft);
-  if (plain.hotkey == kNoHotkey) return width;
-  const auto at = static_cast<std::size_t>(plain.hotkey);
-  const std::string before = plain.text.substr(0, at);
-  const std::string key = CutToChars(plain.text.c_str() + at, 1);
+  const std::string before = plain.text.substr(0, plain.hotkey);
+  const std::string key = CutToChars(plain.text.c_str() + plain.hotkey, 1);
   const int left = x + TextLength(before.c_str());
   const int keyWidth = TextLength(key.c_str());
   const int under = y + TextHeight();
@@ -131,7 +123,7 @@ int Font::WrapCount(const char* text, int width, int* lineWidth) const {
     const char c = text[position];
     const bool ends = c == '\0' || c == '\n';
     const char* next = text + position;
-    const int character = ends ? 0 : ugetxc(&next);
+    const int character = ugetxc(&next);
     if (ends || IsSeparator(c) || BreaksBetween(before, character)) {
       const bool fits = takenWidth + pendingWidth <= width || takenBytes == 0;
       if (!fits) break;
