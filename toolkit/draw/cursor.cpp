@@ -148,12 +148,7 @@ void Cursor::CreateDefault() {
   Create(arrow, 1);
 }
 
-void Cursor::Free() {
-  Create({}, 1);
-  hotspot_ = {};
-  step_ = 1.0f;
-  shadowLook_ = {};
-}
+void Cursor::Free() { *this = {}; }
 
 void Cursor::SetHotspot(int x, int y) {
   hotspot_ = {std::clamp(x, -kLargestHotspot, kLargestHotspot),

@@ -52,8 +52,8 @@ struct CursorShadow {
 class Cursor {
  public:
   Cursor() = default;
-  Cursor(const Cursor&) = delete;
-  Cursor& operator=(const Cursor&) = delete;
+  Cursor(Cursor&&) = default;
+  Cursor& operator=(Cursor&&) = default;
 
   // Cuts a picture into `count` strips of equal width (brought to 1..the picture's width), which
   // become frames at the current zoom. An empty picture leaves no frames. Hotspot and animation

@@ -1,7 +1,6 @@
 #include "toolkit/draw/glyph_painter.h"
 
 #include <algorithm>
-#include <cassert>
 #include <cstring>
 
 #include "toolkit/draw/engine_font.h"
@@ -104,7 +103,6 @@ GlyphPainter::PaintPatch GlyphPainter::ChoosePaint(bool antialiased) const {
   if (!antialiased) return &GlyphPainter::PaintSolid;
   if (background_.IsSet()) return &GlyphPainter::PaintRamp;
   const int depth = bitmap_color_depth(target_);
-  assert(depth > 8);
   if (!is_memory_bitmap(target_) || depth == 24) return &GlyphPainter::PaintThroughAllegro;
   if (depth == 15) return &GlyphPainter::Blend<HighBlender<5>>;
   if (depth == 16) return &GlyphPainter::Blend<HighBlender<6>>;
@@ -152,7 +150,7 @@ void GlyphPainter::PaintThroughAllegro(const Patch& patch) const {
       drawing_mode(DRAW_MODE_TRANS, nullptr, 0, 0);
     }
     putpixel(target_, x, y, color_);
-    if (k < kFull) solid_mode();
+    solid_mode();
   });
 }
 
@@ -162,7 +160,7 @@ void GlyphPainter::Blend(const Patch& patch) const {
   const Blender blender{color_};
   const Patch p = patch;  // so that the compiler need not fear that pixels lie in it
   unsigned char* const* lines = target_->line + p.y;
-  const int whole = std::min((p.w + kBlock - 1) / kBlock, p.room / kBlock) * kBlock;
+  const int whole = p.room / kBlock * kBlock;
   const std::uint8_t* coverage = p.coverage;
   for (int row = 0; row < p.h; ++row, coverage += p.stride) {
     Pixel* const pixels = reinterpret_cast<Pixel*>(lines[row]) + p.x;

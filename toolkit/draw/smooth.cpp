@@ -39,9 +39,8 @@ double FromRound(int x, int y, double inset, double radius) {
 void DrawCornerPixel(BITMAP* bitmap, const RoundBox& box, int x, int y) {
   const int radius = box.radius, line = box.border;
   const double outer = Coverage(bitmap, FromRound(x, y, 0, radius));
-  const double within = x < line || y < line
-                            ? 0
-                            : Coverage(bitmap, FromRound(x, y, line, std::max(0, radius - line)));
+  const double within =
+      x < line || y < line ? 0 : Coverage(bitmap, FromRound(x, y, line, radius - line));
   for (const int px : {box.area.x + x, box.area.Right() - 1 - x})
     for (const int py : {box.area.y + y, box.area.Bottom() - 1 - y}) {
       const bool hasLine = line > 0 && within < 1;
@@ -94,10 +93,10 @@ void DrawStroke(BITMAP* bitmap, std::span<const StrokePoint> points, double widt
   const auto [topmost, bottommost] =
       std::minmax_element(points.begin(), points.end(), [](auto& a, auto& b) { return a.y < b.y; });
   const double reach = width / 2 + 1;
-  const int left = std::max(bitmap->cl, static_cast<int>(leftmost->x - reach));
-  const int right = std::min(bitmap->cr - 1, static_cast<int>(rightmost->x + reach));
-  const int top = std::max(bitmap->ct, static_cast<int>(topmost->y - reach));
-  const int bottom = std::min(bitmap->cb - 1, static_cast<int>(bottommost->y + reach));
+  const int left = static_cast<int>(leftmost->x - reach);
+  const int right = static_cast<int>(rightmost->x + reach);
+  const int top = static_cast<int>(topmost->y - reach);
+  const int bottom = static_cast<int>(bottommost->y + reach);
   for (int y = top; y <= bottom; ++y)
     for (int x = left; x <= right; ++x) {
       const StrokePoint pixel{1.0 * x, 1.0 * y};

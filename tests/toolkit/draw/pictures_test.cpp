@@ -270,7 +270,7 @@ TEST_F(PictureTest, RoundBoxesAndStrokesAreSmoothWhereThereIsNoPalette) {
                                      .radius = i * 3 % 7 - 1,
                                      .fill = i % 6 == 4 ? Color{} : Color{red},
                                      .borderColor = i % 5 == 2 ? Color{} : Color{black},
-                                     .border = i * 5 % 4 - i % 2});
+                                     .border = i % 4});
     for (const int thin : {1, 0, -1}) {
       DrawRoundBox(out.GetBitmap(), {.area = {0, 31, thin, 9}, .fill = green, .borderColor = red});
       DrawRoundBox(out.GetBitmap(), {.area = {0, 43, 9, thin}, .fill = green, .border = 1});
@@ -399,6 +399,8 @@ TEST_F(PictureTest, APictureIsCutIntoStripsThatTakeTurns) {
   EXPECT_EQ(cursor.GetHotspot(), (Point{32767, -32767}));
   cursor.CreateDefault();
   ExpectLook("arrow", cursor.GetFrame()->GetBitmap(), {0, 0, 12, 21});
+  cursor.Free();
+  EXPECT_TRUE(!cursor.GetFrame() && cursor.GetHotspot() == Point{});
   cursor.Create(SkinBitmap(), 3);
   cursor.Update();
   EXPECT_TRUE(!cursor.GetFrame() && !cursor.GetShadow());

@@ -32,7 +32,7 @@ TEST_F(ZoomTest, IsTheNearestThatMakesSense) {
 
 TEST_F(ZoomTest, PicturesKeepTheirColoursAndTheirMask) {
   const Rows rows = {"r.bk", "..yw", "gg.c"};
-  const BitmapPtr target{create_bitmap(48, 16)};
+  const BitmapPtr target{create_bitmap(52, 16)};
   clear_to_color(target.get(), white);
   int x = 0;
   for (const Size size : {Size{8, 6}, Size{6, 5}, Size{9, 9}, Size{3, 2}, Size{1, 1}}) {
@@ -41,13 +41,16 @@ TEST_F(ZoomTest, PicturesKeepTheirColoursAndTheirMask) {
     x += size.w + 1;
   }
   // Two frames of an edge and a tile, and one without edges.
-  Size tile{1, 1}, automatic{-1, -1};
+  Size tile{1, 1}, tall = tile, automatic{-1, -1};
   const BitmapPtr frames = ScaledFrames(Paint({"rgggb", "kkkkk"}).get(), {1, 2}, &tile, 2.5);
   blit(frames.get(), target.get(), 0, 0, 32, 0, frames->w, frames->h);
   const BitmapPtr third = ScaledFrames(Paint({"rgbrgb"}).get(), {2, 1}, &automatic, 2.5);
   EXPECT_EQ(Join(tile.w, tile.h, automatic.w, automatic.h), "3 3 2 1 ");
   blit(third.get(), target.get(), 0, 0, 32, 8, third->w, third->h);
-  ExpectLook("scaled", target.get(), {0, 0, 48, 16});
+  const Rows upwards = {"r", "g", "b", "k", "y", "c"};
+  const BitmapPtr upright = ScaledFrames(Paint(upwards).get(), {1, 2}, &tall, 2.5);
+  blit(upright.get(), target.get(), 0, 0, 49, 0, upright->w, upright->h);
+  ExpectLook("scaled", target.get(), {0, 0, 52, 16});
   std::string mixed;
   for (const int depth : {8, 15, 16, 24}) {
     UseDepth(depth);
@@ -68,7 +71,8 @@ TEST_F(ZoomTest, PicturesKeepTheirColoursAndTheirMask) {
   putpixel(pink.get(), 0, 0, makecol32(255, 0, 254));
   EXPECT_EQ(getpixel(Scaled(pink.get(), {1, 1}).get(), 0, 0), makecol32(255, 8, 255))
       << "a mean makes no hole";
-  EXPECT_EQ(Picture(Scaled(Paint({"gg.."}).get(), {1, 1}).get()), Rows({"g"})) << "half of it";
+  EXPECT_EQ(Picture(Scaled(Paint({"gg..", "g..."}).get(), {1, 2}).get()), Rows({"g", "."}))
+      << "half of it, and less";
 }
 
 TEST_F(ZoomTest, ArtIsTheNearestThatIsLargeEnough) {
@@ -106,6 +110,7 @@ TEST_F(ZoomTest, PointersAndBitmapFontsAreZoomed) {
   cursor.Create(SkinBitmap{Paint({"rrrrrr"}).get()}, 1, 8);
   EXPECT_EQ(Picture(cursor.GetFrame()->GetBitmap()), Rows({"rr"}))
       << "drawn at eight times its size";
+  EXPECT_EQ(cursor.GetShadow()->Width(), 2 + 2 * 6);
   Font font;
   SkinBitmap canvas(60, 56, kMemoryBitmap);
   canvas.clear_to_color(white);
