@@ -88,7 +88,6 @@ void ScrollView::ReplaceContent(int width, int height, int overhang) {
                      marginTop + std::max(contentH, height) + overhang};
   contentW = width;
   contentH = height;
-  content.RedrawPart(changed);
   RedrawBehind(&content, changed);
 }
 
@@ -246,7 +245,6 @@ void TextView::Clear() {
 // one of what else ends a line.
 void TextView::AddLine(const std::string& line) {
   std::string shown;
-  shown.reserve(line.size());
   int column = 0;
   for (const char* at = line.c_str(); *at != '\0';) {
     const char* const start = at;
