@@ -85,10 +85,9 @@ int Slider::GripLength() const {
 }
 
 int Slider::GripStart() const {
-  const int way = TrackLength() - GripLength();
-  const double range = GetRange();
-  if (way <= 0 || !(range > 0)) return 0;
-  return std::clamp(RoundToInt(way * (GetValue() - GetMin()) / range), 0, way);
+  const int way = std::max(0, TrackLength() - GripLength());
+  // Without a range that is no number, which counts as 0.
+  return std::clamp(RoundToInt(way * (GetValue() - GetMin()) / GetRange()), 0, way);
 }
 
 int Slider::PointerPlace() const {
