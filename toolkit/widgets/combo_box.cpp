@@ -36,7 +36,7 @@ void ComboBox::Setup(int px, int py, int width, int height, int shortcut, std::u
                      int index) {
   Close();
   Widget::Setup(px, py, width, height, shortcut, mask);
-  listBox.SelectItem(std::clamp(index, 0, std::max(0, listBox.Count() - 1)));
+  listBox.SelectItem(std::max(0, std::min(index, listBox.Count() - 1)));
   edit.Setup(0, 0, width, height, shortcut, mask, nullptr, kTextCapacity);
   ShowCurrent();
   listBox.SetW(width);
@@ -109,7 +109,6 @@ void ComboBox::Open() {
   SetH(edit.h() + listBox.h());
   listBox.StartAnimation();
   listBox.Unhide();
-  UpdateLayout();
   listBox.GetList().ScrollToCurrent();
   if (parent) parent->BringToFront(this);
   Redraw();
@@ -121,7 +120,6 @@ void ComboBox::Close() {
   if (listBox.HasFocus()) GiveFocus(button);
   listBox.Hide();
   SetH(edit.h());
-  UpdateLayout();
   GetRoot()->Redraw();
 }
 
@@ -154,7 +152,7 @@ void ComboBox::MsgTick() {
 }
 
 bool ComboBox::MsgChar(int code) {
-  if (Dialog::MsgChar(code)) return true;
+  Dialog::MsgChar(code);
   if (!IsOpen() || code >> 8 != KEY_ESC) return false;
   Cancel();
   return true;
@@ -171,7 +169,7 @@ void ComboBox::HandleEvent(Widget* sender, int msg, EventArg arg1, EventArg arg2
       Close();
     } else {
       Open();
-      if (listBox.Count() > 0) GiveFocus(listBox.GetList());
+      GiveFocus(listBox.GetList());
     }
   } else if (sender == &listBox) {
     ShowCurrent();

@@ -49,12 +49,6 @@ std::unique_ptr<Widget> Field(const ControlRecord&) {
   return field;
 }
 
-std::unique_ptr<Widget> Choice(const ControlRecord&) {
-  auto choice = std::make_unique<ComboBox>();
-  choice->GetEdit().SetText(nullptr);
-  return choice;
-}
-
 std::unique_ptr<Widget> Number(const ControlRecord&) {
   auto number = std::make_unique<SpinBox>();
   number->Setup(0, 0, 0, 0, 0, 0, number->GetMin(), number->GetMax(), number->GetValue(),
@@ -81,7 +75,7 @@ constexpr Kind kKinds[] = {
     {kControlGroupFrame, Plain<GroupFrame>, Text<GroupFrame>},
     {kControlButton, Plain<Button>, Text<Button>},
     {kControlListBox, Plain<ListBox>},
-    {kControlComboBox, Choice},
+    {kControlComboBox, Plain<ComboBox>},
     {kControlSpinBox, Number},
     {kControlCheckBox, Plain<CheckBox>, Text<CheckBox>},
     {kControlPlainButton, Plain<Button>},

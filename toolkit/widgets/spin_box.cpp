@@ -104,7 +104,7 @@ void SpinBox::TakeText() {
 }
 
 bool SpinBox::IsTyping(int msg, EventArg arg) {
-  if (msg == MSG_UCHAR) return edit.Filter(static_cast<int>(arg)) >= 0;
+  if (msg == MSG_UCHAR) return edit.Filter(static_cast<int>(arg)) != -1;
   const int scancode = static_cast<int>(arg) >> 8;
   if (msg != MSG_CHAR || (scancode != KEY_DEL && scancode != KEY_BACKSPACE)) return false;
   const char* shown = edit.GetText();
