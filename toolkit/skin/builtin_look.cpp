@@ -329,7 +329,6 @@ static_assert(std::size(kElements) == kElementCount && IsInOrder());
 }  // namespace
 
 void DrawBuiltinElement(SkinBitmap& target, int id, const Color (&colors)[kSkinColorCount]) {
-  if (id < 0 || id >= kElementCount) return;
   const Element& element = kElements[id];
   target.Create(element.w, element.h, kMemoryBitmap);
   target.SetTileSize(element.tile);

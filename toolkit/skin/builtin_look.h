@@ -7,8 +7,8 @@
 
 namespace zel {
 
-// Makes `target` a new memory bitmap with the frames of element `id` (an ElementIndex; for another
-// number nothing happens) in a skin's colours, and gives it the tile size of the element.
+// Makes `target` a new memory bitmap with the frames of element `id`, an ElementIndex, in a skin's
+// colours, and gives it the tile size of the element.
 void DrawBuiltinElement(SkinBitmap& target, int id, const Color (&colors)[kSkinColorCount]);
 
 }  // namespace zel

@@ -85,16 +85,16 @@ constexpr MeasureKey kMeasures[] = {
 
 // In ASCII, whatever the current text format is.
 std::string TextOf(const SectionFile& file, const char* section, const char* key) {
-  const char* text = file.Find(Ascii(section)).GetText(Ascii(key), nullptr);
+  const char* text = file.Find(Ascii(section)).GetText(Ascii(key));
   std::string narrow;
-  for (int c = 0; text && (c = ugetxc(&text)) != 0;) narrow += c < 128 ? static_cast<char>(c) : '?';
+  while (const int c = ugetxc(&text)) narrow += c < 128 ? static_cast<char>(c) : '?';
   return narrow;
 }
 
 // Whole numbers only.
 int ParseMeasure(const std::string& text, int highest) {
-  int value = 0;
-  char more = 0;
+  int value;
+  char more;
   if (std::sscanf(text.c_str(), "%d %c", &value, &more) != 1) return MenuLook::kAbsent;
   return 0 <= value && value <= highest ? value : MenuLook::kAbsent;
 }
@@ -131,8 +131,8 @@ std::vector<MenuLook::Measure> MenuLook::MeasureKeys() {
 }
 
 Color MenuLook::ReadColor(const char* text) {
-  int r = 0, g = 0, b = 0;
-  char more = 0;
+  int r, g, b;
+  char more;
   if (std::sscanf(text, "%d ,%d ,%d %c", &r, &g, &b, &more) != 3) return {};
   if (std::min({r, g, b}) < 0 || std::max({r, g, b}) > 255) return {};
   return {r, g, b};
@@ -144,7 +144,8 @@ void MenuLook::Read(const SectionFile& file) {
     this->*row.color = ReadColor(TextOf(file, row.section, row.key).c_str());
   for (const MeasureKey& row : kMeasures) {
     const int value = ParseMeasure(TextOf(file, row.section, row.key), row.highest);
-    this->*row.measure = row.kind == MeasureKey::kPixels && value > 0 ? Zoomed(value) : value;
+    this->*row.measure =
+        row.kind == MeasureKey::kPixels && value != kAbsent ? Zoomed(value) : value;
   }
   hasGroupBorder = TextOf(file, "BOX", "borderColor") != "-1";
   hasLabels = Has(file, "LABEL");

@@ -129,7 +129,7 @@ void Skin::ResetColors() {
 
 void Skin::ResetControls() {
   constexpr Size kNoTileSize{-1, -1};
-  for (int id = 0; id < kElementCount; ++id) bitmaps[id]->SetTileSize(kNoTileSize);
+  for (const auto& element : bitmaps) element->SetTileSize(kNoTileSize);
   ResetNumbers(*this);
   menu = {};
   listHeight = 0;
@@ -178,8 +178,8 @@ void Skin::Reset() {
 
 void Skin::Colorize(Color tint, int alpha) {
   Reload();
-  for (int id = 0; id < kElementCount; ++id)
-    if (BITMAP* picture = bitmaps[id]->GetBitmap()) ColorizePicture(picture, tint, alpha);
+  for (const auto& element : bitmaps)
+    if (BITMAP* picture = element->GetBitmap()) ColorizePicture(picture, tint, alpha);
   for (Color& color : colors) color.Colorize(tint, alpha);
 }
 

@@ -230,8 +230,8 @@ void CentreTitle(Skin& skin) {
 void ReadControls(Skin& skin, const SectionFile& file) {
   const double scale = skin.GetPictureScale();
   for (const NumberKey& number : kNumbers) {
-    const bool grows = number.isPixels && scale != 1;
-    const int fallback = static_cast<int>(std::lround(number.fallback * (grows ? scale : 1)));
+    const double grown = number.fallback * (number.isPixels ? scale : 1);
+    const int fallback = static_cast<int>(std::lround(grown));
     number.field(skin) = number.Shown(ReadSkinInt(file, number.section, number.key, fallback));
   }
   if (scale != 1 && !file.Find(Ascii("WINDOW")).Find(Ascii("textY"))) CentreTitle(skin);
