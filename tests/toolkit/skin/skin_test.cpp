@@ -140,8 +140,8 @@ TEST_F(SkinTest, EveryValueIsReadFromItsKey) {
 
 TEST_F(SkinTest, WhatItSaysOfMenusCountsUnlessItIsNonsense) {
   std::string seen = MenuValuesOf(Skin{"default"});
-  for (const char* sample :
-       {"menu_keys.cfg", "menu_nonsense.cfg", "menu_highest.cfg", "menu_too_high.cfg"})
+  for (const char* sample : {"menu_keys.cfg", "menu_nonsense.cfg", "menu_highest.cfg",
+                             "menu_too_high.cfg", "menu_plain.cfg"})
     seen += MenuValuesOf(*Make(ReadFile(kSamples + sample)));
   SetZoom(2);
   ExpectText("skin_of_menus", seen + MenuValuesOf(*Make(ReadFile(kSamples + "menu_keys.cfg"))));
@@ -248,6 +248,8 @@ TEST_F(SkinTest, ReloadRepeatsTheLoadInTheNewDepthAndAnotherFileForgetsTheFirst)
   const std::string colors = "[COLORS]\nface=1,1,90\nshad1=90,1,1\nshad2=1,90,1\nback=90,90,1\n";
   const auto plain = Make(colors), old = MakeWith("cursors.dat", "cursors.dat", colors),
              bare = MakeWith("cursors.dat", "cursors.dat", colors + "builtin=1\n");
+  EXPECT_EQ(skin->Load(files.Path("skin.cfg").c_str()), kNoError);
+  EXPECT_EQ(ValuesOf(*skin), ValuesOf(*bare)) << "what a datafile before brought counts no longer";
   int same = 0;  // of the first element, which the datafile does not bring
   for (int i = 0; i < 64; ++i) {
     const int wanted = plain->bitmaps[BOX]->getpixel(i, i);
@@ -294,7 +296,7 @@ TEST_F(SkinTest, EveryBuiltinElementLooksAsInTheReferencePicture) {
   expectSheet("builtin_look_zoomed");
   SetZoom(1);
   UseDepth(8);
-  skin.GenerateDefaultBitmap(COMBO_BUTTON);
+  for (const int id : {-1, int{COMBO_BUTTON}, int{kElementCount}}) skin.GenerateDefaultBitmap(id);
   EXPECT_EQ(skin.bitmaps[COMBO_BUTTON]->getpixel(0, 0), MASK_COLOR_8) << "transparent";
 }
 
@@ -302,6 +304,14 @@ TEST_F(SkinTest, EveryBuiltinElementLooksAsInTheReferencePicture) {
 TEST_F(SkinTest, ElementsAreZoomedFrameByFrame) {
   SetZoom(1.27);
   ExpectText("skin_zoomed", ValuesOf(Skin{"default"}));
+  const auto load = [this] {
+    return ValuesOf(*MakeWith("elements.dat", "cursors.dat",
+                              "[TILING]\nBUTTON_TCKX=1\n[CURSOR]\nMOUSE_MOVE_FCSX=2\n"));
+  };
+  const std::string small = load();  // and with pictures of twice the size
+  for (const std::string name : {"elements", "cursors"})
+    files.Write(name + "@2x.dat", ReadFile(kSamples + name + ".dat"));
+  ExpectText("skin_of_datafiles_zoomed", small + load());
 }
 
 }  // namespace

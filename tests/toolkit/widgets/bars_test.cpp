@@ -108,6 +108,9 @@ TEST_P(SliderTest, KeysAndWheelMoveWithinTheRange) {
     Play("100,25 press release");
   }
   EXPECT_EQ(slider.GetPosition(), 50);
+  for (const int grip : {HSLIDER_GRIP, VSLIDER_GRIP}) CurrentSkin()->bitmaps[grip]->Destroy();
+  slider.SetRange(0, 110), root.Redraw(), Play("75,25 press");
+  EXPECT_EQ(slider.GetPosition(), 55) << "the skin has no grip";
 }
 
 // Arrows are 16 pixels long and the grip 12 (lying 18), so a bar of 132 (lying 138) that begins at

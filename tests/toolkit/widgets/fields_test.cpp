@@ -168,9 +168,10 @@ TEST_F(SpinBoxTest, ReadsTheTextAsItsKindOfNumberOfAnySize) {
     edit.SetFilter(0);
     spin.Setup(20, 30, 80, 24, 0, 0, -1e308, 1e308, -1e18, 0.5);
   };
-  ExpectPlays("spin_box_numbers",
-              {"=2.+7", "hexadecimal+=1+e g 90,34+press+release", "huge", "=na+n", "=in+f",
-               "=1e99+9", "=2.2+5 90,34+press+release 90,50+press+release"});
+  ExpectPlays("spin_box_numbers", {"=2.+7", "hexadecimal+=1+e g 90,34+press+release", "huge",
+                                   "=na+n", "=in+f", "=1e99+9",
+                                   "=2.2+5 90,34+press+release 90,50+press+release "
+                                   "60,40+press+release home+backspace"});
 }
 
 // A box with ten entries, 12 pixels each, and its arrow at (110, 20); its list covers a button.
@@ -236,11 +237,13 @@ TEST_F(ComboBoxTest, TheListLiesAboveTheDialogUntilTheMouseChoosesOrLeaves) {
 
 TEST_F(ComboBoxTest, KeyboardOpensChoosesAndCancels) {
   root.SetFocus(&combo.GetEdit());
+  steps["open"] = [this] { combo.Open(); };
   ExpectPlays("combo_box_keys", {"x enter enter enter down+down escape space+wait20 down enter",
                                  "space+wait20 end enter space+wait20 up+enter space+wait20+home"
                                  " enter space+wait20 escape",
                                  "=6 space+wait20 =0 space+wait20 escape",
-                                 "=99 space+wait20 leave+wait1", "110,20+press+release restart"});
+                                 "=99 space+wait20 leave+wait1 open+wait2 110,20+press+release",
+                                 "110,20+press+release restart"});
   Play("press+release");
   EXPECT_TRUE(root.HandleKey(0, KEY_ESC)) << "it does not close what is around";
   combo.GetListBox().GetList().Clear();

@@ -170,7 +170,7 @@ struct Card : ListItem {
 
 TEST_F(ListTest, RowsOfTheSkinsHeightShowWholeOrNotAtAll) {
   CurrentSkin()->listHeight = 22;
-  box.SetGround(green);
+  box.SetGround(green), Check();
   for (int i = 0; i < 4; ++i) box.InsertItem(std::make_unique<Card>());
   root.SetFocus(&list), Tick();
   clear_to_color(CurrentScreenUpdate()->GetCanvas(), red);  // where nothing is painted

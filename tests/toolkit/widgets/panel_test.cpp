@@ -52,7 +52,8 @@ TEST_F(PanelTest, AnImageLiesInTheMiddleAndIsCutAtItsEdges) {
   image.SetMasked(true), image.Resize(6, 1);
   EXPECT_EQ(Shown(image), Rows({"grggbg"}));
   ClearScreen behind;
-  Show(behind, {});
+  behind.Place(5, 5), root.Add(&behind);
+  EXPECT_EQ(behind.Bounds(), root.Bounds()) << "at once";
   Show(image, {image.GetRelativePos().x, image.GetRelativePos().y, 6, 4}), Frame();
   image.SetMasked(false), Check();
   image.SetMasked(true), Check();

@@ -65,6 +65,8 @@ TEST_F(ViewTest, ScrollsNoFurtherThanTheContentGoes) {
                                 "50,50+wheel2 302,100+wheel1 100,202+wheel1"});
   view.told.clear();
   EXPECT_EQ(Play("50,50+wheel-1"), view.told) << "its heirs are told";
+  view.SetLines(lines);
+  EXPECT_EQ(look(), "0 0 ") << "new lines show from the first";
 }
 
 TEST_F(ViewTest, LinesComeFromTextsAndFiles) {
@@ -79,7 +81,7 @@ TEST_F(ViewTest, LinesComeFromTextsAndFiles) {
     EXPECT_EQ(view.Lines(), lines);
   }
   view.LoadFile(TempFile{std::string((4 << 20) + 9, 'a')}.Path());
-  EXPECT_EQ(view.Lines()[0].size(), 4 << 20);
+  EXPECT_TRUE(view.Lines()[0].size() == 4 << 20 && view.HorizontalShown());
   view.ScrollTo(900, 0, 1, 1);
   view.SetText(std::string(999, 'b').c_str());
   EXPECT_EQ(look(), "0 0 ") << "a new text shows from its start";
@@ -108,15 +110,23 @@ TEST_F(ViewTest, ShowsThePartOfTheTextThatIsScrolledTo) {
 }
 
 TEST_F(ViewTest, AnotherTextRepaintsLinesAlone) {
-  view.SetFontColor(red, green, kNormal), view.SetMargins(5, 3, 1, 2), Frame();
-  for (const char* text : {"I\nI", "lil\nl\nl", "I", ""}) {
-    Copied();
-    view.SetText(text);
-    EXPECT_LT(Copied(), 200 * 100 / 2) << text;
-    EXPECT_TRUE(DrawsEnough()) << text;
+  view.SetFontColor(red, green, kNormal);
+  for (const int margin : {0, 5}) {
+    view.SetMargins(margin, margin, 1, 2), Frame();
+    for (const char* text : {"W\nI", "lil\nl\nl", "W", ""}) {
+      Copied();
+      view.SetText(text);
+      EXPECT_LT(Copied(), 200 * 100 / 2) << text;
+      EXPECT_TRUE(DrawsEnough()) << text;
+    }
   }
   view.SetText(std::string(25, 'x').c_str());
   EXPECT_TRUE(view.HorizontalShown()) << "the margins leave room for 24";
+  TakeSmallFont(kEditText, kFocused), view.SetSkin(nullptr), Tick();
+  for (const bool isSmall : {true, false}) {
+    root.ChangeFocus(isSmall ? nullptr : &view, isSmall ? &view : nullptr);
+    EXPECT_EQ(view.HorizontalShown(), !isSmall) << "the focus may change the letters";
+  }
 }
 
 }  // namespace
