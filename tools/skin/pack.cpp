@@ -26,6 +26,8 @@ namespace zel {
 namespace {
 
 constexpr int kLargestSide = 32767;  // a datafile has 16 bits for it
+// Behind the name of a file that another one takes the place of.
+constexpr const char* kReplaced = ".zel-skin-old";
 
 class Packer {
  public:
@@ -241,8 +243,6 @@ class Exchange {
   }
 
  private:
-  static constexpr const char* kReplaced = ".zel-skin-old";
-
   bool Replace(const std::string& path) {
     std::error_code error;
     const bool isOld = IsThere(path), isNew = IsThere(path + kUnfinished);
@@ -262,7 +262,6 @@ class Exchange {
       error = std::make_error_code(std::errc::is_a_directory);
       return false;
     }
-    std::filesystem::remove(path + kReplaced, error);
     std::filesystem::create_hard_link(path, path + kReplaced, error);
     // Not every file system has such links.
     if (error)
@@ -289,6 +288,13 @@ void AddMissing(const std::filesystem::path& file, std::set<std::string>& direct
     directories.insert(above);
 }
 
+// What the tool left beside a file when it was killed, which is nothing new.
+void RemoveLeft(const std::string& file) {
+  std::error_code ignored;
+  for (const char* ending : {kUnfinished, kReplaced})
+    std::filesystem::remove(file + ending, ignored);
+}
+
 }  // namespace
 
 void PackSkin(const std::string& directory, const std::string& target, Complaints& complaints) {
@@ -302,16 +308,21 @@ void PackSkin(const std::string& directory, const std::string& target, Complaint
   const std::filesystem::path place = target;
   std::vector<std::string> names;
   std::set<std::string> missing;
+  const auto prepare = [&](const std::string& name) {
+    AddMissing(place / name, missing);
+    RemoveLeft(place / name);
+  };
+  // Whoever kills the tool between two files leaves the old description beside the new ones.
+  for (const std::string& font : packer.Fonts()) {
+    prepare(font);
+    if (CopyUnfinished(font, directory, target, complaints)) names.push_back(font);
+  }
   for (const auto& [name, bytes] : files) {
     names.push_back(name);
-    AddMissing(place / name, missing);
+    prepare(name);
     if ((!bytes.empty() || name == packer.Name()) && !complaints.HasErrors())
       WriteNew(place / (name + kUnfinished),
                {reinterpret_cast<const char*>(bytes.data()), bytes.size()}, complaints);
-  }
-  for (const std::string& font : packer.Fonts()) {
-    AddMissing(place / font, missing);
-    if (CopyUnfinished(font, directory, target, complaints)) names.push_back(font);
   }
   Exchange exchange{target, names, complaints};
   exchange.Run();
