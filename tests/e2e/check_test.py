@@ -69,6 +69,7 @@ class CheckTest(unittest.TestCase):
         (self.tree / "skin/skin.dat").write_bytes(datafile(BUTTON=(24, 104), LIST=(64, 208)))
         (self.tree / "skin/shapes.dat").write_bytes(datafile(MOUSE_MOVE=(16, 16)))
         (self.tree / "skin/odd.dat").write_bytes(datafile(BUTTON=(24, 101), LIST=(64, 208), BUTON=(30, 100)))
+        (self.tree / "skin/odd@2x.dat").write_bytes(datafile(BUTTON=(24, 101), LIST=(64, 208)))
 
     def plant(self, file, lines):
         """Makes the change that lines with - and + describe. Answers the new text, for its place."""

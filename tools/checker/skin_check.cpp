@@ -43,6 +43,14 @@ bool IsOfLook(const SkinKey& key) {
   });
 }
 
+// Of a datafile's picture.
+Size SizeOf(const Object& picture) {
+  ByteReader content{picture.content};
+  content.Big16();  // the colour depth
+  const int w = content.Big16();
+  return {w, content.Big16()};
+}
+
 class SkinCheck {
  public:
   SkinCheck(Findings& findings, const std::string& name) : findings_{findings}, name_{name} {
@@ -209,20 +217,44 @@ class SkinCheck {
         findings_.Add(Msg::kUnknownElement, place, {object.name, file},
                       Nearest(object.name, names));
     }
-    return AreScaledSound(place, file);
+    return AreScaledSound(place, file, data);
   }
 
   // Those for larger screens beside it.
-  bool AreScaledSound(const Place& place, const std::string& file) {
+  bool AreScaledSound(const Place& place, const std::string& file, const Datafile& data) {
     bool areSound = true;
     for (const int scale : {2, 3}) {
       const std::string scaled = ArtName(file, scale);
       if (!IsThere(scaled) || !CheckFile(findings_, place, scaled)) continue;
-      if (Datafile data; data.Load(scaled.c_str())) continue;
+      if (Datafile larger; larger.Load(scaled.c_str())) {
+        CheckScaledSizes(place, data, larger, scaled, scale);
+        continue;
+      }
       findings_.Add(Msg::kBadData, place, {scaled});
       areSound = false;
     }
     return areSound;
+  }
+
+  // One that was drawn for another datafile has many such pictures.
+  void CheckScaledSizes(const Place& place, const Datafile& data, const Datafile& larger,
+                        const std::string& file, int scale) {
+    std::string name;
+    Size first, wanted, drawn;
+    int count = 0;
+    for (const Object& object : data.Objects()) {
+      const Object* other = larger.Find(object.name.c_str(), DAT_BITMAP);
+      if (object.type != DAT_BITMAP || !other) continue;
+      const Size size = SizeOf(object), scaled{size.w * scale, size.h * scale};
+      if (SizeOf(*other) == scaled || count++ > 0) continue;
+      name = object.name;
+      first = size, wanted = scaled, drawn = SizeOf(*other);
+    }
+    const std::string others = " (as " + std::to_string(count - 1) + " more)";
+    if (count > 0)
+      findings_.Add(Msg::kScaledSize, place,
+                    {name + " of " + file + (count > 1 ? others : ""), NameOf(drawn),
+                     std::to_string(scale), NameOf(first), NameOf(wanted)});
   }
 
   void CheckElements() {

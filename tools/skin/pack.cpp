@@ -83,9 +83,25 @@ class Packer {
   }
 
   // What is wrong at one scale is not said of those that follow from it.
+  bool IsSaid(const ProjectPicture& picture) {
+    return scales_.emplace(picture.line, scale_).first->second != scale_;
+  }
   void Complain(const ProjectPicture& picture, const std::string& text) {
-    if (scales_.emplace(picture.line, scale_).first->second == scale_)
-      complaints_.Add(file_, picture.line, picture.name + ": " + text);
+    if (!IsSaid(picture)) complaints_.Add(file_, picture.line, picture.name + ": " + text);
+  }
+  void Warn(const ProjectPicture& picture, const std::string& text) {
+    if (!IsSaid(picture)) complaints_.Warn(file_, picture.line, picture.name + ": " + text);
+  }
+
+  // Why a picture for a larger screen is none of the picture that it belongs to; empty where it is.
+  std::string WhyNotScaled(const ProjectPicture& picture, Size size) {
+    if (scale_ == 1) sizes_.emplace(picture.name, size);
+    const auto first = sizes_.find(picture.name);
+    if (first == sizes_.end()) return {};
+    const Size scaled{first->second.w * scale_, first->second.h * scale_};
+    if (size == scaled) return {};
+    return Readable(picture.file) + " is " + NameOf(size) + ", and " + std::to_string(scale_) +
+           " times " + NameOf(first->second) + " is " + NameOf(scaled);
   }
 
   // Pictures of 8 bits in this palette stay what they are.
@@ -156,12 +172,15 @@ class Packer {
                                    std::to_string(grid.w) + " columns and " +
                                    std::to_string(grid.h) + " rows");
     const Size frame{size.w / grid.w, size.h / grid.h};
+    const std::string why = WhyNotScaled(picture, size);
     for (std::size_t i = 0; i < picture.numbers.size(); ++i) {
       const int tile = picture.numbers[i];
-      if (tile != -1 && (tile < 1 || tile > (i == 0 ? frame.w : frame.h)))
-        Complain(picture, "a tile of " + std::to_string(tile) + (i == 0 ? " across" : " down") +
-                              " does not fit its frames of " + NameOf(frame));
+      if (tile == -1 || (tile > 0 && tile <= (i == 0 ? frame.w : frame.h))) continue;
+      if (!why.empty()) return Complain(picture, why);  // from which that follows
+      Complain(picture, "a tile of " + std::to_string(tile) + (i == 0 ? " across" : " down") +
+                            " does not fit its frames of " + NameOf(frame));
     }
+    if (!why.empty()) Warn(picture, why);
   }
 
   void CheckPointer(const ProjectPicture& picture, Size size) {
@@ -180,6 +199,7 @@ class Packer {
                             NameOf(frame));
     if (numbers[3] < 1)
       Complain(picture, "a frame of " + std::to_string(numbers[3]) + " milliseconds is none");
+    if (const std::string why = WhyNotScaled(picture, size); !why.empty()) Warn(picture, why);
   }
 
   std::string directory_, file_;
@@ -187,7 +207,8 @@ class Packer {
   Project project_;
   SkinPalette palette_;
   int scale_ = 1;
-  std::map<int, int> scales_;  // by line of the text: the first with a complaint
+  std::map<std::string, Size> sizes_;  // of pictures at the first scale, by name
+  std::map<int, int> scales_;          // by line of the text: the first with a complaint
 };
 
 // What zel-check says of a skin.
@@ -200,7 +221,8 @@ void CheckPacked(const std::string& skin, const Packer& packer, Complaints& comp
   Findings findings;
   CheckSkin(findings, {skin}, skin);
   for (const Finding& finding : findings.Finish()) {
-    if (finding.id == Msg::kElementMissing) continue;  // which was said of the project
+    // Which was said of the project.
+    if (finding.id == Msg::kElementMissing || finding.id == Msg::kScaledSize) continue;
     const std::string text = finding.what + "; " + finding.advice;
     const Place place =
         finding.place.file == skin ? packer.InProject(finding.place.line) : finding.place;
