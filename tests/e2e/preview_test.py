@@ -56,9 +56,9 @@ class Browser:
     def value(self, script):
         return self.call("Runtime.evaluate", expression=script, returnByValue=True)["result"].get("value")
 
-    def press(self, key, code):
+    def press(self, key, code, modifiers=0):
         for kind in ("keyDown", "keyUp"):
-            self.call("Input.dispatchKeyEvent", type=kind, key=key, code=key, windowsVirtualKeyCode=code)
+            self.call("Input.dispatchKeyEvent", type=kind, key=key, code=key, windowsVirtualKeyCode=code, modifiers=modifiers)
 
     def click(self, x, y):
         for kind, buttons in (("mouseMoved", 0), ("mousePressed", 1), ("mouseReleased", 0)):
@@ -241,6 +241,8 @@ class PreviewTest(unittest.TestCase):
         for place in ((415, 416), (1200, 700)):  # "Cancel", and beside the page's picture
             browser.click(*place)
         expect()
+        browser.press("ArrowUp", 38, 2 + 8)  # Ctrl and Shift
+        self.assertEqual(browser.value("document.activeElement.id"), "language")
         browser.value("document.getElementById('menu').focus()")
         browser.press("ArrowDown", 40)
         expect("--keys", "Down")
@@ -252,7 +254,7 @@ class PreviewTest(unittest.TestCase):
         browser.click(115, 307)
         wait_until(lambda: canvas() != before, "another menu")
         self.edit("LinesNumber", "LinesNumbr")
-        wait_until(lambda: "did you mean LinesNumber?" in text(), "a finding")
+        wait_until(lambda: "did you mean LinesNumber? [unknown-key]" in text(), "a finding")
         self.edit("LinesNumbr", "LinesNumber")
         browser.value("document.getElementById('begin').click()")
         expect()

@@ -17,7 +17,11 @@
 #include <vector>
 
 #include "launcher/language.h"
+#include "launcher/layout.h"
+#include "launcher/menu_config.h"
+#include "launcher/whole_file.h"
 #include "toolkit/base/allegro.h"
+#include "toolkit/base/section_file.h"
 #include "toolkit/base/text.h"
 #include "toolkit/base/zoom.h"
 #include "tools/preview/markup.h"
@@ -75,6 +79,17 @@ std::string Option(const std::string& value, bool isChosen) {
 void Replace(std::string& text, const std::string& place, const std::string& value) {
   for (std::size_t at = 0; (at = text.find(place, at)) != std::string::npos; at += value.size())
     text.replace(at, place.size(), value);
+}
+
+// Those that the menu has a layout for.
+std::vector<std::string> SizesOfMenu() {
+  constexpr std::size_t kMost = 100;
+  std::vector<std::string> sizes;
+  const SectionFile menu = SectionFile::FromUtf8(ReadWhole(kMainMenu));
+  for (const SectionFile::Section& section : menu.Sections())
+    if (Size size; sizes.size() < kMost && ReadSectionSize(section.Name(), &size))
+      sizes.push_back(std::to_string(size.w) + 'x' + std::to_string(size.h));
+  return sizes;
 }
 
 }  // namespace
@@ -193,6 +208,9 @@ std::string Server::Answer(const HttpRequest& request, Connection& connection) {
   if (!isHere || !isOurs) return HttpAnswer("403 Forbidden", "", "");
   const std::string& target = request.target;
   const std::size_t start = secret_.size() + 2;
+  // As people copy it.
+  if (IsSame(target, '/' + secret_))
+    return HttpAnswer("308 Permanent Redirect", "", "", "Location: " + target + "/\r\n");
   if (target.size() < start || !IsSame(target.substr(0, start), '/' + secret_ + '/'))
     return HttpAnswer("404 Not Found", "", "");
   const std::string name = target.substr(start, target.find('?', start) - start);
@@ -267,7 +285,10 @@ std::string Server::Page() const {
   const std::string size =
       scene.size.w ? std::to_string(scene.size.w) + 'x' + std::to_string(scene.size.h) : "";
   std::vector<std::string> known{"", "640x480", "800x600", "1024x768", "1280x800", "1920x1080"};
-  if (std::find(known.begin(), known.end(), size) == known.end()) known.push_back(size);
+  std::vector<std::string> own = SizesOfMenu();
+  own.push_back(size);
+  for (const std::string& each : own)
+    if (std::find(known.begin(), known.end(), each) == known.end()) known.push_back(each);
   for (const std::string& each : known) sizes += Option(each, each == size);
   for (const int depth : {0, 8, 15, 16, 24, 32})
     depths += Option(depth ? std::to_string(depth) : "", depth == scene.depth);
