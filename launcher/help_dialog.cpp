@@ -44,7 +44,6 @@ HelpDialog::HelpDialog(int scancode) : anyKey_{scancode} {
     Add(lines_.back().get());
   }
   button_.SetText(Ascii(kButton));
-  button_.AlignCentre();
   button_.MakeExit();
   Add(&button_);
   Add(&lookKeys_);

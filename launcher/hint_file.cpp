@@ -1,7 +1,8 @@
 #include "launcher/hint_file.h"
 
-#include <algorithm>
-#include <cctype>
+#include <strings.h>
+
+#include <string_view>
 
 #include "launcher/language.h"
 #include "launcher/menu_config.h"
@@ -54,10 +55,8 @@ class Paragraph {
 }  // namespace
 
 bool IsHintEnd(const std::string& line) {
-  constexpr char kEnd[] = "[END:";
-  return line.size() >= sizeof kEnd - 1 &&
-         std::equal(std::begin(kEnd), std::end(kEnd) - 1, line.begin(),
-                    [](unsigned char end, unsigned char c) { return end == std::toupper(c); });
+  constexpr std::string_view kEnd = "[END:";
+  return strncasecmp(line.c_str(), kEnd.data(), kEnd.size()) == 0;
 }
 
 bool IsHintHead(const std::string& line) {

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <cmath>
 
 #include "launcher/menu_widgets.h"
@@ -61,7 +60,7 @@ MenuEntry::MenuEntry(const MenuItem& menuItem, IconCache& icons) : item_{menuIte
 Rect MenuEntry::PaintedPart(Size canvas) const {
   if (const MenuLook* look = Look()) return StyledPart(*look, canvas);
   if (!owner || !owner->GetBitmap()) return {};
-  return {Zoomed(kEntryFrameLeft), 0, std::max(0, canvas.w - Zoomed(kFrameMargin)), canvas.h};
+  return {Zoomed(kEntryFrameLeft), 0, canvas.w - Zoomed(kFrameMargin), canvas.h};
 }
 
 void MenuEntry::Draw(Bitmap& canvas, const SkinBitmap* skinBitmap, int state) {

@@ -30,7 +30,7 @@ std::wstring WideText(const char* text) {
 int TypeAhead::FindTitle(const MenuSession& session, const std::wstring& start) const {
   const int count = session.Count();
   for (int i = start.size() > 1 ? 0 : 1; i <= count; ++i) {
-    const int index = (std::max(session.Current(), 0) + i) % count;
+    const int index = (session.Current() + i) % count;
     if (session.Entry(index).flags & kItemSeparator) continue;
     if (Lower(shown_(session.Title(index))).compare(0, start.size(), start) == 0) return index;
   }
@@ -38,14 +38,10 @@ int TypeAhead::FindTitle(const MenuSession& session, const std::wstring& start) 
 }
 
 int TypeAhead::FindNumber(const MenuSession& session, int digit) {
-  constexpr int kLargest = 9999;
-  if (const int longer = number_ * 10 + digit; number_ > 0 && longer <= kLargest)
-    if (const int index = session.EntryOfNumber(longer); index >= 0) {
-      number_ = longer;
-      return index;
-    }
-  number_ = digit;
-  return session.EntryOfNumber(digit);
+  // The number so far is a digit or that of an entry, so that ten times of it is no large one.
+  const int longer = number_ * 10 + digit;
+  number_ = session.EntryOfNumber(longer) >= 0 ? longer : digit;
+  return session.EntryOfNumber(number_);
 }
 
 int TypeAhead::Find(const MenuSession& session, int character, std::int64_t now) {

@@ -278,7 +278,7 @@ TEST_F(MenuScreenTest, LettersAndNumbersGoToEntriesAndF1ExplainsWhereTheSettings
   EXPECT_EQ(Play("'b f1"), "level 1, entry 0, code 0");
   settings.typeAhead = settings.help = true;
   const std::pair<const char*, int> rows[] = {
-      {"0 'a", 2},         {"0 'aa", 0},        {"0 'aL", 2},          {"0 'alp", 0},
+      {"0 'a", 2},         {"0 'aa", 0},        {"3 'alp", 0},         {"0 second tick 'aL", 2},
       {"0 'жА", 4},        {"3 'ж", 4},         {"0 'be", 7},          {"7 'b", 9},
       {"7 'be", 11},       {"0 'x", 0},         {"0 '6", 6},           {"0 '12", 12},
       {"0 '13", 3},        {"0 '5z", 5},        {"2 '0", 2},           {"0 'bx", 6},
@@ -314,6 +314,7 @@ TEST_F(MenuScreenTest, ADefaultIsChosenByItselfWhereNobodyIsThere) {
       {"1\nDefaultTimeout=1", "", seconds, "level 1, entry 1, code 11"},
       {"1\nDefaultTimeout=1\n[LINE1]\nTitle=Top\nExCode=10\nSeparator=0", "", seconds,
        "level 1, entry 0, code 10, closed"},
+      {"6\n[LINE1]\nTitle=Top\nExCode=10\nSeparator=0", "", "tick", "level 1, entry 0, code 10"},
       {"5\nDefaultTimeout=1", "", seconds, "level 1, entry 1, code 11"},
       {"9\nDefaultTimeout=1", "", seconds, "level 1, entry 1, code 11"},
       {"0\nDefaultTimeout=1", "2,0", seconds, "level 2, entry 0, code 0"},
