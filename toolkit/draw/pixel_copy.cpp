@@ -8,15 +8,6 @@
 #include "toolkit/draw/skin_bitmap.h"
 
 namespace zel {
-namespace {
-
-// Whether a row of so many bytes ends where the next one begins. All rows of a bitmap in memory lie
-// at the same distance.
-bool LiesTogether(const BITMAP* bitmap, int y, std::size_t bytes) {
-  return bitmap->line[y] + bytes == bitmap->line[y + 1];
-}
-
-}  // namespace
 
 int PlainPixelBytes(const BITMAP* from, const BITMAP* to) {
   auto* const source = const_cast<BITMAP*>(from);
@@ -31,19 +22,14 @@ void CopyPlainPixels(const BITMAP* from, Point source, BITMAP* to, const Rect& a
                      int pixelBytes) {
   const std::ptrdiff_t fromLeft = std::ptrdiff_t{source.x} * pixelBytes;
   const std::ptrdiff_t toLeft = std::ptrdiff_t{area.x} * pixelBytes;
-  std::size_t bytes = static_cast<std::size_t>(area.w) * static_cast<std::size_t>(pixelBytes);
-  int rows = area.h;
-  if (rows > 1 && LiesTogether(from, source.y, bytes) && LiesTogether(to, area.y, bytes)) {
-    bytes *= static_cast<std::size_t>(rows);
-    rows = 1;
-  }
-  for (int row = 0; row < rows; ++row)
+  const std::size_t bytes = static_cast<std::size_t>(area.w) * static_cast<std::size_t>(pixelBytes);
+  for (int row = 0; row < area.h; ++row)
     std::memcpy(to->line[area.y + row] + toLeft, from->line[source.y + row] + fromLeft, bytes);
 }
 
 void CopyPixels(BITMAP* from, Point source, BITMAP* to, const Rect& area) {
   const int pixelBytes = PlainPixelBytes(from, to);
-  if (pixelBytes == 0 || !to->clip || source.x < 0 || source.y < 0)
+  if (pixelBytes == 0 || source.x < 0 || source.y < 0)
     return ::blit(from, to, source.x, source.y, area.x, area.y, area.w, area.h);
   const Rect exists{area.x, area.y, std::min(area.w, from->w - source.x),
                     std::min(area.h, from->h - source.y)};
