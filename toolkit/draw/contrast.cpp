@@ -46,8 +46,7 @@ Color WithContrast(Color text, Color ground, double least) {
 Color WithContrast(Color text, Color ground, double least, bool lightens) {
   if (!text.IsSet() || !ground.IsSet()) return text;
   for (int step = 0; step < kSteps; ++step)
-    if (const Color tried = step == 0 ? text : Moved(text, lightens, step);
-        Contrast(tried, ground) >= least)
+    if (const Color tried = Moved(text, lightens, step); Contrast(tried, ground) >= least)
       return tried;
   return lightens ? Color{white} : Color{black};
 }

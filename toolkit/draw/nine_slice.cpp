@@ -47,7 +47,7 @@ class Copier {
   }
 
   // Both fill what is visible of an area of a plain target with what its first pixels show already:
-  // the first `tile` columns, which have to be visible, or rows.
+  // the first `tile` columns or rows, none of which may lie before what is visible.
   void RepeatColumns(Wide tile, Wide x, Wide y, Wide w, Wide h) const {
     const Wide total = std::min(w, VisibleX().end - x);
     const Wide end = std::min(y + h, VisibleY().end);
@@ -60,10 +60,6 @@ class Copier {
     const Wide end = std::min(y + h, VisibleY().end);
     for (Wide row = y + tile; row < end; ++row) CopyRow(left, row - tile, left, row, right - left);
   }
-  bool ShowsColumns(Wide x, Wide w) const {
-    return x >= VisibleX().begin && x + w <= VisibleX().end;
-  }
-  bool ShowsRows(Wide y, Wide h) const { return y >= VisibleY().begin && y + h <= VisibleY().end; }
 
  private:
   void CopyVisible(Point from, const Rect& to) const {
@@ -187,10 +183,10 @@ void NineSlice::DrawArea(BITMAP* target, int column, int row, int x, int y, int 
     across.ForEachPiece(copier.VisibleX(), [&](Wide offsetX, Wide left, Wide width) {
       if (isTile(across, offsetX, width) && hasTile) return;
       copier.Copy(sx + offsetX, sy + offsetY, left, top, width, height);
-      hasTile = isTile(across, offsetX, width) && copier.ShowsColumns(left, width);
+      hasTile = isTile(across, offsetX, width) && left >= copier.VisibleX().begin;
       if (hasTile) copier.RepeatColumns(across.tile, left, top, across.End() - left, height);
     });
-    hasRow = isTile(down, offsetY, height) && copier.ShowsRows(top, height);
+    hasRow = isTile(down, offsetY, height) && top >= copier.VisibleY().begin;
     if (hasRow) copier.RepeatRows(down.tile, x, top, w, down.End() - top);
   });
 }

@@ -47,11 +47,7 @@ SkinBitmap::SkinBitmap(BITMAP* borrowed) : bitmap{borrowed}, kind{KindOf(borrowe
 SkinBitmap::SkinBitmap(const SkinBitmap& other)
     : bitmap{other.bitmap}, kind{other.kind}, tileSize{other.tileSize} {}
 
-SkinBitmap::SkinBitmap(SkinBitmap&& other) noexcept
-    : bitmap{std::exchange(other.bitmap, nullptr)},
-      kind{std::exchange(other.kind, kNoBitmap)},
-      owned{std::exchange(other.owned, false)},
-      tileSize{std::exchange(other.tileSize, {-1, -1})} {}
+SkinBitmap::SkinBitmap(SkinBitmap&& other) noexcept { *this = std::move(other); }
 
 SkinBitmap& SkinBitmap::operator=(SkinBitmap&& other) noexcept {
   if (this == &other) return *this;

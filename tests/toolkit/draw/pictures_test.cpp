@@ -129,6 +129,8 @@ TEST_F(PictureTest, HoldersBorrowCopyOrTakeOver) {
   EXPECT_EQ(Held(copy) + ", " + Held(moved) + ", " + Held(last),
             "nothing, nothing, own memory bitmap, tile 7x-1");
   EXPECT_EQ(Picture(last.GetBitmap()), Rows({"rg"}));
+  last.Set(bitmap.get(), false, kNoBitmap);
+  EXPECT_EQ(Held(last), "other's memory bitmap, tile 7x-1");
   last.Create(2, 2, kVideoBitmap);
   EXPECT_TRUE(last.IsEmpty()) << "no graphics mode, no video memory";
 }
@@ -551,6 +553,8 @@ TEST_F(ScreenUpdateTest, EachMethodBringsItsPartOfTheFrameToTheScreen) {
   EXPECT_STREQ(CurrentScreenUpdate()->GetName(), "default Allegro update driver");
   EXPECT_EQ(CurrentScreenUpdate()->Create(), kMemoryError);
   CurrentScreenUpdate()->Redraw();
+  CurrentScreenUpdate()->AcquireCanvas();
+  CurrentScreenUpdate()->ReleaseCanvas();
   EXPECT_EQ(CurrentScreenUpdate()->GetCanvas(), nullptr);
 }
 
