@@ -26,7 +26,7 @@ int OpenToRead(const char* path) {
   return open(SystemName(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
 }
 
-// Whether there is a regular file of that length at most behind the descriptor.
+// Whether there is a regular file of that length at most behind the descriptor; false for none.
 bool IsReadable(int file, std::size_t limit, struct stat& status) {
   return fstat(file, &status) == 0 && S_ISREG(status.st_mode) &&
          static_cast<std::uint64_t>(status.st_size) <= limit;
@@ -39,8 +39,8 @@ Bytes ReadAll(int file, std::size_t limit) {
   Bytes bytes(static_cast<std::size_t>(status.st_size) + 1);
   std::size_t length = 0;
   for (;;) {
-    const ssize_t count = read(file, bytes.data() + length, bytes.size() - length);
-    if (count < 0 && errno == EINTR) continue;
+    const ssize_t count =
+        TEMP_FAILURE_RETRY(read(file, bytes.data() + length, bytes.size() - length));
     if (count < 0) return {};
     if (count == 0) break;
     length += static_cast<std::size_t>(count);
@@ -70,7 +70,6 @@ bool IsFile(const char* path) {
 
 Bytes ReadBytes(const char* path, std::size_t limit) {
   const int file = OpenToRead(path);
-  if (file < 0) return {};
   Bytes bytes = ReadAll(file, limit);
   close(file);
   return bytes;
@@ -78,7 +77,6 @@ Bytes ReadBytes(const char* path, std::size_t limit) {
 
 SharedBytes MapBytes(const char* path, std::size_t limit) {
   const int file = OpenToRead(path);
-  if (file < 0) return {};
   SharedBytes bytes = MapAll(file, limit);
   close(file);
   return bytes;
@@ -101,8 +99,7 @@ bool WriteBytes(const char* path, std::span<const char> bytes) {
                         O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, kMode);
   if (file < 0) return false;
   while (!bytes.empty()) {
-    const ssize_t count = write(file, bytes.data(), bytes.size());
-    if (count < 0 && errno == EINTR) continue;
+    const ssize_t count = TEMP_FAILURE_RETRY(write(file, bytes.data(), bytes.size()));
     if (count <= 0) break;
     bytes = bytes.subspan(static_cast<std::size_t>(count));
   }

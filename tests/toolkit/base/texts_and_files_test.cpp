@@ -1,4 +1,5 @@
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <climits>
 #include <cstring>
@@ -42,12 +43,12 @@ TEST_F(TextTest, CuttingKeepsCharactersWhole) {
 
 TEST_F(TextTest, WhatIsNoCharacterIsShownAsAllegroShowsIt) {
   const std::pair<const char*, const char*> cases[] = {
-      {"a\xC3", "a^"},                // ends after a lead byte
-      {"\xE2\x82", "^"},              // and before the last byte
-      {"\xE2\x82z", "^z"},            // goes on too early
-      {"\xF0\xC3\xA9", "^\xC3\xA9"},  // with another character
-      {"\x80\xBFz", "^z"},            // no lead byte
-      {"\xC0\xAFz", "^z"},            // longer than need be
+      {"a\xC3", "a^"},                      // ends after a lead byte
+      {"\xE2\x82", "^"},                    // and before the last byte
+      {"\xE2\x82z", "^z"},                  // goes on too early
+      {"\xF0\xC3\xA9", "^\xC3\xA9"},        // with another character
+      {"\x80\xBFz\xC2\x80", "^z\xC2\x80"},  // no lead byte, and the least one
+      {"\xC0\xAFz", "^z"},                  // longer than need be
       {"\xE0\x80\x8A\xF0\x80\x80\x80z", "^^z"},
       {"\xF4\x90\x80\x80 \xF4\x8F\xBF\xBF \xE0\xA0\x80", "^ \xF4\x8F\xBF\xBF \xE0\xA0\x80"},
       {"\xFF\xFE", "^^"},                // never a lead byte
@@ -55,6 +56,17 @@ TEST_F(TextTest, WhatIsNoCharacterIsShownAsAllegroShowsIt) {
   for (const auto& [bytes, kept] : cases) {
     EXPECT_EQ(CutToBytes(Exact(bytes).data(), 100), kept);
     EXPECT_EQ(CutToChars(Exact(bytes).data(), 100), kept);
+  }
+}
+
+TEST_F(TextTest, LinesBreakBesideWideCharacters) {
+  for (const auto& [first, last] : {std::pair{0x2E80, 0x9FFF},  // from radicals to ideographs
+                                    {0xF900, 0xFAFF},           // compatible ideographs
+                                    {0xFF00, 0xFF60},           // full width
+                                    {0x20000, 0x3FFFF}}) {      // rare ideographs
+    EXPECT_TRUE(MayBreakBetween('a', first) && MayBreakBetween(last, 'a'));
+    EXPECT_FALSE(MayBreakBetween('a', first - 1) || MayBreakBetween(last + 1, 'a')) << first;
+    EXPECT_FALSE(MayBreakBetween(' ', first) || MayBreakBetween(last, ' ')) << first;
   }
 }
 
@@ -84,6 +96,8 @@ TEST_F(TextTest, TextsOfTwoByteCharactersAreConvertedToTheirEnd) {
 using BytesTest = AllegroFixture;
 
 TEST_F(BytesTest, RegularFilesOfAnyNameAreReadUpToALimit) {
+  const int unused = dup(STDIN_FILENO);
+  close(unused);
   const TempDir folder;
   const std::string pipe = folder.Path("pipe"), file = folder.Write("some#where.dat", "abc");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
@@ -102,12 +116,14 @@ TEST_F(BytesTest, RegularFilesOfAnyNameAreReadUpToALimit) {
   EXPECT_TRUE(grown(1 << 20) > 500 && grown(500) == 0) << "its size is said to be 0";
   const std::string made = folder.Path("made");
   for (const std::string& written : {file, made}) {
-    EXPECT_TRUE(WriteBytes(written.c_str(), std::string{"de"}));
-    EXPECT_EQ(ReadFile(written), "de");
+    EXPECT_TRUE(WriteBytes(written.c_str(), std::string{"d"}));
+    EXPECT_EQ(ReadFile(written), "d");
   }
   EXPECT_EQ(static_cast<int>(std::filesystem::status(made).permissions()), 0644);
   EXPECT_FALSE(WriteBytes("/missing/file", std::string{"de"}) ||
                WriteBytes("/dev/full", std::string{"d"}));
+  EXPECT_EQ(dup(STDIN_FILENO), unused) << "none is left open";
+  close(unused);
   folder.Write("\xC3\xA9", "x");
   const int encoding = get_filename_encoding();
   set_filename_encoding(U_UTF8);
@@ -178,6 +194,8 @@ TEST_F(ConfigFileTest, FindsNumberedSectionsAndBringsNumbersToThoseOfAnInt) {
   EXPECT_EQ(file.Numbered("LINE", 9), std::vector({1, 2}));
   const SectionFile::Section& section = file.Find("LINE10");
   EXPECT_EQ(std::pair(section.GetInt("a"), section.GetInt("b")), std::pair(INT_MAX, INT_MIN));
+  const SectionFile foreign{"[A]\na\u00C4=9\n[A\u00C9]\naB=3\na\u00C4=2\n"};
+  EXPECT_EQ(foreign.Find("a\u00E9").GetInt("A\u00E4"), 2) << "letters beyond ASCII, in any case";
 }
 
 TEST_F(ConfigFileTest, KnowsTheLinesOfEverything) {
