@@ -59,13 +59,13 @@ class StoredLines {
   void Replace(int number, const std::string& text) {
     std::string& line = lines_[number - 1];
     std::size_t end = 0;
-    line.replace(0, NextLine(std::string{line}, end).size(), text);
+    line.replace(0, NextLine(line, end).size(), text);
   }
   // Behind the line of that number, or before all with 0.
   void Insert(int number, const std::string& text) {
     if (number > 0) {
       std::string& before = lines_[number - 1];
-      if (before.empty() || (before.back() != '\r' && before.back() != '\n')) before += end_;
+      if (!before.ends_with('\r') && !before.ends_with('\n')) before += end_;
     }
     lines_.insert(lines_.begin() + number, text + end_);
   }

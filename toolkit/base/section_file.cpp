@@ -49,9 +49,7 @@ bool IsNamed(const std::string& name, const std::string& lower) {
                     [](char written, char c) { return LowerAscii(written) == c; });
 }
 
-bool IsHead(std::string_view name) {
-  return name.size() > 1 && name.front() == '[' && name.back() == ']';
-}
+bool IsHead(std::string_view name) { return name.starts_with('[') && name.ends_with(']'); }
 
 }  // namespace
 
@@ -95,7 +93,7 @@ SectionFile::Line SectionFile::ReadLine(std::string_view line) {
   if (*start == '\0') return {};
   const char* end = Skip(start, IsInName);
   std::string name{start, end};
-  if (name.empty()) return {Line::kNothing, {}, {}, false};
+  if (name.empty()) return {Line::kNothing, {}, {}};
   const bool hasEquals = *Skip(end, IsSpace) == '=';
   std::string value = Trimmed(Skip(end, IsBeforeValue));
   if (!IsHead(name)) return {Line::kEntry, std::move(name), std::move(value), hasEquals};

@@ -96,7 +96,8 @@ std::string DriverText(int id) {
   if (id < 256) return std::to_string(id);
   std::string text;
   for (int shift = 24; shift >= 0; shift -= 8) text += static_cast<char>(id >> shift & 0xFF);
-  return text.substr(0, text.find_first_of(std::string_view{" \0", 2}));
+  using namespace std::string_view_literals;
+  return text.substr(0, text.find_first_of(" \0"sv));
 }
 
 }  // namespace
