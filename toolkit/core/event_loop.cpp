@@ -22,15 +22,6 @@ bool SwitchingLosesTheScreen() {
   return mode == SWITCH_AMNESIA || mode == SWITCH_BACKAMNESIA;
 }
 
-void RestoreVideoMemory(Dialog& root) {
-  if (!settings.useVideoMemory) return;
-  Skin* const current = CurrentSkin();
-  Skin* const own = root.GetSkin();
-  if (current) current->Reload();
-  if (own && own != current) own->Reload();
-  root.SetSkin(own);
-}
-
 void DrawFrame(Dialog& root) {
   root.DrawDirty();
   if (ScreenUpdate* update = CurrentScreenUpdate()) update->Redraw();
@@ -38,6 +29,14 @@ void DrawFrame(Dialog& root) {
 }
 
 }  // namespace
+
+void ReloadSkins(Dialog& root) {
+  Skin* const current = CurrentSkin();
+  Skin* const own = root.GetSkin();
+  if (current) current->Reload();
+  if (own && own != current) own->Reload();
+  root.SetSkin(own);
+}
 
 EventLoop& Loop() { return process.Of<CorePart>().loop; }
 
@@ -116,7 +115,7 @@ void EventLoop::DrawFirstFrame(Dialog& root) {
 
 void EventLoop::Pass(Dialog& root) {
   if (redrawsEverything_.exchange(false)) {
-    RestoreVideoMemory(root);
+    if (settings.useVideoMemory) ReloadSkins(root);
     root.Redraw();
   }
   const bool ticked = WorkOffTimers(root);

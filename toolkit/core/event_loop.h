@@ -66,4 +66,8 @@ EventLoop& Loop();
 void UpdateDoubleClickWindow();
 int DoubleClickWindow();
 
+// Loads the current skin and that of a root anew, for another mode or where their bitmaps may be
+// lost, and dresses the root in it.
+void ReloadSkins(Dialog& root);
+
 }  // namespace zel

@@ -125,10 +125,7 @@ void MakeFollow(Dialog& root) {
   root.Resize(width, height);
   // A window takes that for the size of its client area; its frame has to fit on the screen, too.
   root.Resize(width - std::max(0, root.w() - width), height - std::max(0, root.h() - height));
-  Skin* current = CurrentSkin();
-  if (current) current->Reload();
-  if (Skin* own = root.GetSkin(); own && own != current) own->Reload();
-  root.SetSkin(root.GetSkin());
+  ReloadSkins(root);
 }
 
 void RestoreMode(Dialog& root) {
