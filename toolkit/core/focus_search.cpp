@@ -44,9 +44,9 @@ int FocusDistance(FocusMove move, const Widget& current, const Widget& candidate
     case FocusMove::kDown:
       return directed(dy, dx);
     case FocusMove::kUp:
-      return directed(-dy, dx);
+      break;
   }
-  return 0;
+  return directed(-dy, dx);
 }
 
 std::vector<Widget*> FocusCandidates(const Dialog& dialog, FocusMove move, const Widget* current) {

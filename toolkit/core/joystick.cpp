@@ -1,5 +1,7 @@
 #include "toolkit/core/joystick.h"
 
+#include <utility>
+
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/settings.h"
 
@@ -24,15 +26,9 @@ int Joystick::Poll() {
   if (isHeld_) rest(tick);
   poll_joystick();
   const int scancode = ActiveKey();
-  if (isHeld_) {
-    if (scancode == 0) {
-      isHeld_ = false;
-      rest(tick);
-    }
-    return 0;
-  }
-  isHeld_ = scancode != 0;
-  return scancode;
+  const bool wasHeld = std::exchange(isHeld_, scancode != 0);
+  if (wasHeld && !isHeld_) rest(tick);
+  return wasHeld ? 0 : scancode;
 }
 
 }  // namespace zel

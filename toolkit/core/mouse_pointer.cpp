@@ -77,7 +77,6 @@ bool MousePointer::BackgroundFits(BITMAP* canvas) const {
 }
 
 void MousePointer::ReportSavedArea() {
-  if (background_.IsEmpty()) return;
   screenUpdate_->AddDirtyRect(savedOrigin_.x, savedOrigin_.y, background_.Width(),
                               background_.Height());
 }

@@ -64,7 +64,6 @@ constexpr png_byte kOpaque = 255;
 bool WritePng(const char* path, BITMAP* bitmap, Size size, png_uint_32 format) {
   const int depth = bitmap_color_depth(bitmap), mask = bitmap_mask_color(bitmap);
   std::vector<png_byte> pixels;
-  pixels.reserve(PNG_IMAGE_PIXEL_CHANNELS(format) * static_cast<std::size_t>(size.w) * size.h);
   for (int y = 0; y < size.h; ++y)
     for (int x = 0; x < size.w; ++x) {
       const int color = getpixel(bitmap, x, y);
