@@ -223,13 +223,16 @@ TEST(Framebuffer, ShowsModesInItsMiddleAndRefusesThoseThatDoNotFit) {
   mode.bits_per_pixel = 16;
   fakeFramebuffer = &mode;
   constexpr int kModes[][3] = {{64, 64, 16},  {100, 90, 16}, {100, 70, 16}, {9, 90, 16},
-                               {101, 90, 16}, {100, 91, 16}, {64, 64, 32},  {64, 64, 12}};
+                               {101, 90, 16}, {100, 91, 16}, {64, 64, 32},  {64, 64, 12},
+                               {80, 70, 16},  {98, 90, 16}};
   std::string seen;
   for (const auto& [w, h, depth] : kModes) {
     seen += SetGraphicsMode(GFX_AUTODETECT_FULLSCREEN, w, h, depth) ? "set " : "refused ";
     seen += screen ? Join(screen->x_ofs, screen->y_ofs) : "";
   }
-  EXPECT_EQ(seen, "set 18 13 set 0 0 set 0 10 set 18 0 refused refused refused refused ");
+  EXPECT_EQ(
+      seen,
+      "set 18 13 set 0 0 set 0 10 set 18 0 refused refused refused refused set 10 10 set 1 0 ");
   constexpr int kOther = AL_ID('F', 'A', 'K', 'E');
   for (const int card : {GFX_FBCON, GFX_AUTODETECT, GFX_AUTODETECT_WINDOWED, kOther})
     EXPECT_EQ(SetGraphicsMode(card, 200, 100, 16), card == kOther) << card;

@@ -260,6 +260,10 @@ TEST_F(DialogInputTest, EscapeClosesRootsAndWindows) {
 }
 
 TEST_F(DialogInputTest, ArrowsAndTabAskTheNearestFirst) {
+  Widget here, beside;
+  beside.Place(1, 0);
+  EXPECT_EQ(FocusDistance(FocusMove::kRight, here, beside), 1);
+  EXPECT_EQ(FocusDistance(FocusMove::kNext, here, here), 0);
   // Made in the order of their letters; d in the panel, too:
   //   a b    c
   //     d f
