@@ -136,6 +136,7 @@ class HintsCheck {
 
   void Finish() {
     CheckTranslations();
+    CheckCopied();
     std::map<std::string, std::vector<std::pair<Place, bool>>> unused;
     for (auto& [name, hints] : files_) {
       if (!hints.isRead) continue;
@@ -326,6 +327,48 @@ class HintsCheck {
       findings_.Add(Msg::kHintMissing, place, {wanted, Listed(without)}, nearest);
     else
       untranslated_.push_back({place, wanted, nearest, std::move(without), std::move(with)});
+  }
+
+  // Each text by its name.
+  static std::map<std::string, std::string> TextsOf(const Hints& hints) {
+    std::map<std::string, std::string> texts;
+    for (const std::string& name : hints.names)
+      texts.emplace(name, Decoded(hints.file.Fill(name.c_str()), hints.language));
+    return texts;
+  }
+
+  // Of two files in different languages that mostly say the same, the one that is not English.
+  void CheckCopied() {
+    struct File {
+      const std::string& name;
+      Language language;
+      std::map<std::string, std::string> texts;
+    };
+    std::vector<File> files;
+    for (const bool isEnglish : {true, false})
+      for (const auto& [name, hints] : files_)
+        if (hints.isRead && (hints.language.language == kEnglish) == isEnglish)
+          files.push_back({name, hints.language.language, TextsOf(hints)});
+    for (auto copy = files.begin(); copy != files.end(); ++copy)
+      for (auto file = files.begin(); file != copy; ++file) {
+        const auto [same, both] = CountSame(file->texts, copy->texts);
+        constexpr int kFew = 2;
+        if (file->language == copy->language || same <= kFew || 2 * same <= both) continue;
+        findings_.Add(Msg::kHintCopied, {copy->name},
+                      {file->name, std::to_string(same), std::to_string(both)});
+        break;
+      }
+  }
+
+  static std::pair<int, int> CountSame(const std::map<std::string, std::string>& a,
+                                       const std::map<std::string, std::string>& b) {
+    int same = 0, both = 0;
+    for (const auto& [name, text] : a)
+      if (const auto found = b.find(name); found != b.end()) {
+        ++both;
+        if (found->second == text && !text.empty()) ++same;
+      }
+    return {same, both};
   }
 
   // Where a file lacks most, that is one thing and not many.

@@ -198,6 +198,8 @@ constexpr Message kMessages[] = {
      "write it, or correct the name"},
     {Msg::kHintUntranslated, "hint-untranslated", kW, "the text {0} is in {2}, but not in {1}",
      "{3}"},
+    {Msg::kHintCopied, "hint-copied", kW, "{1} of {2} texts are those of {0}",
+     "translate them, or write the file anew in its language"},
     {Msg::kHintUnused, "hint-unused", kW, "no item shows the text {0}{1}",
      "name it as HintSection of an item, or remove it"},
     {Msg::kHintTwice, "hint-twice", kW,

@@ -112,6 +112,7 @@ enum class Msg {
   kNoHints,
   kHintMissing,
   kHintUntranslated,
+  kHintCopied,
   kHintUnused,
   kHintTwice,
   kHintOpen,
