@@ -103,6 +103,22 @@ bool IsThere(const std::string& name) {
   return lstat(name.c_str(), &status) == 0;
 }
 
+namespace {
+
+// What is missing for its directory is that, whatever else would be in it.
+void AddMissing(Findings& findings, const Place& place, const std::string& name) {
+  const bool isFull = findings.IsFull(Msg::kMissingFile, place.file);
+  const std::string nearest = isFull ? std::string{} : NearestFile(name);
+  const std::string directory = Directory(name);
+  if (nearest.empty() && !IsThere(directory))
+    findings.Add(Msg::kMissingDirectory, place, {directory},
+                 isFull ? std::string{} : NearestFile(directory));
+  else
+    findings.Add(Msg::kMissingFile, place, {name}, nearest);
+}
+
+}  // namespace
+
 bool CheckFile(Findings& findings, const Place& place, const std::string& name) {
   // Of a directory it is said once, whatever is in it.
   if (const auto letter = std::find_if_not(name.begin(), name.end(), IsAscii); letter != name.end())
@@ -117,11 +133,10 @@ bool CheckFile(Findings& findings, const Place& place, const std::string& name) 
       findings.Add(Msg::kNotAFile, place,
                    {name, error == ELOOP ? "a link that leads in a circle" : "a link to nothing"});
     else if (error == ENOENT || error == ENOTDIR)
-      findings.Add(
-          Msg::kMissingFile, place, {name},
-          findings.IsFull(Msg::kMissingFile, place.file) ? std::string{} : NearestFile(name));
-    else
-      findings.Add(Msg::kUnreadable, place, {name, std::strerror(error)});
+      AddMissing(findings, place, name);
+    else  // it is the directory that may not be searched
+      findings.Add(Msg::kUnreadable, place,
+                   {error == EACCES ? Directory(name) : name, std::strerror(error)});
     return false;
   }
   if (!S_ISREG(status.st_mode)) {

@@ -163,8 +163,9 @@ int Findings::OrderOf(const std::string& file) {
 
 // The findings are in their order.
 void Findings::Merge() {
-  constexpr Msg kOfFiles[] = {Msg::kMissingFile, Msg::kNotAFile, Msg::kUnreadable, Msg::kBadPicture,
-                              Msg::kScaledSize,  Msg::kBadFont,  Msg::kBadData};
+  constexpr Msg kOfFiles[] = {Msg::kMissingFile, Msg::kMissingDirectory, Msg::kNotAFile,
+                              Msg::kUnreadable,  Msg::kBadPicture,       Msg::kScaledSize,
+                              Msg::kBadFont,     Msg::kBadData};
   std::map<std::pair<Msg, std::string>, std::vector<std::size_t>> alike;
   for (std::size_t i = 0; i < findings_.size(); ++i) {
     const auto& [place, id, what, advice] = findings_[i];

@@ -13,6 +13,7 @@ enum class Severity { kWarning, kError };
 enum class Msg {
   // Files
   kMissingFile,
+  kMissingDirectory,
   kMissingMenu,
   kMissingSettings,
   kMissingProgress,
