@@ -145,6 +145,7 @@ class ItemCheck {
     if (IsSeparator(item_) || item_.Has("Icon") || item_.Has("Title")) return;
     if (item_.Has("Separator") && !IsNumber(item_.Text("Separator"))) return;  // which is said
     if (IsEnglishMarked(item_)) return;                                        // which is said
+    if (HasLooseLine(findings_, menu_, item_)) return;
     if (HasTitle(item_))
       Add(Msg::kNotInEnglish, "", {item_.name, "Title"});
     else

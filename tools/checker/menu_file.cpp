@@ -325,6 +325,14 @@ const MenuSection& MenuFile::General() const {
   return found == screens.end() ? kNone : found->second;
 }
 
+bool HasLooseLine(const Findings& findings, const MenuFile& menu, const MenuSection& section) {
+  int last = section.line;
+  for (const MenuLine& line : section.lines) last = std::max(last, line.entry.line);
+  for (int line = section.line; line <= last + 1; ++line)
+    if (findings.Has(Msg::kNoEquals, menu.At(line))) return true;
+  return false;
+}
+
 MenuFile ReadMenuFile(Findings& findings, Pictures& pictures, const Place* link,
                       const std::string& name, bool takesSizes) {
   return Reader{findings, pictures, name, takesSizes}.Read(link);

@@ -59,6 +59,9 @@ struct MenuFile {
 MenuFile ReadMenuFile(Findings& findings, Pictures& pictures, const Place* link,
                       const std::string& name, bool takesSizes);
 
+// True where a line of the section is none that is read, which is said and may be what is missing.
+bool HasLooseLine(const Findings& findings, const MenuFile& menu, const MenuSection& section);
+
 // The value of a key up to a comment. Behind numbers and colours, which end before it, there may be
 // any; elsewhere it is hardly meant to be part of the text.
 std::string WithoutComment(const std::string& value, bool isNumber);

@@ -91,8 +91,8 @@ class SkinCheck {
     // A head that is none was taken for one above.
     for (const Section& section : content_.Sections())
       if (IsFontSection(section.Name()) && skin.File().Find(section.Name().c_str()).Heads().empty())
-        areFontsMeant_ = false;
-    return isSound && areFontsMeant_;
+        isMeant_ = false;
+    return isSound && isMeant_;
   }
 
  private:
@@ -110,9 +110,9 @@ class SkinCheck {
     const int line = section.Heads().front();
     if (name == kNoName) return;  // which is said
     if (!names_.contains(name)) {
-      areFontsMeant_ = areFontsMeant_ && !name.starts_with("FONT");
-      findings_.Add(Msg::kUnknownSection, At(line), {section.Name()},
-                    Nearest(section.Name(), {sections_.begin(), sections_.end()}));
+      const std::string nearest = Nearest(section.Name(), {sections_.begin(), sections_.end()});
+      isMeant_ = isMeant_ && nearest.empty() && !name.starts_with("FONT");
+      findings_.Add(Msg::kUnknownSection, At(line), {section.Name()}, nearest);
       return;
     }
     for (const SectionFile::Entry& entry : section.Entries()) {
@@ -426,8 +426,8 @@ class SkinCheck {
 
   Findings& findings_;
   std::string name_;
-  bool areColors_ = true;      // that others stand on
-  bool areFontsMeant_ = true;  // no section of one is misspelt
+  bool areColors_ = true;  // that others stand on
+  bool isMeant_ = true;    // no section is misspelt
   SectionFile content_;
   std::map<std::pair<std::string, std::string>, SkinKey> keys_;
   std::map<std::string, std::vector<std::string>> names_;

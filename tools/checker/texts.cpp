@@ -138,15 +138,6 @@ bool IsTranslated(const MenuSection& section, const std::string& key) {
   });
 }
 
-// True where a line of the section is none that is read, which is said and may be what is missing.
-bool HasLooseLine(const Findings& findings, const MenuFile& menu, const MenuSection& section) {
-  int last = section.line;
-  for (const MenuLine& line : section.lines) last = std::max(last, line.entry.line);
-  for (int line = section.line; line <= last + 1; ++line)
-    if (findings.Has(Msg::kNoEquals, menu.At(line))) return true;
-  return false;
-}
-
 // A word that no language has one of its own for, as "Memtest86+".
 bool IsName(const std::string& title) {
   const auto isOfName = [](char c) { return ('A' <= c && c <= 'Z') || ('0' <= c && c <= '9'); };
