@@ -72,6 +72,13 @@ void CheckRights(Findings& findings, const std::string& name) {
     findings.Add(Msg::kWritable, {directory}, {directory});
 }
 
+// A picture or a program, and not a text in UTF-16 or one with a slip in it.
+bool IsNoText(const std::string& text) {
+  if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF")) return false;
+  return std::any_of(text.begin(), text.end(),
+                     [](char c) { return (0 < c && c < '\b') || ('\r' < c && c < '\x1A'); });
+}
+
 const char* KindOf(mode_t mode) {
   if (S_ISDIR(mode)) return "a directory";
   return S_ISFIFO(mode) || S_ISSOCK(mode) ? "a pipe" : "a device";
@@ -151,8 +158,8 @@ bool CheckFile(Findings& findings, const Place& place, const std::string& name) 
   return true;
 }
 
-bool ReadChecked(Findings& findings, const std::string& name, std::size_t limit,
-                 std::string* text) {
+bool ReadChecked(Findings& findings, const std::string& name, std::size_t limit, std::string* text,
+                 const Place* named) {
   constexpr std::size_t kMegabyte = std::size_t{1} << 20;
   std::error_code error;
   if (std::filesystem::file_size(name, error) > limit && !error) {
@@ -165,7 +172,10 @@ bool ReadChecked(Findings& findings, const std::string& name, std::size_t limit,
   if (access(name.c_str(), R_OK) != 0) return false;  // which has been said
   *text = ReadText(name.c_str(), limit);
   if (text->find('\0') != std::string::npos) {
-    findings.Add(Msg::kBinary, {name});
+    if (named && IsNoText(*text))
+      findings.Add(Msg::kNotAFile, *named, {name, "no text"});
+    else
+      findings.Add(Msg::kBinary, {name});
     return false;
   }
   findings.ReadComments(name, *text);

@@ -18,7 +18,8 @@ std::string NearestFile(const std::string& name);
 bool CheckFile(Findings& findings, const Place& place, const std::string& name);
 
 // Stores the text of such a file. False when it is none or larger than `limit` bytes, which is
-// said. Comments in it are taken to heart.
-bool ReadChecked(Findings& findings, const std::string& name, std::size_t limit, std::string* text);
+// said. Comments in it are taken to heart. Where it is named, it is said that it is no text at all.
+bool ReadChecked(Findings& findings, const std::string& name, std::size_t limit, std::string* text,
+                 const Place* named = nullptr);
 
 }  // namespace zel

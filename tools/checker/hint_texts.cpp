@@ -176,7 +176,7 @@ class HintsCheck {
     const auto found = files_.find(name);
     if (found != files_.end()) return found->second;
     std::string text;
-    const bool isRead = ReadChecked(findings_, name, kLongestWholeFile, &text);
+    const bool isRead = ReadChecked(findings_, name, kLongestWholeFile, &text, &named);
     const FormatGuard format{language.codePage ? U_ASCII : U_UTF8};
     Hints& hints =
         files_.emplace(name, Hints{language, HintFile{name.c_str()}, {}, isRead}).first->second;

@@ -16,6 +16,8 @@
 #include "tools/checker/files.h"
 #include "tools/checker/lines.h"
 #include "tools/checker/nearest.h"
+#include "tools/checker/settings_check.h"
+#include "tools/checker/skin_check.h"
 #include "tools/checker/values.h"
 
 namespace zel {
@@ -94,7 +96,7 @@ class Reader {
 
   MenuFile Read(const Place* link) {
     std::string text;
-    file_.isRead = ReadChecked(findings_, file_.name, kLongestWholeFile, &text);
+    file_.isRead = ReadChecked(findings_, file_.name, kLongestWholeFile, &text, link);
     if (!file_.isRead) return std::move(file_);
     if (!IsMenu(text)) {
       if (link && HoldsText(text))
@@ -117,13 +119,19 @@ class Reader {
   // False for another file, of which each line would be wrong.
   bool IsMenu(const std::string& text) const {
     const SectionFile content = SectionFile::FromUtf8("[all]\n" + text);
-    return std::any_of(content.Sections().begin(), content.Sections().end(), [this](const auto& s) {
-      return IsKnown(s.Name()) ||
-             std::any_of(s.Entries().begin(), s.Entries().end(), [](const Entry& entry) {
-               MenuLine line;
-               return FindKey(kItemKeys, entry.name, line) ||
-                      FindKey(kGeneralKeys, entry.name, line);
-             });
+    const auto has = [&content](const auto& isSo) {
+      return std::any_of(content.Sections().begin(), content.Sections().end(), isSo);
+    };
+    if (has([this](const Section& section) { return IsKnown(section.Name()); })) return true;
+    const bool isOther = has([](const Section& section) {
+      return Upper(section.Name()) == Upper(kSettingsSection) || IsSkinSection(section.Name());
+    });
+    return !isOther && has([](const Section& section) {
+      return std::any_of(
+          section.Entries().begin(), section.Entries().end(), [](const Entry& entry) {
+            MenuLine line;
+            return FindKey(kItemKeys, entry.name, line) || FindKey(kGeneralKeys, entry.name, line);
+          });
     });
   }
 

@@ -20,14 +20,13 @@
 #include "tools/checker/files.h"
 #include "tools/checker/lines.h"
 #include "tools/checker/nearest.h"
+#include "tools/checker/skin_check.h"
 #include "tools/checker/values.h"
 
 namespace zel {
 namespace {
 
 using Section = SectionFile::Section;
-
-constexpr const char* kToolkit = "Toolkit";
 
 // What is said of menus depends on them.
 constexpr const char* kForMenus[] = {"zoom", "skinPath", "screenWidth", "screenHeight", "unicode"};
@@ -79,11 +78,12 @@ class SettingsCheck {
   SkinLines Run() {
     std::string text;
     if (!ReadChecked(findings_, kSettingsFile, kLongestConfigFile, &text)) return {.isRead = false};
-    if (!HoldsText(text)) {
+    // A menu or a skin that was copied here has no settings.
+    if (!HoldsText(text) || IsOther(SectionFile::FromUtf8(text))) {
       findings_.Add(Msg::kEmptyFile, {kSettingsFile});
       return {.isRead = false};
     }
-    const SectionFile content = CheckLines(findings_, kSettingsFile, text, kToolkit);
+    const SectionFile content = CheckLines(findings_, kSettingsFile, text, kSettingsSection);
     for (const Section& section : content.Sections()) CheckSection(section);
     CheckMode(content);
     SkinLines lines;
@@ -103,6 +103,22 @@ class SettingsCheck {
     return found == keys_.end() ? nullptr : &*found;
   }
 
+  bool HoldsSettings(const Section& section) const {
+    const auto& entries = section.Entries();
+    return std::any_of(entries.begin(), entries.end(),
+                       [this](const auto& entry) { return Find(entry.name); });
+  }
+
+  bool IsOther(const SectionFile& file) const {
+    bool isOther = false;
+    for (const Section& section : file.Sections()) {
+      const bool isMenu = Upper(section.Name()) == kGeneralSection;
+      if (!isMenu && !isOther && HoldsSettings(section)) return false;
+      isOther = isOther || isMenu || IsSkinSection(section.Name());
+    }
+    return isOther && file.Find(kSettingsSection).Heads().empty();
+  }
+
   void CheckSection(const Section& section) {
     const Place place{kSettingsFile, section.Heads().front()};
     const std::string name = Upper(section.Name());
@@ -110,20 +126,18 @@ class SettingsCheck {
     const bool isSettings = name == Upper(settings.Section());
     const bool isAllegros = std::any_of(std::begin(kOfAllegro), std::end(kOfAllegro),
                                         [&name](const char* own) { return Upper(own) == name; });
-    const auto& entries = section.Entries();
-    const bool holdsSettings = std::any_of(entries.begin(), entries.end(),
-                                           [this](const auto& entry) { return Find(entry.name); });
+    const bool holdsSettings = HoldsSettings(section);
     if (!isSettings && std::any_of(std::begin(kForMenus), std::end(kForMenus),
                                    [&section](const char* key) { return section.Find(key); }))
       isRead_ = false;
-    if (isSettings && name != Upper(kToolkit))
+    if (isSettings && name != Upper(kSettingsSection))
       findings_.Add(Msg::kUnnamedSection, place, {section.Name()});
     else if (!isSettings && (!isAllegros || holdsSettings))
       findings_.Add(Msg::kUnknownSection, place, {section.Name()},
                     holdsSettings ? std::string{"[Toolkit] for its keys"}
-                                  : Nearest(section.Name(), {kToolkit}));
+                                  : Nearest(section.Name(), {kSettingsSection}));
     if (isSettings)
-      for (const SectionFile::Entry& entry : entries) CheckEntry(entry);
+      for (const SectionFile::Entry& entry : section.Entries()) CheckEntry(entry);
   }
 
   void CheckEntry(const SectionFile::Entry& entry) {

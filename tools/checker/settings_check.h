@@ -5,6 +5,8 @@
 
 namespace zel {
 
+inline constexpr const char* kSettingsSection = "Toolkit";
+
 inline constexpr const char* kSettingsFile = "zel.cfg";
 
 // The lines that name skins; 1 where none does.

@@ -22,6 +22,7 @@
 #include "tools/checker/files.h"
 #include "tools/checker/lines.h"
 #include "tools/checker/nearest.h"
+#include "tools/checker/settings_check.h"
 #include "tools/checker/values.h"
 
 namespace zel {
@@ -62,9 +63,9 @@ class SkinCheck {
     }
   }
 
-  bool Run() {
+  bool Run(const Place& named) {
     std::string text;
-    if (!ReadChecked(findings_, name_, kLongestConfigFile, &text)) return false;
+    if (!ReadChecked(findings_, name_, kLongestConfigFile, &text, &named)) return false;
     if (!HoldsText(text)) {
       findings_.Add(Msg::kEmptyFile, At(1));
       return false;
@@ -441,7 +442,10 @@ bool IsMeantOtherwise(const std::string& text) {
   const SectionFile content = SectionFile::FromUtf8(text);
   return !content.Sections().empty() &&
          std::none_of(content.Sections().begin(), content.Sections().end(),
-                      [&known](const Section& s) { return !Nearest(s.Name(), known).empty(); });
+                      [&known](const Section& s) {
+                        return Upper(s.Name()) != Upper(kSettingsSection) &&
+                               !Nearest(s.Name(), known).empty();
+                      });
 }
 
 }  // namespace
@@ -486,7 +490,7 @@ bool CheckSkin(Findings& findings, const Place& named, const std::string& name) 
     findings.Add(Msg::kNotAFile, named, {name, "no description of a skin"});
     return false;
   }
-  return SkinCheck{findings, name}.Run();
+  return SkinCheck{findings, name}.Run(named);
 }
 
 }  // namespace zel
