@@ -118,7 +118,7 @@ void AddMissing(Findings& findings, const Place& place, const std::string& name)
   const std::string nearest = isFull ? std::string{} : NearestFile(name);
   const std::string directory = Directory(name);
   if (nearest.empty() && !IsThere(directory))
-    findings.Add(Msg::kMissingDirectory, place, {directory},
+    findings.Add(Msg::kMissingDirectory, place, {directory, name.substr(name.rfind('/') + 1)},
                  isFull ? std::string{} : NearestFile(directory));
   else
     findings.Add(Msg::kMissingFile, place, {name}, nearest);

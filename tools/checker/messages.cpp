@@ -14,7 +14,7 @@ constexpr auto kE = Severity::kError;
 constexpr Message kMessages[] = {
     {Msg::kMissingFile, "missing-file", kE, "there is no file {0}", "make it, or correct the name"},
     {Msg::kMissingDirectory, "missing-directory", kE, "there is no directory {0}",
-     "make it, or correct the name"},
+     "make it, with {1} in it, or correct the name"},
     {Msg::kMissingMenu, "missing-menu", kE, "there is no such file, and the menu is empty",
      "make it, or name the directory that holds it"},
     {Msg::kMissingSettings, "missing-settings", kW,
