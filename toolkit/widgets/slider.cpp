@@ -86,8 +86,8 @@ int Slider::GripLength() const {
 
 int Slider::GripStart() const {
   const int way = std::max(0, TrackLength() - GripLength());
-  // Without a range that is no number, which counts as 0.
-  return std::clamp(RoundToInt(way * (GetValue() - GetMin()) / GetRange()), 0, way);
+  const double range = GetRange();
+  return range > 0 ? std::clamp(RoundToInt(way * (GetValue() - GetMin()) / range), 0, way) : 0;
 }
 
 int Slider::PointerPlace() const {
