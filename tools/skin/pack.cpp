@@ -69,6 +69,19 @@ class Packer {
     return files;
   }
 
+  // A text about files that were copied as one about those that they were copied from.
+  std::string AboutProject(std::string text, const std::string& target) const {
+    const std::string copies = target + '/', own = directory_ + '/';
+    for (const std::string& font : Fonts()) {
+      // Of a directory that is missing only that is said.
+      const std::string first = font.substr(0, font.find('/'));
+      if (text.find(copies + first) == std::string::npos) continue;
+      for (std::size_t at = 0; (at = text.find(copies, at)) != std::string::npos; at += own.size())
+        text.replace(at, copies.size(), own);
+    }
+    return text;
+  }
+
   std::vector<std::string> Fonts() const { return FontsOf(project_.description); }
   // The line of the project's text that is that line of the description.
   Place InProject(int line) const {
@@ -137,10 +150,17 @@ class Packer {
     return data.Finish();
   }
 
+  std::string NoFile(const std::string& path, const std::string& shown) const {
+    const std::string nearest = NearestFile(path), own = directory_ + '/';
+    const std::string help =
+        nearest.starts_with(own) ? "; did you mean " + nearest.substr(own.size()) + '?' : "";
+    return "there is no file " + shown + Readable(help);
+  }
+
   void AddTo(DatafileWriter& data, SkinPart part, const ProjectPicture& picture) {
     const std::string path = PathOf(picture), shown = Readable(picture.file);
     if (const std::string why = WhyNoFile(path); !why.empty())
-      return Complain(picture, IsThere(path) ? shown + ' ' + why : "there is no file " + shown);
+      return Complain(picture, IsThere(path) ? shown + ' ' + why : NoFile(path, shown));
     if (picture.name == kPaletteName) {
       SkinPalette palette;
       if (!LoadPalette(path, &palette))
@@ -223,7 +243,8 @@ void CheckPacked(const std::string& skin, const Packer& packer, Complaints& comp
   for (const Finding& finding : findings.Finish()) {
     // Which was said of the project.
     if (finding.id == Msg::kElementMissing || finding.id == Msg::kScaledSize) continue;
-    const std::string text = finding.what + "; " + finding.advice;
+    const std::string target = skin.substr(0, skin.size() - packer.Name().size() - 1);
+    const std::string text = packer.AboutProject(finding.what + "; " + finding.advice, target);
     const Place place =
         finding.place.file == skin ? packer.InProject(finding.place.line) : finding.place;
     if (MessageOf(finding.id).severity == Severity::kError)
