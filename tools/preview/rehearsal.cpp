@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "launcher/language.h"
 #include "launcher/menu_session.h"
@@ -15,6 +16,7 @@
 #include "launcher/whole_file.h"
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/config_file.h"
+#include "toolkit/base/section_file.h"
 #include "toolkit/base/settings.h"
 #include "toolkit/testing/hands.h"
 #include "tools/checker/files.h"
@@ -60,6 +62,17 @@ std::string ComplainOf(const std::string& file, std::size_t limit) {
   const std::string why = WhyNoText(file, limit);
   std::error_code error;
   return why.empty() ? why : std::filesystem::absolute(file, error).string() + ": " + why;
+}
+
+// Which of the files that a skin names keeps it from being loaded; empty where none is known to.
+std::string ComplainOfParts(const std::filesystem::path& skin) {
+  const SectionFile content = SectionFile::FromUtf8(ReadText(skin.c_str(), kLongestConfigFile));
+  for (const auto& [section, key] : {std::pair{"Skin", "main_data"}, {"Skin", "cursors"}}) {
+    const std::string name = content.Find(section).GetText(key);
+    const std::string file = skin.parent_path() / name, why = WhyNoFile(file);
+    if (!name.empty() && !why.empty()) return file + ": " + why;
+  }
+  return {};
 }
 
 }  // namespace
@@ -131,6 +144,9 @@ std::string Rehearsal::SetUp() {
   if (depth == 8) settings.mouseShadow = false;
   launcherState.layout = launcherState.looks.Fit();
   complaint = Offscreen::LoadSkin(settings.skinPath);
+  if (const std::string part = ComplainOfParts(settings.skinPath.c_str());
+      !complaint.empty() && !part.empty())
+    complaint = part;
   // Settings may name one that says nothing; who asks for a look means one.
   if (complaint.empty() && IsFile(scene_.look.c_str()) &&
       !DescribesSkin(ReadText(scene_.look.c_str(), kLongestConfigFile)))
