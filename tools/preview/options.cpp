@@ -162,6 +162,17 @@ std::string Absolute(const std::string& option, const char* value) {
   return path;
 }
 
+// Pictures are PNG files, whatever their names say.
+std::string ReadPng(const char* value) {
+  std::string ending = std::filesystem::path{value}.extension();
+  std::transform(ending.begin(), ending.end(), ending.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  for (const char* other : {".jpg", ".jpeg", ".bmp", ".gif", ".tga", ".pcx", ".webp"})
+    if (ending == other)
+      kPreview.Reject(std::string{"--png "} + value + ": is to be a PNG picture; end it with .png");
+  return Absolute("--png", value);
+}
+
 }  // namespace
 
 PreviewOptions ReadPreviewOptions(int argc, char** argv) {
@@ -193,7 +204,7 @@ PreviewOptions ReadPreviewOptions(int argc, char** argv) {
   };
   Scene& scene = options.scene;
   for (int letter; (letter = getopt_long(argc, argv, "", kOptions, nullptr)) != -1;) {
-    if (letter == 'o') options.png = Absolute("--png", optarg);
+    if (letter == 'o') options.png = ReadPng(optarg);
     if (letter == 'a') options.sheet = Absolute("--all", optarg);
     if (letter == 'w') options.serves = true;
     if (letter == 'w') options.port = ReadPort(optarg ? optarg : takeNumber());
@@ -215,6 +226,10 @@ PreviewOptions ReadPreviewOptions(int argc, char** argv) {
     kPreview.Reject("of --png, --all and --serve only one goes");
   if (argc - optind > 1) kPreview.Reject(std::string{argv[optind + 1]} + ": one directory only");
   if (optind < argc) options.directory = argv[optind];
+  std::error_code ignored;
+  if (std::filesystem::equivalent(options.sheet, options.directory, ignored))
+    kPreview.Reject("--all " + options.sheet.string() +
+                    ": holds the menu; name a directory for pictures");
   return options;
 }
 
