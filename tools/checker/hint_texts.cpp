@@ -76,6 +76,20 @@ const char* InsteadOfLatin(const std::string& line, bool isEnglish) {
   return instead;
 }
 
+// Which of the two the text of a file is rather in: inside words, other bytes are usual in the
+// Mac's encoding.
+const char* RatherMacs(const std::string& text) {
+  constexpr std::string_view kMacs = "\x8E\x8F\x90\x92\x99\x9A\x9C\x9D\x9E\x9F";
+  constexpr std::string_view kOthers = "\x81\x82\x83\x84\x85\x93\x95";
+  std::size_t macs = 0, others = 0;
+  for (std::size_t i = 1; i + 1 < text.size(); ++i) {
+    if (!IsLetter(text[i - 1])) continue;
+    macs += kMacs.find(text[i]) != std::string_view::npos && IsLetter(text[i + 1]);
+    others += kOthers.find(text[i]) != std::string_view::npos;
+  }
+  return macs > others ? "MACINTOSH" : "CP850";
+}
+
 const char* InsteadOfPolish(const std::string& line) {
   constexpr std::string_view kSigns = "\xA1\xA6\xAC\xB1\xB6\xBC";  // that are letters elsewhere
   for (std::size_t i = line.find_first_of(kSigns); i < line.size();
@@ -252,6 +266,7 @@ class HintsCheck {
       // Text in a code page is hardly ever UTF-8 by chance.
       const bool isUtf8 = Sound(line, U_UTF8) == line;
       const char* instead = language.codePage && !isUtf8 ? LikelyInstead(line, language) : nullptr;
+      if (instead == std::string{"CP850"}) instead = RatherMacs(text);
       if (isUtf8 == !language.codePage && !instead) continue;
       const bool isShifted = std::any_of(line.begin(), line.end(), [](char c) {
         return IsIn(c, 0x81, 0x9F) && !IsIn(c, 0x8E, 0x8F);
