@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <iterator>
+#include <sstream>
 
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/text.h"
@@ -49,6 +50,19 @@ struct Others {
 };
 constexpr Others kOtherLines{" (another line names it, too)", " ({0} other lines name it, too)"};
 constexpr Others kOtherSections{" (another section, too)", " ({0} other sections, too)"};
+
+// The message that a comment is meant to silence, and does not: "zel-check" stands before it, at
+// once or before another word. Empty for other comments.
+std::string MeantToAllow(const std::string& comment) {
+  std::string words = comment.substr(std::min(comment.find_first_not_of("#; \t"), comment.size()));
+  std::replace(words.begin(), words.end(), ':', ' ');
+  std::istringstream stream{words};
+  std::string tool, first, second;
+  stream >> tool >> first >> second;
+  if (Upper(tool) != "ZEL-CHECK") return {};
+  if (FindMessage(first)) return first;
+  return FindMessage(second) ? second : std::string{};
+}
 
 bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
 
@@ -127,7 +141,7 @@ std::size_t FindAllowComment(const std::string& line) {
 
 void Findings::ReadComments(const std::string& file, const std::string& text) {
   OrderOf(file);
-  if (Upper(text).find("ALLOW") == std::string::npos) return;
+  if (Upper(text).find("ZEL-CHECK") == std::string::npos) return;
   const std::size_t first = allowed_.size();
   std::size_t waiting = first;  // comments from here on are about a line to come
   int number = 0;
@@ -146,6 +160,9 @@ void Findings::ReadComments(const std::string& file, const std::string& text) {
       else
         Add(Msg::kAllowUnknown, {file, number}, {name.empty() ? "without a name" : name},
             IsFull(Msg::kAllowUnknown, file) ? std::string{} : Nearest(name, MessageNames()));
+    if (comment == std::string::npos && IsComment(trimmed))
+      if (const std::string meant = MeantToAllow(trimmed); !meant.empty())
+        Add(Msg::kAllowForm, {file, number}, {trimmed, meant});
     if (IsComment(trimmed)) continue;
     for (; waiting < allowed_.size(); ++waiting)
       allowed_[waiting].line = allowed_[waiting].last = number;

@@ -266,7 +266,7 @@ class HintsCheck {
       // Text in a code page is hardly ever UTF-8 by chance.
       const bool isUtf8 = Sound(line, U_UTF8) == line;
       const char* instead = language.codePage && !isUtf8 ? LikelyInstead(line, language) : nullptr;
-      if (instead == std::string{"CP850"}) instead = RatherMacs(text);
+      if (instead && instead == std::string_view{"CP850"}) instead = RatherMacs(text);
       if (isUtf8 == !language.codePage && !instead) continue;
       const bool isShifted = std::any_of(line.begin(), line.end(), [](char c) {
         return IsIn(c, 0x81, 0x9F) && !IsIn(c, 0x8E, 0x8F);

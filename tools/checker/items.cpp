@@ -17,6 +17,8 @@
 #include "launcher/state.h"
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/text.h"
+#include "tools/checker/files.h"
+#include "tools/checker/nearest.h"
 #include "tools/checker/values.h"
 
 namespace zel {
@@ -86,6 +88,16 @@ bool EndsForeign(const char* script) {
   const std::string text = ReadText(script, kLongest);
   const std::size_t end = text.find("\r\n");
   return text.starts_with("#!") && end < text.find('\n');
+}
+
+// A word that rescue-menu does something for itself, where this is nearly one.
+std::string MeantWord(const std::string& word) {
+  constexpr const char* kKnown[] = {"desktop", "language", "log", "poweroff", "reboot", "shell"};
+  constexpr std::size_t kShort = 3, kLongest = 10;  // letters
+  for (const std::string known : kKnown)
+    if (word.size() <= kLongest && Distance(word, known) <= (known.size() > kShort ? 1U : 0U))
+      return word == known ? std::string{} : known;
+  return {};
 }
 
 bool HasTitle(const MenuSection& item) {
@@ -197,6 +209,8 @@ class ItemCheck {
       Add(Msg::kStringShell, "ExString", {sign});
     // A script of the disc's own, beside those of the example.
     const std::string script = "actions/" + text.substr(0, text.find(' '));
+    if (const std::string meant = MeantWord(text); !meant.empty() && !IsThere(script))
+      Add(Msg::kStringWord, "ExString", {text, meant});
     if (IsFile(script.c_str()) && access(script.c_str(), X_OK) != 0)
       Add(Msg::kNotExecutable, "ExString", {script});
     if (IsFile(script.c_str()) && EndsForeign(script.c_str()))

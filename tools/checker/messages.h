@@ -45,6 +45,7 @@ enum class Msg {
   kQuotes,
   kComment,
   kAllowUnknown,
+  kAllowForm,
   kAllowUnused,
   // Values
   kNoNumber,
@@ -83,6 +84,7 @@ enum class Msg {
   kStringLong,
   kStringAscii,
   kStringShell,
+  kStringWord,
   kNotExecutable,
   kScriptEnds,
   kSubmenuChoice,
@@ -108,6 +110,7 @@ enum class Msg {
   kLeftInEnglish,
   kTextLong,
   kWaitTextLong,
+  kKeyHelp,
   kOtherLanguage,
   kNoHintFile,
   kNoHints,

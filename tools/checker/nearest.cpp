@@ -10,7 +10,8 @@ constexpr std::size_t kLongest = 80;  // bytes; nobody mistypes more
 
 char Lower(char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); }
 
-// How many letters have to be changed, counting two that are swapped as one.
+}  // namespace
+
 std::size_t Distance(const std::string& a, const std::string& b) {
   const std::size_t width = b.size() + 1;
   std::vector<std::size_t> rows(3 * width);
@@ -30,8 +31,6 @@ std::size_t Distance(const std::string& a, const std::string& b) {
   }
   return at(a.size(), b.size());
 }
-
-}  // namespace
 
 std::string Nearest(const std::string& name, const std::vector<std::string>& known) {
   if (name.size() > kLongest) return {};

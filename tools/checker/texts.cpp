@@ -1,6 +1,7 @@
 #include "tools/checker/texts.h"
 
 #include <algorithm>
+#include <cctype>
 #include <initializer_list>
 #include <map>
 #include <sstream>
@@ -12,6 +13,7 @@
 #include "launcher/language.h"
 #include "launcher/menu_config.h"
 #include "launcher/wait_dialog.h"
+#include "toolkit/base/settings.h"
 #include "toolkit/widgets/dialog_template.h"
 #include "tools/checker/hint_texts.h"
 #include "tools/checker/languages.h"
@@ -77,6 +79,25 @@ void CheckSectionTexts(Findings& findings, Letters& letters, const MenuFile& men
       CheckWaitText(findings, place, line, *skin);
     letters.Check(place, line.entry.value, LanguageOf(line.language.c_str()),
                   FontOf(skin, menu, line.key->name));
+  }
+}
+
+// Keys that do nothing as the settings are.
+void CheckKeyHelp(Findings& findings, const MenuFile& menu) {
+  const struct {
+    const char *key, *setting;
+    bool isThere;
+  } kKeys[] = {{"F1", "help = 1", settings.help},
+               {"F2", "looks = SKIN, SKIN", settings.looks.c_str()[0] != '\0'}};
+  for (const MenuLine& line : menu.General().lines) {
+    if (std::string_view{line.key->name} != "KeyHelp") continue;
+    for (const auto& [key, setting, isThere] : kKeys) {
+      const std::size_t at = line.entry.value.find(key);
+      const bool isNamed =
+          at != std::string::npos && !std::isalnum(line.entry.value[at + 2] & 0xFF);
+      if (isNamed && !isThere && findings.IsFirst(Msg::kKeyHelp, key))
+        findings.Add(Msg::kKeyHelp, menu.At(line.entry.line), {key, setting});
+    }
   }
 }
 
@@ -205,6 +226,7 @@ void CheckTexts(Findings& findings, const std::vector<MenuFile>& menus, const Sk
                 bool areSettingsRead) {
   Letters letters{findings, skin, !areSettingsRead || WantsUnicode()};
   for (const MenuFile& menu : menus) {
+    if (areSettingsRead) CheckKeyHelp(findings, menu);
     for (const auto& [name, section] : menu.screens)
       CheckSectionTexts(findings, letters, menu, section, skin);
     for (const MenuSection& item : menu.items)

@@ -4,7 +4,9 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "imageformats/load.h"
@@ -42,6 +44,21 @@ const BITMAP* SoundPicture(Findings& findings, Pictures& pictures, const Place& 
   const BITMAP* picture = pictures.Get(name);
   if (!picture) findings.Add(Msg::kBadPicture, place, {name});
   return picture;
+}
+
+// Of a whole path that is found on this machine.
+void CheckInside(Findings& findings, const Place& place, const std::string& name) {
+  namespace fs = std::filesystem;
+  if ((name.front() != '/' && !name.starts_with("../")) || !IsFile(name.c_str())) return;
+  std::error_code error;
+  const fs::path directory = fs::current_path(error);
+  const std::string inside =
+      fs::absolute(name, error).lexically_normal().lexically_relative(directory);
+  if (inside.empty() || inside.starts_with("../"))
+    findings.Add(Msg::kNameOutside, place,
+                 {name, "lies outside", "copy it there, so that it is on every disc"});
+  else
+    findings.Add(Msg::kNameOutside, place, {name, "is found only here, in", "write " + inside});
 }
 
 }  // namespace
@@ -154,9 +171,7 @@ void CheckValue(Findings& findings, Pictures& pictures, const Place& place, Menu
                  {entry.name, std::to_string(RoomFor(key))});
     if (isName) return;
   }
-  if (key.kind >= MenuKey::kFile && (plain.front() == '/' || plain.starts_with("../")) &&
-      IsFile(plain.c_str()))
-    findings.Add(Msg::kNameOutside, place, {plain});
+  if (key.kind >= MenuKey::kFile) CheckInside(findings, place, plain);
   switch (key.kind) {
     case MenuKey::kNumber:
       CheckNumber(findings, place, entry.name, plain, false);
