@@ -87,7 +87,7 @@ int Slider::GripLength() const {
 int Slider::GripStart() const {
   const int way = std::max(0, TrackLength() - GripLength());
   const double range = GetRange();
-  return range > 0 ? std::clamp(RoundToInt(way * (GetValue() - GetMin()) / range), 0, way) : 0;
+  return range != 0 ? std::clamp(RoundToInt(way * (GetValue() - GetMin()) / range), 0, way) : 0;
 }
 
 int Slider::PointerPlace() const {
