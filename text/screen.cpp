@@ -109,7 +109,11 @@ bool IsUsable(const char* terminal) {
   const Terminal::Size size = Terminal::GetSize();
   if (size.columns > kMostColumns || size.rows > kMostRows) return false;
   int error = 0;
-  return setupterm(terminal, STDOUT_FILENO, &error) == OK && Capability("cup");
+  if (setupterm(terminal, STDOUT_FILENO, &error) != OK) return false;
+  const bool placesCursor = Capability("cup");
+  // The screen has a description of its own.
+  del_curterm(cur_term);
+  return placesCursor;
 }
 
 }  // namespace
