@@ -70,7 +70,7 @@ std::string ComplainOfParts(const std::filesystem::path& skin) {
   for (const auto& [section, key] : {std::pair{"Skin", "main_data"}, {"Skin", "cursors"}}) {
     const std::string name = content.Find(section).GetText(key);
     const std::string file = skin.parent_path() / name, why = WhyNoFile(file);
-    if (!name.empty() && !why.empty()) return file + ": " + why;
+    if (!name.empty() && !why.empty()) return std::string{file}.append(": ").append(why);
   }
   return {};
 }
