@@ -119,7 +119,8 @@ TEST_F(EveryLauncherWidgetTest, HandlesAllMessagesAndTellsItsParent) {
   WallpaperPanel wallpaper;
   LookKeys lookKeys;
   OpeningKey openingKey;
-  WaitDialog wait{MenuItem{}};
+  const MenuItem waiting;
+  WaitDialog wait{waiting};
   HelpDialog help{KEY_F1};
   MenuScreen screen;
   std::string seen;
