@@ -87,7 +87,7 @@ std::string PrefixOf(std::string directory) {
 int main(int argc, char** argv) {
   Options options = ReadOptions(argc, argv);
   const char* name = optind < argc ? argv[optind] : nullptr;
-  if (options.explains) return Explain(name);
+  if (options.explains) return kReader.StatusOfOutput(Explain(name));
   if (name) options.directory = name;
   if (chdir(options.directory) != 0) {
     std::fprintf(stderr, "zel-check: %s: %s\n", options.directory, std::strerror(errno));
@@ -106,6 +106,6 @@ int main(int argc, char** argv) {
       std::any_of(findings.begin(), findings.end(), [](const zel::Finding& finding) {
         return zel::MessageOf(finding.id).severity == zel::Severity::kError;
       });
-  if (hasErrors) return kErrors;
-  return options.isStrict && !findings.empty() ? kWarnings : EXIT_SUCCESS;
+  const bool isWell = findings.empty() || !options.isStrict;
+  return kReader.StatusOfOutput(hasErrors ? kErrors : isWell ? EXIT_SUCCESS : kWarnings);
 }

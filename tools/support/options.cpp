@@ -1,7 +1,9 @@
 #include "tools/support/options.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 #include "toolkit/base/graphics_mode.h"
 #include "toolkit/base/zoom.h"
@@ -14,11 +16,19 @@ void OptionReader::Reject(const std::string& complaint) const {
   std::exit(kFailedStatus);
 }
 
+int OptionReader::StatusOfOutput(int status) const {
+  errno = 0;
+  if (std::fflush(stdout) == 0 && !std::ferror(stdout)) return status;
+  std::fprintf(stderr, "%s: standard output: %s\n", program_,
+               errno ? strerrordesc_np(errno) : "cannot be written");
+  return kFailedStatus;
+}
+
 void OptionReader::ShowVersion() const { Help(std::string{program_} + " " ZEL_VERSION "\n"); }
 
 void OptionReader::Help(const std::string& usage) const {
   std::fputs(usage.c_str(), stdout);
-  std::exit(EXIT_SUCCESS);
+  std::exit(StatusOfOutput(EXIT_SUCCESS));
 }
 
 Size OptionReader::ReadSize(const char* value) const {

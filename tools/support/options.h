@@ -22,6 +22,9 @@ class OptionReader {
   // Also kZoomToFit, for "auto".
   double ReadZoom(const char* value) const;
   [[noreturn]] void Reject(const std::string& complaint) const;
+  // The status with which a program ends that has written to standard output; kFailedStatus, and a
+  // line, where that did not get through.
+  int StatusOfOutput(int status) const;
   // What --version and --help say, on standard output, and status 0.
   [[noreturn]] void ShowVersion() const;
   [[noreturn]] void Help(const std::string& usage) const;
