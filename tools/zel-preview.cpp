@@ -29,7 +29,12 @@ int main(int argc, char** argv) {
                    missing.c_str());
   if (!options.sheet.empty()) return zel::MakeContactSheet(scene, options.sheet);
   zel::Scratch scratch;
-  if (!options.png.empty()) zel::MakePicture(scene, scratch, options.png);
+  if (!options.png.empty())
+    zel::MakePicture(scene, scratch, options.png, [&options](int error) {
+      std::fprintf(stderr, "zel-preview: --png %s: %s\n", options.png.c_str(),
+                   zel::WhyUnwritten(error).c_str());
+      return zel::kFailedStatus;
+    });
   std::error_code error;
   const std::string directory = std::filesystem::current_path(error);
   return options.serves ? zel::ServePage(directory, scene, scratch, options.port)

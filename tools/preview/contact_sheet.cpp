@@ -71,10 +71,18 @@ std::vector<Picture> PicturesOf(const Survey& survey, const Scene& scene) {
   return pictures;
 }
 
-// True when the process that made a picture has made it.
-bool AwaitOne() {
+// The status of a process whose picture cannot be written is this and the system's error. What
+// keeps one from being written keeps all, and is said once.
+constexpr int kUnwritten = 100;
+
+// True when the process that made a picture has made it. Ends the program where it cannot be
+// written.
+bool AwaitOne(const std::filesystem::path& directory) {
   int status = 0;
-  return wait(&status) > 0 && WIFEXITED(status) && WEXITSTATUS(status) == EXIT_SUCCESS;
+  if (wait(&status) < 0 || !WIFEXITED(status)) return false;
+  if (const int error = WEXITSTATUS(status) - kUnwritten; error >= 0)
+    kPreview.Reject("--all " + directory.string() + ": " + WhyUnwritten(error));
+  return WEXITSTATUS(status) == EXIT_SUCCESS;
 }
 
 // Each picture is made by a process of its own, as many at a time as there are processors.
@@ -84,7 +92,7 @@ bool MakePictures(const std::vector<Picture>& pictures, const Survey& survey, co
   unsigned running = 0;
   bool isWell = true;
   for (const Picture& picture : pictures) {
-    for (; running >= atOnce; --running) isWell &= AwaitOne();
+    for (; running >= atOnce; --running) isWell &= AwaitOne(directory);
     const pid_t child = fork();
     if (child == 0) {
       prctl(PR_SET_PDEATHSIG, SIGTERM);
@@ -95,11 +103,12 @@ bool MakePictures(const std::vector<Picture>& pictures, const Survey& survey, co
         own.assumed.emplace(file, true);
       if (own.select.empty()) own.position = survey.menus[picture.menu].position;
       Scratch scratch;
-      MakePicture(own, scratch, directory / picture.file);
+      MakePicture(own, scratch, directory / picture.file,
+                  [](int error) { return kUnwritten + error; });
     }
     child > 0 ? ++running : isWell = false;
   }
-  for (; running > 0; --running) isWell &= AwaitOne();
+  for (; running > 0; --running) isWell &= AwaitOne(directory);
   return isWell;
 }
 

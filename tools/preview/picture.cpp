@@ -28,16 +28,17 @@ namespace {
 
 }  // namespace
 
-void MakePicture(const Scene& scene, Scratch& scratch, const std::filesystem::path& png) {
+std::string WhyUnwritten(int error) { return error ? strerrordesc_np(error) : "cannot be written"; }
+
+void MakePicture(const Scene& scene, Scratch& scratch, const std::filesystem::path& png,
+                 const std::function<int(int error)>& onUnwritten) {
   scratch.RemoveOnSignals();
   Rehearsal rehearsal{scene, scratch};
   const std::string complaint = rehearsal.SetUp();
   if (!complaint.empty()) Complain(scratch, complaint);
   const auto finish = [&] {
-    if (!SavePng(png.c_str(), rehearsal.Frame()))
-      Complain(scratch, "--png " + png.string() + ": " +
-                            (errno ? strerrordesc_np(errno) : "cannot be written"));
-    End(scratch, EXIT_SUCCESS);
+    const bool isWritten = SavePng(png.c_str(), rehearsal.Frame());
+    End(scratch, isWritten ? EXIT_SUCCESS : onUnwritten(errno));
   };
   rehearsal.Run([&finish](bool isReady) {
     if (isReady) finish();

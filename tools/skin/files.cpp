@@ -14,8 +14,13 @@ constexpr std::size_t kLargestCopy = std::size_t{256} << 20;
 
 }  // namespace
 
-bool MakeEmptyDirectory(const std::string& directory, Complaints& complaints) {
+bool NewDirectory::Make(const std::string& directory, Complaints& complaints) {
   std::error_code error;
+  directory_ = std::filesystem::absolute(directory, error);
+  made_.clear();
+  for (std::filesystem::path path = directory_;
+       path.has_relative_path() && !std::filesystem::exists(path, error); path = path.parent_path())
+    made_ = path;
   std::filesystem::create_directories(directory, error);
   if (!error && !std::filesystem::is_empty(directory, error) && !error) {
     complaints.Add(directory, 0, "is there already, and not empty");
@@ -25,10 +30,11 @@ bool MakeEmptyDirectory(const std::string& directory, Complaints& complaints) {
   return !error;
 }
 
-void EmptyDirectory(const std::string& directory) {
+void NewDirectory::Undo() {
   std::error_code ignored;
-  for (const auto& entry : std::filesystem::directory_iterator{directory, ignored})
+  for (const auto& entry : std::filesystem::directory_iterator{directory_, ignored})
     std::filesystem::remove_all(entry.path(), ignored);
+  if (!made_.empty()) std::filesystem::remove_all(made_, ignored);
 }
 
 std::string WhyNotWritten() { return errno ? std::strerror(errno) : "cannot be written"; }

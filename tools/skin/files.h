@@ -1,6 +1,7 @@
 // Files that a tool makes.
 #pragma once
 
+#include <filesystem>
 #include <span>
 #include <string>
 #include <vector>
@@ -12,11 +13,18 @@ namespace zel {
 // Behind the name of a file that is not written to its end yet.
 inline constexpr const char* kUnfinished = ".zel-skin-new";
 
-// Makes a directory, or takes one that is empty. False for anything else, which is said.
-bool MakeEmptyDirectory(const std::string& directory, Complaints& complaints);
+// A directory for what is made there.
+class NewDirectory {
+ public:
+  // Makes it, or takes one that is empty. False for anything else, which is said.
+  bool Make(const std::string& directory, Complaints& complaints);
+  // Leaves things as they were before Make(), which succeeded.
+  void Undo();
 
-// Removes what is in a directory that was empty.
-void EmptyDirectory(const std::string& directory);
+ private:
+  std::filesystem::path directory_;
+  std::filesystem::path made_;  // the uppermost one that there was not; empty for none
+};
 
 // What the system says of a file that was not written.
 std::string WhyNotWritten();

@@ -59,7 +59,8 @@ class Maker {
   void Run() {
     set_color_depth(kDepth);
     RecomputeNamedColors();
-    if (!ReadWishes() || !FindFonts() || !MakeEmptyDirectory(directory_, complaints_)) return;
+    NewDirectory made;
+    if (!ReadWishes() || !FindFonts() || !made.Make(directory_, complaints_)) return;
     const Look look{seed_};
     for (const std::string& font : fonts_) CopyFont(font);
     for (const std::string& font : fallbacks_) CopyFont(font);
@@ -67,7 +68,7 @@ class Maker {
     DrawPointers(look);
     SaveProject(look);
     if (!complaints_.HasErrors()) PackSkin(directory_, directory_, complaints_);
-    if (complaints_.HasErrors()) EmptyDirectory(directory_);
+    if (complaints_.HasErrors()) made.Undo();
   }
 
  private:

@@ -95,9 +95,10 @@ class Unpacker {
     project_.name = std::filesystem::path{skin_}.filename();
     for (const SkinPart part : {kElementPart, kPointerPart})
       if (!ReadData(part)) return;
-    if (!MakeEmptyDirectory(directory_, complaints_)) return;
+    NewDirectory made;
+    if (!made.Make(directory_, complaints_)) return;
     Write();
-    if (complaints_.HasErrors()) EmptyDirectory(directory_);
+    if (complaints_.HasErrors()) made.Undo();
   }
 
  private:
