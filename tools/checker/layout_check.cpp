@@ -369,9 +369,7 @@ class LayoutCheck {
                 int room) {
     if (room >= needed) return false;
     if (IsNew((std::string{"narrow"} + keys.name).c_str(), place))
-      findings_.Add(Msg::kPanelNarrow, PlaceOf(menu, keys.width),
-                    {keys.name, NameOf(screen_),
-                     std::to_string(static_cast<int>((needed - room) / Scale()) + 1)});
+      findings_.Add(Msg::kPanelNarrow, PlaceOf(menu, keys.width), {keys.name, NameOf(screen_)});
     return true;
   }
 

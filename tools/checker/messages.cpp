@@ -231,7 +231,7 @@ constexpr Message kMessages[] = {
     {Msg::kNoRow, "no-row", kE, "{0} has no room for one row on a screen of {1}",
      "make it {2} pixels higher"},
     {Msg::kPanelNarrow, "panel-narrow", kE, "{0} has no room for a word on a screen of {1}",
-     "make it {2} pixels wider"},
+     "make it wider, or take a smaller font"},
     {Msg::kTitleWide, "title-wide", kW,
      "{0} is {1} pixels wide and has room for {2} on a screen of {3}",
      "shorten it, or widen the menu"},
