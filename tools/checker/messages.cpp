@@ -30,7 +30,7 @@ constexpr Message kMessages[] = {
      "take the right from them: chmod o-w {0}"},
     {Msg::kTooLarge, "too-large", kE, "is larger than {0}, and counts as empty", "make it smaller"},
     {Msg::kBinary, "binary", kE, "has zero bytes and is no text", "write it as plain UTF-8"},
-    {Msg::kEmptyFile, "empty-file", kW, "says nothing, as if it were not there", "write it anew"},
+    {Msg::kEmptyFile, "empty-file", kW, "{0}, as if it were not there", "write it anew"},
     {Msg::kNameAscii, "name-ascii", kW, "the name {0} has letters beyond ASCII",
      "rename it, for not every system and disc writes them alike"},
     {Msg::kNameLong, "name-long", kE, "the name is cut to {1} bytes", "shorten it"},

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "launcher/hint_file.h"
 #include "launcher/menu_config.h"
 #include "toolkit/base/allegro.h"
 #include "toolkit/base/config_file.h"
@@ -78,9 +79,9 @@ class SettingsCheck {
   SkinLines Run() {
     std::string text;
     if (!ReadChecked(findings_, kSettingsFile, kLongestConfigFile, &text)) return {.isRead = false};
-    // A menu or a skin that was copied here has no settings.
-    if (!HoldsText(text) || IsOther(SectionFile::FromUtf8(text))) {
-      findings_.Add(Msg::kEmptyFile, {kSettingsFile});
+    const char* other = HoldsText(text) ? OtherKind(text) : nullptr;
+    if (!HoldsText(text) || other) {
+      findings_.Add(Msg::kEmptyFile, {kSettingsFile}, {other ? other : "says nothing"});
       return {.isRead = false};
     }
     const SectionFile content = CheckLines(findings_, kSettingsFile, text, kSettingsSection);
@@ -109,14 +110,19 @@ class SettingsCheck {
                        [this](const auto& entry) { return Find(entry.name); });
   }
 
-  bool IsOther(const SectionFile& file) const {
-    bool isOther = false;
+  // What a file is that was copied here and has no settings; null for one that may have some.
+  const char* OtherKind(const std::string& text) const {
+    const SectionFile file = SectionFile::FromUtf8(text);
+    if (!file.Find(kSettingsSection).Heads().empty()) return nullptr;
+    for (std::size_t position = 0; position < text.size();)
+      if (IsHintEnd(Trimmed(std::string{NextLine(text, position)}.c_str())))
+        return "is a file of explanations and no settings";
     for (const Section& section : file.Sections()) {
-      const bool isMenu = Upper(section.Name()) == kGeneralSection;
-      if (!isMenu && !isOther && HoldsSettings(section)) return false;
-      isOther = isOther || isMenu || IsSkinSection(section.Name());
+      if (Upper(section.Name()) == kGeneralSection) return "is a menu and no settings";
+      if (HoldsSettings(section)) return nullptr;
+      if (IsSkinSection(section.Name())) return "is a skin and no settings";
     }
-    return isOther && file.Find(kSettingsSection).Heads().empty();
+    return nullptr;
   }
 
   void CheckSection(const Section& section) {

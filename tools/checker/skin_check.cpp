@@ -67,7 +67,7 @@ class SkinCheck {
     std::string text;
     if (!ReadChecked(findings_, name_, kLongestConfigFile, &text, &named)) return false;
     if (!HoldsText(text)) {
-      findings_.Add(Msg::kEmptyFile, At(1));
+      findings_.Add(Msg::kEmptyFile, At(1), {"says nothing"});
       return false;
     }
     content_ = CheckLines(findings_, name_, text, "Skin");
