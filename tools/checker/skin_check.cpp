@@ -226,7 +226,11 @@ class SkinCheck {
     bool areSound = true;
     for (const int scale : {2, 3}) {
       const std::string scaled = ArtName(file, scale);
-      if (!IsThere(scaled) || !CheckFile(findings_, place, scaled)) continue;
+      if (!IsThere(scaled)) continue;
+      if (!CheckFile(findings_, place, scaled)) {
+        areSound = false;
+        continue;
+      }
       if (Datafile larger; larger.Load(scaled.c_str())) {
         CheckScaledSizes(place, data, larger, scaled, scale);
         continue;
