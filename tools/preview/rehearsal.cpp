@@ -18,6 +18,7 @@
 #include "toolkit/base/config_file.h"
 #include "toolkit/base/section_file.h"
 #include "toolkit/base/settings.h"
+#include "toolkit/draw/datafile.h"
 #include "toolkit/testing/hands.h"
 #include "tools/checker/files.h"
 #include "tools/checker/skin_check.h"
@@ -69,8 +70,12 @@ std::string ComplainOfParts(const std::filesystem::path& skin) {
   const SectionFile content = SectionFile::FromUtf8(ReadText(skin.c_str(), kLongestConfigFile));
   for (const auto& [section, key] : {std::pair{"Skin", "main_data"}, {"Skin", "cursors"}}) {
     const std::string name = content.Find(section).GetText(key);
-    const std::string file = skin.parent_path() / name, why = WhyNoFile(file);
-    if (!name.empty() && !why.empty()) return std::string{file}.append(": ").append(why);
+    const std::string file = skin.parent_path() / name;
+    if (name.empty()) continue;
+    std::string why = WhyNoFile(file);
+    if (Datafile data; why.empty() && !data.Load(file.c_str()))
+      why = "is no datafile that can be read";
+    if (!why.empty()) return std::string{file}.append(": ").append(why);
   }
   return {};
 }
