@@ -31,15 +31,18 @@ std::size_t BehindAllow(const std::string& line, std::size_t position) {
   return isWord || position == line.size() ? position : std::string::npos;
 }
 
-// The names from `position` on: one, or several with commas between them.
+// The names from `position` on: one, or several with commas or blanks between them. What else is
+// behind a blank is a remark.
 std::vector<std::string> AllowedNames(const std::string& line, std::size_t position) {
   std::vector<std::string> names;
-  do {
+  for (bool isMore = true; isMore;) {
     const std::size_t start = std::min(line.find_first_not_of(kBehindWord, position), line.size());
     position = std::min(line.find_first_of(kBehindWord, start), line.size());
     names.push_back(line.substr(start, position - start));
-    position = line.find_first_not_of(kBlanks, position);
-  } while (position < line.size() && line[position] == ',');
+    const std::size_t next = std::min(line.find_first_not_of(kBlanks, position), line.size());
+    const std::size_t end = std::min(line.find_first_of(kBehindWord, next), line.size());
+    isMore = line.substr(next, 1) == "," || FindMessage(line.substr(next, end - next));
+  }
   return names;
 }
 

@@ -28,7 +28,7 @@ struct Finding {
 
 // Collects findings, each once.
 //
-// A comment "; zel-check: allow NAME, NAME" (or with "#") silences these messages on the next line
+// A comment "; zel-check: allow NAME, NAME" (or with "#", or blanks) silences these messages on the next line
 // or, behind a value, on its own.
 class Findings {
  public:
