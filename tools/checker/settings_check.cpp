@@ -81,6 +81,7 @@ class SettingsCheck {
     if (!ReadChecked(findings_, kSettingsFile, kLongestConfigFile, &text)) return {.isRead = false};
     const char* other = HoldsText(text) ? OtherKind(text) : nullptr;
     if (!HoldsText(text) || other) {
+      settings = {};  // whatever is found in it
       findings_.Add(Msg::kEmptyFile, {kSettingsFile}, {other ? other : "says nothing"});
       return {.isRead = false};
     }
