@@ -52,6 +52,8 @@ struct Others {
   const char* others;  // {0} is how many
 };
 constexpr Others kOtherLines{" (another line names it, too)", " ({0} other lines name it, too)"};
+constexpr Others kOtherFiles{" (another line names a file there, too)",
+                             " ({0} other lines name files there, too)"};
 constexpr Others kOtherSections{" (another section, too)", " ({0} other sections, too)"};
 
 // The message that a comment is meant to silence, and does not: "zel-check" stands before it, at
@@ -191,13 +193,17 @@ void Findings::Merge() {
     const auto& [place, id, what, advice] = findings_[i];
     if (id == Msg::kSizeUnread)
       alike[{id, {}}].push_back(i);
+    else if (id == Msg::kNameOutside)  // what is copied is the directory
+      alike[{id, what.substr(0, what.rfind('/'))}].push_back(i);
     else if (std::find(std::begin(kOfFiles), std::end(kOfFiles), id) != std::end(kOfFiles))
       alike[{id, what}].push_back(i);
   }
   std::set<std::size_t> merged;
   for (const auto& [about, all] : alike) {
     if (all.size() == 1) continue;
-    const auto& [another, others] = about.first == Msg::kSizeUnread ? kOtherSections : kOtherLines;
+    const auto& [another, others] = about.first == Msg::kSizeUnread    ? kOtherSections
+                                    : about.first == Msg::kNameOutside ? kOtherFiles
+                                                                       : kOtherLines;
     const std::string more = std::to_string(all.size() - 1);
     findings_[all.front()].what += Filled(all.size() == 2 ? another : others, {&more, 1});
     merged.insert(all.begin() + 1, all.end());

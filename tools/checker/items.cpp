@@ -274,7 +274,10 @@ void CheckTitles(Findings& findings, const MenuFile& menu) {
 void CheckDefault(Findings& findings, const MenuFile& menu) {
   const MenuSection& general = menu.General();
   const auto add = [&](Msg id, const char* key, std::vector<std::string> words) {
-    findings.Add(id, menu.At(general.LineOf(key)), std::move(words));
+    const Place place = menu.At(general.LineOf(key));
+    // One that nobody reads where it stands has no effect for that reason, which is said.
+    if (id != Msg::kNoEffect || !findings.Has(Msg::kWrongSection, place))
+      findings.Add(id, place, std::move(words));
   };
   if (!general.Has("Default")) {
     for (const char* key : {"DefaultTimeout", "DefaultAfterReturn"})
