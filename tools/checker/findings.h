@@ -28,8 +28,8 @@ struct Finding {
 
 // Collects findings, each once.
 //
-// A comment "; zel-check: allow NAME, NAME" (or with "#", or blanks) silences these messages on the next line
-// or, behind a value, on its own.
+// A comment "; zel-check: allow NAME, NAME" (or with "#", or only blanks) silences these messages
+// on the next line or, behind a value, on its own.
 class Findings {
  public:
   // The first word is what the message is about: of the same about the same in one place the first
