@@ -120,9 +120,17 @@ std::unique_ptr<GlyphImage> Render(FT_Face face, unsigned index, FT_Render_Mode 
   return image;
 }
 
-unsigned GlyphIndex(FT_Face face, int character) {
+unsigned LookUpIndex(FT_Face face, int character) {
   return face->charmap ? FT_Get_Char_Index(face, static_cast<FT_ULong>(character))
                        : static_cast<unsigned>(character);
+}
+
+unsigned GlyphIndex(EngineFont& face, int character) {
+  if (character < 0 || character >= EngineFont::kQuickCharacters)
+    return LookUpIndex(face.ftFace, character);
+  unsigned& index = face.quickIndices[static_cast<std::size_t>(character)];
+  if (index == EngineFont::kUnknownGlyph) index = LookUpIndex(face.ftFace, character);
+  return index;
 }
 
 FT_Render_Mode ModeOf(bool antialiased) {
@@ -155,10 +163,10 @@ struct Letter {
 };
 
 Letter FindLetter(EngineFont& face, int character) {
-  const unsigned index = GlyphIndex(face.ftFace, character);
+  const unsigned index = GlyphIndex(face, character);
   EngineFont* other = index == 0 ? face.fallbacks.Find(character, face.pixelSize) : nullptr;
   if (!other) return {face, index, face.glyphs.At(index)};
-  const unsigned otherIndex = GlyphIndex(other->ftFace, character);
+  const unsigned otherIndex = GlyphIndex(*other, character);
   return {*other, otherIndex, other->glyphs.At(otherIndex)};
 }
 
@@ -193,7 +201,8 @@ void DrawLine(BITMAP* target, EngineFont& face, const char* text, int x, int y, 
   // Also what can be drawn antialiased over a background must be as long as it was measured.
   const bool spacedForGray = antialiased && HasColorsBetween(bitmap_color_depth(target));
   antialiased = spacedForGray || (antialiased && background.IsSet());
-  const int length = MeasureText(face, text, spacedForGray);
+  const bool needsLength = align != kAlignLeft || background.IsSet();
+  const int length = needsLength ? MeasureText(face, text, spacedForGray) : 0;
   x = LeftEnd(x, length, align);
   if (y >= target->cb || y + face.size <= target->ct || x >= target->cr) return;
   if (background.IsSet()) Fill(target, {x, y, length, face.size}, background);
@@ -258,6 +267,7 @@ std::unique_ptr<EngineFont> EngineLoad(SharedBytes bytes) {
       face->fixedSizes.push_back(opened->available_sizes[i].height);
   }
   face->fixedSizes.push_back(-1);
+  face->quickIndices.assign(EngineFont::kQuickCharacters, EngineFont::kUnknownGlyph);
   face->glyphs.Resize(static_cast<std::size_t>(std::max<FT_Long>(0, opened->num_glyphs)));
   if (face->fixedCount > 0)
     TakeFirstFixedSize(*face);

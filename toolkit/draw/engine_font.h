@@ -74,6 +74,11 @@ class EngineFont {
   GlyphCache glyphs;
   std::vector<int> fixedSizes;  // ended by -1
 
+  // The glyph indices of the first characters; kUnknownGlyph until asked for.
+  static constexpr unsigned kUnknownGlyph = ~0u;
+  static constexpr int kQuickCharacters = 256;
+  std::vector<unsigned> quickIndices;
+
   FallbackFonts fallbacks;
 
   EngineLibrary library;  // stays until the face is closed
