@@ -74,7 +74,6 @@ const TextEntry TextTable[] = {
 
 namespace {
 
-constexpr const char* kDomain = "quillon";
 constexpr const char* kBrandDomain = "tevra";
 constexpr std::uint32_t kLastBrandId = 28;
 
@@ -86,7 +85,7 @@ void OpenCatalogues() {
   std::setlocale(LC_ALL, "");
   // Numbers keep their decimal point, in files as on the screen.
   std::setlocale(LC_NUMERIC, "C");
-  bindtextdomain(kDomain, paths.catalogues);
+  bindtextdomain(kTextDomain, paths.catalogues);
   bindtextdomain(kBrandDomain, paths.catalogues);
 }
 
@@ -104,7 +103,7 @@ const char* Translate(const char* domain, const char* english) {
 }
 
 void SetEncoding(const char* codeset) {
-  bind_textdomain_codeset(kDomain, codeset);
+  bind_textdomain_codeset(kTextDomain, codeset);
   bind_textdomain_codeset(kBrandDomain, codeset);
 }
 
@@ -122,12 +121,12 @@ const char* Text(std::uint32_t id) {
   const char* english = English(id);
   // The empty message id would give the catalogue's header.
   if (*english == '\0') return english;
-  return Translate(id <= kLastBrandId ? kBrandDomain : kDomain, english);
+  return Translate(id <= kLastBrandId ? kBrandDomain : kTextDomain, english);
 }
 
 void SetTextLanguage(const char* catalogue) {
   setenv("LANGUAGE", catalogue, 1);
-  textdomain(kDomain);  // has texts looked up anew that were found in another language
+  textdomain(kTextDomain);  // has texts looked up anew that were found in another language
   SetEncoding("UTF-8");
   launcherState.catalogues.forAllegro.emplace();
 }
@@ -151,6 +150,6 @@ std::string Filled(const char* text, const std::string& first, const std::string
 }
 
 // TRANSLATORS: The suffix of keys in menu files, such as Title.de: the code of the language.
-const char* LanguageSuffix() { return Translate(kDomain, N_("en")); }
+const char* LanguageSuffix() { return Translate(kTextDomain, N_("en")); }
 
 }  // namespace zel

@@ -11,6 +11,9 @@ struct TextEntry {
   const char* english;
 };
 
+// The name of the catalogues that translate them, but for the brand's.
+inline constexpr const char* kTextDomain = "quillon";
+
 inline constexpr int kNotRootText = 174;
 inline constexpr int kWaitTitleText = 1312;
 inline constexpr int kCancelText = 1320;

@@ -13,6 +13,7 @@
 #include "launcher/progress_file.h"
 #include "launcher/result_files.h"
 #include "launcher/state.h"
+#include "launcher/texts.h"
 #include "launcher/whole_file.h"
 #include "toolkit/base/bytes.h"
 #include "toolkit/base/config_file.h"
@@ -51,9 +52,9 @@ std::string OwnCatalogues() {
 }
 
 // Where gettext looks for the texts of a language, from the one of its country on.
-bool HasCatalogue(const std::filesystem::path& catalogues, std::string language) {
+bool HasCatalogue(const std::filesystem::path& catalogues, const std::string& language) {
   std::error_code error;
-  const std::filesystem::path file = std::filesystem::path{"LC_MESSAGES"} / "quillon.mo";
+  const std::string file = std::string{"LC_MESSAGES/"}.append(kTextDomain).append(".mo");
   return std::filesystem::exists(catalogues / language / file, error) ||
          std::filesystem::exists(catalogues / language.substr(0, language.find('_')) / file, error);
 }
@@ -65,17 +66,17 @@ std::string ComplainOf(const std::string& file, std::size_t limit) {
   return why.empty() ? why : std::filesystem::absolute(file, error).string() + ": " + why;
 }
 
-// Which of the files that a skin names keeps it from being loaded; empty where none is known to.
+// Which datafile of a skin that cannot be loaded is the reason, and why; empty where none is.
 std::string ComplainOfParts(const std::filesystem::path& skin) {
   const SectionFile content = SectionFile::FromUtf8(ReadText(skin.c_str(), kLongestConfigFile));
-  for (const auto& [section, key] : {std::pair{"Skin", "main_data"}, {"Skin", "cursors"}}) {
-    const std::string name = content.Find(section).GetText(key);
-    const std::string file = skin.parent_path() / name;
+  for (const char* key : {"main_data", "cursors"}) {
+    const std::string name = content.Find("Skin").GetText(key);
     if (name.empty()) continue;
+    std::string file = skin.parent_path() / name;
     std::string why = WhyNoFile(file);
     if (Datafile data; why.empty() && !data.Load(file.c_str()))
       why = "is no datafile that can be read";
-    if (!why.empty()) return std::string{file}.append(": ").append(why);
+    if (!why.empty()) return file.append(": ").append(why);
   }
   return {};
 }
@@ -149,9 +150,9 @@ std::string Rehearsal::SetUp() {
   if (depth == 8) settings.mouseShadow = false;
   launcherState.layout = launcherState.looks.Fit();
   complaint = Offscreen::LoadSkin(settings.skinPath);
-  if (const std::string part = ComplainOfParts(settings.skinPath.c_str());
-      !complaint.empty() && !part.empty())
-    complaint = part;
+  if (!complaint.empty())
+    if (const std::string part = ComplainOfParts(settings.skinPath.c_str()); !part.empty())
+      complaint = part;
   // Settings may name one that says nothing; who asks for a look means one.
   if (complaint.empty() && IsFile(scene_.look.c_str()) &&
       !DescribesSkin(ReadText(scene_.look.c_str(), kLongestConfigFile)))
