@@ -96,14 +96,14 @@ class Packer {
   }
 
   // What is wrong at one scale is not said of those that follow from it.
-  bool IsSaid(const ProjectPicture& picture) {
-    return scales_.emplace(picture.line, scale_).first->second != scale_;
+  bool IsFirstScale(const ProjectPicture& picture) {
+    return scales_.emplace(picture.line, scale_).first->second == scale_;
   }
   void Complain(const ProjectPicture& picture, const std::string& text) {
-    if (!IsSaid(picture)) complaints_.Add(file_, picture.line, picture.name + ": " + text);
+    if (IsFirstScale(picture)) complaints_.Add(file_, picture.line, picture.name + ": " + text);
   }
   void Warn(const ProjectPicture& picture, const std::string& text) {
-    if (!IsSaid(picture)) complaints_.Warn(file_, picture.line, picture.name + ": " + text);
+    if (IsFirstScale(picture)) complaints_.Warn(file_, picture.line, picture.name + ": " + text);
   }
 
   // Why a picture for a larger screen is none of the picture that it belongs to; empty where it is.
